@@ -1,0 +1,12 @@
+# The flags of everything that is built: strict warnings, hidden symbols, and the sanitizers of the preset.
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Werror -fvisibility=hidden
+                    -fvisibility-inlines-hidden)
+if(GLLIB_SANITIZE)
+  add_compile_options(-fsanitize=${GLLIB_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${GLLIB_SANITIZE})
+endif()
+find_program(GLLIB_CCACHE ccache)
+if(GLLIB_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${GLLIB_CCACHE})
+endif()

@@ -1,0 +1,46 @@
+// GLContextSite: what the canvas, the fonts and the tasks may ask of the context that they belong to.
+// GLContext implements it; which thread may call is told at each operation.
+
+#pragma once
+
+#include <gllib/GLPlatform.h>
+
+#include "platform/DeviceContext.h"
+
+class PEvent;
+
+/// A context as its parts see it.
+class GLContextSite {
+ public:
+  // The viewport's size in pixels, never below 1. Any thread.
+  virtual int ViewportWidth() const noexcept = 0;
+  virtual int ViewportHeight() const noexcept = 0;
+  /// Whether clip planes are in force. Any thread.
+  virtual bool HasClipPlanes() const noexcept = 0;
+  /// The device context of the GL window, null before there is one. Draw thread.
+  virtual HDC DeviceContext() const noexcept = 0;
+  /// Whether the rendering context of this context is current on the calling thread. Any thread.
+  virtual bool IsCurrentHere() const noexcept = 0;
+
+  // The bracket around work that touches GL: enters and leaves the context's lock.
+  virtual void LockGL() noexcept = 0;
+  virtual void UnlockGL() noexcept = 0;
+
+  // List keys: generation in the high 16 bits, first GL list name in the low 16. With GL current.
+  virtual ULONG GenListKey(int aCount) noexcept = 0;
+  virtual ULONG BeginListKey() noexcept = 0;
+  virtual void EndListKey() noexcept = 0;
+  virtual void CallListKey(ULONG aKey) noexcept = 0;
+  /// The first GL list name of a key. Any thread.
+  virtual ULONG GetListBase(ULONG aKey) const noexcept = 0;
+  /// Deletes aCount lists from the key's first on, if the key is of the present generation.
+  virtual void DeleteListKey(ULONG aKey, int aCount) noexcept = 0;
+  virtual bool IsListKeyValid(ULONG aKey) const noexcept = 0;
+
+  /// Hands a task to the draw thread, which owns it from then on; any thread.
+  /// @return false when there is no draw thread yet: the task is then deleted
+  virtual bool PostTask(PEvent* aTask) noexcept = 0;
+
+ protected:
+  ~GLContextSite() = default;
+};

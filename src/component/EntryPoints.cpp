@@ -1,0 +1,17 @@
+// The module's four entry points, all that it exports. Any thread.
+
+#include <gllib/GLEntryPoints.h>
+
+#include "component/ClassFactory.h"
+#include "component/Module.h"
+#include "component/Registration.h"
+
+HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) noexcept {
+  return GetClassFactory(rclsid, riid, ppv);
+}
+
+HRESULT DllCanUnloadNow() noexcept { return g_iModuleLocks == 0 ? S_OK : S_FALSE; }
+
+HRESULT DllRegisterServer() noexcept { return RegisterModule(); }
+
+HRESULT DllUnregisterServer() noexcept { return UnregisterModule(); }

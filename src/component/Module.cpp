@@ -1,0 +1,11 @@
+// The values that the whole module shares. All are atomic; any thread.
+
+#include "component/Module.h"
+
+std::atomic<LONG> g_iModuleLocks{0};
+std::atomic<ULONG> g_uListGeneration{1};
+std::atomic<float> g_afPointSizeRange[2] = {0.0f, 0.0f};
+std::atomic<float> g_fPointSizeGranularity{0.0f};
+std::atomic<float> g_afLineWidthRange[2] = {0.0f, 0.0f};
+std::atomic<float> g_fLineWidthGranularity{0.0f};
+std::atomic<int> g_iMaxClipPlanes{6};

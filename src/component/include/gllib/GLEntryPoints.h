@@ -1,0 +1,24 @@
+// The module's four entry points, by their documented names. Any thread.
+
+#pragma once
+
+#include <gllib/GLPlatform.h>
+
+#ifdef _WIN32
+// Declared by the system's own headers; exported by the module definition file.
+#else
+extern "C" {
+
+/// Gives the class factory of one of the module's classes.
+/// @param riid IID_IClassFactory or IID_IUnknown
+/// @param ppv receives a counted reference, or null
+/// @return S_OK; CLASS_E_CLASSNOTAVAILABLE; E_NOINTERFACE; E_POINTER
+[[gnu::visibility("default")]] HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) noexcept;
+/// Tells whether the module may be unloaded. @return S_OK when nothing of it lives, else S_FALSE
+[[gnu::visibility("default")]] HRESULT DllCanUnloadNow() noexcept;
+/// Enters all classes into the registry. @return S_OK, or the first failure
+[[gnu::visibility("default")]] HRESULT DllRegisterServer() noexcept;
+/// Removes what DllRegisterServer entered. @return S_OK, or the first failure
+[[gnu::visibility("default")]] HRESULT DllUnregisterServer() noexcept;
+}
+#endif

@@ -1,0 +1,146 @@
+// The few base types that the interfaces are written in: on Windows the system's own, elsewhere the same
+// ones by their documented names and layouts. Owns no state; any thread.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#ifdef _WIN32
+
+#include <windows.h>
+
+#include <unknwn.h>
+
+/// The character of a BSTR: one UTF-16 code unit.
+using GLWCHAR = wchar_t;
+
+#else
+
+using LONG = std::int32_t;
+using ULONG = std::uint32_t;
+using DWORD = std::uint32_t;
+using BOOL = int;
+using HRESULT = std::int32_t;
+using ULONG_PTR = std::uintptr_t;
+using LONG_PTR = std::intptr_t;
+
+/// The character of a BSTR: one UTF-16 code unit.
+using GLWCHAR = char16_t;
+using OLECHAR = char16_t;
+
+/// A counted string, laid out as on Windows: the pointer stands on the first UTF-16 character, 32 bits before
+/// it hold the length in bytes without the terminating zero. Its block comes from malloc and starts 8 bytes
+/// before the first character. Null counts as empty.
+using BSTR = char16_t*;
+
+/// Makes a string of aLength UTF-16 code units from aText, or zero-filled when aText is null.
+/// @return the string, the caller's to free; null when there is no memory
+inline BSTR SysAllocStringLen(const OLECHAR* aText, unsigned aLength) noexcept {
+  constexpr std::size_t kPrefix = 8;
+  const std::size_t bytes = std::size_t{aLength} * sizeof(OLECHAR);
+  if (bytes > UINT32_MAX) return nullptr;
+  auto* block = static_cast<unsigned char*>(std::calloc(1, kPrefix + bytes + sizeof(OLECHAR)));
+  if (block == nullptr) return nullptr;
+  const auto count = static_cast<std::uint32_t>(bytes);
+  std::memcpy(block + kPrefix - sizeof(count), &count, sizeof(count));
+  if (aText != nullptr) std::memcpy(block + kPrefix, aText, bytes);
+  return reinterpret_cast<BSTR>(block + kPrefix);
+}
+
+/// The length of a string in UTF-16 code units; 0 for null.
+inline unsigned SysStringLen(BSTR aString) noexcept {
+  if (aString == nullptr) return 0;
+  std::uint32_t count = 0;
+  std::memcpy(&count, reinterpret_cast<const unsigned char*>(aString) - sizeof(count), sizeof(count));
+  return count / sizeof(OLECHAR);
+}
+
+/// Makes a string from a zero-terminated one; null from null.
+inline BSTR SysAllocString(const OLECHAR* aText) noexcept {
+  if (aText == nullptr) return nullptr;
+  unsigned length = 0;
+  while (aText[length] != 0) ++length;
+  return SysAllocStringLen(aText, length);
+}
+
+/// Frees a string; null is no-op.
+inline void SysFreeString(BSTR aString) noexcept {
+  if (aString != nullptr) std::free(reinterpret_cast<unsigned char*>(aString) - 8);
+}
+
+/// A 128-bit identifier in its binary layout.
+struct GUID {
+  std::uint32_t Data1;
+  std::uint16_t Data2;
+  std::uint16_t Data3;
+  std::uint8_t Data4[8];
+
+  friend constexpr bool operator==(const GUID&, const GUID&) = default;
+};
+using IID = GUID;
+using CLSID = GUID;
+using REFIID = const IID&;
+using REFCLSID = const CLSID&;
+
+inline constexpr HRESULT S_OK = 0;
+inline constexpr HRESULT S_FALSE = 1;
+inline constexpr HRESULT E_NOINTERFACE = static_cast<HRESULT>(0x80004002);
+inline constexpr HRESULT E_POINTER = static_cast<HRESULT>(0x80004003);
+inline constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);
+inline constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);
+inline constexpr HRESULT E_INVALIDARG = static_cast<HRESULT>(0x80070057);
+inline constexpr HRESULT E_ACCESSDENIED = static_cast<HRESULT>(0x80070005);
+inline constexpr HRESULT CLASS_E_NOAGGREGATION = static_cast<HRESULT>(0x80040110);
+inline constexpr HRESULT CLASS_E_CLASSNOTAVAILABLE = static_cast<HRESULT>(0x80040111);
+
+constexpr bool SUCCEEDED(HRESULT aResult) noexcept { return aResult >= 0; }
+constexpr bool FAILED(HRESULT aResult) noexcept { return aResult < 0; }
+
+/// {00000000-0000-0000-C000-000000000046}
+inline constexpr IID IID_IUnknown = {0, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+/// {00000001-0000-0000-C000-000000000046}
+inline constexpr IID IID_IClassFactory = {1, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+
+/// The base of every interface. Three slots: QueryInterface, AddRef, Release. Any thread.
+struct IUnknown {
+  static constexpr IID Identifier = IID_IUnknown;
+
+  /// Asks for another interface of the object.
+  /// @param ppv receives a counted reference, or null
+  /// @return S_OK; E_NOINTERFACE; E_POINTER when ppv is null
+  virtual HRESULT QueryInterface(REFIID riid, void** ppv) noexcept = 0;
+  /// Raises the reference count. @return the new count, for diagnosis only
+  virtual ULONG AddRef() noexcept = 0;
+  /// Lowers the reference count; at 0 the object ends. @return the new count, for diagnosis only
+  virtual ULONG Release() noexcept = 0;
+
+ protected:
+  ~IUnknown() = default;
+};
+
+/// Makes objects of one class. Any thread.
+struct IClassFactory : IUnknown {
+  static constexpr IID Identifier = IID_IClassFactory;
+
+  /// Makes an object.
+  /// @param pUnkOuter the object to aggregate into, borrowed; null for an object of its own
+  /// @param riid the wanted interface; IID_IUnknown when pUnkOuter is set
+  /// @param ppv receives a counted reference, or null
+  /// @return S_OK; E_POINTER; CLASS_E_NOAGGREGATION; E_NOINTERFACE; E_OUTOFMEMORY
+  virtual HRESULT CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppv) noexcept = 0;
+  /// Keeps the module loaded (non-zero) or lets it go (zero); calls are counted. @return S_OK
+  virtual HRESULT LockServer(BOOL fLock) noexcept = 0;
+
+ protected:
+  ~IClassFactory() = default;
+};
+
+#endif
+
+/// A value that the operation refuses: the interface facility's code 200.
+inline constexpr HRESULT E_GL_BADVALUE = static_cast<HRESULT>(0x800400C8);
+/// Something that the operation needs isn't there: the interface facility's code 201.
+inline constexpr HRESULT E_GL_BADSTATE = static_cast<HRESULT>(0x800400C9);

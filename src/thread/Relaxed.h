@@ -1,0 +1,55 @@
+// Relaxed: members that host threads write and the draw thread reads with no lock.
+// Each value is atomic on its own; a group of them may be seen half-changed for one pass.
+
+#pragma once
+
+#include <gllib/GLTypes.h>
+
+#include <atomic>
+
+/// A plain value that may be read late, never torn.
+template <class T>
+class Relaxed {
+ public:
+  constexpr Relaxed(T aValue = T()) noexcept : m_Value(aValue) {}
+  Relaxed(const Relaxed&) = delete;
+  Relaxed& operator=(const Relaxed&) = delete;
+  T operator=(T aValue) noexcept {
+    m_Value.store(aValue, std::memory_order_relaxed);
+    return aValue;
+  }
+  operator T() const noexcept { return m_Value.load(std::memory_order_relaxed); }
+
+ private:
+  std::atomic<T> m_Value;
+};
+
+/// A colour, component by component.
+class RelaxedColor {
+ public:
+  constexpr RelaxedColor(float aRed, float aGreen, float aBlue, float aAlpha) noexcept
+      : m_fRed(aRed), m_fGreen(aGreen), m_fBlue(aBlue), m_fAlpha(aAlpha) {}
+  void operator=(const GLDATA_RGBA& aColor) noexcept {
+    m_fRed = aColor.m_fRed;
+    m_fGreen = aColor.m_fGreen;
+    m_fBlue = aColor.m_fBlue;
+    m_fAlpha = aColor.m_fAlpha;
+  }
+  operator GLDATA_RGBA() const noexcept { return {m_fRed, m_fGreen, m_fBlue, m_fAlpha}; }
+
+  Relaxed<float> m_fRed, m_fGreen, m_fBlue, m_fAlpha;
+};
+
+/// A point, component by component.
+class RelaxedPoint {
+ public:
+  constexpr RelaxedPoint(double aX, double aY, double aZ) noexcept : x(aX), y(aY), z(aZ) {}
+  void operator=(const GLDATA_POINT& aPoint) noexcept {
+    x = aPoint.x;
+    y = aPoint.y;
+    z = aPoint.z;
+  }
+  operator GLDATA_POINT() const noexcept { return {x, y, z}; }
+
+  Relaxed<double> x, y, z;
+};
