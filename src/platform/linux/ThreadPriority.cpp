@@ -1,0 +1,56 @@
+// Thread priorities as nice values, which Linux keeps a thread: an offset from the host process's own value.
+// Any thread.
+
+#include "platform/ThreadPriority.h"
+
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+namespace {
+
+struct NiceOffset {
+  int m_iPriority;
+  int m_iOffset;
+};
+
+constexpr NiceOffset kOffsets[] = {
+    {THREAD_PRIORITY_IDLE, 19},           {THREAD_PRIORITY_LOWEST, 10},
+    {THREAD_PRIORITY_BELOW_NORMAL, 5},    {THREAD_PRIORITY_NORMAL, 0},
+    {THREAD_PRIORITY_ABOVE_NORMAL, -5},   {THREAD_PRIORITY_HIGHEST, -10},
+    {THREAD_PRIORITY_TIME_CRITICAL, -20},
+};
+
+/// The offset of the nearest known priority.
+int OffsetOf(int aPriority) noexcept {
+  const auto distance = [&](const NiceOffset& o) {
+    return std::abs(std::int64_t{aPriority} - o.m_iPriority);
+  };
+  return std::min_element(std::begin(kOffsets), std::end(kOffsets),
+                          [&](const auto& a, const auto& b) { return distance(a) < distance(b); })
+      ->m_iOffset;
+}
+
+/// The lowest nice value that an unprivileged process may take.
+int LowestNice() noexcept {
+  rlimit limit{};
+  if (getrlimit(RLIMIT_NICE, &limit) != 0 || limit.rlim_cur > 40) return -20;
+  return 20 - static_cast<int>(limit.rlim_cur);
+}
+
+}  // namespace
+
+DWORD ThisThreadNumber() noexcept { return static_cast<DWORD>(syscall(SYS_gettid)); }
+
+bool SetPriorityOfThread(DWORD aThread, int aPriority) noexcept {
+  const int base = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));
+  const int present = getpriority(PRIO_PROCESS, aThread);
+  const int wanted = std::clamp(base + OffsetOf(aPriority), -20, 19);
+  if (setpriority(PRIO_PROCESS, aThread, wanted) == 0) return true;
+  const int granted = std::max(wanted, LowestNice());
+  return granted < present && setpriority(PRIO_PROCESS, aThread, granted) == 0;
+}
