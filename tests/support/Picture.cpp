@@ -1,0 +1,98 @@
+// Picture: reading, comparing and writing of pixels.
+
+#include "support/Picture.h"
+
+#include <png.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "platform/GL.h"
+
+namespace {
+
+int Component(std::uint32_t aPixel, int aIndex) {
+  return static_cast<int>(aPixel >> (24 - 8 * aIndex) & 0xFF);
+}
+
+/// Calls aVisit(a, b) for each pair of components. @return false when the sizes differ
+template <class Visit>
+bool ForEachComponent(const Picture& a, const Picture& b, const Visit& aVisit) {
+  if (a.Width() != b.Width() || a.Height() != b.Height()) return false;
+  for (int y = 0; y < a.Height(); ++y) {
+    for (int x = 0; x < a.Width(); ++x) {
+      for (int i = 0; i < 4; ++i) aVisit(Component(a.At(x, y), i), Component(b.At(x, y), i));
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+Picture::Picture(int aWidth, int aHeight) : m_iWidth(aWidth), m_iHeight(aHeight) {
+  m_aPixels.resize(static_cast<std::size_t>(aWidth) * static_cast<std::size_t>(aHeight));
+}
+
+Picture Picture::Read(int aWidth, int aHeight) {
+  Picture result(aWidth, aHeight);
+  std::vector<std::uint8_t> bytes(result.m_aPixels.size() * 4);
+  glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+  glPixelStorei(GL_PACK_ALIGNMENT, 1);
+  glPixelStorei(GL_PACK_ROW_LENGTH, 0);
+  glPixelStorei(GL_PACK_SKIP_ROWS, 0);
+  glPixelStorei(GL_PACK_SKIP_PIXELS, 0);
+  glReadPixels(0, 0, aWidth, aHeight, GL_RGBA, GL_UNSIGNED_BYTE, bytes.data());
+  glPopClientAttrib();
+  const std::uint8_t* next = bytes.data();
+  for (int y = aHeight - 1; y >= 0; --y) {
+    for (int x = 0; x < aWidth; ++x, next += 4) {
+      result.Set(x, y,
+                 std::uint32_t{next[0]} << 24 | std::uint32_t{next[1]} << 16 | std::uint32_t{next[2]} << 8 |
+                     next[3]);
+    }
+  }
+  return result;
+}
+
+int Picture::CountOther(std::uint32_t aPixel) const {
+  return static_cast<int>(
+      std::ranges::count_if(m_aPixels, [&](std::uint32_t pixel) { return pixel != aPixel; }));
+}
+
+bool Picture::WritePng(const std::string& aPath) const {
+  std::vector<std::uint8_t> bytes;
+  bytes.reserve(m_aPixels.size() * 4);
+  for (const std::uint32_t pixel : m_aPixels) {
+    for (int i = 0; i < 4; ++i) bytes.push_back(static_cast<std::uint8_t>(Component(pixel, i)));
+  }
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  image.width = static_cast<png_uint_32>(m_iWidth);
+  image.height = static_cast<png_uint_32>(m_iHeight);
+  image.format = PNG_FORMAT_RGBA;
+  return png_image_write_to_file(&image, aPath.c_str(), 0, bytes.data(), 0, nullptr) != 0;
+}
+
+int Difference(const Picture& a, const Picture& b) {
+  if (a.Width() != b.Width() || a.Height() != b.Height())
+    return std::max(a.Width() * a.Height(), b.Width() * b.Height());
+  int count = 0;
+  for (int y = 0; y < a.Height(); ++y) {
+    for (int x = 0; x < a.Width(); ++x) count += a.At(x, y) != b.At(x, y) ? 1 : 0;
+  }
+  return count;
+}
+
+int MaxDifference(const Picture& a, const Picture& b) {
+  int largest = 0;
+  const bool same =
+      ForEachComponent(a, b, [&](int u, int v) { largest = std::max(largest, std::abs(u - v)); });
+  return same ? largest : 255;
+}
+
+double MeanDifference(const Picture& a, const Picture& b) {
+  double sum = 0.0;
+  const bool same = ForEachComponent(a, b, [&](int u, int v) { sum += std::abs(u - v); });
+  return same ? sum / std::max(1, a.Width() * a.Height() * 4) : 255.0;
+}
