@@ -1,8 +1,124 @@
-// GLDrawAttr: made by CreateGLDrawAttr.
+// GLDrawAttr: the operations. What is out of range is limited, never refused. Any thread.
+
+#include "state/GLDrawAttr.h"
+
+#include <algorithm>
 
 #include "component/Catalogue.h"
+#include "state/Properties.h"
 
-HRESULT CreateGLDrawAttr(IUnknown*, REFIID, void** ppv) noexcept {
-  if (ppv != nullptr) *ppv = nullptr;
-  return E_FAIL;
+HRESULT CreateGLDrawAttr(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
+  return CreateGLObject<GLDrawAttr>(aOuter, riid, ppv);
 }
+
+namespace {
+
+HRESULT GiveRange(float* aMin, float* aMax, const std::atomic<float> (&aRange)[2]) noexcept {
+  if (aMin == nullptr || aMax == nullptr) return E_INVALIDARG;
+  *aMin = aRange[0];
+  *aMax = aRange[1];
+  return S_OK;
+}
+
+constexpr float Contrast(float aChannel) noexcept { return aChannel < 0.5f ? 1.0f : 0.0f; }
+
+}  // namespace
+
+/// The end of every setter: the next application is a full one, also if the value is the old one.
+HRESULT GLDrawAttr::Modified() noexcept {
+  m_bModified = true;
+  return S_OK;
+}
+
+HRESULT GLDrawAttr::GetColor(GLDATA_RGBA* aColor) noexcept { return Give(aColor, m_sColor); }
+
+HRESULT GLDrawAttr::SetColor(GLDATA_RGBA* aColor) noexcept {
+  if (aColor == nullptr) return E_INVALIDARG;
+  m_sColor = LimitColor(*aColor);
+  return Modified();
+}
+
+HRESULT GLDrawAttr::GetComplementColor(GLDATA_RGBA* aColor) noexcept {
+  const GLDATA_RGBA color = m_sColor;
+  return Give(aColor,
+              GLDATA_RGBA{1.0f - color.m_fRed, 1.0f - color.m_fGreen, 1.0f - color.m_fBlue, color.m_fAlpha});
+}
+
+HRESULT GLDrawAttr::GetContrastColor(GLDATA_RGBA* aColor) noexcept {
+  const GLDATA_RGBA color = m_sColor;
+  return Give(aColor, GLDATA_RGBA{Contrast(color.m_fRed), Contrast(color.m_fGreen), Contrast(color.m_fBlue),
+                                  color.m_fAlpha});
+}
+
+HRESULT GLDrawAttr::SetComponent(Relaxed<float>& aComponent, float aValue) noexcept {
+  aComponent = LimitColor(aValue);
+  return Modified();
+}
+
+HRESULT GLDrawAttr::GetRed(float* aValue) noexcept { return Give(aValue, m_sColor.m_fRed); }
+HRESULT GLDrawAttr::SetRed(float aValue) noexcept { return SetComponent(m_sColor.m_fRed, aValue); }
+HRESULT GLDrawAttr::GetGreen(float* aValue) noexcept { return Give(aValue, m_sColor.m_fGreen); }
+HRESULT GLDrawAttr::SetGreen(float aValue) noexcept { return SetComponent(m_sColor.m_fGreen, aValue); }
+HRESULT GLDrawAttr::GetBlue(float* aValue) noexcept { return Give(aValue, m_sColor.m_fBlue); }
+HRESULT GLDrawAttr::SetBlue(float aValue) noexcept { return SetComponent(m_sColor.m_fBlue, aValue); }
+HRESULT GLDrawAttr::GetAlpha(float* aValue) noexcept { return Give(aValue, m_sColor.m_fAlpha); }
+HRESULT GLDrawAttr::SetAlpha(float aValue) noexcept { return SetComponent(m_sColor.m_fAlpha, aValue); }
+
+HRESULT GLDrawAttr::GetPointSize(float* aValue) noexcept { return Give(aValue, m_fPointSize); }
+
+HRESULT GLDrawAttr::SetPointSize(float aValue) noexcept {
+  m_fPointSize = Limit(aValue, g_afPointSizeRange[0], g_afPointSizeRange[1]);
+  return Modified();
+}
+
+HRESULT GLDrawAttr::GetPointSizeLimits(float* aMin, float* aMax) noexcept {
+  return GiveRange(aMin, aMax, g_afPointSizeRange);
+}
+
+HRESULT GLDrawAttr::GetPointSizeStep(float* aValue) noexcept { return Give(aValue, g_fPointSizeGranularity); }
+
+HRESULT GLDrawAttr::GetLineWidth(float* aValue) noexcept { return Give(aValue, m_fLineWidth); }
+
+HRESULT GLDrawAttr::SetLineWidth(float aValue) noexcept {
+  m_fLineWidth = Limit(aValue, g_afLineWidthRange[0], g_afLineWidthRange[1]);
+  return Modified();
+}
+
+HRESULT GLDrawAttr::GetLineWidthLimits(float* aMin, float* aMax) noexcept {
+  return GiveRange(aMin, aMax, g_afLineWidthRange);
+}
+
+HRESULT GLDrawAttr::GetLineWidthStep(float* aValue) noexcept { return Give(aValue, g_fLineWidthGranularity); }
+
+HRESULT GLDrawAttr::GetLineStipplePattern(std::uint16_t* aPattern) noexcept {
+  return Give(aPattern, m_usLineStipplePattern);
+}
+
+HRESULT GLDrawAttr::SetLineStipplePattern(std::uint16_t aPattern) noexcept {
+  m_usLineStipplePattern = aPattern;
+  return Modified();
+}
+
+HRESULT GLDrawAttr::GetLineStippleFactor(int* aFactor) noexcept {
+  return Give(aFactor, m_iLineStippleFactor);
+}
+
+HRESULT GLDrawAttr::SetLineStippleFactor(int aFactor) noexcept {
+  m_iLineStippleFactor = std::max(aFactor, 1);
+  return Modified();
+}
+
+HRESULT GLDrawAttr::EnableDrawMode(eGLDrawMode aMode, LONG aEnable) noexcept {
+  if (aEnable != 0) {
+    m_iDrawMode |= static_cast<int>(aMode);
+  } else {
+    m_iDrawMode &= ~static_cast<int>(aMode);
+  }
+  return Modified();
+}
+
+HRESULT GLDrawAttr::IsDrawModeEnabled(eGLDrawMode aMode, LONG* aEnabled) noexcept {
+  return Give(aEnabled, (m_iDrawMode & static_cast<int>(aMode)) != 0);
+}
+
+HRESULT GLDrawAttr::GetDrawMode(int* aMode) noexcept { return Give(aMode, m_iDrawMode.load()); }

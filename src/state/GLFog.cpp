@@ -1,8 +1,68 @@
-// GLFog: made by CreateGLFog.
+// GLFog: the operations, on any thread, and the way to GL, on the draw thread.
+
+#include "state/GLFog.h"
 
 #include "component/Catalogue.h"
+#include "state/Properties.h"
 
-HRESULT CreateGLFog(IUnknown*, REFIID, void** ppv) noexcept {
-  if (ppv != nullptr) *ppv = nullptr;
-  return E_FAIL;
+HRESULT CreateGLFog(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
+  return CreateGLObject<GLFog>(aOuter, riid, ppv);
+}
+
+HRESULT GLFog::Enable(LONG aEnable) noexcept {
+  m_bEnabled = aEnable != 0;
+  return S_OK;
+}
+
+HRESULT GLFog::IsEnabled(LONG* aEnabled) noexcept { return Give(aEnabled, m_bEnabled); }
+
+HRESULT GLFog::GetCalcMode(eGLFogCalcMode* aMode) noexcept {
+  const GLint mode = m_iFogMode;
+  return Give(aMode, mode == GL_LINEAR ? GLFM_CALCULATE_LINEAR
+                     : mode == GL_EXP  ? GLFM_CALCULATE_EXPONENT
+                                       : GLFM_CALCULATE_EXPONENT_SQUARE);
+}
+
+HRESULT GLFog::SetCalcMode(eGLFogCalcMode aMode) noexcept {
+  m_iFogMode = aMode == GLFM_CALCULATE_LINEAR     ? GL_LINEAR
+               : aMode == GLFM_CALCULATE_EXPONENT ? GL_EXP
+                                                  : GL_EXP2;  // unknown modes included
+  return S_OK;
+}
+
+HRESULT GLFog::GetFogDensity(float* aValue) noexcept { return Give(aValue, m_fDensity); }
+
+HRESULT GLFog::SetFogDensity(float aValue) noexcept {
+  if (!(aValue > 0.0f)) return E_GL_BADVALUE;  // this way round refuses NaN too
+  m_fDensity = aValue;
+  return S_OK;
+}
+
+HRESULT GLFog::GetFogStart(float* aValue) noexcept { return Give(aValue, m_fStart); }
+
+HRESULT GLFog::GetFogEnd(float* aValue) noexcept { return Give(aValue, m_fEnd); }
+
+HRESULT GLFog::SetFogStartAndEnd(float aStart, float aEnd) noexcept {
+  if (!(aStart >= 0.0f && aStart < aEnd)) return E_GL_BADVALUE;
+  m_fStart = aStart;
+  m_fEnd = aEnd;
+  return S_OK;
+}
+
+HRESULT GLFog::GetFogColor(GLDATA_RGBA* aColor) noexcept { return Give(aColor, m_sColor); }
+
+HRESULT GLFog::SetFogColor(GLDATA_RGBA* aColor) noexcept { return TakeOpaque(m_sColor, aColor); }
+
+void GLFog::ApplyFog() const noexcept {
+  if (!m_bEnabled) {
+    glDisable(GL_FOG);
+    return;
+  }
+  const GLDATA_RGBA color = m_sColor;
+  glEnable(GL_FOG);
+  glFogi(GL_FOG_MODE, m_iFogMode);
+  glFogf(GL_FOG_DENSITY, m_fDensity);  // all parameters go out in every mode, so a later mode finds them
+  glFogf(GL_FOG_START, m_fStart);
+  glFogf(GL_FOG_END, m_fEnd);
+  glFogfv(GL_FOG_COLOR, &color.m_fRed);
 }

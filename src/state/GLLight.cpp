@@ -1,8 +1,146 @@
-// GLLight: made by CreateGLLight.
+// GLLight: the operations, on any thread. What is out of range is refused, limited or mapped, operation by
+// operation.
+
+#include "state/GLLight.h"
+
+#include <cmath>
+#include <limits>
+#include <utility>
 
 #include "component/Catalogue.h"
+#include "component/CreateObject.h"
+#include "geometry/GPoint.h"
+#include "state/Properties.h"
 
-HRESULT CreateGLLight(IUnknown*, REFIID, void** ppv) noexcept {
-  if (ppv != nullptr) *ppv = nullptr;
-  return E_FAIL;
+HRESULT CreateGLLight(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
+  return CreateGLObject<GLLight>(aOuter, riid, ppv);
+}
+
+namespace {
+
+constexpr double kDegrees = 57.29577951308;
+constexpr float kUnlimited = std::numeric_limits<float>::infinity();
+
+/// Whether a vector is one: neither the null vector nor with a component that isn't a number.
+bool IsVector(const GLDATA_POINT& aVector) noexcept {
+  return !(aVector.x == 0.0 && aVector.y == 0.0 && aVector.z == 0.0) && !std::isnan(aVector.x) &&
+         !std::isnan(aVector.y) && !std::isnan(aVector.z);
+}
+
+}  // namespace
+
+GLLight::GLLight() : m_pCoord(CreateObject<IGLCoord>(CLSID_GLCoord)) {
+  if (!m_pCoord) throw std::bad_alloc();
+}
+
+GLLight::~GLLight() { LightNumbers::Free(m_iLightNumber); }
+
+HRESULT GLLight::Enable(LONG aEnable) noexcept {
+  m_bEnabled = aEnable != 0;
+  return S_OK;
+}
+HRESULT GLLight::IsEnabled(LONG* aEnabled) noexcept { return Give(aEnabled, m_bEnabled); }
+
+HRESULT GLLight::SetAsSpotlight(LONG aSet) noexcept {
+  m_bSpotlight = aSet != 0;
+  return S_OK;
+}
+HRESULT GLLight::IsSpotlight(LONG* aSpotlight) noexcept { return Give(aSpotlight, m_bSpotlight); }
+
+HRESULT GLLight::GetAmbientLight(GLDATA_RGBA* aLight) noexcept { return Give(aLight, m_sAmbient); }
+HRESULT GLLight::SetAmbientLight(GLDATA_RGBA* aLight) noexcept { return TakeOpaque(m_sAmbient, aLight); }
+HRESULT GLLight::GetDiffuseLight(GLDATA_RGBA* aLight) noexcept { return Give(aLight, m_sDiffuse); }
+HRESULT GLLight::SetDiffuseLight(GLDATA_RGBA* aLight) noexcept { return TakeOpaque(m_sDiffuse, aLight); }
+HRESULT GLLight::GetSpecularLight(GLDATA_RGBA* aLight) noexcept { return Give(aLight, m_sSpecular); }
+HRESULT GLLight::SetSpecularLight(GLDATA_RGBA* aLight) noexcept { return TakeOpaque(m_sSpecular, aLight); }
+
+HRESULT GLLight::GetSpotPosition(GLDATA_POINT* aVector) noexcept { return Give(aVector, m_sSpotPosition); }
+
+HRESULT GLLight::SetSpotPosition(GLDATA_POINT* aVector) noexcept {
+  if (aVector == nullptr) return E_INVALIDARG;
+  if (!IsVector(*aVector)) return E_GL_BADVALUE;
+  m_sSpotPosition = *aVector;
+  return S_OK;
+}
+
+HRESULT GLLight::GetCutOffAngle_DEG(float* aAngle) noexcept { return Give(aAngle, m_fCutOff); }
+
+HRESULT GLLight::SetCutOffAngle_DEG(float aAngle) noexcept {
+  const float angle = std::fabs(aAngle);
+  m_fCutOff = angle <= 90.0f ? angle : 180.0f;  // this way round maps NaN to 180 too
+  return S_OK;
+}
+
+HRESULT GLLight::GetSpotExponent(float* aExponent) noexcept { return Give(aExponent, m_fSpotExponent); }
+
+HRESULT GLLight::SetSpotExponent(float aExponent) noexcept {
+  m_fSpotExponent = Limit(aExponent, 0.0f, 128.0f);
+  return S_OK;
+}
+
+HRESULT GLLight::GetConstantAttenuation(float* aAtt) noexcept { return Give(aAtt, m_fConstantAttenuation); }
+
+HRESULT GLLight::SetConstantAttenuation(float aAtt) noexcept {
+  if (!(aAtt > 0.0f)) return E_GL_BADVALUE;  // this way round refuses NaN too
+  m_fConstantAttenuation = aAtt;
+  return S_OK;
+}
+
+HRESULT GLLight::GetLinearAttenuation(float* aAtt) noexcept { return Give(aAtt, m_fLinearAttenuation); }
+
+HRESULT GLLight::SetLinearAttenuation(float aAtt) noexcept {
+  m_fLinearAttenuation = Limit(aAtt, 0.0f, kUnlimited);
+  return S_OK;
+}
+
+HRESULT GLLight::GetQuadraticAttenuation(float* aAtt) noexcept { return Give(aAtt, m_fQuadraticAttenuation); }
+
+HRESULT GLLight::SetQuadraticAttenuation(float aAtt) noexcept {
+  m_fQuadraticAttenuation = Limit(aAtt, 0.0f, kUnlimited);
+  return S_OK;
+}
+
+/// The coordinate system with a reference of its own, so that another thread may attach another one
+/// meanwhile.
+GLPtr<IGLCoord> GLLight::Coord() noexcept {
+  const PLock lock(m_CoordLock);
+  return m_pCoord;
+}
+
+HRESULT GLLight::GetCoord(IGLCoord** aCS) noexcept {
+  if (aCS == nullptr) return E_INVALIDARG;
+  *aCS = Coord().Detach();
+  return S_OK;
+}
+
+HRESULT GLLight::AttachCoord(IGLCoord* aCS) noexcept {
+  if (aCS == nullptr) return E_INVALIDARG;
+  auto coord = GLPtr<IGLCoord>::FromBorrowed(aCS);
+  const PLock lock(m_CoordLock);
+  std::swap(m_pCoord, coord);
+  return S_OK;
+}
+
+HRESULT GLLight::GetDirection(GLDATA_POINT* aVector) noexcept { return Give(aVector, m_sDirection); }
+
+/// A distant light stands on the +z axis, and is turned from there to where it comes from. Only the direction
+/// of the vector counts, so the rotation is worked out from one of ordinary length.
+HRESULT GLLight::SetDirection(GLDATA_POINT* aVector) noexcept {
+  if (aVector == nullptr) return E_INVALIDARG;
+  if (!IsVector(*aVector)) return E_GL_BADVALUE;
+  m_sDirection = *aVector;
+  const double largest =
+      std::fmax(std::fabs(aVector->x), std::fmax(std::fabs(aVector->y), std::fabs(aVector->z)));
+  const GPoint zAxis(0.0, 0.0, 1.0);
+  const GPoint from(-aVector->x / largest, -aVector->y / largest, -aVector->z / largest);
+  const GPoint axis = zAxis.Cross(from);
+  const double length = axis.Length();
+  if (length > 1e-12) {  // GL takes no axis that is too short, so it gets one of length 1
+    m_sDirAxis = GLDATA_POINT{axis.x / length, axis.y / length, axis.z / length};
+    m_dDirAngle = zAxis.Angle(from) * kDegrees;
+  } else {  // along the z axis there is no such axis: x does for half a turn
+    m_sDirAxis = GLDATA_POINT{1.0, 0.0, 0.0};
+    m_dDirAngle = from.z < 0.0 ? 180.0 : 0.0;
+  }
+  return S_OK;
 }

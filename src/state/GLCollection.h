@@ -1,0 +1,45 @@
+// GLCollection: the component's general container, counted references in numbered slots.
+// Any thread; its lock is held for the length of an operation, but never while a member's Release runs.
+
+#pragma once
+
+#include <gllib/IGLCollection.h>
+
+#include <memory>
+
+#include "component/Object.h"
+#include "thread/PCriticalSection.h"
+
+class GLCollection final : public GLObject<GLCollection, IGLCollection> {
+ public:
+  GLCollection() noexcept = default;
+  ~GLCollection();
+
+  HRESULT Add(IUnknown* aIU) noexcept override;
+  HRESULT Remove(IUnknown* aIU) noexcept override;
+  HRESULT Empty() noexcept override;
+  HRESULT Has(IUnknown* aIU, LONG* aHas) noexcept override;
+  HRESULT GetSize(int* aSize) noexcept override;
+  HRESULT GetFirst(GLPOSITION* aPos, IUnknown** aIU) noexcept override;
+  HRESULT GetLast(GLPOSITION* aPos, IUnknown** aIU) noexcept override;
+  HRESULT GetNext(GLPOSITION* aPos, IUnknown** aIU) noexcept override;
+  HRESULT GetPrev(GLPOSITION* aPos, IUnknown** aIU) noexcept override;
+  HRESULT CopyTo(IGLCollection* aColl) noexcept override;
+  HRESULT AppendTo(IGLCollection* aColl) noexcept override;
+
+ private:
+  using Slots = std::unique_ptr<IUnknown*[]>;
+  static constexpr int kFirstGrowth = 10, kLargestGrowth = 100;
+
+  bool Grow() noexcept;
+  HRESULT Walk(GLPOSITION& aPos, int aStep, IUnknown*& aIU) noexcept;
+  HRESULT Snapshot(Slots& aMembers, int& aSize) noexcept;
+  static void AddTo(IGLCollection& aColl, const Slots& aMembers, int aSize) noexcept;
+
+  int m_iSize = 0;
+  int m_iCapacity = 0;
+  int m_iGrowBy = kFirstGrowth;
+  int m_iHighestFree = -1;  // no slot above it is free
+  Slots m_ppItems;          // null: a free slot; else one reference
+  PCriticalSection m_Lock;
+};

@@ -1,0 +1,36 @@
+// GLFog: the fog settings of one context.
+// Host threads write, the draw thread reads; each member is atomic on its own, the whole is not.
+
+#pragma once
+
+#include <gllib/IGLFog.h>
+
+#include "component/Object.h"
+#include "platform/GL.h"
+#include "thread/Relaxed.h"
+
+class GLFog final : public GLObject<GLFog, IGLFog> {
+ public:
+  HRESULT Enable(LONG aEnable) noexcept override;
+  HRESULT IsEnabled(LONG* aEnabled) noexcept override;
+  HRESULT GetCalcMode(eGLFogCalcMode* aMode) noexcept override;
+  HRESULT SetCalcMode(eGLFogCalcMode aMode) noexcept override;
+  HRESULT GetFogDensity(float* aValue) noexcept override;
+  HRESULT SetFogDensity(float aValue) noexcept override;
+  HRESULT GetFogStart(float* aValue) noexcept override;
+  HRESULT GetFogEnd(float* aValue) noexcept override;
+  HRESULT SetFogStartAndEnd(float aStart, float aEnd) noexcept override;
+  HRESULT GetFogColor(GLDATA_RGBA* aColor) noexcept override;
+  HRESULT SetFogColor(GLDATA_RGBA* aColor) noexcept override;
+
+  /// Sends the fog to GL, at the start of a viewer pass. Draw thread, with GL current.
+  void ApplyFog() const noexcept;
+
+ private:
+  Relaxed<bool> m_bEnabled{false};
+  Relaxed<GLint> m_iFogMode{GL_EXP};
+  Relaxed<float> m_fDensity{0.01f};
+  Relaxed<float> m_fStart{0.0f};
+  Relaxed<float> m_fEnd{1000.0f};
+  RelaxedColor m_sColor{1.0f, 1.0f, 1.0f, 1.0f};
+};

@@ -1,0 +1,24 @@
+// How the state objects hand a property out, and take a colour in. Any thread.
+
+#pragma once
+
+#include "component/Values.h"
+#include "thread/Relaxed.h"
+
+/// Hands a value out.
+template <class Out, class Value>
+HRESULT Give(Out* aTo, const Value& aValue) noexcept {
+  if (aTo == nullptr) return E_INVALIDARG;
+  *aTo = aValue;
+  return S_OK;
+}
+
+/// Takes red, green and blue in, each cut to 0 to 1. The alpha is neither read nor stored: lights, materials
+/// and fog keep theirs.
+inline HRESULT TakeOpaque(RelaxedColor& aTo, const GLDATA_RGBA* aColor) noexcept {
+  if (aColor == nullptr) return E_INVALIDARG;
+  aTo.m_fRed = LimitColor(aColor->m_fRed);
+  aTo.m_fGreen = LimitColor(aColor->m_fGreen);
+  aTo.m_fBlue = LimitColor(aColor->m_fBlue);
+  return S_OK;
+}

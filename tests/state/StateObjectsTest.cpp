@@ -1,0 +1,322 @@
+// Draw attributes, materials, lights and fog as value objects: what goes in and what comes out again.
+
+#include <gllib/IGLCoord.h>
+#include <gllib/IGLDrawAttr.h>
+#include <gllib/IGLFog.h>
+#include <gllib/IGLLight.h>
+#include <gllib/IGLMaterial.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "component/CreateObject.h"
+#include "state/GLDrawAttr.h"
+
+static bool operator==(const GLDATA_RGBA& a, const GLDATA_RGBA& b) {
+  return a.m_fRed == b.m_fRed && a.m_fGreen == b.m_fGreen && a.m_fBlue == b.m_fBlue &&
+         a.m_fAlpha == b.m_fAlpha;
+}
+static bool operator==(const GLDATA_POINT& a, const GLDATA_POINT& b) {
+  return a.x == b.x && a.y == b.y && a.z == b.z;
+}
+static void PrintTo(const GLDATA_RGBA& c, std::ostream* aOut) {
+  *aOut << "(" << c.m_fRed << ", " << c.m_fGreen << ", " << c.m_fBlue << ", " << c.m_fAlpha << ")";
+}
+static void PrintTo(const GLDATA_POINT& p, std::ostream* aOut) {
+  *aOut << "(" << p.x << ", " << p.y << ", " << p.z << ")";
+}
+
+namespace {
+
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInf = std::numeric_limits<float>::infinity();
+
+/// A value that goes in, what the setter says, and what the getter gives then.
+template <class T>
+struct Trip {
+  T m_In;
+  HRESULT m_Result;
+  T m_Out;
+};
+
+/// Checks the value of a new object's property, then trip after trip, then the answers to null.
+template <class Interface, class T, class... In>
+class Property {
+ public:
+  using Getter = HRESULT (Interface::*)(In..., T*) noexcept;
+
+  Property(Interface& aObject, const char* aName, Getter aGet, T aStart, In... aIn)
+      : m_Object(aObject), m_sName(aName), m_pfnGet(aGet), m_In(aIn...) {
+    EXPECT_EQ(Get(), aStart) << m_sName << " of a new object";
+    EXPECT_EQ(Call(m_pfnGet, static_cast<T*>(nullptr)), E_INVALIDARG) << m_sName;
+  }
+  template <class Setter>
+  void Takes(Setter aSet, std::initializer_list<Trip<T>> aTrips) {
+    for (Trip<T> trip : aTrips) {
+      if constexpr (std::is_invocable_v<Setter, Interface&, In..., T*>) {
+        EXPECT_EQ(Call(aSet, &trip.m_In), trip.m_Result) << m_sName;
+        EXPECT_EQ(Call(aSet, static_cast<T*>(nullptr)), E_INVALIDARG) << m_sName;
+      } else {
+        EXPECT_EQ(Call(aSet, trip.m_In), trip.m_Result) << m_sName;
+      }
+      EXPECT_EQ(Get(), trip.m_Out) << m_sName << " after " << testing::PrintToString(trip.m_In);
+    }
+  }
+
+ private:
+  template <class Operation, class Value>
+  HRESULT Call(Operation aOperation, Value aValue) {
+    return std::apply([&](In... aIn) { return (m_Object.*aOperation)(aIn..., aValue); }, m_In);
+  }
+  T Get() {
+    T value{};
+    EXPECT_EQ(Call(m_pfnGet, &value), S_OK) << m_sName;
+    return value;
+  }
+
+  Interface& m_Object;
+  const std::string m_sName;
+  const Getter m_pfnGet;
+  const std::tuple<In...> m_In;
+};
+
+const std::initializer_list<Trip<float>> kColorTrips = {
+    {0.25f, S_OK, 0.25f}, {1.5f, S_OK, 1.0f}, {-1.0f, S_OK, 0.0f}, {kInf, S_OK, 1.0f}, {kNaN, S_OK, 0.0f}};
+
+/// Limits of GL for the length of a test.
+struct GLLimits {
+  GLLimits(float aMin, float aMax) {
+    g_afPointSizeRange[0] = g_afLineWidthRange[0] = aMin;
+    g_afPointSizeRange[1] = g_afLineWidthRange[1] = aMax;
+  }
+  ~GLLimits() {
+    for (int i = 0; i < 2; ++i) {
+      g_afPointSizeRange[i] = m_afPoint[i];
+      g_afLineWidthRange[i] = m_afLine[i];
+    }
+  }
+  const float m_afPoint[2] = {g_afPointSizeRange[0], g_afPointSizeRange[1]};
+  const float m_afLine[2] = {g_afLineWidthRange[0], g_afLineWidthRange[1]};
+};
+
+}  // namespace
+
+TEST(DrawAttr, KeepsWhatItIsGivenWithinItsLimits) {
+  using I = IGLDrawAttr;
+  const auto attr = CreateObject<I>(CLSID_GLDrawAttr);
+  const GLLimits limits(1.0f, 10.0f);
+  Property color(*attr, "color", &I::GetColor, GLDATA_RGBA{1, 1, 1, 1});
+  color.Takes(&I::SetColor, {{{0.1f, 2.0f, -1.0f, 0.5f}, S_OK, {0.1f, 1.0f, 0.0f, 0.5f}},
+                             {{kNaN, kInf, -kInf, kNaN}, S_OK, {0, 1, 0, 0}},
+                             {{1, 1, 1, 1}, S_OK, {1, 1, 1, 1}}});
+  Property(*attr, "red", &I::GetRed, 1.0f).Takes(&I::SetRed, kColorTrips);
+  Property(*attr, "green", &I::GetGreen, 1.0f).Takes(&I::SetGreen, kColorTrips);
+  Property(*attr, "blue", &I::GetBlue, 1.0f).Takes(&I::SetBlue, kColorTrips);
+  Property(*attr, "alpha", &I::GetAlpha, 1.0f).Takes(&I::SetAlpha, kColorTrips);
+  const std::initializer_list<Trip<float>> sizes = {
+      {3.5f, S_OK, 3.5f}, {0.5f, S_OK, 1.0f}, {20.0f, S_OK, 10.0f}, {kInf, S_OK, 10.0f}, {kNaN, S_OK, 1.0f}};
+  Property(*attr, "point size", &I::GetPointSize, 1.0f).Takes(&I::SetPointSize, sizes);
+  Property(*attr, "line width", &I::GetLineWidth, 1.0f).Takes(&I::SetLineWidth, sizes);
+  Property(*attr, "pattern", &I::GetLineStipplePattern, std::uint16_t{0xFFFF})
+      .Takes(&I::SetLineStipplePattern, {{0, S_OK, 0}, {0xA5A5, S_OK, 0xA5A5}});
+  Property(*attr, "factor", &I::GetLineStippleFactor, 1)
+      .Takes(&I::SetLineStippleFactor, {{0, S_OK, 1}, {-5, S_OK, 1}, {7, S_OK, 7}, {100000, S_OK, 100000}});
+  Property(*attr, "mode", &I::GetDrawMode, 144);
+
+  float low = 0, high = 0;
+  EXPECT_EQ(attr->GetLineWidthLimits(&low, &high), S_OK);
+  EXPECT_EQ(std::pair(low, high), std::pair(1.0f, 10.0f));
+  EXPECT_EQ(attr->GetPointSizeLimits(&low, nullptr), E_INVALIDARG);
+  EXPECT_EQ(attr->GetLineWidthLimits(nullptr, &high), E_INVALIDARG);
+}
+
+TEST(DrawAttr, WithoutARenderingContextNoSizeIsLeftButTheFirst) {
+  const GLLimits none(0.0f, 0.0f);
+  const auto attr = CreateObject<IGLDrawAttr>(CLSID_GLDrawAttr);
+  Property(*attr, "point size", &IGLDrawAttr::GetPointSize, 1.0f)
+      .Takes(&IGLDrawAttr::SetPointSize, {{3, S_OK, 0}});
+  Property(*attr, "line width", &IGLDrawAttr::GetLineWidth, 1.0f)
+      .Takes(&IGLDrawAttr::SetLineWidth, {{3, S_OK, 0}});
+}
+
+TEST(DrawAttr, WorksOutComplementAndContrast) {
+  const auto attr = CreateObject<IGLDrawAttr>(CLSID_GLDrawAttr);
+  GLDATA_RGBA color{0.2f, 0.5f, 0.9f, 0.3f}, out{};
+  attr->SetColor(&color);
+  EXPECT_EQ(attr->GetComplementColor(&out), S_OK);
+  EXPECT_EQ(out, (GLDATA_RGBA{0.8f, 0.5f, 1.0f - 0.9f, 0.3f}));
+  EXPECT_EQ(attr->GetContrastColor(&out), S_OK);
+  EXPECT_EQ(out, (GLDATA_RGBA{1, 0, 0, 0.3f}));
+}
+
+TEST(DrawAttr, ModeBitsComeSinglyAndTogether) {
+  const auto attr = CreateObject<IGLDrawAttr>(CLSID_GLDrawAttr);
+  const auto both = static_cast<eGLDrawMode>(GLDM_LINE_FRONT | GLDM_LINE_BACK);
+  LONG enabled = -1;
+  attr->EnableDrawMode(both, 2);
+  attr->EnableDrawMode(GLDM_LINE_BACK, 0);
+  attr->EnableDrawMode(GLDM_SMOOTH_LIGHTING, 0);
+  Property(*attr, "mode", &IGLDrawAttr::GetDrawMode, GLDM_SHOW_FRONT | GLDM_LINE_FRONT);
+  EXPECT_EQ(attr->IsDrawModeEnabled(both, &enabled), S_OK);
+  EXPECT_EQ(enabled, 1) << "one of the two is enough";
+  EXPECT_EQ(attr->IsDrawModeEnabled(GLDM_LINE_BACK, &enabled), S_OK);
+  EXPECT_EQ(enabled, 0);
+}
+
+TEST(DrawAttr, EverySetterForcesAFullApplication) {
+  const auto attr = GLPtr<GLDrawAttr>::FromBorrowed(new GLDrawAttr);
+  EXPECT_TRUE(attr->IsModified()) << "a new one";
+  GLDATA_RGBA white{1, 1, 1, 1};
+  const std::function<void()> setters[] = {
+      [&] { attr->SetColor(&white); },
+      [&] { attr->SetRed(1); },
+      [&] { attr->SetGreen(1); },
+      [&] { attr->SetBlue(1); },
+      [&] { attr->SetAlpha(1); },
+      [&] { attr->SetPointSize(1); },
+      [&] { attr->SetLineWidth(1); },
+      [&] { attr->SetLineStipplePattern(0xFFFF); },
+      [&] { attr->SetLineStippleFactor(1); },
+      [&] { attr->EnableDrawMode(GLDM_SHOW_FRONT, 1); },
+  };
+  for (const auto& set : setters) {
+    attr->ClearModified();
+    attr->GetColor(&white);
+    EXPECT_FALSE(attr->IsModified());
+    set();
+    EXPECT_TRUE(attr->IsModified()) << "setter " << &set - setters;
+  }
+}
+
+TEST(Material, KeepsItsSidesApartAndItsAlphas) {
+  using I = IGLMaterial;
+  const auto material = CreateObject<I>(CLSID_GLMaterial);
+  struct Color {
+    const char* m_szName;
+    HRESULT (I::*m_pfnGet)(LONG, GLDATA_RGBA*) noexcept;
+    HRESULT (I::*m_pfnSet)(LONG, GLDATA_RGBA*) noexcept;
+    float m_fStart;
+  };
+  for (const auto& [name, get, set, start] : std::initializer_list<Color>{
+           {"ambient", &I::GetAmbientReflectance, &I::SetAmbientReflectance, 0.2f},
+           {"diffuse", &I::GetDiffuseReflectance, &I::SetDiffuseReflectance, 0.8f},
+           {"specular", &I::GetSpecularReflectance, &I::SetSpecularReflectance, 0.0f},
+           {"emission", &I::GetEmissionLight, &I::SetEmissionLight, 0.0f}}) {
+    const GLDATA_RGBA gray{start, start, start, 1};
+    Property<I, GLDATA_RGBA, LONG>(*material, name, get, gray, -1)
+        .Takes(set, {{{2, 0.5f, -1, 0.25f}, S_OK, {1, 0.5f, 0, 1}},
+                     {{kNaN, 0.1f, kInf, 0}, S_OK, {0, 0.1f, 1, 1}}});
+    Property<I, GLDATA_RGBA, LONG>(*material, name, get, gray, 0)
+        .Takes(set, {{{0.5f, 0.25f, 0.75f, 0}, S_OK, {0.5f, 0.25f, 0.75f, 1}}});
+    Property<I, GLDATA_RGBA, LONG>(*material, name, get, {0, 0.1f, 1, 1}, 1);
+  }
+  const std::initializer_list<Trip<float>> trips = {
+      {1.5f, S_OK, 1}, {-1, S_OK, 0}, {kNaN, S_OK, 0}, {0.5f, S_OK, 0.5f}};
+  Property<I, float, LONG>(*material, "front shininess", &I::GetShininess, 0, 1)
+      .Takes(&I::SetShininess, trips);
+  Property<I, float, LONG>(*material, "back shininess", &I::GetShininess, 0, 0)
+      .Takes(&I::SetShininess, trips);
+
+  Property(*material, "mode", &I::GetDrawMode, 5);
+  LONG enabled = -1;
+  material->IsDrawModeEnabled(GLMM_ENABLE_BACK, &enabled);
+  EXPECT_EQ(enabled, 0);
+  material->EnableDrawMode(static_cast<eGLMatDrawMode>(GLMM_ENABLE_BACK | GLMM_LIGHT_MODEL_TWO_SIDE), 1);
+  material->EnableDrawMode(GLMM_LIGHT_MODEL_LOCAL_VIEWER, 0);
+  Property(*material, "mode set", &I::GetDrawMode, 11);
+}
+
+TEST(Fog, KeepsWhatMakesSense) {
+  using I = IGLFog;
+  const auto fog = CreateObject<I>(CLSID_GLFog);
+  Property(*fog, "enabled", &I::IsEnabled, LONG{0}).Takes(&I::Enable, {{-3, S_OK, 1}, {0, S_OK, 0}});
+  const auto unknown = [](int aMode) { return static_cast<eGLFogCalcMode>(aMode); };
+  Property(*fog, "mode", &I::GetCalcMode, GLFM_CALCULATE_EXPONENT)
+      .Takes(&I::SetCalcMode, {{GLFM_CALCULATE_LINEAR, S_OK, GLFM_CALCULATE_LINEAR},
+                               {unknown(3), S_OK, GLFM_CALCULATE_EXPONENT_SQUARE},
+                               {GLFM_CALCULATE_EXPONENT, S_OK, GLFM_CALCULATE_EXPONENT},
+                               {unknown(0), S_OK, GLFM_CALCULATE_EXPONENT_SQUARE}});
+  Property(*fog, "density", &I::GetFogDensity, 0.01f)
+      .Takes(&I::SetFogDensity, {{0, E_GL_BADVALUE, 0.01f},
+                                 {2, S_OK, 2},
+                                 {-1, E_GL_BADVALUE, 2},
+                                 {kNaN, E_GL_BADVALUE, 2},
+                                 {kInf, S_OK, kInf}});
+  Property(*fog, "color", &I::GetFogColor, GLDATA_RGBA{1, 1, 1, 1})
+      .Takes(&I::SetFogColor, {{{2, 0.5f, kNaN, 0}, S_OK, {1, 0.5f, 0, 1}}});
+  Property(*fog, "start", &I::GetFogStart, 0.0f);
+  Property(*fog, "end", &I::GetFogEnd, 1000.0f);
+}
+
+TEST(Fog, RefusesDistancesThatMakeNoRange) {
+  const auto fog = CreateObject<IGLFog>(CLSID_GLFog);
+  using Range = std::pair<float, float>;
+  ASSERT_EQ(fog->SetFogStartAndEnd(2, 3), S_OK);
+  for (const auto& [start, end] : {Range{5, 5}, {6, 5}, {-1, 5}, {kNaN, 5}, {0, kNaN}, {kInf, kInf}}) {
+    EXPECT_EQ(fog->SetFogStartAndEnd(start, end), E_GL_BADVALUE) << start << " to " << end;
+    Range kept;
+    fog->GetFogStart(&kept.first);
+    fog->GetFogEnd(&kept.second);
+    EXPECT_EQ(kept, Range(2, 3)) << "a refused range changes nothing";
+  }
+}
+
+TEST(Light, RefusesLimitsOrMapsPropertyByProperty) {
+  using I = IGLLight;
+  const auto light = CreateObject<I>(CLSID_GLLight);
+  ASSERT_TRUE(light);
+  Property(*light, "enabled", &I::IsEnabled, LONG{0}).Takes(&I::Enable, {{7, S_OK, 1}, {0, S_OK, 0}});
+  Property(*light, "spotlight", &I::IsSpotlight, LONG{1})
+      .Takes(&I::SetAsSpotlight, {{0, S_OK, 0}, {-1, S_OK, 1}});
+  const std::initializer_list<Trip<GLDATA_RGBA>> colors = {
+      {{0.1f, 0.2f, 0.3f, 0.25f}, S_OK, {0.1f, 0.2f, 0.3f, 1}}, {{-1, kNaN, 4, 0}, S_OK, {0, 0, 1, 1}}};
+  Property(*light, "ambient", &I::GetAmbientLight, GLDATA_RGBA{0.5f, 0.5f, 0.5f, 1})
+      .Takes(&I::SetAmbientLight, colors);
+  Property(*light, "diffuse", &I::GetDiffuseLight, GLDATA_RGBA{0.5f, 0.5f, 0.5f, 1})
+      .Takes(&I::SetDiffuseLight, colors);
+  Property(*light, "specular", &I::GetSpecularLight, GLDATA_RGBA{1, 1, 1, 1})
+      .Takes(&I::SetSpecularLight, colors);
+  Property(*light, "cut-off", &I::GetCutOffAngle_DEG, 180.0f)
+      .Takes(&I::SetCutOffAngle_DEG, {{-45, S_OK, 45},
+                                      {90, S_OK, 90},
+                                      {90.5f, S_OK, 180},
+                                      {0, S_OK, 0},
+                                      {-kInf, S_OK, 180},
+                                      {kNaN, S_OK, 180}});
+  Property(*light, "exponent", &I::GetSpotExponent, 0.0f)
+      .Takes(&I::SetSpotExponent, {{200, S_OK, 128}, {-1, S_OK, 0}, {5, S_OK, 5}, {kNaN, S_OK, 0}});
+  Property(*light, "constant", &I::GetConstantAttenuation, 1.0f)
+      .Takes(&I::SetConstantAttenuation,
+             {{0, E_GL_BADVALUE, 1}, {-1, E_GL_BADVALUE, 1}, {kNaN, E_GL_BADVALUE, 1}, {0.5f, S_OK, 0.5f}});
+  const std::initializer_list<Trip<float>> falls = {
+      {2, S_OK, 2}, {-1, S_OK, 0}, {0.5f, S_OK, 0.5f}, {kNaN, S_OK, 0}};
+  Property(*light, "linear", &I::GetLinearAttenuation, 0.0f).Takes(&I::SetLinearAttenuation, falls);
+  Property(*light, "quadratic", &I::GetQuadraticAttenuation, 0.0f).Takes(&I::SetQuadraticAttenuation, falls);
+  const std::initializer_list<Trip<GLDATA_POINT>> vectors = {{{0, 0, 2}, S_OK, {0, 0, 2}},
+                                                             {{0, -0.0, 0}, E_GL_BADVALUE, {0, 0, 2}},
+                                                             {{kNaN, 1, 1}, E_GL_BADVALUE, {0, 0, 2}},
+                                                             {{1, 1, kNaN}, E_GL_BADVALUE, {0, 0, 2}},
+                                                             {{1e-200, 5, kInf}, S_OK, {1e-200, 5, kInf}}};
+  Property(*light, "position", &I::GetSpotPosition, GLDATA_POINT{0, 0, 1})
+      .Takes(&I::SetSpotPosition, vectors);
+  Property(*light, "direction", &I::GetDirection, GLDATA_POINT{0, 0, -1}).Takes(&I::SetDirection, vectors);
+}
+
+TEST(Light, SharesACoordinateSystemByReference) {
+  const auto first = CreateObject<IGLLight>(CLSID_GLLight), second = CreateObject<IGLLight>(CLSID_GLLight);
+  GLPtr<IGLCoord> own, shared;
+  ASSERT_EQ(first->GetCoord(own.Put()), S_OK);
+  ASSERT_TRUE(own);
+  EXPECT_EQ(first->AttachCoord(nullptr), E_INVALIDARG);
+  EXPECT_EQ(first->GetCoord(nullptr), E_INVALIDARG);
+  EXPECT_EQ(second->AttachCoord(own.Get()), S_OK);
+  EXPECT_EQ(second->AttachCoord(own.Get()), S_OK) << "the one it has";
+  ASSERT_EQ(second->GetCoord(shared.Put()), S_OK);
+  EXPECT_EQ(own, shared);
+  shared.Reset();
+  own->AddRef();
+  EXPECT_EQ(own->Release(), 3u) << "one reference here, one of each light";
+}
