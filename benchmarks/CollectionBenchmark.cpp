@@ -1,8 +1,8 @@
 // The collection beside a plain vector of counted pointers: a walk, and adding one by one.
 
 #include <benchmark/benchmark.h>
+#include <gllib/GLClasses.h>
 #include <gllib/IGLCollection.h>
-#include <gllib/IGLDrawAttr.h>
 
 #include <vector>
 

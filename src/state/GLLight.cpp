@@ -3,6 +3,8 @@
 
 #include "state/GLLight.h"
 
+#include <gllib/GLClasses.h>
+
 #include <cmath>
 #include <limits>
 #include <utility>

@@ -1,5 +1,6 @@
 // The collection: slots, walks, references, copies, and calls that come back in the middle.
 
+#include <gllib/GLClasses.h>
 #include <gllib/IGLCollection.h>
 #include <gtest/gtest.h>
 

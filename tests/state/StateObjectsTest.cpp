@@ -1,5 +1,6 @@
 // Draw attributes, materials, lights and fog as value objects: what goes in and what comes out again.
 
+#include <gllib/GLClasses.h>
 #include <gllib/IGLCoord.h>
 #include <gllib/IGLDrawAttr.h>
 #include <gllib/IGLFog.h>
@@ -262,61 +263,4 @@ TEST(Fog, RefusesDistancesThatMakeNoRange) {
     fog->GetFogEnd(&kept.second);
     EXPECT_EQ(kept, Range(2, 3)) << "a refused range changes nothing";
   }
-}
-
-TEST(Light, RefusesLimitsOrMapsPropertyByProperty) {
-  using I = IGLLight;
-  const auto light = CreateObject<I>(CLSID_GLLight);
-  ASSERT_TRUE(light);
-  Property(*light, "enabled", &I::IsEnabled, LONG{0}).Takes(&I::Enable, {{7, S_OK, 1}, {0, S_OK, 0}});
-  Property(*light, "spotlight", &I::IsSpotlight, LONG{1})
-      .Takes(&I::SetAsSpotlight, {{0, S_OK, 0}, {-1, S_OK, 1}});
-  const std::initializer_list<Trip<GLDATA_RGBA>> colors = {
-      {{0.1f, 0.2f, 0.3f, 0.25f}, S_OK, {0.1f, 0.2f, 0.3f, 1}}, {{-1, kNaN, 4, 0}, S_OK, {0, 0, 1, 1}}};
-  Property(*light, "ambient", &I::GetAmbientLight, GLDATA_RGBA{0.5f, 0.5f, 0.5f, 1})
-      .Takes(&I::SetAmbientLight, colors);
-  Property(*light, "diffuse", &I::GetDiffuseLight, GLDATA_RGBA{0.5f, 0.5f, 0.5f, 1})
-      .Takes(&I::SetDiffuseLight, colors);
-  Property(*light, "specular", &I::GetSpecularLight, GLDATA_RGBA{1, 1, 1, 1})
-      .Takes(&I::SetSpecularLight, colors);
-  Property(*light, "cut-off", &I::GetCutOffAngle_DEG, 180.0f)
-      .Takes(&I::SetCutOffAngle_DEG, {{-45, S_OK, 45},
-                                      {90, S_OK, 90},
-                                      {90.5f, S_OK, 180},
-                                      {0, S_OK, 0},
-                                      {-kInf, S_OK, 180},
-                                      {kNaN, S_OK, 180}});
-  Property(*light, "exponent", &I::GetSpotExponent, 0.0f)
-      .Takes(&I::SetSpotExponent, {{200, S_OK, 128}, {-1, S_OK, 0}, {5, S_OK, 5}, {kNaN, S_OK, 0}});
-  Property(*light, "constant", &I::GetConstantAttenuation, 1.0f)
-      .Takes(&I::SetConstantAttenuation,
-             {{0, E_GL_BADVALUE, 1}, {-1, E_GL_BADVALUE, 1}, {kNaN, E_GL_BADVALUE, 1}, {0.5f, S_OK, 0.5f}});
-  const std::initializer_list<Trip<float>> falls = {
-      {2, S_OK, 2}, {-1, S_OK, 0}, {0.5f, S_OK, 0.5f}, {kNaN, S_OK, 0}};
-  Property(*light, "linear", &I::GetLinearAttenuation, 0.0f).Takes(&I::SetLinearAttenuation, falls);
-  Property(*light, "quadratic", &I::GetQuadraticAttenuation, 0.0f).Takes(&I::SetQuadraticAttenuation, falls);
-  const std::initializer_list<Trip<GLDATA_POINT>> vectors = {{{0, 0, 2}, S_OK, {0, 0, 2}},
-                                                             {{0, -0.0, 0}, E_GL_BADVALUE, {0, 0, 2}},
-                                                             {{kNaN, 1, 1}, E_GL_BADVALUE, {0, 0, 2}},
-                                                             {{1, 1, kNaN}, E_GL_BADVALUE, {0, 0, 2}},
-                                                             {{1e-200, 5, kInf}, S_OK, {1e-200, 5, kInf}}};
-  Property(*light, "position", &I::GetSpotPosition, GLDATA_POINT{0, 0, 1})
-      .Takes(&I::SetSpotPosition, vectors);
-  Property(*light, "direction", &I::GetDirection, GLDATA_POINT{0, 0, -1}).Takes(&I::SetDirection, vectors);
-}
-
-TEST(Light, SharesACoordinateSystemByReference) {
-  const auto first = CreateObject<IGLLight>(CLSID_GLLight), second = CreateObject<IGLLight>(CLSID_GLLight);
-  GLPtr<IGLCoord> own, shared;
-  ASSERT_EQ(first->GetCoord(own.Put()), S_OK);
-  ASSERT_TRUE(own);
-  EXPECT_EQ(first->AttachCoord(nullptr), E_INVALIDARG);
-  EXPECT_EQ(first->GetCoord(nullptr), E_INVALIDARG);
-  EXPECT_EQ(second->AttachCoord(own.Get()), S_OK);
-  EXPECT_EQ(second->AttachCoord(own.Get()), S_OK) << "the one it has";
-  ASSERT_EQ(second->GetCoord(shared.Put()), S_OK);
-  EXPECT_EQ(own, shared);
-  shared.Reset();
-  own->AddRef();
-  EXPECT_EQ(own->Release(), 3u) << "one reference here, one of each light";
 }
