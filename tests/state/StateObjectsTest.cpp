@@ -20,16 +20,9 @@ static bool operator==(const GLDATA_RGBA& a, const GLDATA_RGBA& b) {
   return a.m_fRed == b.m_fRed && a.m_fGreen == b.m_fGreen && a.m_fBlue == b.m_fBlue &&
          a.m_fAlpha == b.m_fAlpha;
 }
-static bool operator==(const GLDATA_POINT& a, const GLDATA_POINT& b) {
-  return a.x == b.x && a.y == b.y && a.z == b.z;
-}
 static void PrintTo(const GLDATA_RGBA& c, std::ostream* aOut) {
   *aOut << "(" << c.m_fRed << ", " << c.m_fGreen << ", " << c.m_fBlue << ", " << c.m_fAlpha << ")";
 }
-static void PrintTo(const GLDATA_POINT& p, std::ostream* aOut) {
-  *aOut << "(" << p.x << ", " << p.y << ", " << p.z << ")";
-}
-
 namespace {
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
