@@ -1,9 +1,10 @@
-// All of the component's public surface.
+// All interfaces, classes, structures and identifiers of the component. Include this one.
 
 #pragma once
 
 #include <gllib/GLClasses.h>
 #include <gllib/GLEntryPoints.h>
+#include <gllib/GLIdentifiers.h>
 #include <gllib/GLTypes.h>
 #include <gllib/IGLBitmap.h>
 #include <gllib/IGLCanvas.h>
@@ -22,31 +23,3 @@
 #include <gllib/IGLTexture2D.h>
 #include <gllib/IGLViewer.h>
 #include <gllib/IGLViewerGauge.h>
-
-inline constexpr IID IID_IGLContext = IGLContext::Identifier;
-inline constexpr IID IID_IGLContext2 = IGLContext2::Identifier;
-inline constexpr IID IID_IGLContext12 = IGLContext12::Identifier;
-inline constexpr IID IID_IGLContext14_2 = IGLContext14_2::Identifier;
-inline constexpr IID IID_IGLContext14_3 = IGLContext14_3::Identifier;
-inline constexpr IID IID_IGLPainter = IGLPainter::Identifier;
-inline constexpr IID IID_IGLCapture = IGLCapture::Identifier;
-inline constexpr IID IID_IGLViewer = IGLViewer::Identifier;
-inline constexpr IID IID_IGLViewer2 = IGLViewer2::Identifier;
-inline constexpr IID IID_IGLViewerGauge = IGLViewerGauge::Identifier;
-inline constexpr IID IID_IGLCanvas = IGLCanvas::Identifier;
-inline constexpr IID IID_IGLCanvas2 = IGLCanvas2::Identifier;
-inline constexpr IID IID_IGLCanvas3 = IGLCanvas3::Identifier;
-inline constexpr IID IID_IGLCanvas13_1 = IGLCanvas13_1::Identifier;
-inline constexpr IID IID_IGLCanvas14_2 = IGLCanvas14_2::Identifier;
-inline constexpr IID IID_IGLCanvas14_4 = IGLCanvas14_4::Identifier;
-inline constexpr IID IID_IGLDrawAttr = IGLDrawAttr::Identifier;
-inline constexpr IID IID_IGLMaterial = IGLMaterial::Identifier;
-inline constexpr IID IID_IGLLight = IGLLight::Identifier;
-inline constexpr IID IID_IGLFog = IGLFog::Identifier;
-inline constexpr IID IID_IGLCollection = IGLCollection::Identifier;
-inline constexpr IID IID_IGLFont = IGLFont::Identifier;
-inline constexpr IID IID_IGLBitmap = IGLBitmap::Identifier;
-inline constexpr IID IID_IGLPixmap = IGLPixmap::Identifier;
-inline constexpr IID IID_IGLTexture1D = IGLTexture1D::Identifier;
-inline constexpr IID IID_IGLTexture2D = IGLTexture2D::Identifier;
-inline constexpr IID IID_IGLCoord = IGLCoord::Identifier;

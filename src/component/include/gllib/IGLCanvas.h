@@ -1,4 +1,4 @@
-// IGLCanvas, IGLCanvas2, IGLCanvas3, IGLCanvas13_1, IGLCanvas14_2, IGLCanvas14_4.
+// The drawing surface of painters and gauges.
 
 #pragma once
 
@@ -7,70 +7,42 @@
 struct IGLDrawAttr;
 struct IGLMaterial;
 
-/// Format of texture images, with GL's own values.
-enum eGLTexFormat : int {
-  GLTF_RGB = 6407,   ///< GL_RGB
-  GLTF_RGBA = 6408,  ///< GL_RGBA
-};
-
-/// Type of the components of texture images, with GL's own values.
+enum eGLTexFormat : int { GLTF_RGB = 6407, GLTF_RGBA = 6408 };
 enum eGLDataType : int {
-  GLDT_BYTE = 5120,            ///< GL_BYTE
-  GLDT_UNSIGNED_BYTE = 5121,   ///< GL_UNSIGNED_BYTE
-  GLDT_SHORT = 5122,           ///< GL_SHORT
-  GLDT_UNSIGNED_SHORT = 5123,  ///< GL_UNSIGNED_SHORT
-  GLDT_INT = 5124,             ///< GL_INT
-  GLDT_UNSIGNED_INT = 5125,    ///< GL_UNSIGNED_INT
-  GLDT_FLOAT = 5126,           ///< GL_FLOAT
-  GLDT_2_BYTES = 5127,         ///< GL_2_BYTES
-  GLDT_3_BYTES = 5128,         ///< GL_3_BYTES
-  GLDT_4_BYTES = 5129,         ///< GL_4_BYTES
-  GLDT_DOUBLE = 5130,          ///< GL_DOUBLE
+  GLDT_BYTE = 5120,
+  GLDT_UNSIGNED_BYTE = 5121,
+  GLDT_SHORT = 5122,
+  GLDT_UNSIGNED_SHORT = 5123,
+  GLDT_INT = 5124,
+  GLDT_UNSIGNED_INT = 5125,
+  GLDT_FLOAT = 5126,
+  GLDT_2_BYTES = 5127,
+  GLDT_3_BYTES = 5128,
+  GLDT_4_BYTES = 5129,
+  GLDT_DOUBLE = 5130
 };
-
-/// GL capabilities that a painter may switch, with GL's own values.
 enum eGLEnable : int {
-  GLE_COLOR_MATERIAL = 2903,  ///< GL_COLOR_MATERIAL
-  GLE_TEXTURE_GEN_S = 3168,   ///< GL_TEXTURE_GEN_S
-  GLE_TEXTURE_GEN_T = 3169,   ///< GL_TEXTURE_GEN_T
-  GLE_TEXTURE_2D = 3553,      ///< GL_TEXTURE_2D
+  GLE_COLOR_MATERIAL = 2903,
+  GLE_TEXTURE_GEN_S = 3168,
+  GLE_TEXTURE_GEN_T = 3169,
+  GLE_TEXTURE_2D = 3553
 };
-
-/// Texture coordinates, with GL's own values.
-enum eGLTextureCoordName : int {
-  GLTCN_S = 8192,  ///< GL_S
-  GLTCN_T = 8193,  ///< GL_T
-  GLTCN_R = 8194,  ///< GL_R
-  GLTCN_Q = 8195,  ///< GL_Q
-};
-
-/// Parameters of texture coordinate generation, with GL's own values.
+enum eGLTextureCoordName : int { GLTCN_S = 8192, GLTCN_T = 8193, GLTCN_R = 8194, GLTCN_Q = 8195 };
 enum eGLTextureGenParameter : int {
-  GLTGP_TEXTURE_GEN_MODE = 9472,  ///< GL_TEXTURE_GEN_MODE
-  GLTGP_OBJECT_PLANE = 9473,      ///< GL_OBJECT_PLANE
-  GLTGP_EYE_PLANE = 9474,         ///< GL_EYE_PLANE
+  GLTGP_TEXTURE_GEN_MODE = 9472,
+  GLTGP_OBJECT_PLANE = 9473,
+  GLTGP_EYE_PLANE = 9474
 };
-
-/// Texture parameters, with GL's own values.
 enum eGLTextureParameterName : int {
-  GLTPN_TEXTURE_MAG_FILTER = 10240,  ///< GL_TEXTURE_MAG_FILTER
-  GLTPN_TEXTURE_MIN_FILTER = 10241,  ///< GL_TEXTURE_MIN_FILTER
-  GLTPN_TEXTURE_WRAP_S = 10242,      ///< GL_TEXTURE_WRAP_S
-  GLTPN_TEXTURE_WRAP_T = 10243,      ///< GL_TEXTURE_WRAP_T
+  GLTPN_TEXTURE_MAG_FILTER = 10240,
+  GLTPN_TEXTURE_MIN_FILTER = 10241,
+  GLTPN_TEXTURE_WRAP_S = 10242,
+  GLTPN_TEXTURE_WRAP_T = 10243
 };
+enum eGLTextureEnvTarget : int { GLTET_TEXTURE_ENV = 8960 };
+enum eGLTextureEnvParameter : int { GLTEP_TEXTURE_ENV_MODE = 8704, GLTEP_TEXTURE_ENV_COLOR = 8705 };
 
-/// Target of texture environments, with GL's own value.
-enum eGLTextureEnvTarget : int {
-  GLTET_TEXTURE_ENV = 8960,  ///< GL_TEXTURE_ENV
-};
-
-/// Parameters of texture environments, with GL's own values.
-enum eGLTextureEnvParameter : int {
-  GLTEP_TEXTURE_ENV_MODE = 8704,   ///< GL_TEXTURE_ENV_MODE
-  GLTEP_TEXTURE_ENV_COLOR = 8705,  ///< GL_TEXTURE_ENV_COLOR
-};
-
-/// What a painter draws through: a thin typed layer over fixed-function GL.
+/// Matrices, primitives, attributes and lists.
 struct IGLCanvas : IUnknown {
   static constexpr IID Identifier = {
       0x06BE8897, 0x88A8, 0x46C5, {0x97, 0xD5, 0x60, 0x29, 0xDC, 0x9F, 0x5D, 0x69}};
@@ -128,7 +100,7 @@ struct IGLCanvas : IUnknown {
   ~IGLCanvas() = default;
 };
 
-/// Projections and attribute groups, and the eye's placement.
+/// Projections and attribute groups.
 struct IGLCanvas2 : IUnknown {
   static constexpr IID Identifier = {
       0x6624D85F, 0x8064, 0x4078, {0xA0, 0x1A, 0x2F, 0x60, 0x76, 0xD5, 0x96, 0xE3}};
@@ -144,7 +116,7 @@ struct IGLCanvas2 : IUnknown {
   ~IGLCanvas2() = default;
 };
 
-/// Mapping between model and window coordinates.
+/// Mapping between window and model.
 struct IGLCanvas3 : IUnknown {
   static constexpr IID Identifier = {
       0xE8AECE70, 0x954B, 0x4659, {0x93, 0xC1, 0xF3, 0x14, 0x46, 0xEC, 0x2B, 0x05}};
@@ -158,7 +130,7 @@ struct IGLCanvas3 : IUnknown {
   ~IGLCanvas3() = default;
 };
 
-/// Transparent triangles, what was applied last, and the client's selection flag.
+/// Transparent triangles, and what was applied last.
 struct IGLCanvas13_1 : IUnknown {
   static constexpr IID Identifier = {
       0x865105DF, 0xCC17, 0x4E81, {0x9C, 0xC7, 0x73, 0x51, 0x17, 0xF0, 0x24, 0x99}};
@@ -181,7 +153,7 @@ struct IGLCanvas13_1 : IUnknown {
   ~IGLCanvas13_1() = default;
 };
 
-/// Winding, and the modelview matrix itself.
+/// Winding, and the modelview matrix as it stands.
 struct IGLCanvas14_2 : IUnknown {
   static constexpr IID Identifier = {
       0x7ED22534, 0xF8F7, 0x43CA, {0x8B, 0xF1, 0x27, 0x7F, 0x34, 0xF2, 0x7F, 0x1D}};
@@ -193,7 +165,7 @@ struct IGLCanvas14_2 : IUnknown {
   ~IGLCanvas14_2() = default;
 };
 
-/// Textures, straight forwards to GL.
+/// Texturing by GL texture names.
 struct IGLCanvas14_4 : IUnknown {
   static constexpr IID Identifier = {
       0x03E21E5C, 0xAD9E, 0x4C71, {0x8F, 0x39, 0xA1, 0x4D, 0x90, 0x01, 0xBB, 0x00}};
@@ -202,7 +174,7 @@ struct IGLCanvas14_4 : IUnknown {
   virtual HRESULT BindTexture2D(unsigned int nTextureID) noexcept = 0;
   virtual HRESULT TexImage2D(int nLevel, int nInternalFormat, int nWidth, int nHeight, int nBorder,
                              eGLTexFormat eFormat, eGLDataType eType, int nDataBytes,
-                             std::uint8_t* pbyPixels) noexcept = 0;
+                             unsigned char* pbyPixels) noexcept = 0;
   virtual HRESULT Enable(eGLEnable eEnable) noexcept = 0;
   virtual HRESULT Disable(eGLEnable eDisable) noexcept = 0;
   virtual HRESULT TexGeni(eGLTextureCoordName eCoord, eGLTextureGenParameter ePName, int nValue) noexcept = 0;
@@ -218,7 +190,7 @@ struct IGLCanvas14_4 : IUnknown {
   virtual HRESULT TexCoord2f(float fS, float fT) noexcept = 0;
   virtual HRESULT TexCoord2d(double dS, double dT) noexcept = 0;
   virtual HRESULT Build2DMipmaps(int nInternalFormat, int nWidth, int nHeight, eGLTexFormat eFormat,
-                                 eGLDataType eType, int nDataBytes, std::uint8_t* pbyPixels) noexcept = 0;
+                                 eGLDataType eType, int nDataBytes, unsigned char* pbyPixels) noexcept = 0;
 
  protected:
   ~IGLCanvas14_4() = default;

@@ -1,4 +1,4 @@
-// IGLCapture.
+// What a host implements to receive pictures of what a context draws.
 
 #pragma once
 
@@ -6,7 +6,7 @@
 
 struct IGLPixmap;
 
-/// The client's wish for a picture, and its receiver. Called on the draw thread after each frame.
+/// Asked after every frame. Called on the draw thread.
 struct IGLCapture : IUnknown {
   static constexpr IID Identifier = {
       0xF8BF68B8, 0x3816, 0x4F53, {0xA9, 0xE7, 0x04, 0x9A, 0x6F, 0xEB, 0x42, 0x2E}};

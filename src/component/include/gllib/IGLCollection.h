@@ -1,10 +1,10 @@
-// IGLCollection.
+// Slots that hold objects.
 
 #pragma once
 
 #include <gllib/GLTypes.h>
 
-/// Numbered slots that hold counted references; a walk goes by slot number and bears removals.
+/// Collection.
 struct IGLCollection : IUnknown {
   static constexpr IID Identifier = {
       0x1BF499B7, 0xCFCC, 0x486F, {0xBC, 0x74, 0x8E, 0xBC, 0xC2, 0x91, 0x6E, 0x94}};

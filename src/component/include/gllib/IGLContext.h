@@ -1,4 +1,4 @@
-// IGLContext, IGLContext2, IGLContext12, IGLContext14_2, IGLContext14_3.
+// The context: a GL window, its draw thread, and all that is drawn with.
 
 #pragma once
 
@@ -13,7 +13,7 @@ struct IGLLight;
 struct IGLPainter;
 struct IGLViewer;
 
-/// A GL window with a draw thread that repaints it continuously, and all that a frame is drawn with.
+/// The context.
 struct IGLContext : IUnknown {
   static constexpr IID Identifier = {
       0x1750378C, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};
@@ -68,7 +68,7 @@ struct IGLContext : IUnknown {
   ~IGLContext() = default;
 };
 
-/// Control of the draw thread's cycle, and fonts from the component's own glyph atlases.
+/// Draw-thread control and internal fonts.
 struct IGLContext2 : IUnknown {
   static constexpr IID Identifier = {
       0x9A6C5A69, 0x5F0E, 0x4D23, {0xB7, 0xDC, 0x8B, 0xC1, 0xE6, 0x57, 0x2E, 0xBB}};
@@ -93,7 +93,7 @@ struct IGLContext12 : IUnknown {
   ~IGLContext12() = default;
 };
 
-/// Access to the context's canvas.
+/// Access to the canvas.
 struct IGLContext14_2 : IUnknown {
   static constexpr IID Identifier = {
       0x0683A4F3, 0x1BD0, 0x4F66, {0x84, 0x00, 0xD2, 0xA8, 0x63, 0x1C, 0xE4, 0x9A}};
@@ -104,7 +104,7 @@ struct IGLContext14_2 : IUnknown {
   ~IGLContext14_2() = default;
 };
 
-/// Requests for smooth edges, to be made before Initialize.
+/// Requests for multisampling.
 struct IGLContext14_3 : IUnknown {
   static constexpr IID Identifier = {
       0xC0BBA8A5, 0xCCEB, 0x4C15, {0xA8, 0x08, 0x34, 0xC8, 0x0F, 0x4A, 0xD3, 0x93}};

@@ -1,10 +1,10 @@
-// IGLCoord.
+// A coordinate system.
 
 #pragma once
 
 #include <gllib/GLTypes.h>
 
-/// A coordinate system: an origin and three angles within its parent system.
+/// Coordinate system.
 struct IGLCoord : IUnknown {
   static constexpr IID Identifier = {
       0x882DD086, 0x033E, 0x11D4, {0xA3, 0x19, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};

@@ -1,26 +1,29 @@
-// IGLDrawAttr.
+// How points, lines and faces are drawn.
 
 #pragma once
 
 #include <gllib/GLTypes.h>
 
-/// Bits of the drawing mode; they combine freely.
 enum eGLDrawMode : int {
-  GLDM_LINE_FRONT = 1,                 ///< front faces as lines; beats points
-  GLDM_LINE_BACK = 2,                  ///< back faces as lines; beats points
-  GLDM_POINT_FRONT = 4,                ///< front faces as points
-  GLDM_POINT_BACK = 8,                 ///< back faces as points
-  GLDM_SHOW_FRONT = 16,                ///< beside GLDM_SHOW_BACK: nothing is culled
-  GLDM_SHOW_BACK = 32,                 ///< alone: front faces are culled; clear: back faces are
-  GLDM_TRANSPARENCY = 64,              ///< kept and told, without effect: the colour's alpha counts
-  GLDM_SMOOTH_LIGHTING = 128,          ///< smooth shading, else flat
-  GLDM_SMOOTH_POINT = 256,             ///< round points
-  GLDM_SMOOTH_LINE = 512,              ///< smooth lines
-  GLDM_POLYGON_OFFSET = 1024,          ///< filled faces move away from the eye
-  GLDM_POLYGON_OFFSET_REVERSE = 2048,  ///< faces drawn as lines move towards it; beats the other
+  GLDM_LINE_FRONT = 1,
+  GLDM_LINE_BACK = 2,
+  GLDM_POINT_FRONT = 4,
+  GLDM_POINT_BACK = 8,
+  GLDM_SHOW_FRONT = 16,
+  GLDM_SHOW_BACK = 32,
+  GLDM_TRANSPARENCY = 64,
+  GLDM_SMOOTH_LIGHTING = 128,
+  GLDM_SMOOTH_POINT = 256,
+  GLDM_SMOOTH_LINE = 512,
+  GLDM_POLYGON_OFFSET = 1024,
+  GLDM_POLYGON_OFFSET_REVERSE = 2048
 };
 
-/// Colour, sizes, stipple and drawing mode, applied by IGLCanvas::SetDrawAttributes.
+constexpr eGLDrawMode operator|(eGLDrawMode a, eGLDrawMode b) noexcept {
+  return static_cast<eGLDrawMode>(static_cast<int>(a) | static_cast<int>(b));
+}
+
+/// Draw attributes.
 struct IGLDrawAttr : IUnknown {
   static constexpr IID Identifier = {
       0x1750378E, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};

@@ -1,17 +1,16 @@
-// IGLFog.
+// The fog of a context.
 
 #pragma once
 
 #include <gllib/GLTypes.h>
 
-/// How fog thickens with the distance (OpenGL 1.1, 3.10).
 enum eGLFogCalcMode : int {
-  GLFM_CALCULATE_LINEAR = 1,           ///< between start and end
-  GLFM_CALCULATE_EXPONENT = 2,         ///< by the density
-  GLFM_CALCULATE_EXPONENT_SQUARE = 4,  ///< by the density, squared
+  GLFM_CALCULATE_LINEAR = 1,
+  GLFM_CALCULATE_EXPONENT = 2,
+  GLFM_CALCULATE_EXPONENT_SQUARE = 4
 };
 
-/// The fog of a context.
+/// Fog.
 struct IGLFog : IUnknown {
   static constexpr IID Identifier = {
       0x17503790, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};

@@ -1,23 +1,20 @@
-// IGLFont.
+// A font of a context.
 
 #pragma once
 
 #include <gllib/GLTypes.h>
 
-/// Bits of a font's style; with none of the families set a sans-serif one, without GLFS_FIXED_PITCH variable
-/// pitch.
-enum eGLFontStyle : int {
-  GLFS_ITALIC = 1,
-  GLFS_UNDERLINE = 2,
-  GLFS_STRIKEOUT = 4,
-  GLFS_FIXED_PITCH = 8,
-  GLFS_DECORATIVE = 16,  ///< family, looked at second
-  GLFS_SCRIPT = 32,      ///< family, looked at first
-  GLFS_MODERN = 64,      ///< family, looked at third
-  GLFS_ROMAN = 128,      ///< family, looked at fourth
-};
+// Style bits of a font; they combine freely.
+inline constexpr int GLFS_ITALIC = 1;
+inline constexpr int GLFS_UNDERLINE = 2;
+inline constexpr int GLFS_STRIKEOUT = 4;
+inline constexpr int GLFS_FIXED_PITCH = 8;
+inline constexpr int GLFS_DECORATIVE = 16;
+inline constexpr int GLFS_SCRIPT = 32;
+inline constexpr int GLFS_MODERN = 64;
+inline constexpr int GLFS_ROMAN = 128;
 
-/// A font of a context: prints text into the current frame.
+/// Font.
 struct IGLFont : IUnknown {
   static constexpr IID Identifier = {
       0x17503792, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};

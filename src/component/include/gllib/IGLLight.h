@@ -1,4 +1,4 @@
-// IGLLight.
+// A light of a context.
 
 #pragma once
 
@@ -6,7 +6,7 @@
 
 struct IGLCoord;
 
-/// One light of a context.
+/// A light.
 struct IGLLight : IUnknown {
   static constexpr IID Identifier = {
       0x17503794, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};

@@ -1,18 +1,21 @@
-// IGLMaterial.
+// How lit faces reflect light.
 
 #pragma once
 
 #include <gllib/GLTypes.h>
 
-/// Bits of a material's mode; they combine freely.
 enum eGLMatDrawMode : int {
-  GLMM_ENABLE_FRONT = 1,              ///< the front record is applied
-  GLMM_ENABLE_BACK = 2,               ///< the back record is applied
-  GLMM_LIGHT_MODEL_LOCAL_VIEWER = 4,  ///< highlights by the real eye position
-  GLMM_LIGHT_MODEL_TWO_SIDE = 8,      ///< back faces lit from their side; with GLMM_ENABLE_BACK
+  GLMM_ENABLE_FRONT = 1,
+  GLMM_ENABLE_BACK = 2,
+  GLMM_LIGHT_MODEL_LOCAL_VIEWER = 4,
+  GLMM_LIGHT_MODEL_TWO_SIDE = 8
 };
 
-/// Material parameters of front and back faces, applied by IGLCanvas::SetMaterial.
+constexpr eGLMatDrawMode operator|(eGLMatDrawMode a, eGLMatDrawMode b) noexcept {
+  return static_cast<eGLMatDrawMode>(static_cast<int>(a) | static_cast<int>(b));
+}
+
+/// Material.
 struct IGLMaterial : IUnknown {
   static constexpr IID Identifier = {
       0x17503796, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};

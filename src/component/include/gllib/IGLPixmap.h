@@ -1,4 +1,4 @@
-// IGLPixmap.
+// A true-colour image.
 
 #pragma once
 
@@ -6,7 +6,7 @@
 
 struct IGLContext;
 
-/// A true-colour picture in main memory.
+/// Pixmap.
 struct IGLPixmap : IUnknown {
   static constexpr IID Identifier = {
       0x4EE20F33, 0x2F46, 0x43B4, {0x83, 0x44, 0x4C, 0x25, 0x22, 0xAD, 0x59, 0x01}};

@@ -1,14 +1,15 @@
-// IGLTexture1D.
+// A band of colours drawn along a strip of faces.
 
 #pragma once
 
-#include <gllib/GLTextureMode.h>
 #include <gllib/GLTypes.h>
 
 struct IGLContext;
 struct IGLPixmap;
 
-/// A one-dimensional texture on a strip of quads.
+enum eGLTextureMode : int { GLTM_MODULATE = 1, GLTM_DECAL = 2, GLTM_BLEND = 3 };
+
+/// Texture.
 struct IGLTexture1D : IUnknown {
   static constexpr IID Identifier = {
       0x58E698E2, 0xF176, 0x4C06, {0x8A, 0x86, 0xCC, 0xE0, 0x8A, 0x3E, 0x1F, 0xA1}};

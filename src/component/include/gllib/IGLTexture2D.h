@@ -1,14 +1,13 @@
-// IGLTexture2D.
+// An image drawn on a face.
 
 #pragma once
 
-#include <gllib/GLTextureMode.h>
-#include <gllib/GLTypes.h>
+#include <gllib/IGLTexture1D.h>
 
 struct IGLContext;
 struct IGLPixmap;
 
-/// A two-dimensional texture on a polygon.
+/// Texture.
 struct IGLTexture2D : IUnknown {
   static constexpr IID Identifier = {
       0x61785FC9, 0x5A44, 0x4729, {0x83, 0x20, 0x3C, 0xF9, 0x86, 0x14, 0xA0, 0x3E}};

@@ -1,4 +1,4 @@
-// IGLViewer, IGLViewer2.
+// A view into a context.
 
 #pragma once
 
@@ -8,7 +8,7 @@ struct IGLCollection;
 struct IGLCoord;
 struct IGLViewerGauge;
 
-/// One view into a context: an eye, a projection, an optional clip rectangle, gauges.
+/// A view.
 struct IGLViewer : IUnknown {
   static constexpr IID Identifier = {
       0x17503798, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};
@@ -57,7 +57,7 @@ struct IGLViewer : IUnknown {
   ~IGLViewer() = default;
 };
 
-/// The axes figure of a view.
+/// The axes figure.
 struct IGLViewer2 : IUnknown {
   static constexpr IID Identifier = {
       0xAD73F8A0, 0xC1B2, 0x409F, {0xAD, 0x01, 0x58, 0xFD, 0x29, 0x26, 0xFF, 0x02}};

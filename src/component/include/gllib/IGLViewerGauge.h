@@ -1,13 +1,13 @@
-// IGLViewerGauge.
+// What a host implements to draw over a viewer.
 
 #pragma once
 
-#include <gllib/GLTypes.h>
+#include <gllib/GLPlatform.h>
 
 struct IGLCanvas;
 struct IGLContext;
 
-/// A client's figure drawn over a view, with both matrices at identity and lighting off.
+/// Drawn over the scene of a viewer. Called on the draw thread.
 struct IGLViewerGauge : IUnknown {
   static constexpr IID Identifier = {
       0x882DD083, 0x033E, 0x11D4, {0xA3, 0x19, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};
