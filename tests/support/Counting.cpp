@@ -1,0 +1,45 @@
+// The counting operator new. Each thread has a counter of its own.
+
+#include "support/Counting.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+thread_local std::size_t t_uAllocations = 0;
+
+void* Allocate(std::size_t aSize, std::size_t aAlignment) noexcept {
+  ++t_uAllocations;
+  if (aAlignment <= alignof(std::max_align_t)) return std::malloc(aSize > 0 ? aSize : 1);
+  return std::aligned_alloc(aAlignment, (aSize + aAlignment - 1) / aAlignment * aAlignment);
+}
+
+void* AllocateOrThrow(std::size_t aSize, std::size_t aAlignment) {
+  void* block = Allocate(aSize, aAlignment);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
+}  // namespace
+
+std::size_t AllocationsOfThisThread() noexcept { return t_uAllocations; }
+
+void* operator new(std::size_t aSize) { return AllocateOrThrow(aSize, 1); }
+void* operator new[](std::size_t aSize) { return AllocateOrThrow(aSize, 1); }
+void* operator new(std::size_t aSize, const std::nothrow_t&) noexcept { return Allocate(aSize, 1); }
+void* operator new[](std::size_t aSize, const std::nothrow_t&) noexcept { return Allocate(aSize, 1); }
+void* operator new(std::size_t aSize, std::align_val_t aAlignment) {
+  return AllocateOrThrow(aSize, static_cast<std::size_t>(aAlignment));
+}
+void* operator new[](std::size_t aSize, std::align_val_t aAlignment) {
+  return AllocateOrThrow(aSize, static_cast<std::size_t>(aAlignment));
+}
+void operator delete(void* aBlock) noexcept { std::free(aBlock); }
+void operator delete[](void* aBlock) noexcept { std::free(aBlock); }
+void operator delete(void* aBlock, std::size_t) noexcept { std::free(aBlock); }
+void operator delete[](void* aBlock, std::size_t) noexcept { std::free(aBlock); }
+void operator delete(void* aBlock, std::align_val_t) noexcept { std::free(aBlock); }
+void operator delete[](void* aBlock, std::align_val_t) noexcept { std::free(aBlock); }
+void operator delete(void* aBlock, std::size_t, std::align_val_t) noexcept { std::free(aBlock); }
+void operator delete[](void* aBlock, std::size_t, std::align_val_t) noexcept { std::free(aBlock); }

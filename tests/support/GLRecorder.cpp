@@ -1,0 +1,308 @@
+// GLRecorder: stands between the executable's code and the driver for each function of GLCalls.inc.
+// Hidden visibility keeps the stand-ins out of reach of shared libraries: GLU and the driver call GL itself.
+
+#include "support/GLRecorder.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <variant>
+
+namespace {
+
+struct Call {
+  std::string_view m_Function;
+  std::string m_Text;
+};
+
+/// What the recorder that stands has been told and has seen.
+struct Recording {
+  std::mutex m_Lock;
+  bool m_bRecords = false;
+  std::optional<std::thread::id> m_Only;
+  std::vector<Call> m_aCalls;
+  std::set<std::string, std::less<>> m_Failing;
+  std::map<GLenum, std::string> m_Strings;
+};
+
+std::atomic<bool> s_bStands{false};
+
+Recording& TheRecording() {
+  static Recording recording;
+  return recording;
+}
+
+void* RealFunction(const char* aName) {
+  void* found = dlsym(RTLD_NEXT, aName);
+  if (found == nullptr) {
+    std::fprintf(stderr, "no %s behind the recorder\n", aName);
+    std::abort();
+  }
+  return found;
+}
+
+// --- text of a call ---
+
+/// An argument as the text needs it. What a function writes to is left out: std::monostate.
+using Argument = std::variant<std::monostate, double, float, long long, const double*, const float*,
+                              const int*, const void*>;
+
+template <class T>
+Argument ToArgument(T aValue) {
+  if constexpr (std::is_floating_point_v<T>) {
+    return aValue;
+  } else if constexpr (std::is_integral_v<T>) {
+    return static_cast<long long>(aValue);
+  } else if constexpr (!std::is_const_v<std::remove_pointer_t<T>>) {
+    return std::monostate();
+  } else if constexpr (std::is_constructible_v<Argument, T> && !std::is_same_v<T, const void*>) {
+    return Argument(aValue);
+  } else {
+    return static_cast<const void*>(aValue);
+  }
+}
+
+template <class Number>
+std::string NumberText(Number aValue) {
+  char text[32];
+  return {text, std::to_chars(text, text + sizeof text, aValue).ptr};
+}
+
+/// How many values a vector function reads; 0 where that isn't known.
+int VectorLength(std::string_view aFunction, long long aName) {
+  if (aFunction.find("Matrix") != aFunction.npos) return 16;
+  if (aFunction == "glClipPlane") return 4;
+  if (!aFunction.ends_with('v')) return 0;
+  const char digit = aFunction[aFunction.size() - 3];
+  if (digit >= '1' && digit <= '4') return digit - '0';
+  switch (aName) {
+    case GL_AMBIENT:
+    case GL_DIFFUSE:
+    case GL_SPECULAR:
+    case GL_EMISSION:
+    case GL_AMBIENT_AND_DIFFUSE:
+    case GL_POSITION:
+    case GL_FOG_COLOR:
+    case GL_LIGHT_MODEL_AMBIENT:
+    case GL_TEXTURE_ENV_COLOR:
+    case GL_TEXTURE_BORDER_COLOR:
+    case GL_OBJECT_PLANE:
+    case GL_EYE_PLANE:
+      return 4;
+    case GL_SPOT_DIRECTION:
+    case GL_COLOR_INDEXES:
+      return 3;
+    default:
+      return 1;
+  }
+}
+
+template <class Number>
+std::string VectorText(const Number* aValues, int aLength) {
+  if (aValues == nullptr) return "null";
+  if (aLength == 0) return "data";
+  std::string text = "{";
+  for (int i = 0; i < aLength; ++i) text += (i > 0 ? ", " : "") + NumberText(aValues[i]);
+  return text + "}";
+}
+
+std::string MaskText(std::string_view aFunction, long long aMask) {
+  constexpr std::pair<long long, const char*> kBits[] = {{GL_COLOR_BUFFER_BIT, "GL_COLOR_BUFFER_BIT"},
+                                                         {GL_DEPTH_BUFFER_BIT, "GL_DEPTH_BUFFER_BIT"},
+                                                         {GL_STENCIL_BUFFER_BIT, "GL_STENCIL_BUFFER_BIT"}};
+  if (aFunction != "glClear") return aMask == GL_ALL_ATTRIB_BITS ? "GL_ALL_ATTRIB_BITS" : NumberText(aMask);
+  std::string text;
+  for (const auto& [bit, name] : kBits) {
+    if ((aMask & bit) != 0) text += (text.empty() ? "" : " | ") + std::string(name);
+  }
+  return text.empty() ? "0" : text;
+}
+
+std::string IntegerText(std::string_view aFunction, std::string_view aDeclaration, long long aValue) {
+  constexpr const char* kPrimitives[] = {
+      "GL_POINTS",         "GL_LINES",        "GL_LINE_LOOP", "GL_LINE_STRIP", "GL_TRIANGLES",
+      "GL_TRIANGLE_STRIP", "GL_TRIANGLE_FAN", "GL_QUADS",     "GL_QUAD_STRIP", "GL_POLYGON"};
+  if (aFunction == "glBegin" && aValue <= GL_POLYGON) return kPrimitives[aValue];
+  if (aDeclaration.starts_with("GLboolean")) return aValue != 0 ? "GL_TRUE" : "GL_FALSE";
+  if (aDeclaration.starts_with("GLbitfield")) return MaskText(aFunction, aValue);
+  if (aDeclaration.ends_with("factor") && aValue <= GL_ONE) return aValue != 0 ? "GL_ONE" : "GL_ZERO";
+  // Some numbers stand for constants too; small ones are taken as what they are.
+  const bool mayBeConstant = aDeclaration.ends_with(" param") || aDeclaration.ends_with(" internalFormat");
+  if (aDeclaration.starts_with("GLenum") || (mayBeConstant && aValue >= 0x100)) {
+    return NameOfGLConstant(static_cast<GLenum>(aValue));
+  }
+  return NumberText(aValue);
+}
+
+/// @param aParameters the parameter list as it is declared: "(GLenum plane, const GLdouble* equation)"
+template <std::size_t N>
+std::string CallText(std::string_view aFunction, std::string_view aParameters,
+                     const std::array<Argument, N>& aArguments) {
+  std::string text = std::string(aFunction) + "(";
+  long long lastInteger = 0;  // of a vector function: the name of what is set
+  aParameters = aParameters.substr(1, aParameters.size() - 2);
+  for (std::size_t i = 0; i < N; ++i) {
+    const std::size_t comma = std::min(aParameters.find(", "), aParameters.size());
+    const std::string_view declaration = aParameters.substr(0, comma);
+    aParameters.remove_prefix(std::min(comma + 2, aParameters.size()));
+    if (i > 0) text += ", ";
+    text += std::visit(
+        [&](auto value) -> std::string {
+          using T = decltype(value);
+          if constexpr (std::is_same_v<T, std::monostate>) {
+            return "out";
+          } else if constexpr (std::is_same_v<T, long long>) {
+            lastInteger = value;
+            return IntegerText(aFunction, declaration, value);
+          } else if constexpr (std::is_same_v<T, const void*>) {
+            return value == nullptr ? "null" : "data";
+          } else if constexpr (std::is_pointer_v<T>) {
+            return VectorText(value, VectorLength(aFunction, lastInteger));
+          } else {
+            return NumberText(value);
+          }
+        },
+        aArguments[i]);
+  }
+  return text + ")";
+}
+
+// --- the stand-ins ---
+
+/// Notes a call. @return whether the function has been told to fail
+template <class MakeText>
+bool Note(std::string_view aFunction, const MakeText& aMakeText) {
+  Recording& recording = TheRecording();
+  const std::scoped_lock lock(recording.m_Lock);
+  if (recording.m_bRecords &&
+      recording.m_Only.value_or(std::this_thread::get_id()) == std::this_thread::get_id()) {
+    recording.m_aCalls.push_back({aFunction, aMakeText()});
+  }
+  return recording.m_Failing.contains(aFunction);
+}
+
+template <class Function>
+class StandIn;
+
+/// One function: its declaration, and the driver's own, looked up at the first call.
+template <class Result, class... Args>
+class StandIn<Result(Args...)> {
+ public:
+  constexpr StandIn(const char* aName, const char* aParameters)
+      : m_szName(aName), m_szParameters(aParameters) {}
+
+  Result operator()(Args... aArgs) {
+    if (s_bStands.load(std::memory_order_relaxed)) {
+      const auto text = [&] {
+        return CallText(m_szName, m_szParameters,
+                        std::array<Argument, sizeof...(Args)>{ToArgument(aArgs)...});
+      };
+      if (Note(m_szName, text)) return Result();
+    }
+    return Real()(aArgs...);
+  }
+  auto Real() -> Result (*)(Args...) {
+    void* real = m_pReal.load(std::memory_order_acquire);
+    if (real == nullptr) {
+      real = RealFunction(m_szName);
+      m_pReal.store(real, std::memory_order_release);
+    }
+    return reinterpret_cast<Result (*)(Args...)>(real);
+  }
+
+ private:
+  const char* m_szName;
+  const char* m_szParameters;
+  std::atomic<void*> m_pReal{nullptr};
+};
+
+}  // namespace
+
+#define GL_CALL(result, name, parameters, arguments)                   \
+  extern "C" result GLAPIENTRY name parameters {                       \
+    static constinit StandIn<decltype(name)> call{#name, #parameters}; \
+    return call arguments;                                             \
+  }
+#include "support/GLCalls.inc"
+#undef GL_CALL
+
+extern "C" const GLubyte* GLAPIENTRY glGetString(GLenum name) {
+  static constinit StandIn<decltype(glGetString)> call{"glGetString", "(GLenum name)"};
+  const GLubyte* answer = call(name);
+  if (!s_bStands.load(std::memory_order_relaxed)) return answer;
+  Recording& recording = TheRecording();
+  const std::scoped_lock lock(recording.m_Lock);
+  const auto found = recording.m_Strings.find(name);
+  return found == recording.m_Strings.end() ? answer
+                                            : reinterpret_cast<const GLubyte*>(found->second.c_str());
+}
+
+GLRecorder::GLRecorder() {
+  Resume();
+  s_bStands = true;
+}
+
+GLRecorder::~GLRecorder() {
+  s_bStands = false;
+  Recording& recording = TheRecording();
+  const std::scoped_lock lock(recording.m_Lock);
+  recording.m_bRecords = false;
+  recording.m_Only.reset();
+  recording.m_aCalls.clear();
+  recording.m_Failing.clear();
+  recording.m_Strings.clear();
+}
+
+void GLRecorder::OnlyFrom(std::thread::id aThread) {
+  const std::scoped_lock lock(TheRecording().m_Lock);
+  TheRecording().m_Only = aThread;
+}
+
+void GLRecorder::Pause() {
+  const std::scoped_lock lock(TheRecording().m_Lock);
+  TheRecording().m_bRecords = false;
+}
+
+void GLRecorder::Resume() {
+  const std::scoped_lock lock(TheRecording().m_Lock);
+  TheRecording().m_bRecords = true;
+}
+
+void GLRecorder::Clear() {
+  const std::scoped_lock lock(TheRecording().m_Lock);
+  TheRecording().m_aCalls.clear();
+}
+
+std::vector<std::string> GLRecorder::Calls() const { return CallsOf({"*"}); }
+
+std::vector<std::string> GLRecorder::CallsOf(const std::vector<std::string_view>& aFunctions) const {
+  const std::scoped_lock lock(TheRecording().m_Lock);
+  std::vector<std::string> result;
+  for (const Call& call : TheRecording().m_aCalls) {
+    const bool wanted = std::ranges::any_of(aFunctions, [&](std::string_view function) {
+      if (!function.ends_with('*')) return call.m_Function == function;
+      return call.m_Function.starts_with(function.substr(0, function.size() - 1));
+    });
+    if (wanted) result.push_back(call.m_Text);
+  }
+  return result;
+}
+
+void GLRecorder::Fail(std::string_view aFunction) {
+  const std::scoped_lock lock(TheRecording().m_Lock);
+  TheRecording().m_Failing.emplace(aFunction);
+}
+
+void GLRecorder::SetString(GLenum aName, std::string aText) {
+  const std::scoped_lock lock(TheRecording().m_Lock);
+  TheRecording().m_Strings[aName] = std::move(aText);
+}

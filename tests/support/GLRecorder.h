@@ -1,0 +1,43 @@
+// GLRecorder: the GL and GLU calls that the process makes, in order, as text.
+// The test executables define those functions themselves: each call is noted while a recorder stands, and
+// goes on to the driver. Only calls of the executable's own code are seen, not those that GLU makes inside.
+// Any thread may call GL meanwhile; one recorder at a time.
+
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "platform/GL.h"
+
+/// Records from its making to its end. A call reads "glFogf(GL_FOG_DENSITY, 0.5)"; what a vector function
+/// points to is spelled out, as in "glLightfv(GL_LIGHT0, GL_DIFFUSE, {1, 1, 1, 1})".
+class GLRecorder {
+ public:
+  GLRecorder();
+  ~GLRecorder();
+  GLRecorder(const GLRecorder&) = delete;
+  GLRecorder& operator=(const GLRecorder&) = delete;
+
+  /// Records the calls of one thread alone, from now on.
+  void OnlyFrom(std::thread::id aThread);
+  /// Stops and goes on. Forced results stay in force while it pauses.
+  void Pause();
+  void Resume();
+  void Clear();
+
+  std::vector<std::string> Calls() const;
+  /// The calls of some functions, or of families of them: "glFog*".
+  std::vector<std::string> CallsOf(const std::vector<std::string_view>& aFunctions) const;
+  int Count(std::string_view aFunction) const { return static_cast<int>(CallsOf({aFunction}).size()); }
+
+  /// Makes a function fail: it isn't called any more, and gives 0.
+  void Fail(std::string_view aFunction);
+  /// What glGetString answers for a name instead of the driver.
+  void SetString(GLenum aName, std::string aText);
+};
+
+/// The name of a GL constant of version 1.1; the number when it has none that is listed.
+std::string NameOfGLConstant(GLenum aValue);
