@@ -88,19 +88,20 @@ void GCoord::SetFromAxes(const GPoint& aX, const GPoint& aY, const GPoint& aZ) n
   RotateToAxes(aX, aY, aZ);
 }
 
-GPoint GCoord::PointLCStoPCS(GPoint aPoint) const noexcept {
-  aPoint.RotateAboutZ_RAD(m_dAngleZ);
-  aPoint.RotateAboutY_RAD(m_dAngleY);
-  aPoint.RotateAboutX_RAD(m_dAngleX);
-  return aPoint + Origin();
+GPoint GCoord::PointLCStoPCS(const GPoint& aPoint) const noexcept {
+  GPoint point = aPoint;
+  point.RotateAboutZ_RAD(m_dAngleZ);
+  point.RotateAboutY_RAD(m_dAngleY);
+  point.RotateAboutX_RAD(m_dAngleX);
+  return point + Origin();
 }
 
-GPoint GCoord::PointPCStoLCS(GPoint aPoint) const noexcept {
-  aPoint -= Origin();
-  aPoint.RotateAboutX_RAD(-m_dAngleX);
-  aPoint.RotateAboutY_RAD(-m_dAngleY);
-  aPoint.RotateAboutZ_RAD(-m_dAngleZ);
-  return aPoint;
+GPoint GCoord::PointPCStoLCS(const GPoint& aPoint) const noexcept {
+  GPoint point = aPoint - Origin();
+  point.RotateAboutX_RAD(-m_dAngleX);
+  point.RotateAboutY_RAD(-m_dAngleY);
+  point.RotateAboutZ_RAD(-m_dAngleZ);
+  return point;
 }
 
 GLine GCoord::LineLCStoPCS(const GLine& aLine) const noexcept {

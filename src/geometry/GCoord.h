@@ -57,8 +57,8 @@ class GCoord {
   /// Turns the axes to three vectors given in the PCS.
   void SetFromAxes(const GPoint& aX, const GPoint& aY, const GPoint& aZ) noexcept;
 
-  GPoint PointLCStoPCS(GPoint aPoint) const noexcept;
-  GPoint PointPCStoLCS(GPoint aPoint) const noexcept;
+  GPoint PointLCStoPCS(const GPoint& aPoint) const noexcept;
+  GPoint PointPCStoLCS(const GPoint& aPoint) const noexcept;
   GPoint VectorLCStoPCS(const GPoint& aVector) const noexcept { return PointLCStoPCS(aVector) - Origin(); }
   GPoint VectorPCStoLCS(const GPoint& aVector) const noexcept { return PointPCStoLCS(aVector + Origin()); }
   GLine LineLCStoPCS(const GLine& aLine) const noexcept;

@@ -1,5 +1,5 @@
 // GLRecorder: stands between the executable's code and the driver for each function of GLCalls.inc.
-// Hidden visibility keeps the stand-ins out of reach of shared libraries: GLU and the driver call GL itself.
+// GLU's calls come by here too, and aren't noted.
 
 #include "support/GLRecorder.h"
 
@@ -178,6 +178,20 @@ std::string CallText(std::string_view aFunction, std::string_view aParameters,
 
 // --- the stand-ins ---
 
+/// Calls of GLU functions that the calling thread is in.
+thread_local int t_iInsideGlu = 0;
+
+class InsideGlu {
+ public:
+  explicit InsideGlu(bool aIsGlu) : m_iStep(aIsGlu ? 1 : 0) { t_iInsideGlu += m_iStep; }
+  ~InsideGlu() { t_iInsideGlu -= m_iStep; }
+  InsideGlu(const InsideGlu&) = delete;
+  InsideGlu& operator=(const InsideGlu&) = delete;
+
+ private:
+  int m_iStep;
+};
+
 /// Notes a call. @return whether the function has been told to fail
 template <class MakeText>
 bool Note(std::string_view aFunction, const MakeText& aMakeText) {
@@ -201,13 +215,14 @@ class StandIn<Result(Args...)> {
       : m_szName(aName), m_szParameters(aParameters) {}
 
   Result operator()(Args... aArgs) {
-    if (s_bStands.load(std::memory_order_relaxed)) {
+    if (t_iInsideGlu == 0 && s_bStands.load(std::memory_order_relaxed)) {
       const auto text = [&] {
         return CallText(m_szName, m_szParameters,
                         std::array<Argument, sizeof...(Args)>{ToArgument(aArgs)...});
       };
       if (Note(m_szName, text)) return Result();
     }
+    const InsideGlu inside(m_szName[2] == 'u');
     return Real()(aArgs...);
   }
   auto Real() -> Result (*)(Args...) {

@@ -1,0 +1,51 @@
+// GLCoord: a coordinate system as an object.
+// Any thread at any time: numbers are copied in and out under g_CoordLock, calculations run outside it.
+
+#pragma once
+
+#include <gllib/IGLCoord.h>
+
+#include "component/Object.h"
+#include "geometry/GCoord.h"
+#include "thread/PCriticalSection.h"
+
+/// Guards the six numbers of every GLCoord. Held only while they are copied.
+extern PCriticalSection g_CoordLock;
+
+/// Publishes a GCoord. Of two moves or rotations of one object at the same time one can be lost, never torn.
+class GLCoord final : public GLObject<GLCoord, IGLCoord> {
+ public:
+  HRESULT GetOrigin(GLDATA_POINT* aPoint) noexcept override;
+  HRESULT SetOrigin(GLDATA_POINT* aPoint) noexcept override;
+  HRESULT SetOrigin3d(double aX, double aY, double aZ) noexcept override;
+  HRESULT MoveOrigin(GLDATA_POINT* aPoint) noexcept override;
+  HRESULT MoveOrigin3d(double aX, double aY, double aZ) noexcept override;
+  HRESULT MoveRight(double aDistance) noexcept override;
+  HRESULT MoveUp(double aDistance) noexcept override;
+  HRESULT MoveForward(double aDistance) noexcept override;
+  HRESULT RotateAboutX_RAD(double aAngle) noexcept override;
+  HRESULT RotateAboutY_RAD(double aAngle) noexcept override;
+  HRESULT RotateAboutZ_RAD(double aAngle) noexcept override;
+  HRESULT Rotate_RAD(double aAngle, GLDATA_POINT* aAxis, GLDATA_POINT* aOrigin) noexcept override;
+  HRESULT ResetRotation() noexcept override;
+  HRESULT VectorPCStoLCS(GLDATA_POINT* aVector) noexcept override;
+  HRESULT VectorLCStoPCS(GLDATA_POINT* aVector) noexcept override;
+  HRESULT PointPCStoLCS(GLDATA_POINT* aPoint) noexcept override;
+  HRESULT PointLCStoPCS(GLDATA_POINT* aPoint) noexcept override;
+  HRESULT GetMatrix6d(GLDATA_MATRIX6D* aMatrix) noexcept override;
+  HRESULT SetMatrix6d(GLDATA_MATRIX6D* aMatrix) noexcept override;
+  HRESULT GetMatrix16d(GLDATA_MATRIX16D* aMatrix) noexcept override;
+  HRESULT SetMatrix16d(GLDATA_MATRIX16D* aMatrix) noexcept override;
+
+ private:
+  GCoord Load() const noexcept;
+  void Store(const GCoord& aCoord) noexcept;
+  /// Copies the numbers, changes the copy outside the lock, and writes it back.
+  template <class Change>
+  HRESULT Modify(const Change& aChange) noexcept;
+  /// Replaces a point or vector by what a conversion of GCoord makes of it.
+  using Conversion = GPoint (GCoord::*)(const GPoint&) const noexcept;
+  HRESULT Convert(GLDATA_POINT* aPoint, Conversion aConversion) const noexcept;
+
+  GCoord m_Coord;
+};
