@@ -1,0 +1,137 @@
+// Bases of the objects that a host implements: painters, gauges and captures. The host writes what they do;
+// identity and reference count stand here. Reference counts change on any thread.
+
+#pragma once
+
+#include <gllib/GLPtr.h>
+#include <gllib/GLTypes.h>
+#include <gllib/IGLCapture.h>
+#include <gllib/IGLPainter.h>
+#include <gllib/IGLPixmap.h>
+#include <gllib/IGLViewerGauge.h>
+
+#include <atomic>
+#include <climits>
+#include <mutex>
+
+/// An object of a host's own behind one interface. It lives on the heap, from GLMake to its last Release.
+template <class Interface>
+class GLClient : public Interface {
+ public:
+  GLClient(const GLClient&) = delete;
+  GLClient& operator=(const GLClient&) = delete;
+
+  HRESULT QueryInterface(REFIID riid, void** ppv) noexcept final {
+    if (ppv == nullptr) return E_POINTER;
+    *ppv = nullptr;
+    if (riid != IID_IUnknown && riid != Interface::Identifier) return E_NOINTERFACE;
+    *ppv = static_cast<Interface*>(this);
+    AddRef();
+    return S_OK;
+  }
+  ULONG AddRef() noexcept final { return ++m_uReferences; }
+  ULONG Release() noexcept final {
+    const ULONG left = --m_uReferences;
+    if (left == 0) delete this;
+    return left;
+  }
+
+ protected:
+  GLClient() noexcept = default;
+  virtual ~GLClient() = default;
+
+ private:
+  std::atomic<ULONG> m_uReferences{1};
+};
+
+/// Makes a client object; the pointer holds its first reference.
+template <class Client, class... Arguments>
+GLPtr<Client> GLMake(Arguments&&... aArguments) {
+  return GLPtr<Client>::FromCounted(new Client(std::forward<Arguments>(aArguments)...));
+}
+
+/// A painter. The host writes Draw(aCanvas, aCntxt, aViewer).
+using GLPainterBase = GLClient<IGLPainter>;
+
+/// A gauge, visible until it is hidden. The host writes Draw(aCanvas, aContext).
+class GLViewerGaugeBase : public GLClient<IGLViewerGauge> {
+ public:
+  HRESULT Show(LONG aShow) noexcept override {
+    m_bVisible = aShow != 0;
+    return S_OK;
+  }
+  HRESULT IsVisible(LONG* aVisible) noexcept override {
+    if (aVisible == nullptr) return E_INVALIDARG;
+    *aVisible = m_bVisible ? 1 : 0;
+    return S_OK;
+  }
+
+ private:
+  std::atomic<bool> m_bVisible{true};
+};
+
+/// What a capture is asked to show.
+struct GLCaptureRequest {
+  int m_iX = 0, m_iY = 0;                       ///< top left corner in the window, pixels
+  int m_iWidth = INT_MAX, m_iHeight = INT_MAX;  ///< cut at the window's right and bottom edge
+  float m_fZoom = 1.0f;                         ///< resolution factor
+  GLDATA_RGBA m_sBackground = {0, 0, 0, 1};     ///< clear colour of the picture
+};
+
+/// A capture that takes one picture for each Request. The host writes OnData(aSuccess), in which the pixmap
+/// of the request holds the picture when aSuccess is 1. That pixmap is held until the next request is served.
+class GLCaptureBase : public GLClient<IGLCapture> {
+ public:
+  /// Asks for a picture of the next frame; a request that isn't served yet is replaced. Any thread.
+  void Request(IGLPixmap* aTarget, const GLCaptureRequest& aRequest = {}) noexcept {
+    auto target = GLPtr<IGLPixmap>::FromBorrowed(aTarget);  // the one replaced goes when the lock is left
+    const std::scoped_lock lock(m_Lock);
+    std::swap(m_Waiting.m_pTarget, target);
+    m_Waiting.m_Request = aRequest;
+    m_bWanted = true;
+  }
+
+  HRESULT IsEnabled(LONG* aEnabled) noexcept override {
+    if (aEnabled == nullptr) return E_INVALIDARG;
+    Job done;
+    const std::scoped_lock lock(m_Lock);
+    *aEnabled = m_bWanted ? 1 : 0;
+    if (!std::exchange(m_bWanted, false)) return S_OK;
+    done = std::exchange(m_Serving, std::exchange(m_Waiting, Job()));
+    return S_OK;
+  }
+  HRESULT GetPixmap(IGLPixmap** aPixmap) noexcept override {
+    if (aPixmap == nullptr) return E_INVALIDARG;
+    *aPixmap = GLPtr(m_Serving.m_pTarget).Detach();
+    return S_OK;
+  }
+  HRESULT GetPixelZoom(float* aZoom) noexcept override {
+    if (aZoom == nullptr) return E_INVALIDARG;
+    *aZoom = m_Serving.m_Request.m_fZoom;
+    return S_OK;
+  }
+  HRESULT GetRectangle(int* aX, int* aY, int* aWidth, int* aHeight) noexcept override {
+    if (aX == nullptr || aY == nullptr || aWidth == nullptr || aHeight == nullptr) return E_INVALIDARG;
+    *aX = m_Serving.m_Request.m_iX;
+    *aY = m_Serving.m_Request.m_iY;
+    *aWidth = m_Serving.m_Request.m_iWidth;
+    *aHeight = m_Serving.m_Request.m_iHeight;
+    return S_OK;
+  }
+  HRESULT GetBackgroundColor(GLDATA_RGBA* aColor) noexcept override {
+    if (aColor == nullptr) return E_INVALIDARG;
+    *aColor = m_Serving.m_Request.m_sBackground;
+    return S_OK;
+  }
+
+ private:
+  struct Job {
+    GLPtr<IGLPixmap> m_pTarget;
+    GLCaptureRequest m_Request;
+  };
+
+  std::mutex m_Lock;  // guards what waits
+  Job m_Waiting;
+  bool m_bWanted = false;
+  Job m_Serving;  // the draw thread's alone
+};

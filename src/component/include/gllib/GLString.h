@@ -1,0 +1,119 @@
+// GLString: a BSTR with an owner, made from UTF-8 and read as UTF-8. Any thread, each string on its own.
+
+#pragma once
+
+#include <gllib/GLPlatform.h>
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// Owns the text that an operation takes or gives.
+///
+///     font->Print(GLString("Grüße"), &start);
+///     GLString face;
+///     font->GetFace(face.Put());
+class GLString {
+ public:
+  GLString() noexcept = default;
+  /// Makes a string from UTF-8; each byte that is no part of a character becomes U+FFFD.
+  GLString(std::string_view aUtf8) {
+    const std::basic_string<OLECHAR> units = ToUtf16(aUtf8);
+    m_Text = SysAllocStringLen(units.data(), static_cast<unsigned>(units.size()));
+  }
+  GLString(const char* aUtf8) : GLString(std::string_view(aUtf8 != nullptr ? aUtf8 : "")) {}
+  GLString(const GLString& aOther) noexcept
+      : m_Text(aOther.m_Text != nullptr ? SysAllocStringLen(aOther.m_Text, SysStringLen(aOther.m_Text))
+                                        : nullptr) {}
+  GLString(GLString&& aOther) noexcept : m_Text(std::exchange(aOther.m_Text, nullptr)) {}
+  ~GLString() { SysFreeString(m_Text); }
+  GLString& operator=(GLString aOther) noexcept {
+    std::swap(m_Text, aOther.m_Text);
+    return *this;
+  }
+
+  /// The text, borrowed; null counts as empty.
+  operator BSTR() const noexcept { return m_Text; }
+  /// Frees what is held and gives the place for an operation to write a string to.
+  BSTR* Put() noexcept {
+    SysFreeString(std::exchange(m_Text, nullptr));
+    return &m_Text;
+  }
+  /// Hands the text to the caller, to free by SysFreeString.
+  BSTR Detach() noexcept { return std::exchange(m_Text, nullptr); }
+
+  /// The text as UTF-8; a surrogate with no partner becomes U+FFFD.
+  std::string Utf8() const {
+    std::string bytes;
+    const unsigned length = SysStringLen(m_Text);
+    for (unsigned i = 0; i < length; ++i) {
+      char32_t c = Unit(i);
+      if (c >= 0xD800 && c < 0xDC00 && i + 1 < length && (Unit(i + 1) & 0xFC00) == 0xDC00) {
+        c = 0x10000 + ((c & 0x3FF) << 10) + (Unit(++i) & 0x3FF);
+      } else if (c >= 0xD800 && c < 0xE000) {
+        c = kReplacement;
+      }
+      AppendUtf8(bytes, c);
+    }
+    return bytes;
+  }
+
+ private:
+  static constexpr char32_t kReplacement = 0xFFFD;
+
+  char32_t Unit(unsigned aIndex) const noexcept { return static_cast<char16_t>(m_Text[aIndex]); }
+
+  static void AppendUtf8(std::string& aBytes, char32_t c) {
+    const auto put = [&](char32_t value) { aBytes += static_cast<char>(static_cast<unsigned char>(value)); };
+    if (c < 0x80) {
+      put(c);
+      return;
+    }
+    if (c < 0x800) {
+      put(0xC0 | c >> 6);
+    } else {
+      if (c < 0x10000) {
+        put(0xE0 | c >> 12);
+      } else {
+        put(0xF0 | c >> 18);
+        put(0x80 | (c >> 12 & 0x3F));
+      }
+      put(0x80 | (c >> 6 & 0x3F));
+    }
+    put(0x80 | (c & 0x3F));
+  }
+
+  /// Takes the next character off the front of aUtf8.
+  static char32_t TakeCharacter(std::string_view& aUtf8) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(aUtf8[i]); };
+    const unsigned lead = byte(0);
+    const std::size_t length = lead < 0x80             ? 1
+                               : (lead & 0xE0) == 0xC0 ? 2
+                               : (lead & 0xF0) == 0xE0 ? 3
+                               : (lead & 0xF8) == 0xF0 ? 4
+                                                       : 0;
+    constexpr char32_t kLowest[] = {0, 0, 0x80, 0x800, 0x10000};
+    char32_t c = length > 1 ? lead & (0x7Fu >> length) : lead;
+    bool valid = length != 0 && length <= aUtf8.size();
+    for (std::size_t i = 1; valid && i < length; ++i) {
+      valid = (byte(i) & 0xC0) == 0x80;
+      c = c << 6 | (byte(i) & 0x3F);
+    }
+    valid = valid && c >= kLowest[length] && c <= 0x10FFFF && (c < 0xD800 || c >= 0xE000);
+    aUtf8.remove_prefix(valid ? length : 1);
+    return valid ? c : kReplacement;
+  }
+
+  static std::basic_string<OLECHAR> ToUtf16(std::string_view aUtf8) {
+    std::basic_string<OLECHAR> units;
+    units.reserve(aUtf8.size());
+    while (!aUtf8.empty()) {
+      const char32_t c = TakeCharacter(aUtf8);
+      if (c >= 0x10000) units += static_cast<OLECHAR>(0xD7C0 + (c >> 10));
+      units += static_cast<OLECHAR>(c >= 0x10000 ? 0xDC00 + (c & 0x3FF) : c);
+    }
+    return units;
+  }
+
+  BSTR m_Text = nullptr;
+};
