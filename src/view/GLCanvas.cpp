@@ -1,8 +1,91 @@
-// GLCanvas: made by CreateGLCanvas.
+// GLCanvas: its beginning, and stretches of GL state that a painter pushes and pops. Draw thread.
+
+#include "view/GLCanvas.h"
+
+#include <utility>
 
 #include "component/Catalogue.h"
+#include "platform/GL.h"
 
-HRESULT CreateGLCanvas(IUnknown*, REFIID, void** ppv) noexcept {
-  if (ppv != nullptr) *ppv = nullptr;
-  return E_FAIL;
+HRESULT CreateGLCanvas(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
+  return CreateGLObject<GLCanvas>(aOuter, riid, ppv);
+}
+
+GLCanvas::GLCanvas() {
+  for (std::size_t i = 0; i < 16; i += 5) {
+    m_adCachedModelview[i] = 1.0;  // the diagonals
+    m_adCachedProjection[i] = 1.0;
+  }
+}
+
+void GLCanvas::SetSite(GLSiteLinkPtr aLink) noexcept { m_pContext = std::move(aLink); }
+
+HRESULT GLCanvas::EnableClipPlanes(LONG aEnable) noexcept {
+  const GLSiteLink::Use site(m_pContext.get());
+  if (!site) return E_GL_BADSTATE;
+  if (!site->HasClipPlanes()) return S_OK;
+  const int planes = g_iMaxClipPlanes;
+  for (int i = 0; i < planes; ++i) {
+    const GLenum plane = GL_CLIP_PLANE0 + static_cast<GLenum>(i);
+    if (aEnable != 0) {
+      glEnable(plane);
+    } else {
+      glDisable(plane);
+    }
+  }
+  return S_OK;
+}
+
+HRESULT GLCanvas::PushDepthAttribute() noexcept {
+  glPushAttrib(GL_DEPTH_BUFFER_BIT);
+  glDisable(GL_DEPTH_TEST);
+  return S_OK;
+}
+
+HRESULT GLCanvas::PushDepthMask(LONG bNewValue) noexcept {
+  glPushAttrib(GL_DEPTH_BUFFER_BIT);
+  glDepthMask(bNewValue != 0 ? GL_TRUE : GL_FALSE);
+  return S_OK;
+}
+
+HRESULT GLCanvas::PopDepthAttribute() noexcept {
+  glPopAttrib();
+  return S_OK;
+}
+
+HRESULT GLCanvas::PushLightAttribute() noexcept {
+  glPushAttrib(GL_LIGHTING_BIT);
+  glDisable(GL_LIGHTING);
+  return S_OK;
+}
+
+HRESULT GLCanvas::PopLightAttribute() noexcept {
+  glPopAttrib();
+  return S_OK;
+}
+
+HRESULT GLCanvas::PushAttrib(ULONG dwAttribMask) noexcept {
+  glPushAttrib(dwAttribMask);
+  return S_OK;
+}
+
+HRESULT GLCanvas::PopAttrib() noexcept {
+  glPopAttrib();
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetCWWinding(LONG bValue) noexcept {
+  glFrontFace(bValue != 0 ? GL_CW : GL_CCW);
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetSelectionMode(LONG bValue) noexcept {
+  m_bSelectionMode = bValue;
+  return S_OK;
+}
+
+HRESULT GLCanvas::GetSelectionMode(LONG* pbValue) noexcept {
+  if (pbValue == nullptr) return E_INVALIDARG;
+  *pbValue = m_bSelectionMode;
+  return S_OK;
 }

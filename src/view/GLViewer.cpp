@@ -1,8 +1,196 @@
-// GLViewer: made by CreateGLViewer.
+// GLViewer: what a host sets and gets. Any thread; nothing here touches GL.
+
+#include "view/GLViewer.h"
+
+#include <gllib/GLClasses.h>
+
+#include <algorithm>
+#include <new>
 
 #include "component/Catalogue.h"
+#include "component/CreateObject.h"
+#include "component/Module.h"
+#include "component/Values.h"
+#include "state/Properties.h"
 
-HRESULT CreateGLViewer(IUnknown*, REFIID, void** ppv) noexcept {
-  if (ppv != nullptr) *ppv = nullptr;
-  return E_FAIL;
+HRESULT CreateGLViewer(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
+  return CreateGLObject<GLViewer>(aOuter, riid, ppv);
+}
+
+GLViewer::GLViewer()
+    : m_pGauges(CreateObject<IGLCollection>(CLSID_GLCollection)),
+      m_pCoord(CreateObject<IGLCoord>(CLSID_GLCoord)) {
+  if (!m_pGauges || !m_pCoord) throw std::bad_alloc();
+  m_pCoord->SetOrigin3d(0.0, 0.0, 1.0);
+}
+
+GLViewer::~GLViewer() { RemoveAllGauges(); }
+
+HRESULT GLViewer::Show(LONG aShow) noexcept {
+  m_bVisible = aShow != 0;
+  return S_OK;
+}
+
+HRESULT GLViewer::IsVisible(LONG* aVisible) noexcept { return Give(aVisible, m_bVisible); }
+
+HRESULT GLViewer::SetOrtho(LONG aOrtho) noexcept {
+  m_bOrtho = aOrtho != 0;
+  return S_OK;
+}
+
+HRESULT GLViewer::IsOrtho(LONG* aOrtho) noexcept { return Give(aOrtho, m_bOrtho); }
+
+HRESULT GLViewer::ShowGauges(LONG aShow) noexcept {
+  m_bGaugesVisible = aShow != 0;
+  return S_OK;
+}
+
+HRESULT GLViewer::AreGaugesVisible(LONG* aVisible) noexcept { return Give(aVisible, m_bGaugesVisible); }
+
+HRESULT GLViewer::Clip(LONG aClip) noexcept {
+  m_bClipped = aClip != 0;
+  return S_OK;
+}
+
+HRESULT GLViewer::IsClipped(LONG* aClipped) noexcept { return Give(aClipped, m_bClipped); }
+
+HRESULT GLViewer::ScaleClip(LONG aScale) noexcept {
+  m_bClipScaled = aScale != 0;
+  return S_OK;
+}
+
+HRESULT GLViewer::IsClipScaled(LONG* aScaled) noexcept { return Give(aScaled, m_bClipScaled); }
+
+HRESULT GLViewer::ShowClipFrame(LONG aShow) noexcept {
+  m_bClipFrameVisible = aShow != 0;
+  return S_OK;
+}
+
+HRESULT GLViewer::IsClipFrameVisible(LONG* aVisible) noexcept { return Give(aVisible, m_bClipFrameVisible); }
+
+HRESULT GLViewer::GetEyeFovy_DEG(double* aFovy) noexcept { return Give(aFovy, m_dEyeFovy); }
+
+// The refusals below are written so that a value that isn't a number is refused too.
+
+HRESULT GLViewer::SetEyeFovy_DEG(double aFovy) noexcept {
+  if (!(aFovy >= 0.0 && aFovy < 180.0)) return E_GL_BADVALUE;
+  m_dEyeFovy = aFovy;
+  return S_OK;
+}
+
+HRESULT GLViewer::GetEyeZNear(double* aValue) noexcept { return Give(aValue, m_dEyeZNear); }
+
+HRESULT GLViewer::GetEyeZFar(double* aValue) noexcept { return Give(aValue, m_dEyeZFar); }
+
+HRESULT GLViewer::SetEyeZNearAndFar(double aNear, double aFar) noexcept {
+  if (!(aNear > 0.0 && aFar > aNear)) return E_GL_BADVALUE;
+  m_dEyeZNear = aNear;
+  m_dEyeZFar = aFar;
+  return S_OK;
+}
+
+HRESULT GLViewer::GetEyeAspect(double* aValue) noexcept { return Give(aValue, m_dEyeAspect); }
+
+HRESULT GLViewer::SetEyeAspect(double aValue) noexcept {
+  if (!(aValue > 0.0)) return E_GL_BADVALUE;
+  m_dEyeAspect = aValue;
+  return S_OK;
+}
+
+HRESULT GLViewer::GetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexcept {
+  if (aMin == nullptr || aMax == nullptr) return E_INVALIDARG;
+  *aMin = m_sOrthoMin;
+  *aMax = m_sOrthoMax;
+  return S_OK;
+}
+
+HRESULT GLViewer::SetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexcept {
+  if (aMin == nullptr || aMax == nullptr) return E_INVALIDARG;
+  const auto apart = [](double a, double b) { return a < b || a > b; };
+  if (!apart(aMin->x, aMax->x) || !apart(aMin->y, aMax->y) || !apart(aMin->z, aMax->z)) return E_GL_BADVALUE;
+  const auto [minX, maxX] = std::minmax({aMin->x, aMax->x});
+  const auto [minY, maxY] = std::minmax({aMin->y, aMax->y});
+  const auto [minZ, maxZ] = std::minmax({aMin->z, aMax->z});
+  m_sOrthoMin = GLDATA_POINT{minX, minY, minZ};
+  m_sOrthoMax = GLDATA_POINT{maxX, maxY, maxZ};
+  return S_OK;
+}
+
+HRESULT GLViewer::GetClipX(int* aValue) noexcept { return Give(aValue, m_iClipX); }
+
+HRESULT GLViewer::GetClipY(int* aValue) noexcept { return Give(aValue, m_iClipY); }
+
+HRESULT GLViewer::GetClipWidth(int* aValue) noexcept { return Give(aValue, m_iClipWidth); }
+
+HRESULT GLViewer::GetClipHeight(int* aValue) noexcept { return Give(aValue, m_iClipHeight); }
+
+HRESULT GLViewer::SetClipRectangle(int aX, int aY, int aWidth, int aHeight) noexcept {
+  if (aX < 0 || aY < 0 || aWidth <= 0 || aHeight <= 0) return E_GL_BADVALUE;
+  m_iClipX = aX;
+  m_iClipY = aY;
+  m_iClipWidth = aWidth;
+  m_iClipHeight = aHeight;
+  return S_OK;
+}
+
+HRESULT GLViewer::GetFrameColor(GLDATA_RGBA* aColor) noexcept { return Give(aColor, m_sFrameColor); }
+
+HRESULT GLViewer::SetFrameColor(GLDATA_RGBA* aColor) noexcept {
+  if (aColor == nullptr) return E_INVALIDARG;
+  m_sFrameColor = *aColor;
+  return S_OK;
+}
+
+HRESULT GLViewer::GetFrameThickness(float* aValue) noexcept { return Give(aValue, m_fFrameThickness); }
+
+HRESULT GLViewer::SetFrameThickness(float aValue) noexcept {
+  // The published limits are those of the point size, though the frame is drawn with lines.
+  m_fFrameThickness = Limit(aValue, g_afPointSizeRange[0], g_afPointSizeRange[1]);
+  return S_OK;
+}
+
+HRESULT GLViewer::GetFrameOffset(float* aValue) noexcept { return Give(aValue, m_fFrameOffset); }
+
+HRESULT GLViewer::SetFrameOffset(float aValue) noexcept {
+  if (!(aValue >= 0.0f && aValue < 1.0f)) return E_GL_BADVALUE;
+  m_fFrameOffset = aValue;
+  return S_OK;
+}
+
+HRESULT GLViewer::AddGauge(IGLViewerGauge* aGauge) noexcept {
+  if (aGauge == nullptr) return E_INVALIDARG;
+  LONG stands = 0;
+  m_pGauges->Has(aGauge, &stands);
+  if (stands == 0) m_pGauges->Add(aGauge);
+  return S_OK;
+}
+
+HRESULT GLViewer::RemoveGauge(IGLViewerGauge* aGauge) noexcept {
+  if (aGauge == nullptr) return E_INVALIDARG;
+  m_pGauges->Remove(aGauge);
+  return S_OK;
+}
+
+HRESULT GLViewer::RemoveAllGauges() noexcept {
+  m_pGauges->Empty();
+  return S_OK;
+}
+
+HRESULT GLViewer::EnumGauges(IGLCollection* aColl) noexcept {
+  if (aColl == nullptr) return E_INVALIDARG;
+  m_pGauges->CopyTo(aColl);
+  return S_OK;
+}
+
+HRESULT GLViewer::GetCoord(IGLCoord** aCS) noexcept {
+  if (aCS == nullptr) return E_INVALIDARG;
+  *aCS = GLPtr<IGLCoord>(m_pCoord).Detach();
+  return S_OK;
+}
+
+HRESULT GLViewer::GetShowAxes(LONG* pbShowAxes) noexcept { return Give(pbShowAxes, m_bShowAxes); }
+
+HRESULT GLViewer::SetShowAxes(LONG bShowAxes) noexcept {
+  m_bShowAxes = bShowAxes != 0;
+  return S_OK;
 }

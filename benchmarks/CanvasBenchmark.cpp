@@ -1,0 +1,87 @@
+// Vertices through the canvas beside plain GL: the same 100,000 triangles, in immediate mode and from a list.
+
+#include <benchmark/benchmark.h>
+#include <gllib/GLClasses.h>
+#include <gllib/IGLCanvas.h>
+
+#include <cmath>
+#include <vector>
+
+#include "PlainContext.h"
+#include "component/CreateObject.h"
+
+namespace {
+
+constexpr int kTriangles = 100'000;
+
+struct Corner {
+  float m_fNormal[3];
+  float m_fVertex[3];
+};
+
+/// A rippled field of small triangles over the whole view.
+const std::vector<Corner>& Field() {
+  static const std::vector<Corner> field = [] {
+    std::vector<Corner> corners;
+    corners.reserve(3 * kTriangles);
+    const auto side = static_cast<int>(std::sqrt(kTriangles));
+    const float step = 2.0f / static_cast<float>(side);
+    for (int i = 0; i < kTriangles; ++i) {
+      const float x = -1.0f + step * static_cast<float>(i % side);
+      const float y = -1.0f + step * static_cast<float>(i / side);
+      const float nx = std::sin(10.0f * x) * 0.5f, nz = std::sqrt(1.0f - nx * nx);
+      corners.push_back({{nx, 0.0f, nz}, {x, y, 0.0f}});
+      corners.push_back({{nx, 0.0f, nz}, {x + step, y, 0.0f}});
+      corners.push_back({{nx, 0.0f, nz}, {x, y + step, 0.0f}});
+    }
+    return corners;
+  }();
+  return field;
+}
+
+void DrawThroughCanvas(IGLCanvas& aCanvas) {
+  aCanvas.BeginDrawTriangles();
+  for (const Corner& c : Field()) {
+    aCanvas.SetVertexNormal3f(c.m_fNormal[0], c.m_fNormal[1], c.m_fNormal[2]);
+    aCanvas.Vertex3f(c.m_fVertex[0], c.m_fVertex[1], c.m_fVertex[2]);
+  }
+  aCanvas.EndDrawVertices();
+}
+
+void DrawPlain() {
+  glBegin(GL_TRIANGLES);
+  for (const Corner& c : Field()) {
+    glNormal3f(c.m_fNormal[0], c.m_fNormal[1], c.m_fNormal[2]);
+    glVertex3f(c.m_fVertex[0], c.m_fVertex[1], c.m_fVertex[2]);
+  }
+  glEnd();
+}
+
+template <class Draw>
+void Measure(benchmark::State& aState, const Draw& aDraw) {
+  glEnable(GL_LIGHTING);
+  glEnable(GL_LIGHT0);
+  aDraw();
+  glFinish();
+  for (auto _ : aState) {
+    aDraw();
+    glFinish();
+  }
+  aState.SetItemsProcessed(aState.iterations() * 3 * kTriangles);  // vertices
+}
+
+void ImmediateThroughCanvas(benchmark::State& aState) {
+  const PlainContext context;
+  const auto canvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
+  Measure(aState, [&] { DrawThroughCanvas(*canvas.Get()); });
+}
+
+void ImmediatePlainGL(benchmark::State& aState) {
+  const PlainContext context;
+  Measure(aState, DrawPlain);
+}
+
+BENCHMARK(ImmediateThroughCanvas)->Unit(benchmark::kMillisecond);
+BENCHMARK(ImmediatePlainGL)->Unit(benchmark::kMillisecond);
+
+}  // namespace

@@ -1,0 +1,151 @@
+// GLCanvas: draw attributes and materials turned into GL state. Draw thread.
+// What is applied stays in GL until something else sets it; the order of the calls is part of the contract.
+
+#include "platform/GL.h"
+#include "state/GLDrawAttr.h"
+#include "view/GLCanvas.h"
+
+namespace {
+
+void Switch(GLenum aCapability, bool aOn) noexcept {
+  if (aOn) {
+    glEnable(aCapability);
+  } else {
+    glDisable(aCapability);
+  }
+}
+
+/// Lines beat points, points beat filling.
+GLenum PolygonMode(bool aLines, bool aPoints) noexcept {
+  return aLines ? GL_LINE : aPoints ? GL_POINT : GL_FILL;
+}
+
+/// One offset kind goes on without the other going off; only neither bit switches both off.
+void ApplyPolygonOffset(bool aOffset, bool aReverse) noexcept {
+  if (aReverse) {
+    glEnable(GL_POLYGON_OFFSET_LINE);
+    glPolygonOffset(-1.0f, 0.0f);
+  } else if (aOffset) {
+    glEnable(GL_POLYGON_OFFSET_FILL);
+    glPolygonOffset(1.0f, 0.0f);
+  } else {
+    glDisable(GL_POLYGON_OFFSET_LINE);
+    glDisable(GL_POLYGON_OFFSET_FILL);
+  }
+}
+
+/// Front faces go only when back faces are asked for without them.
+void ApplyCulling(bool aShowFront, bool aShowBack) noexcept {
+  if (aShowFront && aShowBack) {
+    glDisable(GL_CULL_FACE);
+    return;
+  }
+  glEnable(GL_CULL_FACE);
+  glCullFace(aShowBack ? GL_FRONT : GL_BACK);
+}
+
+void ApplyMode(int aMode) noexcept {
+  const auto has = [aMode](eGLDrawMode aBit) { return (aMode & aBit) != 0; };
+  glFrontFace(GL_CCW);
+  glShadeModel(has(GLDM_SMOOTH_LIGHTING) ? GL_SMOOTH : GL_FLAT);
+  glPolygonMode(GL_FRONT, PolygonMode(has(GLDM_LINE_FRONT), has(GLDM_POINT_FRONT)));
+  glPolygonMode(GL_BACK, PolygonMode(has(GLDM_LINE_BACK), has(GLDM_POINT_BACK)));
+  Switch(GL_LINE_SMOOTH, has(GLDM_SMOOTH_LINE));
+  Switch(GL_POINT_SMOOTH, has(GLDM_SMOOTH_POINT));
+  ApplyPolygonOffset(has(GLDM_POLYGON_OFFSET), has(GLDM_POLYGON_OFFSET_REVERSE));
+  ApplyCulling(has(GLDM_SHOW_FRONT), has(GLDM_SHOW_BACK));
+}
+
+void ApplyStipple(GLDrawAttr& aAttributes) noexcept {
+  constexpr std::uint16_t kSolid = 0xFFFF;
+  std::uint16_t pattern = kSolid;
+  aAttributes.GetLineStipplePattern(&pattern);
+  if (pattern == kSolid) {
+    glDisable(GL_LINE_STIPPLE);
+    return;
+  }
+  int factor = 1;
+  aAttributes.GetLineStippleFactor(&factor);
+  glEnable(GL_LINE_STIPPLE);
+  glLineStipple(factor, pattern);
+}
+
+void ApplyColor(const GLDATA_RGBA& aColor) noexcept {
+  glColor4f(aColor.m_fRed, aColor.m_fGreen, aColor.m_fBlue, aColor.m_fAlpha);
+}
+
+void ApplyFace(IGLMaterial& aMaterial, GLenum aFace) noexcept {
+  constexpr float kShininessToGL = 128.0f;
+  const LONG front = aFace == GL_FRONT ? 1 : 0;
+  GLDATA_RGBA color{};
+  float shininess = 0.0f;
+  aMaterial.GetAmbientReflectance(front, &color);
+  glMaterialfv(aFace, GL_AMBIENT, &color.m_fRed);
+  aMaterial.GetDiffuseReflectance(front, &color);
+  glMaterialfv(aFace, GL_DIFFUSE, &color.m_fRed);
+  aMaterial.GetSpecularReflectance(front, &color);
+  glMaterialfv(aFace, GL_SPECULAR, &color.m_fRed);
+  aMaterial.GetEmissionLight(front, &color);
+  glMaterialfv(aFace, GL_EMISSION, &color.m_fRed);
+  aMaterial.GetShininess(front, &shininess);
+  glMaterialf(aFace, GL_SHININESS, shininess * kShininessToGL);
+}
+
+}  // namespace
+
+HRESULT GLCanvas::SetDrawAttributes(IGLDrawAttr* aI) noexcept {
+  if (aI == nullptr) return E_INVALIDARG;
+  auto& attributes = static_cast<GLDrawAttr&>(*aI);  // always an object of the component's own class
+  GLDATA_RGBA color{};
+  if (aI == m_pCurrentDrawAttr.Get() && !attributes.IsModified()) {
+    attributes.GetColor(&color);
+    ApplyColor(color);
+    return S_OK;
+  }
+
+  int mode = 0;
+  attributes.GetDrawMode(&mode);
+  ApplyMode(mode);
+  float size = 1.0f, width = 1.0f;
+  attributes.GetColor(&color);
+  attributes.GetPointSize(&size);
+  glPointSize(size);
+  ApplyStipple(attributes);
+  attributes.GetLineWidth(&width);
+  glLineWidth(width);
+  ApplyColor(color);
+
+  attributes.ClearModified();
+  m_pCurrentDrawAttr = GLPtr<IGLDrawAttr>::FromBorrowed(aI);
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetMaterial(IGLMaterial* aMaterial) noexcept {
+  if (aMaterial == nullptr) return E_INVALIDARG;
+  int mode = 0;
+  aMaterial->GetDrawMode(&mode);
+  const bool front = (mode & GLMM_ENABLE_FRONT) != 0;
+  const bool back = (mode & GLMM_ENABLE_BACK) != 0;
+  if (!front && !back) return S_OK;
+
+  if (front) ApplyFace(*aMaterial, GL_FRONT);
+  if (back) ApplyFace(*aMaterial, GL_BACK);
+  if (glIsEnabled(GL_LIGHTING)) {
+    glLightModeli(GL_LIGHT_MODEL_LOCAL_VIEWER, (mode & GLMM_LIGHT_MODEL_LOCAL_VIEWER) != 0 ? 1 : 0);
+    if (back) glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, (mode & GLMM_LIGHT_MODEL_TWO_SIDE) != 0 ? 1 : 0);
+  }
+  m_pCurrentMaterial = GLPtr<IGLMaterial>::FromBorrowed(aMaterial);
+  return S_OK;
+}
+
+HRESULT GLCanvas::GetDrawAttributes(IGLDrawAttr** aI) noexcept {
+  if (aI == nullptr) return E_INVALIDARG;
+  *aI = GLPtr<IGLDrawAttr>(m_pCurrentDrawAttr).Detach();
+  return S_OK;
+}
+
+HRESULT GLCanvas::GetMaterial(IGLMaterial** aMaterial) noexcept {
+  if (aMaterial == nullptr) return E_INVALIDARG;
+  *aMaterial = GLPtr<IGLMaterial>(m_pCurrentMaterial).Detach();
+  return S_OK;
+}

@@ -1,0 +1,46 @@
+// GLCanvas: compiled lists, which the context keeps by keys. Draw thread.
+
+#include "component/ContextSite.h"
+#include "view/GLCanvas.h"
+
+// A key is a 32-bit handle that may fill its sign bit; the interface hands it out as an int of the same bits.
+
+HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
+  if (aList == nullptr) return E_INVALIDARG;
+  *aList = 0;
+  const GLSiteLink::Use site(m_pContext.get());
+  if (!site) return E_GL_BADSTATE;
+  const ULONG key = site->BeginListKey();
+  if (site->GetListBase(key) == 0) return E_FAIL;
+  *aList = static_cast<int>(key);
+  return S_OK;
+}
+
+HRESULT GLCanvas::EndCompileList() noexcept {
+  const GLSiteLink::Use site(m_pContext.get());
+  if (!site) return E_GL_BADSTATE;
+  site->EndListKey();
+  return S_OK;
+}
+
+HRESULT GLCanvas::DrawCompiledList(int aList) noexcept {
+  const GLSiteLink::Use site(m_pContext.get());
+  if (!site) return E_GL_BADSTATE;
+  site->CallListKey(static_cast<ULONG>(aList));
+  return S_OK;
+}
+
+HRESULT GLCanvas::DeleteCompiledList(int aList) noexcept {
+  const GLSiteLink::Use site(m_pContext.get());
+  if (!site) return E_GL_BADSTATE;
+  site->DeleteListKey(static_cast<ULONG>(aList), 1);
+  return S_OK;
+}
+
+HRESULT GLCanvas::IsCompiledList(int aList, LONG* aValid) noexcept {
+  if (aValid == nullptr) return E_INVALIDARG;
+  const GLSiteLink::Use site(m_pContext.get());
+  if (!site) return E_GL_BADSTATE;
+  *aValid = site->IsListKeyValid(static_cast<ULONG>(aList)) ? 1 : 0;
+  return S_OK;
+}

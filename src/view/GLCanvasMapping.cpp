@@ -1,0 +1,55 @@
+// GLCanvas: from model points to window positions and back, by GL's present set-up or by the cached one.
+// With the cached set-up any thread, and no GL call; else the draw thread.
+
+#include <algorithm>
+
+#include "platform/GL.h"
+#include "view/GLCanvas.h"
+
+void GLCanvas::RefreshCachedSetup() noexcept {
+  double modelview[16], projection[16];
+  GLint viewport[4];
+  glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
+  glGetDoublev(GL_PROJECTION_MATRIX, projection);
+  glGetIntegerv(GL_VIEWPORT, viewport);
+  std::copy_n(modelview, 16, m_adCachedModelview.begin());
+  std::copy_n(projection, 16, m_adCachedProjection.begin());
+  std::copy_n(viewport, 4, m_aiCachedViewport.begin());
+}
+
+/// A plain copy of the cached set-up, for GLU. A frame that begins meanwhile may mix into it.
+struct GLCanvas::Setup {
+  explicit Setup(const GLCanvas& aCanvas) noexcept {
+    std::copy_n(aCanvas.m_adCachedModelview.begin(), 16, m_adModelview);
+    std::copy_n(aCanvas.m_adCachedProjection.begin(), 16, m_adProjection);
+    std::copy_n(aCanvas.m_aiCachedViewport.begin(), 4, m_aiViewport);
+  }
+
+  double m_adModelview[16];
+  double m_adProjection[16];
+  GLint m_aiViewport[4];
+};
+
+HRESULT GLCanvas::GetWindowCoords(GLDATA_POINT* pModelCoord, LONG bUseCachedSetup,
+                                  GLDATA_POINT* pWindowCoord) noexcept {
+  if (pModelCoord == nullptr || pWindowCoord == nullptr) return E_INVALIDARG;
+  if (bUseCachedSetup == 0) RefreshCachedSetup();
+  const Setup setup(*this);
+  GLDATA_POINT window = *pWindowCoord;  // what GLU can't map keeps its value
+  gluProject(pModelCoord->x, pModelCoord->y, pModelCoord->z, setup.m_adModelview, setup.m_adProjection,
+             setup.m_aiViewport, &window.x, &window.y, &window.z);
+  *pWindowCoord = window;
+  return S_OK;
+}
+
+HRESULT GLCanvas::GetModelCoords(GLDATA_POINT* pWindowCoord, LONG bUseCachedSetup,
+                                 GLDATA_POINT* pModelCoord) noexcept {
+  if (pWindowCoord == nullptr || pModelCoord == nullptr) return E_INVALIDARG;
+  if (bUseCachedSetup == 0) RefreshCachedSetup();
+  const Setup setup(*this);
+  GLDATA_POINT model = *pModelCoord;
+  gluUnProject(pWindowCoord->x, pWindowCoord->y, pWindowCoord->z, setup.m_adModelview, setup.m_adProjection,
+               setup.m_aiViewport, &model.x, &model.y, &model.z);
+  *pModelCoord = model;
+  return S_OK;
+}

@@ -1,0 +1,176 @@
+// GLCanvas: the matrix operations. All stay in double precision. Draw thread.
+//
+// The 6d operations act on whatever matrix is selected; the others select GL_MODELVIEW or GL_PROJECTION
+// themselves, and those that select GL_PROJECTION leave the mode as a painter expects it.
+
+#include "component/ContextSite.h"
+#include "geometry/GMatrix.h"
+#include "geometry/Geometry.h"
+#include "platform/GL.h"
+#include "view/GLCanvas.h"
+
+namespace {
+
+/// Inverts a matrix; a singular one stays as it is.
+/// @return S_OK; E_OUTOFMEMORY, the matrix unchanged
+HRESULT Invert(GLDATA_MATRIX16D& aMatrix) noexcept {
+  try {
+    // The transposition between GL's order and rows first drops out: it commutes with the inverse.
+    GMatrix matrix(4, 4, &aMatrix.m[0][0]);
+    if (!matrix.Invert()) return S_OK;
+    for (int i = 0; i < 4; ++i) {
+      for (int j = 0; j < 4; ++j) aMatrix.m[i][j] = matrix.GetElement(i, j);
+    }
+    return S_OK;
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+/// Selects GL_PROJECTION and the former mode at the end, with no call where it is selected already.
+class ProjectionMode {
+ public:
+  ProjectionMode() noexcept {
+    glGetIntegerv(GL_MATRIX_MODE, &m_iMode);
+    if (m_iMode != GL_PROJECTION) glMatrixMode(GL_PROJECTION);
+  }
+  ~ProjectionMode() {
+    if (m_iMode != GL_PROJECTION) glMatrixMode(static_cast<GLenum>(m_iMode));
+  }
+  ProjectionMode(const ProjectionMode&) = delete;
+  ProjectionMode& operator=(const ProjectionMode&) = delete;
+
+ private:
+  GLint m_iMode = GL_MODELVIEW;
+};
+
+}  // namespace
+
+HRESULT GLCanvas::SetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
+  if (aMatrix == nullptr) return E_INVALIDARG;
+  glTranslated(aMatrix->x, aMatrix->y, aMatrix->z);
+  glRotated(aMatrix->m_dAngleX * kDegreesFromRadians, 1.0, 0.0, 0.0);
+  glRotated(aMatrix->m_dAngleY * kDegreesFromRadians, 0.0, 1.0, 0.0);
+  glRotated(aMatrix->m_dAngleZ * kDegreesFromRadians, 0.0, 0.0, 1.0);
+  return S_OK;
+}
+
+HRESULT GLCanvas::ResetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
+  if (aMatrix == nullptr) return E_INVALIDARG;
+  // The inverse of SetModelview6d: its steps backwards, each with its sign turned.
+  glRotated(-aMatrix->m_dAngleZ * kDegreesFromRadians, 0.0, 0.0, 1.0);
+  glRotated(-aMatrix->m_dAngleY * kDegreesFromRadians, 0.0, 1.0, 0.0);
+  glRotated(-aMatrix->m_dAngleX * kDegreesFromRadians, 1.0, 0.0, 0.0);
+  glTranslated(-aMatrix->x, -aMatrix->y, -aMatrix->z);
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
+  if (aMatrix == nullptr) return E_INVALIDARG;
+  glMatrixMode(GL_MODELVIEW);
+  glMultMatrixd(&aMatrix->m[0][0]);
+  return S_OK;
+}
+
+HRESULT GLCanvas::ResetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
+  if (aMatrix == nullptr) return E_INVALIDARG;
+  GLDATA_MATRIX16D inverse = *aMatrix;
+  if (const HRESULT result = Invert(inverse); FAILED(result)) return result;
+  glMatrixMode(GL_MODELVIEW);
+  glMultMatrixd(&inverse.m[0][0]);
+  return S_OK;
+}
+
+HRESULT GLCanvas::GetModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
+  if (aMatrix == nullptr) return E_INVALIDARG;
+  GLDATA_MATRIX16D inverse;
+  glGetDoublev(GL_MODELVIEW_MATRIX, &inverse.m[0][0]);
+  if (const HRESULT result = Invert(inverse); FAILED(result)) return result;
+  *aMatrix = inverse;
+  return S_OK;
+}
+
+HRESULT GLCanvas::GetRawModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
+  if (aMatrix == nullptr) return E_INVALIDARG;
+  glGetDoublev(GL_MODELVIEW_MATRIX, &aMatrix->m[0][0]);
+  return S_OK;
+}
+
+HRESULT GLCanvas::PushModelviewMatrix(LONG aLoadIdentity) noexcept {
+  glMatrixMode(GL_MODELVIEW);
+  glPushMatrix();
+  if (aLoadIdentity != 0) glLoadIdentity();
+  return S_OK;
+}
+
+HRESULT GLCanvas::PopModelviewMatrix() noexcept {
+  glMatrixMode(GL_MODELVIEW);
+  glPopMatrix();
+  return S_OK;
+}
+
+HRESULT GLCanvas::Translate(GLDATA_POINT* aOrigin) noexcept {
+  if (aOrigin == nullptr) return E_INVALIDARG;
+  glMatrixMode(GL_MODELVIEW);
+  glTranslated(aOrigin->x, aOrigin->y, aOrigin->z);
+  return S_OK;
+}
+
+HRESULT GLCanvas::Rotate_RAD(double aAngle, GLDATA_POINT* aVector) noexcept {
+  if (aVector == nullptr) return E_INVALIDARG;
+  glMatrixMode(GL_MODELVIEW);
+  glRotated(aAngle * kDegreesFromRadians, aVector->x, aVector->y, aVector->z);
+  return S_OK;
+}
+
+HRESULT GLCanvas::Scale(GLDATA_POINT* aScale) noexcept {
+  if (aScale == nullptr) return E_INVALIDARG;
+  glMatrixMode(GL_MODELVIEW);
+  glScaled(aScale->x, aScale->y, aScale->z);
+  return S_OK;
+}
+
+HRESULT GLCanvas::PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExtents) noexcept {
+  constexpr double kDepth = 100000.0;
+  const GLSiteLink::Use site(aLoadIdentity != 0 ? m_pContext.get() : nullptr);
+  if (aLoadIdentity != 0 && !site) return E_GL_BADSTATE;
+
+  glMatrixMode(GL_PROJECTION);
+  glPushMatrix();
+  if (aLoadIdentity != 0) {
+    GLint mode = GL_RENDER;
+    glGetIntegerv(GL_RENDER_MODE, &mode);
+    if (mode != GL_SELECT) {  // a pick pass has its projection elsewhere and keeps it
+      const double aspect = static_cast<double>(site->ViewportWidth()) / site->ViewportHeight();
+      const double halfX = 1.0 > aspect ? 1.0 : aspect;
+      const double halfY = 1.0 > aspect ? 1.0 / aspect : 1.0;
+      glLoadIdentity();
+      glOrtho(-halfX, halfX, -halfY, halfY, -kDepth, kDepth);
+      if (aNewExtents != nullptr) *aNewExtents = {2.0 * halfX, 2.0 * halfY, 2.0 * kDepth};
+    }
+  }
+  glMatrixMode(GL_MODELVIEW);
+  return S_OK;
+}
+
+HRESULT GLCanvas::PopProjectionMatrix() noexcept {
+  glMatrixMode(GL_PROJECTION);
+  glPopMatrix();
+  glMatrixMode(GL_MODELVIEW);
+  return S_OK;
+}
+
+HRESULT GLCanvas::Ortho(double dLeft, double dRight, double dBottom, double dTop, double dZNear,
+                        double dZFar) noexcept {
+  const ProjectionMode mode;
+  glLoadIdentity();
+  glOrtho(dLeft, dRight, dBottom, dTop, dZNear, dZFar);
+  return S_OK;
+}
+
+HRESULT GLCanvas::Perspective(double dFovY, double dAspect, double dZNear, double dZFar) noexcept {
+  const ProjectionMode mode;
+  glLoadIdentity();
+  gluPerspective(dFovY, dAspect, dZNear, dZFar);
+  return S_OK;
+}

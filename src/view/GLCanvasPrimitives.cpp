@@ -1,0 +1,132 @@
+// GLCanvas: primitives and what goes with each vertex. Draw thread.
+// One GL call an operation and no tests, as these run a million times a frame. Vertices and normals narrow to
+// float here, also those that arrive in doubles.
+
+#include "platform/GL.h"
+#include "view/GLCanvas.h"
+
+HRESULT GLCanvas::BeginDrawPoints() noexcept {
+  glBegin(GL_POINTS);
+  return S_OK;
+}
+
+HRESULT GLCanvas::BeginDrawLines() noexcept {
+  glBegin(GL_LINES);
+  return S_OK;
+}
+
+HRESULT GLCanvas::BeginDrawLineStrip() noexcept {
+  glBegin(GL_LINE_STRIP);
+  return S_OK;
+}
+
+HRESULT GLCanvas::BeginDrawLineLoop() noexcept {
+  glBegin(GL_LINE_LOOP);
+  return S_OK;
+}
+
+HRESULT GLCanvas::BeginDrawTriangles() noexcept {
+  glBegin(GL_TRIANGLES);
+  return S_OK;
+}
+
+HRESULT GLCanvas::BeginDrawTriangleStrip() noexcept {
+  glBegin(GL_TRIANGLE_STRIP);
+  return S_OK;
+}
+
+HRESULT GLCanvas::BeginDrawTriangleFan() noexcept {
+  glBegin(GL_TRIANGLE_FAN);
+  return S_OK;
+}
+
+HRESULT GLCanvas::BeginDrawQuads() noexcept {
+  glBegin(GL_QUADS);
+  return S_OK;
+}
+
+HRESULT GLCanvas::BeginDrawQuadStrip() noexcept {
+  glBegin(GL_QUAD_STRIP);
+  return S_OK;
+}
+
+HRESULT GLCanvas::BeginDrawPolygon() noexcept {
+  glBegin(GL_POLYGON);
+  return S_OK;
+}
+
+HRESULT GLCanvas::EndDrawVertices() noexcept {
+  glEnd();
+  return S_OK;
+}
+
+HRESULT GLCanvas::Vertex(GLDATA_POINT* aPoint) noexcept {
+  glVertex3f(static_cast<float>(aPoint->x), static_cast<float>(aPoint->y), static_cast<float>(aPoint->z));
+  return S_OK;
+}
+
+HRESULT GLCanvas::Vertex2d(double aX, double aY) noexcept {
+  glVertex2f(static_cast<float>(aX), static_cast<float>(aY));
+  return S_OK;
+}
+
+HRESULT GLCanvas::Vertex3d(double aX, double aY, double aZ) noexcept {
+  glVertex3f(static_cast<float>(aX), static_cast<float>(aY), static_cast<float>(aZ));
+  return S_OK;
+}
+
+HRESULT GLCanvas::Vertex2f(float aX, float aY) noexcept {
+  glVertex2f(aX, aY);
+  return S_OK;
+}
+
+HRESULT GLCanvas::Vertex3f(float aX, float aY, float aZ) noexcept {
+  glVertex3f(aX, aY, aZ);
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetVertexNormal(GLDATA_POINT* Point) noexcept {
+  glNormal3f(static_cast<float>(Point->x), static_cast<float>(Point->y), static_cast<float>(Point->z));
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetVertexNormal3d(double aX, double aY, double aZ) noexcept {
+  glNormal3f(static_cast<float>(aX), static_cast<float>(aY), static_cast<float>(aZ));
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetVertexNormal3f(float aX, float aY, float aZ) noexcept {
+  glNormal3f(aX, aY, aZ);
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetTestID(ULONG aID) noexcept {
+  glLoadName(aID);
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetVertexColor(GLDATA_RGBA* aColor) noexcept {
+  glColor4f(aColor->m_fRed, aColor->m_fGreen, aColor->m_fBlue, aColor->m_fAlpha);
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetVertexLineWidth(float aValue) noexcept {
+  glLineWidth(aValue);
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetVertexLineStipple(std::uint16_t aPattern, int aFactor) noexcept {
+  glEnable(GL_LINE_STIPPLE);
+  glLineStipple(aFactor < 1 ? 1 : aFactor, aPattern);
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetVertexPointSize(float aValue) noexcept {
+  glPointSize(aValue);
+  return S_OK;
+}
+
+HRESULT GLCanvas::SetVertexEdgeFlag(LONG aIsEdge) noexcept {
+  glEdgeFlag(aIsEdge != 0 ? GL_TRUE : GL_FALSE);
+  return S_OK;
+}

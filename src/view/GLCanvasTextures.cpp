@@ -1,0 +1,97 @@
+// GLCanvas: textures, handed on to GL as they come. Draw thread.
+// The enumerations hold GL's own values; counts that GL doesn't take are ignored.
+
+#include "platform/GL.h"
+#include "view/GLCanvas.h"
+
+namespace {
+
+// Of EXT_texture_lod_bias; not in the headers of OpenGL 1.1.
+constexpr GLenum kTextureFilterControl = 0x8500;
+constexpr GLenum kTextureLodBias = 0x8501;
+
+constexpr GLenum GL(int aEnumerator) noexcept { return static_cast<GLenum>(aEnumerator); }
+
+}  // namespace
+
+HRESULT GLCanvas::GenTextures(int nTextures, unsigned int* pnTextureIDs) noexcept {
+  if (pnTextureIDs == nullptr) return E_INVALIDARG;
+  glGenTextures(nTextures, pnTextureIDs);
+  return S_OK;
+}
+
+HRESULT GLCanvas::BindTexture2D(unsigned int nTextureID) noexcept {
+  glBindTexture(GL_TEXTURE_2D, nTextureID);
+  return S_OK;
+}
+
+HRESULT GLCanvas::TexImage2D(int nLevel, int nInternalFormat, int nWidth, int nHeight, int nBorder,
+                             eGLTexFormat eFormat, eGLDataType eType, int /*nDataBytes*/,
+                             unsigned char* pbyPixels) noexcept {
+  // Null has GL's own meaning: room for an image, its texels undefined.
+  glTexImage2D(GL_TEXTURE_2D, nLevel, nInternalFormat, nWidth, nHeight, nBorder, GL(eFormat), GL(eType),
+               pbyPixels);
+  return S_OK;
+}
+
+HRESULT GLCanvas::Enable(eGLEnable eEnable) noexcept {
+  glEnable(GL(eEnable));
+  return S_OK;
+}
+
+HRESULT GLCanvas::Disable(eGLEnable eDisable) noexcept {
+  glDisable(GL(eDisable));
+  return S_OK;
+}
+
+HRESULT GLCanvas::TexGeni(eGLTextureCoordName eCoord, eGLTextureGenParameter ePName, int nValue) noexcept {
+  glTexGeni(GL(eCoord), GL(ePName), nValue);
+  return S_OK;
+}
+
+HRESULT GLCanvas::TexGend(eGLTextureCoordName eCoord, eGLTextureGenParameter ePName, double dValue) noexcept {
+  glTexGend(GL(eCoord), GL(ePName), dValue);
+  return S_OK;
+}
+
+HRESULT GLCanvas::TexGeniv(eGLTextureCoordName eCoord, eGLTextureGenParameter ePName, int /*nCount*/,
+                           int* pnValue) noexcept {
+  if (pnValue == nullptr) return E_INVALIDARG;
+  glTexGeniv(GL(eCoord), GL(ePName), pnValue);
+  return S_OK;
+}
+
+HRESULT GLCanvas::TexGendv(eGLTextureCoordName eCoord, eGLTextureGenParameter ePName, int /*nCount*/,
+                           double* pdValue) noexcept {
+  if (pdValue == nullptr) return E_INVALIDARG;
+  glTexGendv(GL(eCoord), GL(ePName), pdValue);
+  return S_OK;
+}
+
+HRESULT GLCanvas::TexParameteri2D(eGLTextureParameterName ePName, int nValue) noexcept {
+  glTexParameteri(GL_TEXTURE_2D, GL(ePName), nValue);
+  return S_OK;
+}
+
+HRESULT GLCanvas::TexEnvi(eGLTextureEnvTarget eTarget, eGLTextureEnvParameter ePName, int nValue) noexcept {
+  glTexEnvi(GL(eTarget), GL(ePName), nValue);
+  return S_OK;
+}
+
+HRESULT GLCanvas::TexCoord2f(float fS, float fT) noexcept {
+  glTexCoord2f(fS, fT);
+  return S_OK;
+}
+
+HRESULT GLCanvas::TexCoord2d(double dS, double dT) noexcept {
+  glTexCoord2d(dS, dT);
+  return S_OK;
+}
+
+HRESULT GLCanvas::Build2DMipmaps(int nInternalFormat, int nWidth, int nHeight, eGLTexFormat eFormat,
+                                 eGLDataType eType, int /*nDataBytes*/, unsigned char* pbyPixels) noexcept {
+  if (pbyPixels == nullptr) return E_INVALIDARG;
+  gluBuild2DMipmaps(GL_TEXTURE_2D, nInternalFormat, nWidth, nHeight, GL(eFormat), GL(eType), pbyPixels);
+  glTexEnvf(kTextureFilterControl, kTextureLodBias, -0.5f);  // towards the sharper levels
+  return S_OK;
+}

@@ -1,0 +1,115 @@
+// GLViewer: one view into a context: eye, projection, clip rectangle with its frame, gauges, axes figure.
+// Host threads set it, the draw thread runs its two passes; each member is atomic on its own, the whole is
+// not.
+
+#pragma once
+
+#include <gllib/IGLCollection.h>
+#include <gllib/IGLCoord.h>
+#include <gllib/IGLFont.h>
+#include <gllib/IGLViewer.h>
+#include <gllib/IGLViewerGauge.h>
+
+#include "component/Object.h"
+#include "thread/Relaxed.h"
+
+class GLContextSite;
+struct IGLCanvas;
+struct IGLContext;
+
+class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
+ public:
+  /// Throws std::bad_alloc when the coordinate object or the collection can't be made.
+  GLViewer();
+  ~GLViewer();
+
+  // IGLViewer
+  HRESULT Show(LONG aShow) noexcept override;
+  HRESULT IsVisible(LONG* aVisible) noexcept override;
+  HRESULT SetOrtho(LONG aOrtho) noexcept override;
+  HRESULT IsOrtho(LONG* aOrtho) noexcept override;
+  HRESULT ShowGauges(LONG aShow) noexcept override;
+  HRESULT AreGaugesVisible(LONG* aVisible) noexcept override;
+  HRESULT Clip(LONG aClip) noexcept override;
+  HRESULT IsClipped(LONG* aClipped) noexcept override;
+  HRESULT ScaleClip(LONG aScale) noexcept override;
+  HRESULT IsClipScaled(LONG* aScaled) noexcept override;
+  HRESULT ShowClipFrame(LONG aShow) noexcept override;
+  HRESULT IsClipFrameVisible(LONG* aVisible) noexcept override;
+  HRESULT GetEyeFovy_DEG(double* aFovy) noexcept override;
+  HRESULT SetEyeFovy_DEG(double aFovy) noexcept override;
+  HRESULT GetEyeZNear(double* aValue) noexcept override;
+  HRESULT GetEyeZFar(double* aValue) noexcept override;
+  HRESULT SetEyeZNearAndFar(double aNear, double aFar) noexcept override;
+  HRESULT GetEyeAspect(double* aValue) noexcept override;
+  HRESULT SetEyeAspect(double aValue) noexcept override;
+  HRESULT GetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexcept override;
+  HRESULT SetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexcept override;
+  HRESULT GetClipX(int* aValue) noexcept override;
+  HRESULT GetClipY(int* aValue) noexcept override;
+  HRESULT GetClipWidth(int* aValue) noexcept override;
+  HRESULT GetClipHeight(int* aValue) noexcept override;
+  HRESULT SetClipRectangle(int aX, int aY, int aWidth, int aHeight) noexcept override;
+  HRESULT GetFrameColor(GLDATA_RGBA* aColor) noexcept override;
+  HRESULT SetFrameColor(GLDATA_RGBA* aColor) noexcept override;
+  HRESULT GetFrameThickness(float* aValue) noexcept override;
+  HRESULT SetFrameThickness(float aValue) noexcept override;
+  HRESULT GetFrameOffset(float* aValue) noexcept override;
+  HRESULT SetFrameOffset(float aValue) noexcept override;
+  HRESULT AddGauge(IGLViewerGauge* aGauge) noexcept override;
+  HRESULT RemoveGauge(IGLViewerGauge* aGauge) noexcept override;
+  HRESULT RemoveAllGauges() noexcept override;
+  HRESULT EnumGauges(IGLCollection* aColl) noexcept override;
+  HRESULT GetCoord(IGLCoord** aCS) noexcept override;
+  HRESULT PointWCStoSCS(GLDATA_POINT* aPntWCS) noexcept override;
+  HRESULT PointSCStoWCS(GLDATA_POINT* aPntSCS) noexcept override;
+
+  // IGLViewer2
+  HRESULT GetShowAxes(LONG* pbShowAxes) noexcept override;
+  HRESULT SetShowAxes(LONG bShowAxes) noexcept override;
+
+  /// The projection pass: scissor, viewport, clear and projection for a view of that size.
+  /// Draw thread, GL_PROJECTION selected with the identity loaded; GL_MODELVIEW is selected afterwards.
+  void PrepareProjection(int aWidth, int aHeight) noexcept;
+
+  /// The overlay pass: clip frame, gauges, axes. Draw thread, after the painter.
+  void DrawOverlay(IGLCanvas* aCanvas, IGLContext* aContext, const GLContextSite& aSite) noexcept;
+
+ private:
+  void DrawFrame() noexcept;
+  void DrawGauges(IGLCanvas* aCanvas, IGLContext* aContext) noexcept;
+  void DrawAxes(IGLContext* aContext) noexcept;
+  void TurnWithEye() noexcept;
+  void PrintAxisNames() noexcept;
+  bool HasGauges() noexcept;
+  double EyeDistance() const noexcept;
+
+  Relaxed<bool> m_bVisible = true;
+  Relaxed<bool> m_bOrtho = true;
+  Relaxed<bool> m_bGaugesVisible = false;
+  Relaxed<bool> m_bClipped = false;
+  Relaxed<bool> m_bClipScaled = true;
+  Relaxed<bool> m_bClipFrameVisible = true;
+  Relaxed<double> m_dEyeFovy = 27.0;  // vertical, degrees
+  Relaxed<double> m_dEyeZNear = 0.1;
+  Relaxed<double> m_dEyeZFar = 1000.0;
+  Relaxed<double> m_dEyeAspect = 1.0;     // the host's own factor on the window's aspect
+  Relaxed<double> m_dWindowAspect = 1.0;  // width over height, from the last projection pass
+  RelaxedPoint m_sOrthoMin{-50.0, -50.0, 0.0};
+  RelaxedPoint m_sOrthoMax{50.0, 50.0, 1000.0};
+  // The clip rectangle, in window pixels from the lower left.
+  Relaxed<int> m_iClipX = 10;
+  Relaxed<int> m_iClipY = 10;
+  Relaxed<int> m_iClipWidth = 100;
+  Relaxed<int> m_iClipHeight = 100;
+  // The size of the context's view, from the last projection pass; draw thread only.
+  int m_iWindowWidth = 0;
+  int m_iWindowHeight = 0;
+  RelaxedColor m_sFrameColor{1.0f, 1.0f, 1.0f, 1.0f};
+  Relaxed<float> m_fFrameThickness = 1.0f;
+  Relaxed<float> m_fFrameOffset = 0.0f;  // in normalised device units
+  GLPtr<IGLCollection> m_pGauges;
+  GLPtr<IGLCoord> m_pCoord;
+  GLPtr<IGLFont> m_pAxisFont;  // made at first need; draw thread only
+  Relaxed<bool> m_bShowAxes = false;
+};

@@ -1,0 +1,67 @@
+// GLViewer: points between the world and the viewer's normalised screen. Any thread.
+//
+// The perspective forms have a model of their own: the eye's local plane z = 0 is the screen, and the eye
+// stands before it at the distance from which the field of view spans the screen's height.
+
+#include <cmath>
+
+#include "geometry/GLine.h"
+#include "geometry/GPlane.h"
+#include "geometry/GPoint.h"
+#include "view/GLViewer.h"
+
+namespace {
+
+/// Where the line of sight from (0, 0, aEye) through aTarget meets the plane at height aZ.
+/// @return the point; with x and y 0 when the line runs along the plane, or when there is no such eye
+GPoint AlongSight(double aEye, const GPoint& aTarget, double aZ) noexcept {
+  GPoint met(0.0, 0.0, aZ);
+  if (!std::isfinite(aEye)) return met;
+  const GPlane plane(GPoint(0.0, 0.0, aZ), GPoint(1.0, 0.0, aZ), GPoint(0.0, 1.0, aZ));
+  const GLine sight(GPoint(0.0, 0.0, aEye), aTarget);
+  if (!plane.Intersect(sight, met)) return GPoint(0.0, 0.0, aZ);
+  return met;
+}
+
+}  // namespace
+
+/// The eye's distance from the screen plane; not finite for a field of view of 0.
+double GLViewer::EyeDistance() const noexcept {
+  const double aspect = m_dWindowAspect;
+  const double halfHeight = 1.0 > aspect ? 1.0 / aspect : 1.0;
+  return halfHeight / (std::tan(kRadiansFromDegrees * 0.5 * m_dEyeFovy) * m_dEyeAspect);
+}
+
+HRESULT GLViewer::PointWCStoSCS(GLDATA_POINT* aPntWCS) noexcept {
+  if (aPntWCS == nullptr) return E_INVALIDARG;
+  GLDATA_POINT& p = *aPntWCS;
+  m_pCoord->PointPCStoLCS(&p);
+  if (m_bOrtho) {
+    const GLDATA_POINT low = m_sOrthoMin;
+    const GLDATA_POINT high = m_sOrthoMax;
+    p.x = 2.0 * (p.x - low.x) / (high.x - low.x) - 1.0;
+    p.y = 2.0 * (p.y - low.y) / (high.y - low.y) - 1.0;
+  } else {
+    const GPoint met = AlongSight(EyeDistance(), GPoint(p.x, p.y, p.z), 0.0);
+    p.x = met.x;
+    p.y = met.y * m_dEyeAspect;
+  }
+  return S_OK;
+}
+
+HRESULT GLViewer::PointSCStoWCS(GLDATA_POINT* aPntSCS) noexcept {
+  if (aPntSCS == nullptr) return E_INVALIDARG;
+  GLDATA_POINT& p = *aPntSCS;
+  if (m_bOrtho) {
+    const GLDATA_POINT low = m_sOrthoMin;
+    const GLDATA_POINT high = m_sOrthoMax;
+    p.x = (high.x - low.x) * ((p.x + 1.0) * 0.5) + low.x;
+    p.y = (high.y - low.y) * ((p.y + 1.0) * 0.5) + low.y;
+  } else {
+    const GPoint met = AlongSight(EyeDistance(), GPoint(p.x, p.y, 0.0), p.z);
+    p.x = met.x;
+    p.y = met.y / m_dEyeAspect;
+  }
+  m_pCoord->PointLCStoPCS(&p);
+  return S_OK;
+}

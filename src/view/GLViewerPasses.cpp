@@ -1,0 +1,196 @@
+// GLViewer: the two passes of a frame, projection before the painter and overlay after it.
+// Draw thread, with the rendering context current.
+
+#include <gllib/IGLContext.h>
+
+#include "component/ContextSite.h"
+#include "component/Module.h"
+#include "geometry/Geometry.h"
+#include "platform/GL.h"
+#include "view/GLViewer.h"
+
+void GLViewer::PrepareProjection(int aWidth, int aHeight) noexcept {
+  m_iWindowWidth = aWidth;
+  m_iWindowHeight = aHeight;
+  double aspect = static_cast<double>(aWidth) / aHeight;
+  if (m_bClipped) {
+    const int x = m_iClipX, y = m_iClipY, width = m_iClipWidth, height = m_iClipHeight;
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(x, y, width, height);
+    if (m_bClipScaled) {
+      glViewport(x, y, width, height);
+    } else {
+      glViewport(0, 0, aWidth, aHeight);
+    }
+    aspect = static_cast<double>(width) / height;  // of the rectangle, scaled or not
+  } else {
+    glDisable(GL_SCISSOR_TEST);
+    glViewport(0, 0, aWidth, aHeight);
+  }
+  m_dWindowAspect = aspect;
+
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);  // within the scissor: each viewer clears its own
+
+  if (m_bOrtho) {
+    // The short side keeps the extents, the long side widens.
+    const GLDATA_POINT low = m_sOrthoMin;
+    const GLDATA_POINT high = m_sOrthoMax;
+    if (1.0 > aspect) {
+      glOrtho(low.x, high.x, low.y / aspect, high.y / aspect, low.z, high.z);
+    } else {
+      glOrtho(low.x * aspect, high.x * aspect, low.y, high.y, low.z, high.z);
+    }
+  } else {
+    gluPerspective(m_dEyeFovy, aspect * m_dEyeAspect, m_dEyeZNear, m_dEyeZFar);
+  }
+  glMatrixMode(GL_MODELVIEW);
+}
+
+void GLViewer::DrawOverlay(IGLCanvas* aCanvas, IGLContext* aContext, const GLContextSite& aSite) noexcept {
+  const bool drawFrame = m_bClipped && m_bClipFrameVisible;
+  const bool drawGauges = m_bGaugesVisible && HasGauges();
+  if (!drawFrame && !drawGauges) return;  // the axes come with the others, never alone
+
+  glMatrixMode(GL_PROJECTION);
+  glPushMatrix();
+  glLoadIdentity();
+  glMatrixMode(GL_MODELVIEW);
+  glPushMatrix();
+  glLoadIdentity();
+  glPushAttrib(GL_LIGHTING_BIT);
+  glDisable(GL_LIGHTING);
+  if (aSite.HasClipPlanes()) {
+    const int planes = g_iMaxClipPlanes;
+    for (int i = 0; i < planes; ++i) glDisable(GL_CLIP_PLANE0 + static_cast<GLenum>(i));
+  }
+
+  if (drawFrame) DrawFrame();
+  if (drawGauges) DrawGauges(aCanvas, aContext);
+  if (m_bShowAxes) DrawAxes(aContext);
+
+  glPopAttrib();
+  glMatrixMode(GL_PROJECTION);
+  glPopMatrix();
+  glMatrixMode(GL_MODELVIEW);
+  glPopMatrix();
+}
+
+bool GLViewer::HasGauges() noexcept {
+  int size = 0;
+  m_pGauges->GetSize(&size);
+  return size > 0;
+}
+
+/// A rectangle in normalised device coordinates, just inside the view's edge.
+void GLViewer::DrawFrame() noexcept {
+  const GLDATA_RGBA color = m_sFrameColor;
+  const float c = 1.0f - m_fFrameOffset;
+  glLineWidth(m_fFrameThickness);
+  glDisable(GL_LINE_STIPPLE);
+  glColor4f(color.m_fRed, color.m_fGreen, color.m_fBlue, color.m_fAlpha);
+  glBegin(GL_LINES);
+  glVertex3f(c, c, 0.0f);
+  glVertex3f(-c, c, 0.0f);
+  glVertex3f(-c, c, 0.0f);
+  glVertex3f(-c, -c, 0.0f);
+  glVertex3f(-c, -c, 0.0f);
+  glVertex3f(c, -c, 0.0f);
+  glVertex3f(c, -c, 0.0f);
+  glVertex3f(c, c, 0.0f);
+  glEnd();
+}
+
+void GLViewer::DrawGauges(IGLCanvas* aCanvas, IGLContext* aContext) noexcept {
+  GLPOSITION position{};
+  GLPtr<IUnknown> member;
+  for (HRESULT found = m_pGauges->GetFirst(&position, member.Put()); SUCCEEDED(found);
+       found = m_pGauges->GetNext(&position, member.Put())) {
+    // Members went in as gauges, pointer unchanged.
+    auto* gauge = static_cast<IGLViewerGauge*>(member.Get());
+    LONG visible = 0;
+    gauge->IsVisible(&visible);
+    if (visible != 0) gauge->Draw(aCanvas, aContext);
+  }
+}
+
+namespace {
+
+constexpr float kFigureSide = 64.0f;  // of the axes figure's square, in pixels
+constexpr float kAxisLength = 30.0f;
+
+void FigureSquare() noexcept {
+  glBegin(GL_QUADS);
+  glVertex3f(0.0f, 0.0f, 0.0f);
+  glVertex3f(kFigureSide, 0.0f, 0.0f);
+  glVertex3f(kFigureSide, kFigureSide, 0.0f);
+  glVertex3f(0.0f, kFigureSide, 0.0f);
+  glEnd();
+}
+
+void Axis(float aX, float aY, float aZ) noexcept {
+  glColor4f(aX, aY, aZ, 1.0f);  // x red, y green, z blue
+  glVertex3f(0.0f, 0.0f, 0.0f);
+  glVertex3f(aX * kAxisLength, aY * kAxisLength, aZ * kAxisLength);
+}
+
+}  // namespace
+
+/// The figure in the lower left corner; a unit is a pixel of the whole window.
+void GLViewer::DrawAxes(IGLContext* aContext) noexcept {
+  glMatrixMode(GL_PROJECTION);
+  glLoadIdentity();
+  glOrtho(0.0, m_iWindowWidth, 0.0, m_iWindowHeight, -60.0, 60.0);
+  glMatrixMode(GL_MODELVIEW);
+  glLoadIdentity();
+  glTranslatef(0.375f, 0.375f, 0.0f);  // pixel centres rather than corners
+  glLineWidth(1.0f);
+  glDisable(GL_LINE_STIPPLE);
+  glDisable(GL_DEPTH_TEST);
+  glTranslatef(2.0f, 2.0f, 0.0f);
+  glPushMatrix();
+
+  glColor4f(0.0f, 0.0f, 0.0f, 0.5f);
+  FigureSquare();
+  glColor4f(1.0f, 1.0f, 1.0f, 0.5f);
+  glPolygonMode(GL_FRONT, GL_LINE);
+  FigureSquare();
+  glPolygonMode(GL_FRONT, GL_FILL);
+
+  glTranslatef(kFigureSide / 2, kFigureSide / 2, 0.0f);
+  TurnWithEye();
+  glBegin(GL_LINES);
+  Axis(1.0f, 0.0f, 0.0f);
+  Axis(0.0f, 1.0f, 0.0f);
+  Axis(0.0f, 0.0f, 1.0f);
+  glEnd();
+
+  if (!m_pAxisFont) aContext->CreateSystemFont(m_pAxisFont.Put());
+  glPopMatrix();
+  if (m_pAxisFont) PrintAxisNames();
+}
+
+/// The eye's rotation undone, its position left out.
+void GLViewer::TurnWithEye() noexcept {
+  GLDATA_MATRIX6D eye{};
+  m_pCoord->GetMatrix6d(&eye);
+  glRotated(-eye.m_dAngleZ * kDegreesFromRadians, 0.0, 0.0, 1.0);
+  glRotated(-eye.m_dAngleY * kDegreesFromRadians, 0.0, 1.0, 0.0);
+  glRotated(-eye.m_dAngleX * kDegreesFromRadians, 1.0, 0.0, 0.0);
+}
+
+/// X, Y and Z in a row in the square's corner, as a legend of the colours.
+void GLViewer::PrintAxisNames() noexcept {
+  const auto print = [this](OLECHAR aName, float aRed, float aGreen, float aBlue) {
+    GLDATA_POINT origin{0.0, 0.0, 0.0};
+    const BSTR text = SysAllocStringLen(&aName, 1);
+    glColor4f(aRed, aGreen, aBlue, 1.0f);
+    m_pAxisFont->Print(text, &origin);
+    SysFreeString(text);
+  };
+  glTranslatef(4.0f, 4.0f, 0.0f);
+  print('X', 1.0f, 0.0f, 0.0f);
+  glTranslatef(10.0f, 0.0f, 0.0f);
+  print('Y', 0.0f, 1.0f, 0.0f);
+  glTranslatef(10.0f, 0.0f, 0.0f);
+  print('Z', 0.0f, 0.0f, 1.0f);
+}
