@@ -153,7 +153,7 @@ TEST(DrawAttr, ModeBitsComeSinglyAndTogether) {
   attr->EnableDrawMode(both, 2);
   attr->EnableDrawMode(GLDM_LINE_BACK, 0);
   attr->EnableDrawMode(GLDM_SMOOTH_LIGHTING, 0);
-  Property(*attr, "mode", &IGLDrawAttr::GetDrawMode, GLDM_SHOW_FRONT | GLDM_LINE_FRONT);
+  Property(*attr, "mode", &IGLDrawAttr::GetDrawMode, int{GLDM_SHOW_FRONT | GLDM_LINE_FRONT});
   EXPECT_EQ(attr->IsDrawModeEnabled(both, &enabled), S_OK);
   EXPECT_EQ(enabled, 1) << "one of the two is enough";
   EXPECT_EQ(attr->IsDrawModeEnabled(GLDM_LINE_BACK, &enabled), S_OK);
