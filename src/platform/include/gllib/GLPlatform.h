@@ -55,7 +55,7 @@ inline unsigned SysStringLen(BSTR aString) noexcept {
   if (aString == nullptr) return 0;
   std::uint32_t count = 0;
   std::memcpy(&count, reinterpret_cast<const unsigned char*>(aString) - sizeof(count), sizeof(count));
-  return count / sizeof(OLECHAR);
+  return count / unsigned{sizeof(OLECHAR)};
 }
 
 /// Makes a string from a zero-terminated one; null from null.

@@ -1,0 +1,22 @@
+// Memory for images, on Linux: large ones take huge pages where the system has them. Any thread.
+
+#include "platform/Memory.h"
+
+#include <sys/mman.h>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr std::size_t kHugePage = std::size_t{2} << 20;
+constexpr std::size_t kLarge = 4 * kHugePage;  // from here on the rounding up doesn't weigh
+
+}  // namespace
+
+void* AllocateImage(std::size_t aBytes) noexcept {
+  if (aBytes < kLarge) return std::malloc(aBytes);
+  const std::size_t rounded = (aBytes + kHugePage - 1) / kHugePage * kHugePage;
+  void* block = std::aligned_alloc(kHugePage, rounded);
+  if (block != nullptr) (void)madvise(block, rounded, MADV_HUGEPAGE);  // a wish: small pages do as well
+  return block;
+}
