@@ -1,8 +1,164 @@
-// GLPixmap: made by CreateGLPixmap.
+// GLPixmap: the image itself, its file and its drawing. Any thread, one at a time; Draw where GL is current.
+
+#include "media/GLPixmap.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
 
 #include "component/Catalogue.h"
+#include "media/BitmapFile.h"
+#include "platform/File.h"
+#include "platform/GL.h"
 
-HRESULT CreateGLPixmap(IUnknown*, REFIID, void** ppv) noexcept {
-  if (ppv != nullptr) *ppv = nullptr;
-  return E_FAIL;
+namespace {
+
+constexpr GLDATA_RGBA4B kOpaqueBlack = {0, 0, 0, 255};
+
+}  // namespace
+
+HRESULT CreateGLPixmap(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
+  return CreateGLObject<GLPixmap>(aOuter, riid, ppv);
+}
+
+HRESULT GLPixmap::Initialize(int aWidth, int aHeight, GLDATA_RGBA4B aRGBA) noexcept {
+  if (aWidth < 1 || aHeight < 1) return E_GL_BADVALUE;
+  const std::int64_t count = std::int64_t{aWidth} * aHeight;
+  if (count > INT_MAX) return E_GL_BADVALUE;
+  PixelBlock pixels = std::move(m_pPixels);
+  if (count != m_iPixelCount) {
+    pixels.reset();  // before the new block, so that both need never be there at once
+    pixels = NewPixels(static_cast<std::size_t>(count));
+  }
+  TakePixels(std::move(pixels), aWidth, aHeight);
+  if (m_pPixels == nullptr) return E_FAIL;
+  std::fill_n(m_pPixels.get(), m_iPixelCount, aRGBA);
+  return S_OK;
+}
+
+HRESULT GLPixmap::LoadImageFile(BSTR aFilename) noexcept {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(OpenFileForReading(aFilename), std::fclose);
+  if (file == nullptr) return E_FAIL;
+  BitmapFile image(file.get());
+  if (!image.ReadHeader()) return E_FAIL;
+  // Into a block of its own: the image stays as it is until all of the new one stands.
+  PixelBlock pixels =
+      NewPixels(static_cast<std::size_t>(image.Width()) * static_cast<std::size_t>(image.Height()));
+  const bool hasMemory = pixels != nullptr;
+  if (hasMemory && !image.ReadPixels(pixels.get())) return E_FAIL;
+  TakePixels(std::move(pixels), image.Width(), image.Height());
+  return hasMemory ? S_OK : E_FAIL;
+}
+
+/// Makes aPixels the image, with a zoom of 1 and a full clip. Null empties the pixmap.
+void GLPixmap::TakePixels(PixelBlock aPixels, int aWidth, int aHeight) noexcept {
+  m_pPixels = std::move(aPixels);
+  const bool full = m_pPixels != nullptr;
+  m_iWidth = m_iClipWidth = full ? aWidth : 0;
+  m_iHeight = m_iClipHeight = full ? aHeight : 0;
+  m_iPixelCount = m_iWidth * m_iHeight;
+  m_iClipX = m_iClipY = 0;
+  m_fZoomX = m_fZoomY = 1.0f;
+}
+
+HRESULT GLPixmap::SetPixels(int aSize, GLDATA_RGBA4B* aArray) noexcept {
+  if (aArray == nullptr) return E_INVALIDARG;
+  if (m_pPixels == nullptr) return E_GL_BADVALUE;
+  const int rows = std::min(aSize / m_iWidth, m_iHeight);
+  const auto width = static_cast<std::size_t>(m_iWidth);
+  for (int row = 0; row < rows; ++row, aArray += width) {
+    std::memmove(&PixelAt(0, row), aArray, width * sizeof(*aArray));  // the array may be the store itself
+  }
+  return S_OK;
+}
+
+HRESULT GLPixmap::AccessPixmapData(int* aSize, GLDATA_RGBA4B** aArray) noexcept {
+  if (aSize == nullptr || aArray == nullptr) return E_INVALIDARG;
+  *aSize = m_iPixelCount;
+  *aArray = m_pPixels.get();
+  return m_pPixels != nullptr ? S_OK : E_GL_BADVALUE;
+}
+
+HRESULT GLPixmap::GetWidth(int* aValue) noexcept {
+  if (aValue == nullptr) return E_INVALIDARG;
+  *aValue = m_iWidth;
+  return S_OK;
+}
+
+HRESULT GLPixmap::GetHeight(int* aValue) noexcept {
+  if (aValue == nullptr) return E_INVALIDARG;
+  *aValue = m_iHeight;
+  return S_OK;
+}
+
+HRESULT GLPixmap::TestPlace(int aX, int aY) const noexcept {
+  if (m_pPixels == nullptr) return E_GL_BADSTATE;
+  return aX >= 0 && aX < m_iWidth && aY >= 0 && aY < m_iHeight ? S_OK : E_GL_BADVALUE;
+}
+
+/// The pixel at a place counted from the top left. It has to be inside the image.
+GLDATA_RGBA4B& GLPixmap::PixelAt(int aX, int aY) noexcept {
+  return m_pPixels[static_cast<std::size_t>((m_iHeight - aY - 1) * m_iWidth + aX)];
+}
+
+HRESULT GLPixmap::GetPixel(int aX, int aY, GLDATA_RGBA4B* aRGBA) noexcept {
+  if (aRGBA == nullptr) return E_INVALIDARG;
+  const HRESULT result = TestPlace(aX, aY);
+  if (result == S_OK) *aRGBA = PixelAt(aX, aY);
+  return result;
+}
+
+HRESULT GLPixmap::SetPixel(int aX, int aY, GLDATA_RGBA4B aRGBA) noexcept {
+  const HRESULT result = TestPlace(aX, aY);
+  if (result == S_OK) PixelAt(aX, aY) = aRGBA;
+  return result;
+}
+
+HRESULT GLPixmap::GetZoom(float* aFactorX, float* aFactorY) noexcept {
+  if (aFactorX == nullptr || aFactorY == nullptr) return E_INVALIDARG;
+  *aFactorX = m_fZoomX;
+  *aFactorY = m_fZoomY;
+  return S_OK;
+}
+
+HRESULT GLPixmap::SetZoom(float aFactorX, float aFactorY) noexcept {
+  m_fZoomX = aFactorX;
+  m_fZoomY = aFactorY;
+  return S_OK;
+}
+
+HRESULT GLPixmap::GetClip(int* aX, int* aY, int* aWidth, int* aHeight) noexcept {
+  if (aX == nullptr || aY == nullptr || aWidth == nullptr || aHeight == nullptr) return E_INVALIDARG;
+  if (m_pPixels == nullptr) return E_GL_BADSTATE;
+  *aX = m_iClipX;
+  *aY = m_iClipY;
+  *aWidth = m_iClipWidth;
+  *aHeight = m_iClipHeight;
+  return S_OK;
+}
+
+HRESULT GLPixmap::SetClip(int aX, int aY, int aWidth, int aHeight) noexcept {
+  if (m_pPixels == nullptr) return E_GL_BADSTATE;
+  if (aX < 0 || aY < 0 || aWidth < 1 || aHeight < 1) return E_GL_BADVALUE;
+  if (aWidth > m_iWidth - aX || aHeight > m_iHeight - aY) return E_GL_BADVALUE;  // sums could overflow
+  m_iClipX = aX;
+  m_iClipY = aY;
+  m_iClipWidth = aWidth;
+  m_iClipHeight = aHeight;
+  return S_OK;
+}
+
+HRESULT GLPixmap::Draw(IGLContext*, GLDATA_POINT* aOrigin) noexcept {
+  if (aOrigin == nullptr) return E_INVALIDARG;
+  if (m_pPixels == nullptr) return S_OK;
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+  glPixelStorei(GL_UNPACK_ROW_LENGTH, m_iWidth);
+  glPixelStorei(GL_UNPACK_SKIP_PIXELS, m_iClipX);
+  glPixelStorei(GL_UNPACK_SKIP_ROWS, m_iHeight - m_iClipY - m_iClipHeight);
+  glPixelZoom(m_fZoomX, m_fZoomY);
+  glRasterPos3d(aOrigin->x, aOrigin->y, aOrigin->z);
+  glDrawPixels(m_iClipWidth, m_iClipHeight, GL_RGBA, GL_UNSIGNED_BYTE, m_pPixels.get());
+  return S_OK;
 }

@@ -1,0 +1,22 @@
+// PixelBlock: an owned block of pixels from the process heap. Any thread.
+
+#pragma once
+
+#include <gllib/GLTypes.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "platform/Memory.h"
+
+struct FreeBlock {
+  void operator()(void* aBlock) const noexcept { std::free(aBlock); }
+};
+
+/// Owns pixels; null is no image.
+using PixelBlock = std::unique_ptr<GLDATA_RGBA4B[], FreeBlock>;
+
+/// Pixels with undefined values. @return null when there is no memory
+inline PixelBlock NewPixels(std::size_t aCount) noexcept {
+  return PixelBlock(static_cast<GLDATA_RGBA4B*>(AllocateImage(aCount * sizeof(GLDATA_RGBA4B))));
+}

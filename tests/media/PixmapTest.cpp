@@ -1,0 +1,238 @@
+// GLPixmap without GL: the image, its file, its colours.
+
+#include <gllib/GLClasses.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <tuple>
+
+#include "component/CreateObject.h"
+#include "support/BitmapFiles.h"
+
+constexpr bool operator==(const GLDATA_RGBA4B& a, const GLDATA_RGBA4B& b) {
+  return std::memcmp(&a, &b, sizeof(a)) == 0;
+}
+
+namespace {
+
+using Pixel = GLDATA_RGBA4B;
+using Image = std::vector<Pixel>;
+constexpr Pixel kGrey = {9, 9, 9, 9};
+constexpr int kMost = std::numeric_limits<int>::max();
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+class Pixmap : public testing::Test {
+ protected:
+  std::pair<Pixel*, int> Access() const {
+    std::pair<Pixel*, int> data;
+    m_Pixmap->AccessPixmapData(&data.second, &data.first);
+    return data;
+  }
+  /// The store, from the bottom row up.
+  Image Store() const {
+    const auto [pixels, size] = Access();
+    return Image(pixels, pixels + size);
+  }
+  /// Width, height, zoom, clip and the store's place: what an operation that fails leaves alone.
+  auto Shape() const {
+    int width, height, x = -1, y = -1, w = -1, h = -1;
+    float zoomX, zoomY;
+    m_Pixmap->GetWidth(&width);
+    m_Pixmap->GetHeight(&height);
+    m_Pixmap->GetZoom(&zoomX, &zoomY);
+    m_Pixmap->GetClip(&x, &y, &w, &h);
+    return std::tuple(width, height, zoomX, zoomY, x, y, w, h, Access().first);
+  }
+  /// What a colour operation makes of an image.
+  Image After(Image aImage, const std::function<HRESULT()>& aOperation) {
+    m_Pixmap->Initialize(static_cast<int>(aImage.size()), 1, kGrey);
+    m_Pixmap->SetPixels(static_cast<int>(aImage.size()), aImage.data());
+    EXPECT_EQ(aOperation(), S_OK);
+    return Store();
+  }
+
+  GLPtr<IGLPixmap> m_Pixmap = CreateObject<IGLPixmap>(CLSID_GLPixmap);
+};
+
+/// Every value of a channel, each channel in another order.
+Image EveryValue() {
+  Image image;
+  for (int i = 0; i < 256; ++i) {
+    image.push_back({std::uint8_t(i), std::uint8_t(i * 7), std::uint8_t(255 - i), std::uint8_t(i * 31)});
+  }
+  return image;
+}
+
+}  // namespace
+
+TEST_F(Pixmap, EmptyOneAnswersAsItsStateAllows) {
+  Pixel pixel = kGrey, *pixels = &pixel;
+  GLDATA_RGBA scale = {1, 1, 1, 1};
+  float table[256] = {};
+  int size = -1;
+  EXPECT_EQ(m_Pixmap->AccessPixmapData(&size, &pixels), E_GL_BADVALUE);
+  EXPECT_EQ(std::pair(size, pixels), std::pair(0, static_cast<Pixel*>(nullptr)));
+  EXPECT_EQ(m_Pixmap->SetPixels(1, &pixel), E_GL_BADVALUE);
+  for (const HRESULT result :
+       {m_Pixmap->GetPixel(0, 0, &pixel), m_Pixmap->SetPixel(0, 0, pixel), m_Pixmap->ScaleColor(&scale),
+        m_Pixmap->ScaleColor256(256, table), m_Pixmap->MakeNegative(1), m_Pixmap->MakeMonochrome(kGrey),
+        m_Pixmap->GetClip(&size, &size, &size, &size), m_Pixmap->SetClip(0, 0, 1, 1)}) {
+    EXPECT_EQ(result, E_GL_BADSTATE);
+  }
+}
+
+TEST_F(Pixmap, RefusesNullPointers) {
+  int i = 0;
+  float f = 0;
+  Pixel* p = nullptr;
+  for (const HRESULT result :
+       {m_Pixmap->SetPixels(4, nullptr), m_Pixmap->AccessPixmapData(nullptr, &p),
+        m_Pixmap->AccessPixmapData(&i, nullptr), m_Pixmap->GetWidth(nullptr), m_Pixmap->GetHeight(nullptr),
+        m_Pixmap->GetPixel(0, 0, nullptr), m_Pixmap->ScaleColor(nullptr),
+        m_Pixmap->ScaleColor256(256, nullptr), m_Pixmap->GetZoom(&f, nullptr),
+        m_Pixmap->GetClip(&i, &i, &i, nullptr), m_Pixmap->Draw(nullptr, nullptr)}) {
+    EXPECT_EQ(result, E_INVALIDARG);
+  }
+}
+
+TEST_F(Pixmap, InitializeRefusesSizesThatMakeNoImageAndKeepsABlockOfTheSameCount) {
+  ASSERT_EQ(m_Pixmap->Initialize(2, 8, {}), S_OK);
+  m_Pixmap->SetClip(1, 1, 1, 7);
+  m_Pixmap->SetZoom(3, -4);
+  const auto before = Shape();
+  for (const auto& [width, height] : {std::pair{0, 1}, {1, 0}, {-1, -1}, {65536, 65536}, {65536, 32768}}) {
+    EXPECT_EQ(m_Pixmap->Initialize(width, height, kGrey), E_GL_BADVALUE) << width << " by " << height;
+  }
+  EXPECT_EQ(Shape(), before);
+  m_Pixmap->Initialize(4, 4, kGrey);
+  EXPECT_EQ(Shape(), std::tuple(4, 4, 1.0f, 1.0f, 0, 0, 4, 4, std::get<Pixel*>(before)));
+  EXPECT_EQ(Store(), Image(16, kGrey));
+}
+
+TEST_F(Pixmap, SetPixelsWritesWholeRowsFromTheTop) {
+  Pixel array[] = {{1, 0, 0, 0}, {2, 0, 0, 0}, {3, 0, 0, 0}, {4, 0, 0, 0}, {5, 0, 0, 0}};
+  const auto [a, b, c, d, e] = array;
+  const Image untouched(4, kGrey), firstRow = {kGrey, kGrey, a, b}, whole = {c, d, a, b};
+  for (const auto& [size, expected] :
+       {std::pair{-5, untouched}, {1, untouched}, {3, firstRow}, {4, whole}, {5, whole}}) {
+    m_Pixmap->Initialize(2, 2, kGrey);
+    EXPECT_EQ(m_Pixmap->SetPixels(size, array), S_OK);
+    EXPECT_EQ(Store(), expected) << size << " pixels";
+  }
+}
+
+TEST_F(Pixmap, PlacesAndClipCountFromTheTopLeftAndStayInside) {
+  m_Pixmap->Initialize(3, 2, kGrey);
+  Pixel pixel = {1, 2, 3, 4};
+  EXPECT_EQ(m_Pixmap->SetPixel(2, 0, pixel), S_OK);
+  EXPECT_EQ(Store(), (Image{kGrey, kGrey, kGrey, kGrey, kGrey, pixel}));
+  for (const auto& [x, y] : {std::pair{-1, 0}, {0, -1}, {3, 0}, {0, 2}}) {
+    EXPECT_EQ(m_Pixmap->GetPixel(x, y, &pixel), E_GL_BADVALUE) << x << ", " << y;
+    EXPECT_EQ(m_Pixmap->SetPixel(x, y, kGrey), E_GL_BADVALUE) << x << ", " << y;
+  }
+  EXPECT_EQ(m_Pixmap->SetClip(1, 1, 2, 1), S_OK);
+  const auto before = Shape();
+  for (const auto& [x, y, w, h] : {std::array{-1, 0, 1, 1},
+                                   {0, -1, 1, 1},
+                                   {0, 0, 0, 1},
+                                   {0, 0, 1, 0},
+                                   {0, 0, 4, 1},
+                                   {1, 1, 1, 2},
+                                   {kMost, 0, kMost, 1},
+                                   {0, kMost, 1, kMost}}) {
+    EXPECT_EQ(m_Pixmap->SetClip(x, y, w, h), E_GL_BADVALUE) << x << ' ' << y << ' ' << w << ' ' << h;
+  }
+  EXPECT_EQ(Shape(), before);
+}
+
+TEST_F(Pixmap, ScaleColorStopsAtWhite) {
+  for (const float factor : {0.0f, 0.1f, 0.7f, 1.0f, 2.0f, 1e30f}) {
+    GLDATA_RGBA scale = {factor, 1, 2, factor};
+    Image expected = EveryValue();
+    const auto scaled = [](float aValue, float aFactor) {
+      return std::uint8_t(std::fmin(255.0f, aValue * aFactor));
+    };
+    for (Pixel& p : expected) {
+      p = {scaled(p.m_bRed, factor), p.m_bGreen, scaled(p.m_bBlue, 2), scaled(p.m_bAlpha, factor)};
+    }
+    EXPECT_EQ(After(EveryValue(), [&] { return m_Pixmap->ScaleColor(&scale); }), expected) << factor;
+  }
+  GLDATA_RGBA infinite = {kInfinity, kInfinity, kInfinity, 1};
+  EXPECT_EQ(After({{0, 1, 255, 5}}, [&] { return m_Pixmap->ScaleColor(&infinite); }),
+            (Image{{0, 255, 255, 5}}));
+  for (GLDATA_RGBA bad : {GLDATA_RGBA{-0.1f, 1, 1, 1}, {1, 1, 1, -1}, {1, kNaN, 1, 1}}) {
+    EXPECT_EQ(m_Pixmap->ScaleColor(&bad), E_GL_BADVALUE);
+  }
+  EXPECT_EQ(Store(), (Image{{0, 255, 255, 5}})) << "a refused factor changes nothing";
+}
+
+TEST_F(Pixmap, ScaleColor256KeepsTheLowByteOfEveryProduct) {
+  std::vector<float> table(256, 1.0f);
+  const auto scale = [&] { return m_Pixmap->ScaleColor256(256, table.data()); };
+  EXPECT_EQ(After(EveryValue(), scale), EveryValue());
+  for (const auto& [factor, expected] : {std::pair{2.0f, 144},
+                                         {0.5f, 100},
+                                         {0.001f, 0},
+                                         {-1.0f, 56},
+                                         {-0.004f, 0},
+                                         {-0.0051f, 255},
+                                         {8388.61f, 154},
+                                         {1e30f, 0},
+                                         {-1e30f, 0},
+                                         {kInfinity, 0},
+                                         {kNaN, 0}}) {
+    table[200] = factor;
+    const auto value = static_cast<std::uint8_t>(expected);
+    EXPECT_EQ(After({{200, 7, 200, 200}}, scale), (Image{{value, 7, value, 200}})) << factor;
+  }
+  EXPECT_EQ(m_Pixmap->ScaleColor256(255, table.data()), E_GL_BADSTATE);
+}
+
+TEST_F(Pixmap, MakesNegativesAndMonochromes) {
+  const Image image = {{0, 100, 255, 3}, {255, 255, 255, 200}};
+  EXPECT_EQ(After(image, [&] { return m_Pixmap->MakeNegative(0); }),
+            (Image{{255, 155, 0, 3}, {0, 0, 0, 200}}));
+  EXPECT_EQ(After(image, [&] { return m_Pixmap->MakeNegative(-1); }),
+            (Image{{255, 155, 0, 252}, {0, 0, 0, 55}}));
+  EXPECT_EQ(After(image,
+                  [&] {
+                    return m_Pixmap->MakeMonochrome({255, 255, 255, 9});
+                  }),
+            (Image{{39, 39, 39, 3}, {85, 85, 85, 200}}));
+  EXPECT_EQ(After(image,
+                  [&] {
+                    return m_Pixmap->MakeMonochrome({0, 0, 0, 255});
+                  }),
+            (Image{{39, 39, 39, 3}, {84, 84, 84, 200}}));
+  EXPECT_EQ(After(image,
+                  [&] {
+                    return m_Pixmap->MakeMonochrome({7, 0, 0, 255});
+                  }),
+            (Image{{118, 0, 0, 3}, {255, 0, 0, 200}}));
+}
+
+TEST_F(Pixmap, LoadsAFileOfAnyNameAndKeepsItWhenTheNextOneCantBeLoaded) {
+  const TestFolder folder;
+  const Bytes file = BitmapBytes{2, -1, 24, {}, {3, 2, 1, 6, 5, 4, 0, 0}}.File();
+  const BitmapBytes badLastRow{1, 2, 8, {0, 0, 0, 0}, {0, 0, 0, 0, 1, 0, 0, 0}};
+  m_Pixmap->Initialize(5, 5, kGrey);
+  m_Pixmap->SetZoom(2, 2);
+  const std::u16string good = folder.Write(u"K\u00fcste \u6d77 \U0001F41F.bmp", file);
+  EXPECT_EQ(LoadFrom(*m_Pixmap, good), S_OK);
+  EXPECT_EQ(Shape(), std::tuple(2, 1, 1.0f, 1.0f, 0, 0, 2, 1, Access().first));
+
+  mkfifo((folder.Path() / "pipe").c_str(), 0600);
+  const auto before = Shape();
+  for (const std::u16string& name :
+       {folder.Write(u"late", badLastRow.File()), folder.Name(u"missing"), folder.Path().u16string(),
+        folder.Name(u"pipe"), std::u16string(), good + u'\0' + u'x', std::u16string(1, char16_t{0xD800})}) {
+    EXPECT_EQ(LoadFrom(*m_Pixmap, name), E_FAIL) << std::string(name.begin(), name.end());
+  }
+  EXPECT_EQ(m_Pixmap->LoadImageFile(nullptr), E_FAIL);
+  EXPECT_EQ(Shape(), before);
+  EXPECT_EQ(Store(), (Image{{1, 2, 3, 255}, {4, 5, 6, 255}}));
+}
