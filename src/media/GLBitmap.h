@@ -1,0 +1,40 @@
+// GLBitmap: a one-bit image with one colour, for markers that keep their size on screen.
+// No lock: the host keeps a bitmap out of use while it changes it. Only Draw touches GL.
+
+#pragma once
+
+#include <gllib/IGLBitmap.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "component/Object.h"
+
+class GLBitmap final : public GLObject<GLBitmap, IGLBitmap> {
+ public:
+  HRESULT Initialize(int aWidth, int aHeight, LONG aOpaque) noexcept override;
+  HRESULT SetPixels(int aSize, std::uint8_t* aArray) noexcept override;
+  HRESULT GetPixel(int aX, int aY, LONG* aOpaque) noexcept override;
+  HRESULT SetPixel(int aX, int aY, LONG aOpaque) noexcept override;
+  HRESULT GetColor(GLDATA_RGBA* aColor) noexcept override;
+  HRESULT SetColor(GLDATA_RGBA* aColor) noexcept override;
+  HRESULT GetWidth(int* aValue) noexcept override;
+  HRESULT GetHeight(int* aValue) noexcept override;
+  HRESULT Draw(IGLContext* aContext, GLDATA_POINT* aOrigin, int aOffsetX, int aOffsetY) noexcept override;
+
+ private:
+  struct FreeBits {
+    void operator()(unsigned char* aBits) const noexcept { std::free(aBits); }
+  };
+
+  HRESULT TestPlace(int aX, int aY) const noexcept;
+  int Stride() const noexcept;
+  unsigned char* RowAt(int aY) const noexcept;
+
+  int m_iWidth = 0;  ///< 0, or a multiple of 8
+  int m_iHeight = 0;
+  GLDATA_RGBA m_sColor = {1.0f, 1.0f, 1.0f, 1.0f};
+  int m_iBitsSize = 0;
+  /// Rows from the bottom up, each of whole 32-bit words, the first pixel in a byte's highest bit.
+  std::unique_ptr<unsigned char[], FreeBits> m_pBits;
+};

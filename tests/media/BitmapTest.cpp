@@ -1,0 +1,100 @@
+// GLBitmap without GL: sizes, bits and colour.
+
+#include <gllib/GLClasses.h>
+#include <gllib/IGLBitmap.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include "component/CreateObject.h"
+
+namespace {
+
+constexpr int kMost = std::numeric_limits<int>::max();
+
+class Bitmap : public testing::Test {
+ protected:
+  /// All pixels from the top, a row a line.
+  std::string Bits() const {
+    int width = 0, height = 0;
+    m_Bitmap->GetWidth(&width);
+    m_Bitmap->GetHeight(&height);
+    std::string text;
+    for (int y = 0; y < height; ++y) {
+      for (int x = 0; x < width; ++x) {
+        LONG opaque = -1;
+        EXPECT_EQ(m_Bitmap->GetPixel(x, y, &opaque), S_OK);
+        text += opaque == 1 ? '#' : opaque == 0 ? '.' : '?';
+      }
+      text += '\n';
+    }
+    return text;
+  }
+
+  GLPtr<IGLBitmap> m_Bitmap = CreateObject<IGLBitmap>(CLSID_GLBitmap);
+};
+
+}  // namespace
+
+TEST_F(Bitmap, TakesWidthsOfWholeBytes) {
+  for (const auto& [width, height] : {std::pair{8, 4}, {40, 1}, {16, 3}}) {
+    EXPECT_EQ(m_Bitmap->Initialize(width, height, 0), S_OK) << width << " by " << height;
+  }
+  m_Bitmap->Initialize(8, 2, 5);
+  for (const auto& [width, height] :
+       {std::pair{12, 4}, {0, 4}, {-8, 4}, {8, 0}, {8, -1}, {kMost - 7, 1}, {8, kMost}, {1 << 20, 1 << 15}}) {
+    EXPECT_EQ(m_Bitmap->Initialize(width, height, 0), E_GL_BADVALUE) << width << " by " << height;
+  }
+  EXPECT_EQ(Bits(), "########\n########\n") << "a refused size changes nothing";
+}
+
+TEST_F(Bitmap, SetPixelsFillsFromTheTopAsFarAsTheArrayGoes) {
+  unsigned char array[] = {0x80, 0x00, 0x00, 0x01, 0xFF};
+  const std::string empty = "................\n", first = "#...............\n", last = "...............#\n";
+  for (const auto& [size, bits] :
+       {std::pair{-1, empty + empty}, {1, first + empty}, {4, first + last}, {5, first + last}}) {
+    m_Bitmap->Initialize(16, 2, 0);
+    EXPECT_EQ(m_Bitmap->SetPixels(size, array), S_OK);
+    EXPECT_EQ(Bits(), bits) << size << " bytes";
+  }
+  m_Bitmap->Initialize(16, 2, 1);
+  EXPECT_EQ(m_Bitmap->SetPixels(3, array), S_OK);
+  EXPECT_EQ(Bits(), "#...............\n........########\n") << "a row can end half-way";
+  EXPECT_EQ(m_Bitmap->SetPixels(4, nullptr), S_OK);
+}
+
+TEST_F(Bitmap, PixelsTurnOnAndOffOneByOneAndStayInside) {
+  m_Bitmap->Initialize(8, 2, 0);
+  for (const auto& [x, y, opaque] : {std::array{1, 0, -4}, {7, 1, 1}, {6, 1, 1}, {7, 1, 0}}) {
+    EXPECT_EQ(m_Bitmap->SetPixel(x, y, opaque), S_OK);
+  }
+  EXPECT_EQ(Bits(), ".#......\n......#.\n");
+  LONG opaque = 0;
+  for (const auto& [x, y] : {std::pair{-1, 0}, {0, -1}, {8, 0}, {0, 2}}) {
+    EXPECT_EQ(m_Bitmap->GetPixel(x, y, &opaque), E_GL_BADVALUE) << x << ", " << y;
+    EXPECT_EQ(m_Bitmap->SetPixel(x, y, 1), E_GL_BADVALUE) << x << ", " << y;
+  }
+}
+
+TEST_F(Bitmap, EmptyOneAndNullPointersAreRefused) {
+  LONG opaque = 0;
+  unsigned char byte = 0;
+  EXPECT_EQ(m_Bitmap->GetPixel(0, 0, &opaque), E_GL_BADSTATE);
+  EXPECT_EQ(m_Bitmap->SetPixel(0, 0, 1), E_GL_BADSTATE);
+  EXPECT_EQ(m_Bitmap->SetPixels(1, &byte), E_GL_BADSTATE);
+  for (const HRESULT result :
+       {m_Bitmap->GetPixel(0, 0, nullptr), m_Bitmap->GetColor(nullptr), m_Bitmap->SetColor(nullptr),
+        m_Bitmap->GetWidth(nullptr), m_Bitmap->GetHeight(nullptr), m_Bitmap->Draw(nullptr, nullptr, 0, 0)}) {
+    EXPECT_EQ(result, E_INVALIDARG);
+  }
+}
+
+TEST_F(Bitmap, ColorIsLimitedAndStaysOverInitialize) {
+  GLDATA_RGBA color = {-1.0f, 2.0f, 0.5f, std::numeric_limits<float>::quiet_NaN()};
+  EXPECT_EQ(m_Bitmap->SetColor(&color), S_OK);
+  m_Bitmap->Initialize(8, 1, 1);
+  EXPECT_EQ(m_Bitmap->GetColor(&color), S_OK);
+  EXPECT_EQ((std::array{color.m_fRed, color.m_fGreen, color.m_fBlue, color.m_fAlpha}),
+            (std::array{0.0f, 1.0f, 0.5f, 0.0f}));
+}
