@@ -1,8 +1,49 @@
-// GLTexture1D: made by CreateGLTexture1D.
+// GLTexture1D: a strip of quads with a row of pixels along it. The drawing operations run where GL is
+// current.
+
+#include "media/GLTexture1D.h"
 
 #include "component/Catalogue.h"
 
-HRESULT CreateGLTexture1D(IUnknown*, REFIID, void** ppv) noexcept {
-  if (ppv != nullptr) *ppv = nullptr;
-  return E_FAIL;
+HRESULT CreateGLTexture1D(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
+  return CreateGLObject<GLTexture1D>(aOuter, riid, ppv);
+}
+
+HRESULT GLTexture1D::Initialize(IGLPixmap* aPixmap) noexcept {
+  if (aPixmap == nullptr) return E_INVALIDARG;
+  m_Levels.SetPixmap(aPixmap);
+  return S_OK;
+}
+
+HRESULT GLTexture1D::BeginDraw(IGLContext*, eGLTextureMode aTextureMode, LONG aInterpolatePixels,
+                               LONG aInterpolateMipmaps, LONG aRepeat, GLDATA_POINT* aFaceNormal,
+                               GLDATA_RGBA* aBlendColor) noexcept {
+  if (aFaceNormal == nullptr) return E_INVALIDARG;
+  EnableTexture(GL_TEXTURE_1D, GL_TEXTURE_2D);
+  if (m_Levels.HasPixmap()) {
+    SetTextureLook(GL_TEXTURE_1D, aTextureMode, aInterpolatePixels, aInterpolateMipmaps, aBlendColor);
+    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_WRAP_S, aRepeat != 0 ? GL_REPEAT : GL_CLAMP);
+    // The unpack parameters stay the host's, but what a clipped image left in them would read past the
+    // pixels.
+    const TightPixelStore tight;
+    m_Levels.Load();
+  }
+  glBegin(GL_QUAD_STRIP);
+  glNormal3d(aFaceNormal->x, aFaceNormal->y, aFaceNormal->z);
+  return S_OK;
+}
+
+HRESULT GLTexture1D::Draw(GLDATA_POINT* aVertex1, float aTextureX1, GLDATA_POINT* aVertex2,
+                          float aTextureX2) noexcept {
+  glTexCoord1f(aTextureX1);
+  glVertex3d(aVertex1->x, aVertex1->y, aVertex1->z);
+  glTexCoord1f(aTextureX2);
+  glVertex3d(aVertex2->x, aVertex2->y, aVertex2->z);
+  return S_OK;
+}
+
+HRESULT GLTexture1D::EndDraw() noexcept {
+  glEnd();
+  glDisable(GL_TEXTURE_1D);
+  return S_OK;
 }

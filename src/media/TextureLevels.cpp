@@ -1,0 +1,136 @@
+// TextureLevels: images, levels and the state of a textured face. Any thread; all that loads or sets where GL
+// is current.
+
+#include "media/TextureLevels.h"
+
+namespace {
+
+struct StoreParameter {
+  GLenum m_uName;
+  GLint m_iTight;
+};
+
+constexpr std::array<StoreParameter, 8> kTightStore = {{{GL_UNPACK_ALIGNMENT, 4},
+                                                        {GL_UNPACK_ROW_LENGTH, 0},
+                                                        {GL_UNPACK_SKIP_ROWS, 0},
+                                                        {GL_UNPACK_SKIP_PIXELS, 0},
+                                                        {GL_PACK_ALIGNMENT, 4},
+                                                        {GL_PACK_ROW_LENGTH, 0},
+                                                        {GL_PACK_SKIP_ROWS, 0},
+                                                        {GL_PACK_SKIP_PIXELS, 0}}};
+
+/// Alignments are 1, 2, 4 or 8; up to 4 they leave no gap between rows of 4-byte pixels. The others have to
+/// be 0.
+constexpr bool IsTight(const StoreParameter& aParameter, GLint aValue) noexcept {
+  return aParameter.m_iTight == 4 ? aValue <= 4 : aValue == 0;
+}
+
+}  // namespace
+
+TightPixelStore::TightPixelStore() noexcept {
+  for (std::size_t i = 0; i < kTightStore.size(); ++i) {
+    glGetIntegerv(kTightStore[i].m_uName, &m_aiBefore[i]);
+    if (!IsTight(kTightStore[i], m_aiBefore[i]))
+      glPixelStorei(kTightStore[i].m_uName, kTightStore[i].m_iTight);
+  }
+}
+
+TightPixelStore::~TightPixelStore() {
+  for (std::size_t i = 0; i < kTightStore.size(); ++i) {
+    if (!IsTight(kTightStore[i], m_aiBefore[i])) glPixelStorei(kTightStore[i].m_uName, m_aiBefore[i]);
+  }
+}
+
+void TextureLevels::SetPixmap(IGLPixmap* aPixmap) noexcept {
+  m_pPixmap = GLPtr<IGLPixmap>::FromBorrowed(aPixmap);
+  SetLevelsFor({0, 0, nullptr});
+}
+
+/// The pixmap as the target sees it: in one dimension all rows one after another are one row. A pixmap that
+/// hasn't got the pixels that its sides promise is no image.
+TextureLevels::Image TextureLevels::WholeImage() const noexcept {
+  int count = 0, width = 0, height = 0;
+  GLDATA_RGBA4B* pixels = nullptr;
+  m_pPixmap->AccessPixmapData(&count, &pixels);
+  if (m_uTarget == GL_TEXTURE_1D) {
+    width = count;
+    height = 1;
+  } else {
+    m_pPixmap->GetWidth(&width);
+    m_pPixmap->GetHeight(&height);
+  }
+  if (pixels == nullptr || std::int64_t{width} * height > count) return {0, 0, nullptr};
+  return {width, height, pixels};
+}
+
+/// Counts the levels of an image and drops those of another size. In two dimensions the shorter side ends
+/// them.
+void TextureLevels::SetLevelsFor(const Image& aImage) noexcept {
+  if (aImage.m_iWidth == m_iLevelsWidth && aImage.m_iHeight == m_iLevelsHeight) return;
+  for (PixelBlock& level : m_ppMipLevels) level.reset();
+  m_iLevelsWidth = aImage.m_iWidth;
+  m_iLevelsHeight = aImage.m_iHeight;
+  const bool oneRow = m_uTarget == GL_TEXTURE_1D;
+  m_iMipLevels = 0;
+  for (int w = m_iLevelsWidth, h = m_iLevelsHeight; w > 1 && (oneRow || h > 1); w /= 2, h /= 2)
+    ++m_iMipLevels;
+}
+
+void TextureLevels::Load() noexcept {
+  const Image image = WholeImage();
+  LoadLevel(0, image);
+  SetLevelsFor(image);
+  for (int level = 1; level <= m_iMipLevels; ++level) {
+    PixelBlock& block = m_ppMipLevels[static_cast<std::size_t>(level - 1)];
+    Image scaled = {image.m_iWidth >> level, m_uTarget == GL_TEXTURE_1D ? 1 : image.m_iHeight >> level,
+                    nullptr};
+    if (block == nullptr) MakeLevel(image, scaled, block);
+    if (block == nullptr) continue;
+    scaled.m_pPixels = block.get();
+    LoadLevel(level, scaled);
+  }
+}
+
+/// Scales the whole image down to a level's size. No memory leaves the block null.
+void TextureLevels::MakeLevel(const Image& aImage, const Image& aLevel, PixelBlock& aBlock) const noexcept {
+  const TightPixelStore tight;  // GLU reads and writes through the store parameters
+  aBlock = NewPixels(static_cast<std::size_t>(aLevel.m_iWidth) * static_cast<std::size_t>(aLevel.m_iHeight));
+  if (aBlock == nullptr) return;
+  const GLint failure =
+      gluScaleImage(GL_RGBA, aImage.m_iWidth, aImage.m_iHeight, GL_UNSIGNED_BYTE, aImage.m_pPixels,
+                    aLevel.m_iWidth, aLevel.m_iHeight, GL_UNSIGNED_BYTE, aBlock.get());
+  if (failure != 0) aBlock.reset();
+}
+
+void TextureLevels::LoadLevel(int aLevel, const Image& aImage) const noexcept {
+  if (m_uTarget == GL_TEXTURE_1D) {
+    glTexImage1D(m_uTarget, aLevel, 4, aImage.m_iWidth, 0, GL_RGBA, GL_UNSIGNED_BYTE, aImage.m_pPixels);
+  } else {
+    glTexImage2D(m_uTarget, aLevel, 4, aImage.m_iWidth, aImage.m_iHeight, 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                 aImage.m_pPixels);
+  }
+}
+
+void EnableTexture(GLenum aTarget, GLenum aOther) noexcept {
+  glDisable(aOther);
+  glEnable(aTarget);
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+}
+
+void SetTextureLook(GLenum aTarget, eGLTextureMode aMode, LONG aInterpolatePixels, LONG aInterpolateMipmaps,
+                    const GLDATA_RGBA* aBlendColor) noexcept {
+  const GLint mode = aMode == GLTM_MODULATE ? GL_MODULATE : aMode == GLTM_BLEND ? GL_BLEND : GL_DECAL;
+  glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, mode);
+  if (aBlendColor != nullptr) {
+    const GLfloat color[] = {aBlendColor->m_fRed, aBlendColor->m_fGreen, aBlendColor->m_fBlue,
+                             aBlendColor->m_fAlpha};
+    glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, color);
+  }
+  // Within a level the nearest for mipmaps alone, between levels the nearest for pixels alone: as published.
+  static constexpr GLint kMinFilters[2][2] = {{GL_NEAREST_MIPMAP_NEAREST, GL_LINEAR_MIPMAP_NEAREST},
+                                              {GL_NEAREST_MIPMAP_LINEAR, GL_LINEAR_MIPMAP_LINEAR}};
+  glTexParameteri(aTarget, GL_TEXTURE_MAG_FILTER, aInterpolatePixels != 0 ? GL_LINEAR : GL_NEAREST);
+  glTexParameteri(aTarget, GL_TEXTURE_MIN_FILTER,
+                  kMinFilters[aInterpolatePixels != 0 ? 1 : 0][aInterpolateMipmaps != 0 ? 1 : 0]);
+}
