@@ -1,0 +1,123 @@
+// The context under test: its painter serves one function at a time, and a capture object, which a context
+// asks at the end of every frame, tells that the frame is done.
+
+#include "support/Scene.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdlib>
+#include <mutex>
+#include <stdexcept>
+
+#include "component/CreateObject.h"
+#include "platform/GL.h"
+
+HRESULT TestPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* aViewer) noexcept {
+  Scene scene(*aCanvas, *aContext, *aViewer);
+  m_Draw(scene);
+  return S_OK;
+}
+
+/// What the test's thread and the draw thread tell each other.
+struct ContextFixture::Shared {
+  std::mutex m_Lock;
+  std::condition_variable m_Changed;
+  const DrawFunction* m_pWanted = nullptr;  // for the next frame that begins
+  const DrawFunction* m_pServed = nullptr;  // in the running frame
+  bool m_bInFrame = false;
+  bool m_bReads = false;
+  Picture m_Picture;
+  int m_iWidth = 0, m_iHeight = 0;
+  std::thread::id m_DrawThread;
+
+  /// The function of the running frame, the same one for all of its viewers.
+  const DrawFunction* ForThisFrame() {
+    const std::scoped_lock lock(m_Lock);
+    if (!m_bInFrame) m_pServed = m_pWanted;
+    m_bInFrame = true;
+    return m_pServed;
+  }
+  void EndFrame() {
+    const std::scoped_lock lock(m_Lock);
+    m_DrawThread = std::this_thread::get_id();
+    m_bInFrame = false;
+    if (m_pServed != nullptr) {
+      if (m_bReads) m_Picture = Picture::Read(m_iWidth, m_iHeight);
+      EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR}) << "left by the frame";
+      m_pWanted = m_pServed = nullptr;
+    }
+    m_Changed.notify_all();
+  }
+};
+
+/// Asked at the end of every frame, and never wants a picture.
+class ContextFixture::FrameEnd : public GLCaptureBase {
+ public:
+  explicit FrameEnd(std::shared_ptr<Shared> aShared) : m_Shared(std::move(aShared)) {}
+  HRESULT IsEnabled(LONG* aEnabled) noexcept override {
+    *aEnabled = 0;
+    m_Shared->EndFrame();
+    return S_OK;
+  }
+  HRESULT GetPixmap(IGLPixmap**) noexcept override { return E_FAIL; }
+  HRESULT GetRectangle(int*, int*, int*, int*) noexcept override { return E_FAIL; }
+  HRESULT OnData(LONG) noexcept override { return S_OK; }
+
+ private:
+  std::shared_ptr<Shared> m_Shared;
+};
+
+ContextFixture::ContextFixture(int aWidth, int aHeight)
+    : m_iWidth(aWidth), m_iHeight(aHeight), m_Shared(std::make_shared<Shared>()) {
+  setenv("GLLIB_DISPLAY", "headless", 0);
+  m_Shared->m_iWidth = aWidth;
+  m_Shared->m_iHeight = aHeight;
+  m_Context = CreateObject<IGLContext>(CLSID_GLContext);
+  if (!m_Context || FAILED(m_Context->Initialize(0)))
+    throw std::runtime_error("no context on the headless display");
+  ContextAs<IGLContext2>()->SetControlledDrawThread(1, 0xFFFFFFFF);
+  m_Context->SetViewport(0, 0, aWidth, aHeight);
+  IGLViewer* viewer = nullptr;
+  if (FAILED(m_Context->CreateViewer(1, 1, &viewer))) throw std::runtime_error("no viewer");
+  m_Viewer = GLPtr<IGLViewer>::FromBorrowed(viewer);
+  const auto draw = [shared = m_Shared](Scene& scene) {
+    if (const DrawFunction* function = shared->ForThisFrame()) (*function)(scene);
+  };
+  m_Context->AttachPainter(GLMake<TestPainter>(draw).Get());
+  m_Context->AttachCapture(GLMake<FrameEnd>(m_Shared).Get());
+}
+
+ContextFixture::~ContextFixture() {
+  m_Context->DetachCapture();
+  m_Context->DetachPainter();
+}
+
+std::thread::id ContextFixture::DrawThread() const {
+  const std::scoped_lock lock(m_Shared->m_Lock);
+  return m_Shared->m_DrawThread;
+}
+
+void ContextFixture::Frame(const DrawFunction& aDraw) { Run(aDraw, false); }
+
+Picture ContextFixture::FramePicture(const DrawFunction& aDraw) { return Run(aDraw, true); }
+
+Picture ContextFixture::Run(const DrawFunction& aDraw, bool aReads) {
+  std::unique_lock lock(m_Shared->m_Lock);
+  m_Shared->m_bReads = aReads;
+  m_Shared->m_pWanted = &aDraw;
+  lock.unlock();
+  ContextAs<IGLContext2>()->TriggerDrawThread();
+  lock.lock();
+  if (!m_Shared->m_Changed.wait_for(lock, std::chrono::seconds(20),
+                                    [&] { return m_Shared->m_pWanted == nullptr; })) {
+    m_Shared->m_pWanted = nullptr;
+    throw std::runtime_error("no frame within 20 s");
+  }
+  return std::exchange(m_Shared->m_Picture, Picture());
+}
+
+Picture DrawThroughContext(int aWidth, int aHeight, const DrawFunction& aDraw) {
+  return ContextFixture(aWidth, aHeight).FramePicture(aDraw);
+}
