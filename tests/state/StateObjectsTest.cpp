@@ -8,10 +8,9 @@
 #include <gllib/IGLMaterial.h>
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <functional>
 #include <limits>
 #include <string>
-#include <vector>
 
 #include "component/CreateObject.h"
 #include "state/GLDrawAttr.h"
@@ -20,8 +19,8 @@ static bool operator==(const GLDATA_RGBA& a, const GLDATA_RGBA& b) {
   return a.m_fRed == b.m_fRed && a.m_fGreen == b.m_fGreen && a.m_fBlue == b.m_fBlue &&
          a.m_fAlpha == b.m_fAlpha;
 }
-static void PrintTo(const GLDATA_RGBA& c, std::ostream* aOut) {
-  *aOut << "(" << c.m_fRed << ", " << c.m_fGreen << ", " << c.m_fBlue << ", " << c.m_fAlpha << ")";
+static bool operator==(const GLDATA_POINT& a, const GLDATA_POINT& b) {
+  return a.x == b.x && a.y == b.y && a.z == b.z;
 }
 namespace {
 
@@ -102,86 +101,53 @@ TEST(DrawAttr, KeepsWhatItIsGivenWithinItsLimits) {
   using I = IGLDrawAttr;
   const auto attr = CreateObject<I>(CLSID_GLDrawAttr);
   const GLLimits limits(1.0f, 10.0f);
-  Property color(*attr, "color", &I::GetColor, GLDATA_RGBA{1, 1, 1, 1});
-  color.Takes(&I::SetColor, {{{0.1f, 2.0f, -1.0f, 0.5f}, S_OK, {0.1f, 1.0f, 0.0f, 0.5f}},
-                             {{kNaN, kInf, -kInf, kNaN}, S_OK, {0, 1, 0, 0}},
-                             {{1, 1, 1, 1}, S_OK, {1, 1, 1, 1}}});
-  Property(*attr, "red", &I::GetRed, 1.0f).Takes(&I::SetRed, kColorTrips);
-  Property(*attr, "green", &I::GetGreen, 1.0f).Takes(&I::SetGreen, kColorTrips);
-  Property(*attr, "blue", &I::GetBlue, 1.0f).Takes(&I::SetBlue, kColorTrips);
-  Property(*attr, "alpha", &I::GetAlpha, 1.0f).Takes(&I::SetAlpha, kColorTrips);
+  Property(*attr, "color", &I::GetColor, GLDATA_RGBA{1, 1, 1, 1})
+      .Takes(&I::SetColor, {{{0.1f, 2.0f, -1.0f, 0.5f}, S_OK, {0.1f, 1.0f, 0.0f, 0.5f}},
+                            {{kNaN, kInf, -kInf, kNaN}, S_OK, {0, 1, 0, 0}},
+                            {{0.2f, 0.5f, 0.9f, 0.3f}, S_OK, {0.2f, 0.5f, 0.9f, 0.3f}}});
+  Property(*attr, "complement", &I::GetComplementColor, GLDATA_RGBA{0.8f, 0.5f, 1.0f - 0.9f, 0.3f});
+  Property(*attr, "contrast", &I::GetContrastColor, GLDATA_RGBA{1, 0, 0, 0.3f});
+  Property(*attr, "red", &I::GetRed, 0.2f).Takes(&I::SetRed, kColorTrips);
+  Property(*attr, "green", &I::GetGreen, 0.5f).Takes(&I::SetGreen, kColorTrips);
+  Property(*attr, "blue", &I::GetBlue, 0.9f).Takes(&I::SetBlue, kColorTrips);
+  Property(*attr, "alpha", &I::GetAlpha, 0.3f).Takes(&I::SetAlpha, kColorTrips);
   const std::initializer_list<Trip<float>> sizes = {
       {3.5f, S_OK, 3.5f}, {0.5f, S_OK, 1.0f}, {20.0f, S_OK, 10.0f}, {kInf, S_OK, 10.0f}, {kNaN, S_OK, 1.0f}};
   Property(*attr, "point size", &I::GetPointSize, 1.0f).Takes(&I::SetPointSize, sizes);
   Property(*attr, "line width", &I::GetLineWidth, 1.0f).Takes(&I::SetLineWidth, sizes);
   Property(*attr, "pattern", &I::GetLineStipplePattern, std::uint16_t{0xFFFF})
-      .Takes(&I::SetLineStipplePattern, {{0, S_OK, 0}, {0xA5A5, S_OK, 0xA5A5}});
+      .Takes(&I::SetLineStipplePattern, {{0xA5A5, S_OK, 0xA5A5}});
   Property(*attr, "factor", &I::GetLineStippleFactor, 1)
-      .Takes(&I::SetLineStippleFactor, {{0, S_OK, 1}, {-5, S_OK, 1}, {7, S_OK, 7}, {100000, S_OK, 100000}});
-  Property(*attr, "mode", &I::GetDrawMode, 144);
-
-  float low = 0, high = 0;
-  EXPECT_EQ(attr->GetLineWidthLimits(&low, &high), S_OK);
-  EXPECT_EQ(std::pair(low, high), std::pair(1.0f, 10.0f));
-  EXPECT_EQ(attr->GetPointSizeLimits(&low, nullptr), E_INVALIDARG);
-  EXPECT_EQ(attr->GetLineWidthLimits(nullptr, &high), E_INVALIDARG);
-}
-
-TEST(DrawAttr, WithoutARenderingContextNoSizeIsLeftButTheFirst) {
-  const GLLimits none(0.0f, 0.0f);
-  const auto attr = CreateObject<IGLDrawAttr>(CLSID_GLDrawAttr);
-  Property(*attr, "point size", &IGLDrawAttr::GetPointSize, 1.0f)
-      .Takes(&IGLDrawAttr::SetPointSize, {{3, S_OK, 0}});
-  Property(*attr, "line width", &IGLDrawAttr::GetLineWidth, 1.0f)
-      .Takes(&IGLDrawAttr::SetLineWidth, {{3, S_OK, 0}});
-}
-
-TEST(DrawAttr, WorksOutComplementAndContrast) {
-  const auto attr = CreateObject<IGLDrawAttr>(CLSID_GLDrawAttr);
-  GLDATA_RGBA color{0.2f, 0.5f, 0.9f, 0.3f}, out{};
-  attr->SetColor(&color);
-  EXPECT_EQ(attr->GetComplementColor(&out), S_OK);
-  EXPECT_EQ(out, (GLDATA_RGBA{0.8f, 0.5f, 1.0f - 0.9f, 0.3f}));
-  EXPECT_EQ(attr->GetContrastColor(&out), S_OK);
-  EXPECT_EQ(out, (GLDATA_RGBA{1, 0, 0, 0.3f}));
-}
-
-TEST(DrawAttr, ModeBitsComeSinglyAndTogether) {
-  const auto attr = CreateObject<IGLDrawAttr>(CLSID_GLDrawAttr);
+      .Takes(&I::SetLineStippleFactor, {{7, S_OK, 7}, {0, S_OK, 1}, {100000, S_OK, 100000}});
   const auto both = static_cast<eGLDrawMode>(GLDM_LINE_FRONT | GLDM_LINE_BACK);
-  LONG enabled = -1;
   attr->EnableDrawMode(both, 2);
   attr->EnableDrawMode(GLDM_LINE_BACK, 0);
-  attr->EnableDrawMode(GLDM_SMOOTH_LIGHTING, 0);
-  Property(*attr, "mode", &IGLDrawAttr::GetDrawMode, int{GLDM_SHOW_FRONT | GLDM_LINE_FRONT});
+  Property(*attr, "mode", &I::GetDrawMode, 144 + 1);
+  LONG enabled = -1;
   EXPECT_EQ(attr->IsDrawModeEnabled(both, &enabled), S_OK);
   EXPECT_EQ(enabled, 1) << "one of the two is enough";
-  EXPECT_EQ(attr->IsDrawModeEnabled(GLDM_LINE_BACK, &enabled), S_OK);
-  EXPECT_EQ(enabled, 0);
+
+  const GLLimits none(0.0f, 0.0f);  // before the first rendering context
+  attr->SetPointSize(3);
+  Property(*attr, "point size without limits", &I::GetPointSize, 0.0f);
 }
 
 TEST(DrawAttr, EverySetterForcesAFullApplication) {
   const auto attr = GLPtr<GLDrawAttr>::FromBorrowed(new GLDrawAttr);
-  EXPECT_TRUE(attr->IsModified()) << "a new one";
   GLDATA_RGBA white{1, 1, 1, 1};
-  const std::function<void()> setters[] = {
-      [&] { attr->SetColor(&white); },
-      [&] { attr->SetRed(1); },
-      [&] { attr->SetGreen(1); },
-      [&] { attr->SetBlue(1); },
-      [&] { attr->SetAlpha(1); },
-      [&] { attr->SetPointSize(1); },
-      [&] { attr->SetLineWidth(1); },
-      [&] { attr->SetLineStipplePattern(0xFFFF); },
-      [&] { attr->SetLineStippleFactor(1); },
-      [&] { attr->EnableDrawMode(GLDM_SHOW_FRONT, 1); },
-  };
+  const std::function<void()> setters[] = {[] {},
+                                           [&] { attr->SetColor(&white); },
+                                           [&] { attr->SetRed(1); },
+                                           [&] { attr->SetPointSize(1); },
+                                           [&] { attr->SetLineWidth(1); },
+                                           [&] { attr->SetLineStipplePattern(0xFFFF); },
+                                           [&] { attr->SetLineStippleFactor(1); },
+                                           [&] { attr->EnableDrawMode(GLDM_SHOW_FRONT, 1); }};
   for (const auto& set : setters) {
-    attr->ClearModified();
-    attr->GetColor(&white);
-    EXPECT_FALSE(attr->IsModified());
     set();
     EXPECT_TRUE(attr->IsModified()) << "setter " << &set - setters;
+    attr->ClearModified();
+    EXPECT_FALSE(attr->IsModified());
   }
 }
 
@@ -256,4 +222,61 @@ TEST(Fog, RefusesDistancesThatMakeNoRange) {
     fog->GetFogEnd(&kept.second);
     EXPECT_EQ(kept, Range(2, 3)) << "a refused range changes nothing";
   }
+}
+
+TEST(Light, RefusesLimitsOrMapsPropertyByProperty) {
+  using I = IGLLight;
+  const auto light = CreateObject<I>(CLSID_GLLight);
+  ASSERT_TRUE(light);
+  Property(*light, "enabled", &I::IsEnabled, LONG{0}).Takes(&I::Enable, {{7, S_OK, 1}, {0, S_OK, 0}});
+  Property(*light, "spotlight", &I::IsSpotlight, LONG{1})
+      .Takes(&I::SetAsSpotlight, {{0, S_OK, 0}, {-1, S_OK, 1}});
+  const std::initializer_list<Trip<GLDATA_RGBA>> colors = {
+      {{0.1f, 0.2f, 0.3f, 0.25f}, S_OK, {0.1f, 0.2f, 0.3f, 1}}, {{-1, kNaN, 4, 0}, S_OK, {0, 0, 1, 1}}};
+  Property(*light, "ambient", &I::GetAmbientLight, GLDATA_RGBA{0.5f, 0.5f, 0.5f, 1})
+      .Takes(&I::SetAmbientLight, colors);
+  Property(*light, "diffuse", &I::GetDiffuseLight, GLDATA_RGBA{0.5f, 0.5f, 0.5f, 1})
+      .Takes(&I::SetDiffuseLight, colors);
+  Property(*light, "specular", &I::GetSpecularLight, GLDATA_RGBA{1, 1, 1, 1})
+      .Takes(&I::SetSpecularLight, colors);
+  Property(*light, "cut-off", &I::GetCutOffAngle_DEG, 180.0f)
+      .Takes(&I::SetCutOffAngle_DEG, {{-45, S_OK, 45},
+                                      {90, S_OK, 90},
+                                      {90.5f, S_OK, 180},
+                                      {0, S_OK, 0},
+                                      {-kInf, S_OK, 180},
+                                      {kNaN, S_OK, 180}});
+  Property(*light, "exponent", &I::GetSpotExponent, 0.0f)
+      .Takes(&I::SetSpotExponent, {{200, S_OK, 128}, {-1, S_OK, 0}, {5, S_OK, 5}, {kNaN, S_OK, 0}});
+  Property(*light, "constant", &I::GetConstantAttenuation, 1.0f)
+      .Takes(&I::SetConstantAttenuation,
+             {{0, E_GL_BADVALUE, 1}, {-1, E_GL_BADVALUE, 1}, {kNaN, E_GL_BADVALUE, 1}, {0.5f, S_OK, 0.5f}});
+  const std::initializer_list<Trip<float>> falls = {
+      {2, S_OK, 2}, {-1, S_OK, 0}, {0.5f, S_OK, 0.5f}, {kNaN, S_OK, 0}};
+  Property(*light, "linear", &I::GetLinearAttenuation, 0.0f).Takes(&I::SetLinearAttenuation, falls);
+  Property(*light, "quadratic", &I::GetQuadraticAttenuation, 0.0f).Takes(&I::SetQuadraticAttenuation, falls);
+  const std::initializer_list<Trip<GLDATA_POINT>> vectors = {{{0, 0, 2}, S_OK, {0, 0, 2}},
+                                                             {{0, -0.0, 0}, E_GL_BADVALUE, {0, 0, 2}},
+                                                             {{kNaN, 1, 1}, E_GL_BADVALUE, {0, 0, 2}},
+                                                             {{1, 1, kNaN}, E_GL_BADVALUE, {0, 0, 2}},
+                                                             {{1e-200, 5, kInf}, S_OK, {1e-200, 5, kInf}}};
+  Property(*light, "position", &I::GetSpotPosition, GLDATA_POINT{0, 0, 1})
+      .Takes(&I::SetSpotPosition, vectors);
+  Property(*light, "direction", &I::GetDirection, GLDATA_POINT{0, 0, -1}).Takes(&I::SetDirection, vectors);
+}
+
+TEST(Light, SharesACoordinateSystemByReference) {
+  const auto first = CreateObject<IGLLight>(CLSID_GLLight), second = CreateObject<IGLLight>(CLSID_GLLight);
+  GLPtr<IGLCoord> own, shared;
+  ASSERT_EQ(first->GetCoord(own.Put()), S_OK);
+  ASSERT_TRUE(own);
+  EXPECT_EQ(first->AttachCoord(nullptr), E_INVALIDARG);
+  EXPECT_EQ(first->GetCoord(nullptr), E_INVALIDARG);
+  EXPECT_EQ(second->AttachCoord(own.Get()), S_OK);
+  EXPECT_EQ(second->AttachCoord(own.Get()), S_OK) << "the one it has";
+  ASSERT_EQ(second->GetCoord(shared.Put()), S_OK);
+  EXPECT_EQ(own, shared);
+  shared.Reset();
+  own->AddRef();
+  EXPECT_EQ(own->Release(), 3u) << "one reference here, one of each light";
 }

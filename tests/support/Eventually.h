@@ -1,0 +1,17 @@
+// Eventually: waits for what another thread is to bring about.
+
+#pragma once
+
+#include <chrono>
+#include <thread>
+
+/// Waits until a condition holds. @return false after ten seconds without it
+template <class Condition>
+bool Eventually(Condition aHolds) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (!aHolds()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return true;
+}
