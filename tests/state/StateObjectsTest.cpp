@@ -119,7 +119,7 @@ TEST(DrawAttr, KeepsWhatItIsGivenWithinItsLimits) {
       .Takes(&I::SetLineStipplePattern, {{0xA5A5, S_OK, 0xA5A5}});
   Property(*attr, "factor", &I::GetLineStippleFactor, 1)
       .Takes(&I::SetLineStippleFactor, {{7, S_OK, 7}, {0, S_OK, 1}, {100000, S_OK, 100000}});
-  const auto both = static_cast<eGLDrawMode>(GLDM_LINE_FRONT | GLDM_LINE_BACK);
+  const auto both = GLDM_LINE_FRONT | GLDM_LINE_BACK;
   attr->EnableDrawMode(both, 2);
   attr->EnableDrawMode(GLDM_LINE_BACK, 0);
   Property(*attr, "mode", &I::GetDrawMode, 144 + 1);
@@ -184,7 +184,7 @@ TEST(Material, KeepsItsSidesApartAndItsAlphas) {
   LONG enabled = -1;
   material->IsDrawModeEnabled(GLMM_ENABLE_BACK, &enabled);
   EXPECT_EQ(enabled, 0);
-  material->EnableDrawMode(static_cast<eGLMatDrawMode>(GLMM_ENABLE_BACK | GLMM_LIGHT_MODEL_TWO_SIDE), 1);
+  material->EnableDrawMode(GLMM_ENABLE_BACK | GLMM_LIGHT_MODEL_TWO_SIDE, 1);
   material->EnableDrawMode(GLMM_LIGHT_MODEL_LOCAL_VIEWER, 0);
   Property(*material, "mode set", &I::GetDrawMode, 11);
 }
