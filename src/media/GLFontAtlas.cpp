@@ -1,0 +1,71 @@
+// GLFont: the internal kind, whose lists draw cells of a glyph atlas that the module carries as data.
+// Draw thread, with GL current.
+
+#include "media/GLFont.h"
+#include "platform/Resources.h"
+#include "platform/Window.h"
+
+namespace {
+
+constexpr GLsizei kAtlasWidth = 128;
+constexpr GLsizei kAtlasHeight = 256;
+constexpr DWORD kAtlasBytes = kAtlasWidth * kAtlasHeight * 4;
+
+/// The texels of an atlas, lowest row first, red, green, blue, alpha. @return null when there is no such
+/// atlas
+const void* FindAtlas(const char* aName) noexcept {
+  const HMODULE module = ModuleInstance();
+  const HRSRC resource = FindResourceA(module, aName, RT_RCDATA);
+  if (resource == nullptr || SizeofResource(module, resource) != kAtlasBytes) return nullptr;
+  const HGLOBAL data = LoadResource(module, resource);
+  return data != nullptr ? LockResource(data) : nullptr;
+}
+
+/// One list: the quad of a cell, from half a unit beside the pen, and the step to the next one.
+void CompileCell(GLuint aList, int aCode) noexcept {
+  constexpr float kCell = 0.0625f;  // a cell is a sixteenth of the atlas, either way
+  const float u = static_cast<float>(aCode & 15) * 8.0f * 0.0078125f;
+  const float t = 1.0f - static_cast<float>(aCode >> 4) * 16.0f * 0.00390625f;
+  glNewList(aList, GL_COMPILE);
+  glBegin(GL_QUADS);
+  glTexCoord2f(u, t - kCell);
+  glVertex2f(0.5f, 0.5f);
+  glTexCoord2f(u + kCell, t - kCell);
+  glVertex2f(8.5f, 0.5f);
+  glTexCoord2f(u + kCell, t);
+  glVertex2f(8.5f, 16.5f);
+  glTexCoord2f(u, t);
+  glVertex2f(0.375f, 16.5f);  // an eighth to the left: the published outline of the cell
+  glEnd();
+  glTranslated(9.0, 0.0, 0.0);
+  glEndList();
+}
+
+}  // namespace
+
+bool GLFont::CreateInternalLists(GLContextSite& aSite, GLuint aBase) noexcept {
+  const void* texels = FindAtlas(m_szFace);
+  if (texels == nullptr) return false;
+  // The window's texture outlasts a capture; a capture's own goes with its rendering context.
+  const ULONG context = aSite.WindowContextNumber();
+  if (m_uWindowTexture != 0 && context != 0 && context == m_uWindowContext)
+    glDeleteTextures(1, &m_uWindowTexture);
+  glGenTextures(1, &m_uTexture);
+  if (context != 0) {
+    m_uWindowTexture = m_uTexture;
+    m_uWindowContext = context;
+  }
+  glBindTexture(GL_TEXTURE_2D, m_uTexture);
+  glTexImage2D(GL_TEXTURE_2D, 0, 4, kAtlasWidth, kAtlasHeight, 0, GL_RGBA, GL_UNSIGNED_BYTE, texels);
+  m_fWidth = 8.0f;
+  m_fHeight = 16.0f;
+  m_iStyle = GLFS_FIXED_PITCH;
+  m_iWeight = 400;
+  GlyphMetrics metrics;
+  for (int code = 0; code < kCodes; ++code) {
+    CompileCell(aBase + static_cast<GLuint>(code), code);
+    metrics[static_cast<std::size_t>(code)] = {1.0f, 1.0f, {0.0f, 0.0f}, 1.0f, 1.0f};
+  }
+  SetMetrics(metrics);
+  return true;
+}

@@ -1,0 +1,140 @@
+// GLFont: building the lists and widths of the kinds that come from the platform's fonts.
+// Draw thread, with GL current.
+
+#include <algorithm>
+#include <cmath>
+
+#include "media/GLFont.h"
+
+namespace {
+
+/// aValue towards zero, at the range's end where no integer can hold it; 0 when it is no number.
+int Truncated(float aValue) noexcept {
+  if (std::isnan(aValue)) return 0;
+  return static_cast<int>(std::clamp(static_cast<double>(aValue), -2147483647.0, 2147483647.0));
+}
+
+DWORD PitchAndFamily(int aStyle) noexcept {
+  struct Family {
+    int m_iBit;
+    DWORD m_dwFamily;
+  };
+  static constexpr Family kFamilies[] = {{GLFS_SCRIPT, FF_SCRIPT},
+                                         {GLFS_DECORATIVE, FF_DECORATIVE},
+                                         {GLFS_MODERN, FF_MODERN},
+                                         {GLFS_ROMAN, FF_ROMAN}};
+  const DWORD pitch = (aStyle & GLFS_FIXED_PITCH) != 0 ? FIXED_PITCH : VARIABLE_PITCH;
+  for (const Family& family : kFamilies) {
+    if ((aStyle & family.m_iBit) != 0) return pitch | family.m_dwFamily;
+  }
+  return pitch | FF_SWISS;
+}
+
+}  // namespace
+
+bool GLFont::CreateFontLists() noexcept {
+  const GLSiteLink::Use site(m_pContext.get());
+  return site && CreateFontLists(*site);
+}
+
+bool GLFont::CreateFontLists(GLContextSite& aSite) noexcept {
+  if (aSite.IsListKeyValid(m_uListKey)) aSite.DeleteListKey(m_uListKey, kCodes);
+  m_uListKey = aSite.GenListKey(kCodes);
+  const GLuint base = aSite.GetListBase(m_uListKey);
+  if (base == 0) return false;
+  // A rebuild writes the same widths again, so a reader keeps its answers meanwhile.
+  const bool created = CreateKindLists(aSite, base);
+  m_bCreated.store(created, std::memory_order_release);
+  if (!created) {
+    aSite.DeleteListKey(m_uListKey, kCodes);
+    m_uListKey = 0;
+  }
+  return created;
+}
+
+bool GLFont::CreateKindLists(GLContextSite& aSite, GLuint aBase) noexcept {
+  if (m_bInternal) return CreateInternalLists(aSite, aBase);
+  if (IsSystem()) return CreateSystemLists(aBase);
+  return CreateDeviceLists(aSite.DeviceContext(), aBase);
+}
+
+bool GLFont::CreateSystemLists(GLuint aBase) noexcept {
+  const HDC dc = GetDC(nullptr);
+  if (dc == nullptr) return false;
+  const HGDIOBJ old = SelectObject(dc, GetStockObject(SYSTEM_FONT));
+  TEXTMETRICA metrics{};
+  bool created = wglUseFontBitmapsA(dc, 0, kCodes, aBase) && GetTextMetricsA(dc, &metrics);
+  if (created) {
+    m_fHeight = static_cast<float>(metrics.tmHeight);
+    m_fWidth = static_cast<float>(metrics.tmAveCharWidth);
+    created = SetMetricsFromWidths(dc);
+  }
+  if (old != nullptr) SelectObject(dc, old);
+  ReleaseDC(nullptr, dc);
+  return created;
+}
+
+bool GLFont::CreateDeviceLists(HDC aDC, GLuint aBase) noexcept {
+  m_iWeight = std::clamp<int>(m_iWeight, 0, 1000);
+  const int style = m_iStyle;
+  const int height = m_bTrueType ? 0 : Truncated(m_fHeight);
+  const int width = m_bTrueType || m_bAverageWidth ? 0 : Truncated(m_fWidth);
+  const HFONT font =
+      CreateFontA(height, width, 0, Truncated(m_fOrientation * 10.0f), m_iWeight, (style & GLFS_ITALIC) != 0,
+                  (style & GLFS_UNDERLINE) != 0, (style & GLFS_STRIKEOUT) != 0, ANSI_CHARSET,
+                  m_bTrueType ? OUT_TT_ONLY_PRECIS : OUT_RASTER_PRECIS, CLIP_DEFAULT_PRECIS, PROOF_QUALITY,
+                  PitchAndFamily(style), m_szFace);
+  if (font == nullptr) return false;
+  bool created = false;
+  if (const HGDIOBJ old = SelectObject(aDC, font); old != nullptr) {
+    created = m_bTrueType ? CreateOutlineLists(aDC, aBase) : CreateRasterLists(aDC, aBase);
+    SelectObject(aDC, old);
+  }
+  DeleteObject(font);
+  return created;
+}
+
+bool GLFont::CreateRasterLists(HDC aDC, GLuint aBase) noexcept {
+  if (!wglUseFontBitmapsA(aDC, 0, kCodes, aBase)) return false;
+  if (m_bAverageWidth) {
+    TEXTMETRICA metrics{};
+    if (!GetTextMetricsA(aDC, &metrics)) return false;
+    m_fWidth = static_cast<float>(metrics.tmAveCharWidth);
+  }
+  return SetMetricsFromWidths(aDC);
+}
+
+bool GLFont::CreateOutlineLists(HDC aDC, GLuint aBase) noexcept {
+  GlyphMetrics metrics{};
+  const float extrusion = m_fExtrusionZ == 0.0f ? 0.0f : 1.0f;
+  if (!wglUseFontOutlinesA(aDC, 0, kCodes, aBase, 0.0f, extrusion, WGL_FONT_POLYGONS, metrics.data())) {
+    return false;
+  }
+  SetMetrics(metrics);
+  return true;
+}
+
+// Widths are kept in parts of the font's width, which GetStringWidth multiplies back.
+bool GLFont::SetMetricsFromWidths(HDC aDC) noexcept {
+  FLOAT widths[kCodes] = {};
+  if (!GetCharWidthFloatA(aDC, 0, kCodes - 1, widths)) return false;
+  GlyphMetrics metrics;
+  for (std::size_t code = 0; code < metrics.size(); ++code) {
+    const float width = widths[code] / m_fWidth;
+    metrics[code] = {width, 1.0f, {0.0f, 0.0f}, width, 0.0f};
+  }
+  SetMetrics(metrics);
+  return true;
+}
+
+void GLFont::SetMetrics(const GlyphMetrics& aMetrics) noexcept {
+  for (std::size_t code = 0; code < aMetrics.size(); ++code) {
+    GLYPHMETRICSFLOAT& own = m_arGlyphMetrics[code];
+    own.gmfBlackBoxX = aMetrics[code].gmfBlackBoxX;
+    own.gmfBlackBoxY = aMetrics[code].gmfBlackBoxY;
+    own.gmfptGlyphOrigin = aMetrics[code].gmfptGlyphOrigin;
+    own.gmfCellIncY = aMetrics[code].gmfCellIncY;
+    // Hosts may be measuring with the widths of the build before.
+    std::atomic_ref(own.gmfCellIncX).store(aMetrics[code].gmfCellIncX, std::memory_order_relaxed);
+  }
+}

@@ -1,0 +1,123 @@
+// SheetToBlock: a tool of the build. Reads glyph sheets and writes the C++ source of the module's data
+// blocks: for each sheet 128 by 256 texels of red, green, blue and alpha, the lowest row first. usage:
+// SheetToBlock OUTPUT.cpp NAME SHEET.txt [NAME SHEET.txt ...]
+
+#include <algorithm>
+#include <array>
+#include <bitset>
+#include <cctype>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t kCellWidth = 8, kCellHeight = 16;
+constexpr std::size_t kColumns = 16, kSheetWidth = kColumns * kCellWidth, kSheetHeight = 16 * kCellHeight;
+constexpr std::size_t kStride = kCellWidth + 1;  // of the cells that stand side by side in a sheet's text
+
+using Ink = std::array<std::bitset<kSheetWidth>, kSheetHeight>;  // the top row first
+
+/// A sheet's text: a line of codes, and under each code the sixteen lines of its cell.
+class SheetReader {
+ public:
+  explicit SheetReader(const std::string& aPath) : m_sPath(aPath), m_Input(aPath) {
+    if (!m_Input) Fail("can't be read");
+  }
+
+  Ink Read() {
+    for (std::string line; NextLine(line);) {
+      if (line.empty() || line[0] == ';') continue;
+      ReadBand(CodesOf(line));
+    }
+    if (!m_Seen.all()) Fail("lacks a code");
+    return m_Ink;
+  }
+
+ private:
+  bool NextLine(std::string& aLine) {
+    ++m_iLine;
+    return static_cast<bool>(std::getline(m_Input, aLine));
+  }
+
+  std::vector<std::size_t> CodesOf(const std::string& aLine) {
+    std::vector<std::size_t> codes;
+    for (std::size_t at = 0; at < aLine.size(); at += kStride) {
+      if (std::isdigit(static_cast<unsigned char>(aLine[at])) == 0) Fail("a code was due");
+      const std::size_t code = std::stoul(aLine.substr(at, kStride));
+      if (code > 255 || m_Seen[code]) Fail("a code of its own was due");
+      m_Seen.set(code);
+      codes.push_back(code);
+    }
+    return codes;
+  }
+
+  void ReadBand(const std::vector<std::size_t>& aCodes) {
+    std::string line;
+    for (std::size_t y = 0; y < kCellHeight; ++y) {
+      if (!NextLine(line) || line.size() != aCodes.size() * kStride - 1) Fail("a line of cells was due");
+      for (std::size_t i = 0; i < aCodes.size(); ++i)
+        ReadRow(line.substr(i * kStride, kCellWidth), aCodes[i], y);
+    }
+  }
+
+  void ReadRow(const std::string& aRow, std::size_t aCode, std::size_t aLine) {
+    for (std::size_t x = 0; x < kCellWidth; ++x) {
+      if (aRow[x] != '#' && aRow[x] != '.') Fail("a cell holds '#' and '.' alone");
+      const std::size_t column = aCode % kColumns * kCellWidth + x;
+      m_Ink[aCode / kColumns * kCellHeight + aLine][column] = aRow[x] == '#';
+    }
+  }
+
+  [[noreturn]] void Fail(const char* aWhy) const {
+    throw std::runtime_error(m_sPath + ":" + std::to_string(m_iLine) + ": " + aWhy);
+  }
+
+  std::string m_sPath;
+  std::ifstream m_Input;
+  std::size_t m_iLine = 0;
+  std::bitset<256> m_Seen;
+  Ink m_Ink;
+};
+
+void WriteBlock(std::ostream& aOut, const std::string& aName, const Ink& aInk) {
+  aOut << "alignas(4) constexpr unsigned char k" << aName << "[] = {\n";
+  for (std::size_t y = kSheetHeight; y-- > 0;) {
+    for (std::size_t x = 0; x < kSheetWidth; ++x)
+      aOut << (aInk[y][x] ? "255,255,255,255," : "255,255,255,0,");
+    aOut << '\n';
+  }
+  aOut << "};\n";
+}
+
+void Run(const std::vector<std::string>& aArguments) {
+  if (aArguments.size() < 3 || aArguments.size() % 2 == 0)
+    throw std::runtime_error("OUTPUT.cpp NAME SHEET.txt ...");
+  std::ofstream out(aArguments[0]);
+  out << "// Written by the build from the glyph sheets.\n#include "
+         "\"platform/linux/ResourceBlocks.h\"\nnamespace {\n";
+  std::string table;
+  for (std::size_t i = 1; i < aArguments.size(); i += 2) {
+    const std::string& name = aArguments[i];
+    WriteBlock(out, name, SheetReader(aArguments[i + 1]).Read());
+    table += "{\"" + name + "\", k" + name + ", sizeof(k" + name + ")},";
+  }
+  out << "constexpr ResourceBlock kBlocks[] = {" << table << "};\n}  // namespace\n"
+      << "std::span<const ResourceBlock> ResourceBlocks() noexcept { return kBlocks; }\n";
+  out.flush();
+  if (!out) throw std::runtime_error(aArguments[0] + ": can't be written");
+}
+
+}  // namespace
+
+int main(int aCount, char** aValues) {
+  try {
+    Run({aValues + 1, aValues + aCount});
+    return 0;
+  } catch (const std::exception& error) {
+    std::cerr << "SheetToBlock: " << error.what() << '\n';
+    return 1;
+  }
+}

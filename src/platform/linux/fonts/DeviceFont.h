@@ -1,0 +1,58 @@
+// DeviceFont: a font that FreeType draws from a face of the system. Any thread; the font library's lock
+// guards it.
+
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "platform/linux/fonts/FontLibrary.h"
+#include "platform/linux/fonts/FontObject.h"
+
+/// The arguments of CreateFontA that make a difference.
+struct FontDescription {
+  const char* m_szFace;
+  int m_iHeight;       ///< of the cell above 0, of the characters below 0; 0 for the default
+  int m_iWidth;        ///< average width in pixels; 0 for the face's own
+  int m_iOrientation;  ///< of each character, in tenths of a degree
+  int m_iWeight;       ///< 0 for the default
+  DWORD m_dwPitchAndFamily;
+  bool m_bItalic, m_bUnderline, m_bStrikeOut;
+};
+
+class DeviceFont final : public FontObject {
+ public:
+  /// @return null with no face to be had, or at a size that can't be drawn
+  static std::unique_ptr<DeviceFont> Create(const FontDescription& aDescription);
+  ~DeviceFont() override;
+
+  TEXTMETRICA Metrics() const override;
+  int Advance(unsigned char aCode) const override;
+  GlyphBitmap Bitmap(unsigned char aCode) const override;
+  bool Outline(unsigned char aCode, double aDeviation, GlyphOutline& aOutline) const override;
+
+ private:
+  /// Vertical measures of the face, in its design units.
+  struct FaceMeasures {
+    int m_iAscent, m_iDescent, m_iAverage;
+    int m_iUnderlineTop, m_iUnderlineSize, m_iStrikeOutTop, m_iStrikeOutSize;
+  };
+
+  DeviceFont(FT_Face aFace, const FaceMatch& aMatch, const FontDescription& aDescription);
+  void Measure();
+  bool SetSize(int aHeight, int aWidth);
+  bool Load(unsigned char aCode, FT_Int32 aFlags) const;
+  void Style(FT_Outline& aOutline, FT_Pos aEm) const;
+  int PixelAdvance() const;
+  void DrawBars(GlyphBitmap& aBitmap) const;
+  void AddBars(GlyphOutline& aOutline, bool aClockwise) const;
+
+  FT_Face m_pFace;
+  FaceMeasures m_Measures{};
+  std::array<FT_UInt, 256> m_auGlyph{};
+  mutable std::array<int, 256> m_aiAdvance{};  // -1 where not yet known
+  int m_iOrientation;
+  bool m_bUnderline, m_bStrikeOut;
+  bool m_bEmbolden;  // the mapper had no bold face,
+  bool m_bSlant;     // or no italic one
+};

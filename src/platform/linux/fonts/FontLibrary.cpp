@@ -1,0 +1,69 @@
+// FontLibrary: finding and opening faces.
+
+#include "platform/linux/fonts/FontLibrary.h"
+
+#include <memory>
+
+namespace {
+
+const FcChar8* Utf8(const char* aText) noexcept { return reinterpret_cast<const FcChar8*>(aText); }
+
+using PatternPtr = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
+
+PatternPtr PatternOf(const FaceRequest& aRequest) {
+  PatternPtr pattern(FcPatternCreate(), &FcPatternDestroy);
+  if (pattern == nullptr) return pattern;
+  if (*aRequest.m_szFace != '\0') FcPatternAddString(pattern.get(), FC_FAMILY, Utf8(aRequest.m_szFace));
+  FcPatternAddString(pattern.get(), FC_FAMILY, Utf8(aRequest.m_szGeneric));
+  FcPatternAddDouble(pattern.get(), FC_WEIGHT, FcWeightFromOpenTypeDouble(aRequest.m_iWeight));
+  FcPatternAddInteger(pattern.get(), FC_SLANT, aRequest.m_bItalic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+  if (aRequest.m_bFixedPitch) FcPatternAddInteger(pattern.get(), FC_SPACING, FC_MONO);
+  FcPatternAddBool(pattern.get(), FC_OUTLINE, FcTrue);
+  FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
+  FcPatternAddBool(pattern.get(), FC_VARIABLE, FcFalse);
+  return pattern;
+}
+
+}  // namespace
+
+FontLibrary& FontLibrary::Instance() {
+  static auto* const library = new FontLibrary;
+  return *library;
+}
+
+// A configuration of its own: the host may be using fontconfig's shared one in its own way.
+FontLibrary::FontLibrary() : m_pConfig(FcInitLoadConfigAndFonts()) {
+  if (FT_Init_FreeType(&m_pFreeType) != 0) m_pFreeType = nullptr;
+}
+
+std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) const {
+  const PatternPtr pattern = PatternOf(aRequest);
+  if (pattern == nullptr || m_pConfig == nullptr) return std::nullopt;
+  if (!FcConfigSubstitute(m_pConfig, pattern.get(), FcMatchPattern)) return std::nullopt;
+  FcDefaultSubstitute(pattern.get());
+  FcResult result = FcResultNoMatch;
+  const PatternPtr font(FcFontMatch(m_pConfig, pattern.get(), &result), &FcPatternDestroy);
+  FcChar8* file = nullptr;
+  if (font == nullptr || FcPatternGetString(font.get(), FC_FILE, 0, &file) != FcResultMatch)
+    return std::nullopt;
+
+  FaceMatch match;
+  match.m_sFile = reinterpret_cast<const char*>(file);
+  FcPatternGetInteger(font.get(), FC_INDEX, 0, &match.m_iIndex);
+  double weight = FC_WEIGHT_REGULAR;
+  FcPatternGetDouble(font.get(), FC_WEIGHT, 0, &weight);
+  match.m_iWeight = static_cast<int>(FcWeightToOpenTypeDouble(weight));
+  int slant = FC_SLANT_ROMAN;
+  FcPatternGetInteger(font.get(), FC_SLANT, 0, &slant);
+  match.m_bItalic = slant != FC_SLANT_ROMAN;
+  return match;
+}
+
+FT_Face FontLibrary::Open(const FaceMatch& aMatch) const {
+  FT_Face face = nullptr;
+  if (m_pFreeType == nullptr) return nullptr;
+  if (FT_New_Face(m_pFreeType, aMatch.m_sFile.c_str(), aMatch.m_iIndex, &face) != 0) return nullptr;
+  if (FT_IS_SCALABLE(face) && face->units_per_EM > 0) return face;
+  FT_Done_Face(face);
+  return nullptr;
+}

@@ -1,0 +1,48 @@
+// FontLibrary: the process's one FreeType library and font configuration, and the lock that guards both.
+
+#pragma once
+
+#include <fontconfig/fontconfig.h>
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <mutex>
+#include <optional>
+#include <string>
+
+/// What is asked of the font mapper.
+struct FaceRequest {
+  const char* m_szFace;
+  const char* m_szGeneric;  ///< the family to take where the face isn't there
+  int m_iWeight;            ///< 1 to 1000
+  bool m_bItalic;
+  bool m_bFixedPitch;
+};
+
+/// What the font mapper answers with.
+struct FaceMatch {
+  std::string m_sFile;
+  int m_iIndex = 0;
+  int m_iWeight = 400;
+  bool m_bItalic = false;
+};
+
+/// Every use of FreeType and fontconfig happens between Lock and the end of what it gives.
+class FontLibrary {
+ public:
+  /// Never ends: draw threads may still be measuring when the process exits.
+  static FontLibrary& Instance();
+
+  [[nodiscard]] std::unique_lock<std::recursive_mutex> Lock() { return std::unique_lock(m_Lock); }
+  /// The face that the mapper makes of a request; none when there is no scalable font on the system.
+  std::optional<FaceMatch> Match(const FaceRequest& aRequest) const;
+  /// @return null when the file can't be read or its face has no outlines
+  FT_Face Open(const FaceMatch& aMatch) const;
+
+ private:
+  FontLibrary();
+
+  std::recursive_mutex m_Lock;
+  FT_Library m_pFreeType = nullptr;
+  FcConfig* m_pConfig = nullptr;
+};
