@@ -1,0 +1,410 @@
+// Points, matrices, lines and planes against glm in double precision, and the edges of their contracts.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <glm/glm.hpp>
+#include <glm/gtc/matrix_transform.hpp>
+#include <random>
+
+#include "geometry/GMatrix.h"
+#include "geometry/GPlane.h"
+#include "support/Counting.h"
+
+using testing::ElementsAre;
+
+namespace {
+
+constexpr int kPlacements = 10'000;
+constexpr double kClose = 1e-9;  // of the scale of the numbers that go in
+
+glm::dvec3 ToGlm(const GPoint& p) { return {p.x, p.y, p.z}; }
+
+double Off(const GPoint& a, const glm::dvec3& b) { return glm::length(ToGlm(a) - b); }
+
+/// Random points and angles, the same ones in every run.
+class Random {
+ public:
+  double Number(double aLimit) { return std::uniform_real_distribution(-aLimit, aLimit)(m_Engine); }
+  GPoint Point(double aLimit = 100) { return {Number(aLimit), Number(aLimit), Number(aLimit)}; }
+
+ private:
+  std::mt19937 m_Engine{20240229};
+};
+
+/// Clears the error code, and tells what was set since.
+class GeomErrors {
+ public:
+  GeomErrors() { g_iGeomError = kGeomNoError; }
+  int Take() { return g_iGeomError.exchange(kGeomNoError); }
+};
+
+GMatrix Matrix(std::int32_t n, std::initializer_list<double> aElements) { return {n, n, aElements.begin()}; }
+
+std::vector<double> Elements(const GMatrix& m) { return {m.Data(), m.Data() + m.Rows() * m.Cols()}; }
+
+}  // namespace
+
+TEST(Geometry, ToleranceRefusesNegativeValues) {
+  EXPECT_FALSE(SetTolerance(-0.5));
+  EXPECT_EQ(GetTolerance(), 1e-07);
+  EXPECT_TRUE(SetTolerance(0.25));
+  EXPECT_TRUE(GPoint(0, 0, 0).IsEqual({0.2, 0, 0}));
+  SetTolerance(1e-07);
+}
+
+TEST(Geometry, AngleFromCosSinCoversTheWholeTurn) {
+  EXPECT_EQ(AngleFromCosSin(-1, 0), 3.14159265359);
+  EXPECT_EQ(AngleFromCosSin(2, 0), 0.0) << "cut to the range first";
+  double largest = 0.0;
+  for (double angle = -1.57; angle < 4.71; angle += 0.001) {
+    largest = std::max(largest, std::abs(AngleFromCosSin(std::cos(angle), std::sin(angle)) - angle));
+  }
+  EXPECT_LT(largest, 2e-8) << "arc cosine and sine lose half of the digits near their ends";
+  // Beyond the quarter turn the result is unwound with the kernel's pi, which is 2.07e-13 above the exact
+  // one.
+  EXPECT_NEAR(AngleFromCosSin(std::cos(2.5), std::sin(2.5)) - 2.5, 2.07e-13, 2e-15);
+}
+
+TEST(Geometry, TolerantComparison) {
+  const GPoint zero(0, 0, 0);
+  const GPoint atTolerance(0.5, 0, 0);
+  EXPECT_FALSE(zero.IsEqual(atTolerance, 0.5)) << "strictly below";
+  EXPECT_FALSE(zero.IsNotEqual(atTolerance, 0.5)) << "strictly above";
+  EXPECT_TRUE(zero.IsEqual({9e-8, 0, -9e-8}, -1.0)) << "-1 stands for the module's tolerance";
+  EXPECT_TRUE(zero.IsNotEqual({0, 0, 2e-7}, -1.0));
+  struct Case {
+    GPoint a, b;
+    bool greater, less;
+  };
+  for (const auto& [a, b, greater, less] :
+       {Case{{2, 0, 0}, {1, 5, 5}, true, false}, Case{{1, 0, 0}, {2, -5, -5}, false, true},
+        Case{{1.05, 2, 0}, {1, 1, 9}, true, false}, Case{{1, 1, 1}, {1.05, 1.05, 2}, false, true},
+        Case{{1, 1, 1}, {1.05, 1.05, 1.05}, false, false}}) {
+    EXPECT_EQ(a.IsGreater(b, 0.1), greater) << a.x << " " << b.x;
+    EXPECT_EQ(a.IsLess(b, 0.1), less) << a.x << " " << b.x;
+  }
+  EXPECT_TRUE(GPoint(1, 2, 3) < GPoint(1, 2, 4));
+  EXPECT_TRUE(GPoint(1, 3, 0) > GPoint(1, 2, 9));
+  EXPECT_TRUE(GPoint(1, 2, 3 + 5e-8) <= GPoint(1, 2, 3)) << "equal within the tolerance";
+  EXPECT_FALSE(GPoint(1, 2, 3 + 5e-8) < GPoint(1, 2, 3)) << "exact";
+  EXPECT_TRUE(GPoint(0.5, 1, 2 + 5e-8).IsBetween({1, 1, 2}, {0, 3, 0}));
+  EXPECT_FALSE(GPoint(0.5, 1, 2 + 5e-7).IsBetween({1, 1, 2}, {0, 3, 0}));
+}
+
+TEST(Geometry, ZeroVectorsAreAbsorbedAndReported) {
+  GeomErrors errors;
+  GPoint zero(0, 0, 0);
+  EXPECT_EQ(zero.Angle({1, 2, 3}), 0.0);
+  EXPECT_EQ(errors.Take(), kGeomZeroLength);
+  EXPECT_EQ(zero.SetLength(5).Length(), 0.0);
+  EXPECT_EQ(errors.Take(), kGeomZeroLength);
+  GPoint point(1, 2, 3);
+  EXPECT_EQ(point / 0, point);
+  EXPECT_EQ(errors.Take(), kGeomZeroLength);
+  point /= 0;
+  EXPECT_EQ(point, GPoint(1, 2, 3));
+  EXPECT_EQ(errors.Take(), kGeomZeroLength);
+  EXPECT_EQ(point.Project(zero), point);
+  EXPECT_EQ(point.Angle(point), 0.0) << "exactly";
+  EXPECT_EQ(errors.Take(), kGeomNoError);
+}
+
+TEST(Geometry, VectorsAgreeWithGlm) {
+  Random random;
+  for (int i = 0; i < kPlacements; ++i) {
+    const GPoint a = random.Point();
+    const GPoint b = random.Point();
+    const glm::dvec3 u = ToGlm(a);
+    const glm::dvec3 v = ToGlm(b);
+    ASSERT_LT(Off(a.Cross(b), glm::cross(u, v)), kClose * 1e4);
+    ASSERT_NEAR(a.Dot(b), glm::dot(u, v), kClose * 1e4);
+    ASSERT_NEAR(a.Distance(b), glm::distance(u, v), kClose * 100);
+    ASSERT_NEAR(a.Angle(b), std::atan2(glm::length(glm::cross(u, v)), glm::dot(u, v)), kClose * 100);
+    ASSERT_LT(Off(a.Project(b), v * (glm::dot(u, v) / glm::dot(v, v))), kClose * 100);
+    GPoint clamped = random.Point();
+    const glm::dvec3 expected = glm::clamp(ToGlm(clamped), glm::min(u, v), glm::max(u, v));
+    clamped.Clamp(a, b);
+    ASSERT_EQ(Off(clamped, expected), 0.0);
+  }
+}
+
+TEST(Geometry, RotationAgreesWithGlmAndStatesItsPivotError) {
+  Random random;
+  for (int i = 0; i < kPlacements; ++i) {
+    const GPoint point = random.Point();
+    const GPoint axis = random.Point();
+    const GPoint pivot = random.Point();
+    const double angle = random.Number(10);
+    const glm::dvec3 a = glm::normalize(ToGlm(axis));
+    const glm::dvec3 o = ToGlm(pivot);
+    const glm::dmat4 turn = glm::rotate(glm::dmat4(1), angle, a);
+    const glm::dvec3 exact = glm::dvec3(turn * glm::dvec4(ToGlm(point) - o, 1)) + o;
+    // The part of the pivot along the axis comes in (1 - cos) times too often.
+    const glm::dvec3 expected = exact + (1 - std::cos(angle)) * glm::dot(o, a) * a;
+    GPoint turned = point;
+    turned.Rotate_RAD(angle, axis, pivot);
+    ASSERT_LT(Off(turned, expected), kClose * 100) << "angle " << angle;
+    const glm::dvec3 origin(0);
+    turned = point;
+    turned.RotateAboutX_RAD(angle);
+    ASSERT_LT(Off(turned, glm::dmat3(glm::rotate(glm::dmat4(1), angle, {1, 0, 0})) * ToGlm(point)),
+              kClose * 100);
+    turned.RotateAboutX_RAD(-angle);
+    turned.RotateAboutY_RAD(angle);
+    ASSERT_LT(Off(turned, glm::dmat3(glm::rotate(glm::dmat4(1), angle, {0, 1, 0})) * ToGlm(point)),
+              kClose * 100);
+    turned.RotateAboutY_RAD(-angle);
+    turned.RotateAboutZ_RAD(angle);
+    ASSERT_LT(Off(turned, glm::dmat3(glm::rotate(glm::dmat4(1), angle, {0, 0, 1})) * ToGlm(point)),
+              kClose * 100);
+  }
+}
+
+TEST(Geometry, RotationByTheKernelsOwnPi) {
+  struct Case {
+    const char* what;
+    double angle;
+    GPoint axis, expected;
+  };
+  for (const auto& [what, angle, axis, expected] :
+       {Case{"no angle", 0, {0, 0, 1}, {1, 2, 3}}, Case{"a whole turn", -kTwoPi, {0, 0, 1}, {1, 2, 3}},
+        Case{"no axis", 1, {0, 0, 0}, {1, 2, 3}}, Case{"half a turn", kPi, {0, 0, 2}, {-1, -2, 3}},
+        Case{"on the axis", 1, {2, 4, 6}, {1, 2, 3}}}) {
+    GPoint point(1, 2, 3);
+    point.Rotate_RAD(angle, axis, {0, 0, 0});
+    EXPECT_EQ(Off(point, ToGlm(expected)), 0.0) << what << " is exact";
+  }
+}
+
+TEST(Geometry, ProductTakesTheLaterFactorOnTheLeft) {
+  const GMatrix t = Matrix(2, {1, 2, 3, 4});
+  const GMatrix o = Matrix(2, {0, 1, 5, 0});
+  EXPECT_THAT(Elements(t.Multiply(o)), ElementsAre(3, 4, 5, 10)) << "o * t";
+  const double six[] = {1, 2, 3, 4, 5, 6};
+  const GMatrix wide(2, 3, six);
+  const GMatrix tall(3, 2, six);
+  EXPECT_THAT(Elements(wide.Multiply(tall)), ElementsAre(9, 12, 19, 26)) << "cut to the smaller dimensions";
+  EXPECT_THAT(Elements(wide.Multiply(wide)), ElementsAre(0, 0, 0, 0, 0, 0)) << "inner dimensions differ";
+  EXPECT_THAT(Elements(wide.Subtract(tall)), ElementsAre(0, 0, 0, 0, 0, 0)) << "sizes differ";
+  EXPECT_THAT(Elements(t.Add(o)), ElementsAre(1, 3, 8, 4));
+  GMatrix transposed = wide;
+  transposed.Transpose();
+  EXPECT_THAT(Elements(transposed), ElementsAre(1, 4, 2, 5, 3, 6));
+  EXPECT_EQ(transposed.Rows(), 3);
+}
+
+TEST(Geometry, MatrixWithoutElements) {
+  GMatrix none(0, 3);
+  EXPECT_EQ(none.Data(), nullptr);
+  const GMatrix copy = none;
+  EXPECT_EQ(copy.Data(), nullptr);
+  GMatrix other = Matrix(2, {1, 2, 3, 4});
+  other = none;
+  EXPECT_EQ(other.Data(), nullptr);
+  EXPECT_EQ(other.Cols(), 3);
+  none.Transpose();
+  EXPECT_EQ(none.Rows(), 3);
+}
+
+TEST(Geometry, MatricesThatHaveNoInverseStayAsTheyAre) {
+  for (GMatrix m : {Matrix(1, {5}), Matrix(2, {1, 2, 2, 4}), Matrix(3, {1, 2, 3, 2, 4, 6, 0, 0, 1}),
+                    Matrix(5, {}), GMatrix(2, 3)}) {
+    const std::vector<double> before = Elements(m);
+    EXPECT_FALSE(m.Invert()) << m.Rows() << " by " << m.Cols();
+    EXPECT_EQ(Elements(m), before);
+  }
+  EXPECT_EQ(Matrix(1, {5}).Determinant(), 0.0);
+}
+
+TEST(Geometry, InverseAndDeterminantAgreeWithGlm) {
+  Random random;
+  for (int i = 0; i < kPlacements; ++i) {
+    glm::dmat4 expected;
+    for (int k = 0; k < 16; ++k) expected[k / 4][k % 4] = random.Number(1) + (k % 5 == 0 ? 4 : 0);
+    GMatrix m(4, 4, &expected[0][0]);  // the transpose, whose inverse is the transposed inverse
+    ASSERT_NEAR(m.Determinant(), glm::determinant(expected), kClose * 256);
+    expected = glm::inverse(expected);
+    ASSERT_TRUE(m.Invert());
+    for (int k = 0; k < 16; ++k) ASSERT_NEAR(m.Data()[k], expected[k / 4][k % 4], kClose);
+  }
+}
+
+TEST(Geometry, EverySizeInvertsByTheSameCofactors) {
+  Random random;
+  for (const std::int32_t n : {2, 3, 4, 5, 6}) {
+    GMatrix m(n, n);
+    for (std::int32_t k = 0; k < n * n; ++k)
+      m.SetElement(k / n, k % n, random.Number(1) + (k % (n + 1) == 0 ? 4 : 0));
+    GMatrix told(n, n);
+    for (std::int32_t k = 0; k < n * n; ++k) told.SetElement(k % n, k / n, m.Cofactor(k / n, k % n));
+    told.Divide(m.Determinant());
+    const GMatrix before = m;
+    ASSERT_TRUE(m.Invert());
+    EXPECT_EQ(Elements(m), Elements(told)) << "bit by bit, size " << n;
+    const GMatrix product = m.Multiply(before);
+    for (std::int32_t k = 0; k < n * n; ++k) {
+      EXPECT_NEAR(product.GetElement(k / n, k % n), k % (n + 1) == 0 ? 1 : 0, kClose) << "size " << n;
+    }
+  }
+}
+
+TEST(Geometry, InverseAllocatesNothing) {
+  GMatrix m = Matrix(4, {2, 0, 0, 1, 0, 3, 0, 2, 0, 0, 4, 3, 0, 0, 0, 1});
+  EXPECT_EQ(CountAllocations([&] { m.Invert(); }), 0u);
+  EXPECT_EQ(CountAllocations([&] { const GMatrix copy = m; }), 1u) << "the counter counts";
+}
+
+TEST(Geometry, PlanesAndLinesCrossWhereTheyShould) {
+  Random random;
+  for (int i = 0; i < kPlacements; ++i) {
+    const GPlane plane(random.Point(), random.Point(), random.Point());
+    const GLine line(random.Point(), random.Point());
+    const glm::dvec3 normal = glm::normalize(
+        glm::cross(ToGlm(plane.m_ptB) - ToGlm(plane.m_ptA), ToGlm(plane.m_ptC) - ToGlm(plane.m_ptA)));
+    const glm::dvec3 direction = glm::normalize(ToGlm(line.m_ptB) - ToGlm(line.m_ptA));
+    ASSERT_LT(Off(plane.GetUnitNormal(), normal), kClose);
+    GPoint point(0, 0, 0);
+    ASSERT_TRUE(plane.Intersect(line, point));
+    const double scale = 100 + point.Length();
+    ASSERT_LT(std::abs(glm::dot(ToGlm(point) - ToGlm(plane.m_ptA), normal)), kClose * scale);
+    ASSERT_LT(glm::length(glm::cross(ToGlm(point) - ToGlm(line.m_ptA), direction)), kClose * scale);
+    ASSERT_NEAR(plane.Angle(line), std::asin(glm::dot(normal, direction)), kClose * 100);
+    GPoint moved(0, 0, 0);
+    const double distance = std::abs(glm::dot(ToGlm(line.m_ptA) - ToGlm(plane.m_ptA), normal));
+    ASSERT_NEAR(plane.DistanceToPoint(line.m_ptA, moved), distance, kClose * 100);
+    ASSERT_LT(Off(moved, ToGlm(line.m_ptA) + normal * distance), kClose * 100) << "always along the normal";
+
+    const GPlane second(random.Point(), random.Point());
+    ASSERT_NEAR(
+        glm::dot(ToGlm(second.GetUnitNormal()), glm::normalize(ToGlm(second.m_ptC) - ToGlm(second.m_ptA))), 0,
+        kClose);
+    const GPlane third(random.Point(), random.Point(), random.Point());
+    ASSERT_TRUE(plane.Intersect(second, third, point));
+    for (const GPlane& each : {plane, second, third}) {
+      ASSERT_LT(std::abs(each.DistanceToPoint(point, moved)), kClose * (1e4 + point.Length()));
+    }
+  }
+}
+
+TEST(Geometry, PlaneFromNormalLiesAtRightAnglesToIt) {
+  for (const GPoint& normal :
+       {GPoint(0, 0, 2), GPoint(0, 3, 0), GPoint(0, 3, -1), GPoint(4, 0, 0), GPoint(1, 2, 3)}) {
+    const GPlane plane(normal, {5, 6, 7});
+    EXPECT_TRUE(plane.IsValid());
+    EXPECT_EQ(plane.m_ptA, GPoint(5, 6, 7));
+    EXPECT_NEAR(plane.GetUnitNormal().Cross(normal).Length(), 0, 1e-12) << normal.x << normal.y << normal.z;
+  }
+}
+
+TEST(Geometry, PlanesMeetInALine) {
+  Random random;
+  for (int i = 0; i < kPlacements; ++i) {
+    const GPlane a(random.Point(), random.Point(), random.Point());
+    const GPlane b(random.Point(), random.Point(), random.Point());
+    GLine line;
+    ASSERT_TRUE(a.Intersect(b, line));
+    GPoint moved(0, 0, 0);
+    for (const GPlane& plane : {a, b}) {
+      ASSERT_LT(plane.DistanceToPoint(line.m_ptA, moved), kClose * (100 + line.m_ptA.Length()));
+      ASSERT_NEAR(plane.Angle(line), 0.0, kClose);
+    }
+  }
+  // A direction with no x starts the line at y = 0, mirrored through the origin.
+  const GPlane x2({2, 0, 0}, {2, 1, 0}, {2, 0, 1});
+  const GPlane z3({0, 0, 3}, {1, 0, 3}, {0, 1, 3});
+  GLine line;
+  ASSERT_TRUE(x2.Intersect(z3, line));
+  EXPECT_EQ(line.m_ptA, GPoint(-2, 0, -3));
+}
+
+TEST(Geometry, PlaneRelations) {
+  const GPlane z0;
+  const GPlane z1({0, 0, 1}, {1, 0, 1}, {0, 1, 1});
+  const GPlane x0({0, 0, 0}, {0, 1, 0}, {0, 0, 1});
+  const GPlane none({0, 0, 0}, {1, 1, 1}, {2, 2, 2});
+  const GPlane tilted({0, 0, 0}, {1, 0, 1e-15}, {0, 1, 0});
+  EXPECT_EQ(z0.Relation(z0), kPlanesSame);
+  EXPECT_EQ(z0.Relation(z1), kPlanesParallel);
+  EXPECT_EQ(z0.Relation(x0), kPlanesMeet);
+  EXPECT_EQ(z0.Relation(tilted), kPlanesMeet) << "exact";
+  EXPECT_EQ(z0.Relation(none), kPlanesUnrelated);
+  EXPECT_EQ(GPlane({0, 0, 0}, {0, 2, 0}, {2, 0, 0}).Relation(z0), kPlanesSame) << "whichever way it faces";
+  GLine line;
+  GPoint point(7, 7, 7);
+  EXPECT_FALSE(z0.Intersect(z1, line));
+  EXPECT_FALSE(z0.Intersect(z1, x0, point));
+  EXPECT_FALSE(z0.Intersect(GLine(), point)) << "a line in the plane";
+  EXPECT_FALSE(z0.Intersect(GLine({1, 2, 3}, {1, 2, 3}), point)) << "a line with no direction";
+  EXPECT_EQ(point, GPoint(7, 7, 7));
+}
+
+TEST(Geometry, DefaultPlaneAndDegenerateOnes) {
+  GeomErrors errors;
+  const auto [a, b, c, d] = GPlane().GetEquation();
+  EXPECT_THAT((std::array{a, b, c, d}), ElementsAre(0, 0, 1, 0));
+  EXPECT_EQ(GPlane().GetUnitNormal(), GPoint(0, 0, 1));
+  EXPECT_EQ(GPlane({0, 0, 0}, {0, 1, 0}, {1, 0, 0}).GetUnitNormal(), GPoint(0, 0, -1)) << "clockwise";
+  const GPlane none({0, 0, 0}, {1, 1, 1}, {2, 2, 2});
+  EXPECT_FALSE(none.IsValid());
+  EXPECT_EQ(none.GetUnitNormal(), GPoint(0, 0, 0));
+  EXPECT_EQ(errors.Take(), kGeomZeroLength);
+  GPoint point(7, 7, 7);
+  EXPECT_EQ(none.DistanceToPoint({1, 2, 3}, point), 0.0);
+  EXPECT_EQ(errors.Take(), kGeomNoNormal);
+  EXPECT_EQ(point, GPoint(7, 7, 7));
+  EXPECT_TRUE(none.ContainsPoint({1, 2, 3}));
+  EXPECT_TRUE(std::isnan(none.Angle(GPlane())));
+  EXPECT_TRUE(GPlane().ContainsLine(GLine()));
+  EXPECT_FALSE(GPlane().ContainsLine(GLine({0, 0, 0}, {0, 0, 1})));
+}
+
+TEST(Geometry, LinesKeepTheirDistance) {
+  Random random;
+  for (int i = 0; i < kPlacements; ++i) {
+    const GPoint meet = random.Point();
+    const GPoint d1 = random.Point(1);
+    const GPoint d2 = random.Point(1);
+    const GLine a(meet + d1, meet - d1 * 2);
+    const GLine b(meet + d2 * 3, meet - d2);
+    GPoint point(0, 0, 0);
+    const double sine = d1.Cross(d2).Length() / (d1.Length() * d2.Length());
+    if (sine > 0.01 && std::min(d1.Length(), d2.Length()) > 0.1) {
+      ASSERT_TRUE(a.Intersect(b, point));
+      ASSERT_LT(point.Distance(meet), kClose * 100);
+    }
+    const GPoint away = random.Point();
+    const glm::dvec3 u = glm::normalize(ToGlm(a.Direction()));
+    const glm::dvec3 foot = ToGlm(a.m_ptA) + u * glm::dot(u, ToGlm(away) - ToGlm(a.m_ptA));
+    ASSERT_NEAR(a.DistanceToPoint(away, point), glm::distance(foot, ToGlm(away)), kClose * 100);
+    ASSERT_LT(Off(point, foot), kClose * 1000);
+  }
+}
+
+TEST(Geometry, LineDistancesAtTheEdges) {
+  GeomErrors errors;
+  const GLine x;
+  const GLine above({0, 5, 0}, {1, 5, 0});
+  const GLine skew({0, 0, 3}, {0, 1, 3});
+  const GLine none({0, 3, 4}, {0, 3, 4});
+  EXPECT_EQ(x.Distance(above), 5.0) << "parallel: a magnitude";
+  EXPECT_EQ(x.Distance(skew), -3.0) << "skew: signed";
+  EXPECT_EQ(skew.Distance(x), -3.0) << "both order and direction turn";
+  EXPECT_EQ(GLine({0, 0, 3}, {0, -1, 3}).Distance(x), 3.0);
+  EXPECT_EQ(x.Distance(none), 5.0);
+  EXPECT_EQ(none.Distance(x), 5.0);
+  EXPECT_EQ(errors.Take(), kGeomNoError);
+  EXPECT_EQ(none.Distance(none), 0.0);
+  EXPECT_EQ(errors.Take(), kGeomNoDirection);
+  GPoint point(7, 7, 7);
+  EXPECT_FALSE(x.Intersect(skew, point));
+  EXPECT_FALSE(x.Intersect(x, point)) << "the same line has no one point";
+  EXPECT_EQ(point, GPoint(7, 7, 7));
+  EXPECT_EQ(none.DistanceToPoint({0, 0, 0}, point), 5.0);
+  EXPECT_EQ(errors.Take(), kGeomNoDirection);
+  EXPECT_EQ(point, none.m_ptA);
+  EXPECT_FALSE(none.IsValid());
+  EXPECT_TRUE(std::isnan(x.Angle(none)));
+  EXPECT_NEAR(x.Angle(skew), kHalfPi, 1e-12);
+  EXPECT_TRUE(x.ContainsPoint({17, 0, 5e-8}));
+}
