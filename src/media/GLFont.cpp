@@ -1,8 +1,167 @@
-// GLFont: made by CreateGLFont.
+// GLFont: description, settings and end of a font.
+// Any thread; GL objects are given back on the draw thread, by a task where the end comes elsewhere.
+
+#include "media/GLFont.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <utility>
 
 #include "component/Catalogue.h"
+#include "platform/Text.h"
+#include "thread/PEvent.h"
 
-HRESULT CreateGLFont(IUnknown*, REFIID, void** ppv) noexcept {
-  if (ppv != nullptr) *ppv = nullptr;
-  return E_FAIL;
+namespace {
+
+/// The GL objects that a font leaves behind.
+struct FontRemains {
+  ULONG m_uListKey;
+  GLuint m_uTexture;
+  ULONG m_uWindowContext;
+
+  /// Gives back what belongs to the rendering context that is current; the lists of another one are stale.
+  void Delete(GLContextSite& aSite) noexcept {
+    if (aSite.IsListKeyValid(m_uListKey)) aSite.DeleteListKey(m_uListKey, GLFont::kCodes);
+    m_uListKey = 0;
+    if (m_uTexture == 0 || aSite.WindowContextNumber() != m_uWindowContext) return;
+    glDeleteTextures(1, &m_uTexture);
+    m_uTexture = 0;
+  }
+  bool IsEmpty() const noexcept { return m_uListKey == 0 && m_uTexture == 0; }
+};
+
+/// Gives a font's GL objects back between two frames. It is its own owner, so that it stays in the queue when
+/// the context's tasks are removed.
+class DeleteFontTask final : public PEvent {
+ public:
+  DeleteFontTask(GLSiteLinkPtr aLink, const FontRemains& aRemains) noexcept
+      : PEvent(this, true, false), m_pLink(std::move(aLink)), m_Remains(aRemains) {}
+
+  void Run() override {
+    GLContextSite* site = nullptr;
+    {
+      const GLSiteLink::Use use(m_pLink.get());
+      if (!use) return;  // everything goes with the rendering context
+      site = &*use;
+    }
+    // The context outlives its draw thread, which runs this; the link must be free while its lock is taken.
+    site->LockGL();
+    if (site->IsCurrentHere()) m_Remains.Delete(*site);
+    site->UnlockGL();
+  }
+
+ private:
+  GLSiteLinkPtr m_pLink;
+  FontRemains m_Remains;
+};
+
+template <class T, class Member>
+HRESULT Give(T* aOut, const Member& aValue) noexcept {
+  if (aOut == nullptr) return E_INVALIDARG;
+  *aOut = static_cast<T>(aValue);
+  return S_OK;
+}
+
+}  // namespace
+
+HRESULT CreateGLFont(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
+  return CreateGLObject<GLFont>(aOuter, riid, ppv);
+}
+
+GLFont::~GLFont() {
+  FontRemains remains{m_uListKey, m_uWindowTexture, m_uWindowContext};
+  if (remains.IsEmpty()) return;
+  const GLSiteLink::Use site(m_pContext.get());
+  if (!site) return;
+  if (site->IsCurrentHere()) remains.Delete(*site);
+  if (!remains.IsEmpty()) site->PostTask(new (std::nothrow) DeleteFontTask(m_pContext, remains));
+}
+
+void GLFont::Describe(GLSiteLinkPtr aSite, const char* aFace) noexcept {
+  m_pContext = std::move(aSite);
+  if (aFace == nullptr) aFace = "";
+  const std::size_t length = std::min(std::strlen(aFace), kFaceRoom - 1);
+  std::memcpy(m_szFace, aFace, length);
+  m_szFace[length] = '\0';
+}
+
+void GLFont::InitSystemFont(GLSiteLinkPtr aSite) noexcept { Describe(std::move(aSite), "System"); }
+
+void GLFont::InitRasterFont(GLSiteLinkPtr aSite, const char* aFace, int aStyle, int aWeight,
+                            float aOrientation, int aHeight, int aWidth) noexcept {
+  Describe(std::move(aSite), aFace);
+  m_iStyle = aStyle;
+  m_iWeight = aWeight;
+  m_fOrientation = aOrientation;
+  m_fHeight = static_cast<float>(aHeight);
+  m_fWidth = static_cast<float>(aWidth);
+  m_bAverageWidth = aWidth == 0;
+}
+
+void GLFont::InitTrueTypeFont(GLSiteLinkPtr aSite, const char* aFace, int aStyle, int aWeight,
+                              float aOrientation, bool aExtruded) noexcept {
+  Describe(std::move(aSite), aFace);
+  m_bTrueType = true;
+  m_iStyle = aStyle;
+  m_iWeight = aWeight;
+  m_fOrientation = aOrientation;
+  m_fExtrusionZ = aExtruded ? 1.0f : 0.0f;
+}
+
+HRESULT GLFont::InitInternalFont(GLSiteLinkPtr aSite, const char* aFace) noexcept {
+  if (aFace != nullptr && std::strlen(aFace) >= kFaceRoom) return E_INVALIDARG;
+  Describe(std::move(aSite), aFace);
+  m_bInternal = true;
+  return S_OK;
+}
+
+bool GLFont::HasSite() const noexcept { return static_cast<bool>(GLSiteLink::Use(m_pContext.get())); }
+
+bool GLFont::IsSystem() const noexcept { return std::strcmp(m_szFace, "System") == 0; }
+
+HRESULT GLFont::IsTrueType(LONG* aTrueType) noexcept { return Give(aTrueType, m_bTrueType); }
+
+HRESULT GLFont::GetFace(BSTR* aFace) noexcept {
+  if (aFace == nullptr) return E_INVALIDARG;
+  GLWCHAR wide[kFaceRoom] = {};
+  MultiByteToWideChar(CP_THREAD_ACP, 0, m_szFace, -1, wide, static_cast<int>(kFaceRoom));
+  *aFace = SysAllocString(wide);
+  return *aFace != nullptr ? S_OK : E_OUTOFMEMORY;
+}
+
+HRESULT GLFont::GetStyle(int* aStyle) noexcept { return Give(aStyle, m_iStyle); }
+HRESULT GLFont::GetWeight(int* aWeight) noexcept { return Give(aWeight, m_iWeight); }
+HRESULT GLFont::GetOrientation(float* aOrientation) noexcept { return Give(aOrientation, m_fOrientation); }
+HRESULT GLFont::GetWidth(float* aValue) noexcept { return Give(aValue, m_fWidth); }
+HRESULT GLFont::GetHeight(float* aValue) noexcept { return Give(aValue, m_fHeight); }
+HRESULT GLFont::GetExtrusionZ(float* aValue) noexcept { return Give(aValue, m_fExtrusionZ); }
+HRESULT GLFont::GetEscapement_DEG(float* aValue) noexcept { return Give(aValue, m_fEscapement); }
+
+// The comparisons stand this way round so that they refuse NaN too.
+HRESULT GLFont::SetWidth(float aValue) noexcept {
+  if (!m_bTrueType) return E_GL_BADSTATE;
+  if (!(aValue > 0.0f)) return E_GL_BADVALUE;
+  m_fWidth = aValue;
+  return S_OK;
+}
+
+HRESULT GLFont::SetHeight(float aValue) noexcept {
+  if (!m_bTrueType) return E_GL_BADSTATE;
+  if (!(aValue > 0.0f)) return E_GL_BADVALUE;
+  m_fHeight = aValue;
+  return S_OK;
+}
+
+HRESULT GLFont::SetExtrusionZ(float aValue) noexcept {
+  if (!m_bTrueType) return E_GL_BADSTATE;
+  if (!(aValue >= 0.0f)) return E_GL_BADVALUE;
+  m_fExtrusionZ = aValue;
+  return S_OK;
+}
+
+HRESULT GLFont::SetEscapement_DEG(float aValue) noexcept {
+  if (!IsPlacedByMatrix()) return E_GL_BADSTATE;
+  m_fEscapement = aValue;
+  return S_OK;
 }
