@@ -1,8 +1,115 @@
-// GLContext: made by CreateGLContext.
+// GLContext: life of the object, attached callbacks, the lock bracket.
+// Construction and attaching on host threads; the end on the thread of the last Release, or one of its own.
+
+#include "context/GLContext.h"
+
+#include <gllib/GLClasses.h>
 
 #include "component/Catalogue.h"
+#include "component/CreateObject.h"
+#include "context/ContextList.h"
+#include "context/TeardownThread.h"
+#include "platform/GL.h"
+#include "view/GLCanvas.h"
 
-HRESULT CreateGLContext(IUnknown*, REFIID, void** ppv) noexcept {
-  if (ppv != nullptr) *ppv = nullptr;
-  return E_FAIL;
+GLContext::GLContext() : m_iNextClipPlane(GL_CLIP_PLANE0), m_pLink(std::make_shared<GLSiteLink>(this)) {
+  AddToContextList(*this);
+  m_pCanvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
+  if (m_pCanvas) static_cast<GLCanvas*>(m_pCanvas.Get())->SetSite(m_pLink);
+  m_pFog = CreateObject<IGLFog>(CLSID_GLFog);
+  m_pViewers = CreateObject<IGLCollection>(CLSID_GLCollection);
+  m_pLights = CreateObject<IGLCollection>(CLSID_GLCollection);
+  m_pFonts = CreateObject<IGLCollection>(CLSID_GLCollection);
+}
+
+bool GLContext::IsUsable() const noexcept {
+  return m_pCanvas && m_pFog && m_pViewers && m_pLights && m_pFonts;
+}
+
+void GLContext::FinalRelease() noexcept {
+  // A frame that is still being drawn may count the context up and down again.
+  if (m_bReleased.test_and_set()) return;
+  if (IsDrawThread()) {
+    RunOnTeardownThread([this]() noexcept { delete this; });
+  } else {
+    delete this;
+  }
+}
+
+GLContext::~GLContext() {
+  m_bReleased.test_and_set();
+  SuspendDrawThread();
+  if (const auto thread = DrawThread()) thread->RemoveEvents(this);
+  m_pLink->Clear();
+  if (m_hWnd != nullptr) SetWindowLongPtrA(m_hWnd, GWLP_USERDATA, 0);
+  RemoveMessageHook(*this);
+  {
+    const PLock lock(m_Lock);
+    RemoveFromContextList(*this);
+    m_pCanvas.Reset();
+    if (IGLPainter* painter = m_pPainter.exchange(nullptr)) painter->Release();
+    if (IGLCapture* capture = m_pCapture.exchange(nullptr)) capture->Release();
+    m_pFog.Reset();
+    m_pViewers.Reset();
+    m_pLights.Reset();
+    m_pFonts.Reset();
+    EndDrawThread();
+    if (m_hWnd != nullptr) {
+      if (m_hDC != nullptr) ReleaseDC(m_hWnd, m_hDC);
+      DestroyWindow(m_hWnd);
+    }
+    if (m_hPalette != nullptr) DeleteObject(m_hPalette);
+  }
+}
+
+HRESULT GLContext::AttachPainter(IGLPainter* aPainter) noexcept {
+  if (aPainter == nullptr) return E_INVALIDARG;
+  if (aPainter == m_pPainter) return S_OK;
+  const PLock lock(m_Lock);
+  aPainter->AddRef();
+  if (IGLPainter* old = m_pPainter.exchange(aPainter)) old->Release();
+  return S_OK;
+}
+
+HRESULT GLContext::DetachPainter() noexcept {
+  const PLock lock(m_Lock);
+  if (IGLPainter* old = m_pPainter.exchange(nullptr)) old->Release();
+  return S_OK;
+}
+
+HRESULT GLContext::AttachCapture(IGLCapture* aCapture) noexcept {
+  if (aCapture == nullptr) return E_INVALIDARG;
+  if (aCapture == m_pCapture) return S_OK;
+  const PLock lock(m_Lock);
+  aCapture->AddRef();
+  if (IGLCapture* old = m_pCapture.exchange(aCapture)) old->Release();
+  return S_OK;
+}
+
+HRESULT GLContext::DetachCapture() noexcept {
+  const PLock lock(m_Lock);
+  if (IGLCapture* old = m_pCapture.exchange(nullptr)) old->Release();
+  return S_OK;
+}
+
+HRESULT GLContext::GetCanvas(IGLCanvas** ppICanvas) noexcept {
+  if (ppICanvas == nullptr) return E_INVALIDARG;
+  *ppICanvas = GLPtr(m_pCanvas).Detach();
+  return *ppICanvas != nullptr ? S_OK : E_GL_BADSTATE;
+}
+
+// Only the draw thread makes the rendering context current; elsewhere the bracket is the lock alone.
+void GLContext::LockGL() noexcept {
+  m_Lock.Enter();
+  if (!IsDrawThread()) return;
+  const HGLRC context = m_hRC;
+  if (context != wglGetCurrentContext()) wglMakeCurrent(m_hDC, context);
+}
+
+void GLContext::UnlockGL() noexcept { m_Lock.Leave(); }
+
+bool GLContext::IsCurrentHere() const noexcept { return IsDrawThread() && wglGetCurrentContext() != nullptr; }
+
+HRESULT CreateGLContext(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
+  return CreateGLObject<GLContext>(aOuter, riid, ppv);
 }

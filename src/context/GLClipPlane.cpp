@@ -1,0 +1,12 @@
+// GLClipPlane: on its way to GL. On the draw thread, with the eye loaded into the modelview matrix.
+
+#include "context/GLClipPlane.h"
+
+#include "platform/GL.h"
+
+void SendClipPlane(const GLClipPlane& aPlane) noexcept {
+  const GPlaneEquation equation = aPlane.m_sPlane.GetEquation();
+  const GLdouble coefficients[4] = {equation.A, equation.B, equation.C, equation.D};
+  glEnable(static_cast<GLenum>(aPlane.m_iName));
+  glClipPlane(static_cast<GLenum>(aPlane.m_iName), coefficients);
+}

@@ -1,0 +1,223 @@
+// GLContext: the GL window, its rendering context, the draw thread, and all that a frame is drawn with.
+// Hosts call the interfaces from any thread; frames, selections and captures run on the draw thread.
+
+#pragma once
+
+#include <gllib/IGLCanvas.h>
+#include <gllib/IGLCapture.h>
+#include <gllib/IGLCollection.h>
+#include <gllib/IGLContext.h>
+#include <gllib/IGLFog.h>
+#include <gllib/IGLPainter.h>
+#include <gllib/IGLViewer.h>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "component/ContextSite.h"
+#include "component/Object.h"
+#include "component/SiteLink.h"
+#include "context/GLClipPlane.h"
+#include "platform/PixelFormat.h"
+#include "platform/RenderingContext.h"
+#include "platform/Window.h"
+#include "thread/PCriticalSection.h"
+#include "thread/PThread.h"
+#include "thread/Relaxed.h"
+
+class GLCanvas;
+class GLFog;
+class GLFont;
+
+class GLContext final : public GLObject<GLContext, IGLContext, IGLContext2, IGLContext12, IGLContext14_2,
+                                        IGLContext14_3>,
+                        public GLContextSite {
+ public:
+  GLContext();
+  ~GLContext();
+
+  /// Runs the destructor here, or on a thread of its own when the last reference goes on the draw thread.
+  void FinalRelease() noexcept;
+
+  // IGLContext
+  HRESULT Initialize(ULONG_PTR aParentWnd) noexcept override;
+  HRESULT GetWindow(ULONG_PTR* aHandle) noexcept override;
+  HRESULT EnableDepth(LONG aEnable) noexcept override;
+  HRESULT IsDepthEnabled(LONG* aEnable) noexcept override;
+  HRESULT GetBackgroundColor(GLDATA_RGBA* aColor) noexcept override;
+  HRESULT SetBackgroundColor(GLDATA_RGBA* aColor) noexcept override;
+  HRESULT GetDrawThreadPars(int* aPriority, ULONG* aPreferredCycle, ULONG* aMustSleepCycle) noexcept override;
+  HRESULT SetDrawThreadPars(int aPriority, ULONG aPreferredCycle, ULONG aMustSleepCycle) noexcept override;
+  HRESULT AttachPainter(IGLPainter* aPainter) noexcept override;
+  HRESULT DetachPainter() noexcept override;
+  HRESULT AttachCapture(IGLCapture* aCapture) noexcept override;
+  HRESULT DetachCapture() noexcept override;
+  HRESULT GetViewportWidth(int* aValue) noexcept override;
+  HRESULT GetViewportHeight(int* aValue) noexcept override;
+  HRESULT SetViewport(int aX, int aY, int aWidth, int aHeight) noexcept override;
+  HRESULT DeviceToSCS(int aWinX, int aWinY, double* aScsX, double* aScsY) noexcept override;
+  HRESULT SCSToDevice(double aScsX, double aScsY, int* aWinX, int* aWinY) noexcept override;
+  HRESULT CreateViewer(LONG aShow, LONG aOrtho, IGLViewer** aI) noexcept override;
+  HRESULT DestroyViewer(IGLViewer* aI) noexcept override;
+  HRESULT EnumViewers(IGLCollection* aColl) noexcept override;
+  HRESULT ClipPlane(GLDATA_POINT* aPntA, GLDATA_POINT* aPntB, GLDATA_POINT* aPntC) noexcept override;
+  HRESULT ResetClipPlanes() noexcept override;
+  HRESULT EnableLighting(LONG aEnable) noexcept override;
+  HRESULT IsLightingEnabled(LONG* aEnabled) noexcept override;
+  HRESULT EnableAmbientLight(LONG aEnable) noexcept override;
+  HRESULT IsAmbientLightEnabled(LONG* aEnabled) noexcept override;
+  HRESULT GetAmbientLight(GLDATA_RGBA* aLight) noexcept override;
+  HRESULT SetAmbientLight(GLDATA_RGBA* aLight) noexcept override;
+  HRESULT CreateLight(IGLLight** aLight) noexcept override;
+  HRESULT DestroyLight(IGLLight* aLight) noexcept override;
+  HRESULT EnumLights(IGLCollection* aColl) noexcept override;
+  HRESULT GetFog(IGLFog** aFog) noexcept override;
+  HRESULT CreateSystemFont(IGLFont** aFont) noexcept override;
+  HRESULT CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation, int aHeight, int aWidth,
+                           IGLFont** aFont) noexcept override;
+  HRESULT CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation, LONG aExtrusionZ,
+                             IGLFont** aFont) noexcept override;
+  HRESULT DestroyFont(IGLFont* aFont) noexcept override;
+  HRESULT GetDefaultFont(IGLFont** aFont) noexcept override;
+  HRESULT SetDefaultFont(IGLFont* aFont) noexcept override;
+  HRESULT EnumFonts(IGLCollection* aColl) noexcept override;
+  HRESULT Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2, LONG aSelectClosest,
+                 LONG aSelectEnclosed, int* aArraySize, ULONG* aIDArray) noexcept override;
+
+  // IGLContext2
+  HRESULT SetControlledDrawThread(LONG bControlled, ULONG dwMaxWait) noexcept override;
+  HRESULT TriggerDrawThread() noexcept override;
+  HRESULT CreateInternalFont(BSTR aFace, IGLFont** aFont) noexcept override;
+
+  // IGLContext12
+  HRESULT SuspendDrawThread() noexcept override;
+  HRESULT ResumeDrawThread() noexcept override;
+
+  // IGLContext14_2
+  HRESULT GetCanvas(IGLCanvas** ppICanvas) noexcept override;
+
+  // IGLContext14_3
+  HRESULT get_bFSAA(LONG* pVal) noexcept override;
+  HRESULT put_bFSAA(LONG newVal) noexcept override;
+  HRESULT get_lFSAAMaxSamples(LONG* pVal) noexcept override;
+  HRESULT put_lFSAAMaxSamples(LONG newVal) noexcept override;
+
+  // GLContextSite
+  int ViewportWidth() const noexcept override { return m_iViewportWidth; }
+  int ViewportHeight() const noexcept override { return m_iViewportHeight; }
+  bool HasClipPlanes() const noexcept override { return m_bClipPlanes; }
+  HDC DeviceContext() const noexcept override { return m_hDC; }
+  bool IsCurrentHere() const noexcept override;
+  void LockGL() noexcept override;
+  void UnlockGL() noexcept override;
+  ULONG GenListKey(int aCount) noexcept override;
+  ULONG BeginListKey() noexcept override;
+  void EndListKey() noexcept override;
+  void CallListKey(ULONG aKey) noexcept override;
+  ULONG GetListBase(ULONG aKey) const noexcept override;
+  void DeleteListKey(ULONG aKey, int aCount) noexcept override;
+  bool IsListKeyValid(ULONG aKey) const noexcept override;
+  bool PostTask(PEvent* aTask) noexcept override;
+
+  // What the tasks, the message hook and the window procedure use.
+  HWND Window() const noexcept { return m_hWnd; }
+  bool HasFont(IGLFont* aFont) noexcept;
+  /// Whether the calling thread is this context's draw thread.
+  bool IsDrawThread() const noexcept;
+  /// Switches every clip plane off in GL. Draw thread, with GL current.
+  void DisableAllClipPlanes() noexcept;
+  LRESULT WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept;
+
+ private:
+  friend class PSelectEvent;
+  friend class PResetClipPlanesEvent;
+
+  // Window and rendering context: GLContextWindow.cpp.
+  bool CreateGLWindow() noexcept;
+  bool StartDrawing(HWND aWindow) noexcept;
+  bool WaitForRenderingContext() noexcept;
+  void StopDrawThread() noexcept;
+  void EndDrawThread() noexcept;
+  RECT DestroyGLWindow() noexcept;
+  bool CreateRenderingContext() noexcept;
+  void ReadLimits() noexcept;
+  void DestroyRenderingContext() noexcept;
+  void OnSysColorChange() noexcept;
+  LRESULT OnQueryNewPalette() noexcept;
+  void OnPaletteChanged(WPARAM wParam) noexcept;
+  bool NeedsPalette() const noexcept;
+
+  // Pixel format and palette: GLContextPixelFormat.cpp.
+  bool SetupPixelFormat(bool* aFormatSet) noexcept;
+  bool SetupPalette() noexcept;
+  int ChooseFormat() noexcept;
+  void ReadUserSwitches() noexcept;
+
+  // Frame cycle: GLContextFrame.cpp.
+  static void DrawThreadCallback(void* aContext) noexcept;
+  static void DrawThreadEnd(void* aContext) noexcept;
+  void DrawFrame() noexcept;
+  void BeginFrame() noexcept;
+  void EndFrame() noexcept;
+  void DrawViewers() noexcept;
+  void SetupViewerPass(IGLViewer& aViewer) noexcept;
+  void SetupEye(IGLViewer& aViewer) noexcept;
+  void SetupClipPlanes() noexcept;
+  void SetupLighting() noexcept;
+  void ApplyLights() noexcept;
+
+  // Frame capture: GLContextCapture.cpp.
+  void CaptureFrame() noexcept;
+  bool CaptureFromScreen(IGLCapture& aCapture) noexcept;
+  bool CaptureOffscreen(IGLCapture& aCapture) noexcept;
+  bool CaptureRectangle(IGLCapture& aCapture, RECT* aRect) noexcept;
+  void DrawOffscreen(IGLCapture& aCapture, const class OffscreenSurface& aSurface) noexcept;
+  void DropAllLists() noexcept;
+
+  std::shared_ptr<PThread> DrawThread() const noexcept;
+  template <class Describe>
+  HRESULT CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept;
+  HRESULT WaitForSelection(class PSelectEvent* aEvent) noexcept;
+  GLPtr<IGLViewer> FindViewer(IGLViewer* aViewer) noexcept;
+  bool IsUsable() const noexcept;
+
+  Relaxed<HWND> m_hWnd = nullptr;
+  HWND m_hParentWnd = nullptr;
+  Relaxed<HDC> m_hDC = nullptr;
+  HGDIOBJ m_hPalette = nullptr;
+  PIXELFORMATDESCRIPTOR m_PixelFormat{};
+  std::atomic<HGLRC> m_hRC{nullptr};  // the draw thread's, but for CreateGLWindow after that thread's end
+  PCriticalSection m_Lock;
+  std::atomic<bool> m_bTearDown{false};
+  Relaxed<bool> m_bDepthEnabled = true;
+  RelaxedColor m_sBackgroundColor{0.0f, 0.0f, 0.0f, 1.0f};
+  std::shared_ptr<PThread> m_pDrawThread;  // guarded by m_DrawThreadLock; DrawThread() gives a counted one
+  GLPtr<IGLCanvas> m_pCanvas;
+  std::atomic<IGLPainter*> m_pPainter{nullptr};  // one reference while attached; changed under m_Lock
+  std::atomic<IGLCapture*> m_pCapture{nullptr};  // likewise
+  GLPtr<IGLCollection> m_pViewers;
+  Relaxed<int> m_iViewportWidth = 1;
+  Relaxed<int> m_iViewportHeight = 1;
+  Relaxed<bool> m_bClipPlanes = false;
+  int m_iNextClipPlane;
+  std::vector<GLClipPlane> m_aClipPlanes;  // guarded by m_Lock
+  Relaxed<bool> m_bLighting = true;
+  Relaxed<bool> m_bAmbientLight = true;
+  RelaxedColor m_sAmbientLight{0.2f, 0.2f, 0.2f, 1.0f};
+  GLPtr<IGLCollection> m_pLights;
+  GLPtr<IGLFog> m_pFog;
+  GLPtr<IGLCollection> m_pFonts;
+  IGLFont* m_pDefaultFont = nullptr;  // holds no reference; guarded by m_Lock
+  Relaxed<LONG> m_bFSAA = 0;
+  Relaxed<LONG> m_lFSAAMaxSamples = 4;
+
+  GLSiteLinkPtr m_pLink;                      // the parts' way back, cut at teardown
+  mutable std::mutex m_DrawThreadLock;        // for the copying of m_pDrawThread alone
+  std::mutex m_ReplaceLock;                   // one replacement of window and thread at a time
+  std::mutex m_SelectLock;                    // one selection at a time
+  std::atomic<bool> m_bClipResetDue{false};   // clip planes still to be switched off in GL
+  std::atomic_flag m_bReleased;               // the last reference has gone
+  unsigned m_uLitNumbers = 0;                 // GL lights that the last viewer pass used; draw thread
+};

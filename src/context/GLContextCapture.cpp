@@ -1,0 +1,163 @@
+// GLContext: frame capture, one synchronous run on the draw thread between two frames.
+// The read-back way takes no lock; the rendering way holds m_Lock while the scene is drawn anew.
+
+#include <gllib/IGLPixmap.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+#include "component/Module.h"
+#include "component/Values.h"
+#include "context/GLContext.h"
+#include "context/OffscreenSurface.h"
+#include "platform/GL.h"
+#include "platform/SystemInfo.h"
+
+namespace {
+
+/// Whether the platform renders captures off-screen; asked once a process.
+bool RendersOffscreen() noexcept {
+  static const bool renders = [] {
+    OSVERSIONINFOA version{};
+    version.dwOSVersionInfoSize = sizeof(version);
+    GetVersionExA(&version);
+    return version.dwPlatformId != VER_PLATFORM_WIN32_WINDOWS;
+  }();
+  return renders;
+}
+
+/// Reads a rectangle, given from the top left of a picture aHeight high, into a pixmap's store, which like GL's
+/// rows runs from the bottom up. @return false when the pixmap has no memory
+bool ReadPixels(IGLPixmap& aTarget, GLenum aBuffer, const RECT& aRect, int aHeight) noexcept {
+  int size = 0;
+  GLDATA_RGBA4B* pixels = nullptr;
+  aTarget.AccessPixmapData(&size, &pixels);
+  const int width = aRect.right - aRect.left, height = aRect.bottom - aRect.top;
+  if (pixels == nullptr || std::int64_t{width} * height > size) return false;
+  glPixelStorei(GL_PACK_ALIGNMENT, 4);
+  glPixelStorei(GL_PACK_ROW_LENGTH, 0);
+  glPixelStorei(GL_PACK_SKIP_ROWS, 0);
+  glPixelStorei(GL_PACK_SKIP_PIXELS, 0);
+  glReadBuffer(aBuffer);
+  glReadPixels(aRect.left, aHeight - aRect.bottom, width, height, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
+  return true;
+}
+
+/// aValue times aFactor as a LONG; 0 where it doesn't fit, which every later step refuses.
+LONG Scaled(LONG aValue, std::int64_t aFactor) noexcept {
+  if (aFactor > INT32_MAX || aFactor < INT32_MIN) return 0;
+  const std::int64_t product = aValue * aFactor;
+  return product > INT32_MAX || product < INT32_MIN ? 0 : static_cast<LONG>(product);
+}
+
+/// A float cut to a whole number; 0 for one that none holds.
+std::int64_t Whole(float aValue) noexcept {
+  constexpr float kLimit = 2147483648.0f;
+  return aValue > -kLimit && aValue < kLimit ? static_cast<std::int64_t>(aValue) : 0;
+}
+
+}  // namespace
+
+void GLContext::CaptureFrame() noexcept {
+  GLPtr<IGLCapture> capture;
+  if (m_pCapture != nullptr) {
+    const PLock lock(m_Lock);  // the object may be detached during its own callbacks
+    capture = GLPtr<IGLCapture>::FromBorrowed(m_pCapture);
+  }
+  if (!capture) return;
+  LONG enabled = 0;
+  capture->IsEnabled(&enabled);
+  if (enabled == 0) return;
+  const bool success = RendersOffscreen() ? CaptureOffscreen(*capture) : CaptureFromScreen(*capture);
+  capture->OnData(success ? 1 : 0);
+}
+
+// The wanted rectangle, cut to the viewport at its right and bottom edge; false when nothing is left of it.
+bool GLContext::CaptureRectangle(IGLCapture& aCapture, RECT* aRect) noexcept {
+  int x = 0, y = 0, width = 0, height = 0;
+  aCapture.GetRectangle(&x, &y, &width, &height);
+  const int viewWidth = m_iViewportWidth, viewHeight = m_iViewportHeight;
+  if (x < 0 || y < 0 || x >= viewWidth || y >= viewHeight) return false;
+  width = std::min(width, viewWidth - x);
+  height = std::min(height, viewHeight - y);
+  *aRect = {x, y, x + width, y + height};
+  return width >= 1 && height >= 1;
+}
+
+bool GLContext::CaptureFromScreen(IGLCapture& aCapture) noexcept {
+  GLPtr<IGLPixmap> target;
+  aCapture.GetPixmap(target.Put());
+  RECT rect{};
+  if (!target || !CaptureRectangle(aCapture, &rect)) return false;
+  if (FAILED(target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {0, 0, 0, 0}))) return false;
+  return ReadPixels(*target, GL_BACK, rect, m_iViewportHeight);
+}
+
+bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
+  GLPtr<IGLPixmap> target;
+  aCapture.GetPixmap(target.Put());
+  RECT rect{};
+  if (!target || !CaptureRectangle(aCapture, &rect)) return false;
+  float zoom = 0.0f;
+  aCapture.GetPixelZoom(&zoom);
+  const std::int64_t factor = Whole(zoom);
+  for (LONG* edge : {&rect.left, &rect.top, &rect.right, &rect.bottom}) *edge = Scaled(*edge, factor);
+  const HRESULT initialized =
+      target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {255, 255, 255, 255});
+
+  const bool needsPalette = (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0;
+  const OffscreenSurface surface(static_cast<LONG>(Whole(static_cast<float>(m_iViewportWidth) * zoom)),
+                                 static_cast<LONG>(Whole(static_cast<float>(m_iViewportHeight) * zoom)),
+                                 needsPalette ? BYTE{24} : m_PixelFormat.cColorBits, m_PixelFormat.cDepthBits);
+  if (!surface.IsReady()) return false;
+  const PLock lock(m_Lock);
+  DrawOffscreen(aCapture, surface);
+  // A zoom below 1 leaves an empty rectangle: nothing to read, and no failure.
+  const bool success =
+      factor == 0 || (SUCCEEDED(initialized) && ReadPixels(*target, GL_FRONT, rect, surface.Height()));
+  DropAllLists();
+  surface.LetGo();
+  return success;
+}
+
+// Draws the scene anew, for a viewport of the surface's size, with the capture's background. m_Lock is held; the
+// surface's rendering context is current afterwards.
+void GLContext::DrawOffscreen(IGLCapture& aCapture, const OffscreenSurface& aSurface) noexcept {
+  const int width = m_iViewportWidth, height = m_iViewportHeight;
+  const GLDATA_RGBA ownBackground = m_sBackgroundColor;
+  const unsigned litNumbers = std::exchange(m_uLitNumbers, 0u);
+  const bool clipResetDue = m_bClipResetDue;
+  m_iViewportWidth = aSurface.Width();
+  m_iViewportHeight = aSurface.Height();
+  wglMakeCurrent(m_hDC, m_hRC);
+  DropAllLists();
+  aSurface.MakeCurrent();
+
+  GLDATA_RGBA background{};
+  aCapture.GetBackgroundColor(&background);
+  m_sBackgroundColor = {LimitColor(background.m_fRed), LimitColor(background.m_fGreen),
+                        LimitColor(background.m_fBlue), ownBackground.m_fAlpha};
+  glClearColor(background.m_fRed, background.m_fGreen, background.m_fBlue, 1.0f);
+  glEnable(GL_NORMALIZE);
+  if (m_bDepthEnabled) {
+    glEnable(GL_DEPTH_TEST);
+  } else {
+    glDisable(GL_DEPTH_TEST);
+  }
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  DrawViewers();
+
+  m_iViewportWidth = width;
+  m_iViewportHeight = height;
+  m_sBackgroundColor = ownBackground;
+  m_uLitNumbers = litNumbers;
+  if (clipResetDue) m_bClipResetDue = true;  // still due in the window's rendering context
+}
+
+// All lists of the current rendering context go, and every list key with them.
+void GLContext::DropAllLists() noexcept {
+  glDeleteLists(1, 32767);
+  ++g_uListGeneration;
+}

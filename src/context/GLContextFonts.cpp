@@ -1,0 +1,121 @@
+// GLContext: the fonts. Creators run on the host's thread and post the build to the draw thread.
+
+#include <gllib/GLClasses.h>
+#include <gllib/IGLFont.h>
+
+#include <new>
+#include <string>
+
+#include "component/CreateObject.h"
+#include "context/ContextTasks.h"
+#include "context/GLContext.h"
+#include "media/GLFont.h"
+#include "platform/Text.h"
+
+namespace {
+
+/// A face name in 8-bit text; null counts as empty.
+std::string FaceName(BSTR aFace) {
+  const int units = static_cast<int>(SysStringLen(aFace));
+  const int bytes = units > 0 ? WideCharToMultiByte(CP_ACP, 0, aFace, units, nullptr, 0, nullptr, nullptr) : 0;
+  std::string name(static_cast<std::size_t>(bytes), '\0');
+  if (bytes > 0) WideCharToMultiByte(CP_ACP, 0, aFace, units, name.data(), bytes, nullptr, nullptr);
+  return name.c_str();  // ends at a zero within
+}
+
+GLFont& FontOf(IGLFont* aFont) noexcept { return static_cast<GLFont&>(*aFont); }
+
+}  // namespace
+
+// The steps that all creators share. The font's description is given by aDescribe.
+template <class Describe>
+HRESULT GLContext::CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept {
+  if (aFont == nullptr) return E_INVALIDARG;
+  *aFont = nullptr;
+  if (!m_pFonts) return E_GL_BADSTATE;
+  GLPtr<IGLFont> font = CreateObject<IGLFont>(CLSID_GLFont);
+  if (!font) return E_FAIL;
+  try {
+    const HRESULT described = aDescribe(FontOf(font.Get()));
+    if (FAILED(described)) return described;
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+  {
+    const PLock lock(m_Lock);
+    if (FAILED(m_pFonts->Add(font.Get()))) return E_FAIL;
+  }
+  // Without a draw thread, or memory for the task, the first Print builds.
+  if (DrawThread() != nullptr) PostTask(new (std::nothrow) PCreateFontEvent(*this, FontOf(font.Get())));
+  *aFont = font.Get();
+  if (!aBorrowed) font.Detach();
+  return S_OK;
+}
+
+HRESULT GLContext::CreateSystemFont(IGLFont** aFont) noexcept {
+  return CreateFont(false, aFont, [&](GLFont& font) {
+    font.InitSystemFont(m_pLink);
+    return S_OK;
+  });
+}
+
+HRESULT GLContext::CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation, int aHeight,
+                                    int aWidth, IGLFont** aFont) noexcept {
+  if (aFace == nullptr) return E_INVALIDARG;
+  return CreateFont(true, aFont, [&](GLFont& font) {
+    font.InitRasterFont(m_pLink, FaceName(aFace).c_str(), aFontStyle, aWeight, aOrientation, aHeight, aWidth);
+    return S_OK;
+  });
+}
+
+HRESULT GLContext::CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation,
+                                      LONG aExtrusionZ, IGLFont** aFont) noexcept {
+  if (aFace == nullptr) return E_INVALIDARG;
+  return CreateFont(true, aFont, [&](GLFont& font) {
+    font.InitTrueTypeFont(m_pLink, FaceName(aFace).c_str(), aFontStyle, aWeight, aOrientation, aExtrusionZ != 0);
+    return S_OK;
+  });
+}
+
+HRESULT GLContext::CreateInternalFont(BSTR aFace, IGLFont** aFont) noexcept {
+  if (aFace == nullptr) return E_INVALIDARG;
+  return CreateFont(false, aFont,
+                    [&](GLFont& font) { return font.InitInternalFont(m_pLink, FaceName(aFace).c_str()); });
+}
+
+bool GLContext::HasFont(IGLFont* aFont) noexcept {
+  LONG has = 0;
+  m_pFonts->Has(aFont, &has);
+  return has != 0;
+}
+
+HRESULT GLContext::DestroyFont(IGLFont* aFont) noexcept {
+  if (aFont == nullptr) return E_INVALIDARG;
+  if (!m_pFonts) return E_GL_BADSTATE;
+  LockGL();
+  if (m_pDefaultFont == aFont) m_pDefaultFont = nullptr;
+  m_pFonts->Remove(aFont);
+  UnlockGL();
+  return S_OK;
+}
+
+HRESULT GLContext::GetDefaultFont(IGLFont** aFont) noexcept {
+  if (aFont == nullptr) return E_INVALIDARG;
+  const PLock lock(m_Lock);
+  *aFont = m_pDefaultFont;
+  if (m_pDefaultFont != nullptr) m_pDefaultFont->AddRef();
+  return S_OK;
+}
+
+HRESULT GLContext::SetDefaultFont(IGLFont* aFont) noexcept {
+  if (!m_pFonts) return E_GL_BADSTATE;
+  const PLock lock(m_Lock);
+  if (!HasFont(aFont)) return E_FAIL;  // null is no member, so a default can't be cleared
+  m_pDefaultFont = aFont;
+  return S_OK;
+}
+
+HRESULT GLContext::EnumFonts(IGLCollection* aColl) noexcept {
+  if (aColl == nullptr) return E_INVALIDARG;
+  return m_pFonts ? m_pFonts->CopyTo(aColl) : E_GL_BADSTATE;
+}

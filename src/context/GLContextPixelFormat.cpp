@@ -1,0 +1,77 @@
+// GLContext: pixel format and palette of the window. Under m_Lock, on the thread that initialises.
+
+#include <cstddef>
+#include <cstring>
+#include <vector>
+
+#include "context/ContextList.h"
+#include "context/GLContext.h"
+#include "context/PixelFormatSelection.h"
+#include "context/WGLExtensions.h"
+#include "platform/Palette.h"
+
+namespace {
+
+constexpr char kUserKey[] = "SOFTWARE\\Talvane\\Korvex\\GL";
+constexpr WORD kPaletteVersion = 0x300;
+
+}  // namespace
+
+// Gives m_hDC its format. aFormatSet tells whether it has one, even where a later step fails.
+bool GLContext::SetupPixelFormat(bool* aFormatSet) noexcept {
+  const PLock lock(m_Lock);
+  *aFormatSet = false;
+  ReadMachineSwitches();
+  ReadUserSwitches();
+  m_PixelFormat = PixelFormatRequest();
+  const int format = ChooseFormat();
+  if (format == 0 || !SetPixelFormat(m_hDC, format, &m_PixelFormat)) return false;
+  *aFormatSet = true;
+  if (DescribePixelFormat(m_hDC, format, sizeof(m_PixelFormat), &m_PixelFormat) == 0) return false;
+  return (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) == 0 || SetupPalette();
+}
+
+void GLContext::ReadUserSwitches() noexcept {
+  HKEY key = nullptr;
+  if (RegOpenKeyExA(HKEY_CURRENT_USER, kUserKey, 0, KEY_READ | KEY_WOW64_64KEY, &key) != ERROR_SUCCESS) return;
+  DWORD value = 0;
+  if (ReadSwitch(key, "FSAA", &value) && value != 0) {
+    m_bFSAA = 1;
+    if (ReadSwitch(key, "FSAALevel", &value)) m_lFSAAMaxSamples = static_cast<LONG>(value);
+  }
+  RegCloseKey(key);
+}
+
+// The number of contexts decides, not that of monitors.
+int GLContext::ChooseFormat() noexcept {
+  if (!g_bAccel || (!g_bMultiAccel && CountContexts() > 1)) return FindPixelFormat(m_hDC, m_PixelFormat);
+  Zentig::WGLExtensions* extensions = Zentig::WGLExtensions::GetInstance(ModuleInstance());
+  if (extensions != nullptr && m_bFSAA != 0) {
+    const int format = extensions->ChooseMultisampleFormat(m_hDC, m_PixelFormat, m_lFSAAMaxSamples);
+    if (format != 0) return format;
+  }
+  return ChoosePixelFormat(m_hDC, &m_PixelFormat);
+}
+
+bool GLContext::SetupPalette() noexcept {
+  const PLock lock(m_Lock);
+  const std::vector<PALETTEENTRY> entries = PaletteEntries(m_PixelFormat);
+  if (entries.empty()) return false;
+  std::vector<std::byte> block;
+  try {
+    block.resize(sizeof(LOGPALETTE) + entries.size() * sizeof(PALETTEENTRY));
+  } catch (...) {
+    return false;
+  }
+  const WORD head[2] = {kPaletteVersion, static_cast<WORD>(entries.size())};
+  std::memcpy(block.data(), head, sizeof(head));
+  std::memcpy(block.data() + offsetof(LOGPALETTE, palPalEntry), entries.data(),
+              entries.size() * sizeof(PALETTEENTRY));
+  if (m_hPalette != nullptr) DeleteObject(m_hPalette);
+  m_hPalette = CreatePalette(reinterpret_cast<const LOGPALETTE*>(block.data()));
+  if (m_hPalette == nullptr) return false;
+  const HPALETTE previous = SelectPalette(m_hDC, static_cast<HPALETTE>(m_hPalette), FALSE);
+  const bool realized = RealizePalette(m_hDC) != GDI_ERROR;
+  if (previous != nullptr) DeleteObject(previous);
+  return realized;
+}

@@ -1,0 +1,139 @@
+// GLContext: viewers, lights, fog, switches and colours. Any thread, with no lock of the context's own: a change
+// shows at the next frame or viewer pass.
+
+#include <gllib/GLClasses.h>
+#include <gllib/IGLLight.h>
+
+#include "component/CreateObject.h"
+#include "component/Values.h"
+#include "context/GLContext.h"
+
+namespace {
+
+HRESULT Tell(bool aValue, LONG* aResult) noexcept {
+  if (aResult == nullptr) return E_INVALIDARG;
+  *aResult = aValue ? 1 : 0;
+  return S_OK;
+}
+
+HRESULT Tell(const RelaxedColor& aColor, GLDATA_RGBA* aResult) noexcept {
+  if (aResult == nullptr) return E_INVALIDARG;
+  *aResult = aColor;
+  return S_OK;
+}
+
+HRESULT CopyOut(const GLPtr<IGLCollection>& aMembers, IGLCollection* aTarget) noexcept {
+  if (aTarget == nullptr) return E_INVALIDARG;
+  return aMembers ? aMembers->CopyTo(aTarget) : E_GL_BADSTATE;
+}
+
+HRESULT TakeOut(const GLPtr<IGLCollection>& aMembers, IUnknown* aMember) noexcept {
+  if (aMember == nullptr) return E_INVALIDARG;
+  return aMembers ? aMembers->Remove(aMember) : E_GL_BADSTATE;
+}
+
+/// Makes a member of a collection, which holds the only lasting reference to it.
+template <class Interface>
+HRESULT CreateMember(REFCLSID aClassId, const GLPtr<IGLCollection>& aMembers, GLPtr<Interface>* aMember) noexcept {
+  if (!aMembers) return E_GL_BADSTATE;
+  *aMember = CreateObject<Interface>(aClassId);
+  return *aMember && SUCCEEDED(aMembers->Add(aMember->Get())) ? S_OK : E_FAIL;
+}
+
+}  // namespace
+
+HRESULT GLContext::CreateViewer(LONG aShow, LONG aOrtho, IGLViewer** aI) noexcept {
+  if (aI == nullptr) return E_INVALIDARG;
+  *aI = nullptr;
+  GLPtr<IGLViewer> viewer;
+  const HRESULT result = CreateMember(CLSID_GLViewer, m_pViewers, &viewer);
+  if (FAILED(result)) return result;
+  viewer->Show(aShow);
+  viewer->SetOrtho(aOrtho);
+  *aI = viewer.Get();
+  return S_OK;
+}
+
+HRESULT GLContext::DestroyViewer(IGLViewer* aI) noexcept { return TakeOut(m_pViewers, aI); }
+
+HRESULT GLContext::EnumViewers(IGLCollection* aColl) noexcept { return CopyOut(m_pViewers, aColl); }
+
+HRESULT GLContext::CreateLight(IGLLight** aLight) noexcept {
+  if (aLight == nullptr) return E_INVALIDARG;
+  *aLight = nullptr;
+  GLPtr<IGLLight> light;
+  const HRESULT result = CreateMember(CLSID_GLLight, m_pLights, &light);
+  if (SUCCEEDED(result)) *aLight = light.Get();
+  return result;
+}
+
+HRESULT GLContext::DestroyLight(IGLLight* aLight) noexcept { return TakeOut(m_pLights, aLight); }
+
+HRESULT GLContext::EnumLights(IGLCollection* aColl) noexcept { return CopyOut(m_pLights, aColl); }
+
+HRESULT GLContext::GetFog(IGLFog** aFog) noexcept {
+  if (aFog == nullptr) return E_INVALIDARG;
+  *aFog = GLPtr(m_pFog).Detach();
+  return *aFog != nullptr ? S_OK : E_GL_BADSTATE;
+}
+
+HRESULT GLContext::EnableDepth(LONG aEnable) noexcept {
+  m_bDepthEnabled = aEnable != 0;
+  return S_OK;
+}
+
+HRESULT GLContext::IsDepthEnabled(LONG* aEnable) noexcept { return Tell(m_bDepthEnabled, aEnable); }
+
+HRESULT GLContext::EnableLighting(LONG aEnable) noexcept {
+  m_bLighting = aEnable != 0;
+  return S_OK;
+}
+
+HRESULT GLContext::IsLightingEnabled(LONG* aEnabled) noexcept { return Tell(m_bLighting, aEnabled); }
+
+HRESULT GLContext::EnableAmbientLight(LONG aEnable) noexcept {
+  m_bAmbientLight = aEnable != 0;
+  return S_OK;
+}
+
+HRESULT GLContext::IsAmbientLightEnabled(LONG* aEnabled) noexcept { return Tell(m_bAmbientLight, aEnabled); }
+
+HRESULT GLContext::GetBackgroundColor(GLDATA_RGBA* aColor) noexcept { return Tell(m_sBackgroundColor, aColor); }
+
+HRESULT GLContext::SetBackgroundColor(GLDATA_RGBA* aColor) noexcept {
+  if (aColor == nullptr) return E_INVALIDARG;
+  m_sBackgroundColor = LimitColor(*aColor);
+  return S_OK;
+}
+
+HRESULT GLContext::GetAmbientLight(GLDATA_RGBA* aLight) noexcept { return Tell(m_sAmbientLight, aLight); }
+
+HRESULT GLContext::SetAmbientLight(GLDATA_RGBA* aLight) noexcept {
+  if (aLight == nullptr) return E_INVALIDARG;
+  m_sAmbientLight.m_fRed = LimitColor(aLight->m_fRed);
+  m_sAmbientLight.m_fGreen = LimitColor(aLight->m_fGreen);
+  m_sAmbientLight.m_fBlue = LimitColor(aLight->m_fBlue);
+  return S_OK;
+}
+
+HRESULT GLContext::get_bFSAA(LONG* pVal) noexcept {
+  if (pVal == nullptr) return E_INVALIDARG;
+  *pVal = m_bFSAA;
+  return S_OK;
+}
+
+HRESULT GLContext::put_bFSAA(LONG newVal) noexcept {
+  m_bFSAA = newVal;
+  return S_OK;
+}
+
+HRESULT GLContext::get_lFSAAMaxSamples(LONG* pVal) noexcept {
+  if (pVal == nullptr) return E_INVALIDARG;
+  *pVal = m_lFSAAMaxSamples;
+  return S_OK;
+}
+
+HRESULT GLContext::put_lFSAAMaxSamples(LONG newVal) noexcept {
+  m_lFSAAMaxSamples = newVal;
+  return S_OK;
+}

@@ -1,0 +1,62 @@
+// GLContext: selection on the host's side. Any thread but the draw thread; the caller waits for the draw thread
+// with nothing held but the right to select.
+
+#include <new>
+
+#include "context/GLContext.h"
+#include "context/PSelectEvent.h"
+
+// The viewer that a host means, counted: it may be destroyed by another thread at any moment.
+GLPtr<IGLViewer> GLContext::FindViewer(IGLViewer* aViewer) noexcept {
+  GLPOSITION position{};
+  GLPtr<IUnknown> member;
+  for (m_pViewers->GetFirst(&position, member.Put()); member; m_pViewers->GetNext(&position, member.Put())) {
+    if (member.Get() == aViewer) return GLPtr<IGLViewer>::FromCounted(static_cast<IGLViewer*>(member.Detach()));
+  }
+  return nullptr;
+}
+
+HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2, LONG aSelectClosest,
+                          LONG aSelectEnclosed, int* aArraySize, ULONG* aIDArray) noexcept {
+  if (aViewer == nullptr || aPoint1 == nullptr || aPoint2 == nullptr || aArraySize == nullptr ||
+      aIDArray == nullptr) {
+    return E_INVALIDARG;
+  }
+  if (*aArraySize < 1) return S_OK;
+  HRESULT result = E_GL_BADSTATE;
+  if (IsUsable()) {
+    const GLPtr<IGLViewer> viewer = FindViewer(aViewer);
+    if (!viewer) {
+      result = E_INVALIDARG;
+    } else if (!IsDrawThread()) {
+      const std::scoped_lock oneAtATime(m_SelectLock);
+      result = WaitForSelection(new (std::nothrow)
+                                    PSelectEvent(*this, *viewer, aPoint1, aPoint2, aSelectClosest != 0,
+                                                 aSelectEnclosed != 0, aArraySize, aIDArray));
+    }
+  }
+  if (FAILED(result)) *aArraySize = 0;
+  return result;
+}
+
+// Gives up where nobody can serve the selection: no thread, a parked one, one that has been replaced.
+HRESULT GLContext::WaitForSelection(PSelectEvent* aEvent) noexcept {
+  if (aEvent == nullptr) return E_OUTOFMEMORY;
+  const auto thread = DrawThread();
+  if (thread == nullptr || m_bTearDown) {
+    delete aEvent;
+    return E_GL_BADSTATE;
+  }
+  if (!thread->PostEvent(aEvent)) return E_GL_BADSTATE;
+  HRESULT result = E_GL_BADSTATE;
+  for (;;) {
+    if (aEvent->WaitDone()) {
+      result = aEvent->Result();
+      break;
+    }
+    if (thread->IsParkedNow() || thread->IsStopped()) break;
+  }
+  // The event is gone before the caller's memory may go; the context's other queued tasks go with it.
+  thread->RemoveEvents(this);
+  return result;
+}

@@ -1,0 +1,122 @@
+// GLContext: control of the draw thread. Any thread; what waits for a running cycle is told at each step.
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+#include "context/ContextTasks.h"
+#include "context/GLContext.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using namespace std::chrono_literals;
+
+constexpr auto kBoundedWait = 3000ms;
+constexpr auto kPollStep = 10ms;
+constexpr ULONG kShortestCycle = 5, kLongestCycle = 5000;
+
+/// The priorities that there are: THREAD_PRIORITY_IDLE to THREAD_PRIORITY_TIME_CRITICAL. Others count as normal.
+int KnownPriority(int aPriority) noexcept {
+  for (const int known : {-15, -2, -1, 0, 1, 2, 15}) {
+    if (aPriority == known) return known;
+  }
+  return 0;
+}
+
+// The context whose draw thread this is.
+thread_local const GLContext* t_pDrawnContext = nullptr;
+
+}  // namespace
+
+void MarkDrawThread(const GLContext* aContext) noexcept { t_pDrawnContext = aContext; }
+
+bool GLContext::IsDrawThread() const noexcept { return t_pDrawnContext == this; }
+
+std::shared_ptr<PThread> GLContext::DrawThread() const noexcept {
+  const std::scoped_lock lock(m_DrawThreadLock);
+  return m_pDrawThread;
+}
+
+HRESULT GLContext::GetDrawThreadPars(int* aPriority, ULONG* aPreferredCycle, ULONG* aMustSleepCycle) noexcept {
+  if (aPriority == nullptr || aPreferredCycle == nullptr || aMustSleepCycle == nullptr) return E_INVALIDARG;
+  const auto thread = DrawThread();
+  if (thread == nullptr) return E_GL_BADSTATE;
+  *aPriority = KnownPriority(thread->m_iPriority);
+  *aPreferredCycle = thread->m_dwPreferredCycle;
+  *aMustSleepCycle = thread->m_dwMustSleepCycle;
+  return S_OK;
+}
+
+HRESULT GLContext::SetDrawThreadPars(int aPriority, ULONG aPreferredCycle, ULONG aMustSleepCycle) noexcept {
+  const auto thread = DrawThread();
+  if (thread == nullptr) return E_GL_BADSTATE;
+  const ULONG preferred = std::clamp(aPreferredCycle, kShortestCycle, kLongestCycle);
+  const ULONG mustSleep = std::clamp(aMustSleepCycle, kShortestCycle, kLongestCycle);
+  const int priority = KnownPriority(aPriority);
+  if (thread->m_iPriority != priority) thread->SetPriority(priority);
+  if (thread->m_dwPreferredCycle != preferred) thread->SetPreferredCycle(preferred);
+  if (thread->m_dwMustSleepCycle != mustSleep) thread->SetMustSleepCycle(mustSleep);
+  return S_OK;
+}
+
+HRESULT GLContext::SetControlledDrawThread(LONG bControlled, ULONG dwMaxWait) noexcept {
+  const auto thread = DrawThread();
+  if (thread == nullptr) return E_GL_BADSTATE;
+  thread->SetControlled(bControlled != 0, dwMaxWait);
+  return S_OK;
+}
+
+HRESULT GLContext::TriggerDrawThread() noexcept {
+  const auto thread = DrawThread();
+  if (thread == nullptr) return E_GL_BADSTATE;
+  thread->Trigger();
+  return S_OK;
+}
+
+HRESULT GLContext::SuspendDrawThread() noexcept {
+  const auto thread = DrawThread();
+  if (thread == nullptr) return E_GL_BADSTATE;
+  const auto start = Clock::now();
+  thread->RequestSuspend();
+  thread->Trigger();
+  while (!thread->IsParked() && !thread->IsStopped() && Clock::now() - start < kBoundedWait) {
+    std::this_thread::sleep_for(kPollStep);
+  }
+  return S_OK;
+}
+
+HRESULT GLContext::ResumeDrawThread() noexcept {
+  const auto thread = DrawThread();
+  if (thread == nullptr) return E_GL_BADSTATE;
+  thread->Resume();
+  return S_OK;
+}
+
+bool GLContext::PostTask(PEvent* aTask) noexcept {
+  const auto thread = DrawThread();
+  if (thread != nullptr) return thread->PostEvent(aTask);
+  delete aTask;
+  return false;
+}
+
+void GLContext::StopDrawThread() noexcept {
+  std::shared_ptr<PThread> thread;
+  {
+    const std::scoped_lock lock(m_DrawThreadLock);
+    thread.swap(m_pDrawThread);
+  }
+  if (thread != nullptr) thread->Stop();
+}
+
+// Has the draw thread destroy the rendering context, in bounded time, and ends it.
+void GLContext::EndDrawThread() noexcept {
+  const auto thread = DrawThread();
+  if (thread == nullptr) return;
+  const auto start = Clock::now();
+  m_bTearDown = true;
+  thread->Resume();
+  thread->Trigger();
+  while (m_hRC != nullptr && Clock::now() - start < kBoundedWait) std::this_thread::sleep_for(kPollStep);
+  StopDrawThread();
+}

@@ -1,0 +1,93 @@
+// GLContext: the viewport, its conversions to and from screen coordinates, and the clip planes.
+// Any thread; SetViewport, ClipPlane and ResetClipPlanes wait for a running frame.
+
+#include <limits>
+#include <new>
+
+#include "component/Module.h"
+#include "context/ContextTasks.h"
+#include "context/GLContext.h"
+#include "platform/GL.h"
+
+namespace {
+
+/// A pixel number from a coordinate, cut toward zero and kept within the numbers that there are; NaN gives 0.
+int ToPixel(double aValue) noexcept {
+  using Limits = std::numeric_limits<int>;
+  if (!(aValue == aValue)) return 0;
+  if (aValue >= Limits::max()) return Limits::max();
+  if (aValue <= Limits::min()) return Limits::min();
+  return static_cast<int>(aValue);
+}
+
+GPoint ToPoint(const GLDATA_POINT& aPoint) noexcept { return {aPoint.x, aPoint.y, aPoint.z}; }
+
+}  // namespace
+
+HRESULT GLContext::GetViewportWidth(int* aValue) noexcept {
+  if (aValue == nullptr) return E_INVALIDARG;
+  *aValue = m_iViewportWidth;
+  return S_OK;
+}
+
+HRESULT GLContext::GetViewportHeight(int* aValue) noexcept {
+  if (aValue == nullptr) return E_INVALIDARG;
+  *aValue = m_iViewportHeight;
+  return S_OK;
+}
+
+HRESULT GLContext::SetViewport(int aX, int aY, int aWidth, int aHeight) noexcept {
+  m_iViewportWidth = aWidth > 0 ? aWidth : 1;
+  m_iViewportHeight = aHeight > 0 ? aHeight : 1;
+  LockGL();
+  SetWindowPos(m_hWnd, nullptr, aX, aY, m_iViewportWidth, m_iViewportHeight,
+               SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_DEFERERASE |
+                   SWP_ASYNCWINDOWPOS);
+  UnlockGL();
+  return S_OK;
+}
+
+HRESULT GLContext::DeviceToSCS(int aWinX, int aWinY, double* aScsX, double* aScsY) noexcept {
+  if (aScsX == nullptr || aScsY == nullptr) return E_INVALIDARG;
+  const double w = m_iViewportWidth, h = m_iViewportHeight, aspect = w / h;
+  const double winX = aWinX, winY = aWinY;
+  const double x = (winX + winX) / w - 1.0, y = 1.0 - (winY + winY) / h;
+  *aScsX = 1.0 > aspect ? x : x * aspect;
+  *aScsY = 1.0 > aspect ? y / aspect : y;
+  return S_OK;
+}
+
+HRESULT GLContext::SCSToDevice(double aScsX, double aScsY, int* aWinX, int* aWinY) noexcept {
+  if (aWinX == nullptr || aWinY == nullptr) return E_INVALIDARG;
+  const double w = m_iViewportWidth, h = m_iViewportHeight, aspect = w / h;
+  const double x = 1.0 > aspect ? aScsX : aScsX / aspect, y = 1.0 > aspect ? aScsY * aspect : aScsY;
+  *aWinX = ToPixel(((x + 1.0) * 0.5) * w);
+  *aWinY = ToPixel(((y - 1.0) * -0.5) * h);
+  return S_OK;
+}
+
+HRESULT GLContext::ClipPlane(GLDATA_POINT* aPntA, GLDATA_POINT* aPntB, GLDATA_POINT* aPntC) noexcept {
+  if (aPntA == nullptr || aPntB == nullptr || aPntC == nullptr) return E_INVALIDARG;
+  const GPlane plane(ToPoint(*aPntA), ToPoint(*aPntB), ToPoint(*aPntC));
+  if (!plane.IsValid()) return E_GL_BADVALUE;
+  const PLock lock(m_Lock);
+  try {
+    m_aClipPlanes.push_back({plane, m_iNextClipPlane});
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+  // The names run round: a later plane wins the name of an earlier one.
+  if (++m_iNextClipPlane >= GL_CLIP_PLANE0 + g_iMaxClipPlanes) m_iNextClipPlane = GL_CLIP_PLANE0;
+  m_bClipPlanes = true;
+  return S_OK;
+}
+
+HRESULT GLContext::ResetClipPlanes() noexcept {
+  const PLock lock(m_Lock);
+  m_aClipPlanes.clear();
+  m_iNextClipPlane = GL_CLIP_PLANE0;
+  m_bClipPlanes = false;
+  m_bClipResetDue = true;
+  PostTask(new (std::nothrow) PResetClipPlanesEvent(*this));
+  return S_OK;
+}

@@ -1,0 +1,227 @@
+// GLContext: the GL window, its procedure, the rendering context, and the replacement of all of them.
+// CreateGLWindow runs on the thread that initialises, the procedure on the thread of the window's messages, the
+// rendering context is made and destroyed on the draw thread.
+
+#include <chrono>
+#include <thread>
+
+#include "component/Module.h"
+#include "context/ContextList.h"
+#include "context/GLContext.h"
+#include "context/ParentPlacement.h"
+#include "platform/DeviceContext.h"
+#include "platform/GL.h"
+#include "platform/Palette.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr char kWindowClass[] = "GLWindow_Class";
+constexpr auto kLongestStart = 10s;
+constexpr auto kPollStep = 10ms;
+constexpr DWORD kPreferredCycle = 40, kMustSleepCycle = 10;
+constexpr int kHighestPriority = 2;
+constexpr DWORD kChildStyle = WS_CHILD | WS_VISIBLE | WS_DISABLED | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
+constexpr DWORD kPopupStyle = WS_POPUP | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
+
+LRESULT GLWindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
+  auto* context = reinterpret_cast<GLContext*>(GetWindowLongPtrA(hWnd, GWLP_USERDATA));
+  if (context == nullptr) return DefWindowProcA(hWnd, uMsg, wParam, lParam);
+  return context->WindowProc(hWnd, uMsg, wParam, lParam);
+}
+
+/// Registers the window class, once a process. @return false when the system refuses
+bool RegisterGLWindowClass() noexcept {
+  static std::mutex lock;
+  static ATOM g_atomGLWindowClass = 0;
+  const std::scoped_lock hold(lock);
+  if (g_atomGLWindowClass != 0) return true;
+  WNDCLASSA windowClass{};
+  windowClass.lpszClassName = kWindowClass;
+  windowClass.style = CS_VREDRAW | CS_HREDRAW | CS_OWNDC;
+  windowClass.lpfnWndProc = GLWindowProc;
+  windowClass.hInstance = ModuleInstance();
+  windowClass.hCursor = LoadCursorA(nullptr, IDC_CROSS);
+  g_atomGLWindowClass = RegisterClassA(&windowClass);
+  return g_atomGLWindowClass != 0;
+}
+
+}  // namespace
+
+HRESULT GLContext::Initialize(ULONG_PTR aParentWnd) noexcept {
+  if (IsDrawThread() || !IsUsable()) return E_GL_BADSTATE;
+  const std::scoped_lock replace(m_ReplaceLock);
+  m_hParentWnd = reinterpret_cast<HWND>(aParentWnd);
+  if (m_hRC != nullptr) ++g_uListGeneration;  // no key may name a list of the new rendering context
+  if (!CreateGLWindow()) return E_FAIL;
+  InstallMessageHook();
+  return S_OK;
+}
+
+HRESULT GLContext::GetWindow(ULONG_PTR* aHandle) noexcept {
+  if (aHandle == nullptr) return E_INVALIDARG;
+  *aHandle = reinterpret_cast<ULONG_PTR>(HWND(m_hWnd));
+  return S_OK;
+}
+
+bool GLContext::CreateGLWindow() noexcept {
+  StopDrawThread();
+  const RECT place = DestroyGLWindow();
+  if (!RegisterGLWindowClass()) return false;
+  const ParentPlacement placement(m_hParentWnd);
+  const HWND window =
+      CreateWindowExA(0, kWindowClass, kWindowClass, m_hParentWnd != nullptr ? kChildStyle : kPopupStyle,
+                      place.left, place.top, place.right - place.left, place.bottom - place.top, m_hParentWnd,
+                      nullptr, ModuleInstance(), nullptr);
+  if (window == nullptr) return false;
+  if (StartDrawing(window) && WaitForRenderingContext()) return true;
+  StopDrawThread();
+  DestroyGLWindow();
+  return false;
+}
+
+// Gives the window its format and starts the draw thread on it. False when there is no format or no thread.
+bool GLContext::StartDrawing(HWND aWindow) noexcept {
+  const PLock lock(m_Lock);
+  m_hWnd = aWindow;
+  m_hDC = GetDC(aWindow);
+  bool formatSet = false;
+  SetupPixelFormat(&formatSet);
+  SetWindowLongPtrA(aWindow, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  if (!formatSet) return false;
+  try {
+    auto thread = std::make_shared<PThread>(DrawThreadCallback, this, DrawThreadEnd);
+    const std::scoped_lock hold(m_DrawThreadLock);
+    m_pDrawThread = thread;
+    return thread->Start(kPreferredCycle, kMustSleepCycle, kHighestPriority, false);
+  } catch (...) {
+    return false;
+  }
+}
+
+bool GLContext::WaitForRenderingContext() noexcept {
+  const auto end = std::chrono::steady_clock::now() + kLongestStart;
+  while (m_hRC == nullptr) {
+    if (std::chrono::steady_clock::now() >= end) return false;
+    std::this_thread::sleep_for(kPollStep);
+  }
+  return true;
+}
+
+// Ends rendering context and window, after the draw thread's end. Gives the window's place in its present parent.
+RECT GLContext::DestroyGLWindow() noexcept {
+  RECT place{};
+  const PLock lock(m_Lock);
+  if (const HGLRC context = m_hRC.exchange(nullptr)) wglDeleteContext(context);
+  if (m_hWnd == nullptr) return place;
+  if (GetWindowRect(m_hWnd, &place) == FALSE) place = RECT{};
+  if (m_hParentWnd != nullptr) {
+    POINT corners[2] = {{place.left, place.top}, {place.right, place.bottom}};
+    for (POINT& corner : corners) ScreenToClient(m_hParentWnd, &corner);
+    place = {corners[0].x, corners[0].y, corners[1].x, corners[1].y};
+  }
+  if (m_hDC != nullptr) ReleaseDC(m_hWnd, m_hDC);
+  m_hDC = nullptr;
+  DestroyWindow(m_hWnd);
+  m_hWnd = nullptr;
+  if (m_hPalette != nullptr) DeleteObject(m_hPalette);
+  m_hPalette = nullptr;
+  return place;
+}
+
+// The first pass of the draw thread, and each further one for as long as it fails.
+bool GLContext::CreateRenderingContext() noexcept {
+  if (m_hDC == nullptr) return false;
+  const PLock lock(m_Lock);
+  const HGLRC context = wglCreateContext(m_hDC);
+  if (context == nullptr) return false;
+  wglMakeCurrent(m_hDC, context);
+  for (const GLenum hint :
+       {GL_LINE_SMOOTH_HINT, GL_PERSPECTIVE_CORRECTION_HINT, GL_POINT_SMOOTH_HINT, GL_POLYGON_SMOOTH_HINT}) {
+    glHint(hint, GL_FASTEST);
+  }
+  ReadLimits();
+  glEnable(GL_NORMALIZE);
+  m_uLitNumbers = 0;
+  m_bClipResetDue = false;
+  m_hRC = context;
+  return true;
+}
+
+void GLContext::ReadLimits() noexcept {
+  GLfloat values[2] = {};
+  glGetFloatv(GL_POINT_SIZE_RANGE, values);
+  g_afPointSizeRange[0] = values[0];
+  g_afPointSizeRange[1] = values[1];
+  glGetFloatv(GL_POINT_SIZE_GRANULARITY, values);
+  g_fPointSizeGranularity = values[0];
+  glGetFloatv(GL_LINE_WIDTH_RANGE, values);
+  g_afLineWidthRange[0] = values[0];
+  g_afLineWidthRange[1] = values[1];
+  glGetFloatv(GL_LINE_WIDTH_GRANULARITY, values);
+  g_fLineWidthGranularity = values[0];
+  GLint planes = 0;
+  glGetIntegerv(GL_MAX_CLIP_PLANES, &planes);
+  if (planes > 0) g_iMaxClipPlanes = planes;
+}
+
+void GLContext::DestroyRenderingContext() noexcept {
+  const HGLRC context = m_hRC;
+  wglMakeCurrent(m_hDC, context);
+  wglDeleteContext(context);
+  m_hRC = nullptr;
+}
+
+LRESULT GLContext::WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
+  switch (uMsg) {
+    case WM_DESTROY:
+      SuspendDrawThread();
+      return DefWindowProcA(hWnd, uMsg, wParam, lParam);
+    case WM_PAINT:
+      TriggerDrawThread();
+      return DefWindowProcA(hWnd, uMsg, wParam, lParam);
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_SYSCOLORCHANGE:
+      OnSysColorChange();
+      return 0;
+    case WM_QUERYNEWPALETTE:
+      return OnQueryNewPalette();
+    case WM_PALETTECHANGED:
+      OnPaletteChanged(wParam);
+      return 0;
+    default:
+      return DefWindowProcA(hWnd, uMsg, wParam, lParam);
+  }
+}
+
+void GLContext::OnSysColorChange() noexcept {
+  const std::scoped_lock replace(m_ReplaceLock);
+  if (m_hRC == nullptr) return;
+  LockGL();
+  if (IsCurrentHere()) glDeleteLists(1, 32767);  // elsewhere they go with their rendering context
+  ++g_uListGeneration;
+  UnlockGL();
+  CreateGLWindow();
+}
+
+LRESULT GLContext::OnQueryNewPalette() noexcept {
+  const PLock lock(m_Lock);
+  if (!NeedsPalette()) return 0;
+  SelectPalette(m_hDC, static_cast<HPALETTE>(m_hPalette), TRUE);
+  RealizePalette(m_hDC);
+  return 1;
+}
+
+void GLContext::OnPaletteChanged(WPARAM wParam) noexcept {
+  const PLock lock(m_Lock);
+  if (reinterpret_cast<HWND>(wParam) == m_hWnd || !NeedsPalette()) return;
+  SelectPalette(m_hDC, static_cast<HPALETTE>(m_hPalette), FALSE);
+  RealizePalette(m_hDC);
+  UpdateColors(m_hDC);
+}
+
+bool GLContext::NeedsPalette() const noexcept {
+  return m_hRC != nullptr && (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0 && m_hPalette != nullptr;
+}

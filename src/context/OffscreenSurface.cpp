@@ -1,0 +1,39 @@
+// OffscreenSurface: a memory device context, a bitmap section in it, a rendering context on it. Draw thread.
+
+#include "context/OffscreenSurface.h"
+
+#include "platform/PixelFormat.h"
+
+OffscreenSurface::OffscreenSurface(LONG aWidth, LONG aHeight, BYTE aColorBits, BYTE aDepthBits) noexcept
+    : m_iWidth(aWidth), m_iHeight(aHeight), m_hDC(CreateCompatibleDC(nullptr)) {
+  if (m_hDC == nullptr) return;
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof(info);
+  info.bmiHeader.biWidth = aWidth;
+  info.bmiHeader.biHeight = aHeight;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = aColorBits;
+  void* bits = nullptr;
+  m_hBitmap = CreateDIBSection(m_hDC, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  if (m_hBitmap == nullptr || bits == nullptr) return;
+  SelectObject(m_hDC, m_hBitmap);
+  if (SetFormat(aColorBits, aDepthBits)) m_hRC = wglCreateContext(m_hDC);
+}
+
+OffscreenSurface::~OffscreenSurface() {
+  if (m_hRC != nullptr) wglDeleteContext(m_hRC);
+  if (m_hBitmap != nullptr) DeleteObject(m_hBitmap);
+  if (m_hDC != nullptr) DeleteDC(m_hDC);
+}
+
+bool OffscreenSurface::SetFormat(BYTE aColorBits, BYTE aDepthBits) noexcept {
+  PIXELFORMATDESCRIPTOR request{};
+  request.nSize = sizeof(request);
+  request.nVersion = 1;
+  request.dwFlags = PFD_DRAW_TO_BITMAP | PFD_SUPPORT_OPENGL;
+  request.iPixelType = PFD_TYPE_RGBA;
+  request.cColorBits = aColorBits;
+  request.cDepthBits = aDepthBits;
+  const int format = ChoosePixelFormat(m_hDC, &request);
+  return format != 0 && SetPixelFormat(m_hDC, format, &request);
+}

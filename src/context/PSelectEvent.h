@@ -1,0 +1,68 @@
+// PSelectEvent: one selection, by GL's selection mode.
+// Made and waited for by a host thread in Select, run on the draw thread between two frames.
+
+#pragma once
+
+#include <gllib/IGLPainter.h>
+#include <gllib/IGLViewer.h>
+
+#include <condition_variable>
+#include <mutex>
+#include <vector>
+
+#include "context/GLClipPlane.h"
+#include "thread/PEvent.h"
+
+class GLContext;
+
+class PSelectEvent final : public PEvent {
+ public:
+  /// All pointers are the caller's, who waits; the viewer is counted by the caller.
+  PSelectEvent(GLContext& aContext, IGLViewer& aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2,
+               bool aSelectClosest, bool aSelectEnclosed, int* aArraySize, ULONG* aIDArray) noexcept;
+
+  void Run() override;
+
+  /// Waits for the result, at most 10 ms. @return whether it stands
+  bool WaitDone() noexcept;
+  /// S_OK, or E_OUTOFMEMORY where a pass had no room for its records.
+  HRESULT Result() const noexcept { return m_hResult; }
+
+ private:
+  struct ViewRectangle {
+    int x, y, width, height;
+  };
+
+  // RunPickPass and its steps: PickPass.cpp.
+  void RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2, int* aArraySize, ULONG* aIDArray) noexcept;
+  ViewRectangle SetupView() noexcept;
+  void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2) noexcept;
+  void SetupProjection(double aAspect) noexcept;
+  void SetupEye() noexcept;
+  void SetupClipPlanes() noexcept;
+  int ReadHits(int aHits, const unsigned* aRecords, int aCapacity, ULONG* aIDArray) const noexcept;
+
+  void KeepEnclosed(int aCapacity, ULONG* aScratch) noexcept;
+  void SubtractStrip(int aCapacity, ULONG* aScratch, const GLDATA_POINT& aPoint1,
+                     const GLDATA_POINT& aPoint2) noexcept;
+  void TakeScene() noexcept;
+  void SetDone() noexcept;
+
+  GLContext& m_Context;
+  IGLViewer& m_Viewer;
+  GLDATA_POINT* m_pPoint1;
+  GLDATA_POINT* m_pPoint2;
+  bool m_bSelectClosest;
+  bool m_bSelectEnclosed;
+  int* m_piArraySize;
+  ULONG* m_puIDArray;
+  HRESULT m_hResult = S_OK;
+
+  // The scene of this run, taken under a brief m_Lock.
+  GLPtr<IGLPainter> m_pPainter;
+  std::vector<GLClipPlane> m_aClipPlanes;
+
+  std::mutex m_DoneLock;
+  std::condition_variable m_DoneChanged;
+  bool m_bDone = false;
+};

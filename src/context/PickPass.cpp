@@ -1,0 +1,145 @@
+// PSelectEvent: one pass of the painter in GL's selection mode. On the draw thread, with GL current.
+// Pick matrix, projection and eye all go into the modelview matrix; the projection matrix stays the identity, so
+// that to a painter PushModelviewMatrix(1) drops all three and PushProjectionMatrix leaves them alone.
+
+#include <gllib/IGLCoord.h>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <memory>
+#include <new>
+
+#include "context/GLContext.h"
+#include "context/PSelectEvent.h"
+#include "platform/GL.h"
+
+namespace {
+
+constexpr int kRecordWords = 4;  // the name stack is one deep: count, least depth, greatest depth, name
+
+}  // namespace
+
+void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2, int* aArraySize,
+                               ULONG* aIDArray) noexcept {
+  const int capacity = *aArraySize;
+  const int records = std::min(capacity, INT_MAX / kRecordWords);
+  const std::size_t words = static_cast<std::size_t>(records) * kRecordWords;
+  const std::unique_ptr<GLuint[]> buffer(new (std::nothrow) GLuint[words]);
+  if (buffer == nullptr) {
+    *aArraySize = 0;
+    m_hResult = E_OUTOFMEMORY;
+    return;
+  }
+  glSelectBuffer(static_cast<GLsizei>(words), buffer.get());
+  glRenderMode(GL_SELECT);
+  glInitNames();
+  glPushName(0);
+  glMatrixMode(GL_PROJECTION);
+  glLoadIdentity();
+  glMatrixMode(GL_MODELVIEW);
+  glLoadIdentity();
+  const ViewRectangle view = SetupView();
+  SetupPickMatrix(view, aPoint1, aPoint2);
+  glClear(GL_DEPTH_BUFFER_BIT);
+  SetupProjection(static_cast<double>(view.width) / view.height);
+  SetupEye();
+  SetupClipPlanes();
+  if (m_pPainter) m_pPainter->Draw(m_Context.m_pCanvas.Get(), &m_Context, &m_Viewer);
+  glFlush();
+  std::fill_n(aIDArray, capacity, ULONG{0});
+  *aArraySize = ReadHits(glRenderMode(GL_RENDER), buffer.get(), records, aIDArray);
+}
+
+// Scissor and viewport as the viewer's frames have them.
+PSelectEvent::ViewRectangle PSelectEvent::SetupView() noexcept {
+  const int width = m_Context.ViewportWidth(), height = m_Context.ViewportHeight();
+  LONG clipped = 0, scaled = 0;
+  m_Viewer.IsClipped(&clipped);
+  if (clipped == 0) {
+    glDisable(GL_SCISSOR_TEST);
+    glViewport(0, 0, width, height);
+    return {0, 0, width, height};
+  }
+  ViewRectangle clip{};
+  m_Viewer.GetClipX(&clip.x);
+  m_Viewer.GetClipY(&clip.y);
+  m_Viewer.GetClipWidth(&clip.width);
+  m_Viewer.GetClipHeight(&clip.height);
+  glEnable(GL_SCISSOR_TEST);
+  glScissor(clip.x, clip.y, clip.width, clip.height);
+  m_Viewer.IsClipScaled(&scaled);
+  if (scaled != 0) {
+    glViewport(clip.x, clip.y, clip.width, clip.height);
+  } else {
+    glViewport(0, 0, width, height);
+  }
+  return clip;
+}
+
+// The points run from -1 to 1 over the visible rectangle wherever it lies; the matrix goes by the viewport in force.
+void PSelectEvent::SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
+                                   const GLDATA_POINT& aPoint2) noexcept {
+  const double x1 = aView.x + (aPoint1.x + 1.0) * (aView.width * 0.5);
+  const double y1 = aView.y + (aPoint1.y + 1.0) * (aView.height * 0.5);
+  const double x2 = aView.x + (aPoint2.x + 1.0) * (aView.width * 0.5);
+  const double y2 = aView.y + (aPoint2.y + 1.0) * (aView.height * 0.5);
+  const double width = std::fabs(x2 - x1), height = std::fabs(y2 - y1);
+  GLint viewport[4] = {};
+  glGetIntegerv(GL_VIEWPORT, viewport);
+  gluPickMatrix((x1 + x2) * 0.5, (y1 + y2) * 0.5, width == 0.0 ? 1.0 : width, height == 0.0 ? 1.0 : height,
+                viewport);
+}
+
+// The arithmetic of the viewer's own projection, with nothing of the viewer written.
+void PSelectEvent::SetupProjection(double aAspect) noexcept {
+  LONG ortho = 0;
+  m_Viewer.IsOrtho(&ortho);
+  if (ortho != 0) {
+    GLDATA_POINT low{}, high{};
+    m_Viewer.GetOrthoExtents(&low, &high);
+    if (1.0 >= aAspect) {
+      glOrtho(low.x, high.x, low.y / aAspect, high.y / aAspect, low.z, high.z);
+    } else {
+      glOrtho(low.x * aAspect, high.x * aAspect, low.y, high.y, low.z, high.z);
+    }
+    return;
+  }
+  double fovy = 0, aspect = 0, zNear = 0, zFar = 0;
+  m_Viewer.GetEyeFovy_DEG(&fovy);
+  m_Viewer.GetEyeAspect(&aspect);
+  m_Viewer.GetEyeZNear(&zNear);
+  m_Viewer.GetEyeZFar(&zFar);
+  gluPerspective(fovy, aspect * aAspect, zNear, zFar);
+}
+
+void PSelectEvent::SetupEye() noexcept {
+  GLPtr<IGLCoord> eye;
+  GLDATA_MATRIX6D placement{};
+  m_Viewer.GetCoord(eye.Put());
+  if (eye) eye->GetMatrix6d(&placement);
+  m_Context.m_pCanvas->ResetModelview6d(&placement);
+}
+
+void PSelectEvent::SetupClipPlanes() noexcept {
+  for (const GLClipPlane& plane : m_aClipPlanes) SendClipPlane(plane);
+}
+
+// Records with the name 0 can't be selected. A negative number of hits is GL's word for an overflow.
+int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity, ULONG* aIDArray) const noexcept {
+  int count = 0;
+  GLuint best = 0;
+  for (int i = 0; i < std::min(aHits, aCapacity); ++i) {
+    const GLuint* record = aRecords + static_cast<std::size_t>(i) * kRecordWords;
+    const GLuint depth = record[1], name = record[3];
+    if (name == 0) continue;
+    if (!m_bSelectClosest) {
+      aIDArray[count++] = name;
+    } else if (count == 0 || depth < best) {
+      aIDArray[0] = name;
+      best = depth;
+      count = 1;
+    }
+  }
+  return count;
+}

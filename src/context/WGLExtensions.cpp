@@ -1,0 +1,190 @@
+// WGLExtensions: the probe for multisample formats. Constants and meanings: WGL_ARB_pixel_format,
+// WGL_ARB_multisample, WGL_ARB_extensions_string. The probe's window procedure runs while the window is made.
+
+#include "context/WGLExtensions.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+namespace Zentig {
+
+namespace {
+
+constexpr char kWindowClass[] = "Zentig::WGLExtensions::WindowClass";
+constexpr char kPixelFormatExtension[] = "WGL_ARB_pixel_format";
+
+constexpr int WGL_DRAW_TO_WINDOW_ARB = 0x2001, WGL_DRAW_TO_BITMAP_ARB = 0x2002, WGL_NEED_PALETTE_ARB = 0x2004,
+              WGL_NEED_SYSTEM_PALETTE_ARB = 0x2005, WGL_SWAP_LAYER_BUFFERS_ARB = 0x2006,
+              WGL_SUPPORT_GDI_ARB = 0x200F, WGL_SUPPORT_OPENGL_ARB = 0x2010, WGL_DOUBLE_BUFFER_ARB = 0x2011,
+              WGL_STEREO_ARB = 0x2012, WGL_PIXEL_TYPE_ARB = 0x2013, WGL_COLOR_BITS_ARB = 0x2014,
+              WGL_DEPTH_BITS_ARB = 0x2022, WGL_GENERIC_ACCELERATION_ARB = 0x2026, WGL_SWAP_EXCHANGE_ARB = 0x2028,
+              WGL_SWAP_COPY_ARB = 0x2029, WGL_TYPE_RGBA_ARB = 0x202B, WGL_TYPE_COLORINDEX_ARB = 0x202C,
+              WGL_SAMPLE_BUFFERS_ARB = 0x2041, WGL_SAMPLES_ARB = 0x2042;
+constexpr int kSampleCounts[] = {32, 16, 8, 6, 4, 2};
+constexpr BYTE kMostBits = 16;  // colour and depth bits are lower limits in this search
+
+std::mutex g_InstanceLock;
+// Ends with the module.
+std::unique_ptr<WGLExtensions> g_pInstance;
+
+template <class Function>
+Function EntryPoint(const char* aName) noexcept {
+  return reinterpret_cast<Function>(wglGetProcAddress(aName));
+}
+
+}  // namespace
+
+WGLExtensions* WGLExtensions::GetInstance(HINSTANCE hInstance) noexcept {
+  const std::scoped_lock lock(g_InstanceLock);
+  try {
+    if (g_pInstance == nullptr) g_pInstance = std::make_unique<WGLExtensions>(hInstance);
+    return g_pInstance.get();
+  } catch (...) {
+    return nullptr;
+  }
+}
+
+void WGLExtensions::DeleteInstance() noexcept {
+  const std::scoped_lock lock(g_InstanceLock);
+  g_pInstance.reset();
+}
+
+WGLExtensions::WGLExtensions(HINSTANCE hInstance) : m_hInstance(hInstance) {
+  WNDCLASSA windowClass{};
+  windowClass.lpszClassName = kWindowClass;
+  windowClass.style = CS_OWNDC;
+  windowClass.lpfnWndProc = ProbeWindowProc;
+  windowClass.hInstance = hInstance;
+  RegisterClassA(&windowClass);
+  CreateWindowExA(0, kWindowClass, "WGLExtensions", 0, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                  nullptr, nullptr, hInstance, this);
+  m_mapFlagAttributes = {{PFD_DOUBLEBUFFER, WGL_DOUBLE_BUFFER_ARB},
+                         {PFD_STEREO, WGL_STEREO_ARB},
+                         {PFD_DRAW_TO_WINDOW, WGL_DRAW_TO_WINDOW_ARB},
+                         {PFD_DRAW_TO_BITMAP, WGL_DRAW_TO_BITMAP_ARB},
+                         {PFD_SUPPORT_GDI, WGL_SUPPORT_GDI_ARB},
+                         {PFD_SUPPORT_OPENGL, WGL_SUPPORT_OPENGL_ARB},
+                         {PFD_NEED_PALETTE, WGL_NEED_PALETTE_ARB},
+                         {PFD_NEED_SYSTEM_PALETTE, WGL_NEED_SYSTEM_PALETTE_ARB},
+                         {PFD_SWAP_EXCHANGE, WGL_SWAP_EXCHANGE_ARB},
+                         {PFD_SWAP_COPY, WGL_SWAP_COPY_ARB},
+                         {PFD_SWAP_LAYER_BUFFERS, WGL_SWAP_LAYER_BUFFERS_ARB},
+                         {PFD_GENERIC_ACCELERATED, WGL_GENERIC_ACCELERATION_ARB}};
+}
+
+WGLExtensions::~WGLExtensions() {
+  if (m_hWnd != nullptr) DestroyWindow(m_hWnd);
+  UnregisterClassA(kWindowClass, m_hInstance);
+}
+
+LRESULT WGLExtensions::ProbeWindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
+  if (uMsg == WM_CREATE) {
+    auto* made = static_cast<WGLExtensions*>(reinterpret_cast<const CREATESTRUCTA*>(lParam)->lpCreateParams);
+    SetWindowLongPtrA(hWnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(made));
+    if (made != nullptr) made->OnCreate(hWnd);
+    return 0;
+  }
+  auto* probe = reinterpret_cast<WGLExtensions*>(GetWindowLongPtrA(hWnd, GWLP_USERDATA));
+  if (probe == nullptr || uMsg != WM_DESTROY) return DefWindowProcA(hWnd, uMsg, wParam, lParam);
+  probe->OnDestroy();
+  return 0;
+}
+
+void WGLExtensions::OnCreate(HWND hWnd) noexcept {
+  m_hWnd = hWnd;
+  m_hDC = GetDC(hWnd);
+  try {
+    ReadExtensions();
+  } catch (...) {
+    m_setExtensions.clear();
+  }
+}
+
+void WGLExtensions::OnDestroy() noexcept {
+  if (m_hRC != nullptr) {
+    wglMakeCurrent(nullptr, nullptr);
+    wglDeleteContext(m_hRC);
+    m_hRC = nullptr;
+  }
+  m_hWnd = nullptr;
+}
+
+// Any failure ends it silently: the set stays without the extension.
+void WGLExtensions::ReadExtensions() {
+  if (!MakeDummyContext()) return;
+  auto getString = EntryPoint<GetExtensionsString>("wglGetExtensionsStringARB");
+  if (getString == nullptr) getString = EntryPoint<GetExtensionsString>("wglGetExtensionsStringEXT");
+  if (getString != nullptr) {
+    const char* names = getString(m_hDC);
+    m_strExtensions = names != nullptr ? names : "";
+    SplitExtensions();
+  }
+  if (m_setExtensions.contains(kPixelFormatExtension)) FetchEntryPoints();
+}
+
+bool WGLExtensions::MakeDummyContext() {
+  PIXELFORMATDESCRIPTOR request{};
+  request.nSize = sizeof(request);
+  request.nVersion = 1;
+  request.dwFlags = PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_GENERIC_ACCELERATED;
+  request.iPixelType = PFD_TYPE_RGBA;
+  const int format = ChoosePixelFormat(m_hDC, &request);
+  if (format == 0) return false;
+  PIXELFORMATDESCRIPTOR bare{};
+  bare.nSize = sizeof(bare);
+  bare.nVersion = 1;
+  if (!SetPixelFormat(m_hDC, format, &bare)) return false;
+  m_hRC = wglCreateContext(m_hDC);
+  return m_hRC != nullptr && wglMakeCurrent(m_hDC, m_hRC);
+}
+
+// Only a name with a blank behind it counts.
+void WGLExtensions::SplitExtensions() {
+  std::size_t start = 0;
+  for (std::size_t blank = 0; (blank = m_strExtensions.find(' ', start)) != std::string::npos; start = blank + 1) {
+    m_setExtensions.insert(m_strExtensions.substr(start, blank - start));
+  }
+}
+
+void WGLExtensions::FetchEntryPoints() {
+  m_pfnGetPixelFormatAttribiv = EntryPoint<GetPixelFormatAttribiv>("wglGetPixelFormatAttribivARB");
+  m_pfnGetPixelFormatAttribfv = EntryPoint<GetPixelFormatAttribfv>("wglGetPixelFormatAttribfvARB");
+  m_pfnChoosePixelFormat = EntryPoint<ChooseFormat>("wglChoosePixelFormatARB");
+  if (m_pfnGetPixelFormatAttribiv == nullptr || m_pfnGetPixelFormatAttribfv == nullptr ||
+      m_pfnChoosePixelFormat == nullptr) {
+    m_setExtensions.erase(kPixelFormatExtension);
+  }
+}
+
+int WGLExtensions::ChooseMultisampleFormat(HDC, const PIXELFORMATDESCRIPTOR& aRequest, LONG iMaxSamples) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  if (!m_setExtensions.contains(kPixelFormatExtension)) return 0;
+  if (aRequest.iPixelType > PFD_TYPE_COLORINDEX) return 0;
+  std::vector<int> attributes;
+  try {
+    for (const auto& [flag, attribute] : m_mapFlagAttributes) {
+      if ((aRequest.dwFlags & flag) != 0) attributes.insert(attributes.end(), {attribute, 1});
+    }
+    const int type = aRequest.iPixelType == PFD_TYPE_RGBA ? WGL_TYPE_RGBA_ARB : WGL_TYPE_COLORINDEX_ARB;
+    attributes.insert(attributes.end(),
+                      {WGL_PIXEL_TYPE_ARB, type, WGL_COLOR_BITS_ARB, std::min(aRequest.cColorBits, kMostBits),
+                       WGL_DEPTH_BITS_ARB, std::min(aRequest.cDepthBits, kMostBits), WGL_SAMPLE_BUFFERS_ARB, 1,
+                       WGL_SAMPLES_ARB, 0, 0, 0});
+  } catch (...) {
+    return 0;
+  }
+  int& samples = *(attributes.end() - 3);
+  const FLOAT noFloats[2] = {0.0f, 0.0f};
+  for (const int count : kSampleCounts) {
+    if (iMaxSamples != 0 && count > iMaxSamples) continue;
+    samples = count;
+    int format = 0;
+    UINT found = 0;
+    if (m_pfnChoosePixelFormat(m_hDC, attributes.data(), noFloats, 1, &format, &found) && found > 0) return format;
+  }
+  return 0;
+}
+
+}  // namespace Zentig
