@@ -179,7 +179,7 @@ class GLContext final : public GLObject<GLContext, IGLContext, IGLContext2, IGLC
   std::shared_ptr<PThread> DrawThread() const noexcept;
   template <class Describe>
   HRESULT CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept;
-  HRESULT WaitForSelection(class PSelectEvent* aEvent) noexcept;
+  HRESULT WaitForSelection(class PSelectEvent* aEvent, class PSelectOutcome& aOutcome) noexcept;
   GLPtr<IGLViewer> FindViewer(IGLViewer* aViewer) noexcept;
   bool IsUsable() const noexcept;
 

@@ -1,6 +1,7 @@
 // GLContext: selection on the host's side. Any thread but the draw thread; the caller waits for the draw thread
 // with nothing held but the right to select.
 
+#include <memory>
 #include <new>
 
 #include "context/GLContext.h"
@@ -30,9 +31,14 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
       result = E_INVALIDARG;
     } else if (!IsDrawThread()) {
       const std::scoped_lock oneAtATime(m_SelectLock);
-      result = WaitForSelection(new (std::nothrow)
-                                    PSelectEvent(*this, *viewer, aPoint1, aPoint2, aSelectClosest != 0,
-                                                 aSelectEnclosed != 0, aArraySize, aIDArray));
+      try {
+        const auto outcome = std::make_shared<PSelectOutcome>();
+        auto event = std::make_unique<PSelectEvent>(*this, *viewer, aPoint1, aPoint2, aSelectClosest != 0,
+                                                    aSelectEnclosed != 0, aArraySize, aIDArray, outcome);
+        result = WaitForSelection(event.release(), *outcome);
+      } catch (const std::bad_alloc&) {
+        result = E_OUTOFMEMORY;
+      }
     }
   }
   if (FAILED(result)) *aArraySize = 0;
@@ -40,23 +46,16 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
 }
 
 // Gives up where nobody can serve the selection: no thread, a parked one, one that has been replaced.
-HRESULT GLContext::WaitForSelection(PSelectEvent* aEvent) noexcept {
-  if (aEvent == nullptr) return E_OUTOFMEMORY;
+HRESULT GLContext::WaitForSelection(PSelectEvent* aEvent, PSelectOutcome& aOutcome) noexcept {
   const auto thread = DrawThread();
   if (thread == nullptr || m_bTearDown) {
     delete aEvent;
     return E_GL_BADSTATE;
   }
-  if (!thread->PostEvent(aEvent)) return E_GL_BADSTATE;
-  HRESULT result = E_GL_BADSTATE;
-  for (;;) {
-    if (aEvent->WaitDone()) {
-      result = aEvent->Result();
-      break;
-    }
-    if (thread->IsParkedNow() || thread->IsStopped()) break;
+  thread->PostEvent(aEvent);
+  while (!aOutcome.Wait() && !thread->IsParkedNow() && !thread->IsStopped()) {
   }
   // The event is gone before the caller's memory may go; the context's other queued tasks go with it.
   thread->RemoveEvents(this);
-  return result;
+  return aOutcome.Result();
 }

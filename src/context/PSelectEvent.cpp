@@ -1,5 +1,5 @@
 // PSelectEvent: the run of one selection and the subtraction of what isn't wholly inside its box.
-// On the draw thread between two frames, but for WaitDone.
+// On the draw thread between two frames.
 
 #include "context/PSelectEvent.h"
 
@@ -31,7 +31,8 @@ void RemoveFound(int* aSize, ULONG* aIDArray, ULONG* aFound, int aFoundSize) noe
 }  // namespace
 
 PSelectEvent::PSelectEvent(GLContext& aContext, IGLViewer& aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2,
-                           bool aSelectClosest, bool aSelectEnclosed, int* aArraySize, ULONG* aIDArray) noexcept
+                           bool aSelectClosest, bool aSelectEnclosed, int* aArraySize, ULONG* aIDArray,
+                           std::shared_ptr<PSelectOutcome> aOutcome) noexcept
     : PEvent(&aContext, true, true),
       m_Context(aContext),
       m_Viewer(aViewer),
@@ -40,7 +41,10 @@ PSelectEvent::PSelectEvent(GLContext& aContext, IGLViewer& aViewer, GLDATA_POINT
       m_bSelectClosest(aSelectClosest),
       m_bSelectEnclosed(aSelectEnclosed),
       m_piArraySize(aArraySize),
-      m_puIDArray(aIDArray) {}
+      m_puIDArray(aIDArray),
+      m_pOutcome(std::move(aOutcome)) {}
+
+PSelectEvent::~PSelectEvent() { m_pOutcome->Set(E_GL_BADSTATE); }
 
 void PSelectEvent::Run() {
   TakeScene();
@@ -57,7 +61,8 @@ void PSelectEvent::Run() {
     }
   }
   m_pPainter.Reset();
-  SetDone();
+  SetActive(false);
+  m_pOutcome->Set(m_hResult);
 }
 
 // Makes GL current too: a capture leaves nothing current.
@@ -96,15 +101,18 @@ void PSelectEvent::SubtractStrip(int aCapacity, ULONG* aScratch, const GLDATA_PO
   RemoveFound(&size, m_puIDArray, aScratch, found);
 }
 
-void PSelectEvent::SetDone() noexcept {
-  SetActive(false);
-  // Notified under the lock: the waiter may delete this object as soon as it can take it.
-  const std::scoped_lock lock(m_DoneLock);
-  m_bDone = true;
-  m_DoneChanged.notify_all();
+void PSelectOutcome::Set(HRESULT aResult) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  if (!std::exchange(m_bDone, true)) m_hResult = aResult;
+  m_Changed.notify_all();
 }
 
-bool PSelectEvent::WaitDone() noexcept {
-  std::unique_lock lock(m_DoneLock);
-  return m_DoneChanged.wait_for(lock, kPollStep, [this] { return m_bDone; });
+bool PSelectOutcome::Wait() noexcept {
+  std::unique_lock lock(m_Lock);
+  return m_Changed.wait_for(lock, kPollStep, [this] { return m_bDone; });
+}
+
+HRESULT PSelectOutcome::Result() noexcept {
+  const std::scoped_lock lock(m_Lock);
+  return m_hResult;
 }

@@ -7,6 +7,7 @@
 #include <gllib/IGLViewer.h>
 
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -15,18 +16,34 @@
 
 class GLContext;
 
+/// Where the waiting caller learns how its selection ended. Shared, since either side may go first.
+class PSelectOutcome {
+ public:
+  /// Draw thread, or whoever ends the task unrun. The first word stands.
+  void Set(HRESULT aResult) noexcept;
+  /// Waits for the outcome, at most 10 ms. @return whether it stands
+  bool Wait() noexcept;
+  /// E_GL_BADSTATE until it stands.
+  HRESULT Result() noexcept;
+
+ private:
+  std::mutex m_Lock;
+  std::condition_variable m_Changed;
+  bool m_bDone = false;
+  HRESULT m_hResult = E_GL_BADSTATE;
+};
+
 class PSelectEvent final : public PEvent {
  public:
   /// All pointers are the caller's, who waits; the viewer is counted by the caller.
   PSelectEvent(GLContext& aContext, IGLViewer& aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2,
-               bool aSelectClosest, bool aSelectEnclosed, int* aArraySize, ULONG* aIDArray) noexcept;
+               bool aSelectClosest, bool aSelectEnclosed, int* aArraySize, ULONG* aIDArray,
+               std::shared_ptr<PSelectOutcome> aOutcome) noexcept;
+  /// Tells the caller, if nothing else did.
+  ~PSelectEvent() override;
 
+  /// Outcome: S_OK, or E_OUTOFMEMORY where a pass had no room for its records.
   void Run() override;
-
-  /// Waits for the result, at most 10 ms. @return whether it stands
-  bool WaitDone() noexcept;
-  /// S_OK, or E_OUTOFMEMORY where a pass had no room for its records.
-  HRESULT Result() const noexcept { return m_hResult; }
 
  private:
   struct ViewRectangle {
@@ -46,7 +63,6 @@ class PSelectEvent final : public PEvent {
   void SubtractStrip(int aCapacity, ULONG* aScratch, const GLDATA_POINT& aPoint1,
                      const GLDATA_POINT& aPoint2) noexcept;
   void TakeScene() noexcept;
-  void SetDone() noexcept;
 
   GLContext& m_Context;
   IGLViewer& m_Viewer;
@@ -62,7 +78,5 @@ class PSelectEvent final : public PEvent {
   GLPtr<IGLPainter> m_pPainter;
   std::vector<GLClipPlane> m_aClipPlanes;
 
-  std::mutex m_DoneLock;
-  std::condition_variable m_DoneChanged;
-  bool m_bDone = false;
+  const std::shared_ptr<PSelectOutcome> m_pOutcome;
 };
