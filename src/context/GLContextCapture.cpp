@@ -136,8 +136,8 @@ void GLContext::DrawOffscreen(IGLCapture& aCapture, const OffscreenSurface& aSur
 
   GLDATA_RGBA background{};
   aCapture.GetBackgroundColor(&background);
-  m_sBackgroundColor = {LimitColor(background.m_fRed), LimitColor(background.m_fGreen),
-                        LimitColor(background.m_fBlue), ownBackground.m_fAlpha};
+  m_sBackgroundColor = GLDATA_RGBA{LimitColor(background.m_fRed), LimitColor(background.m_fGreen),
+                                   LimitColor(background.m_fBlue), ownBackground.m_fAlpha};
   glClearColor(background.m_fRed, background.m_fGreen, background.m_fBlue, 1.0f);
   glEnable(GL_NORMALIZE);
   if (m_bDepthEnabled) {

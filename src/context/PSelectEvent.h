@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <gllib/GLPtr.h>
 #include <gllib/IGLPainter.h>
 #include <gllib/IGLViewer.h>
 

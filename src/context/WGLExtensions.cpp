@@ -108,6 +108,8 @@ void WGLExtensions::OnDestroy() noexcept {
     wglDeleteContext(m_hRC);
     m_hRC = nullptr;
   }
+  if (m_hDC != nullptr) ReleaseDC(m_hWnd, m_hDC);
+  m_hDC = nullptr;
   m_hWnd = nullptr;
 }
 

@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 
+#include "platform/DeviceContext.h"
 #include "platform/PixelFormat.h"
 #include "platform/RenderingContext.h"
 #include "platform/Window.h"

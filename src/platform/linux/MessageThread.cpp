@@ -1,0 +1,92 @@
+// MessageThread: runs window procedures and the message hook, one message after the other.
+
+#include "platform/linux/MessageThread.h"
+
+#include <utility>
+
+#include "platform/linux/WindowTable.h"
+
+namespace {
+
+/// The thread mustn't outlive the module's code.
+struct EndWithModule {
+  ~EndWithModule() { MessageThread::Get().Stop(); }
+} g_EndWithModule;
+
+}  // namespace
+
+MessageThread& MessageThread::Get() noexcept {
+  static MessageThread& thread = *new MessageThread;
+  return thread;
+}
+
+bool MessageThread::Post(HWND aWindow, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  try {
+    if (!m_Thread.joinable()) m_Thread = std::thread([this] { Body(); });
+    m_Queue.push_back({aWindow, uMsg, wParam, lParam});
+  } catch (...) {
+    return false;
+  }
+  m_Changed.notify_all();
+  return true;
+}
+
+bool MessageThread::SetHook(HOOKPROC aHook) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  if (m_pfnHook != nullptr) return false;
+  m_pfnHook = aHook;
+  return true;
+}
+
+void MessageThread::ClearHook() noexcept {
+  const std::scoped_lock lock(m_Lock);
+  m_pfnHook = nullptr;
+}
+
+void MessageThread::Stop() noexcept {
+  std::thread thread;
+  {
+    const std::scoped_lock lock(m_Lock);
+    m_bStop = true;
+    m_Changed.notify_all();
+    thread.swap(m_Thread);
+  }
+  if (!thread.joinable()) return;
+  if (thread.get_id() == std::this_thread::get_id()) {
+    thread.detach();  // the process ends from within a procedure
+  } else {
+    thread.join();
+  }
+  const std::scoped_lock lock(m_Lock);
+  m_bStop = false;
+}
+
+void MessageThread::Body() noexcept {
+  std::unique_lock lock(m_Lock);
+  for (;;) {
+    m_Changed.wait(lock, [this] { return m_bStop || !m_Queue.empty(); });
+    if (m_bStop) return;
+    const Message message = m_Queue.front();
+    m_Queue.pop_front();
+    lock.unlock();
+    Deliver(message);
+    lock.lock();
+  }
+}
+
+// The hook sees a message after the procedure has dealt with it; of a window that isn't ours it sees what was posted.
+void MessageThread::Deliver(const Message& aMessage) noexcept {
+  WindowTable& table = WindowTable::Get();
+  CWPRETSTRUCT seen{0, aMessage.m_lParam, aMessage.m_wParam, aMessage.m_uMsg, aMessage.m_hWnd};
+  if (const WindowRecordPtr record = table.Find(aMessage.m_hWnd)) {
+    if (aMessage.m_uMsg == WM_DESTROY && !table.MarkDestroyed(record)) return;
+    seen.lResult = table.Call(record, aMessage.m_uMsg, aMessage.m_wParam, aMessage.m_lParam);
+  }
+  HOOKPROC hook = nullptr;
+  {
+    const std::scoped_lock lock(m_Lock);
+    hook = m_pfnHook;
+  }
+  if (hook != nullptr) hook(HC_ACTION, 0, reinterpret_cast<LPARAM>(&seen));
+}

@@ -1,0 +1,42 @@
+// MessageThread: the layer's own thread that runs window procedures and the message hook.
+// Started at the first message, ended with the module. Posting is for any thread and never waits.
+
+#pragma once
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+
+#include "platform/Window.h"
+
+class MessageThread {
+ public:
+  /// The one thread's owner; lives as long as the process.
+  static MessageThread& Get() noexcept;
+
+  bool Post(HWND aWindow, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept;
+  /// @return false when there is a hook already
+  bool SetHook(HOOKPROC aHook) noexcept;
+  void ClearHook() noexcept;
+  /// Ends the thread, after the message that it delivers; the next message starts it again.
+  void Stop() noexcept;
+
+ private:
+  struct Message {
+    HWND m_hWnd;
+    UINT m_uMsg;
+    WPARAM m_wParam;
+    LPARAM m_lParam;
+  };
+
+  void Body() noexcept;
+  void Deliver(const Message& aMessage) noexcept;
+
+  std::mutex m_Lock;
+  std::condition_variable m_Changed;
+  std::deque<Message> m_Queue;
+  std::thread m_Thread;
+  HOOKPROC m_pfnHook = nullptr;
+  bool m_bStop = false;
+};

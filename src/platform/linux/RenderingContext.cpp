@@ -1,0 +1,61 @@
+// GL rendering contexts. Which of the component's own is current is kept for each thread; contexts of the host's are
+// never looked at.
+
+#include "platform/RenderingContext.h"
+
+#include <new>
+
+#include "platform/linux/DeviceContextRecord.h"
+
+namespace {
+
+thread_local HGLRC t_hCurrent = nullptr;
+thread_local HDC t_hCurrentDC = nullptr;
+
+}  // namespace
+
+HGLRC wglCreateContext(HDC hDC) noexcept {
+  if (hDC == nullptr) return nullptr;
+  const DisplayFormat* format = hDC->FindFormat(hDC->m_iFormat);
+  if (format == nullptr || hDC->Surface() == nullptr) return nullptr;
+  auto context = hDC->m_pDisplay->MakeContext(*format);
+  if (context == nullptr) return nullptr;
+  return new (std::nothrow) HGLRC__{hDC->m_pDisplay, std::move(context)};
+}
+
+BOOL wglDeleteContext(HGLRC hRC) noexcept {
+  if (hRC == nullptr) return FALSE;
+  if (hRC == t_hCurrent) wglMakeCurrent(nullptr, nullptr);
+  delete hRC;
+  return TRUE;
+}
+
+BOOL wglMakeCurrent(HDC hDC, HGLRC hRC) noexcept {
+  if (hRC == nullptr) {
+    if (t_hCurrent != nullptr) t_hCurrent->m_pDisplay->MakeCurrent(nullptr, nullptr);
+    t_hCurrent = nullptr;
+    t_hCurrentDC = nullptr;
+    return TRUE;
+  }
+  if (hDC == nullptr) return FALSE;
+  if (hDC->m_pSurface != nullptr && hDC->m_pSurface->IsOutgrown()) {
+    if (t_hCurrentDC == hDC) wglMakeCurrent(nullptr, nullptr);
+    hDC->m_pSurface.reset();
+  }
+  DrawSurface* surface = hDC->Surface();
+  if (surface == nullptr || !hDC->m_pDisplay->MakeCurrent(surface, hRC->m_pContext.get())) return FALSE;
+  t_hCurrent = hRC;
+  t_hCurrentDC = hDC;
+  return TRUE;
+}
+
+// One whose drawable has been outgrown doesn't count: to be drawn with it must be made current anew.
+HGLRC wglGetCurrentContext() noexcept {
+  const bool outgrown = t_hCurrentDC != nullptr && t_hCurrentDC->m_pSurface->IsOutgrown();
+  return outgrown ? nullptr : t_hCurrent;
+}
+
+PROC wglGetProcAddress(const char* szName) noexcept {
+  const auto display = Display();
+  return display != nullptr && szName != nullptr ? display->EntryPoint(szName) : nullptr;
+}

@@ -1,0 +1,12 @@
+// The platform's own version: the display answers which way captures go. Any thread.
+
+#include "platform/SystemInfo.h"
+
+#include "platform/linux/display/DisplayServer.h"
+
+BOOL GetVersionExA(OSVERSIONINFOA* pInfo) noexcept {
+  if (pInfo == nullptr || pInfo->dwOSVersionInfoSize != sizeof(*pInfo)) return FALSE;
+  const auto display = Display();
+  *pInfo = OSVERSIONINFOA{sizeof(*pInfo), 0, 0, 0, display != nullptr ? display->PlatformId() : 2, {}};
+  return TRUE;
+}

@@ -1,0 +1,162 @@
+// Windows: the documented operations over the display's windows and the window table. Any thread.
+
+#include "platform/Window.h"
+
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <thread>
+
+#include "platform/linux/MessageThread.h"
+#include "platform/linux/WindowTable.h"
+#include "platform/linux/display/DisplayServer.h"
+
+namespace {
+
+HHOOK const kHook = reinterpret_cast<HHOOK>(std::uintptr_t{1});
+
+// On a thread of the layer's: what a procedure makes current at WM_CREATE must not touch the caller's thread.
+LRESULT DeliverCreate(const WindowRecordPtr& aRecord, CREATESTRUCTA aCreate) {
+  LRESULT result = -1;
+  std::thread([&] {
+    result = WindowTable::Get().Call(aRecord, WM_CREATE, 0, reinterpret_cast<LPARAM>(&aCreate));
+  }).join();
+  return result;
+}
+
+}  // namespace
+
+HINSTANCE ModuleInstance() noexcept { return nullptr; }
+
+ATOM RegisterClassA(const WNDCLASSA* pClass) noexcept {
+  try {
+    return WindowTable::Get().RegisterWindowClass(pClass->lpszClassName, pClass->lpfnWndProc);
+  } catch (...) {
+    return 0;
+  }
+}
+
+BOOL UnregisterClassA(const char* szClass, HINSTANCE) noexcept {
+  return WindowTable::Get().UnregisterWindowClass(szClass) ? TRUE : FALSE;
+}
+
+HCURSOR LoadCursorA(HINSTANCE, const char*) noexcept { return nullptr; }
+
+HWND CreateWindowExA(DWORD dwExStyle, const char* szClass, const char* szTitle, DWORD dwStyle, int x, int y,
+                     int nWidth, int nHeight, HWND hParent, HMENU hMenu, HINSTANCE hInstance,
+                     void* pParam) noexcept {
+  const auto display = Display();
+  const WNDPROC proc = WindowTable::Get().ProcOfClass(szClass);
+  if (display == nullptr || proc == nullptr) return nullptr;
+  if (x == CW_USEDEFAULT) x = y = nWidth = nHeight = 0;
+  const HWND window =
+      display->MakeWindow(hParent, {x, y, x + nWidth, y + nHeight}, (dwStyle & WS_VISIBLE) != 0);
+  if (window == nullptr) return nullptr;
+  try {
+    const auto record = std::make_shared<WindowRecord>();
+    record->m_hWnd = window;
+    record->m_pfnProc = proc;
+    record->m_pDisplay = display;
+    WindowTable::Get().Add(record);
+    const CREATESTRUCTA create{pParam, hInstance, hMenu,  hParent, nHeight, nWidth,
+                               y,      x,         static_cast<LONG>(dwStyle), szTitle, szClass, dwExStyle};
+    if (DeliverCreate(record, create) != -1) return window;
+  } catch (...) {
+    // as a procedure that refuses
+  }
+  WindowTable::Get().Remove(window);
+  display->EndWindow(window);
+  return nullptr;
+}
+
+BOOL DestroyWindow(HWND hWnd) noexcept {
+  WindowTable& table = WindowTable::Get();
+  const WindowRecordPtr record = table.Find(hWnd);
+  if (record == nullptr) return FALSE;
+  if (table.MarkDestroyed(record)) table.Call(record, WM_DESTROY, 0, 0);
+  table.Remove(hWnd);
+  record->m_pDisplay->EndWindow(hWnd);
+  return TRUE;
+}
+
+LRESULT DefWindowProcA(HWND, UINT, WPARAM, LPARAM) noexcept { return 0; }
+
+LONG_PTR SetWindowLongPtrA(HWND hWnd, int nIndex, LONG_PTR value) noexcept {
+  return nIndex == GWLP_USERDATA ? WindowTable::Get().SetUserData(hWnd, value) : 0;
+}
+
+LONG_PTR GetWindowLongPtrA(HWND hWnd, int nIndex) noexcept {
+  return nIndex == GWLP_USERDATA ? WindowTable::Get().GetUserData(hWnd) : 0;
+}
+
+BOOL GetWindowRect(HWND hWnd, RECT* pRect) noexcept {
+  const auto display = Display();
+  return display != nullptr && pRect != nullptr && display->ScreenRectangle(hWnd, pRect) ? TRUE : FALSE;
+}
+
+BOOL ScreenToClient(HWND hWnd, POINT* pPoint) noexcept {
+  RECT rect{};
+  if (pPoint == nullptr || !GetWindowRect(hWnd, &rect)) return FALSE;
+  pPoint->x -= rect.left;
+  pPoint->y -= rect.top;
+  return TRUE;
+}
+
+HWND GetParent(HWND hWnd) noexcept {
+  const auto display = Display();
+  return display != nullptr && hWnd != nullptr ? display->ParentOf(hWnd) : nullptr;
+}
+
+BOOL MoveWindow(HWND hWnd, int x, int y, int nWidth, int nHeight, BOOL) noexcept {
+  const auto display = Display();
+  return display != nullptr && hWnd != nullptr && display->Place(hWnd, x, y, nWidth, nHeight) ? TRUE : FALSE;
+}
+
+BOOL SetWindowPos(HWND hWnd, HWND, int x, int y, int cx, int cy, UINT) noexcept {
+  return MoveWindow(hWnd, x, y, cx, cy, FALSE);
+}
+
+BOOL LockWindowUpdate(HWND) noexcept { return TRUE; }
+
+HMONITOR MonitorFromWindow(HWND hWnd, DWORD) noexcept {
+  return reinterpret_cast<HMONITOR>(hWnd);  // a monitor is asked for its work area by the window that it shows
+}
+
+BOOL GetMonitorInfoA(HMONITOR hMonitor, MONITORINFO* pInfo) noexcept {
+  const auto display = Display();
+  RECT area{};
+  if (display == nullptr || pInfo == nullptr || pInfo->cbSize != sizeof(*pInfo)) return FALSE;
+  if (!display->WorkArea(reinterpret_cast<HWND>(hMonitor), &area)) return FALSE;
+  pInfo->rcMonitor = pInfo->rcWork = area;
+  pInfo->dwFlags = 0;
+  return TRUE;
+}
+
+BOOL SystemParametersInfoA(UINT uAction, UINT, void* pParam, UINT) noexcept {
+  const auto display = Display();
+  if (display == nullptr || uAction != SPI_GETWORKAREA || pParam == nullptr) return FALSE;
+  return display->WorkArea(nullptr, static_cast<RECT*>(pParam)) ? TRUE : FALSE;
+}
+
+HWND GetDesktopWindow() noexcept {
+  const auto display = Display();
+  return display != nullptr ? display->Desktop() : nullptr;
+}
+
+HHOOK SetWindowsHookExA(int, HOOKPROC pfn, HINSTANCE, DWORD) noexcept {
+  return MessageThread::Get().SetHook(pfn) ? kHook : nullptr;
+}
+
+BOOL UnhookWindowsHookEx(HHOOK hHook) noexcept {
+  if (hHook != kHook) return FALSE;
+  MessageThread::Get().ClearHook();
+  return TRUE;
+}
+
+LRESULT CallNextHookEx(HHOOK, int, WPARAM, LPARAM) noexcept { return 0; }
+
+BOOL PostMessageA(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
+  return MessageThread::Get().Post(hWnd, uMsg, wParam, lParam) ? TRUE : FALSE;
+}
+
+DWORD GetCurrentThreadId() noexcept { return static_cast<DWORD>(syscall(SYS_gettid)); }

@@ -1,0 +1,92 @@
+// WindowTable: the component's windows. Any thread; no lock is held while a procedure runs.
+
+#include "platform/linux/WindowTable.h"
+
+#include <algorithm>
+#include <utility>
+
+WindowTable& WindowTable::Get() noexcept {
+  static WindowTable& table = *new WindowTable;
+  return table;
+}
+
+ATOM WindowTable::RegisterWindowClass(const char* aName, WNDPROC aProc) {
+  const std::scoped_lock lock(m_Lock);
+  if (!m_Classes.emplace(aName, aProc).second) return 0;
+  return static_cast<ATOM>(0xC000 + m_Classes.size());
+}
+
+bool WindowTable::UnregisterWindowClass(const char* aName) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  return m_Classes.erase(aName) != 0;
+}
+
+WNDPROC WindowTable::ProcOfClass(const char* aName) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  const auto found = m_Classes.find(aName);
+  return found != m_Classes.end() ? found->second : nullptr;
+}
+
+void WindowTable::Add(const WindowRecordPtr& aRecord) {
+  const std::scoped_lock lock(m_Lock);
+  m_Windows[aRecord->m_hWnd] = aRecord;
+}
+
+void WindowTable::Remove(HWND aWindow) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  m_Windows.erase(aWindow);
+}
+
+WindowRecordPtr WindowTable::Find(HWND aWindow) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  const auto found = m_Windows.find(aWindow);
+  return found != m_Windows.end() ? found->second : nullptr;
+}
+
+std::vector<WindowRecordPtr> WindowTable::OnDisplay(const DisplayServer* aDisplay) {
+  const std::scoped_lock lock(m_Lock);
+  std::vector<WindowRecordPtr> windows;
+  for (const auto& [number, record] : m_Windows) {
+    if (record->m_pDisplay.get() == aDisplay) windows.push_back(record);
+  }
+  return windows;
+}
+
+LRESULT WindowTable::Call(const WindowRecordPtr& aRecord, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
+  const auto here = std::this_thread::get_id();
+  {
+    const std::scoped_lock lock(m_Lock);
+    aRecord->m_vRunning.push_back(here);
+  }
+  const LRESULT result = aRecord->m_pfnProc(aRecord->m_hWnd, uMsg, wParam, lParam);
+  const std::scoped_lock lock(m_Lock);
+  auto& running = aRecord->m_vRunning;
+  running.erase(std::find(running.begin(), running.end(), here));
+  m_ProcEnded.notify_all();
+  return result;
+}
+
+bool WindowTable::MarkDestroyed(const WindowRecordPtr& aRecord) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  return !std::exchange(aRecord->m_bDestroyed, true);
+}
+
+LONG_PTR WindowTable::SetUserData(HWND aWindow, LONG_PTR aValue) noexcept {
+  std::unique_lock lock(m_Lock);
+  const auto found = m_Windows.find(aWindow);
+  if (found == m_Windows.end()) return 0;
+  const WindowRecordPtr record = found->second;
+  const LONG_PTR old = std::exchange(record->m_UserData, aValue);
+  const auto here = std::this_thread::get_id();
+  m_ProcEnded.wait(lock, [&] {
+    return std::all_of(record->m_vRunning.begin(), record->m_vRunning.end(),
+                       [&](std::thread::id id) { return id == here; });
+  });
+  return old;
+}
+
+LONG_PTR WindowTable::GetUserData(HWND aWindow) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  const auto found = m_Windows.find(aWindow);
+  return found != m_Windows.end() ? found->second->m_UserData : 0;
+}

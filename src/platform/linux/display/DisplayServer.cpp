@@ -1,0 +1,118 @@
+// DisplayServer: which display serves the process, and what all displays do alike. Any thread.
+
+#include "platform/linux/display/DisplayServer.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <mutex>
+#include <string_view>
+
+#include "platform/linux/display/PixelFormatArb.h"
+#include "platform/linux/display/headless/HeadlessDisplay.h"
+#include "platform/linux/display/x11/X11Display.h"
+
+namespace {
+
+/// Lives as long as the process: windows may end while the module does.
+struct Choice {
+  std::mutex m_Lock;
+  std::shared_ptr<DisplayServer> m_pSet, m_pFound;
+  bool m_bEnded = false;  // the module ends: no display is opened any more
+};
+
+Choice& TheChoice() noexcept {
+  static Choice& choice = *new Choice;
+  return choice;
+}
+
+/// A display's threads mustn't outlive the module's code.
+struct EndWithModule {
+  ~EndWithModule() {
+    std::shared_ptr<DisplayServer> last;
+    const std::scoped_lock lock(TheChoice().m_Lock);
+    TheChoice().m_bEnded = true;
+    last.swap(TheChoice().m_pFound);
+  }
+} g_EndWithModule;
+
+std::shared_ptr<DisplayServer> Open() noexcept {
+  const char* name = std::getenv("GLLIB_DISPLAY");
+  const std::string_view wanted = name != nullptr ? name : "";
+  if (wanted != "headless") {
+    if (auto display = X11Display::Open()) return display;
+    if (wanted == "x11") return nullptr;
+  }
+  return HeadlessDisplay::Open();
+}
+
+int Distance(int a, int b) noexcept { return a > b ? a - b : b - a; }
+
+/// How far a format is from a request; below 0 for one that won't do.
+int Misfit(const DisplayFormat& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
+  constexpr DWORD kTested = PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW | PFD_DRAW_TO_BITMAP | PFD_SUPPORT_OPENGL;
+  const PIXELFORMATDESCRIPTOR& format = aFormat.m_Description;
+  const DWORD wanted = aRequest.dwFlags & kTested;
+  if ((format.dwFlags & wanted) != wanted || format.iPixelType != aRequest.iPixelType) return -1;
+  if (aRequest.cDepthBits != 0 && format.cDepthBits == 0) return -1;
+  // Alpha that nobody asked for would come back in every picture that is read.
+  return 4 * Distance(format.cColorBits - format.cAlphaBits, aRequest.cColorBits - aRequest.cAlphaBits) +
+         8 * Distance(format.cAlphaBits, aRequest.cAlphaBits) + 2 * Distance(format.cDepthBits, aRequest.cDepthBits) +
+         Distance(format.cStencilBits, aRequest.cStencilBits) + Distance(format.cAccumBits, aRequest.cAccumBits);
+}
+
+}  // namespace
+
+std::shared_ptr<DisplayServer> Display() noexcept {
+  Choice& choice = TheChoice();
+  const std::scoped_lock lock(choice.m_Lock);
+  if (choice.m_pSet != nullptr) return choice.m_pSet;
+  if (!choice.m_bEnded && (choice.m_pFound == nullptr || choice.m_pFound->IsBroken())) {
+    if (auto fresh = Open()) choice.m_pFound = fresh;
+  }
+  return choice.m_pFound;
+}
+
+void SetDisplay(std::shared_ptr<DisplayServer> aDisplay) noexcept {
+  Choice& choice = TheChoice();
+  const std::scoped_lock lock(choice.m_Lock);
+  choice.m_pSet = std::move(aDisplay);
+}
+
+bool DisplayServer::WorkArea(HWND, RECT* aRect) noexcept {
+  constexpr LONG kFar = 0x3FFFFFFF;
+  *aRect = {-kFar, -kFar, kFar, kFar};
+  return true;
+}
+
+int DisplayServer::ChooseFormat(SurfaceKind aKind, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
+  const std::vector<DisplayFormat>& formats = Formats(aKind);
+  int best = 0, least = 0;
+  for (std::size_t i = 0; i < formats.size(); ++i) {
+    const int misfit = Misfit(formats[i], aRequest);
+    if (misfit < 0 || formats[i].m_iSamples != 0 || (best != 0 && misfit >= least)) continue;
+    best = static_cast<int>(i) + 1;
+    least = misfit;
+  }
+  return best;
+}
+
+int DisplayServer::ChooseMultisampleFormat(SurfaceKind aKind, const PIXELFORMATDESCRIPTOR& aRequest,
+                                           int aSamples) noexcept {
+  const std::vector<DisplayFormat>& formats = Formats(aKind);
+  int best = 0, least = 0;
+  for (std::size_t i = 0; i < formats.size(); ++i) {
+    const int misfit = Misfit(formats[i], aRequest), samples = formats[i].m_iSamples;
+    if (misfit < 0 || samples < aSamples || formats[i].m_Description.cDepthBits < aRequest.cDepthBits) continue;
+    const int rank = samples * 1000 + misfit;
+    if (best != 0 && rank >= least) continue;
+    best = static_cast<int>(i) + 1;
+    least = rank;
+  }
+  return best;
+}
+
+const char* DisplayServer::ExtensionString() noexcept {
+  return "WGL_ARB_extensions_string WGL_ARB_pixel_format WGL_ARB_multisample ";
+}
+
+PROC DisplayServer::EntryPoint(const char* aName) noexcept { return PixelFormatArbEntryPoint(aName); }

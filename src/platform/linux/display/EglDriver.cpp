@@ -1,0 +1,126 @@
+// EglDriver: formats, surfaces and contexts of an EGL display. Any thread.
+
+#include "platform/linux/display/EglDriver.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <new>
+#include <thread>
+
+namespace {
+
+class EglContext final : public DrawContext {
+ public:
+  EglContext(EGLDisplay aDisplay, EGLContext aContext) noexcept : m_Display(aDisplay), m_Context(aContext) {}
+  ~EglContext() override { eglDestroyContext(m_Display, m_Context); }
+  EglContext(const EglContext&) = delete;
+  EglContext& operator=(const EglContext&) = delete;
+
+  EGLContext Handle() const noexcept { return m_Context; }
+
+ private:
+  EGLDisplay m_Display;
+  EGLContext m_Context;
+};
+
+constexpr int kLeastLargest = 2048;
+
+}  // namespace
+
+bool EglDriver::Start(EGLDisplay aDisplay, EGLint aVisual) noexcept {
+  m_Display = aDisplay;
+  if (aDisplay == EGL_NO_DISPLAY || eglInitialize(aDisplay, nullptr, nullptr) == EGL_FALSE) return false;
+  if (eglBindAPI(EGL_OPENGL_API) == EGL_FALSE) return false;
+  try {
+    constexpr DWORD kWindowFlags = PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_DOUBLEBUFFER;
+    m_vWindowFormats = ReadFormats(aVisual != 0 ? EGL_WINDOW_BIT : EGL_PBUFFER_BIT, aVisual, kWindowFlags);
+    m_vMemoryFormats = ReadFormats(EGL_PBUFFER_BIT, 0, PFD_DRAW_TO_BITMAP | PFD_SUPPORT_OPENGL);
+  } catch (...) {
+    return false;
+  }
+  m_iLargest = ReadLargest();
+  return !m_vWindowFormats.empty();
+}
+
+EGLint EglDriver::Attribute(EGLConfig aConfig, EGLint aName) const noexcept {
+  EGLint value = 0;
+  eglGetConfigAttrib(m_Display, aConfig, aName, &value);
+  return value;
+}
+
+std::vector<DisplayFormat> EglDriver::ReadFormats(EGLint aSurfaceBit, EGLint aVisual, DWORD aFlags) {
+  EGLint count = 0;
+  eglGetConfigs(m_Display, nullptr, 0, &count);
+  std::vector<EGLConfig> configs(static_cast<std::size_t>(count));
+  eglGetConfigs(m_Display, configs.data(), count, &count);
+  std::vector<DisplayFormat> formats;
+  for (EGLConfig config : configs) {
+    if ((Attribute(config, EGL_SURFACE_TYPE) & aSurfaceBit) == 0) continue;
+    if ((Attribute(config, EGL_RENDERABLE_TYPE) & EGL_OPENGL_BIT) == 0) continue;
+    if (Attribute(config, EGL_COLOR_BUFFER_TYPE) != EGL_RGB_BUFFER) continue;
+    // A colour in more than 8 bits a channel fits no description here.
+    if (Attribute(config, EGL_RED_SIZE) > 8) continue;
+    if (aVisual != 0 && Attribute(config, EGL_NATIVE_VISUAL_ID) != aVisual) continue;
+    formats.push_back(Describe(config, aFlags));
+  }
+  return formats;
+}
+
+DisplayFormat EglDriver::Describe(EGLConfig aConfig, DWORD aFlags) const noexcept {
+  const auto bits = [&](EGLint aName) { return static_cast<BYTE>(Attribute(aConfig, aName)); };
+  PIXELFORMATDESCRIPTOR description{};
+  description.nSize = sizeof(description);
+  description.nVersion = 1;
+  description.dwFlags = aFlags;
+  description.iPixelType = PFD_TYPE_RGBA;
+  description.cColorBits = bits(EGL_BUFFER_SIZE);
+  description.cRedBits = bits(EGL_RED_SIZE);
+  description.cGreenBits = bits(EGL_GREEN_SIZE);
+  description.cBlueBits = bits(EGL_BLUE_SIZE);
+  description.cAlphaBits = bits(EGL_ALPHA_SIZE);
+  description.cGreenShift = description.cBlueBits;
+  description.cRedShift = static_cast<BYTE>(description.cGreenShift + description.cGreenBits);
+  description.cAlphaShift = static_cast<BYTE>(description.cRedShift + description.cRedBits);
+  description.cDepthBits = bits(EGL_DEPTH_SIZE);
+  description.cStencilBits = bits(EGL_STENCIL_SIZE);
+  return {description, Attribute(aConfig, EGL_SAMPLES), aConfig};
+}
+
+// The driver tells by a context alone; pbuffers larger than its textures are made but can't be drawn on.
+int EglDriver::ReadLargest() noexcept {
+  if (m_vMemoryFormats.empty()) return 0;
+  int largest = kLeastLargest;
+  std::thread([&] {
+    const auto surface = MakePbuffer(1, 1, m_vMemoryFormats.front());
+    const auto context = MakeContext(m_vMemoryFormats.front());
+    if (surface == nullptr || context == nullptr) return;
+    if (!MakeCurrent(static_cast<EglSurface&>(*surface).Handle(), context.get())) return;
+    GLint size = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
+    largest = std::max(largest, size);
+    MakeCurrent(EGL_NO_SURFACE, nullptr);
+    eglReleaseThread();
+  }).join();
+  return largest;
+}
+
+std::unique_ptr<DrawSurface> EglDriver::MakePbuffer(int aWidth, int aHeight, const DisplayFormat& aFormat) noexcept {
+  const EGLint attributes[] = {EGL_WIDTH, std::max(aWidth, 1), EGL_HEIGHT, std::max(aHeight, 1), EGL_NONE};
+  const EGLSurface surface = eglCreatePbufferSurface(m_Display, aFormat.m_pConfig, attributes);
+  if (surface == EGL_NO_SURFACE) return nullptr;
+  return std::unique_ptr<DrawSurface>(new (std::nothrow) EglSurface(m_Display, surface));
+}
+
+std::unique_ptr<DrawContext> EglDriver::MakeContext(const DisplayFormat& aFormat) noexcept {
+  eglBindAPI(EGL_OPENGL_API);
+  const EGLContext context = eglCreateContext(m_Display, aFormat.m_pConfig, EGL_NO_CONTEXT, nullptr);
+  if (context == EGL_NO_CONTEXT) return nullptr;
+  return std::unique_ptr<DrawContext>(new (std::nothrow) EglContext(m_Display, context));
+}
+
+bool EglDriver::MakeCurrent(EGLSurface aSurface, DrawContext* aContext) noexcept {
+  eglBindAPI(EGL_OPENGL_API);
+  const EGLContext context = aContext != nullptr ? static_cast<EglContext*>(aContext)->Handle() : EGL_NO_CONTEXT;
+  return eglMakeCurrent(m_Display, aSurface, aSurface, context) == EGL_TRUE;
+}

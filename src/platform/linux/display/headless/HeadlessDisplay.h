@@ -1,0 +1,40 @@
+// HeadlessDisplay: no screen at all. A window is a record with a pbuffer, single-buffered, so that both read buffers
+// show the last frame. Parent 0 alone is valid. Any thread.
+
+#pragma once
+
+#include <map>
+#include <mutex>
+
+#include "platform/linux/display/EglDriver.h"
+
+class HeadlessDisplay : public DisplayServer {
+ public:
+  /// EGL without a surface where the driver is Mesa's, else on the first EGL device. @return null when neither is
+  static std::shared_ptr<DisplayServer> Open() noexcept;
+
+  bool IsBroken() const noexcept override { return false; }
+  HWND MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noexcept override;
+  void EndWindow(HWND aWindow) noexcept override;
+  bool Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept override;
+  bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept override;
+  HWND ParentOf(HWND aWindow) noexcept override;
+  HWND Desktop() noexcept override;
+  const std::vector<DisplayFormat>& Formats(SurfaceKind aKind) noexcept override { return m_Egl.Formats(aKind); }
+  std::unique_ptr<DrawSurface> MakeWindowSurface(HWND aWindow, const DisplayFormat& aFormat) noexcept override;
+  std::unique_ptr<DrawSurface> MakeMemorySurface(int aWidth, int aHeight,
+                                                 const DisplayFormat& aFormat) noexcept override;
+  std::unique_ptr<DrawContext> MakeContext(const DisplayFormat& aFormat) noexcept override;
+  bool MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept override;
+  bool Swap(HWND aWindow, DrawSurface& aSurface) noexcept override;
+  int LargestSurface() noexcept override { return m_Egl.LargestSurface(); }
+
+ protected:
+  bool Start() noexcept;
+
+ private:
+  EglDriver m_Egl;
+  std::mutex m_Lock;
+  std::map<HWND, RECT> m_Windows;
+  std::uintptr_t m_uNextWindow = 0x100;
+};

@@ -1,0 +1,261 @@
+// X11Display: connection, windows and events. Any thread; XCB serialises by itself. Errors of requests come as events
+// and are left there: each operation tells by its result what it found.
+
+#include "platform/linux/display/x11/X11Display.h"
+
+#include <EGL/eglext.h>
+#include <X11/Xlib-xcb.h>
+#include <X11/Xlib.h>
+#include <poll.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "platform/linux/MessageThread.h"
+#include "platform/linux/WindowTable.h"
+
+namespace {
+
+template <class T>
+using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+template <class T>
+Reply<T> Owned(T* aReply) noexcept {
+  return {aReply, &std::free};
+}
+
+xcb_window_t XidOf(HWND aWindow) noexcept {
+  return static_cast<xcb_window_t>(reinterpret_cast<std::uintptr_t>(aWindow));
+}
+
+HWND HandleOf(xcb_window_t aXid) noexcept { return reinterpret_cast<HWND>(std::uintptr_t{aXid}); }
+
+bool HasXcbPlatform() noexcept {
+  const char* names = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
+  return names != nullptr && std::string_view(names).find("EGL_EXT_platform_xcb") != std::string_view::npos;
+}
+
+/// The server's least is 1, the component's 0.
+std::uint32_t Side(int aLength) noexcept { return static_cast<std::uint32_t>(std::clamp(aLength, 1, 32767)); }
+
+}  // namespace
+
+std::shared_ptr<DisplayServer> X11Display::Open() noexcept {
+  try {
+    auto display = std::make_shared<X11Display>();
+    if (!display->Connect() || !display->StartEgl()) return nullptr;
+    display->m_EventThread = std::thread([raw = display.get()] { raw->ReadEvents(); });
+    return display;
+  } catch (...) {
+    return nullptr;
+  }
+}
+
+bool X11Display::Connect() noexcept {
+  m_bXcbPlatform = HasXcbPlatform();
+  if (m_bXcbPlatform) {
+    m_pConnection = xcb_connect(nullptr, &m_iScreen);
+  } else if ((m_pXlib = XOpenDisplay(nullptr)) != nullptr) {
+    m_pConnection = XGetXCBConnection(m_pXlib);
+    m_iScreen = DefaultScreen(m_pXlib);
+    XSetEventQueueOwner(m_pXlib, XCBOwnsEventQueue);
+  }
+  if (m_pConnection == nullptr || xcb_connection_has_error(m_pConnection) != 0) return false;
+  auto screens = xcb_setup_roots_iterator(xcb_get_setup(m_pConnection));
+  for (int i = 0; i < m_iScreen && screens.rem > 0; ++i) xcb_screen_next(&screens);
+  m_pScreen = screens.data;
+  if (m_pScreen == nullptr) return false;
+  m_Colormap = xcb_generate_id(m_pConnection);
+  xcb_create_colormap(m_pConnection, XCB_COLORMAP_ALLOC_NONE, m_Colormap, m_pScreen->root, m_pScreen->root_visual);
+  m_WakeWindow = xcb_generate_id(m_pConnection);
+  xcb_create_window(m_pConnection, 0, m_WakeWindow, m_pScreen->root, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                    XCB_COPY_FROM_PARENT, 0, nullptr);
+  return xcb_flush(m_pConnection) > 0;
+}
+
+bool X11Display::StartEgl() noexcept {
+  const auto getDisplay =
+      reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(eglGetProcAddress("eglGetPlatformDisplayEXT"));
+  if (getDisplay == nullptr) return false;
+  const EGLint screen[] = {m_bXcbPlatform ? EGL_PLATFORM_XCB_SCREEN_EXT : EGL_PLATFORM_X11_SCREEN_EXT, m_iScreen,
+                           EGL_NONE};
+  const EGLDisplay display = m_bXcbPlatform ? getDisplay(EGL_PLATFORM_XCB_EXT, m_pConnection, screen)
+                                            : getDisplay(EGL_PLATFORM_X11_EXT, m_pXlib, screen);
+  return m_Egl.Start(display, static_cast<EGLint>(m_pScreen->root_visual));
+}
+
+// The connection stays open with the EGL display, which is never terminated.
+X11Display::~X11Display() {
+  m_bStop = true;
+  if (!m_EventThread.joinable()) return;
+  xcb_client_message_event_t wake{};
+  wake.response_type = XCB_CLIENT_MESSAGE;
+  wake.format = 32;
+  wake.window = m_WakeWindow;
+  xcb_send_event(m_pConnection, 0, m_WakeWindow, 0, reinterpret_cast<const char*>(&wake));
+  xcb_flush(m_pConnection);
+  m_EventThread.join();
+}
+
+bool X11Display::IsBroken() const noexcept { return m_bBroken || xcb_connection_has_error(m_pConnection) != 0; }
+
+void X11Display::ReadEvents() noexcept {
+  MessageThread& messages = MessageThread::Get();
+  while (!m_bStop) {
+    const auto event = Owned(xcb_wait_for_event(m_pConnection));
+    if (event == nullptr) {
+      OnBroken();
+      return;
+    }
+    switch (event->response_type & 0x7F) {
+      case XCB_EXPOSE: {
+        const auto* expose = reinterpret_cast<const xcb_expose_event_t*>(event.get());
+        if (expose->count == 0) messages.Post(HandleOf(expose->window), WM_PAINT, 0, 0);
+        break;
+      }
+      case XCB_DESTROY_NOTIFY: {
+        const auto* destroyed = reinterpret_cast<const xcb_destroy_notify_event_t*>(event.get());
+        const HWND window = HandleOf(destroyed->window);
+        {
+          const std::scoped_lock lock(m_Lock);
+          if (const auto found = m_Alive.find(window); found != m_Alive.end()) found->second = false;
+        }
+        messages.Post(window, WM_DESTROY, 0, 0);
+        break;
+      }
+      default:
+        break;  // errors among them
+    }
+  }
+}
+
+// The server has gone, and every window with it.
+void X11Display::OnBroken() noexcept {
+  m_bBroken = true;
+  {
+    const std::scoped_lock lock(m_Lock);
+    for (auto& [window, alive] : m_Alive) alive = false;
+  }
+  try {
+    for (const WindowRecordPtr& record : WindowTable::Get().OnDisplay(this)) {
+      MessageThread::Get().Post(record->m_hWnd, WM_DESTROY, 0, 0);
+    }
+  } catch (...) {
+    // without memory the windows stay unanswered; nothing is drawn on them any more
+  }
+}
+
+bool X11Display::IsAlive(HWND aWindow) noexcept {
+  const std::scoped_lock lock(m_Lock);
+  const auto found = m_Alive.find(aWindow);
+  return found != m_Alive.end() && found->second;
+}
+
+HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noexcept {
+  if (IsBroken()) return nullptr;
+  const xcb_window_t window = xcb_generate_id(m_pConnection);
+  const xcb_window_t parent = aParent != nullptr ? XidOf(aParent) : m_pScreen->root;
+  // With a border pixel and a colormap of its own the window fits under a parent of any visual.
+  constexpr std::uint32_t kMask =
+      XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP;
+  const std::uint32_t values[] = {0, aParent == nullptr ? 1u : 0u,
+                                  XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY, m_Colormap};
+  const auto created = xcb_create_window_checked(
+      m_pConnection, m_pScreen->root_depth, window, parent, static_cast<std::int16_t>(aPlace.left),
+      static_cast<std::int16_t>(aPlace.top), static_cast<std::uint16_t>(Side(aPlace.right - aPlace.left)),
+      static_cast<std::uint16_t>(Side(aPlace.bottom - aPlace.top)), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+      m_pScreen->root_visual, kMask, values);
+  if (Owned(xcb_request_check(m_pConnection, created)) != nullptr || IsBroken()) return nullptr;
+  try {
+    const std::scoped_lock lock(m_Lock);
+    m_Alive[HandleOf(window)] = true;
+  } catch (...) {
+    return nullptr;
+  }
+  if (aVisible) xcb_map_window(m_pConnection, window);
+  xcb_flush(m_pConnection);
+  return HandleOf(window);
+}
+
+void X11Display::EndWindow(HWND aWindow) noexcept {
+  const bool alive = IsAlive(aWindow);
+  {
+    const std::scoped_lock lock(m_Lock);
+    m_Alive.erase(aWindow);
+  }
+  if (!alive || IsBroken()) return;
+  xcb_destroy_window(m_pConnection, XidOf(aWindow));
+  xcb_flush(m_pConnection);
+}
+
+bool X11Display::Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept {
+  if (IsBroken()) return false;
+  constexpr std::uint16_t kMask =
+      XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
+  const std::uint32_t values[] = {static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y), Side(aWidth),
+                                  Side(aHeight)};
+  const auto placed = xcb_configure_window_checked(m_pConnection, XidOf(aWindow), kMask, values);
+  return Owned(xcb_request_check(m_pConnection, placed)) == nullptr;
+}
+
+bool X11Display::ScreenRectangle(HWND aWindow, RECT* aRect) noexcept {
+  if (IsBroken()) return false;
+  const xcb_window_t window = XidOf(aWindow);
+  const auto askedSize = xcb_get_geometry(m_pConnection, window);
+  const auto askedPlace = xcb_translate_coordinates(m_pConnection, window, m_pScreen->root, 0, 0);
+  const auto size = Owned(xcb_get_geometry_reply(m_pConnection, askedSize, nullptr));
+  const auto place = Owned(xcb_translate_coordinates_reply(m_pConnection, askedPlace, nullptr));
+  if (size == nullptr || place == nullptr) return false;
+  *aRect = {place->dst_x, place->dst_y, place->dst_x + size->width, place->dst_y + size->height};
+  return true;
+}
+
+HWND X11Display::ParentOf(HWND aWindow) noexcept {
+  if (IsBroken()) return nullptr;
+  const auto asked = xcb_query_tree(m_pConnection, XidOf(aWindow));
+  const auto tree = Owned(xcb_query_tree_reply(m_pConnection, asked, nullptr));
+  return tree == nullptr || tree->parent == tree->root ? nullptr : HandleOf(tree->parent);
+}
+
+HWND X11Display::Desktop() noexcept { return HandleOf(m_pScreen->root); }
+
+std::unique_ptr<DrawSurface> X11Display::MakeWindowSurface(HWND aWindow, const DisplayFormat& aFormat) noexcept {
+  if (IsBroken() || !IsAlive(aWindow)) return nullptr;
+  const auto create = reinterpret_cast<PFNEGLCREATEPLATFORMWINDOWSURFACEEXTPROC>(
+      eglGetProcAddress("eglCreatePlatformWindowSurfaceEXT"));
+  if (create == nullptr) return nullptr;
+  xcb_window_t xcbWindow = XidOf(aWindow);
+  ::Window xlibWindow = xcbWindow;
+  void* native = m_bXcbPlatform ? static_cast<void*>(&xcbWindow) : static_cast<void*>(&xlibWindow);
+  const EGLSurface surface = create(m_Egl.Handle(), aFormat.m_pConfig, native, nullptr);
+  if (surface == EGL_NO_SURFACE) return nullptr;
+  return std::unique_ptr<DrawSurface>(new (std::nothrow) EglSurface(m_Egl.Handle(), surface));
+}
+
+std::unique_ptr<DrawSurface> X11Display::MakeMemorySurface(int aWidth, int aHeight,
+                                                           const DisplayFormat& aFormat) noexcept {
+  return m_Egl.MakePbuffer(aWidth, aHeight, aFormat);
+}
+
+std::unique_ptr<DrawContext> X11Display::MakeContext(const DisplayFormat& aFormat) noexcept {
+  return m_Egl.MakeContext(aFormat);
+}
+
+// The cycle paces the frames: a hidden window mustn't hold the frame's lock.
+bool X11Display::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept {
+  const EGLSurface handle =
+      aSurface != nullptr ? static_cast<EglSurface*>(aSurface)->Handle() : EGLSurface{EGL_NO_SURFACE};
+  if (!m_Egl.MakeCurrent(handle, aContext)) return false;
+  if (aSurface != nullptr) eglSwapInterval(m_Egl.Handle(), 0);
+  return true;
+}
+
+// A swap on a broken connection doesn't return, so the connection is looked at first.
+bool X11Display::Swap(HWND aWindow, DrawSurface& aSurface) noexcept {
+  pollfd look{xcb_get_file_descriptor(m_pConnection), 0, 0};
+  if (IsBroken() || !IsAlive(aWindow) || poll(&look, 1, 0) < 0 || look.revents != 0) return false;
+  return eglSwapBuffers(m_Egl.Handle(), static_cast<EglSurface&>(aSurface).Handle()) == EGL_TRUE;
+}

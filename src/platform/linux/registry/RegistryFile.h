@@ -1,0 +1,48 @@
+// RegistryFile: one registry file in the registry-script format, as keys with their values and, for what it doesn't
+// understand, the lines as they stood. Used by one thread at a time.
+
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Registry.h"
+
+/// One value: its type and its bytes; text with its terminating zero.
+struct RegistryValue {
+  DWORD m_dwType = REG_SZ;
+  std::vector<BYTE> m_vData;
+  std::string m_szLine;  ///< for a type that isn't understood: the line, written back as it stood
+};
+
+/// Names compare without regard to case.
+struct LessWithoutCase {
+  bool operator()(const std::string& a, const std::string& b) const noexcept;
+};
+
+struct RegistryKey {
+  std::string m_szName;  ///< the full path, as it is written
+  std::map<std::string, RegistryValue, LessWithoutCase> m_Values;
+};
+
+class RegistryFile {
+ public:
+  /// Reads a file; one that isn't there is empty. @return ERROR_BADDB for one that is no registry script
+  LSTATUS Load(const std::string& aPath);
+  /// Replaces the file whole, by way of one beside it. @return what hindered it, the old file then stands
+  LSTATUS Save(const std::string& aPath) const;
+  /// Reads the text of a file. @return false for text that is no registry script
+  bool Parse(const std::string& aText);
+
+  RegistryKey* Find(const std::string& aPath);
+  RegistryKey& Make(const std::string& aPath);
+  /// Removes a key and all below it. @return false when there is none
+  bool Remove(const std::string& aPath);
+
+ private:
+  bool ParseValue(const std::string& aLine, RegistryKey& aKey);
+
+  std::map<std::string, RegistryKey, LessWithoutCase> m_Keys;
+};
