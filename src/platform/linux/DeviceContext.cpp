@@ -23,7 +23,7 @@ DrawSurface* HDC__::Surface() noexcept {
 HDC GetDC(HWND hWnd) noexcept {
   auto* record = new (std::nothrow) HDC__;
   if (record == nullptr) return nullptr;
-  record->m_pDisplay = Display();
+  record->m_pDisplay = TheDisplay();
   record->m_hWnd = hWnd;
   return record;
 }

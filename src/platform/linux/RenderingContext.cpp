@@ -56,6 +56,6 @@ HGLRC wglGetCurrentContext() noexcept {
 }
 
 PROC wglGetProcAddress(const char* szName) noexcept {
-  const auto display = Display();
+  const auto display = TheDisplay();
   return display != nullptr && szName != nullptr ? display->EntryPoint(szName) : nullptr;
 }

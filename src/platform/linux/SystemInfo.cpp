@@ -6,7 +6,7 @@
 
 BOOL GetVersionExA(OSVERSIONINFOA* pInfo) noexcept {
   if (pInfo == nullptr || pInfo->dwOSVersionInfoSize != sizeof(*pInfo)) return FALSE;
-  const auto display = Display();
+  const auto display = TheDisplay();
   *pInfo = OSVERSIONINFOA{sizeof(*pInfo), 0, 0, 0, display != nullptr ? display->PlatformId() : 2, {}};
   return TRUE;
 }

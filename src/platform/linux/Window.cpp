@@ -45,7 +45,7 @@ HCURSOR LoadCursorA(HINSTANCE, const char*) noexcept { return nullptr; }
 HWND CreateWindowExA(DWORD dwExStyle, const char* szClass, const char* szTitle, DWORD dwStyle, int x, int y,
                      int nWidth, int nHeight, HWND hParent, HMENU hMenu, HINSTANCE hInstance,
                      void* pParam) noexcept {
-  const auto display = Display();
+  const auto display = TheDisplay();
   const WNDPROC proc = WindowTable::Get().ProcOfClass(szClass);
   if (display == nullptr || proc == nullptr) return nullptr;
   if (x == CW_USEDEFAULT) x = y = nWidth = nHeight = 0;
@@ -90,7 +90,7 @@ LONG_PTR GetWindowLongPtrA(HWND hWnd, int nIndex) noexcept {
 }
 
 BOOL GetWindowRect(HWND hWnd, RECT* pRect) noexcept {
-  const auto display = Display();
+  const auto display = TheDisplay();
   return display != nullptr && pRect != nullptr && display->ScreenRectangle(hWnd, pRect) ? TRUE : FALSE;
 }
 
@@ -103,12 +103,12 @@ BOOL ScreenToClient(HWND hWnd, POINT* pPoint) noexcept {
 }
 
 HWND GetParent(HWND hWnd) noexcept {
-  const auto display = Display();
+  const auto display = TheDisplay();
   return display != nullptr && hWnd != nullptr ? display->ParentOf(hWnd) : nullptr;
 }
 
 BOOL MoveWindow(HWND hWnd, int x, int y, int nWidth, int nHeight, BOOL) noexcept {
-  const auto display = Display();
+  const auto display = TheDisplay();
   return display != nullptr && hWnd != nullptr && display->Place(hWnd, x, y, nWidth, nHeight) ? TRUE : FALSE;
 }
 
@@ -123,7 +123,7 @@ HMONITOR MonitorFromWindow(HWND hWnd, DWORD) noexcept {
 }
 
 BOOL GetMonitorInfoA(HMONITOR hMonitor, MONITORINFO* pInfo) noexcept {
-  const auto display = Display();
+  const auto display = TheDisplay();
   RECT area{};
   if (display == nullptr || pInfo == nullptr || pInfo->cbSize != sizeof(*pInfo)) return FALSE;
   if (!display->WorkArea(reinterpret_cast<HWND>(hMonitor), &area)) return FALSE;
@@ -133,13 +133,13 @@ BOOL GetMonitorInfoA(HMONITOR hMonitor, MONITORINFO* pInfo) noexcept {
 }
 
 BOOL SystemParametersInfoA(UINT uAction, UINT, void* pParam, UINT) noexcept {
-  const auto display = Display();
+  const auto display = TheDisplay();
   if (display == nullptr || uAction != SPI_GETWORKAREA || pParam == nullptr) return FALSE;
   return display->WorkArea(nullptr, static_cast<RECT*>(pParam)) ? TRUE : FALSE;
 }
 
 HWND GetDesktopWindow() noexcept {
-  const auto display = Display();
+  const auto display = TheDisplay();
   return display != nullptr ? display->Desktop() : nullptr;
 }
 

@@ -62,7 +62,7 @@ int Misfit(const DisplayFormat& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) 
 
 }  // namespace
 
-std::shared_ptr<DisplayServer> Display() noexcept {
+std::shared_ptr<DisplayServer> TheDisplay() noexcept {
   Choice& choice = TheChoice();
   const std::scoped_lock lock(choice.m_Lock);
   if (choice.m_pSet != nullptr) return choice.m_pSet;

@@ -80,7 +80,7 @@ class DisplayServer {
 
 /// The display: the one that a test has set, else the one that GLLIB_DISPLAY names (x11, headless), else X11 where a
 /// server answers, else headless. A broken one is replaced by a fresh one of its kind.
-std::shared_ptr<DisplayServer> Display() noexcept;
+std::shared_ptr<DisplayServer> TheDisplay() noexcept;
 
 /// Puts a display in place of all others; null takes it back. For tests, with no window about.
 void SetDisplay(std::shared_ptr<DisplayServer> aDisplay) noexcept;

@@ -14,13 +14,13 @@ constexpr int kDrawToWindow = 0x2001, kDoubleBuffer = 0x2011, kSupportOpenGL = 0
               kDepthBits = 0x2022, kSampleBuffers = 0x2041, kSamples = 0x2042;
 
 const char* GetExtensionsString(HDC) noexcept {
-  const auto display = Display();
+  const auto display = TheDisplay();
   return display != nullptr ? display->ExtensionString() : nullptr;
 }
 
-BOOL ChoosePixelFormat(HDC hDC, const int* pAttributes, const FLOAT*, UINT nMax, int* pFormat,
+BOOL ChooseFormat(HDC hDC, const int* pAttributes, const FLOAT*, UINT nMax, int* pFormat,
                        UINT* pFound) noexcept {
-  const auto display = Display();
+  const auto display = TheDisplay();
   if (display == nullptr || hDC == nullptr || pFound == nullptr) return FALSE;
   PIXELFORMATDESCRIPTOR request{};
   int samples = 0;
@@ -77,7 +77,7 @@ PROC AsProc(Function aFunction) noexcept {
 PROC PixelFormatArbEntryPoint(const char* aName) noexcept {
   const std::string_view name = aName;
   if (name == "wglGetExtensionsStringARB") return AsProc(&GetExtensionsString);
-  if (name == "wglChoosePixelFormatARB") return AsProc(&ChoosePixelFormat);
+  if (name == "wglChoosePixelFormatARB") return AsProc(&ChooseFormat);
   if (name == "wglGetPixelFormatAttribivARB") return AsProc(&GetAttribiv);
   if (name == "wglGetPixelFormatAttribfvARB") return AsProc(&GetAttribfv);
   return nullptr;
