@@ -108,6 +108,10 @@ void GLContext::LockGL() noexcept {
 
 void GLContext::UnlockGL() noexcept { m_Lock.Leave(); }
 
+ULONG GLContext::WindowContextNumber() const noexcept {
+  return m_hRC != nullptr && m_hRC == wglGetCurrentContext() ? m_uContextNumber : 0;
+}
+
 bool GLContext::IsCurrentHere() const noexcept { return IsDrawThread() && wglGetCurrentContext() != nullptr; }
 
 HRESULT CreateGLContext(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {

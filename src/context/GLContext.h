@@ -110,6 +110,7 @@ class GLContext final : public GLObject<GLContext, IGLContext, IGLContext2, IGLC
   bool HasClipPlanes() const noexcept override { return m_bClipPlanes; }
   HDC DeviceContext() const noexcept override { return m_hDC; }
   bool IsCurrentHere() const noexcept override;
+  ULONG WindowContextNumber() const noexcept override;
   void LockGL() noexcept override;
   void UnlockGL() noexcept override;
   ULONG GenListKey(int aCount) noexcept override;
@@ -219,5 +220,6 @@ class GLContext final : public GLObject<GLContext, IGLContext, IGLContext2, IGLC
   std::mutex m_SelectLock;                    // one selection at a time
   std::atomic<bool> m_bClipResetDue{false};   // clip planes still to be switched off in GL
   std::atomic_flag m_bReleased;               // the last reference has gone
+  ULONG m_uContextNumber = 0;                 // of the rendering context; draw thread
   unsigned m_uLitNumbers = 0;                 // GL lights that the last viewer pass used; draw thread
 };

@@ -143,6 +143,8 @@ bool GLContext::CreateRenderingContext() noexcept {
   }
   ReadLimits();
   glEnable(GL_NORMALIZE);
+  static std::atomic<ULONG> lastNumber{0};
+  m_uContextNumber = ++lastNumber;
   m_uLitNumbers = 0;
   m_bClipResetDue = false;
   m_hRC = context;

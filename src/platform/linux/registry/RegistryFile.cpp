@@ -10,6 +10,7 @@
 #include <fstream>
 #include <filesystem>
 #include <sstream>
+#include <utility>
 
 namespace {
 
