@@ -10,8 +10,8 @@
 
 #include "component/Module.h"
 
-/// The base of a class of the component: IUnknown for all of its interfaces, in the order of its interface map.
-/// Identity is the first interface. A class T derives from GLObject<T, Interfaces...>.
+/// The base of a class of the component: IUnknown for all of its interfaces, in the order of its interface
+/// map. Identity is the first interface. A class T derives from GLObject<T, Interfaces...>.
 template <class T, class First, class... Others>
 class GLObject : public First, public Others... {
  public:

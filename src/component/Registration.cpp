@@ -29,8 +29,8 @@ std::string ModulePath() {
 std::string TextOf(const GUID& aId) {
   std::array<char, 40> text{};
   std::snprintf(text.data(), text.size(), "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}",
-                static_cast<unsigned>(aId.Data1), aId.Data2, aId.Data3, aId.Data4[0], aId.Data4[1], aId.Data4[2],
-                aId.Data4[3], aId.Data4[4], aId.Data4[5], aId.Data4[6], aId.Data4[7]);
+                static_cast<unsigned>(aId.Data1), aId.Data2, aId.Data3, aId.Data4[0], aId.Data4[1],
+                aId.Data4[2], aId.Data4[3], aId.Data4[4], aId.Data4[5], aId.Data4[6], aId.Data4[7]);
   return text.data();
 }
 
@@ -40,7 +40,8 @@ class Writer {
   void Set(const std::string& aKey, const std::string& aText, const char* aName = nullptr) {
     if (m_iStatus != ERROR_SUCCESS) return;
     HKEY key = nullptr;
-    m_iStatus = RegCreateKeyExA(HKEY_CLASSES_ROOT, aKey.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr);
+    m_iStatus =
+        RegCreateKeyExA(HKEY_CLASSES_ROOT, aKey.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr);
     if (m_iStatus != ERROR_SUCCESS) return;
     m_iStatus = RegSetValueExA(key, aName, 0, REG_SZ, reinterpret_cast<const BYTE*>(aText.c_str()),
                                static_cast<DWORD>(aText.size() + 1));
@@ -60,7 +61,8 @@ class Writer {
 };
 
 LSTATUS RegisterClass(const CatalogueEntry& aClass, const std::string& aModule) {
-  const std::string classId = TextOf(*aClass.m_pClassId), description = std::string(aClass.m_szName) + " Class";
+  const std::string classId = TextOf(*aClass.m_pClassId),
+                    description = std::string(aClass.m_szName) + " Class";
   const std::string current = std::string("Gl.") + aClass.m_szName, versioned = current + ".1";
   const std::string key = "CLSID\\" + classId;
   Writer writer;

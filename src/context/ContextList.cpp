@@ -35,7 +35,8 @@ void PassDown(const CWPRETSTRUCT& aMessage) noexcept {
   GLContext* context = g_Contexts.GetFirst(position);
   if (context == nullptr || TopLevelOf(context->Window()) != aMessage.hwnd) return;
   for (; context != nullptr; context = g_Contexts.GetNext(position)) {
-    if (context->Window() != nullptr) PostMessageA(context->Window(), aMessage.message, aMessage.wParam, aMessage.lParam);
+    if (context->Window() != nullptr)
+      PostMessageA(context->Window(), aMessage.message, aMessage.wParam, aMessage.lParam);
   }
 }
 

@@ -10,7 +10,8 @@
 class GLContext;
 class GLFont;
 
-/// Builds the display lists of a font. Holds a reference, and does nothing for a font that has left its context.
+/// Builds the display lists of a font. Holds a reference, and does nothing for a font that has left its
+/// context.
 class PCreateFontEvent final : public PEvent {
  public:
   PCreateFontEvent(GLContext& aContext, GLFont& aFont);

@@ -31,9 +31,9 @@ class GLCanvas;
 class GLFog;
 class GLFont;
 
-class GLContext final : public GLObject<GLContext, IGLContext, IGLContext2, IGLContext12, IGLContext14_2,
-                                        IGLContext14_3>,
-                        public GLContextSite {
+class GLContext final
+    : public GLObject<GLContext, IGLContext, IGLContext2, IGLContext12, IGLContext14_2, IGLContext14_3>,
+      public GLContextSite {
  public:
   GLContext();
   ~GLContext();
@@ -75,8 +75,8 @@ class GLContext final : public GLObject<GLContext, IGLContext, IGLContext2, IGLC
   HRESULT EnumLights(IGLCollection* aColl) noexcept override;
   HRESULT GetFog(IGLFog** aFog) noexcept override;
   HRESULT CreateSystemFont(IGLFont** aFont) noexcept override;
-  HRESULT CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation, int aHeight, int aWidth,
-                           IGLFont** aFont) noexcept override;
+  HRESULT CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation, int aHeight,
+                           int aWidth, IGLFont** aFont) noexcept override;
   HRESULT CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation, LONG aExtrusionZ,
                              IGLFont** aFont) noexcept override;
   HRESULT DestroyFont(IGLFont* aFont) noexcept override;
@@ -214,12 +214,12 @@ class GLContext final : public GLObject<GLContext, IGLContext, IGLContext2, IGLC
   Relaxed<LONG> m_bFSAA = 0;
   Relaxed<LONG> m_lFSAAMaxSamples = 4;
 
-  GLSiteLinkPtr m_pLink;                      // the parts' way back, cut at teardown
-  mutable std::mutex m_DrawThreadLock;        // for the copying of m_pDrawThread alone
-  std::mutex m_ReplaceLock;                   // one replacement of window and thread at a time
-  std::mutex m_SelectLock;                    // one selection at a time
-  std::atomic<bool> m_bClipResetDue{false};   // clip planes still to be switched off in GL
-  std::atomic_flag m_bReleased;               // the last reference has gone
-  ULONG m_uContextNumber = 0;                 // of the rendering context; draw thread
-  unsigned m_uLitNumbers = 0;                 // GL lights that the last viewer pass used; draw thread
+  GLSiteLinkPtr m_pLink;                     // the parts' way back, cut at teardown
+  mutable std::mutex m_DrawThreadLock;       // for the copying of m_pDrawThread alone
+  std::mutex m_ReplaceLock;                  // one replacement of window and thread at a time
+  std::mutex m_SelectLock;                   // one selection at a time
+  std::atomic<bool> m_bClipResetDue{false};  // clip planes still to be switched off in GL
+  std::atomic_flag m_bReleased;              // the last reference has gone
+  ULONG m_uContextNumber = 0;                // of the rendering context; draw thread
+  unsigned m_uLitNumbers = 0;                // GL lights that the last viewer pass used; draw thread
 };

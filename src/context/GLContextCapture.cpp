@@ -27,8 +27,8 @@ bool RendersOffscreen() noexcept {
   return renders;
 }
 
-/// Reads a rectangle, given from the top left of a picture aHeight high, into a pixmap's store, which like GL's
-/// rows runs from the bottom up. @return false when the pixmap has no memory
+/// Reads a rectangle, given from the top left of a picture aHeight high, into a pixmap's store, which like
+/// GL's rows runs from the bottom up. @return false when the pixmap has no memory
 bool ReadPixels(IGLPixmap& aTarget, GLenum aBuffer, const RECT& aRect, int aHeight) noexcept {
   int size = 0;
   GLDATA_RGBA4B* pixels = nullptr;
@@ -109,7 +109,8 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   const bool needsPalette = (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0;
   const OffscreenSurface surface(static_cast<LONG>(Whole(static_cast<float>(m_iViewportWidth) * zoom)),
                                  static_cast<LONG>(Whole(static_cast<float>(m_iViewportHeight) * zoom)),
-                                 needsPalette ? BYTE{24} : m_PixelFormat.cColorBits, m_PixelFormat.cDepthBits);
+                                 needsPalette ? BYTE{24} : m_PixelFormat.cColorBits,
+                                 m_PixelFormat.cDepthBits);
   if (!surface.IsReady()) return false;
   const PLock lock(m_Lock);
   DrawOffscreen(aCapture, surface);
@@ -121,8 +122,8 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   return success;
 }
 
-// Draws the scene anew, for a viewport of the surface's size, with the capture's background. m_Lock is held; the
-// surface's rendering context is current afterwards.
+// Draws the scene anew, for a viewport of the surface's size, with the capture's background. m_Lock is held;
+// the surface's rendering context is current afterwards.
 void GLContext::DrawOffscreen(IGLCapture& aCapture, const OffscreenSurface& aSurface) noexcept {
   const int width = m_iViewportWidth, height = m_iViewportHeight;
   const GLDATA_RGBA ownBackground = m_sBackgroundColor;

@@ -17,7 +17,8 @@ namespace {
 /// A face name in 8-bit text; null counts as empty.
 std::string FaceName(BSTR aFace) {
   const int units = static_cast<int>(SysStringLen(aFace));
-  const int bytes = units > 0 ? WideCharToMultiByte(CP_ACP, 0, aFace, units, nullptr, 0, nullptr, nullptr) : 0;
+  const int bytes =
+      units > 0 ? WideCharToMultiByte(CP_ACP, 0, aFace, units, nullptr, 0, nullptr, nullptr) : 0;
   std::string name(static_cast<std::size_t>(bytes), '\0');
   if (bytes > 0) WideCharToMultiByte(CP_ACP, 0, aFace, units, name.data(), bytes, nullptr, nullptr);
   return name.c_str();  // ends at a zero within
@@ -72,7 +73,8 @@ HRESULT GLContext::CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, f
                                       LONG aExtrusionZ, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
   return CreateFont(true, aFont, [&](GLFont& font) {
-    font.InitTrueTypeFont(m_pLink, FaceName(aFace).c_str(), aFontStyle, aWeight, aOrientation, aExtrusionZ != 0);
+    font.InitTrueTypeFont(m_pLink, FaceName(aFace).c_str(), aFontStyle, aWeight, aOrientation,
+                          aExtrusionZ != 0);
     return S_OK;
   });
 }

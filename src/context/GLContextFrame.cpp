@@ -1,4 +1,5 @@
-// GLContext: the frame cycle. All on the draw thread; m_Lock is held from the start of a frame to after its swap.
+// GLContext: the frame cycle. All on the draw thread; m_Lock is held from the start of a frame to after its
+// swap.
 
 #include <gllib/IGLCoord.h>
 

@@ -1,5 +1,5 @@
-// GLContext: list keys, handles of display lists that go stale all at once. With GL current, in practice on the
-// draw thread inside a painter or a task.
+// GLContext: list keys, handles of display lists that go stale all at once. With GL current, in practice on
+// the draw thread inside a painter or a task.
 
 #include "component/Module.h"
 #include "context/GLContext.h"

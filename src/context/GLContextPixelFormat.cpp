@@ -33,7 +33,8 @@ bool GLContext::SetupPixelFormat(bool* aFormatSet) noexcept {
 
 void GLContext::ReadUserSwitches() noexcept {
   HKEY key = nullptr;
-  if (RegOpenKeyExA(HKEY_CURRENT_USER, kUserKey, 0, KEY_READ | KEY_WOW64_64KEY, &key) != ERROR_SUCCESS) return;
+  if (RegOpenKeyExA(HKEY_CURRENT_USER, kUserKey, 0, KEY_READ | KEY_WOW64_64KEY, &key) != ERROR_SUCCESS)
+    return;
   DWORD value = 0;
   if (ReadSwitch(key, "FSAA", &value) && value != 0) {
     m_bFSAA = 1;

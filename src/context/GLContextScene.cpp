@@ -1,5 +1,5 @@
-// GLContext: viewers, lights, fog, switches and colours. Any thread, with no lock of the context's own: a change
-// shows at the next frame or viewer pass.
+// GLContext: viewers, lights, fog, switches and colours. Any thread, with no lock of the context's own: a
+// change shows at the next frame or viewer pass.
 
 #include <gllib/GLClasses.h>
 #include <gllib/IGLLight.h>
@@ -34,7 +34,8 @@ HRESULT TakeOut(const GLPtr<IGLCollection>& aMembers, IUnknown* aMember) noexcep
 
 /// Makes a member of a collection, which holds the only lasting reference to it.
 template <class Interface>
-HRESULT CreateMember(REFCLSID aClassId, const GLPtr<IGLCollection>& aMembers, GLPtr<Interface>* aMember) noexcept {
+HRESULT CreateMember(REFCLSID aClassId, const GLPtr<IGLCollection>& aMembers,
+                     GLPtr<Interface>* aMember) noexcept {
   if (!aMembers) return E_GL_BADSTATE;
   *aMember = CreateObject<Interface>(aClassId);
   return *aMember && SUCCEEDED(aMembers->Add(aMember->Get())) ? S_OK : E_FAIL;
@@ -98,7 +99,9 @@ HRESULT GLContext::EnableAmbientLight(LONG aEnable) noexcept {
 
 HRESULT GLContext::IsAmbientLightEnabled(LONG* aEnabled) noexcept { return Tell(m_bAmbientLight, aEnabled); }
 
-HRESULT GLContext::GetBackgroundColor(GLDATA_RGBA* aColor) noexcept { return Tell(m_sBackgroundColor, aColor); }
+HRESULT GLContext::GetBackgroundColor(GLDATA_RGBA* aColor) noexcept {
+  return Tell(m_sBackgroundColor, aColor);
+}
 
 HRESULT GLContext::SetBackgroundColor(GLDATA_RGBA* aColor) noexcept {
   if (aColor == nullptr) return E_INVALIDARG;

@@ -1,5 +1,5 @@
-// GLContext: selection on the host's side. Any thread but the draw thread; the caller waits for the draw thread
-// with nothing held but the right to select.
+// GLContext: selection on the host's side. Any thread but the draw thread; the caller waits for the draw
+// thread with nothing held but the right to select.
 
 #include <memory>
 #include <new>
@@ -12,13 +12,15 @@ GLPtr<IGLViewer> GLContext::FindViewer(IGLViewer* aViewer) noexcept {
   GLPOSITION position{};
   GLPtr<IUnknown> member;
   for (m_pViewers->GetFirst(&position, member.Put()); member; m_pViewers->GetNext(&position, member.Put())) {
-    if (member.Get() == aViewer) return GLPtr<IGLViewer>::FromCounted(static_cast<IGLViewer*>(member.Detach()));
+    if (member.Get() == aViewer)
+      return GLPtr<IGLViewer>::FromCounted(static_cast<IGLViewer*>(member.Detach()));
   }
   return nullptr;
 }
 
-HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2, LONG aSelectClosest,
-                          LONG aSelectEnclosed, int* aArraySize, ULONG* aIDArray) noexcept {
+HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2,
+                          LONG aSelectClosest, LONG aSelectEnclosed, int* aArraySize,
+                          ULONG* aIDArray) noexcept {
   if (aViewer == nullptr || aPoint1 == nullptr || aPoint2 == nullptr || aArraySize == nullptr ||
       aIDArray == nullptr) {
     return E_INVALIDARG;

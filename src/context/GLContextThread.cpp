@@ -16,7 +16,8 @@ constexpr auto kBoundedWait = 3000ms;
 constexpr auto kPollStep = 10ms;
 constexpr ULONG kShortestCycle = 5, kLongestCycle = 5000;
 
-/// The priorities that there are: THREAD_PRIORITY_IDLE to THREAD_PRIORITY_TIME_CRITICAL. Others count as normal.
+/// The priorities that there are: THREAD_PRIORITY_IDLE to THREAD_PRIORITY_TIME_CRITICAL. Others count as
+/// normal.
 int KnownPriority(int aPriority) noexcept {
   for (const int known : {-15, -2, -1, 0, 1, 2, 15}) {
     if (aPriority == known) return known;
@@ -38,7 +39,8 @@ std::shared_ptr<PThread> GLContext::DrawThread() const noexcept {
   return m_pDrawThread;
 }
 
-HRESULT GLContext::GetDrawThreadPars(int* aPriority, ULONG* aPreferredCycle, ULONG* aMustSleepCycle) noexcept {
+HRESULT GLContext::GetDrawThreadPars(int* aPriority, ULONG* aPreferredCycle,
+                                     ULONG* aMustSleepCycle) noexcept {
   if (aPriority == nullptr || aPreferredCycle == nullptr || aMustSleepCycle == nullptr) return E_INVALIDARG;
   const auto thread = DrawThread();
   if (thread == nullptr) return E_GL_BADSTATE;

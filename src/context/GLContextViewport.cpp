@@ -40,9 +40,9 @@ HRESULT GLContext::SetViewport(int aX, int aY, int aWidth, int aHeight) noexcept
   m_iViewportWidth = aWidth > 0 ? aWidth : 1;
   m_iViewportHeight = aHeight > 0 ? aHeight : 1;
   LockGL();
-  SetWindowPos(m_hWnd, nullptr, aX, aY, m_iViewportWidth, m_iViewportHeight,
-               SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_DEFERERASE |
-                   SWP_ASYNCWINDOWPOS);
+  SetWindowPos(
+      m_hWnd, nullptr, aX, aY, m_iViewportWidth, m_iViewportHeight,
+      SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_DEFERERASE | SWP_ASYNCWINDOWPOS);
   UnlockGL();
   return S_OK;
 }

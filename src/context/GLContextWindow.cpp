@@ -1,6 +1,6 @@
 // GLContext: the GL window, its procedure, the rendering context, and the replacement of all of them.
-// CreateGLWindow runs on the thread that initialises, the procedure on the thread of the window's messages, the
-// rendering context is made and destroyed on the draw thread.
+// CreateGLWindow runs on the thread that initialises, the procedure on the thread of the window's messages,
+// the rendering context is made and destroyed on the draw thread.
 
 #include <chrono>
 #include <thread>
@@ -109,7 +109,8 @@ bool GLContext::WaitForRenderingContext() noexcept {
   return true;
 }
 
-// Ends rendering context and window, after the draw thread's end. Gives the window's place in its present parent.
+// Ends rendering context and window, after the draw thread's end. Gives the window's place in its present
+// parent.
 RECT GLContext::DestroyGLWindow() noexcept {
   RECT place{};
   const PLock lock(m_Lock);

@@ -1,5 +1,5 @@
-// OffscreenSurface: a single-buffered picture of any size in memory, and a rendering context of its own on it.
-// Made, drawn on and ended on the draw thread.
+// OffscreenSurface: a single-buffered picture of any size in memory, and a rendering context of its own on
+// it. Made, drawn on and ended on the draw thread.
 
 #pragma once
 

@@ -30,9 +30,9 @@ void RemoveFound(int* aSize, ULONG* aIDArray, ULONG* aFound, int aFoundSize) noe
 
 }  // namespace
 
-PSelectEvent::PSelectEvent(GLContext& aContext, IGLViewer& aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2,
-                           bool aSelectClosest, bool aSelectEnclosed, int* aArraySize, ULONG* aIDArray,
-                           std::shared_ptr<PSelectOutcome> aOutcome) noexcept
+PSelectEvent::PSelectEvent(GLContext& aContext, IGLViewer& aViewer, GLDATA_POINT* aPoint1,
+                           GLDATA_POINT* aPoint2, bool aSelectClosest, bool aSelectEnclosed, int* aArraySize,
+                           ULONG* aIDArray, std::shared_ptr<PSelectOutcome> aOutcome) noexcept
     : PEvent(&aContext, true, true),
       m_Context(aContext),
       m_Viewer(aViewer),

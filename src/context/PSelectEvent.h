@@ -52,9 +52,11 @@ class PSelectEvent final : public PEvent {
   };
 
   // RunPickPass and its steps: PickPass.cpp.
-  void RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2, int* aArraySize, ULONG* aIDArray) noexcept;
+  void RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2, int* aArraySize,
+                   ULONG* aIDArray) noexcept;
   ViewRectangle SetupView() noexcept;
-  void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2) noexcept;
+  void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
+                       const GLDATA_POINT& aPoint2) noexcept;
   void SetupProjection(double aAspect) noexcept;
   void SetupEye() noexcept;
   void SetupClipPlanes() noexcept;

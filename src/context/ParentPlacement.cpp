@@ -1,4 +1,5 @@
-// ParentPlacement: a parent that lies off the work area stands at the screen's origin while a window is made in it.
+// ParentPlacement: a parent that lies off the work area stands at the screen's origin while a window is made
+// in it.
 
 #include "context/ParentPlacement.h"
 
@@ -35,7 +36,8 @@ ParentPlacement::ParentPlacement(HWND aParent) noexcept {
   POINT corner = {parent.left, parent.top};
   ScreenToClient(topLevel, &corner);
   LockWindowUpdate(topLevel);
-  MoveWindow(topLevel, -corner.x, -corner.y, m_sPlace.right - m_sPlace.left, m_sPlace.bottom - m_sPlace.top, FALSE);
+  MoveWindow(topLevel, -corner.x, -corner.y, m_sPlace.right - m_sPlace.left, m_sPlace.bottom - m_sPlace.top,
+             FALSE);
 }
 
 ParentPlacement::~ParentPlacement() {

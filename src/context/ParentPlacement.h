@@ -1,5 +1,5 @@
-// ParentPlacement: brings a parent that lies off the work area to the screen's origin while a window is made in it,
-// and puts it back. Runs on the thread that initialises.
+// ParentPlacement: brings a parent that lies off the work area to the screen's origin while a window is made
+// in it, and puts it back. Runs on the thread that initialises.
 
 #pragma once
 

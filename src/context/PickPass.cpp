@@ -1,6 +1,6 @@
 // PSelectEvent: one pass of the painter in GL's selection mode. On the draw thread, with GL current.
-// Pick matrix, projection and eye all go into the modelview matrix; the projection matrix stays the identity, so
-// that to a painter PushModelviewMatrix(1) drops all three and PushProjectionMatrix leaves them alone.
+// Pick matrix, projection and eye all go into the modelview matrix; the projection matrix stays the identity,
+// so that to a painter PushModelviewMatrix(1) drops all three and PushProjectionMatrix leaves them alone.
 
 #include <gllib/IGLCoord.h>
 
@@ -77,7 +77,8 @@ PSelectEvent::ViewRectangle PSelectEvent::SetupView() noexcept {
   return clip;
 }
 
-// The points run from -1 to 1 over the visible rectangle wherever it lies; the matrix goes by the viewport in force.
+// The points run from -1 to 1 over the visible rectangle wherever it lies; the matrix goes by the viewport in
+// force.
 void PSelectEvent::SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
                                    const GLDATA_POINT& aPoint2) noexcept {
   const double x1 = aView.x + (aPoint1.x + 1.0) * (aView.width * 0.5);
@@ -126,7 +127,8 @@ void PSelectEvent::SetupClipPlanes() noexcept {
 }
 
 // Records with the name 0 can't be selected. A negative number of hits is GL's word for an overflow.
-int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity, ULONG* aIDArray) const noexcept {
+int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
+                           ULONG* aIDArray) const noexcept {
   int count = 0;
   GLuint best = 0;
   for (int i = 0; i < std::min(aHits, aCapacity); ++i) {

@@ -34,7 +34,8 @@ BYTE Component(unsigned aIndex, BYTE aShift, BYTE aBits) noexcept {
 
 bool ReadSwitch(HKEY aKey, const char* aName, DWORD* aValue) noexcept {
   DWORD type = 0, value = 0, size = sizeof(value);
-  const LSTATUS status = RegQueryValueExA(aKey, aName, nullptr, &type, reinterpret_cast<BYTE*>(&value), &size);
+  const LSTATUS status =
+      RegQueryValueExA(aKey, aName, nullptr, &type, reinterpret_cast<BYTE*>(&value), &size);
   if (status != ERROR_SUCCESS || type != REG_DWORD || size != sizeof(value)) return false;
   *aValue = value;
   return true;

@@ -5,5 +5,6 @@
 
 #include <functional>
 
-/// Runs aJob on a thread of its own. Where no thread can be made the job is dropped: the context stays, parked.
+/// Runs aJob on a thread of its own. Where no thread can be made the job is dropped: the context stays,
+/// parked.
 void RunOnTeardownThread(std::function<void()> aJob) noexcept;

@@ -19,9 +19,9 @@ constexpr int WGL_DRAW_TO_WINDOW_ARB = 0x2001, WGL_DRAW_TO_BITMAP_ARB = 0x2002, 
               WGL_NEED_SYSTEM_PALETTE_ARB = 0x2005, WGL_SWAP_LAYER_BUFFERS_ARB = 0x2006,
               WGL_SUPPORT_GDI_ARB = 0x200F, WGL_SUPPORT_OPENGL_ARB = 0x2010, WGL_DOUBLE_BUFFER_ARB = 0x2011,
               WGL_STEREO_ARB = 0x2012, WGL_PIXEL_TYPE_ARB = 0x2013, WGL_COLOR_BITS_ARB = 0x2014,
-              WGL_DEPTH_BITS_ARB = 0x2022, WGL_GENERIC_ACCELERATION_ARB = 0x2026, WGL_SWAP_EXCHANGE_ARB = 0x2028,
-              WGL_SWAP_COPY_ARB = 0x2029, WGL_TYPE_RGBA_ARB = 0x202B, WGL_TYPE_COLORINDEX_ARB = 0x202C,
-              WGL_SAMPLE_BUFFERS_ARB = 0x2041, WGL_SAMPLES_ARB = 0x2042;
+              WGL_DEPTH_BITS_ARB = 0x2022, WGL_GENERIC_ACCELERATION_ARB = 0x2026,
+              WGL_SWAP_EXCHANGE_ARB = 0x2028, WGL_SWAP_COPY_ARB = 0x2029, WGL_TYPE_RGBA_ARB = 0x202B,
+              WGL_TYPE_COLORINDEX_ARB = 0x202C, WGL_SAMPLE_BUFFERS_ARB = 0x2041, WGL_SAMPLES_ARB = 0x2042;
 constexpr int kSampleCounts[] = {32, 16, 8, 6, 4, 2};
 constexpr BYTE kMostBits = 16;  // colour and depth bits are lower limits in this search
 
@@ -58,8 +58,8 @@ WGLExtensions::WGLExtensions(HINSTANCE hInstance) : m_hInstance(hInstance) {
   windowClass.lpfnWndProc = ProbeWindowProc;
   windowClass.hInstance = hInstance;
   RegisterClassA(&windowClass);
-  CreateWindowExA(0, kWindowClass, "WGLExtensions", 0, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                  nullptr, nullptr, hInstance, this);
+  CreateWindowExA(0, kWindowClass, "WGLExtensions", 0, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                  CW_USEDEFAULT, nullptr, nullptr, hInstance, this);
   m_mapFlagAttributes = {{PFD_DOUBLEBUFFER, WGL_DOUBLE_BUFFER_ARB},
                          {PFD_STEREO, WGL_STEREO_ARB},
                          {PFD_DRAW_TO_WINDOW, WGL_DRAW_TO_WINDOW_ARB},
@@ -145,7 +145,8 @@ bool WGLExtensions::MakeDummyContext() {
 // Only a name with a blank behind it counts.
 void WGLExtensions::SplitExtensions() {
   std::size_t start = 0;
-  for (std::size_t blank = 0; (blank = m_strExtensions.find(' ', start)) != std::string::npos; start = blank + 1) {
+  for (std::size_t blank = 0; (blank = m_strExtensions.find(' ', start)) != std::string::npos;
+       start = blank + 1) {
     m_setExtensions.insert(m_strExtensions.substr(start, blank - start));
   }
 }
@@ -160,7 +161,8 @@ void WGLExtensions::FetchEntryPoints() {
   }
 }
 
-int WGLExtensions::ChooseMultisampleFormat(HDC, const PIXELFORMATDESCRIPTOR& aRequest, LONG iMaxSamples) noexcept {
+int WGLExtensions::ChooseMultisampleFormat(HDC, const PIXELFORMATDESCRIPTOR& aRequest,
+                                           LONG iMaxSamples) noexcept {
   const std::scoped_lock lock(m_Lock);
   if (!m_setExtensions.contains(kPixelFormatExtension)) return 0;
   if (aRequest.iPixelType > PFD_TYPE_COLORINDEX) return 0;
@@ -172,8 +174,8 @@ int WGLExtensions::ChooseMultisampleFormat(HDC, const PIXELFORMATDESCRIPTOR& aRe
     const int type = aRequest.iPixelType == PFD_TYPE_RGBA ? WGL_TYPE_RGBA_ARB : WGL_TYPE_COLORINDEX_ARB;
     attributes.insert(attributes.end(),
                       {WGL_PIXEL_TYPE_ARB, type, WGL_COLOR_BITS_ARB, std::min(aRequest.cColorBits, kMostBits),
-                       WGL_DEPTH_BITS_ARB, std::min(aRequest.cDepthBits, kMostBits), WGL_SAMPLE_BUFFERS_ARB, 1,
-                       WGL_SAMPLES_ARB, 0, 0, 0});
+                       WGL_DEPTH_BITS_ARB, std::min(aRequest.cDepthBits, kMostBits), WGL_SAMPLE_BUFFERS_ARB,
+                       1, WGL_SAMPLES_ARB, 0, 0, 0});
   } catch (...) {
     return 0;
   }
@@ -184,7 +186,8 @@ int WGLExtensions::ChooseMultisampleFormat(HDC, const PIXELFORMATDESCRIPTOR& aRe
     samples = count;
     int format = 0;
     UINT found = 0;
-    if (m_pfnChoosePixelFormat(m_hDC, attributes.data(), noFloats, 1, &format, &found) && found > 0) return format;
+    if (m_pfnChoosePixelFormat(m_hDC, attributes.data(), noFloats, 1, &format, &found) && found > 0)
+      return format;
   }
   return 0;
 }

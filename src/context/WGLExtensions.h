@@ -1,6 +1,6 @@
-// WGLExtensions: the probe for multisample formats, with a hidden window and a dummy rendering context of its own.
-// One a process, made at the first accelerated selection; GetInstance and ChooseMultisampleFormat may be called
-// from any thread.
+// WGLExtensions: the probe for multisample formats, with a hidden window and a dummy rendering context of its
+// own. One a process, made at the first accelerated selection; GetInstance and ChooseMultisampleFormat may be
+// called from any thread.
 
 #pragma once
 

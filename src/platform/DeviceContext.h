@@ -24,7 +24,8 @@ struct BITMAPINFO {
 };
 inline constexpr UINT DIB_RGB_COLORS = 0;
 
-/// The device context of a window, held until ReleaseDC; of the whole screen for null. @return null on failure
+/// The device context of a window, held until ReleaseDC; of the whole screen for null. @return null on
+/// failure
 HDC GetDC(HWND hWnd) noexcept;
 int ReleaseDC(HWND hWnd, HDC hDC) noexcept;
 

@@ -20,14 +20,15 @@ struct TEXTMETRICA {
 };
 
 inline constexpr int SYSTEM_FONT = 13, WGL_FONT_LINES = 0, WGL_FONT_POLYGONS = 1;
-inline constexpr DWORD ANSI_CHARSET = 0, OUT_RASTER_PRECIS = 6, OUT_TT_ONLY_PRECIS = 7, CLIP_DEFAULT_PRECIS = 0,
-                       PROOF_QUALITY = 2, FIXED_PITCH = 1, VARIABLE_PITCH = 2, FF_ROMAN = 0x10, FF_SWISS = 0x20,
-                       FF_MODERN = 0x30, FF_SCRIPT = 0x40, FF_DECORATIVE = 0x50;
+inline constexpr DWORD ANSI_CHARSET = 0, OUT_RASTER_PRECIS = 6, OUT_TT_ONLY_PRECIS = 7,
+                       CLIP_DEFAULT_PRECIS = 0, PROOF_QUALITY = 2, FIXED_PITCH = 1, VARIABLE_PITCH = 2,
+                       FF_ROMAN = 0x10, FF_SWISS = 0x20, FF_MODERN = 0x30, FF_SCRIPT = 0x40,
+                       FF_DECORATIVE = 0x50;
 
 /// A font by its face and style. @return null with no font on the system
 HFONT CreateFontA(int cHeight, int cWidth, int cEscapement, int cOrientation, int cWeight, DWORD bItalic,
-                  DWORD bUnderline, DWORD bStrikeOut, DWORD iCharSet, DWORD iOutPrecision, DWORD iClipPrecision,
-                  DWORD iQuality, DWORD iPitchAndFamily, const char* szFace) noexcept;
+                  DWORD bUnderline, DWORD bStrikeOut, DWORD iCharSet, DWORD iOutPrecision,
+                  DWORD iClipPrecision, DWORD iQuality, DWORD iPitchAndFamily, const char* szFace) noexcept;
 /// The stock system font: always there.
 HGDIOBJ GetStockObject(int i) noexcept;
 BOOL GetTextMetricsA(HDC hDC, TEXTMETRICA* pMetrics) noexcept;

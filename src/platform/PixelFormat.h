@@ -29,7 +29,8 @@ int ChoosePixelFormat(HDC hDC, const PIXELFORMATDESCRIPTOR* pRequest) noexcept;
 BOOL SetPixelFormat(HDC hDC, int iFormat, const PIXELFORMATDESCRIPTOR* pRequest) noexcept;
 /// Describes a format. @return the highest number that there is; 0 on failure
 int DescribePixelFormat(HDC hDC, int iFormat, UINT nBytes, PIXELFORMATDESCRIPTOR* pFormat) noexcept;
-/// Brings the back buffer to the screen. On a window that has gone, or a connection that has broken, it fails.
+/// Brings the back buffer to the screen. On a window that has gone, or a connection that has broken, it
+/// fails.
 BOOL SwapBuffers(HDC hDC) noexcept;
 
 #endif

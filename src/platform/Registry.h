@@ -1,6 +1,6 @@
 // The registry: the documented Win32 operations. Off Windows over text files in the registry-script format,
-// machine.reg and user.reg, in the folder GLLIB_REGISTRY_DIR, else gllib/ under the XDG configuration folders.
-// A file is replaced whole or not at all. Any thread.
+// machine.reg and user.reg, in the folder GLLIB_REGISTRY_DIR, else gllib/ under the XDG configuration
+// folders. A file is replaced whole or not at all. Any thread.
 
 #pragma once
 

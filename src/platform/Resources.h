@@ -1,4 +1,5 @@
-// Data blocks of the module, found by name without regard to case. The documented Win32 operations; any thread.
+// Data blocks of the module, found by name without regard to case. The documented Win32 operations; any
+// thread.
 
 #pragma once
 

@@ -32,7 +32,7 @@ struct HDC__ {
   bool m_bMemory = false;
   int m_iFormat = 0;  // 0 until it is set
   std::unique_ptr<DrawSurface> m_pSurface;
-  GdiObject* m_pFont = nullptr;     // null: the stock font
+  GdiObject* m_pFont = nullptr;  // null: the stock font
   BitmapObject* m_pBitmap = nullptr;
   GdiObject* m_pPalette = nullptr;
 };

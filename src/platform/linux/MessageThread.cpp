@@ -75,7 +75,8 @@ void MessageThread::Body() noexcept {
   }
 }
 
-// The hook sees a message after the procedure has dealt with it; of a window that isn't ours it sees what was posted.
+// The hook sees a message after the procedure has dealt with it; of a window that isn't ours it sees what was
+// posted.
 void MessageThread::Deliver(const Message& aMessage) noexcept {
   WindowTable& table = WindowTable::Get();
   CWPRETSTRUCT seen{0, aMessage.m_lParam, aMessage.m_wParam, aMessage.m_uMsg, aMessage.m_hWnd};

@@ -10,7 +10,8 @@
 
 DWORD GetModuleFileNameA(HMODULE, char* szPath, DWORD nSize) noexcept {
   Dl_info info{};
-  if (dladdr(reinterpret_cast<const void*>(&GetModuleFileNameA), &info) == 0 || info.dli_fname == nullptr) return 0;
+  if (dladdr(reinterpret_cast<const void*>(&GetModuleFileNameA), &info) == 0 || info.dli_fname == nullptr)
+    return 0;
   const std::unique_ptr<char, void (*)(void*)> full(realpath(info.dli_fname, nullptr), std::free);
   const char* path = full != nullptr ? full.get() : info.dli_fname;
   const std::size_t length = std::strlen(path);

@@ -1,5 +1,5 @@
-// GL rendering contexts. Which of the component's own is current is kept for each thread; contexts of the host's are
-// never looked at.
+// GL rendering contexts. Which of the component's own is current is kept for each thread; contexts of the
+// host's are never looked at.
 
 #include "platform/RenderingContext.h"
 

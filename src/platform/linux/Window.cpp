@@ -58,8 +58,9 @@ HWND CreateWindowExA(DWORD dwExStyle, const char* szClass, const char* szTitle, 
     record->m_pfnProc = proc;
     record->m_pDisplay = display;
     WindowTable::Get().Add(record);
-    const CREATESTRUCTA create{pParam, hInstance, hMenu,  hParent, nHeight, nWidth,
-                               y,      x,         static_cast<LONG>(dwStyle), szTitle, szClass, dwExStyle};
+    const CREATESTRUCTA create{
+        pParam,  hInstance, hMenu,    hParent, nHeight, nWidth, y, x, static_cast<LONG>(dwStyle),
+        szTitle, szClass,   dwExStyle};
     if (DeliverCreate(record, create) != -1) return window;
   } catch (...) {
     // as a procedure that refuses
@@ -119,7 +120,8 @@ BOOL SetWindowPos(HWND hWnd, HWND, int x, int y, int cx, int cy, UINT) noexcept 
 BOOL LockWindowUpdate(HWND) noexcept { return TRUE; }
 
 HMONITOR MonitorFromWindow(HWND hWnd, DWORD) noexcept {
-  return reinterpret_cast<HMONITOR>(hWnd);  // a monitor is asked for its work area by the window that it shows
+  return reinterpret_cast<HMONITOR>(
+      hWnd);  // a monitor is asked for its work area by the window that it shows
 }
 
 BOOL GetMonitorInfoA(HMONITOR hMonitor, MONITORINFO* pInfo) noexcept {

@@ -1,5 +1,5 @@
-// WindowTable: the component's windows with their procedures and user data, and who runs a procedure right now.
-// Any thread. Windows of others have no record.
+// WindowTable: the component's windows with their procedures and user data, and who runs a procedure right
+// now. Any thread. Windows of others have no record.
 
 #pragma once
 
@@ -21,7 +21,7 @@ struct WindowRecord {
   WNDPROC m_pfnProc = nullptr;
   std::shared_ptr<DisplayServer> m_pDisplay;
   LONG_PTR m_UserData = 0;
-  bool m_bDestroyed = false;                 // WM_DESTROY has been delivered, or is
+  bool m_bDestroyed = false;                // WM_DESTROY has been delivered, or is
   std::vector<std::thread::id> m_vRunning;  // threads that run the procedure
 };
 using WindowRecordPtr = std::shared_ptr<WindowRecord>;

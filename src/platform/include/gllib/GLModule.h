@@ -23,10 +23,10 @@ inline HRESULT GLCreateObjectByProgID(const char* aProgID, REFIID riid, void** p
 
 #include <dlfcn.h>
 
+#include <strings.h>
 #include <cstdio>
 #include <fstream>
 #include <string>
-#include <strings.h>
 
 namespace gllib_registry {
 
@@ -83,8 +83,8 @@ inline bool Parse(const std::string& aText, CLSID* aId) {
 
 }  // namespace gllib_registry
 
-/// Makes an object of the class that a ProgID names: finds the module in the registry files, loads it, and asks
-/// its class factory. The module stays loaded.
+/// Makes an object of the class that a ProgID names: finds the module in the registry files, loads it, and
+/// asks its class factory. The module stays loaded.
 /// @param aProgID "Gl.GLContext.1", or "Gl.GLContext" for the current version
 /// @param ppv receives a counted reference, or null
 /// @return S_OK; E_FAIL when the class isn't registered or its module can't be loaded; the factory's failures

@@ -56,8 +56,10 @@ int Misfit(const DisplayFormat& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) 
   if (aRequest.cDepthBits != 0 && format.cDepthBits == 0) return -1;
   // Alpha that nobody asked for would come back in every picture that is read.
   return 4 * Distance(format.cColorBits - format.cAlphaBits, aRequest.cColorBits - aRequest.cAlphaBits) +
-         8 * Distance(format.cAlphaBits, aRequest.cAlphaBits) + 2 * Distance(format.cDepthBits, aRequest.cDepthBits) +
-         Distance(format.cStencilBits, aRequest.cStencilBits) + Distance(format.cAccumBits, aRequest.cAccumBits);
+         8 * Distance(format.cAlphaBits, aRequest.cAlphaBits) +
+         2 * Distance(format.cDepthBits, aRequest.cDepthBits) +
+         Distance(format.cStencilBits, aRequest.cStencilBits) +
+         Distance(format.cAccumBits, aRequest.cAccumBits);
 }
 
 }  // namespace
@@ -102,7 +104,8 @@ int DisplayServer::ChooseMultisampleFormat(SurfaceKind aKind, const PIXELFORMATD
   int best = 0, least = 0;
   for (std::size_t i = 0; i < formats.size(); ++i) {
     const int misfit = Misfit(formats[i], aRequest), samples = formats[i].m_iSamples;
-    if (misfit < 0 || samples < aSamples || formats[i].m_Description.cDepthBits < aRequest.cDepthBits) continue;
+    if (misfit < 0 || samples < aSamples || formats[i].m_Description.cDepthBits < aRequest.cDepthBits)
+      continue;
     const int rank = samples * 1000 + misfit;
     if (best != 0 && rank >= least) continue;
     best = static_cast<int>(i) + 1;

@@ -30,7 +30,7 @@ enum class SurfaceKind { kWindow, kMemory };
 /// A pixel format and what its description can't tell.
 struct DisplayFormat {
   PIXELFORMATDESCRIPTOR m_Description;
-  int m_iSamples;  ///< 0 without a multisample buffer
+  int m_iSamples;   ///< 0 without a multisample buffer
   void* m_pConfig;  ///< the driver's own
 };
 
@@ -62,7 +62,8 @@ class DisplayServer {
   virtual PROC EntryPoint(const char* aName) noexcept;
 
   // Drawing.
-  virtual std::unique_ptr<DrawSurface> MakeWindowSurface(HWND aWindow, const DisplayFormat& aFormat) noexcept = 0;
+  virtual std::unique_ptr<DrawSurface> MakeWindowSurface(HWND aWindow,
+                                                         const DisplayFormat& aFormat) noexcept = 0;
   virtual std::unique_ptr<DrawSurface> MakeMemorySurface(int aWidth, int aHeight,
                                                          const DisplayFormat& aFormat) noexcept = 0;
   virtual std::unique_ptr<DrawContext> MakeContext(const DisplayFormat& aFormat) noexcept = 0;
@@ -78,8 +79,8 @@ class DisplayServer {
   virtual DWORD PlatformId() noexcept { return 2; }
 };
 
-/// The display: the one that a test has set, else the one that GLLIB_DISPLAY names (x11, headless), else X11 where a
-/// server answers, else headless. A broken one is replaced by a fresh one of its kind.
+/// The display: the one that a test has set, else the one that GLLIB_DISPLAY names (x11, headless), else X11
+/// where a server answers, else headless. A broken one is replaced by a fresh one of its kind.
 std::shared_ptr<DisplayServer> TheDisplay() noexcept;
 
 /// Puts a display in place of all others; null takes it back. For tests, with no window about.

@@ -105,7 +105,8 @@ int EglDriver::ReadLargest() noexcept {
   return largest;
 }
 
-std::unique_ptr<DrawSurface> EglDriver::MakePbuffer(int aWidth, int aHeight, const DisplayFormat& aFormat) noexcept {
+std::unique_ptr<DrawSurface> EglDriver::MakePbuffer(int aWidth, int aHeight,
+                                                    const DisplayFormat& aFormat) noexcept {
   const EGLint attributes[] = {EGL_WIDTH, std::max(aWidth, 1), EGL_HEIGHT, std::max(aHeight, 1), EGL_NONE};
   const EGLSurface surface = eglCreatePbufferSurface(m_Display, aFormat.m_pConfig, attributes);
   if (surface == EGL_NO_SURFACE) return nullptr;
@@ -121,6 +122,7 @@ std::unique_ptr<DrawContext> EglDriver::MakeContext(const DisplayFormat& aFormat
 
 bool EglDriver::MakeCurrent(EGLSurface aSurface, DrawContext* aContext) noexcept {
   eglBindAPI(EGL_OPENGL_API);
-  const EGLContext context = aContext != nullptr ? static_cast<EglContext*>(aContext)->Handle() : EGL_NO_CONTEXT;
+  const EGLContext context =
+      aContext != nullptr ? static_cast<EglContext*>(aContext)->Handle() : EGL_NO_CONTEXT;
   return eglMakeCurrent(m_Display, aSurface, aSurface, context) == EGL_TRUE;
 }

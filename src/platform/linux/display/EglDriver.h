@@ -1,6 +1,6 @@
 // EglDriver: formats, surfaces and contexts of an EGL display, which the X11 and the headless display share.
-// EGL may be called from any thread; eglBindAPI is said anew on each. The EGL display is never terminated: the driver
-// keeps threads and caches for the next one.
+// EGL may be called from any thread; eglBindAPI is said anew on each. The EGL display is never terminated:
+// the driver keeps threads and caches for the next one.
 
 #pragma once
 

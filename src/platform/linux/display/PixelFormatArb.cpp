@@ -1,5 +1,5 @@
-// WGL_ARB_extensions_string and WGL_ARB_pixel_format as the displays offer them: formats are chosen by colour, depth
-// and samples. Attribute numbers: WGL_ARB_pixel_format, WGL_ARB_multisample. Any thread.
+// WGL_ARB_extensions_string and WGL_ARB_pixel_format as the displays offer them: formats are chosen by
+// colour, depth and samples. Attribute numbers: WGL_ARB_pixel_format, WGL_ARB_multisample. Any thread.
 
 #include "platform/linux/display/PixelFormatArb.h"
 
@@ -19,20 +19,33 @@ const char* GetExtensionsString(HDC) noexcept {
 }
 
 BOOL ChooseFormat(HDC hDC, const int* pAttributes, const FLOAT*, UINT nMax, int* pFormat,
-                       UINT* pFound) noexcept {
+                  UINT* pFound) noexcept {
   const auto display = TheDisplay();
   if (display == nullptr || hDC == nullptr || pFound == nullptr) return FALSE;
   PIXELFORMATDESCRIPTOR request{};
   int samples = 0;
   for (const int* pair = pAttributes; pair != nullptr && pair[0] != 0; pair += 2) {
     switch (pair[0]) {
-      case kDrawToWindow: request.dwFlags |= PFD_DRAW_TO_WINDOW; break;
-      case kDoubleBuffer: request.dwFlags |= PFD_DOUBLEBUFFER; break;
-      case kSupportOpenGL: request.dwFlags |= PFD_SUPPORT_OPENGL; break;
-      case kColorBits: request.cColorBits = static_cast<BYTE>(pair[1]); break;
-      case kDepthBits: request.cDepthBits = static_cast<BYTE>(pair[1]); break;
-      case kSamples: samples = pair[1]; break;
-      default: break;
+      case kDrawToWindow:
+        request.dwFlags |= PFD_DRAW_TO_WINDOW;
+        break;
+      case kDoubleBuffer:
+        request.dwFlags |= PFD_DOUBLEBUFFER;
+        break;
+      case kSupportOpenGL:
+        request.dwFlags |= PFD_SUPPORT_OPENGL;
+        break;
+      case kColorBits:
+        request.cColorBits = static_cast<BYTE>(pair[1]);
+        break;
+      case kDepthBits:
+        request.cDepthBits = static_cast<BYTE>(pair[1]);
+        break;
+      case kSamples:
+        samples = pair[1];
+        break;
+      default:
+        break;
     }
   }
   const int format = samples > 0 ? display->ChooseMultisampleFormat(hDC->Kind(), request, samples)
@@ -47,11 +60,20 @@ BOOL GetAttribiv(HDC hDC, int iFormat, int, UINT nAttributes, const int* pAttrib
   if (format == nullptr) return FALSE;
   for (UINT i = 0; i < nAttributes; ++i) {
     switch (pAttributes[i]) {
-      case kColorBits: pValues[i] = format->m_Description.cColorBits; break;
-      case kDepthBits: pValues[i] = format->m_Description.cDepthBits; break;
-      case kSampleBuffers: pValues[i] = format->m_iSamples > 0 ? 1 : 0; break;
-      case kSamples: pValues[i] = format->m_iSamples; break;
-      default: return FALSE;
+      case kColorBits:
+        pValues[i] = format->m_Description.cColorBits;
+        break;
+      case kDepthBits:
+        pValues[i] = format->m_Description.cDepthBits;
+        break;
+      case kSampleBuffers:
+        pValues[i] = format->m_iSamples > 0 ? 1 : 0;
+        break;
+      case kSamples:
+        pValues[i] = format->m_iSamples;
+        break;
+      default:
+        return FALSE;
     }
   }
   return TRUE;

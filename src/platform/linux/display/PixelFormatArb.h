@@ -1,4 +1,5 @@
-// The entry points of WGL_ARB_extensions_string and WGL_ARB_pixel_format, over the display's formats. Any thread.
+// The entry points of WGL_ARB_extensions_string and WGL_ARB_pixel_format, over the display's formats. Any
+// thread.
 
 #pragma once
 

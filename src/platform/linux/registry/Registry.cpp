@@ -1,5 +1,5 @@
-// The registry operations over machine.reg and user.reg. Each operation reads its file anew, and one that changes it
-// replaces it whole; one lock for all of them. Any thread.
+// The registry operations over machine.reg and user.reg. Each operation reads its file anew, and one that
+// changes it replaces it whole; one lock for all of them. Any thread.
 
 #include "platform/Registry.h"
 
@@ -31,7 +31,8 @@ std::string UserFile() {
 }
 
 std::string MachineFile() {
-  if (const std::string folder = Variable("GLLIB_REGISTRY_DIR"); !folder.empty()) return folder + "/machine.reg";
+  if (const std::string folder = Variable("GLLIB_REGISTRY_DIR"); !folder.empty())
+    return folder + "/machine.reg";
   const std::string folders = Variable("XDG_CONFIG_DIRS");
   return (folders.empty() ? "/etc/xdg" : folders.substr(0, folders.find(':'))) + "/gllib/machine.reg";
 }
@@ -161,13 +162,14 @@ LSTATUS RegSetValueExA(HKEY hKey, const char* szValueName, DWORD, DWORD dwType, 
 LSTATUS RegDeleteTreeA(HKEY hKey, const char* szSubKey) noexcept {
   return Guarded(hKey, [&] {
     const std::string path = PathOf(hKey, szSubKey);
-    return ChangeFile(path,
-                      [&](RegistryFile& file) { return file.Remove(path) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND; });
+    return ChangeFile(
+        path, [&](RegistryFile& file) { return file.Remove(path) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND; });
   });
 }
 
 LSTATUS RegCloseKey(HKEY hKey) noexcept {
-  if (hKey == HKEY_CLASSES_ROOT || hKey == HKEY_CURRENT_USER || hKey == HKEY_LOCAL_MACHINE) return ERROR_SUCCESS;
+  if (hKey == HKEY_CLASSES_ROOT || hKey == HKEY_CURRENT_USER || hKey == HKEY_LOCAL_MACHINE)
+    return ERROR_SUCCESS;
   delete hKey;
   return ERROR_SUCCESS;
 }

@@ -7,8 +7,8 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <fstream>
 #include <filesystem>
+#include <fstream>
 #include <sstream>
 #include <utility>
 
@@ -41,7 +41,9 @@ std::optional<std::string> ReadQuoted(const std::string& aLine, std::size_t& aPo
   return std::nullopt;
 }
 
-std::vector<BYTE> BytesOf(const std::string& aText) { return {aText.c_str(), aText.c_str() + aText.size() + 1}; }
+std::vector<BYTE> BytesOf(const std::string& aText) {
+  return {aText.c_str(), aText.c_str() + aText.size() + 1};
+}
 
 std::optional<DWORD> ReadHex(const std::string& aText) {
   if (aText.empty() || aText.size() > 8) return std::nullopt;
@@ -71,7 +73,8 @@ std::string TextOf(const std::string& aName, const RegistryValue& aValue) {
     const auto& data = aValue.m_vData;
     return head + Quoted(std::string(data.begin(), data.empty() ? data.end() : data.end() - 1));
   }
-  std::string text = head + (aValue.m_dwType == REG_BINARY ? "hex:" : "hex(" + std::to_string(aValue.m_dwType) + "):");
+  std::string text =
+      head + (aValue.m_dwType == REG_BINARY ? "hex:" : "hex(" + std::to_string(aValue.m_dwType) + "):");
   for (std::size_t i = 0; i < aValue.m_vData.size(); ++i) {
     char digits[8] = {};
     std::snprintf(digits, sizeof(digits), i == 0 ? "%02x" : ",%02x", aValue.m_vData[i]);
@@ -89,8 +92,10 @@ bool LessWithoutCase::operator()(const std::string& a, const std::string& b) con
 LSTATUS RegistryFile::Load(const std::string& aPath) {
   std::error_code error;
   const std::uintmax_t size = std::filesystem::file_size(aPath, error);
-  if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory) return ERROR_SUCCESS;
-  if (error || size > kLargestFile) return error == std::errc::permission_denied ? ERROR_ACCESS_DENIED : ERROR_BADDB;
+  if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory)
+    return ERROR_SUCCESS;
+  if (error || size > kLargestFile)
+    return error == std::errc::permission_denied ? ERROR_ACCESS_DENIED : ERROR_BADDB;
   std::ifstream in(aPath, std::ios::binary);
   if (!in) return ERROR_ACCESS_DENIED;
   std::ostringstream text;
@@ -189,7 +194,8 @@ RegistryKey* RegistryFile::Find(const std::string& aPath) {
   // A key stands as soon as one below it does.
   const std::string below = aPath + "\\";
   const auto child = m_Keys.lower_bound(below);
-  if (child == m_Keys.end() || strncasecmp(child->first.c_str(), below.c_str(), below.size()) != 0) return nullptr;
+  if (child == m_Keys.end() || strncasecmp(child->first.c_str(), below.c_str(), below.size()) != 0)
+    return nullptr;
   return &Make(aPath);
 }
 

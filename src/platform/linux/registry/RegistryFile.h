@@ -1,5 +1,5 @@
-// RegistryFile: one registry file in the registry-script format, as keys with their values and, for what it doesn't
-// understand, the lines as they stood. Used by one thread at a time.
+// RegistryFile: one registry file in the registry-script format, as keys with their values and, for what it
+// doesn't understand, the lines as they stood. Used by one thread at a time.
 
 #pragma once
 

@@ -18,7 +18,8 @@ int HeightOf(const RECT& aRect) noexcept { return std::max(aRect.bottom - aRect.
 /// A window's pbuffer, of the size that the window had.
 class WindowPbuffer final : public DrawSurface {
  public:
-  WindowPbuffer(HeadlessDisplay& aDisplay, HWND aWindow, const RECT& aRect, std::unique_ptr<DrawSurface> aPbuffer)
+  WindowPbuffer(HeadlessDisplay& aDisplay, HWND aWindow, const RECT& aRect,
+                std::unique_ptr<DrawSurface> aPbuffer)
       : m_Display(aDisplay), m_hWnd(aWindow), m_sRect(aRect), m_pPbuffer(std::move(aPbuffer)) {}
 
   bool IsOutgrown() const noexcept override {
@@ -104,12 +105,14 @@ HWND HeadlessDisplay::ParentOf(HWND) noexcept { return nullptr; }
 
 HWND HeadlessDisplay::Desktop() noexcept { return kDesktop; }
 
-std::unique_ptr<DrawSurface> HeadlessDisplay::MakeWindowSurface(HWND aWindow, const DisplayFormat& aFormat) noexcept {
+std::unique_ptr<DrawSurface> HeadlessDisplay::MakeWindowSurface(HWND aWindow,
+                                                                const DisplayFormat& aFormat) noexcept {
   RECT rect{};
   if (!ScreenRectangle(aWindow, &rect)) return nullptr;
   auto pbuffer = m_Egl.MakePbuffer(WidthOf(rect), HeightOf(rect), aFormat);
   if (pbuffer == nullptr) return nullptr;
-  return std::unique_ptr<DrawSurface>(new (std::nothrow) WindowPbuffer(*this, aWindow, rect, std::move(pbuffer)));
+  return std::unique_ptr<DrawSurface>(new (std::nothrow)
+                                          WindowPbuffer(*this, aWindow, rect, std::move(pbuffer)));
 }
 
 std::unique_ptr<DrawSurface> HeadlessDisplay::MakeMemorySurface(int aWidth, int aHeight,
@@ -134,5 +137,6 @@ bool HeadlessDisplay::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) 
 // Single-buffered: what is drawn is there once GL has done it.
 bool HeadlessDisplay::Swap(HWND aWindow, DrawSurface& aSurface) noexcept {
   RECT rect{};
-  return ScreenRectangle(aWindow, &rect) && eglSwapBuffers(m_Egl.Handle(), static_cast<WindowPbuffer&>(aSurface).Handle());
+  return ScreenRectangle(aWindow, &rect) &&
+         eglSwapBuffers(m_Egl.Handle(), static_cast<WindowPbuffer&>(aSurface).Handle());
 }

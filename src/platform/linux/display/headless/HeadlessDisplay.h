@@ -1,5 +1,5 @@
-// HeadlessDisplay: no screen at all. A window is a record with a pbuffer, single-buffered, so that both read buffers
-// show the last frame. Parent 0 alone is valid. Any thread.
+// HeadlessDisplay: no screen at all. A window is a record with a pbuffer, single-buffered, so that both read
+// buffers show the last frame. Parent 0 alone is valid. Any thread.
 
 #pragma once
 
@@ -10,7 +10,8 @@
 
 class HeadlessDisplay : public DisplayServer {
  public:
-  /// EGL without a surface where the driver is Mesa's, else on the first EGL device. @return null when neither is
+  /// EGL without a surface where the driver is Mesa's, else on the first EGL device. @return null when
+  /// neither is
   static std::shared_ptr<DisplayServer> Open() noexcept;
 
   bool IsBroken() const noexcept override { return false; }
@@ -20,8 +21,11 @@ class HeadlessDisplay : public DisplayServer {
   bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept override;
   HWND ParentOf(HWND aWindow) noexcept override;
   HWND Desktop() noexcept override;
-  const std::vector<DisplayFormat>& Formats(SurfaceKind aKind) noexcept override { return m_Egl.Formats(aKind); }
-  std::unique_ptr<DrawSurface> MakeWindowSurface(HWND aWindow, const DisplayFormat& aFormat) noexcept override;
+  const std::vector<DisplayFormat>& Formats(SurfaceKind aKind) noexcept override {
+    return m_Egl.Formats(aKind);
+  }
+  std::unique_ptr<DrawSurface> MakeWindowSurface(HWND aWindow,
+                                                 const DisplayFormat& aFormat) noexcept override;
   std::unique_ptr<DrawSurface> MakeMemorySurface(int aWidth, int aHeight,
                                                  const DisplayFormat& aFormat) noexcept override;
   std::unique_ptr<DrawContext> MakeContext(const DisplayFormat& aFormat) noexcept override;

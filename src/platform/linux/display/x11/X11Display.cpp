@@ -1,5 +1,5 @@
-// X11Display: connection, windows and events. Any thread; XCB serialises by itself. Errors of requests come as events
-// and are left there: each operation tells by its result what it found.
+// X11Display: connection, windows and events. Any thread; XCB serialises by itself. Errors of requests come
+// as events and are left there: each operation tells by its result what it found.
 
 #include "platform/linux/display/x11/X11Display.h"
 
@@ -69,10 +69,11 @@ bool X11Display::Connect() noexcept {
   m_pScreen = screens.data;
   if (m_pScreen == nullptr) return false;
   m_Colormap = xcb_generate_id(m_pConnection);
-  xcb_create_colormap(m_pConnection, XCB_COLORMAP_ALLOC_NONE, m_Colormap, m_pScreen->root, m_pScreen->root_visual);
+  xcb_create_colormap(m_pConnection, XCB_COLORMAP_ALLOC_NONE, m_Colormap, m_pScreen->root,
+                      m_pScreen->root_visual);
   m_WakeWindow = xcb_generate_id(m_pConnection);
-  xcb_create_window(m_pConnection, 0, m_WakeWindow, m_pScreen->root, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                    XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_create_window(m_pConnection, 0, m_WakeWindow, m_pScreen->root, -1, -1, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
   return xcb_flush(m_pConnection) > 0;
 }
 
@@ -80,8 +81,8 @@ bool X11Display::StartEgl() noexcept {
   const auto getDisplay =
       reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(eglGetProcAddress("eglGetPlatformDisplayEXT"));
   if (getDisplay == nullptr) return false;
-  const EGLint screen[] = {m_bXcbPlatform ? EGL_PLATFORM_XCB_SCREEN_EXT : EGL_PLATFORM_X11_SCREEN_EXT, m_iScreen,
-                           EGL_NONE};
+  const EGLint screen[] = {m_bXcbPlatform ? EGL_PLATFORM_XCB_SCREEN_EXT : EGL_PLATFORM_X11_SCREEN_EXT,
+                           m_iScreen, EGL_NONE};
   const EGLDisplay display = m_bXcbPlatform ? getDisplay(EGL_PLATFORM_XCB_EXT, m_pConnection, screen)
                                             : getDisplay(EGL_PLATFORM_X11_EXT, m_pXlib, screen);
   return m_Egl.Start(display, static_cast<EGLint>(m_pScreen->root_visual));
@@ -100,7 +101,9 @@ X11Display::~X11Display() {
   m_EventThread.join();
 }
 
-bool X11Display::IsBroken() const noexcept { return m_bBroken || xcb_connection_has_error(m_pConnection) != 0; }
+bool X11Display::IsBroken() const noexcept {
+  return m_bBroken || xcb_connection_has_error(m_pConnection) != 0;
+}
 
 void X11Display::ReadEvents() noexcept {
   MessageThread& messages = MessageThread::Get();
@@ -222,7 +225,8 @@ HWND X11Display::ParentOf(HWND aWindow) noexcept {
 
 HWND X11Display::Desktop() noexcept { return HandleOf(m_pScreen->root); }
 
-std::unique_ptr<DrawSurface> X11Display::MakeWindowSurface(HWND aWindow, const DisplayFormat& aFormat) noexcept {
+std::unique_ptr<DrawSurface> X11Display::MakeWindowSurface(HWND aWindow,
+                                                           const DisplayFormat& aFormat) noexcept {
   if (IsBroken() || !IsAlive(aWindow)) return nullptr;
   const auto create = reinterpret_cast<PFNEGLCREATEPLATFORMWINDOWSURFACEEXTPROC>(
       eglGetProcAddress("eglCreatePlatformWindowSurfaceEXT"));

@@ -1,5 +1,5 @@
-// X11Display: windows of an X server by XCB, contexts by EGL on the same connection, which is the component's own.
-// Any thread. Events come on a thread of the display's own, which hands them to the message thread.
+// X11Display: windows of an X server by XCB, contexts by EGL on the same connection, which is the component's
+// own. Any thread. Events come on a thread of the display's own, which hands them to the message thread.
 
 #pragma once
 
@@ -27,8 +27,11 @@ class X11Display final : public DisplayServer {
   bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept override;
   HWND ParentOf(HWND aWindow) noexcept override;
   HWND Desktop() noexcept override;
-  const std::vector<DisplayFormat>& Formats(SurfaceKind aKind) noexcept override { return m_Egl.Formats(aKind); }
-  std::unique_ptr<DrawSurface> MakeWindowSurface(HWND aWindow, const DisplayFormat& aFormat) noexcept override;
+  const std::vector<DisplayFormat>& Formats(SurfaceKind aKind) noexcept override {
+    return m_Egl.Formats(aKind);
+  }
+  std::unique_ptr<DrawSurface> MakeWindowSurface(HWND aWindow,
+                                                 const DisplayFormat& aFormat) noexcept override;
   std::unique_ptr<DrawSurface> MakeMemorySurface(int aWidth, int aHeight,
                                                  const DisplayFormat& aFormat) noexcept override;
   std::unique_ptr<DrawContext> MakeContext(const DisplayFormat& aFormat) noexcept override;

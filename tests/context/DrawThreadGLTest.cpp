@@ -1,0 +1,220 @@
+// The draw thread as a host steers it, and the ways in which contexts come and go.
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+#include <vector>
+
+#include "component/Module.h"
+#include "support/Eventually.h"
+#include "support/Scene.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr ULONG kForever = 0xFFFFFFFF;
+
+GLPtr<IGLContext> NewContext() { return GLCreate<IGLContext>(CLSID_GLContext); }
+
+struct Painted {
+  GLPtr<IGLContext> context = NewContext();
+  std::shared_ptr<std::atomic<int>> frames = std::make_shared<std::atomic<int>>(0);
+
+  explicit Painted(DrawFunction aDraw = {}) {
+    EXPECT_EQ(context->Initialize(0), S_OK);
+    context->SetViewport(0, 0, 32, 32);
+    IGLViewer* viewer = nullptr;
+    context->CreateViewer(1, 1, &viewer);
+    const auto painter = GLMake<TestPainter>([frames = frames, aDraw](Scene& scene) {
+      ++*frames;
+      if (aDraw) aDraw(scene);
+    });
+    context->AttachPainter(painter.Get());
+  }
+};
+
+}  // namespace
+
+TEST(Context, StartsWithItsDefaults) {
+  const auto context = NewContext();
+  LONG value = -1;
+  EXPECT_EQ(context->IsDepthEnabled(&value), S_OK);
+  EXPECT_EQ(value, 1);
+  EXPECT_EQ(context->IsLightingEnabled(&value), S_OK);
+  EXPECT_EQ(value, 1);
+  EXPECT_EQ(context->IsAmbientLightEnabled(&value), S_OK);
+  EXPECT_EQ(value, 1);
+  GLDATA_RGBA color{};
+  context->GetAmbientLight(&color);
+  EXPECT_FLOAT_EQ(color.m_fRed, 0.2f);
+  EXPECT_EQ(color.m_fAlpha, 1.0f);
+  int width = 0;
+  context->GetViewportWidth(&width);
+  EXPECT_EQ(width, 1);
+  IGLFont* font = nullptr;
+  EXPECT_EQ(context->GetDefaultFont(&font), S_OK);
+  EXPECT_EQ(font, nullptr);
+}
+
+TEST(Context, WantsItsDrawThreadForWhatSteersIt) {
+  const auto context = NewContext();
+  int priority = 7;
+  ULONG preferred = 7, mustSleep = 7;
+  EXPECT_EQ(context->GetDrawThreadPars(&priority, &preferred, &mustSleep), E_GL_BADSTATE);
+  EXPECT_EQ(priority, 7);
+  EXPECT_EQ(context->SetDrawThreadPars(0, 40, 10), E_GL_BADSTATE);
+  const auto control = context.As<IGLContext2>();
+  EXPECT_EQ(control->SetControlledDrawThread(1, 0), E_GL_BADSTATE);
+  EXPECT_EQ(control->TriggerDrawThread(), E_GL_BADSTATE);
+  const auto suspension = context.As<IGLContext12>();
+  EXPECT_EQ(suspension->SuspendDrawThread(), E_GL_BADSTATE);
+  EXPECT_EQ(suspension->ResumeDrawThread(), E_GL_BADSTATE);
+}
+
+TEST(DrawThread, LimitsItsParameters) {
+  const Painted painted;
+  struct {
+    int priority;
+    ULONG preferred, mustSleep;
+    int gotPriority;
+    ULONG gotPreferred, gotMustSleep;
+  } const cases[] = {
+      {0, 1, 1, 0, 5, 5}, {0, 6000, 6000, 0, 5000, 5000}, {3, 40, 10, 0, 40, 10}, {-2, 50, 20, -2, 50, 20}};
+  int priority = 0;
+  ULONG preferred = 0, mustSleep = 0;
+  EXPECT_EQ(painted.context->GetDrawThreadPars(&priority, &preferred, &mustSleep), S_OK);
+  EXPECT_EQ(priority, 2);
+  EXPECT_EQ(preferred, 40u);
+  EXPECT_EQ(mustSleep, 10u);
+  for (const auto& c : cases) {
+    EXPECT_EQ(painted.context->SetDrawThreadPars(c.priority, c.preferred, c.mustSleep), S_OK);
+    painted.context->GetDrawThreadPars(&priority, &preferred, &mustSleep);
+    EXPECT_EQ(priority, c.gotPriority);
+    EXPECT_EQ(preferred, c.gotPreferred);
+    EXPECT_EQ(mustSleep, c.gotMustSleep);
+  }
+}
+
+TEST(DrawThread, DrawsOnRequestAloneWhenControlled) {
+  const Painted painted;
+  const auto control = painted.context.As<IGLContext2>();
+  control->SetControlledDrawThread(1, kForever);
+  std::this_thread::sleep_for(150ms);  // what was under way has ended
+  const int before = *painted.frames;
+  std::this_thread::sleep_for(150ms);
+  EXPECT_EQ(*painted.frames, before) << "no frame without a trigger";
+  control->TriggerDrawThread();
+  EXPECT_TRUE(Eventually([&] { return *painted.frames == before + 1; }));
+}
+
+TEST(DrawThread, StandsStillFromSuspensionToResumption) {
+  const Painted painted;
+  ASSERT_TRUE(Eventually([&] { return *painted.frames > 0; }));
+  const auto suspension = painted.context.As<IGLContext12>();
+  suspension->SuspendDrawThread();
+  suspension->SuspendDrawThread();
+  const int parked = *painted.frames;
+  std::this_thread::sleep_for(150ms);
+  EXPECT_EQ(*painted.frames, parked);
+  suspension->ResumeDrawThread();
+  EXPECT_TRUE(Eventually([&] { return *painted.frames > parked; })) << "suspensions aren't counted";
+}
+
+TEST(Context, ReplacesWindowAndThreadAtAFurtherInitialize) {
+  const Painted painted;
+  painted.context->SetDrawThreadPars(0, 100, 50);
+  ULONG_PTR first = 0, second = 0;
+  painted.context->GetWindow(&first);
+  const ULONG generation = g_uListGeneration;
+  EXPECT_EQ(painted.context->Initialize(0), S_OK);
+  painted.context->GetWindow(&second);
+  EXPECT_NE(first, second);
+  EXPECT_NE(g_uListGeneration, generation) << "no key may name a list of the new rendering context";
+  int priority = 0;
+  ULONG preferred = 0, mustSleep = 0;
+  painted.context->GetDrawThreadPars(&priority, &preferred, &mustSleep);
+  EXPECT_EQ(preferred, 40u);
+  const int before = *painted.frames;
+  EXPECT_TRUE(Eventually([&] { return *painted.frames > before; })) << "viewers and painter stay";
+}
+
+TEST(Context, EndsWhileItsPainterDrawsAndByItsPainter) {
+  std::atomic<bool> inside{false};
+  {
+    Painted slow([&](Scene&) {
+      inside = true;
+      std::this_thread::sleep_for(200ms);
+    });
+    ASSERT_TRUE(Eventually([&] { return inside.load(); }));
+  }  // the last reference goes in the middle of a frame
+  const LONG locks = g_iModuleLocks;
+  {
+    std::atomic<bool> released{false};
+    Painted own;
+    IGLContext* const last = own.context.Detach();
+    const auto painter = GLMake<TestPainter>([&](Scene& scene) {
+      if (!released.exchange(true)) scene.Context().Release();
+    });
+    last->AttachPainter(painter.Get());
+    EXPECT_TRUE(Eventually([&] { return released && g_iModuleLocks <= locks; })) << "the context has gone";
+  }
+}
+
+TEST(Context, AnswersItsPainterInEveryOperation) {
+  std::atomic<bool> done{false};
+  Painted painted([&](Scene& scene) {
+    if (done) return;
+    IGLContext& context = scene.Context();
+    const auto control = GLPtr<IGLContext>::FromBorrowed(&context).As<IGLContext2>();
+    EXPECT_EQ(context.Initialize(0), E_GL_BADSTATE);
+    context.SetViewport(0, 0, 40, 40);
+    context.SetDrawThreadPars(0, 20, 5);
+    control->SetControlledDrawThread(0, 0);
+    control->TriggerDrawThread();
+    IGLViewer* viewer = nullptr;
+    EXPECT_EQ(context.CreateViewer(1, 0, &viewer), S_OK);
+    context.DestroyViewer(viewer);
+    GLDATA_POINT a{0, 0, 0}, b{1, 0, 0}, c{0, 1, 0};
+    EXPECT_EQ(context.ClipPlane(&a, &b, &c), S_OK);
+    EXPECT_EQ(context.ClipPlane(&a, &b, &b), E_GL_BADVALUE);
+    context.ResetClipPlanes();
+    IGLFont* font = nullptr;
+    EXPECT_EQ(context.CreateSystemFont(&font), S_OK);
+    context.DestroyFont(font);
+    if (font != nullptr) font->Release();
+    int size = 4;
+    ULONG ids[4] = {};
+    EXPECT_EQ(context.Select(&scene.Viewer(), &a, &b, 0, 0, &size, ids), E_GL_BADSTATE);
+    EXPECT_EQ(size, 0);
+    context.DetachPainter();
+    done = true;
+  });
+  EXPECT_TRUE(Eventually([&] { return done.load(); }));
+}
+
+TEST(Context, ServesSixThreadsWhileItsWorkerNeverPauses) {
+  const Painted painted;
+  painted.context.As<IGLContext2>()->SetControlledDrawThread(1, 0);
+  std::vector<std::thread> callers;
+  std::atomic<int> rounds{0};
+  for (int i = 0; i < 6; ++i) {
+    callers.emplace_back([&] {
+      for (int round = 0; round < 20; ++round, ++rounds) {
+        painted.context->SetViewport(0, 0, 32 + round, 32);
+        painted.context->SetDrawThreadPars(0, 5 + static_cast<ULONG>(round), 5);
+        painted.context.As<IGLContext12>()->ResumeDrawThread();
+        GLDATA_POINT a{0, 0, 0}, b{1, 0, 0}, c{0, 1, 0};
+        painted.context->ClipPlane(&a, &b, &c);
+        painted.context->ResetClipPlanes();
+        IGLViewer* viewer = nullptr;
+        painted.context->CreateViewer(0, 1, &viewer);
+        painted.context->DestroyViewer(viewer);
+      }
+    });
+  }
+  for (std::thread& caller : callers) caller.join();
+  EXPECT_EQ(rounds, 120);
+}
