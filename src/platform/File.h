@@ -7,13 +7,12 @@
 
 #include <cstdio>
 
-/// Opens a regular file for reading. Pipes and devices are refused: they have no size, and a read of one may
-/// never end.
+/// Opens a file for reading. Waits for nobody: a pipe opens too, but has no size and nothing to read.
 /// @param aName the name; one that holds a zero before its end names no file
 /// @return the file, the caller's to close; null when there is none such
 std::FILE* OpenFileForReading(BSTR aName) noexcept;
 
-/// The size of a file in bytes, 0 when it can't be told. Leaves the file at its end.
+/// The size of a file in bytes, 0 when it has none that can be told. Leaves the file at its end.
 std::uint64_t FileSize(std::FILE* aFile) noexcept;
 
 /// Goes to a place counted from the file's start. @return false when it can't

@@ -234,7 +234,7 @@ TEST(TextureGL, PixelStoreOfTheHostNeitherShowsNorChanges) {
         EXPECT_TRUE(now == value || !aStore) << name;
       }
       glTranslatef(0.5f, 0, 0);
-      DrawFace(*NewTexture<IGLTexture2D>(NewPixmap(9, 3)), {1, 1, 1, 1});
+      DrawFace(*NewTexture<IGLTexture2D>(NewPixmap(9, 9)), {1, 1, 1, 1});
       for (const auto& [name, value] : kStore)
         glPixelStorei(name, value == 8 ? 4 : 0);  // for reading the picture
     });

@@ -3,7 +3,6 @@
 #include "platform/File.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -11,15 +10,13 @@
 
 namespace {
 
-/// Opens a regular file, null for anything else. Throws for a name that isn't valid text.
+/// Throws for a name that isn't valid text.
 std::FILE* Open(std::u16string_view aName) {
   const std::filesystem::path name(aName);
   // Without O_NONBLOCK the opening of a pipe waits for its writer.
   const int descriptor = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
   if (descriptor < 0) return nullptr;
-  struct stat status;
-  std::FILE* file = nullptr;
-  if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) file = fdopen(descriptor, "rb");
+  std::FILE* file = fdopen(descriptor, "rb");
   if (file == nullptr) close(descriptor);
   return file;
 }
