@@ -1,0 +1,346 @@
+// The platform's fonts against FreeType itself: one-bit glyphs, outlines, their solids, styles and the stock
+// font.
+
+#include "platform/Fonts.h"
+
+#include <ft2build.h>
+#include <gtest/gtest.h>
+
+#include FT_FREETYPE_H
+#include FT_OUTLINE_H
+
+#include <cmath>
+#include <cstdlib>
+
+#include "media/FontBench.h"
+#include "platform/Text.h"
+#include "platform/linux/fonts/FontLibrary.h"
+#include "platform/linux/fonts/GlyphTessellator.h"
+#include "support/PlainGL.h"
+
+namespace {
+
+constexpr std::uint32_t kWhite = 0xFFFFFFFF;
+
+/// A face opened by FreeType alone.
+class PlainFace {
+ public:
+  explicit PlainFace(const char* aName, int aWeight = 400) {
+    const auto match = FontLibrary::Instance().Match({aName, "sans-serif", aWeight, false, false});
+    EXPECT_TRUE(match.has_value()) << "these tests want a font on the system";
+    FT_Init_FreeType(&m_pLibrary);
+    if (match) FT_New_Face(m_pLibrary, match->m_sFile.c_str(), match->m_iIndex, &m_pFace);
+  }
+  ~PlainFace() { FT_Done_FreeType(m_pLibrary); }
+  PlainFace(const PlainFace&) = delete;
+  PlainFace& operator=(const PlainFace&) = delete;
+
+  FT_Face operator->() const { return m_pFace; }
+  FT_Face Get() const { return m_pFace; }
+
+ private:
+  FT_Library m_pLibrary = nullptr;
+  FT_Face m_pFace = nullptr;
+};
+
+/// A picture's pixels by rows from the bottom.
+bool IsLit(const Picture& aPicture, int aX, int aY) {
+  return (aPicture.At(aX, aPicture.Height() - 1 - aY) >> 24) > 127;
+}
+
+/// Draws one font of an own bench, in white model pixels.
+Picture DrawText(int aWidth, int aHeight, const FontOrder& aOrder, const std::u16string& aText,
+                 GLDATA_POINT aStart, float aSize = 1) {
+  return DrawPlainGL(aWidth, aHeight, [&] {
+    ModelInPixels(aWidth, aHeight);
+    FontBench bench;
+    const auto font = bench.Make(aOrder);
+    font->SetWidth(aSize);
+    font->SetHeight(aSize);
+    font->SetExtrusionZ(aSize);
+    EXPECT_EQ(Print(*font, aText, aStart), S_OK);
+  });
+}
+
+FT_UInt GlyphOf(const PlainFace& aFace, char16_t aCharacter) {
+  return FT_Get_Char_Index(aFace.Get(), aCharacter);
+}
+
+/// The same text by FreeType's one-bit renderer, each glyph at the sum of the advances before it.
+Picture DrawByFreeType(int aWidth, int aHeight, const PlainFace& aFace, const std::u16string& aText, int aX,
+                       int aY) {
+  Picture picture(aWidth, aHeight);
+  for (int y = 0; y < aHeight; ++y) {
+    for (int x = 0; x < aWidth; ++x) picture.Set(x, y, 0x000000FF);
+  }
+  for (const char16_t character : aText) {
+    FT_Load_Glyph(aFace.Get(), GlyphOf(aFace, character), FT_LOAD_RENDER | FT_LOAD_TARGET_MONO);
+    const FT_GlyphSlot slot = aFace->glyph;
+    for (int row = 0; row < static_cast<int>(slot->bitmap.rows); ++row) {
+      for (int column = 0; column < static_cast<int>(slot->bitmap.width); ++column) {
+        const int byte = slot->bitmap.buffer[row * slot->bitmap.pitch + column / 8];
+        if ((byte & (0x80 >> column % 8)) == 0) continue;
+        picture.Set(aX + slot->bitmap_left + column, aHeight - (aY + slot->bitmap_top - row), kWhite);
+      }
+    }
+    aX += static_cast<int>(slot->advance.x >> 6);
+  }
+  return picture;
+}
+
+}  // namespace
+
+TEST(Fonts, DrawsTheOneBitGlyphsOfFreeType) {
+  const std::u16string text = u"Hamburgefons &@%8g, \u00C4\u00E9\u00DF\u20AC! ~0x1F";
+  for (const int pixels : {9, 16, 31, 60}) {
+    const PlainFace face("DejaVu Sans");
+    FT_Set_Pixel_Sizes(face.Get(), 0, static_cast<FT_UInt>(pixels));
+    const Picture ours = DrawText(1300, 80, {.m_iHeight = -pixels}, text, {5, 20, 0});
+    const Picture plain = DrawByFreeType(1300, 80, face, text, 5, 20);
+    EXPECT_GT(plain.CountOther(0x000000FF), 100);
+    EXPECT_EQ(Difference(ours, plain), 0) << pixels << " pixels";
+  }
+}
+
+// Whatever FreeType covers wholly is lit, what it leaves out is not; in between either may be.
+TEST(Fonts, FillsTheOutlinesOfFreeType) {
+  const PlainFace face("DejaVu Sans");
+  FT_Set_Pixel_Sizes(face.Get(), 0, 200);
+  for (const char16_t character : std::u16string(u"&@%8gQ#\u00C5\u00D8")) {
+    const Picture ours = DrawText(256, 256, {.m_Kind = FontKind::kTrueType}, {character}, {20, 60, 0}, 200);
+    FT_Load_Glyph(face.Get(), GlyphOf(face, character), FT_LOAD_RENDER | FT_LOAD_NO_HINTING);
+    const FT_GlyphSlot slot = face->glyph;
+    int wrong = 0, lit = 0;
+    for (int y = 0; y < 256; ++y) {
+      for (int x = 0; x < 256; ++x) {
+        const int column = x - 20 - slot->bitmap_left, row = slot->bitmap_top - 1 - (y - 60);
+        const bool inside = column >= 0 && row >= 0 && column < static_cast<int>(slot->bitmap.width) &&
+                            row < static_cast<int>(slot->bitmap.rows);
+        const int coverage = inside ? slot->bitmap.buffer[row * slot->bitmap.pitch + column] : 0;
+        lit += IsLit(ours, x, y);
+        if ((coverage == 255 && !IsLit(ours, x, y)) || (coverage == 0 && IsLit(ours, x, y))) ++wrong;
+      }
+    }
+    EXPECT_GT(lit, 1000);
+    EXPECT_LE(wrong, 3) << "character " << static_cast<int>(character);
+  }
+}
+
+TEST(Fonts, CoversEachPixelOfAnOutlineOnce) {
+  for (const int style : {0, int{GLFS_UNDERLINE | GLFS_STRIKEOUT}}) {
+    const Picture picture = DrawPlainGL(700, 256, [style] {
+      ModelInPixels(700, 256);
+      FontBench bench;
+      const auto font = bench.Make({.m_Kind = FontKind::kTrueType, .m_iStyle = style});
+      font->SetWidth(150);
+      font->SetHeight(150);
+      glEnable(GL_BLEND);
+      glBlendFunc(GL_ONE, GL_ONE);
+      glColor3f(0.4f, 0.4f, 0.4f);
+      EXPECT_EQ(Print(*font, u"&@%8g", {10, 60, 0}), S_OK);
+    });
+    EXPECT_GT(picture.CountOther(0x000000FF), 10'000);
+    int twice = 0;
+    for (int y = 0; y < 256; ++y) {
+      for (int x = 0; x < 700; ++x) twice += (picture.At(x, y) >> 24) > 110;
+    }
+    EXPECT_EQ(twice, 0);
+  }
+}
+
+// From any side, each visible face of a closed solid looks at the eye: so it survives culling, and a light at
+// the eye leaves none of it dark.
+TEST(Fonts, ExtrudesIntoClosedSolidsThatLightShapes) {
+  Picture pictures[2];
+  for (const float turn : {0.0f, 50.0f, 130.0f, 180.0f, 260.0f}) {
+    for (const bool culled : {false, true}) {
+      pictures[culled] = DrawPlainGL(300, 300, [=] {
+        ModelInPixels(300, 300);
+        const float eye[] = {0, 0, 1, 0}, none[] = {0, 0, 0, 1}, white[] = {1, 1, 1, 1};
+        glLightfv(GL_LIGHT0, GL_POSITION, eye);
+        glLightModelfv(GL_LIGHT_MODEL_AMBIENT, none);
+        glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, white);
+        glEnable(GL_LIGHTING);
+        glEnable(GL_LIGHT0);
+        glEnable(GL_NORMALIZE);
+        glEnable(GL_DEPTH_TEST);
+        if (culled) glEnable(GL_CULL_FACE);
+        glTranslatef(150, 100, 0);
+        glRotatef(25, 1, 0, 0);
+        glRotatef(turn, 0, 1, 0);
+        FontBench bench;
+        const auto font = bench.Make({.m_Kind = FontKind::kTrueType, .m_bExtruded = true});
+        font->SetWidth(150);
+        font->SetHeight(150);
+        font->SetExtrusionZ(60);
+        EXPECT_EQ(Print(*font, u"&8", {-100, 0, 0}), S_OK);
+      });
+    }
+    EXPECT_GT(pictures[true].CountOther(0x000000FF), 3000);
+    EXPECT_LE(Difference(pictures[false], pictures[true]), 8) << "turned by " << turn;
+    int dark = 0;
+    for (int y = 1; y < 299; ++y) {
+      for (int x = 1; x < 299; ++x) {
+        const auto lit = [&](int dx, int dy) { return pictures[true].At(x + dx, y + dy) >> 24 > 0; };
+        dark += !lit(0, 0) && lit(1, 0) && lit(-1, 0) && lit(0, 1) && lit(0, -1);
+      }
+    }
+    EXPECT_LE(dark, 4) << "turned by " << turn;
+  }
+}
+
+TEST(Fonts, MeasuresGlyphsInEmUnits) {
+  DrawPlainGL(8, 8, [] {
+    const PlainFace face("DejaVu Sans");
+    const HDC dc = GetDC(nullptr);
+    const HFONT font = CreateFontA(0, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, FF_SWISS, "DejaVu Sans");
+    const HGDIOBJ old = SelectObject(dc, font);
+    GLYPHMETRICSFLOAT metrics[256] = {};
+    const GLuint base = glGenLists(256);
+    ASSERT_TRUE(wglUseFontOutlinesA(dc, 0, 256, base, 0, 0, WGL_FONT_POLYGONS, metrics));
+    for (const unsigned char code : {'A', 'g', 'Q', '_', ' '}) {
+      FT_Load_Glyph(face.Get(), GlyphOf(face, code), FT_LOAD_NO_SCALE);
+      const FT_Glyph_Metrics& plain = face->glyph->metrics;
+      const float em = face->units_per_EM;
+      EXPECT_NEAR(metrics[code].gmfCellIncX * em, static_cast<float>(plain.horiAdvance), 0.01f) << code;
+      EXPECT_NEAR(metrics[code].gmfBlackBoxX * em, static_cast<float>(plain.width), 2.0f) << code;
+      EXPECT_NEAR(metrics[code].gmfBlackBoxY * em, static_cast<float>(plain.height), 2.0f) << code;
+      EXPECT_NEAR(metrics[code].gmfptGlyphOrigin.x * em, static_cast<float>(plain.horiBearingX), 2.0f)
+          << code;
+      EXPECT_NEAR(metrics[code].gmfptGlyphOrigin.y * em, static_cast<float>(plain.horiBearingY), 2.0f)
+          << code;
+      EXPECT_EQ(metrics[code].gmfCellIncY, 0.0f);
+    }
+    EXPECT_FALSE(wglUseFontOutlinesA(dc, 200, 100, base, 0, 0, WGL_FONT_POLYGONS, metrics))
+        << "past the last code";
+    SelectObject(dc, old);
+    EXPECT_FALSE(wglUseFontOutlinesA(dc, 0, 1, base, 0, 0, WGL_FONT_POLYGONS, metrics))
+        << "the stock font has none";
+    DeleteObject(font);
+    ReleaseDC(nullptr, dc);
+  });
+}
+
+TEST(Fonts, ShowsEveryStyleItIsAskedFor) {
+  for (const FontKind kind : {FontKind::kRaster, FontKind::kTrueType}) {
+    const auto draw = [kind](int aStyle, int aWeight, float aOrientation = 0) {
+      return DrawText(160, 64,
+                      {.m_Kind = kind,
+                       .m_iStyle = aStyle,
+                       .m_iWeight = aWeight,
+                       .m_fOrientation = aOrientation,
+                       .m_iHeight = -30},
+                      u"Hill", {20, 20, 0}, 30);
+    };
+    const auto ink = [](const Picture& picture) { return picture.CountOther(0x000000FF); };
+    const Picture plain = draw(0, 400);
+    EXPECT_GT(ink(draw(0, 700)), ink(plain) * 5 / 4) << "bold";
+    EXPECT_GT(Difference(draw(GLFS_ITALIC, 400), plain), ink(plain) / 3) << "italic";
+    EXPECT_GT(Difference(draw(0, 400, 90), plain), ink(plain) / 3) << "orientation";
+    EXPECT_EQ(Difference(draw(0, 400, 360), plain), 0);
+    EXPECT_EQ(Difference(draw(0, 400, NAN), plain), 0);
+    // A bar lies unbroken from the first pen to the last.
+    const auto unbroken = [](const Picture& picture, int aFromRow, int aToRow) {
+      bool found = false;
+      for (int y = aFromRow; y < aToRow; ++y) {
+        bool whole = true;
+        for (int x = 21; x < 52; ++x) whole = whole && IsLit(picture, x, y);
+        found = found || whole;
+      }
+      return found;
+    };
+    EXPECT_FALSE(unbroken(plain, 0, 40));
+    EXPECT_TRUE(unbroken(draw(GLFS_UNDERLINE, 400), 13, 20));
+    EXPECT_TRUE(unbroken(draw(GLFS_STRIKEOUT, 400), 24, 36));
+  }
+}
+
+TEST(Fonts, TakesTheFamilyAndPitchForAFaceThatIsNotThere) {
+  const auto draw = [](const char* aFace, int aStyle) {
+    return DrawText(160, 64, {.m_szFace = aFace, .m_iStyle = aStyle, .m_iHeight = -30}, u"Will", {20, 20, 0});
+  };
+  const struct {
+    int m_iStyle;
+    const char* m_szFace;
+  } cases[] = {{0, "DejaVu Sans"},
+               {GLFS_ROMAN, "DejaVu Serif"},
+               {GLFS_MODERN, "DejaVu Sans Mono"},
+               {GLFS_FIXED_PITCH, "DejaVu Sans Mono"}};
+  for (const auto& c : cases)
+    EXPECT_EQ(Difference(draw("No Such Face", c.m_iStyle), draw(c.m_szFace, 0)), 0) << c.m_szFace;
+}
+
+TEST(Fonts, FitsTheSizeItIsAskedFor) {
+  const HDC dc = GetDC(nullptr);
+  const auto metricsOf = [dc](int aHeight, int aWidth) {
+    TEXTMETRICA metrics{};
+    const HFONT font = CreateFontA(aHeight, aWidth, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, FF_SWISS, "DejaVu Sans");
+    if (font == nullptr) return metrics;
+    const HGDIOBJ old = SelectObject(dc, font);
+    EXPECT_TRUE(GetTextMetricsA(dc, &metrics));
+    SelectObject(dc, old);
+    DeleteObject(font);
+    return metrics;
+  };
+  for (const int height : {10, 24, 100, 501}) {
+    EXPECT_NEAR(metricsOf(height, 0).tmHeight, height, 1) << "the cell";
+    const TEXTMETRICA characters = metricsOf(-height, 0);
+    EXPECT_EQ(characters.tmHeight - characters.tmInternalLeading, height) << "the characters";
+    EXPECT_NEAR(metricsOf(height, height).tmAveCharWidth, height, 1);
+  }
+  EXPECT_GT(metricsOf(0, 0).tmHeight, 0) << "the default";
+  EXPECT_EQ(metricsOf(2'000'000'000, 0).tmHeight, 0) << "no font of that size";
+  EXPECT_EQ(metricsOf(INT_MIN, INT_MIN).tmHeight, 0);
+  ReleaseDC(nullptr, dc);
+}
+
+TEST(Fonts, DrawsTheStockFontByWindows1252) {
+  // The cell of each character in the sheet; what the sheet hasn't got shows as '?'.
+  const struct {
+    char16_t m_iCharacter;
+    unsigned char m_iCell;
+  } cases[] = {{u'A', 'A'},      {u'~', '~'},    {u'\u00C4', 142}, {u'\u00DF', 225}, {u'\u00E9', 130},
+               {u'\u00B1', 241}, {u'\u2022', 7}, {u'\u20AC', '?'}, {u'\u00C0', '?'}};
+  for (const auto& c : cases) {
+    const Picture stock = DrawText(12, 24, {.m_Kind = FontKind::kSystem}, {c.m_iCharacter}, {2, 8, 0});
+    const Picture sheet = DrawPlainGL(12, 24, [&c] {
+      ModelInPixels(12, 24);
+      FontBench bench;
+      const auto font = GLPtr<GLFont>::FromBorrowed(new GLFont);
+      font->InitInternalFont(bench.m_pLink, "SANSSERIF");
+      char16_t character = 0;
+      const auto byte = static_cast<char>(c.m_iCell);
+      MultiByteToWideChar(CP_ACP, 0, &byte, 1, &character, 1);
+      EXPECT_EQ(Print(*font, {character}, {1.5, 3.5, 0}), S_OK);  // on pixels, four lines below the baseline
+    });
+    EXPECT_GT(stock.CountOther(0x000000FF), 4);
+    EXPECT_EQ(Difference(stock, sheet), 0) << static_cast<int>(c.m_iCharacter);
+  }
+}
+
+// In a process of its own, as the configuration is read once.
+TEST(FontsDeathTest, NeedsNoFontForTheSystemAndTheAtlasKinds) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        const std::string path = testing::TempDir() + "no-fonts.conf";
+        std::FILE* file = std::fopen(path.c_str(), "w");
+        std::fputs(
+            "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\"><fontconfig></fontconfig>",
+            file);
+        std::fclose(file);
+        setenv("FONTCONFIG_FILE", path.c_str(), 1);
+        int printed = 0;
+        DrawPlainGL(64, 64, [&printed] {
+          FontBench bench;
+          for (const FontKind kind : kFontKinds) {
+            const auto font = bench.Make(kind);
+            if (Print(*font, u"x") == S_OK) printed |= 1 << static_cast<int>(kind);
+            if (Print(*font, u"x") == E_FAIL && WidthOf(*font, u"x") == -1.0f)
+              printed |= 16 << static_cast<int>(kind);
+          }
+        });
+        std::exit(printed);
+      },
+      testing::ExitedWithCode(0b0110'1001), "");
+}
