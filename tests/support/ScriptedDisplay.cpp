@@ -1,0 +1,90 @@
+// ScriptedDisplay: what the test wrote down, over the headless display. Any thread, as the component calls.
+
+#include "support/ScriptedDisplay.h"
+
+#include <algorithm>
+
+std::shared_ptr<ScriptedDisplay> ScriptedDisplay::Set() {
+  auto display = std::make_shared<ScriptedDisplay>();
+  display->m_szExtensions = display->m_pReal->ExtensionString();
+  SetDisplay(display);
+  return display;
+}
+
+HWND ScriptedDisplay::MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noexcept {
+  if (!m_bMakesWindows || (aParent != nullptr && !m_Parents.contains(aParent))) return nullptr;
+  const HWND window = m_pReal->MakeWindow(nullptr, aPlace, aVisible);
+  m_ParentOf[window] = aParent;
+  m_vMade.push_back(window);
+  return window;
+}
+
+bool ScriptedDisplay::Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept {
+  const auto parent = m_Parents.find(aWindow);
+  if (parent == m_Parents.end()) return m_pReal->Place(aWindow, x, y, aWidth, aHeight);
+  m_vMoves.push_back({aWindow, x, y, aWidth, aHeight});
+  const LONG right = x - parent->second.left, down = y - parent->second.top;
+  for (auto& [window, rect] : m_Parents)
+    rect = {rect.left + right, rect.top + down, rect.right + right, rect.bottom + down};
+  return true;
+}
+
+bool ScriptedDisplay::ScreenRectangle(HWND aWindow, RECT* aRect) noexcept {
+  const auto parent = m_Parents.find(aWindow);
+  if (parent == m_Parents.end()) return m_pReal->ScreenRectangle(aWindow, aRect);
+  *aRect = parent->second;
+  return true;
+}
+
+HWND ScriptedDisplay::ParentOf(HWND aWindow) noexcept {
+  const auto found = m_ParentOf.find(aWindow);
+  return found != m_ParentOf.end() ? found->second : nullptr;
+}
+
+bool ScriptedDisplay::WorkArea(HWND, RECT* aRect) noexcept {
+  if (m_bWorkArea) *aRect = m_sWorkArea;
+  return m_bWorkArea;
+}
+
+const std::vector<DisplayFormat>& ScriptedDisplay::Formats(SurfaceKind aKind) noexcept {
+  return aKind == SurfaceKind::kWindow && !m_vWindowFormats.empty() ? m_vWindowFormats
+                                                                    : m_pReal->Formats(aKind);
+}
+
+int ScriptedDisplay::ChooseFormat(SurfaceKind aKind, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
+  return m_iChosen >= 0 && aKind == SurfaceKind::kWindow ? m_iChosen : m_pReal->ChooseFormat(aKind, aRequest);
+}
+
+int ScriptedDisplay::ChooseMultisampleFormat(SurfaceKind, const PIXELFORMATDESCRIPTOR&,
+                                             int aSamples) noexcept {
+  m_vSamplesAsked.push_back(aSamples);
+  const auto found = m_FormatOfSamples.find(aSamples);
+  return found != m_FormatOfSamples.end() ? found->second : 0;
+}
+
+PROC ScriptedDisplay::EntryPoint(const char* aName) noexcept {
+  return std::count(m_vMissing.begin(), m_vMissing.end(), aName) != 0 ? nullptr : m_pReal->EntryPoint(aName);
+}
+
+std::unique_ptr<DrawSurface> ScriptedDisplay::MakeWindowSurface(HWND aWindow,
+                                                                const DisplayFormat& aFormat) noexcept {
+  return m_bMakesSurfaces ? m_pReal->MakeWindowSurface(aWindow, aFormat) : nullptr;
+}
+
+std::unique_ptr<DrawSurface> ScriptedDisplay::MakeMemorySurface(int aWidth, int aHeight,
+                                                                const DisplayFormat& aFormat) noexcept {
+  return m_pReal->MakeMemorySurface(aWidth, aHeight, aFormat);
+}
+
+std::unique_ptr<DrawContext> ScriptedDisplay::MakeContext(const DisplayFormat& aFormat) noexcept {
+  return m_bMakesContexts ? m_pReal->MakeContext(aFormat) : nullptr;
+}
+
+bool ScriptedDisplay::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept {
+  return m_pReal->MakeCurrent(aSurface, aContext);
+}
+
+bool ScriptedDisplay::Swap(HWND aWindow, DrawSurface& aSurface) noexcept {
+  ++m_iSwaps;
+  return m_pReal->Swap(aWindow, aSurface);
+}

@@ -1,0 +1,79 @@
+// ScriptedDisplay: a display whose formats, windows, work area, drivers and failures a test writes down.
+// Underneath, the headless display draws, so that pictures are real. Set for as long as the object stands;
+// one at a time.
+
+#pragma once
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/linux/display/headless/HeadlessDisplay.h"
+
+class ScriptedDisplay : public DisplayServer {
+ public:
+  struct Move {
+    HWND m_hWnd;
+    int x, y, m_iWidth, m_iHeight;
+    friend bool operator==(const Move&, const Move&) = default;
+  };
+
+  /// Makes a display and sets it for the process.
+  static std::shared_ptr<ScriptedDisplay> Set();
+
+  // What the test writes down.
+  std::vector<DisplayFormat> m_vWindowFormats;  ///< empty: the headless display's
+  std::map<HWND, RECT> m_Parents;               ///< windows of others, with their places on the screen
+  std::map<HWND, HWND> m_ParentOf;
+  bool m_bWorkArea = true;
+  RECT m_sWorkArea{0, 0, 1000, 800};
+  std::string m_szExtensions;            ///< as a driver lists them
+  std::vector<std::string> m_vMissing;   ///< entry points that the driver hasn't got
+  int m_iChosen = -1;                    ///< what ChooseFormat answers; -1: the headless display's
+  std::map<int, int> m_FormatOfSamples;  ///< multisample formats by count
+  DWORD m_dwPlatformId = 2;
+  bool m_bRealizes = true;
+  bool m_bMakesWindows = true, m_bMakesContexts = true, m_bMakesSurfaces = true;
+
+  // What was seen.
+  std::vector<Move> m_vMoves;
+  std::vector<int> m_vSamplesAsked;
+  std::vector<HWND> m_vMade;
+
+  bool IsBroken() const noexcept override { return false; }
+  HWND MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noexcept override;
+  void EndWindow(HWND aWindow) noexcept override { m_pReal->EndWindow(aWindow); }
+  bool Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept override;
+  bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept override;
+  HWND ParentOf(HWND aWindow) noexcept override;
+  HWND Desktop() noexcept override { return m_pReal->Desktop(); }
+  bool WorkArea(HWND aWindow, RECT* aRect) noexcept override;
+  const std::vector<DisplayFormat>& Formats(SurfaceKind aKind) noexcept override;
+  int ChooseFormat(SurfaceKind aKind, const PIXELFORMATDESCRIPTOR& aRequest) noexcept override;
+  int ChooseMultisampleFormat(SurfaceKind aKind, const PIXELFORMATDESCRIPTOR& aRequest,
+                              int aSamples) noexcept override;
+  const char* ExtensionString() noexcept override { return m_szExtensions.c_str(); }
+  PROC EntryPoint(const char* aName) noexcept override;
+  std::unique_ptr<DrawSurface> MakeWindowSurface(HWND aWindow,
+                                                 const DisplayFormat& aFormat) noexcept override;
+  std::unique_ptr<DrawSurface> MakeMemorySurface(int aWidth, int aHeight,
+                                                 const DisplayFormat& aFormat) noexcept override;
+  std::unique_ptr<DrawContext> MakeContext(const DisplayFormat& aFormat) noexcept override;
+  bool MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept override;
+  bool Swap(HWND aWindow, DrawSurface& aSurface) noexcept override;
+  int LargestSurface() noexcept override { return m_pReal->LargestSurface(); }
+  bool RealizePalette() noexcept override { return m_bRealizes; }
+  DWORD PlatformId() noexcept override { return m_dwPlatformId; }
+
+  std::atomic<int> m_iSwaps{0};
+
+ private:
+  std::shared_ptr<DisplayServer> m_pReal = HeadlessDisplay::Open();
+};
+
+/// Takes the scripted display back at the end of a test.
+struct DisplayGuard {
+  ~DisplayGuard() { SetDisplay(nullptr); }
+};
