@@ -1,0 +1,389 @@
+// Selection: what is picked, held against an independent computation, and who is served when.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cmath>
+#include <functional>
+#include <mutex>
+#include <random>
+#include <set>
+#include <thread>
+#include <vector>
+
+#include "support/Eventually.h"
+#include "support/Scene.h"
+
+namespace {
+
+using Ids = std::vector<ULONG>;
+
+struct Selection {
+  HRESULT result;
+  Ids ids;
+};
+
+Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GLDATA_POINT aSecond,
+               bool aClosest, bool aEnclosed, int aCapacity = 64) {
+  Ids ids(static_cast<std::size_t>(std::max(aCapacity, 1)), 77);
+  int size = aCapacity;
+  const HRESULT result =
+      aContext.Select(&aViewer, &aFirst, &aSecond, aClosest ? 1 : 0, aEnclosed ? 1 : 0, &size, ids.data());
+  if (result == S_OK && !aEnclosed && aCapacity > 0) {
+    EXPECT_TRUE(std::all_of(ids.begin() + size, ids.end(), [](ULONG id) { return id == 0; }));
+  }
+  ids.resize(static_cast<std::size_t>(std::max(size, 0)));
+  return {result, ids};
+}
+
+/// A square in the plane z, from the points' own units.
+struct Square {
+  ULONG id;
+  double x1, y1, x2, y2, z;
+};
+
+/// Draws squares through a context that serves selections all the time.
+class Picking {
+ public:
+  Picking(int aWidth, int aHeight, std::vector<Square> aSquares) : m_Squares(std::move(aSquares)) {
+    m_Context = GLCreate<IGLContext>(CLSID_GLContext);
+    EXPECT_EQ(m_Context->Initialize(0), S_OK);
+    m_Context->SetViewport(0, 0, aWidth, aHeight);
+    m_Context->CreateViewer(1, 1, &m_Viewer);
+    GLDATA_POINT low{-1, -1, -10}, high{1, 1, 10};
+    m_Viewer->SetOrthoExtents(&low, &high);
+    GLPtr<IGLCoord> eye;
+    m_Viewer->GetCoord(eye.Put());
+    eye->SetOrigin3d(0, 0, 0);
+    const auto painter = GLMake<TestPainter>([this](Scene& scene) { Draw(scene); });
+    m_Context->AttachPainter(painter.Get());
+  }
+  ~Picking() { m_Context.Reset(); }
+
+  IGLContext& Context() const { return *m_Context; }
+  IGLViewer& Viewer() const { return *m_Viewer; }
+  Ids At(GLDATA_POINT aFirst, GLDATA_POINT aSecond, bool aClosest = false, bool aEnclosed = false,
+         int aCapacity = 64) const {
+    return Pick(*m_Context, *m_Viewer, aFirst, aSecond, aClosest, aEnclosed, aCapacity).ids;
+  }
+
+  std::function<void(Scene&)> before = [](Scene&) {};
+
+ private:
+  void Draw(Scene& scene) {
+    IGLCanvas& canvas = scene.Canvas();
+    before(scene);
+    for (const Square& s : m_Squares) {
+      if (s.id != 0) canvas.SetTestID(s.id);
+      canvas.BeginDrawQuads();
+      canvas.Vertex3d(s.x1, s.y1, s.z);
+      canvas.Vertex3d(s.x2, s.y1, s.z);
+      canvas.Vertex3d(s.x2, s.y2, s.z);
+      canvas.Vertex3d(s.x1, s.y2, s.z);
+      canvas.EndDrawVertices();
+    }
+  }
+
+  std::vector<Square> m_Squares;
+  GLPtr<IGLContext> m_Context;
+  IGLViewer* m_Viewer = nullptr;
+};
+
+}  // namespace
+
+TEST(Select, FindsWhatLiesUnderAPointInDrawingOrder) {
+  const Picking picking(
+      100, 100, {{7, -0.5, -0.5, 0.5, 0.5, -5}, {9, -0.2, -0.2, 0.2, 0.2, 5}, {4, 0.6, 0.6, 0.9, 0.9, 0}});
+  EXPECT_EQ(picking.At({0, 0, 0}, {0, 0, 0}), (Ids{7, 9}));
+  EXPECT_EQ(picking.At({0, 0, 0}, {0, 0, 0}, true), (Ids{9})) << "the nearest";
+  EXPECT_EQ(picking.At({0.75, 0.75, 0}, {0.75, 0.75, 0}), (Ids{4}));
+  EXPECT_EQ(picking.At({-0.9, 0.9, 0}, {-0.9, 0.9, 0}), (Ids{}));
+  EXPECT_EQ(picking.At({-1, -1, 0}, {1, 1, 0}), (Ids{7, 9, 4}));
+  EXPECT_EQ(picking.At({1, 1, 0}, {-1, -1, 0}), (Ids{7, 9, 4})) << "corners in reversed order";
+  EXPECT_EQ(picking.At({0.55, -0.5, 0}, {0.55, 0.5, 0}), (Ids{})) << "a box of no width is one pixel wide";
+  EXPECT_EQ(picking.At({0.495, -0.5, 0}, {0.495, 0.5, 0}), (Ids{7}));
+}
+
+TEST(Select, CountsRecordsAndNoIdentifierOfZero) {
+  const Picking none(64, 64, {{0, -1, -1, 1, 1, 0}});
+  EXPECT_EQ(none.At({0, 0, 0}, {0, 0, 0}), (Ids{}));
+  const Picking four(
+      64, 64, {{1, -1, -1, 1, 1, 0}, {2, -1, -1, 1, 1, 0}, {3, -1, -1, 1, 1, 0}, {2, -1, -1, 1, 1, 0}});
+  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}), (Ids{1, 2, 3, 2}));
+  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, false, false, 3), (Ids{})) << "an overflow is no partial list";
+  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, true, false, 1), (Ids{}));
+  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, true), (Ids{1})) << "of equal depths the first drawn";
+  EXPECT_EQ(Pick(four.Context(), four.Viewer(), {0, 0, 0}, {0, 0, 0}, false, false, 0).result, S_OK);
+}
+
+TEST(Select, KeepsWhatIsWhollyInsideAndTakesTheRestOutInItsOrder) {
+  // 2 crosses the left edge, 5 the top one.
+  const Picking picking(200, 200,
+                        {{1, -0.4, -0.4, -0.3, -0.3, 0},
+                         {2, -0.7, 0.0, -0.4, 0.1, 0},
+                         {3, 0.1, 0.1, 0.2, 0.2, 0},
+                         {4, 0.3, 0.3, 0.4, 0.4, 0},
+                         {5, 0.0, 0.4, 0.1, 0.9, 0}});
+  const GLDATA_POINT low{-0.5, -0.5, 0}, high{0.5, 0.5, 0};
+  EXPECT_EQ(picking.At(low, high), (Ids{1, 2, 3, 4, 5}));
+  EXPECT_EQ(picking.At(low, high, false, true), (Ids{1, 4, 3})) << "the last fills the place of what goes";
+  EXPECT_EQ(picking.At(high, low, false, true), (Ids{1, 4, 3}));
+  EXPECT_EQ(picking.At(low, high, true, true), (Ids{1})) << "nearest of the box, unless nearest in a strip";
+}
+
+TEST(Select, GoesByWhatIsDrawn) {
+  Picking picking(100, 100, {{1, -0.5, -0.5, 0.5, 0.5, 0}});
+  picking.before = [](Scene& scene) {
+    const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
+    attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_LINE_FRONT | GLDM_LINE_BACK), 1);
+    scene.Canvas().SetDrawAttributes(attributes.Get());
+  };
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  EXPECT_EQ(picking.At({0, 0, 0}, {0, 0, 0}), (Ids{})) << "a face drawn as lines is hit at its edges alone";
+  EXPECT_EQ(picking.At({0.5, 0, 0}, {0.5, 0, 0}), (Ids{1}));
+  GLDATA_POINT a{0.2, 0, 0}, b{0.2, 1, 0}, c{0.2, 0, 1};
+  picking.Context().ClipPlane(&a, &b, &c);  // keeps x above 0.2
+  EXPECT_EQ(picking.At({-0.5, 0, 0}, {-0.5, 0, 0}), (Ids{}));
+  EXPECT_EQ(picking.At({0.5, 0, 0}, {0.5, 0, 0}), (Ids{1}));
+}
+
+TEST(Select, GoesByTheClipRectangleWhereverItLies) {
+  for (const LONG scaled : {1, 0}) {
+    SCOPED_TRACE(scaled);
+    const Picking picking(200, 100, {{1, -0.1, -0.1, 0.1, 0.1, 0}, {2, 0.8, -0.1, 1.0, 0.1, 0}});
+    picking.Viewer().Clip(1);
+    picking.Viewer().SetClipRectangle(100, 0, 100, 100);
+    picking.Viewer().ScaleClip(scaled);
+    // Scaled, the world's middle stands in the middle of the rectangle; unscaled, in that of the window, with
+    // the square aspect of the rectangle stretched over it.
+    const double middle = scaled != 0 ? 0.0 : -1.0, right = scaled != 0 ? 0.9 : 0.8;
+    EXPECT_EQ(picking.At({middle + 0.01, 0, 0}, {middle + 0.01, 0, 0}), (Ids{1}));
+    EXPECT_EQ(picking.At({right, 0, 0}, {right, 0, 0}), (Ids{2}));
+    EXPECT_EQ(picking.At({0.5, 0, 0}, {0.5, 0, 0}), (Ids{}));
+  }
+}
+
+TEST(Select, RefusesWhatNobodyCouldServe) {
+  const Picking picking(32, 32, {{1, -1, -1, 1, 1, 0}});
+  GLDATA_POINT point{};
+  int size = 4;
+  ULONG ids[4] = {};
+  IGLContext& context = picking.Context();
+  EXPECT_EQ(context.Select(nullptr, &point, &point, 0, 0, &size, ids), E_INVALIDARG);
+  EXPECT_EQ(context.Select(&picking.Viewer(), nullptr, &point, 0, 0, &size, ids), E_INVALIDARG);
+  EXPECT_EQ(context.Select(&picking.Viewer(), &point, &point, 0, 0, &size, nullptr), E_INVALIDARG);
+  EXPECT_EQ(size, 4);
+  const Picking other(32, 32, {});
+  EXPECT_EQ(Pick(context, other.Viewer(), point, point, false, false).result, E_INVALIDARG);
+  const auto unborn = GLCreate<IGLContext>(CLSID_GLContext);
+  IGLViewer* viewer = nullptr;
+  unborn->CreateViewer(1, 1, &viewer);
+  const Selection early = Pick(*unborn, *viewer, point, point, false, false);
+  EXPECT_EQ(early.result, E_GL_BADSTATE);
+  EXPECT_TRUE(early.ids.empty());
+  const auto suspension = GLPtr<IGLContext>::FromBorrowed(&context).As<IGLContext12>();
+  suspension->SuspendDrawThread();
+  EXPECT_EQ(Pick(context, picking.Viewer(), point, point, false, false).result, E_GL_BADSTATE);
+  suspension->ResumeDrawThread();
+  EXPECT_EQ(picking.At(point, point), (Ids{1}));
+}
+
+TEST(Select, ServesEightThreadsWhileEverythingComesAndGoes) {
+  auto picking = std::make_unique<Picking>(32, 32, std::vector<Square>{{1, -1, -1, 1, 1, 0}});
+  std::atomic<bool> stop{false};
+  std::atomic<int> served{0}, refused{0}, other{0};
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 8; ++i) {
+    threads.emplace_back([&] {
+      while (!stop) {
+        const Selection s = Pick(picking->Context(), picking->Viewer(), {0, 0, 0}, {0, 0, 0}, false, false);
+        ++(s.result == S_OK && s.ids == Ids{1}          ? served
+           : s.result == E_GL_BADSTATE && s.ids.empty() ? refused
+                                                        : other);
+      }
+    });
+  }
+  const auto suspension = GLPtr<IGLContext>::FromBorrowed(&picking->Context()).As<IGLContext12>();
+  for (int round = 0; round < 10; ++round) {
+    IGLViewer* passing = nullptr;
+    picking->Context().CreateViewer(0, 1, &passing);
+    suspension->SuspendDrawThread();
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    suspension->ResumeDrawThread();
+    picking->Context().DestroyViewer(passing);
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    if (round == 5) {
+      EXPECT_EQ(picking->Context().Initialize(0), S_OK);  // the thread is replaced under them
+    }
+  }
+  EXPECT_TRUE(Eventually([&] { return served > 20; }));
+  stop = true;
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_GT(refused, 0);
+  EXPECT_EQ(other, 0);
+}
+
+// The independent answer: boxes in front of the eye are convex, and so are their pictures; a box is hit when
+// the hull of its projected corners meets the pick rectangle.
+
+namespace {
+
+struct Vec2 {
+  double x, y;
+};
+
+struct Box {
+  std::array<double, 3> middle, half;
+};
+
+struct Camera {
+  bool ortho;
+  double fovy, zNear, zFar;
+};
+
+constexpr int kSide = 200;
+
+/// A corner in window pixels, the eye at the origin looking along -z.
+Vec2 Project(const Camera& aCamera, double x, double y, double z) {
+  const double scale =
+      aCamera.ortho ? 1.0 / 10.0 : 1.0 / (std::tan(aCamera.fovy * std::acos(-1.0) / 360.0) * -z);
+  return {(x * scale + 1.0) * kSide / 2, (y * scale + 1.0) * kSide / 2};
+}
+
+std::array<Vec2, 8> Corners(const Camera& aCamera, const Box& b) {
+  std::array<Vec2, 8> corners;
+  for (unsigned i = 0; i < 8; ++i) {
+    const auto at = [&](unsigned axis) {
+      return b.middle[axis] + ((i >> axis & 1) != 0 ? b.half[axis] : -b.half[axis]);
+    };
+    corners[i] = Project(aCamera, at(0), at(1), at(2));
+  }
+  return corners;
+}
+
+/// How far the hull of points and a rectangle are apart along the best axis; below 0 they overlap by that
+/// much.
+double Gap(const std::array<Vec2, 8>& aPoints, Vec2 aLow, Vec2 aHigh) {
+  double gap = -1e9;
+  const Vec2 corners[] = {aLow, {aHigh.x, aLow.y}, aHigh, {aLow.x, aHigh.y}};
+  const auto separate = [&](Vec2 axis) {
+    const double length = std::hypot(axis.x, axis.y);
+    if (length < 1e-9) return;
+    double low[2] = {1e9, 1e9}, high[2] = {-1e9, -1e9};
+    const auto add = [&](int set, Vec2 p) {
+      const double d = (p.x * axis.x + p.y * axis.y) / length;
+      low[set] = std::min(low[set], d);
+      high[set] = std::max(high[set], d);
+    };
+    for (const Vec2& p : aPoints) add(0, p);
+    for (const Vec2& p : corners) add(1, p);
+    gap = std::max({gap, low[0] - high[1], low[1] - high[0]});
+  };
+  separate({1, 0});
+  separate({0, 1});
+  for (const Vec2& p : aPoints) {
+    for (const Vec2& q : aPoints) separate({p.y - q.y, q.x - p.x});  // the hull's edges are among these
+  }
+  return gap;
+}
+
+double Outside(const std::array<Vec2, 8>& aPoints, Vec2 aLow, Vec2 aHigh) {
+  double outside = -1e9;
+  for (const Vec2& p : aPoints)
+    outside = std::max({outside, aLow.x - p.x, p.x - aHigh.x, aLow.y - p.y, p.y - aHigh.y});
+  return outside;
+}
+
+void DrawBox(IGLCanvas& canvas, const Box& b) {
+  const int faces[6][4] = {{0, 2, 3, 1}, {4, 5, 7, 6}, {0, 1, 5, 4},
+                           {2, 6, 7, 3}, {0, 4, 6, 2}, {1, 3, 7, 5}};
+  canvas.BeginDrawQuads();
+  for (const auto& face : faces) {
+    for (const int i : face) {
+      const auto at = [&](int axis) {
+        return b.middle[static_cast<unsigned>(axis)] +
+               ((i >> axis & 1) != 0 ? 1 : -1) * b.half[static_cast<unsigned>(axis)];
+      };
+      canvas.Vertex3d(at(0), at(1), at(2));
+    }
+  }
+  canvas.EndDrawVertices();
+}
+
+}  // namespace
+
+TEST(Select, AgreesWithGeometryOnAThousandScenes) {
+  constexpr int kScenes = 1000, kBoxes = 8;
+  constexpr double kDoubt = 0.05;  // pixels within which float arithmetic may differ from this test's
+  std::mt19937 random(20240501);
+  const auto between = [&](double low, double high) {
+    return std::uniform_real_distribution<double>(low, high)(random);
+  };
+  std::vector<Box> boxes(kBoxes);
+  const auto context = GLCreate<IGLContext>(CLSID_GLContext);
+  ASSERT_EQ(context->Initialize(0), S_OK);
+  context->SetViewport(0, 0, kSide, kSide);
+  IGLViewer* viewer = nullptr;
+  context->CreateViewer(1, 1, &viewer);
+  GLPtr<IGLCoord> eye;
+  viewer->GetCoord(eye.Put());
+  eye->SetOrigin3d(0, 0, 0);
+  GLDATA_POINT low{-10, -10, 1}, high{10, 10, 100};
+  viewer->SetOrthoExtents(&low, &high);
+  std::mutex sceneLock;
+  const auto painter = GLMake<TestPainter>([&](Scene& scene) {
+    const std::scoped_lock lock(sceneLock);
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+      scene.Canvas().SetTestID(static_cast<ULONG>(i + 1));
+      DrawBox(scene.Canvas(), boxes[i]);
+    }
+  });
+  context->AttachPainter(painter.Get());
+  const auto control = context.As<IGLContext2>();
+  control->SetControlledDrawThread(1, 0xFFFFFFFF);  // a selection wakes it
+
+  int doubtful = 0, hits = 0, enclosed = 0;
+  for (int n = 0; n < kScenes; ++n) {
+    const Camera camera{n % 2 == 0, 50.0, 1.0, 100.0};
+    {
+      const std::scoped_lock lock(sceneLock);
+      for (Box& b : boxes) {
+        b = {{between(-8, 8), between(-8, 8), between(-60, -15)},
+             {between(0.2, 3), between(0.2, 3), between(0.2, 3)}};
+      }
+    }
+    viewer->SetOrtho(camera.ortho ? 1 : 0);
+    viewer->SetEyeFovy_DEG(camera.fovy);
+    viewer->SetEyeZNearAndFar(camera.zNear, camera.zFar);
+    const bool point = n % 3 == 0, inside = n % 3 == 2;
+    const GLDATA_POINT first{between(-1, 1), between(-1, 1), 0};
+    const GLDATA_POINT second = point ? first : GLDATA_POINT{between(-1, 1), between(-1, 1), 0};
+    const Selection got = Pick(*context, *viewer, first, second, false, inside);
+    ASSERT_EQ(got.result, S_OK);
+    const Vec2 a{(first.x + 1) * kSide / 2, (first.y + 1) * kSide / 2};
+    const Vec2 b{(second.x + 1) * kSide / 2, (second.y + 1) * kSide / 2};
+    const double widen = point ? 0.5 : 0.0;
+    const Vec2 boxLow{std::min(a.x, b.x) - widen, std::min(a.y, b.y) - widen};
+    const Vec2 boxHigh{std::max(a.x, b.x) + widen, std::max(a.y, b.y) + widen};
+    const std::set<ULONG> picked(got.ids.begin(), got.ids.end());
+    for (unsigned i = 0; i < kBoxes; ++i) {
+      const auto corners = Corners(camera, boxes[i]);
+      const double gap = Gap(corners, boxLow, boxHigh), outside = Outside(corners, boxLow, boxHigh);
+      if (std::fabs(gap) < kDoubt || (inside && std::fabs(outside) < kDoubt)) {
+        ++doubtful;
+        continue;
+      }
+      const bool expected = inside ? gap < 0 && outside < 0 : gap < 0;
+      hits += expected ? 1 : 0;
+      enclosed += expected && inside ? 1 : 0;
+      EXPECT_EQ(picked.contains(i + 1), expected) << "scene " << n << ", box " << i + 1 << ", gap " << gap;
+    }
+  }
+  EXPECT_LT(doubtful, kScenes * kBoxes / 50) << "left out";
+  EXPECT_GT(hits, 500);
+  EXPECT_GT(enclosed, 20);
+  RecordProperty("left_out", doubtful);
+  context->DetachPainter();
+}
