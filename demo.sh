@@ -1,0 +1,51 @@
+#!/bin/bash
+# Installs what is missing, builds, and draws a rabbit.
+#
+#   ./demo.sh            draws it to bunny.png, and where there is a display opens it in a window too
+#   ./demo.sh --gallery  draws the pictures of docs/gallery.md anew
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+source scripts/packages.sh
+
+# The path of a model of package glmark2-data.
+model() { dpkg -L glmark2-data | grep "/models/$1\$"; }
+
+draw_rabbit() {
+  local bunny
+  bunny=$(model bunny.obj)
+  say "Drawing bunny.png"
+  "$glview" --out bunny.png "$bunny"
+  if [ -n "${DISPLAY:-}" ]; then
+    say "Opening a window: drag turns, wheel zooms, W changes the shading, 4 shows four views, Esc leaves"
+    "$glview" "$bunny"
+  fi
+}
+
+draw_gallery() {
+  local pictures=docs/pictures bunny
+  bunny=$(model bunny.obj)
+  mkdir -p "$pictures"
+  say "Drawing the gallery to $pictures"
+  "$glview" --size 640x480 --out "$pictures/bunny.png" "$bunny"
+  "$glview" --size 640x480 --views 4 --axes --out "$pictures/views.png" "$bunny"
+  "$glview" --size 640x480 --shade hidden --out "$pictures/hidden.png" "$(model horse.3ds)"
+  "$glview" --size 640x480 --fog --out "$pictures/fog.png" "$(model asteroid-high.3ds)"
+  local example
+  for example in lights glass picking; do
+    build/release/examples/"$example" --out "$pictures/$example.png" >/dev/null
+  done
+}
+
+case ${1:-} in
+  "") draw=draw_rabbit ;;
+  --gallery) draw=draw_gallery ;;
+  *)
+    echo "usage: $0 [--gallery]" >&2
+    exit 2
+    ;;
+esac
+
+glview=build/release/examples/glview
+install_packages
+build_preset release
+"$draw"

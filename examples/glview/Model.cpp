@@ -1,0 +1,169 @@
+#include "glview/Model.h"
+
+#include <assimp/postprocess.h>
+#include <assimp/scene.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <assimp/Importer.hpp>
+#include <assimp/ProgressHandler.hpp>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <limits>
+
+namespace {
+
+/// Keeps one line on the terminal up to date while a long read goes on, and wipes it at the end.
+class ProgressLine final : public Assimp::ProgressHandler {
+ public:
+  explicit ProgressLine(std::string aName) : m_name(std::move(aName)), m_terminal(isatty(STDERR_FILENO) == 1) {}
+  ~ProgressLine() override {
+    if (m_shown) std::fprintf(stderr, "\r\033[K");
+  }
+
+  bool Update(float aFraction) override {
+    constexpr auto kPatience = std::chrono::milliseconds(300);
+    const bool slow = std::chrono::steady_clock::now() - m_start > kPatience;
+    const int percent = static_cast<int>(std::clamp(aFraction, 0.0f, 1.0f) * 100.0f);
+    if (m_terminal && slow && percent != m_percent) {
+      std::fprintf(stderr, "\rReading %s %3d %%", m_name.c_str(), percent);
+      m_percent = percent;
+      m_shown = true;
+    }
+    return true;
+  }
+
+ private:
+  std::string m_name;
+  bool m_terminal;
+  bool m_shown = false;
+  int m_percent = -1;
+  std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+};
+
+GLDATA_RGBA ColorOf(const aiColor4D& aColor) { return {aColor.r, aColor.g, aColor.b, aColor.a}; }
+
+Surface SurfaceOf(const aiMaterial& aMaterial) {
+  Surface surface;
+  aiString name;
+  // A file that says nothing of materials gets one from the importer under this name; the grey here is nicer.
+  if (aMaterial.Get(AI_MATKEY_NAME, name) == AI_SUCCESS && name == aiString(AI_DEFAULT_MATERIAL_NAME)) {
+    return surface;
+  }
+  aiColor4D color;
+  if (aMaterial.Get(AI_MATKEY_COLOR_DIFFUSE, color) == AI_SUCCESS) surface.diffuse = ColorOf(color);
+  if (aMaterial.Get(AI_MATKEY_COLOR_SPECULAR, color) == AI_SUCCESS) surface.specular = ColorOf(color);
+  float value = 0;
+  if (aMaterial.Get(AI_MATKEY_SHININESS, value) == AI_SUCCESS && value > 0) {
+    surface.shininess = std::min(value / 128.0f, 1.0f);
+  }
+  surface.diffuse.m_fAlpha = aMaterial.Get(AI_MATKEY_OPACITY, value) == AI_SUCCESS ? value : 1.0f;
+  return surface;
+}
+
+/// Takes a mesh over as a part, moved to where its node stands.
+Part PartOf(const aiMesh& aMesh, const aiNode& aNode, const aiMatrix4x4& aPlacement, const aiScene& aScene) {
+  Part part;
+  part.name = aMesh.mName.length > 0 ? aMesh.mName.C_Str() : aNode.mName.C_Str();
+  part.surface = SurfaceOf(*aScene.mMaterials[aMesh.mMaterialIndex]);
+  aiMatrix3x3 turn(aPlacement);
+  const bool mirrored = turn.Determinant() < 0;
+  turn.Inverse().Transpose();
+  part.vertices.reserve(aMesh.mNumVertices);
+  for (unsigned i = 0; i < aMesh.mNumVertices; ++i) {
+    const aiVector3D p = aPlacement * aMesh.mVertices[i];
+    aiVector3D n = turn * aMesh.mNormals[i];
+    n.NormalizeSafe();
+    part.vertices.push_back({{p.x, p.y, p.z}, {n.x, n.y, n.z}});
+  }
+  if (aMesh.HasVertexColors(0)) {
+    for (unsigned i = 0; i < aMesh.mNumVertices; ++i) part.colors.push_back(ColorOf(aMesh.mColors[0][i]));
+  }
+  part.triangles.reserve(aMesh.mNumFaces);
+  for (unsigned i = 0; i < aMesh.mNumFaces; ++i) {
+    const aiFace& face = aMesh.mFaces[i];
+    if (face.mNumIndices != 3) continue;
+    // A mirrored placement would turn the faces inside out.
+    const auto [second, third] = mirrored ? std::pair{2, 1} : std::pair{1, 2};
+    part.triangles.push_back({face.mIndices[0], face.mIndices[second], face.mIndices[third]});
+  }
+  return part;
+}
+
+void AddNode(const aiNode& aNode, const aiMatrix4x4& aParent, const aiScene& aScene, Model& aModel) {
+  const aiMatrix4x4 placement = aParent * aNode.mTransformation;
+  for (unsigned i = 0; i < aNode.mNumMeshes; ++i) {
+    const aiMesh& mesh = *aScene.mMeshes[aNode.mMeshes[i]];
+    if (!mesh.HasNormals()) continue;  // points and lines have none
+    Part part = PartOf(mesh, aNode, placement, aScene);
+    if (part.triangles.empty()) continue;
+    part.id = static_cast<ULONG>(aModel.parts.size() + 1);
+    if (part.name.empty()) part.name = "part " + std::to_string(part.id);
+    aModel.parts.push_back(std::move(part));
+  }
+  for (unsigned i = 0; i < aNode.mNumChildren; ++i) AddNode(*aNode.mChildren[i], placement, aScene, aModel);
+}
+
+/// Finds the sphere to frame: about the middle of the extents, out to the farthest vertex.
+/// @return false when a coordinate is no number
+bool Measure(Model& aModel) {
+  constexpr float kInfinity = std::numeric_limits<float>::infinity();
+  std::array<float, 3> low{kInfinity, kInfinity, kInfinity};
+  std::array<float, 3> high{-kInfinity, -kInfinity, -kInfinity};
+  for (const Part& part : aModel.parts) {
+    for (const Vertex& vertex : part.vertices) {
+      for (std::size_t axis = 0; axis < 3; ++axis) {
+        if (!std::isfinite(vertex.point[axis])) return false;
+        low[axis] = std::min(low[axis], vertex.point[axis]);
+        high[axis] = std::max(high[axis], vertex.point[axis]);
+      }
+    }
+  }
+  const auto middle = [&](std::size_t axis) { return (double{low[axis]} + double{high[axis]}) / 2; };
+  aModel.centre = {middle(0), middle(1), middle(2)};
+  double radius = 0;
+  for (const Part& part : aModel.parts) {
+    for (const Vertex& vertex : part.vertices) {
+      radius = std::max(radius, std::hypot(vertex.point[0] - aModel.centre.x, vertex.point[1] - aModel.centre.y,
+                                           vertex.point[2] - aModel.centre.z));
+    }
+  }
+  aModel.radius = radius > 0 ? radius : 1;
+  return true;
+}
+
+std::string FirstLine(const std::string& aText) { return aText.substr(0, aText.find('\n')); }
+
+}  // namespace
+
+std::size_t Model::CountTriangles() const {
+  std::size_t count = 0;
+  for (const Part& part : parts) count += part.triangles.size();
+  return count;
+}
+
+const Part* Model::Find(ULONG aId) const { return aId >= 1 && aId <= parts.size() ? &parts[aId - 1] : nullptr; }
+
+Model LoadModel(const std::string& aPath) {
+  std::error_code error;
+  if (!std::filesystem::exists(aPath, error)) throw ModelError("no such file: " + aPath);
+  if (!std::filesystem::is_regular_file(aPath, error)) throw ModelError("not a file: " + aPath);
+
+  Model model;
+  model.name = std::filesystem::path(aPath).filename().string();
+  Assimp::Importer importer;
+  importer.SetProgressHandler(new ProgressLine(model.name));  // the importer's from here on
+  const aiScene* scene = importer.ReadFile(
+      aPath, aiProcess_Triangulate | aiProcess_JoinIdenticalVertices | aiProcess_GenSmoothNormals |
+                 aiProcess_SortByPType | aiProcess_ValidateDataStructure);
+  const std::string failure = FirstLine(importer.GetErrorString());
+  if (scene != nullptr && (scene->mFlags & AI_SCENE_FLAGS_INCOMPLETE) == 0) {
+    AddNode(*scene->mRootNode, aiMatrix4x4(), *scene, model);
+  }
+  if (scene == nullptr) throw ModelError("can't read " + aPath + ": " + failure);
+  if (model.parts.empty()) throw ModelError("no triangles in " + aPath);
+  if (!Measure(model)) throw ModelError("a coordinate is no number in " + aPath);
+  return model;
+}

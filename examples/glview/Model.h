@@ -1,0 +1,55 @@
+// Model: what is shown, as triangles in named parts. Read once, then only looked at; any thread.
+
+#pragma once
+
+#include <gllib/GLLib.h>
+
+#include <array>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+struct Vertex {
+  std::array<float, 3> point;
+  std::array<float, 3> normal;
+};
+
+/// How a part's surface takes light.
+struct Surface {
+  GLDATA_RGBA diffuse{0.72f, 0.70f, 0.66f, 1.0f};  ///< alpha is the opacity
+  GLDATA_RGBA specular{0.18f, 0.18f, 0.18f, 1.0f};
+  float shininess = 0.2f;  ///< from 0 to 1
+};
+
+/// One mesh of the model where a node of it stands.
+struct Part {
+  ULONG id = 0;  ///< from 1
+  std::string name;
+  Surface surface;
+  std::vector<Vertex> vertices;
+  std::vector<GLDATA_RGBA> colors;  ///< one a vertex, or none
+  std::vector<std::array<std::uint32_t, 3>> triangles;
+
+  bool IsTransparent() const { return surface.diffuse.m_fAlpha < 1.0f; }
+};
+
+struct Model {
+  std::string name;
+  std::vector<Part> parts;
+  GLDATA_POINT centre{};
+  double radius = 1;  ///< of the sphere about the centre that holds everything
+
+  std::size_t CountTriangles() const;
+  /// The part of an identifier; null when there is none.
+  const Part* Find(ULONG aId) const;
+};
+
+/// A model that is missing or can't be read; what() is one line for the user.
+struct ModelError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// Reads a model; a long read shows its progress on standard error when that is a terminal.
+/// @throws ModelError
+Model LoadModel(const std::string& aPath);

@@ -1,0 +1,145 @@
+#include "glview/Options.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+const char* const kHelp =
+    R"(usage: glview [options] MODEL
+
+Shows a model in a window; any format that assimp reads.
+
+  --out FILE.png         draw one picture with no display, and leave
+  --size WxH             size of the window or picture (1024x768)
+  --shade MODE           shaded, wire, hidden or points
+  --fog                  let the far side fade
+  --ortho                parallel projection
+  --views 1|4            one view, or four: front, right, top and free
+  --turn YAW,PITCH       where the eye stands, in degrees (30,15)
+  --axes                 show the axes
+  --pick X,Y             print the name of the part at a pixel, and leave
+  --pick-box X1,Y1,X2,Y2[,inside]
+                         print the names of the parts in a box, or of those wholly inside it
+  --help                 this text
+
+In the window: drag to turn, right or middle drag to pan, wheel to zoom; click to pick a part, Shift-drag to
+pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, F fog, A axes, Esc leaves.
+)";
+
+namespace {
+
+constexpr int kLargestSide = 8192;
+
+/// Splits a text into numbers at a separator. @return fewer numbers than fields when one isn't a number
+template <class Number>
+std::vector<Number> Numbers(std::string_view aText, char aSeparator) {
+  std::vector<Number> numbers;
+  const char* at = aText.data();
+  const char* const end = at + aText.size();
+  for (;;) {
+    Number number{};
+    const auto [next, error] = std::from_chars(at, end, number);
+    if (error != std::errc{}) return {};
+    numbers.push_back(number);
+    if (next == end) return numbers;
+    if (*next != aSeparator) return {};
+    at = next + 1;
+  }
+}
+
+Shade ParseShade(std::string_view aText) {
+  constexpr std::array<std::pair<std::string_view, Shade>, 4> kShades = {
+      {{"shaded", Shade::Shaded}, {"wire", Shade::Wire}, {"hidden", Shade::Hidden}, {"points", Shade::Points}}};
+  for (const auto& [name, shade] : kShades) {
+    if (aText == name) return shade;
+  }
+  throw UsageError("--shade takes shaded, wire, hidden or points, not '" + std::string(aText) + "'");
+}
+
+void ParseSize(std::string_view aText, Options& aOptions) {
+  const auto size = Numbers<int>(aText, 'x');
+  if (size.size() != 2 || size[0] < 1 || size[1] < 1 || size[0] > kLargestSide || size[1] > kLargestSide) {
+    throw UsageError("--size takes WIDTHxHEIGHT, each from 1 to 8192, not '" + std::string(aText) + "'");
+  }
+  aOptions.width = size[0];
+  aOptions.height = size[1];
+}
+
+void ParseTurn(std::string_view aText, Options& aOptions) {
+  const auto angles = Numbers<double>(aText, ',');
+  if (angles.size() != 2 || !std::isfinite(angles[0]) || !std::isfinite(angles[1])) {
+    throw UsageError("--turn takes YAW,PITCH in degrees, not '" + std::string(aText) + "'");
+  }
+  aOptions.yaw = angles[0];
+  aOptions.pitch = angles[1];
+}
+
+PixelBox ParsePick(std::string_view aText) {
+  const auto point = Numbers<int>(aText, ',');
+  if (point.size() != 2) throw UsageError("--pick takes X,Y in pixels, not '" + std::string(aText) + "'");
+  return {point[0], point[1], point[0], point[1], false, true};
+}
+
+PixelBox ParsePickBox(std::string_view aText) {
+  constexpr std::string_view kInside = ",inside";
+  const bool inside = aText.ends_with(kInside);
+  const auto corners =
+      Numbers<int>(inside ? aText.substr(0, aText.size() - kInside.size()) : aText, ',');
+  if (corners.size() != 4) {
+    throw UsageError("--pick-box takes X1,Y1,X2,Y2 in pixels, with ',inside' or without, not '" +
+                     std::string(aText) + "'");
+  }
+  return {corners[0], corners[1], corners[2], corners[3], inside, false};
+}
+
+void RequireInside(const Options& aOptions) {
+  const auto& box = *aOptions.pick;
+  const auto within = [&](int aX, int aY) {
+    return aX >= 0 && aY >= 0 && aX <= aOptions.width && aY <= aOptions.height;
+  };
+  if (!within(box.x1, box.y1) || !within(box.x2, box.y2)) {
+    throw UsageError("the pick lies outside of the picture, which is " + std::to_string(aOptions.width) + "x" +
+                     std::to_string(aOptions.height));
+  }
+}
+
+}  // namespace
+
+Options ParseOptions(int argc, const char* const* argv) {
+  Options options;
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view option = argv[i];
+    const auto value = [&]() -> std::string_view {
+      if (i + 1 >= argc) throw UsageError(std::string(option) + " needs a value");
+      return argv[++i];
+    };
+    if (option == "--help") options.help = true;
+    else if (option == "--out") options.out = value();
+    else if (option == "--size") ParseSize(value(), options);
+    else if (option == "--shade") options.shade = ParseShade(value());
+    else if (option == "--fog") options.fog = true;
+    else if (option == "--ortho") options.ortho = true;
+    else if (option == "--axes") options.axes = true;
+    else if (option == "--turn") ParseTurn(value(), options);
+    else if (option == "--pick") options.pick = ParsePick(value());
+    else if (option == "--pick-box") options.pick = ParsePickBox(value());
+    else if (option == "--views") {
+      const std::string_view views = value();
+      if (views != "1" && views != "4") throw UsageError("--views takes 1 or 4, not '" + std::string(views) + "'");
+      options.views = views == "4" ? 4 : 1;
+    } else if (option.starts_with('-') && option.size() > 1) {
+      throw UsageError("unknown option '" + std::string(option) + "'; --help lists them all");
+    } else if (options.model.empty()) {
+      options.model = option;
+    } else {
+      throw UsageError("one model at a time: '" + options.model + "' or '" + std::string(option) + "'");
+    }
+  }
+  if (options.help) return options;
+  if (options.model.empty()) throw UsageError("which model? --help tells how to ask");
+  if (options.pick) RequireInside(options);
+  return options;
+}

@@ -1,0 +1,64 @@
+#include "glview/Overlay.h"
+
+#include <GL/gl.h>
+
+namespace {
+
+constexpr std::uint16_t kDashes = 0x0F0F;
+constexpr GLDATA_RGBA kFillColor{1.0f, 0.55f, 0.1f, 0.15f};
+constexpr GLDATA_RGBA kEdgeColor{1.0f, 0.55f, 0.1f, 1.0f};
+
+GLPtr<IGLDrawAttr> MakeAttributes(GLDATA_RGBA aColor) {
+  GLPtr<IGLDrawAttr> attributes;
+  GLCreateObject(CLSID_GLDrawAttr, attributes.Put());
+  attributes->SetColor(&aColor);
+  // Both sides: a band may be drawn from any corner to any.
+  attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_SHOW_FRONT | GLDM_SHOW_BACK), 1);
+  return attributes;
+}
+
+void EmitCorners(IGLCanvas& aCanvas, const Band& aBand) {
+  aCanvas.Vertex2d(aBand.from.x, aBand.from.y);
+  aCanvas.Vertex2d(aBand.to.x, aBand.from.y);
+  aCanvas.Vertex2d(aBand.to.x, aBand.to.y);
+  aCanvas.Vertex2d(aBand.from.x, aBand.to.y);
+}
+
+}  // namespace
+
+Overlay::Overlay(FrameClock* aClock)
+    : m_clock(aClock), m_fill(MakeAttributes(kFillColor)), m_edge(MakeAttributes(kEdgeColor)) {
+  m_edge->SetLineStipplePattern(kDashes);
+}
+
+void Overlay::SetBand(std::optional<Band> aBand) {
+  const std::lock_guard lock(m_lock);
+  m_band = aBand;
+}
+
+HRESULT Overlay::Draw(IGLCanvas* aCanvas, IGLContext*) noexcept {
+  std::optional<Band> band;
+  {
+    const std::lock_guard lock(m_lock);
+    band = m_band;
+  }
+  if (band) DrawBand(*aCanvas, *band);
+  if (m_clock != nullptr) {
+    glFinish();  // else the time would be that of asking, not of drawing
+    m_clock->Stop();
+  }
+  return S_OK;
+}
+
+void Overlay::DrawBand(IGLCanvas& aCanvas, const Band& aBand) {
+  aCanvas.PushDepthAttribute();
+  aCanvas.SetDrawAttributes(m_fill.Get());
+  aCanvas.BeginDrawQuads();
+  EmitCorners(aCanvas, aBand);
+  aCanvas.EndDrawVertices();
+  aCanvas.SetDrawAttributes(m_edge.Get());
+  aCanvas.BeginDrawLineLoop();
+  EmitCorners(aCanvas, aBand);
+  aCanvas.EndDrawVertices();
+  aCanvas.PopDepthAttribute();
+}

@@ -1,0 +1,171 @@
+#include "glview/Scene.h"
+
+#include <algorithm>
+#include <numbers>
+#include <stdexcept>
+
+namespace {
+
+constexpr GLDATA_RGBA kBackground{0.13f, 0.15f, 0.19f, 1.0f};
+constexpr GLDATA_RGBA kAmbient{0.22f, 0.22f, 0.25f, 1.0f};
+constexpr GLDATA_RGBA kFrame{0.35f, 0.38f, 0.44f, 1.0f};
+constexpr double kDegree = std::numbers::pi / 180;
+constexpr ULONG kLongestWait = 1000;  // ms from one frame to the next when nothing happens
+constexpr double kTurnPerPixel = 0.5 * kDegree;
+
+}  // namespace
+
+Scene::Scene(const Model& aModel, const Options& aOptions, ULONG_PTR aParent)
+    : m_model(aModel),
+      m_camera(aModel.centre, aModel.radius),
+      m_width(aOptions.width),
+      m_height(aOptions.height),
+      m_count(aOptions.views),
+      m_shade(aOptions.shade),
+      m_fog(aOptions.fog),
+      m_axes(aOptions.axes) {
+  if (FAILED(GLCreateObject(CLSID_GLContext, m_context.Put())) || FAILED(m_context->Initialize(aParent))) {
+    throw std::runtime_error("no drawing context to be had");
+  }
+  m_control = m_context.As<IGLContext2>();
+  GLDATA_RGBA color = kBackground;
+  m_context->SetBackgroundColor(&color);
+  m_reader = std::make_unique<FrameReader>(*m_context);
+  AddView(Direction::Free, aOptions.ortho);
+  AddView(Direction::Front, true);
+  AddView(Direction::Right, true);
+  AddView(Direction::Top, true);
+  AddLights();
+  m_camera.Turn(aOptions.yaw * kDegree, aOptions.pitch * kDegree);
+  SetAxes(m_axes);
+  SetSize(m_width, m_height);
+  m_painter = GLMake<ModelPainter>(m_model, m_clock);
+  m_painter->SetShade(m_shade);
+  m_context->AttachPainter(m_painter.Get());
+}
+
+void Scene::AddView(Direction aDirection, bool aOrtho) {
+  View view{.direction = aDirection};
+  if (FAILED(m_context->CreateViewer(0, aOrtho ? 1 : 0, &view.viewer))) throw std::runtime_error("no viewer");
+  view.overlay = GLMake<Overlay>(aDirection == Direction::Free ? &m_clock : nullptr);
+  view.viewer->AddGauge(view.overlay.Get());
+  view.viewer->ShowGauges(1);
+  GLDATA_RGBA color = kFrame;
+  view.viewer->SetFrameColor(&color);
+  m_views.push_back(view);
+}
+
+void Scene::AddLights() {
+  GLDATA_RGBA ambient = kAmbient;
+  m_context->SetAmbientLight(&ambient);
+  AddLight({0.55, -0.7, -1.0}, {0.82f, 0.80f, 0.76f, 1.0f}, 0.9f);  // key, from the upper left
+  AddLight({-0.9, 0.15, -0.6}, {0.22f, 0.25f, 0.32f, 1.0f}, 0.0f);  // fill, from the right
+}
+
+void Scene::AddLight(const GLDATA_POINT& aDirection, GLDATA_RGBA aColor, float aShine) {
+  IGLLight* light = nullptr;
+  if (FAILED(m_context->CreateLight(&light))) throw std::runtime_error("no light");
+  GLDATA_RGBA black{0, 0, 0, 1};
+  GLDATA_RGBA shine{aShine, aShine, aShine, 1};
+  GLDATA_POINT direction = aDirection;
+  light->SetAsSpotlight(0);
+  light->SetAmbientLight(&black);
+  light->SetDiffuseLight(&aColor);
+  light->SetSpecularLight(&shine);
+  light->SetDirection(&direction);
+  // Sharing the free view's eye, the light goes wherever that looks from.
+  GLPtr<IGLCoord> eye;
+  m_views.front().viewer->GetCoord(eye.Put());
+  light->AttachCoord(eye.Get());
+  light->Enable(1);
+}
+
+void Scene::SetSize(int aWidth, int aHeight) {
+  m_width = std::max(aWidth, 1);
+  m_height = std::max(aHeight, 1);
+  m_context->SetViewport(0, 0, m_width, m_height);
+  Layout();
+}
+
+void Scene::SetViews(int aCount) {
+  m_count = aCount;
+  Layout();
+}
+
+void Scene::Layout() {
+  const int left = m_width / 2;
+  const int lower = m_height / 2;
+  const int right = m_width - left;
+  const int upper = m_height - lower;
+  for (View& view : m_views) {
+    const bool quarter = m_count == 4;
+    view.shown = quarter || view.direction == Direction::Free;
+    const bool onRight = view.direction == Direction::Free || view.direction == Direction::Right;
+    const bool above = view.direction == Direction::Free || view.direction == Direction::Top;
+    view.x = quarter && onRight ? left : 0;
+    view.y = quarter && above ? lower : 0;
+    view.width = std::max(quarter ? (onRight ? right : left) : m_width, 1);
+    view.height = std::max(quarter ? (above ? upper : lower) : m_height, 1);
+    view.viewer->SetClipRectangle(view.x, view.y, view.width, view.height);
+    view.viewer->Clip(quarter ? 1 : 0);
+    view.viewer->Show(view.shown ? 1 : 0);
+  }
+  Refresh();
+}
+
+void Scene::SetShade(Shade aShade) {
+  m_shade = aShade;
+  m_painter->SetShade(aShade);
+  Redraw();
+}
+
+void Scene::SetFog(bool aOn) {
+  m_fog = aOn;
+  Refresh();
+}
+
+void Scene::SetAxes(bool aOn) {
+  m_axes = aOn;
+  for (View& view : m_views) {
+    GLPtr<IGLViewer>::FromBorrowed(view.viewer).As<IGLViewer2>()->SetShowAxes(aOn ? 1 : 0);
+  }
+  Redraw();
+}
+
+void Scene::Turn(int aX, int aY, double aRight, double aDown) {
+  // The parallel views keep their directions; what would turn them moves them.
+  if (ViewAt(aX, aY).direction != Direction::Free) return Pan(aX, aY, aRight, aDown);
+  m_camera.Turn(-aRight * kTurnPerPixel, aDown * kTurnPerPixel);
+  Refresh();
+}
+
+void Scene::Pan(int aX, int aY, double aRight, double aDown) {
+  const View& view = ViewAt(aX, aY);
+  const double side = std::min(view.width, view.height);
+  m_camera.Pan(view.direction, aRight / side, -aDown / side);
+  Refresh();
+}
+
+void Scene::Zoom(double aFactor) {
+  m_camera.Zoom(aFactor);
+  Refresh();
+}
+
+void Scene::Refresh() {
+  for (View& view : m_views) {
+    m_camera.Apply(*view.viewer, view.direction, static_cast<double>(view.width) / view.height);
+  }
+  GLPtr<IGLFog> fog;
+  m_context->GetFog(fog.Put());
+  GLDATA_RGBA color = kBackground;
+  const double start = std::max(m_camera.Distance() - m_camera.Radius(), 0.0);
+  fog->SetCalcMode(GLFM_CALCULATE_LINEAR);
+  fog->SetFogStartAndEnd(static_cast<float>(start), static_cast<float>(start + 2.4 * m_camera.Radius()));
+  fog->SetFogColor(&color);
+  fog->Enable(m_fog ? 1 : 0);
+  Redraw();
+}
+
+void Scene::Redraw() { m_control->TriggerDrawThread(); }
+
+void Scene::DrawOnRequest() { m_control->SetControlledDrawThread(1, kLongestWait); }

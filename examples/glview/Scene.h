@@ -1,0 +1,94 @@
+// Scene: the model in a context: its views, lights and fog, and picking in them.
+// The host's thread only; the window and the picture without a display are both shown through it.
+
+#pragma once
+
+#include <gllib/GLLib.h>
+#include <gllib/GLLibHost.h>
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "glview/Camera.h"
+#include "glview/FrameClock.h"
+#include "glview/Model.h"
+#include "glview/ModelPainter.h"
+#include "glview/Options.h"
+#include "glview/Overlay.h"
+#include "shared/FrameReader.h"
+
+class Scene {
+ public:
+  /// Starts a context under a window.
+  /// @param aParent the window's id; 0 with no display
+  /// @throws std::runtime_error when it can't be had
+  Scene(const Model& aModel, const Options& aOptions, ULONG_PTR aParent);
+  Scene(const Scene&) = delete;
+  Scene& operator=(const Scene&) = delete;
+
+  /// Draws when something changes, not all the time.
+  void DrawOnRequest();
+  void SetSize(int aWidth, int aHeight);
+  void SetViews(int aCount);
+  void SetShade(Shade aShade);
+  void SetFog(bool aOn);
+  void SetAxes(bool aOn);
+  Shade GetShade() const { return m_shade; }
+  bool HasFog() const { return m_fog; }
+  bool HasAxes() const { return m_axes; }
+
+  /// Turns, pans and zooms as a drag or wheel at a pixel asks. Pixels from the top left, y down.
+  void Turn(int aX, int aY, double aRight, double aDown);
+  void Pan(int aX, int aY, double aRight, double aDown);
+  void Zoom(double aFactor);
+
+  /// Shows a rubber band in the view that it starts in, or none.
+  void ShowBand(const std::optional<PixelBox>& aBox);
+  /// The parts that a click or box meets, each once.
+  std::vector<ULONG> Pick(const PixelBox& aBox);
+  void Mark(const std::vector<ULONG>& aIds);
+  /// The names of parts.
+  std::vector<std::string> NamesOf(const std::vector<ULONG>& aIds) const;
+
+  double FrameMilliseconds() const { return m_clock.Milliseconds(); }
+  /// Reads the picture back. @return false when no frame came in time
+  bool Read(Picture& aPicture) { return m_reader->Read(aPicture); }
+
+ private:
+  struct View {
+    Direction direction;
+    IGLViewer* viewer = nullptr;  // borrowed, the context's
+    GLPtr<Overlay> overlay;
+    int x = 0, y = 0, width = 1, height = 1;  // in pixels from the lower left
+    bool shown = false;
+  };
+
+  void AddView(Direction aDirection, bool aOrtho);
+  void AddLights();
+  void AddLight(const GLDATA_POINT& aDirection, GLDATA_RGBA aColor, float aShine);
+  void Layout();
+  /// Sends the camera to all views and asks for a frame.
+  void Refresh();
+  void Redraw();
+  View& ViewAt(int aX, int aY);
+  /// The place of a pixel in a view, each coordinate from -1 to 1.
+  GLDATA_POINT Place(const View& aView, double aX, double aY) const;
+
+  const Model& m_model;
+  FrameClock m_clock;
+  Camera m_camera;
+  GLPtr<IGLContext> m_context;  // goes after all that stands below, and with it the draw thread
+  GLPtr<IGLContext2> m_control;
+  GLPtr<ModelPainter> m_painter;
+  std::unique_ptr<FrameReader> m_reader;
+  std::vector<View> m_views;  // the free one first, which is so drawn last
+  int m_width;
+  int m_height;
+  int m_count;
+  Shade m_shade;
+  bool m_fog;
+  bool m_axes;
+};

@@ -1,0 +1,64 @@
+// Picking: which parts stand where the user points. The caller waits for the draw thread.
+
+#include <algorithm>
+
+#include "glview/Scene.h"
+
+namespace {
+
+/// A pixel's corner in the other direction, so that a box names pixels by their edges and a point by its middle.
+constexpr double kMiddle = 0.5;
+
+}  // namespace
+
+Scene::View& Scene::ViewAt(int aX, int aY) {
+  const int y = m_height - 1 - aY;
+  const auto holds = [&](const View& view) {
+    return view.shown && aX >= view.x && aX < view.x + view.width && y >= view.y && y < view.y + view.height;
+  };
+  const auto found = std::find_if(m_views.begin(), m_views.end(), holds);
+  return found != m_views.end() ? *found : m_views.front();
+}
+
+GLDATA_POINT Scene::Place(const View& aView, double aX, double aY) const {
+  return {(aX - aView.x) / aView.width * 2 - 1, (m_height - aY - aView.y) / aView.height * 2 - 1, 0};
+}
+
+void Scene::ShowBand(const std::optional<PixelBox>& aBox) {
+  for (View& view : m_views) view.overlay->SetBand(std::nullopt);
+  if (aBox) {
+    View& view = ViewAt(aBox->x1, aBox->y1);
+    view.overlay->SetBand(Band{Place(view, aBox->x1, aBox->y1), Place(view, aBox->x2, aBox->y2)});
+  }
+  Redraw();
+}
+
+std::vector<ULONG> Scene::Pick(const PixelBox& aBox) {
+  const View& view = ViewAt(aBox.x1, aBox.y1);
+  const double shift = aBox.point ? kMiddle : 0;
+  GLDATA_POINT from = Place(view, aBox.x1 + shift, aBox.y1 + shift);
+  GLDATA_POINT to = Place(view, aBox.x2 + shift, aBox.y2 + shift);
+  // One record for each part that is hit, and one for whatever has no identifier.
+  int count = static_cast<int>(m_model.parts.size()) + 1;
+  std::vector<ULONG> ids(static_cast<std::size_t>(count));
+  if (FAILED(m_context->Select(view.viewer, &from, &to, aBox.point ? 1 : 0, aBox.inside ? 1 : 0, &count,
+                               ids.data()))) {
+    return {};
+  }
+  ids.resize(static_cast<std::size_t>(count));
+  std::sort(ids.begin(), ids.end());
+  return ids;
+}
+
+void Scene::Mark(const std::vector<ULONG>& aIds) {
+  m_painter->SetMarked(aIds);
+  Redraw();
+}
+
+std::vector<std::string> Scene::NamesOf(const std::vector<ULONG>& aIds) const {
+  std::vector<std::string> names;
+  for (const ULONG id : aIds) {
+    if (const Part* part = m_model.Find(id)) names.push_back(part->name);
+  }
+  return names;
+}

@@ -1,0 +1,10 @@
+// Snapshot: one picture with no display, and picks in it.
+
+#pragma once
+
+#include "glview/Model.h"
+#include "glview/Options.h"
+
+/// Prints what is picked and writes the picture, as far as the options ask for either.
+/// @throws std::runtime_error
+void TakeSnapshot(const Model& aModel, const Options& aOptions);

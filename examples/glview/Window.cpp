@@ -1,0 +1,208 @@
+#include "glview/Window.h"
+
+#include <GLFW/glfw3.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <stdexcept>
+
+#include "glview/Scene.h"
+
+#define GLFW_EXPOSE_NATIVE_X11
+#include <GLFW/glfw3native.h>
+
+namespace {
+
+constexpr double kWheelStep = 0.9;
+constexpr int kClickSlack = 3;  // pixels that a click may move
+constexpr double kTitlePeriod = 0.25;  // seconds
+
+/// GLFW from its start to its end.
+struct Session {
+  Session() {
+    if (glfwInit() != GLFW_TRUE) throw std::runtime_error("no display; --out FILE.png draws without one");
+  }
+  ~Session() { glfwTerminate(); }
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+};
+
+enum class Drag { None, Turn, Pan, Band, BandInside };
+
+class Window {
+ public:
+  Window(const Model& aModel, const Options& aOptions);
+  ~Window();
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+
+  void Run();
+
+ private:
+  static Window& Of(GLFWwindow* aWindow) { return *static_cast<Window*>(glfwGetWindowUserPointer(aWindow)); }
+  void Listen();
+  void OnKey(int aKey);
+  void OnButton(int aButton, int aAction, int aModifiers);
+  void OnMove(double aX, double aY);
+  void BeginDrag(int aButton, int aModifiers);
+  void EndDrag();
+  void Pick(const PixelBox& aBox);
+  PixelBox DraggedBox() const;
+  void UpdateTitle();
+
+  Session m_session;
+  const Model& m_model;
+  GLFWwindow* m_window;
+  std::unique_ptr<Scene> m_scene;
+  std::string m_picked;
+  Drag m_drag = Drag::None;
+  double m_startX = 0, m_startY = 0;  // of the drag
+  double m_x = 0, m_y = 0;            // of the pointer
+  bool m_moved = false;               // further than a click does
+  double m_titleTime = 0;
+};
+
+Window::Window(const Model& aModel, const Options& aOptions) : m_model(aModel) {
+  glfwWindowHint(GLFW_CLIENT_API, GLFW_NO_API);  // the component brings its own
+  m_window = glfwCreateWindow(aOptions.width, aOptions.height, m_model.name.c_str(), nullptr, nullptr);
+  if (m_window == nullptr) throw std::runtime_error("no window to be had");
+  glfwSetWindowUserPointer(m_window, this);
+  try {
+    m_scene = std::make_unique<Scene>(aModel, aOptions, static_cast<ULONG_PTR>(glfwGetX11Window(m_window)));
+  } catch (...) {
+    glfwDestroyWindow(m_window);
+    throw;
+  }
+  m_scene->DrawOnRequest();
+  int width = 0;
+  int height = 0;
+  glfwGetFramebufferSize(m_window, &width, &height);
+  m_scene->SetSize(width, height);
+  Listen();
+}
+
+Window::~Window() {
+  m_scene.reset();
+  glfwDestroyWindow(m_window);
+}
+
+void Window::Listen() {
+  glfwSetFramebufferSizeCallback(m_window, [](GLFWwindow* aWindow, int aWidth, int aHeight) {
+    Of(aWindow).m_scene->SetSize(aWidth, aHeight);
+  });
+  glfwSetKeyCallback(m_window, [](GLFWwindow* aWindow, int aKey, int, int aAction, int) {
+    if (aAction == GLFW_PRESS) Of(aWindow).OnKey(aKey);
+  });
+  glfwSetMouseButtonCallback(m_window, [](GLFWwindow* aWindow, int aButton, int aAction, int aModifiers) {
+    Of(aWindow).OnButton(aButton, aAction, aModifiers);
+  });
+  glfwSetCursorPosCallback(m_window,
+                           [](GLFWwindow* aWindow, double aX, double aY) { Of(aWindow).OnMove(aX, aY); });
+  glfwSetScrollCallback(m_window, [](GLFWwindow* aWindow, double, double aUp) {
+    Of(aWindow).m_scene->Zoom(std::pow(kWheelStep, aUp));
+  });
+}
+
+void Window::Run() {
+  while (glfwWindowShouldClose(m_window) == GLFW_FALSE) {
+    glfwWaitEventsTimeout(kTitlePeriod);
+    UpdateTitle();
+  }
+}
+
+void Window::OnKey(int aKey) {
+  switch (aKey) {
+    case GLFW_KEY_ESCAPE: glfwSetWindowShouldClose(m_window, GLFW_TRUE); break;
+    case GLFW_KEY_1:
+    case GLFW_KEY_KP_1: m_scene->SetViews(1); break;
+    case GLFW_KEY_4:
+    case GLFW_KEY_KP_4: m_scene->SetViews(4); break;
+    case GLFW_KEY_A: m_scene->SetAxes(!m_scene->HasAxes()); break;
+    case GLFW_KEY_F: m_scene->SetFog(!m_scene->HasFog()); break;
+    case GLFW_KEY_W: {
+      constexpr int kShades = 4;
+      m_scene->SetShade(static_cast<Shade>((static_cast<int>(m_scene->GetShade()) + 1) % kShades));
+      break;
+    }
+    default: break;
+  }
+}
+
+void Window::OnButton(int aButton, int aAction, int aModifiers) {
+  if (aAction == GLFW_PRESS && m_drag == Drag::None) {
+    BeginDrag(aButton, aModifiers);
+  } else if (aAction == GLFW_RELEASE && m_drag != Drag::None) {
+    EndDrag();
+  }
+}
+
+void Window::BeginDrag(int aButton, int aModifiers) {
+  if (aButton != GLFW_MOUSE_BUTTON_LEFT) m_drag = Drag::Pan;
+  else if ((aModifiers & GLFW_MOD_CONTROL) != 0) m_drag = Drag::BandInside;
+  else if ((aModifiers & GLFW_MOD_SHIFT) != 0) m_drag = Drag::Band;
+  else m_drag = Drag::Turn;
+  m_startX = m_x;
+  m_startY = m_y;
+  m_moved = false;
+}
+
+void Window::OnMove(double aX, double aY) {
+  const double right = aX - m_x;
+  const double down = aY - m_y;
+  m_x = aX;
+  m_y = aY;
+  if (m_drag == Drag::None) return;
+  m_moved = m_moved || std::hypot(m_x - m_startX, m_y - m_startY) > kClickSlack;
+  if (!m_moved) return;
+  // What a view does with a drag is settled by where the drag began.
+  const int x = static_cast<int>(m_startX);
+  const int y = static_cast<int>(m_startY);
+  if (m_drag == Drag::Turn) m_scene->Turn(x, y, right, down);
+  else if (m_drag == Drag::Pan) m_scene->Pan(x, y, right, down);
+  else m_scene->ShowBand(DraggedBox());
+}
+
+void Window::EndDrag() {
+  const Drag drag = std::exchange(m_drag, Drag::None);
+  if (!m_moved && drag != Drag::Pan) {
+    PixelBox point = DraggedBox();
+    point.x2 = point.x1;
+    point.y2 = point.y1;
+    point.point = true;
+    Pick(point);
+  } else if (drag == Drag::Band || drag == Drag::BandInside) {
+    PixelBox box = DraggedBox();
+    box.inside = drag == Drag::BandInside;
+    m_scene->ShowBand(std::nullopt);
+    Pick(box);
+  }
+}
+
+PixelBox Window::DraggedBox() const {
+  return {static_cast<int>(m_startX), static_cast<int>(m_startY), static_cast<int>(m_x), static_cast<int>(m_y)};
+}
+
+void Window::Pick(const PixelBox& aBox) {
+  const auto ids = m_scene->Pick(aBox);
+  m_scene->Mark(ids);
+  m_picked.clear();
+  for (const std::string& name : m_scene->NamesOf(ids)) m_picked += (m_picked.empty() ? "" : ", ") + name;
+  m_titleTime = 0;
+}
+
+void Window::UpdateTitle() {
+  const double now = glfwGetTime();
+  if (m_titleTime != 0 && now - m_titleTime < kTitlePeriod) return;
+  m_titleTime = now;
+  char frame[32];
+  std::snprintf(frame, sizeof(frame), "%.1f ms", m_scene->FrameMilliseconds());
+  std::string title =
+      m_model.name + " - " + std::to_string(m_model.CountTriangles()) + " triangles - " + frame;
+  if (!m_picked.empty()) title += " - " + m_picked;
+  glfwSetWindowTitle(m_window, title.c_str());
+}
+
+}  // namespace
+
+void ShowWindow(const Model& aModel, const Options& aOptions) { Window(aModel, aOptions).Run(); }

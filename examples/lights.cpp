@@ -1,0 +1,96 @@
+// lights: eight coloured spotlights shine on a floor, and a ninth waits its turn. The left half of the picture
+// shows the eight; for the right half one of them has been destroyed, and the ninth, white in the middle, has
+// taken its place.
+
+#include <cmath>
+#include <numbers>
+
+#include "shared/Shapes.h"
+#include "shared/Stage.h"
+
+namespace {
+
+constexpr int kHalfWidth = 480;
+constexpr int kHeight = 480;
+constexpr double kPi = std::numbers::pi;
+constexpr GLDATA_RGBA kFloorColor{0.8f, 0.8f, 0.8f, 1.0f};
+constexpr GLDATA_RGBA kColors[8] = {{1, 0.1f, 0.1f, 1},    {1, 0.6f, 0.1f, 1}, {0.9f, 0.9f, 0.1f, 1},
+                                    {0.2f, 1, 0.2f, 1},    {0.1f, 1, 0.9f, 1}, {0.2f, 0.5f, 1, 1},
+                                    {0.4f, 0.25f, 1, 1.0f}, {1, 0.3f, 0.9f, 1}};
+
+/// A floor with a ball in the middle.
+class FloorPainter final : public GLPainterBase {
+ public:
+  FloorPainter() {
+    GLCreateObject(CLSID_GLDrawAttr, m_attributes.Put());
+    GLDATA_RGBA color = kFloorColor;
+    m_attributes->SetColor(&color);
+  }
+
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
+    aCanvas->SetDrawAttributes(m_attributes.Get());
+    DrawFloor(*aCanvas, 0, 8, 128);
+    DrawSphere(*aCanvas, {0, 0.7, 0}, 0.7);
+    return S_OK;
+  }
+
+ private:
+  GLPtr<IGLDrawAttr> m_attributes;
+};
+
+/// Hangs a spotlight over a place on the floor, shining straight down.
+IGLLight* HangLight(IGLContext& aContext, double aX, double aZ, GLDATA_RGBA aColor) {
+  IGLLight* light = nullptr;
+  aContext.CreateLight(&light);
+  GLDATA_RGBA black{0, 0, 0, 1};
+  GLDATA_POINT down{0, -1, 0};
+  light->SetAmbientLight(&black);
+  light->SetDiffuseLight(&aColor);
+  light->SetSpecularLight(&black);
+  light->SetDirection(&down);
+  light->SetCutOffAngle_DEG(24);
+  light->SetSpotExponent(12);
+  GLPtr<IGLCoord> place;
+  light->GetCoord(place.Put());
+  place->SetOrigin3d(aX, 4, aZ);  // the light stands a little in front of its system's origin
+  light->Enable(1);
+  return light;
+}
+
+/// Puts two pictures of one size side by side.
+Picture SideBySide(const Picture& aLeft, const Picture& aRight) {
+  Picture both(aLeft.width + aRight.width, aLeft.height);
+  both.pixels.clear();
+  for (int y = aLeft.height - 1; y >= 0; --y) {
+    for (const Picture* half : {&aLeft, &aRight}) {
+      both.pixels.insert(both.pixels.end(), half->At(0, y), half->At(0, y) + 4 * half->width);
+    }
+  }
+  return both;
+}
+
+Picture DrawLights() {
+  const Stage stage(kHalfWidth, kHeight);
+  IGLContext& context = stage.Context();
+  GLDATA_RGBA dusk{0.06f, 0.06f, 0.08f, 1};
+  context.SetAmbientLight(&dusk);
+  stage.AddViewer({0, 14, 12}, 0.86).SetEyeFovy_DEG(38);
+  context.AttachPainter(GLMake<FloorPainter>().Get());
+
+  IGLLight* first = nullptr;
+  for (int i = 0; i < 8; ++i) {
+    const double turn = 2 * kPi * i / 8;
+    IGLLight* light = HangLight(context, 4 * std::sin(turn), 4 * std::cos(turn), kColors[i]);
+    if (i == 0) first = light;
+  }
+  // The lights take their numbers in the pass that first applies them, so the ninth comes a picture later.
+  stage.Read();
+  HangLight(context, 0, 0, {1, 1, 1, 1});
+  const Picture eight = stage.Read();
+  context.DestroyLight(first);
+  return SideBySide(eight, stage.Read());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) { return RunExample(argc, argv, DrawLights); }

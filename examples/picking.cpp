@@ -1,0 +1,117 @@
+// picking: a grid of boxes with numbers, and what each kind of pick finds there. The picture shows the frame
+// that was drawn across the grid: what it meets is orange, and what lies wholly inside it is red.
+
+#include <array>
+#include <atomic>
+#include <cstdio>
+#include <vector>
+
+#include "shared/Shapes.h"
+#include "shared/Stage.h"
+
+namespace {
+
+constexpr int kWidth = 640;
+constexpr int kHeight = 480;
+constexpr int kColumns = 6;
+constexpr int kRows = 4;
+constexpr ULONG kHidden = kColumns * kRows + 1;  // the number of the box behind box 9
+
+// Places in the view, each coordinate from -1 to 1: the middle of box 9, and a frame from corner to corner.
+constexpr GLDATA_POINT kPlace{-0.141, -0.188, 0};
+constexpr GLDATA_POINT kFrom{-0.62, -0.72, 0};
+constexpr GLDATA_POINT kTo{0.28, 0.31, 0};
+
+enum Mark : int { Plain, Met, Inside };
+constexpr GLDATA_RGBA kColors[] = {
+    {0.62f, 0.66f, 0.72f, 1}, {1.0f, 0.6f, 0.15f, 1}, {0.9f, 0.2f, 0.15f, 1}};
+
+/// Boxes 1 to 24 in rows from the lower left, and one more behind box 9.
+class GridPainter final : public GLPainterBase {
+ public:
+  GridPainter() { GLCreateObject(CLSID_GLDrawAttr, m_attributes.Put()); }
+
+  void Set(const std::vector<ULONG>& aIds, Mark aMark) {
+    for (const ULONG id : aIds) m_marks[id] = aMark;
+  }
+
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
+    for (int row = 0; row < kRows; ++row) {
+      for (int column = 0; column < kColumns; ++column) {
+        DrawNumbered(*aCanvas, static_cast<ULONG>(row * kColumns + column + 1), {column - 2.5, row - 1.5, 0});
+      }
+    }
+    DrawNumbered(*aCanvas, kHidden, {-0.4, -0.42, -1.5});
+    return S_OK;
+  }
+
+ private:
+  void DrawNumbered(IGLCanvas& aCanvas, ULONG aId, const GLDATA_POINT& aCentre) {
+    GLDATA_RGBA color = kColors[m_marks[aId]];
+    m_attributes->SetColor(&color);
+    aCanvas.SetTestID(aId);
+    aCanvas.SetDrawAttributes(m_attributes.Get());
+    DrawBox(aCanvas, aCentre, {0.3, 0.3, 0.3});
+  }
+
+  GLPtr<IGLDrawAttr> m_attributes;
+  std::array<std::atomic<Mark>, kHidden + 1> m_marks{};  // by number
+};
+
+/// Draws the frame that the boxes are picked with.
+class FrameGauge final : public GLGaugeBase {
+ public:
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*) noexcept override {
+    GLDATA_RGBA white{1, 1, 1, 1};
+    aCanvas->SetVertexColor(&white);
+    aCanvas->PushDepthAttribute();
+    aCanvas->BeginDrawLineLoop();
+    aCanvas->Vertex2d(kFrom.x, kFrom.y);
+    aCanvas->Vertex2d(kTo.x, kFrom.y);
+    aCanvas->Vertex2d(kTo.x, kTo.y);
+    aCanvas->Vertex2d(kFrom.x, kTo.y);
+    aCanvas->EndDrawVertices();
+    aCanvas->PopDepthAttribute();
+    return S_OK;
+  }
+};
+
+/// Picks, prints what is found, and gives it.
+std::vector<ULONG> Pick(IGLContext& aContext, IGLViewer& aViewer, const char* aKind, GLDATA_POINT aFrom,
+                        GLDATA_POINT aTo, bool aClosest, bool aEnclosed) {
+  int count = kHidden;  // every box at most once
+  std::vector<ULONG> ids(kHidden);
+  if (FAILED(aContext.Select(&aViewer, &aFrom, &aTo, aClosest, aEnclosed, &count, ids.data()))) count = 0;
+  ids.resize(static_cast<std::size_t>(count));
+  std::printf("%s:", aKind);
+  for (const ULONG id : ids) std::printf(" %u", static_cast<unsigned>(id));
+  std::printf("\n");
+  return ids;
+}
+
+Picture DrawPicking() {
+  const Stage stage(kWidth, kHeight);
+  IGLContext& context = stage.Context();
+  IGLViewer& viewer = stage.AddViewer({0, 0, 9}, 0);
+  IGLLight* light = nullptr;
+  context.CreateLight(&light);
+  GLDATA_POINT direction{0.4, -0.5, -1};
+  light->SetAsSpotlight(0);
+  light->SetDirection(&direction);
+  light->Enable(1);
+  const auto painter = GLMake<GridPainter>();
+  context.AttachPainter(painter.Get());
+
+  Pick(context, viewer, "under the point", kPlace, kPlace, false, false);
+  Pick(context, viewer, "nearest at the point", kPlace, kPlace, true, false);
+  painter->Set(Pick(context, viewer, "met by the frame", kFrom, kTo, false, false), Met);
+  painter->Set(Pick(context, viewer, "wholly inside it", kFrom, kTo, false, true), Inside);
+
+  viewer.AddGauge(GLMake<FrameGauge>().Get());
+  viewer.ShowGauges(1);
+  return stage.Read();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) { return RunExample(argc, argv, DrawPicking); }

@@ -1,0 +1,45 @@
+#include "shared/Stage.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <stdexcept>
+#include <string_view>
+
+Stage::Stage(int aWidth, int aHeight) {
+  setenv("GLLIB_DISPLAY", "headless", 1);
+  if (FAILED(GLCreateObject(CLSID_GLContext, m_context.Put()))) throw std::runtime_error("no context");
+  if (FAILED(m_context->Initialize(0))) throw std::runtime_error("the context can't draw");
+  m_context->SetViewport(0, 0, aWidth, aHeight);
+  m_reader = std::make_unique<FrameReader>(*m_context);
+}
+
+IGLViewer& Stage::AddViewer(const GLDATA_POINT& aEye, double aPitch) const {
+  IGLViewer* viewer = nullptr;
+  if (FAILED(m_context->CreateViewer(1, 0, &viewer))) throw std::runtime_error("no viewer");
+  GLPtr<IGLCoord> eye;
+  viewer->GetCoord(eye.Put());
+  eye->SetOrigin3d(aEye.x, aEye.y, aEye.z);
+  eye->RotateAboutX_RAD(-aPitch);
+  return *viewer;
+}
+
+Picture Stage::Read() const {
+  Picture picture;
+  if (!m_reader->Read(picture)) throw std::runtime_error("no frame came");
+  return picture;
+}
+
+int RunExample(int argc, char** argv, Picture (*aExample)()) {
+  if (argc != 3 || std::string_view(argv[1]) != "--out") {
+    std::fprintf(stderr, "usage: %s --out FILE.png\n", argv[0]);
+    return 2;
+  }
+  try {
+    if (WritePng(aExample(), argv[2])) return 0;
+    std::fprintf(stderr, "%s: can't write %s\n", argv[0], argv[2]);
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s: %s\n", argv[0], failure.what());
+  }
+  return 1;
+}

@@ -1,0 +1,68 @@
+# What the demo and the tests need of the system, in one list, and how it gets there. Sourced, not run.
+
+# What the component is built from.
+packages_component=(
+  g++ cmake ninja-build pkg-config ccache
+  libxcb1-dev libx11-dev libx11-xcb-dev libegl-dev libgl-dev libglu1-mesa-dev
+  libfreetype-dev libfontconfig-dev
+)
+# What draws where there is no GPU, and a face for text.
+packages_drawing=(libgl1-mesa-dri libegl-mesa0 fonts-dejavu-core)
+# What the example hosts are built from, and the models that they show.
+packages_examples=(libassimp-dev libglfw3-dev libpng-dev glmark2-data)
+# What the tests and the benchmarks are built from.
+packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev xvfb)
+
+packages=("${packages_component[@]}" "${packages_drawing[@]}" "${packages_examples[@]}" "${packages_tests[@]}")
+
+say() { printf '== %s\n' "$*"; }
+
+# Runs a command as root.
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    echo "$0: root or sudo is needed to install packages" >&2
+    return 1
+  fi
+}
+
+# Installs what is missing of the list; says nothing when all is there.
+install_packages() {
+  local missing=() package
+  for package in "${packages[@]}"; do
+    if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q '^install ok installed'; then
+      missing+=("$package")
+    fi
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  say "Installing ${missing[*]}"
+  as_root apt-get update -qq
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# Runs a command with its output in a log; shows the log's end, and fails, when the command does.
+# On a terminal the output is shown as it comes: ninja keeps to one line there.
+logged() {
+  local log=$1
+  shift
+  if [ -t 1 ]; then
+    "$@"
+    return
+  fi
+  mkdir -p "$(dirname "$log")"
+  if ! "$@" >"$log" 2>&1; then
+    tail -n 60 "$log" >&2
+    return 1
+  fi
+}
+
+# Configures and builds a preset.
+build_preset() {
+  local preset=$1
+  say "Building $preset"
+  logged "build/$preset-configure.log" cmake --preset "$preset"
+  logged "build/$preset-build.log" cmake --build --preset "$preset"
+}

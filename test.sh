@@ -1,0 +1,24 @@
+#!/bin/bash
+# Installs what is missing, builds, and runs all tests.
+#
+#   ./test.sh          the release build
+#   ./test.sh asan     with the address and undefined behaviour sanitizers
+#   ./test.sh tsan     with the thread sanitizer
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+source scripts/packages.sh
+
+preset=${1:-release}
+case $preset in
+  release | debug | asan | tsan) ;;
+  *)
+    echo "usage: $0 [release|debug|asan|tsan]" >&2
+    exit 2
+    ;;
+esac
+
+unset DISPLAY WAYLAND_DISPLAY  # the tests that want an X server start one
+install_packages
+build_preset "$preset"
+say "Testing $preset"
+ctest --preset "$preset" --parallel 2

@@ -1,0 +1,282 @@
+// glview with no display: what it refuses, what its picks find, and what its pictures show.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <set>
+
+#include "Program.h"
+#include "shared/Picture.h"
+
+namespace {
+
+constexpr int kSide = 300;
+const std::vector<std::string> kFromTheFront = {"--turn", "0,0", "--ortho", "--size", "300x300"};
+
+/// Four upright squares: one in front of another, which reaches out to the right, and two in corners.
+constexpr const char* kSquares = R"(mtllib squares.mtl
+o low
+usemtl plain
+v -2 -2 0
+v -1 -2 0
+v -1 -1 0
+v -2 -1 0
+f 1 2 3 4
+o front
+usemtl front
+v -1 -1 1
+v 1 -1 1
+v 1 1 1
+v -1 1 1
+f 5 6 7 8
+o behind
+usemtl behind
+v -0.5 -0.5 -1
+v 1.8 -0.5 -1
+v 1.8 0.5 -1
+v -0.5 0.5 -1
+f 9 10 11 12
+o corner
+usemtl plain
+v 1.5 1.5 0
+v 2 1.5 0
+v 2 2 0
+v 1.5 2 0
+f 13 14 15 16
+)";
+constexpr const char* kMaterials = R"(newmtl plain
+Kd 0.7 0.7 0.7
+newmtl front
+Kd 0.8 0.05 0.05
+%
+newmtl behind
+Kd 0.05 0.8 0.05
+)";
+
+class Glview : public ::testing::Test {
+ protected:
+  /// Writes the squares. @param aFrontOpacity as a line of the material file
+  std::string Squares(const std::string& aFrontOpacity = "d 1") const {
+    std::string materials = kMaterials;
+    materials.replace(materials.find('%'), 1, aFrontOpacity);
+    m_folder.Write("squares.mtl", materials);
+    return m_folder.Write("squares.obj", kSquares);
+  }
+
+  Outcome FromTheFront(const std::string& aModel, std::vector<std::string> aArguments) const {
+    aArguments.insert(aArguments.end(), kFromTheFront.begin(), kFromTheFront.end());
+    aArguments.push_back(aModel);
+    return Run("glview", aArguments);
+  }
+
+  Picture PictureOf(const std::string& aModel, std::vector<std::string> aArguments) const {
+    const std::string file = m_folder / "picture.png";
+    aArguments.insert(aArguments.end(), {"--out", file});
+    const Outcome outcome = FromTheFront(aModel, aArguments);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    Picture picture;
+    EXPECT_TRUE(ReadPng(file, picture));
+    return picture;
+  }
+
+  /// Where a point of the squares lands: the sphere through the outer corners fills the picture but for 4 %.
+  static int Pixel(double aCoordinate) {
+    return static_cast<int>(std::floor((aCoordinate / (1.04 * std::hypot(2, 2)) + 1) * kSide / 2));
+  }
+  static const std::uint8_t* At(const Picture& aPicture, double aX, double aY) {
+    return aPicture.At(Pixel(aX), Pixel(-aY));
+  }
+
+  TemporaryFolder m_folder;
+};
+
+/// Whether anything but the background stands within two pixels of a place.
+bool IsDrawn(const Picture& aPicture, const std::uint8_t* aPlace) {
+  const std::uint8_t* background = aPicture.At(0, 0);
+  const auto offset = static_cast<int>(aPlace - aPicture.pixels.data()) / 4;
+  for (int dy = -2; dy <= 2; ++dy) {
+    for (int dx = -2; dx <= 2; ++dx) {
+      const std::uint8_t* pixel = &aPicture.pixels[static_cast<std::size_t>(offset + dy * aPicture.width + dx) * 4];
+      if (!std::equal(pixel, pixel + 3, background)) return true;
+    }
+  }
+  return false;
+}
+
+TEST_F(Glview, RefusesABadCommandLineInOneLine) {
+  const std::string model = Squares();
+  const std::vector<std::vector<std::string>> lines = {
+      {},
+      {"--frobnicate", model},
+      {model, model},
+      {"--out"},
+      {"--size", "0x10", model},
+      {"--size", "100", model},
+      {"--size", "100x100x", model},
+      {"--size", "100000x10", model},
+      {"--shade", "cubist", model},
+      {"--views", "3", model},
+      {"--turn", "1", model},
+      {"--turn", "nan,0", model},
+      {"--pick", "1", model},
+      {"--pick", "-1,5", model},
+      {"--pick-box", "1,2,3", model},
+      {"--pick-box", "1,2,3,4,outside", model},
+      {"--size", "50x50", "--pick", "60,10", model},
+  };
+  for (const auto& line : lines) {
+    const Outcome outcome = Run("glview", line);
+    const std::string shown = ::testing::PrintToString(line);
+    EXPECT_EQ(outcome.status, 2) << shown;
+    EXPECT_TRUE(outcome.err.starts_with("glview: ")) << shown << outcome.err;
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << shown << outcome.err;
+    EXPECT_EQ(outcome.out, "") << shown;
+  }
+}
+
+TEST_F(Glview, RefusesAModelThatIsMissingOrBroken) {
+  const std::vector<std::pair<std::string, std::string>> models = {
+      {m_folder / "missing.obj", "no such file"},
+      {m_folder / ".", "not a file"},
+      {m_folder.Write("empty.obj", ""), "can't read"},
+      {m_folder.Write("garbage.obj", "\x7f\x45\x4c\x46 not a model\n"), ""},
+      {m_folder.Write("text.txt", "not a model"), "can't read"},
+      {m_folder.Write("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"), "can't read"},
+      {m_folder.Write("points.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\n"), ""},
+  };
+  for (const auto& [model, reason] : models) {
+    const Outcome outcome = Run("glview", {"--out", m_folder / "out.png", model});
+    EXPECT_EQ(outcome.status, 2) << model;
+    EXPECT_TRUE(outcome.err.starts_with("glview: " + reason)) << model << ": " << outcome.err;
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+  }
+  EXPECT_FALSE(std::filesystem::exists(m_folder / "out.png"));
+}
+
+TEST_F(Glview, TellsAFailedWriteApartFromARefusal) {
+  const Outcome outcome = Run("glview", {"--out", m_folder / "no/folder/out.png", Squares()});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_TRUE(outcome.err.starts_with("glview: can't write ")) << outcome.err;
+}
+
+TEST_F(Glview, HelpNamesEveryOption) {
+  const Outcome outcome = Run("glview", {"--help"});
+  EXPECT_EQ(outcome.status, 0);
+  for (const char* option : {"--out", "--size", "--shade", "--fog", "--ortho", "--views", "--turn", "--axes",
+                             "--pick", "--pick-box"}) {
+    EXPECT_NE(outcome.out.find(option), std::string::npos) << option;
+  }
+}
+
+TEST_F(Glview, PicksWhatIsSeenAtAPixelAndWhatABoxHolds) {
+  const auto pixel = [](double aX, double aY) {
+    return std::to_string(Pixel(aX)) + "," + std::to_string(Pixel(-aY));
+  };
+  const auto box = [&](double aX1, double aY1, double aX2, double aY2) {
+    return pixel(aX1, aY1) + "," + pixel(aX2, aY2);
+  };
+  const std::vector<std::tuple<std::string, std::string, std::string>> picks = {
+      {"--pick", pixel(0, 0), "front\n"},
+      {"--pick", pixel(1.5, 0), "behind\n"},
+      {"--pick", pixel(-1.5, -1.5), "low\n"},
+      {"--pick", pixel(1.75, 1.75), "corner\n"},
+      {"--pick", pixel(-1.5, 1.5), ""},
+      {"--pick-box", "0,0,300,300", "low\nfront\nbehind\ncorner\n"},
+      {"--pick-box", "300,300,0,0,inside", "low\nfront\nbehind\ncorner\n"},
+      {"--pick-box", box(-1.2, -1.2, 1.2, 1.2), "low\nfront\nbehind\n"},
+      {"--pick-box", box(1.2, 1.2, -1.2, -1.2) + ",inside", "front\n"},
+      {"--pick-box", box(-0.2, -0.2, 0.2, 0.2) + ",inside", ""},
+  };
+  const std::string model = Squares();
+  for (const char* shade : {"shaded", "wire"}) {  // a wire model is picked by its faces, too
+    for (const auto& [option, where, names] : picks) {
+      const Outcome outcome = FromTheFront(model, {"--shade", shade, option, where});
+      EXPECT_EQ(outcome.status, 0) << outcome.err;
+      EXPECT_EQ(outcome.out, names) << shade << " " << option << " " << where;
+    }
+  }
+}
+
+TEST_F(Glview, PicksInTheQuarterThatThePixelLiesIn) {
+  // The front view is the lower left quarter; the picture is twice as large, so each quarter is as before.
+  const std::string model = Squares();
+  for (const auto& [x, name] : {std::pair{Pixel(0), "front\n"}, {Pixel(1.5), "behind\n"}}) {
+    const Outcome outcome = Run("glview", {"--views", "4", "--size", "600x600", "--pick",
+                                           std::to_string(x) + "," + std::to_string(kSide + kSide / 2), model});
+    EXPECT_EQ(outcome.out, name) << outcome.err;
+  }
+}
+
+TEST_F(Glview, DrawsEachShading) {
+  const std::string model = Squares();
+  const Picture shaded = PictureOf(model, {"--shade", "shaded"});
+  const Picture wire = PictureOf(model, {"--shade", "wire"});
+  const Picture hidden = PictureOf(model, {"--shade", "hidden"});
+  const Picture points = PictureOf(model, {"--shade", "points"});
+  struct Place {
+    const char* name;
+    double x, y;
+    bool inShaded, inWire, inHidden, inPoints;
+  };
+  const Place places[] = {
+      {"inside the front face", -0.7, 0.2, true, false, false, false},
+      {"its upper edge", 0.3, 1, true, true, true, false},
+      {"its corner", 1, 1, true, true, true, true},
+      {"the edge behind it", -0.5, 0.2, true, true, false, false},
+      {"the free edge of the one behind", 1.8, 0.2, true, true, true, false},
+      {"nothing", -1.5, 1.5, false, false, false, false},
+  };
+  for (const Place& place : places) {
+    EXPECT_EQ(IsDrawn(shaded, At(shaded, place.x, place.y)), place.inShaded) << place.name << " shaded";
+    EXPECT_EQ(IsDrawn(wire, At(wire, place.x, place.y)), place.inWire) << place.name << " wire";
+    EXPECT_EQ(IsDrawn(hidden, At(hidden, place.x, place.y)), place.inHidden) << place.name << " hidden";
+    EXPECT_EQ(IsDrawn(points, At(points, place.x, place.y)), place.inPoints) << place.name << " points";
+  }
+}
+
+TEST_F(Glview, ShowsWhatStandsBehindGlass) {
+  const Picture solid = PictureOf(Squares(), {});
+  const Picture glass = PictureOf(Squares("d 0.5"), {});
+  const int green = 1;
+  // The part behind comes later in the file; it must be drawn before the glass all the same.
+  EXPECT_GT(At(glass, 0.7, 0.3)[green], At(solid, 0.7, 0.3)[green] + 40);
+  EXPECT_GT(At(glass, 0.7, 0.3)[0], At(glass, 1.5, 0.3)[0] + 40) << "the glass colours it red";
+  EXPECT_EQ(At(glass, 1.5, 0.3)[green], At(solid, 1.5, 0.3)[green]) << "beside the glass nothing changes";
+}
+
+TEST_F(Glview, FogTakesTheFarFartherThanTheNear) {
+  const Picture clear = PictureOf(Squares(), {});
+  const Picture fog = PictureOf(Squares(), {"--fog"});
+  const auto loss = [&](double aX, double aY, int aChannel) {
+    return 1.0 - double{At(fog, aX, aY)[aChannel]} / At(clear, aX, aY)[aChannel];
+  };
+  EXPECT_GT(loss(0, 0.8, 0), 0.05) << "front";
+  EXPECT_GT(loss(1.5, 0, 1), loss(0, 0.8, 0) + 0.15) << "behind";
+}
+
+TEST_F(Glview, DrawsARabbit) {
+  const std::string bunny = "/usr/share/glmark2/models/bunny.obj";
+  if (!std::filesystem::exists(bunny)) GTEST_SKIP() << "package glmark2-data isn't installed";
+  const std::string file = m_folder / "bunny.png";
+  const Outcome outcome = Run("glview", {"--out", file, "--size", "400x400", bunny});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  Picture picture;
+  ASSERT_TRUE(ReadPng(file, picture));
+  int covered = 0;
+  std::set<int> greys;
+  for (int y = 0; y < 400; ++y) {
+    for (int x = 0; x < 400; ++x) {
+      const std::uint8_t* pixel = picture.At(x, y);
+      if (std::equal(pixel, pixel + 3, picture.At(0, 0))) continue;
+      ++covered;
+      greys.insert(pixel[1]);
+    }
+  }
+  EXPECT_GT(covered, 400 * 400 / 5);
+  EXPECT_LT(covered, 400 * 400 * 3 / 4);
+  EXPECT_GT(greys.size(), 100u) << "a shadow has few greys, a shaded body has many";
+}
+
+}  // namespace

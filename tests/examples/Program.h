@@ -1,0 +1,40 @@
+// Program: an example host as a process of its own, with what it says and how it ends.
+
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+/// A folder that goes with all that is in it.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  std::string operator/(const std::string& aName) const { return m_path + "/" + aName; }
+  /// Writes a file. @return its path
+  std::string Write(const std::string& aName, const std::string& aText) const;
+
+ private:
+  std::string m_path;
+};
+
+struct Outcome {
+  int status = -1;  ///< exit status; -1 when a signal ended it
+  std::string out;
+  std::string err;
+};
+
+/// Starts a program. @param aDisplay value of DISPLAY; empty for none
+pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDisplay, const std::string& aOutFile,
+            const std::string& aErrFile);
+
+/// Waits for a program's end. @return its exit status; -1 when a signal ended it
+int WaitFor(pid_t aProcess);
+
+/// Runs one of the examples to its end, with no display.
+Outcome Run(const std::string& aExample, const std::vector<std::string>& aArguments);
