@@ -1,6 +1,6 @@
 // glass: coloured panes, one behind the other and crossing. On the left they are drawn in the order in which
-// they were made; on the right the canvas's store hands out their triangles with centroids, and they are drawn
-// from the farthest to the nearest.
+// they were made; on the right the canvas's store hands out their triangles with centroids, and they are
+// drawn from the farthest to the nearest.
 
 #include <algorithm>
 #include <array>
@@ -21,7 +21,8 @@ constexpr GLDATA_RGBA kColors[5] = {{0.95f, 0.25f, 0.2f, 0.5f},
                                     {0.7f, 0.3f, 0.85f, 0.5f}};
 
 /// Stores a pane that stands upright, as two triangles a cell.
-void StorePane(IGLCanvas13_1& aStore, const GLDATA_POINT& aCentre, const GLDATA_POINT& aSide, GLDATA_RGBA aColor) {
+void StorePane(IGLCanvas13_1& aStore, const GLDATA_POINT& aCentre, const GLDATA_POINT& aSide,
+               GLDATA_RGBA aColor) {
   const auto corner = [&](int aColumn, int aRow) {
     const double along = 2.0 * aColumn / kCells - 1;
     const double up = 2.0 * aRow / kCells - 1;

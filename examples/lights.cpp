@@ -1,6 +1,6 @@
-// lights: eight coloured spotlights shine on a floor, and a ninth waits its turn. The left half of the picture
-// shows the eight; for the right half one of them has been destroyed, and the ninth, white in the middle, has
-// taken its place.
+// lights: eight coloured spotlights shine on a floor, and a ninth waits its turn. The left half of the
+// picture shows the eight; for the right half one of them has been destroyed, and the ninth, white in the
+// middle, has taken its place.
 
 #include <cmath>
 #include <numbers>
@@ -14,8 +14,8 @@ constexpr int kHalfWidth = 480;
 constexpr int kHeight = 480;
 constexpr double kPi = std::numbers::pi;
 constexpr GLDATA_RGBA kFloorColor{0.8f, 0.8f, 0.8f, 1.0f};
-constexpr GLDATA_RGBA kColors[8] = {{1, 0.1f, 0.1f, 1},    {1, 0.6f, 0.1f, 1}, {0.9f, 0.9f, 0.1f, 1},
-                                    {0.2f, 1, 0.2f, 1},    {0.1f, 1, 0.9f, 1}, {0.2f, 0.5f, 1, 1},
+constexpr GLDATA_RGBA kColors[8] = {{1, 0.1f, 0.1f, 1},     {1, 0.6f, 0.1f, 1}, {0.9f, 0.9f, 0.1f, 1},
+                                    {0.2f, 1, 0.2f, 1},     {0.1f, 1, 0.9f, 1}, {0.2f, 0.5f, 1, 1},
                                     {0.4f, 0.25f, 1, 1.0f}, {1, 0.3f, 0.9f, 1}};
 
 /// A floor with a ball in the middle.

@@ -23,8 +23,7 @@ constexpr GLDATA_POINT kFrom{-0.62, -0.72, 0};
 constexpr GLDATA_POINT kTo{0.28, 0.31, 0};
 
 enum Mark : int { Plain, Met, Inside };
-constexpr GLDATA_RGBA kColors[] = {
-    {0.62f, 0.66f, 0.72f, 1}, {1.0f, 0.6f, 0.15f, 1}, {0.9f, 0.2f, 0.15f, 1}};
+constexpr GLDATA_RGBA kColors[] = {{0.62f, 0.66f, 0.72f, 1}, {1.0f, 0.6f, 0.15f, 1}, {0.9f, 0.2f, 0.15f, 1}};
 
 /// Boxes 1 to 24 in rows from the lower left, and one more behind box 9.
 class GridPainter final : public GLPainterBase {

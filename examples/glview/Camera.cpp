@@ -65,8 +65,8 @@ void Camera::Apply(IGLViewer& aViewer, Direction aDirection, double aAspect) con
   eye->SetMatrix6d(&placement);
 
   // Everything lies within this depth of the target, also when that has been moved off the centre.
-  const double depth = 1.1 * m_radius + std::hypot(m_target.x - m_centre.x, m_target.y - m_centre.y,
-                                                   m_target.z - m_centre.z);
+  const double depth =
+      1.1 * m_radius + std::hypot(m_target.x - m_centre.x, m_target.y - m_centre.y, m_target.z - m_centre.z);
   const double half = kMargin * m_radius * m_zoom;
   GLDATA_POINT low{-half, -half, distance - depth};
   GLDATA_POINT high{half, half, distance + depth};

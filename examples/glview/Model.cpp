@@ -18,7 +18,8 @@ namespace {
 /// Keeps one line on the terminal up to date while a long read goes on, and wipes it at the end.
 class ProgressLine final : public Assimp::ProgressHandler {
  public:
-  explicit ProgressLine(std::string aName) : m_name(std::move(aName)), m_terminal(isatty(STDERR_FILENO) == 1) {}
+  explicit ProgressLine(std::string aName)
+      : m_name(std::move(aName)), m_terminal(isatty(STDERR_FILENO) == 1) {}
   ~ProgressLine() override {
     if (m_shown) std::fprintf(stderr, "\r\033[K");
   }
@@ -126,8 +127,9 @@ bool Measure(Model& aModel) {
   double radius = 0;
   for (const Part& part : aModel.parts) {
     for (const Vertex& vertex : part.vertices) {
-      radius = std::max(radius, std::hypot(vertex.point[0] - aModel.centre.x, vertex.point[1] - aModel.centre.y,
-                                           vertex.point[2] - aModel.centre.z));
+      radius =
+          std::max(radius, std::hypot(vertex.point[0] - aModel.centre.x, vertex.point[1] - aModel.centre.y,
+                                      vertex.point[2] - aModel.centre.z));
     }
   }
   aModel.radius = radius > 0 ? radius : 1;
@@ -144,7 +146,9 @@ std::size_t Model::CountTriangles() const {
   return count;
 }
 
-const Part* Model::Find(ULONG aId) const { return aId >= 1 && aId <= parts.size() ? &parts[aId - 1] : nullptr; }
+const Part* Model::Find(ULONG aId) const {
+  return aId >= 1 && aId <= parts.size() ? &parts[aId - 1] : nullptr;
+}
 
 Model LoadModel(const std::string& aPath) {
   std::error_code error;
@@ -155,9 +159,9 @@ Model LoadModel(const std::string& aPath) {
   model.name = std::filesystem::path(aPath).filename().string();
   Assimp::Importer importer;
   importer.SetProgressHandler(new ProgressLine(model.name));  // the importer's from here on
-  const aiScene* scene = importer.ReadFile(
-      aPath, aiProcess_Triangulate | aiProcess_JoinIdenticalVertices | aiProcess_GenSmoothNormals |
-                 aiProcess_SortByPType | aiProcess_ValidateDataStructure);
+  const aiScene* scene = importer.ReadFile(aPath, aiProcess_Triangulate | aiProcess_JoinIdenticalVertices |
+                                                      aiProcess_GenSmoothNormals | aiProcess_SortByPType |
+                                                      aiProcess_ValidateDataStructure);
   const std::string failure = FirstLine(importer.GetErrorString());
   if (scene != nullptr && (scene->mFlags & AI_SCENE_FLAGS_INCOMPLETE) == 0) {
     AddNode(*scene->mRootNode, aiMatrix4x4(), *scene, model);

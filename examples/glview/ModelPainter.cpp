@@ -53,10 +53,10 @@ GLPtr<IGLMaterial> MaterialOf(const Surface& aSurface) {
     material->SetSpecularReflectance(front, &specular);
     material->SetShininess(front, aSurface.shininess);
   }
-  material->EnableDrawMode(static_cast<eGLMatDrawMode>(GLMM_ENABLE_FRONT | GLMM_ENABLE_BACK |
-                                                       GLMM_LIGHT_MODEL_LOCAL_VIEWER |
-                                                       GLMM_LIGHT_MODEL_TWO_SIDE),
-                           1);
+  material->EnableDrawMode(
+      static_cast<eGLMatDrawMode>(GLMM_ENABLE_FRONT | GLMM_ENABLE_BACK | GLMM_LIGHT_MODEL_LOCAL_VIEWER |
+                                  GLMM_LIGHT_MODEL_TWO_SIDE),
+      1);
   return material;
 }
 
@@ -185,8 +185,8 @@ void ModelPainter::DrawTransparent(IGLCanvas& aCanvas, IGLViewer& aViewer, const
   eye->GetOrigin(&from);
   for (Pane& pane : m_panes) {
     const GLDATA_POINT& c = pane.triangle.m_sCentroid;
-    pane.triangle.m_dMidDistance = (c.x - from.x) * (c.x - from.x) + (c.y - from.y) * (c.y - from.y) +
-                                   (c.z - from.z) * (c.z - from.z);
+    pane.triangle.m_dMidDistance =
+        (c.x - from.x) * (c.x - from.x) + (c.y - from.y) * (c.y - from.y) + (c.z - from.z) * (c.z - from.z);
   }
   std::sort(m_order.begin(), m_order.end(), [](const Pane* a, const Pane* b) {
     return a->triangle.m_dMidDistance > b->triangle.m_dMidDistance;

@@ -51,8 +51,10 @@ std::vector<Number> Numbers(std::string_view aText, char aSeparator) {
 }
 
 Shade ParseShade(std::string_view aText) {
-  constexpr std::array<std::pair<std::string_view, Shade>, 4> kShades = {
-      {{"shaded", Shade::Shaded}, {"wire", Shade::Wire}, {"hidden", Shade::Hidden}, {"points", Shade::Points}}};
+  constexpr std::array<std::pair<std::string_view, Shade>, 4> kShades = {{{"shaded", Shade::Shaded},
+                                                                          {"wire", Shade::Wire},
+                                                                          {"hidden", Shade::Hidden},
+                                                                          {"points", Shade::Points}}};
   for (const auto& [name, shade] : kShades) {
     if (aText == name) return shade;
   }
@@ -86,8 +88,7 @@ PixelBox ParsePick(std::string_view aText) {
 PixelBox ParsePickBox(std::string_view aText) {
   constexpr std::string_view kInside = ",inside";
   const bool inside = aText.ends_with(kInside);
-  const auto corners =
-      Numbers<int>(inside ? aText.substr(0, aText.size() - kInside.size()) : aText, ',');
+  const auto corners = Numbers<int>(inside ? aText.substr(0, aText.size() - kInside.size()) : aText, ',');
   if (corners.size() != 4) {
     throw UsageError("--pick-box takes X1,Y1,X2,Y2 in pixels, with ',inside' or without, not '" +
                      std::string(aText) + "'");
@@ -101,8 +102,8 @@ void RequireInside(const Options& aOptions) {
     return aX >= 0 && aY >= 0 && aX <= aOptions.width && aY <= aOptions.height;
   };
   if (!within(box.x1, box.y1) || !within(box.x2, box.y2)) {
-    throw UsageError("the pick lies outside of the picture, which is " + std::to_string(aOptions.width) + "x" +
-                     std::to_string(aOptions.height));
+    throw UsageError("the pick lies outside of the picture, which is " + std::to_string(aOptions.width) +
+                     "x" + std::to_string(aOptions.height));
   }
 }
 
@@ -116,19 +117,30 @@ Options ParseOptions(int argc, const char* const* argv) {
       if (i + 1 >= argc) throw UsageError(std::string(option) + " needs a value");
       return argv[++i];
     };
-    if (option == "--help") options.help = true;
-    else if (option == "--out") options.out = value();
-    else if (option == "--size") ParseSize(value(), options);
-    else if (option == "--shade") options.shade = ParseShade(value());
-    else if (option == "--fog") options.fog = true;
-    else if (option == "--ortho") options.ortho = true;
-    else if (option == "--axes") options.axes = true;
-    else if (option == "--turn") ParseTurn(value(), options);
-    else if (option == "--pick") options.pick = ParsePick(value());
-    else if (option == "--pick-box") options.pick = ParsePickBox(value());
+    if (option == "--help")
+      options.help = true;
+    else if (option == "--out")
+      options.out = value();
+    else if (option == "--size")
+      ParseSize(value(), options);
+    else if (option == "--shade")
+      options.shade = ParseShade(value());
+    else if (option == "--fog")
+      options.fog = true;
+    else if (option == "--ortho")
+      options.ortho = true;
+    else if (option == "--axes")
+      options.axes = true;
+    else if (option == "--turn")
+      ParseTurn(value(), options);
+    else if (option == "--pick")
+      options.pick = ParsePick(value());
+    else if (option == "--pick-box")
+      options.pick = ParsePickBox(value());
     else if (option == "--views") {
       const std::string_view views = value();
-      if (views != "1" && views != "4") throw UsageError("--views takes 1 or 4, not '" + std::string(views) + "'");
+      if (views != "1" && views != "4")
+        throw UsageError("--views takes 1 or 4, not '" + std::string(views) + "'");
       options.views = views == "4" ? 4 : 1;
     } else if (option.starts_with('-') && option.size() > 1) {
       throw UsageError("unknown option '" + std::string(option) + "'; --help lists them all");

@@ -6,7 +6,8 @@
 
 namespace {
 
-/// A pixel's corner in the other direction, so that a box names pixels by their edges and a point by its middle.
+/// A pixel's corner in the other direction, so that a box names pixels by their edges and a point by its
+/// middle.
 constexpr double kMiddle = 0.5;
 
 }  // namespace

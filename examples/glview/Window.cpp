@@ -15,7 +15,7 @@
 namespace {
 
 constexpr double kWheelStep = 0.9;
-constexpr int kClickSlack = 3;  // pixels that a click may move
+constexpr int kClickSlack = 3;         // pixels that a click may move
 constexpr double kTitlePeriod = 0.25;  // seconds
 
 /// GLFW from its start to its end.
@@ -113,19 +113,30 @@ void Window::Run() {
 
 void Window::OnKey(int aKey) {
   switch (aKey) {
-    case GLFW_KEY_ESCAPE: glfwSetWindowShouldClose(m_window, GLFW_TRUE); break;
+    case GLFW_KEY_ESCAPE:
+      glfwSetWindowShouldClose(m_window, GLFW_TRUE);
+      break;
     case GLFW_KEY_1:
-    case GLFW_KEY_KP_1: m_scene->SetViews(1); break;
+    case GLFW_KEY_KP_1:
+      m_scene->SetViews(1);
+      break;
     case GLFW_KEY_4:
-    case GLFW_KEY_KP_4: m_scene->SetViews(4); break;
-    case GLFW_KEY_A: m_scene->SetAxes(!m_scene->HasAxes()); break;
-    case GLFW_KEY_F: m_scene->SetFog(!m_scene->HasFog()); break;
+    case GLFW_KEY_KP_4:
+      m_scene->SetViews(4);
+      break;
+    case GLFW_KEY_A:
+      m_scene->SetAxes(!m_scene->HasAxes());
+      break;
+    case GLFW_KEY_F:
+      m_scene->SetFog(!m_scene->HasFog());
+      break;
     case GLFW_KEY_W: {
       constexpr int kShades = 4;
       m_scene->SetShade(static_cast<Shade>((static_cast<int>(m_scene->GetShade()) + 1) % kShades));
       break;
     }
-    default: break;
+    default:
+      break;
   }
 }
 
@@ -138,10 +149,14 @@ void Window::OnButton(int aButton, int aAction, int aModifiers) {
 }
 
 void Window::BeginDrag(int aButton, int aModifiers) {
-  if (aButton != GLFW_MOUSE_BUTTON_LEFT) m_drag = Drag::Pan;
-  else if ((aModifiers & GLFW_MOD_CONTROL) != 0) m_drag = Drag::BandInside;
-  else if ((aModifiers & GLFW_MOD_SHIFT) != 0) m_drag = Drag::Band;
-  else m_drag = Drag::Turn;
+  if (aButton != GLFW_MOUSE_BUTTON_LEFT)
+    m_drag = Drag::Pan;
+  else if ((aModifiers & GLFW_MOD_CONTROL) != 0)
+    m_drag = Drag::BandInside;
+  else if ((aModifiers & GLFW_MOD_SHIFT) != 0)
+    m_drag = Drag::Band;
+  else
+    m_drag = Drag::Turn;
   m_startX = m_x;
   m_startY = m_y;
   m_moved = false;
@@ -158,9 +173,12 @@ void Window::OnMove(double aX, double aY) {
   // What a view does with a drag is settled by where the drag began.
   const int x = static_cast<int>(m_startX);
   const int y = static_cast<int>(m_startY);
-  if (m_drag == Drag::Turn) m_scene->Turn(x, y, right, down);
-  else if (m_drag == Drag::Pan) m_scene->Pan(x, y, right, down);
-  else m_scene->ShowBand(DraggedBox());
+  if (m_drag == Drag::Turn)
+    m_scene->Turn(x, y, right, down);
+  else if (m_drag == Drag::Pan)
+    m_scene->Pan(x, y, right, down);
+  else
+    m_scene->ShowBand(DraggedBox());
 }
 
 void Window::EndDrag() {
@@ -180,7 +198,8 @@ void Window::EndDrag() {
 }
 
 PixelBox Window::DraggedBox() const {
-  return {static_cast<int>(m_startX), static_cast<int>(m_startY), static_cast<int>(m_x), static_cast<int>(m_y)};
+  return {static_cast<int>(m_startX), static_cast<int>(m_startY), static_cast<int>(m_x),
+          static_cast<int>(m_y)};
 }
 
 void Window::Pick(const PixelBox& aBox) {

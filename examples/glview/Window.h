@@ -1,4 +1,5 @@
-// Window: the model in a window of GLFW's, which is the parent of the component's own. One thread, the host's.
+// Window: the model in a window of GLFW's, which is the parent of the component's own. One thread, the
+// host's.
 
 #pragma once
 

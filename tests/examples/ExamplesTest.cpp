@@ -12,7 +12,7 @@ namespace {
 Picture PictureOf(const std::string& aExample, std::string* aOutput = nullptr) {
   const TemporaryFolder folder;
   const std::string file = folder / "picture.png";
-  const Outcome outcome = Run(aExample, {"--out", file});
+  const Outcome outcome = RunProgram(aExample, {"--out", file});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.err, "");
   if (aOutput != nullptr) *aOutput = outcome.out;
@@ -25,9 +25,9 @@ int Brightness(const std::uint8_t* aPixel) { return aPixel[0] + aPixel[1] + aPix
 
 TEST(Examples, RefuseAnythingButAFileToDrawTo) {
   for (const char* example : {"lights", "glass", "picking"}) {
-    EXPECT_EQ(Run(example, {}).status, 2) << example;
-    EXPECT_EQ(Run(example, {"--out"}).status, 2) << example;
-    EXPECT_EQ(Run(example, {"--out", "/no/folder/picture.png"}).status, 1) << example;
+    EXPECT_EQ(RunProgram(example, {}).status, 2) << example;
+    EXPECT_EQ(RunProgram(example, {"--out"}).status, 2) << example;
+    EXPECT_EQ(RunProgram(example, {"--out", "/no/folder/picture.png"}).status, 1) << example;
   }
 }
 
@@ -51,3 +51,5 @@ TEST(Examples, NinthLightShinesOnceOneOfTheEightIsGone) {
         << place.name << " afterwards: " << Brightness(picture.At(half + place.x, place.y));
   }
 }
+
+}  // namespace

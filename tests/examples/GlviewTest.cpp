@@ -68,7 +68,7 @@ class Glview : public ::testing::Test {
   Outcome FromTheFront(const std::string& aModel, std::vector<std::string> aArguments) const {
     aArguments.insert(aArguments.end(), kFromTheFront.begin(), kFromTheFront.end());
     aArguments.push_back(aModel);
-    return Run("glview", aArguments);
+    return RunProgram("glview", aArguments);
   }
 
   Picture PictureOf(const std::string& aModel, std::vector<std::string> aArguments) const {
@@ -98,7 +98,8 @@ bool IsDrawn(const Picture& aPicture, const std::uint8_t* aPlace) {
   const auto offset = static_cast<int>(aPlace - aPicture.pixels.data()) / 4;
   for (int dy = -2; dy <= 2; ++dy) {
     for (int dx = -2; dx <= 2; ++dx) {
-      const std::uint8_t* pixel = &aPicture.pixels[static_cast<std::size_t>(offset + dy * aPicture.width + dx) * 4];
+      const std::uint8_t* pixel =
+          &aPicture.pixels[static_cast<std::size_t>(offset + dy * aPicture.width + dx) * 4];
       if (!std::equal(pixel, pixel + 3, background)) return true;
     }
   }
@@ -127,7 +128,7 @@ TEST_F(Glview, RefusesABadCommandLineInOneLine) {
       {"--size", "50x50", "--pick", "60,10", model},
   };
   for (const auto& line : lines) {
-    const Outcome outcome = Run("glview", line);
+    const Outcome outcome = RunProgram("glview", line);
     const std::string shown = ::testing::PrintToString(line);
     EXPECT_EQ(outcome.status, 2) << shown;
     EXPECT_TRUE(outcome.err.starts_with("glview: ")) << shown << outcome.err;
@@ -143,11 +144,12 @@ TEST_F(Glview, RefusesAModelThatIsMissingOrBroken) {
       {m_folder.Write("empty.obj", ""), "can't read"},
       {m_folder.Write("garbage.obj", "\x7f\x45\x4c\x46 not a model\n"), ""},
       {m_folder.Write("text.txt", "not a model"), "can't read"},
-      {m_folder.Write("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"), "can't read"},
+      {m_folder.Write("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"),
+       "can't read"},
       {m_folder.Write("points.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\n"), ""},
   };
   for (const auto& [model, reason] : models) {
-    const Outcome outcome = Run("glview", {"--out", m_folder / "out.png", model});
+    const Outcome outcome = RunProgram("glview", {"--out", m_folder / "out.png", model});
     EXPECT_EQ(outcome.status, 2) << model;
     EXPECT_TRUE(outcome.err.starts_with("glview: " + reason)) << model << ": " << outcome.err;
     EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
@@ -156,13 +158,13 @@ TEST_F(Glview, RefusesAModelThatIsMissingOrBroken) {
 }
 
 TEST_F(Glview, TellsAFailedWriteApartFromARefusal) {
-  const Outcome outcome = Run("glview", {"--out", m_folder / "no/folder/out.png", Squares()});
+  const Outcome outcome = RunProgram("glview", {"--out", m_folder / "no/folder/out.png", Squares()});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_TRUE(outcome.err.starts_with("glview: can't write ")) << outcome.err;
 }
 
 TEST_F(Glview, HelpNamesEveryOption) {
-  const Outcome outcome = Run("glview", {"--help"});
+  const Outcome outcome = RunProgram("glview", {"--help"});
   EXPECT_EQ(outcome.status, 0);
   for (const char* option : {"--out", "--size", "--shade", "--fog", "--ortho", "--views", "--turn", "--axes",
                              "--pick", "--pick-box"}) {
@@ -203,8 +205,9 @@ TEST_F(Glview, PicksInTheQuarterThatThePixelLiesIn) {
   // The front view is the lower left quarter; the picture is twice as large, so each quarter is as before.
   const std::string model = Squares();
   for (const auto& [x, name] : {std::pair{Pixel(0), "front\n"}, {Pixel(1.5), "behind\n"}}) {
-    const Outcome outcome = Run("glview", {"--views", "4", "--size", "600x600", "--pick",
-                                           std::to_string(x) + "," + std::to_string(kSide + kSide / 2), model});
+    const Outcome outcome =
+        RunProgram("glview", {"--views", "4", "--size", "600x600", "--pick",
+                       std::to_string(x) + "," + std::to_string(kSide + kSide / 2), model});
     EXPECT_EQ(outcome.out, name) << outcome.err;
   }
 }
@@ -250,7 +253,7 @@ TEST_F(Glview, FogTakesTheFarFartherThanTheNear) {
   const Picture clear = PictureOf(Squares(), {});
   const Picture fog = PictureOf(Squares(), {"--fog"});
   const auto loss = [&](double aX, double aY, int aChannel) {
-    return 1.0 - double{At(fog, aX, aY)[aChannel]} / At(clear, aX, aY)[aChannel];
+    return 1.0 - static_cast<double>(At(fog, aX, aY)[aChannel]) / At(clear, aX, aY)[aChannel];
   };
   EXPECT_GT(loss(0, 0.8, 0), 0.05) << "front";
   EXPECT_GT(loss(1.5, 0, 1), loss(0, 0.8, 0) + 0.15) << "behind";
@@ -260,7 +263,7 @@ TEST_F(Glview, DrawsARabbit) {
   const std::string bunny = "/usr/share/glmark2/models/bunny.obj";
   if (!std::filesystem::exists(bunny)) GTEST_SKIP() << "package glmark2-data isn't installed";
   const std::string file = m_folder / "bunny.png";
-  const Outcome outcome = Run("glview", {"--out", file, "--size", "400x400", bunny});
+  const Outcome outcome = RunProgram("glview", {"--out", file, "--size", "400x400", bunny});
   ASSERT_EQ(outcome.status, 0) << outcome.err;
   Picture picture;
   ASSERT_TRUE(ReadPng(file, picture));

@@ -1,4 +1,5 @@
-// glview in a window of a real X server, which the test starts: what the window shows, and what keys and mouse do.
+// glview in a window of a real X server, which the test starts: what the window shows, and what keys and
+// mouse do.
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -43,8 +44,8 @@ class Server {
   Server() {
     const std::string ready = m_folder / "display";
     // The server writes its number to the descriptor once it accepts clients.
-    m_process = Start({"sh", "-c", "exec Xvfb -displayfd 3 -screen 0 640x480x24 -nolisten tcp 3>" + ready}, "",
-                      m_folder / "out", m_folder / "err");
+    m_process = Start({"sh", "-c", "exec Xvfb -displayfd 3 -screen 0 640x480x24 -nolisten tcp 3>" + ready},
+                      "", m_folder / "out", m_folder / "err");
     int number = -1;
     Eventually([&] { return static_cast<bool>(std::ifstream(ready) >> number); });
     m_display = ":" + std::to_string(number);
@@ -85,7 +86,8 @@ class GlviewWindow : public ::testing::Test {
 
   std::string Title(xcb_window_t aWindow) {
     const auto reply = Own(xcb_get_property_reply(
-        m_connection, xcb_get_property(m_connection, 0, aWindow, XCB_ATOM_WM_NAME, XCB_ATOM_ANY, 0, 256), nullptr));
+        m_connection, xcb_get_property(m_connection, 0, aWindow, XCB_ATOM_WM_NAME, XCB_ATOM_ANY, 0, 256),
+        nullptr));
     if (!reply) return {};
     return {static_cast<const char*>(xcb_get_property_value(reply.get())),
             static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
@@ -106,11 +108,11 @@ class GlviewWindow : public ::testing::Test {
     const auto geometry =
         Own(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, m_window), nullptr));
     if (!geometry) return {};
-    const auto image = Own(xcb_get_image_reply(
-        m_connection,
-        xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_root, geometry->x, geometry->y, geometry->width,
-                      geometry->height, ~0u),
-        nullptr));
+    const auto image =
+        Own(xcb_get_image_reply(m_connection,
+                                xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_root, geometry->x,
+                                              geometry->y, geometry->width, geometry->height, ~0u),
+                                nullptr));
     if (!image) return {};
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(geometry->width) * geometry->height);
     std::memcpy(pixels.data(), xcb_get_image_data(image.get()), pixels.size() * sizeof(pixels[0]));
@@ -179,7 +181,8 @@ TEST_F(GlviewWindow, ShowsPicksAndLeaves) {
 
   Drag(middleX - 40, middleY + 10, middleX - 40, middleY + 10, 0);
   EXPECT_TRUE(TitleEndsWith("ms - wall")) << Title(m_window);
-  EXPECT_TRUE(Eventually([&] { return Pixel(middleX - 40, middleY) != plain; })) << "what is picked is marked";
+  EXPECT_TRUE(Eventually([&] { return Pixel(middleX - 40, middleY) != plain; }))
+      << "what is picked is marked";
 
   Drag(2, 2, kWidth - 3, kHeight - 3, XCB_MOD_MASK_SHIFT);
   EXPECT_TRUE(TitleEndsWith("ms - wall, dot")) << Title(m_window);

@@ -35,8 +35,8 @@ std::string TemporaryFolder::Write(const std::string& aName, const std::string& 
   return *this / aName;
 }
 
-pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDisplay, const std::string& aOutFile,
-            const std::string& aErrFile) {
+pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDisplay,
+            const std::string& aOutFile, const std::string& aErrFile) {
   std::vector<std::string> texts = aCommand;
   std::vector<char*> arguments;
   for (auto& text : texts) arguments.push_back(text.data());
@@ -45,7 +45,8 @@ pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDispla
   std::string display = "DISPLAY=" + aDisplay;
   std::vector<char*> environment;
   for (char** entry = environ; *entry != nullptr; ++entry) {
-    const bool ours = std::strncmp(*entry, "DISPLAY=", 8) == 0 || std::strncmp(*entry, "GLLIB_DISPLAY=", 14) == 0;
+    const bool ours =
+        std::strncmp(*entry, "DISPLAY=", 8) == 0 || std::strncmp(*entry, "GLLIB_DISPLAY=", 14) == 0;
     if (!ours) environment.push_back(*entry);
   }
   if (!aDisplay.empty()) environment.push_back(display.data());
@@ -57,7 +58,8 @@ pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDispla
   posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, aOutFile.c_str(), kFlags, 0600);
   posix_spawn_file_actions_addopen(&files, STDERR_FILENO, aErrFile.c_str(), kFlags, 0600);
   pid_t process = -1;
-  if (posix_spawnp(&process, arguments[0], &files, nullptr, arguments.data(), environment.data()) != 0) process = -1;
+  if (posix_spawnp(&process, arguments[0], &files, nullptr, arguments.data(), environment.data()) != 0)
+    process = -1;
   posix_spawn_file_actions_destroy(&files);
   return process;
 }
@@ -68,7 +70,7 @@ int WaitFor(pid_t aProcess) {
   return WEXITSTATUS(status);
 }
 
-Outcome Run(const std::string& aExample, const std::vector<std::string>& aArguments) {
+Outcome RunProgram(const std::string& aExample, const std::vector<std::string>& aArguments) {
   const TemporaryFolder folder;
   std::vector<std::string> command = {GLLIB_EXAMPLES_FOLDER "/" + aExample};
   command.insert(command.end(), aArguments.begin(), aArguments.end());

@@ -30,11 +30,11 @@ struct Outcome {
 };
 
 /// Starts a program. @param aDisplay value of DISPLAY; empty for none
-pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDisplay, const std::string& aOutFile,
-            const std::string& aErrFile);
+pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDisplay,
+            const std::string& aOutFile, const std::string& aErrFile);
 
 /// Waits for a program's end. @return its exit status; -1 when a signal ended it
 int WaitFor(pid_t aProcess);
 
 /// Runs one of the examples to its end, with no display.
-Outcome Run(const std::string& aExample, const std::vector<std::string>& aArguments);
+Outcome RunProgram(const std::string& aExample, const std::vector<std::string>& aArguments);
