@@ -42,7 +42,6 @@ class GlassPainter final : public GLPainterBase {
  public:
   /// @param aSorted the viewer that shows the panes in their right order
   explicit GlassPainter(IGLViewer* aSorted) : m_sorted(aSorted) {
-    GLCreateObject(CLSID_GLDrawAttr, m_attributes.Put());
     m_attributes->EnableDrawMode(GLDM_SHOW_BACK, 1);
   }
 
@@ -91,7 +90,7 @@ class GlassPainter final : public GLPainterBase {
   }
 
   IGLViewer* m_sorted;
-  GLPtr<IGLDrawAttr> m_attributes;
+  GLPtr<IGLDrawAttr> m_attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   std::vector<GLDATA_TRANS_TRIANGLE> m_triangles;
 };
 

@@ -22,7 +22,6 @@ constexpr GLDATA_RGBA kColors[8] = {{1, 0.1f, 0.1f, 1},     {1, 0.6f, 0.1f, 1}, 
 class FloorPainter final : public GLPainterBase {
  public:
   FloorPainter() {
-    GLCreateObject(CLSID_GLDrawAttr, m_attributes.Put());
     GLDATA_RGBA color = kFloorColor;
     m_attributes->SetColor(&color);
   }
@@ -35,7 +34,7 @@ class FloorPainter final : public GLPainterBase {
   }
 
  private:
-  GLPtr<IGLDrawAttr> m_attributes;
+  GLPtr<IGLDrawAttr> m_attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
 };
 
 /// Hangs a spotlight over a place on the floor, shining straight down.

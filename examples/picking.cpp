@@ -28,8 +28,6 @@ constexpr GLDATA_RGBA kColors[] = {{0.62f, 0.66f, 0.72f, 1}, {1.0f, 0.6f, 0.15f,
 /// Boxes 1 to 24 in rows from the lower left, and one more behind box 9.
 class GridPainter final : public GLPainterBase {
  public:
-  GridPainter() { GLCreateObject(CLSID_GLDrawAttr, m_attributes.Put()); }
-
   void Set(const std::vector<ULONG>& aIds, Mark aMark) {
     for (const ULONG id : aIds) m_marks[id] = aMark;
   }
@@ -53,12 +51,12 @@ class GridPainter final : public GLPainterBase {
     DrawBox(aCanvas, aCentre, {0.3, 0.3, 0.3});
   }
 
-  GLPtr<IGLDrawAttr> m_attributes;
+  GLPtr<IGLDrawAttr> m_attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   std::array<std::atomic<Mark>, kHidden + 1> m_marks{};  // by number
 };
 
 /// Draws the frame that the boxes are picked with.
-class FrameGauge final : public GLGaugeBase {
+class FrameGauge final : public GLViewerGaugeBase {
  public:
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext*) noexcept override {
     GLDATA_RGBA white{1, 1, 1, 1};

@@ -16,9 +16,7 @@ double HalfFieldOfView() { return kFieldOfView / 2 * kPi / 180; }
 }  // namespace
 
 Camera::Camera(const GLDATA_POINT& aCentre, double aRadius)
-    : m_centre(aCentre), m_target(aCentre), m_radius(aRadius) {
-  GLCreateObject(CLSID_GLCoord, m_system.Put());
-}
+    : m_system(GLCreate<IGLCoord>(CLSID_GLCoord)), m_centre(aCentre), m_target(aCentre), m_radius(aRadius) {}
 
 void Camera::Turn(double aYaw, double aPitch) {
   m_yaw = std::remainder(m_yaw + aYaw, 2 * kPi);

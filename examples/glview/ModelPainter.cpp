@@ -46,8 +46,7 @@ int CompilePart(IGLCanvas& aCanvas, const Part& aPart, bool aColored) {
 
 /// Makes a material that acts on both sides alike. Ambient and diffuse come with the colour.
 GLPtr<IGLMaterial> MaterialOf(const Surface& aSurface) {
-  GLPtr<IGLMaterial> material;
-  GLCreateObject(CLSID_GLMaterial, material.Put());
+  const auto material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
   GLDATA_RGBA specular = aSurface.specular;
   for (const LONG front : {1, 0}) {
     material->SetSpecularReflectance(front, &specular);
@@ -64,8 +63,8 @@ GLDATA_POINT PointOf(const std::array<float, 3>& aValue) { return {aValue[0], aV
 
 }  // namespace
 
-ModelPainter::ModelPainter(const Model& aModel, FrameClock& aClock) : m_model(aModel), m_clock(aClock) {
-  GLCreateObject(CLSID_GLDrawAttr, m_mode.Put());
+ModelPainter::ModelPainter(const Model& aModel, FrameClock& aClock)
+    : m_model(aModel), m_clock(aClock), m_mode(GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr)) {
   m_mode->SetPointSize(kPointSize);
 }
 

@@ -9,8 +9,7 @@ constexpr GLDATA_RGBA kFillColor{1.0f, 0.55f, 0.1f, 0.15f};
 constexpr GLDATA_RGBA kEdgeColor{1.0f, 0.55f, 0.1f, 1.0f};
 
 GLPtr<IGLDrawAttr> MakeAttributes(GLDATA_RGBA aColor) {
-  GLPtr<IGLDrawAttr> attributes;
-  GLCreateObject(CLSID_GLDrawAttr, attributes.Put());
+  const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   attributes->SetColor(&aColor);
   // Both sides: a band may be drawn from any corner to any.
   attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_SHOW_FRONT | GLDM_SHOW_BACK), 1);

@@ -16,7 +16,7 @@ struct Band {
   GLDATA_POINT from, to;
 };
 
-class Overlay final : public GLGaugeBase {
+class Overlay final : public GLViewerGaugeBase {
  public:
   /// @param aClock stopped at the end of the view; null for a view that isn't the last one drawn
   explicit Overlay(FrameClock* aClock);

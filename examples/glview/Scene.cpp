@@ -18,13 +18,14 @@ constexpr double kTurnPerPixel = 0.5 * kDegree;
 Scene::Scene(const Model& aModel, const Options& aOptions, ULONG_PTR aParent)
     : m_model(aModel),
       m_camera(aModel.centre, aModel.radius),
+      m_context(GLCreate<IGLContext>(CLSID_GLContext)),
       m_width(aOptions.width),
       m_height(aOptions.height),
       m_count(aOptions.views),
       m_shade(aOptions.shade),
       m_fog(aOptions.fog),
       m_axes(aOptions.axes) {
-  if (FAILED(GLCreateObject(CLSID_GLContext, m_context.Put())) || FAILED(m_context->Initialize(aParent))) {
+  if (!m_context || FAILED(m_context->Initialize(aParent))) {
     throw std::runtime_error("no drawing context to be had");
   }
   m_control = m_context.As<IGLContext2>();
@@ -45,7 +46,8 @@ Scene::Scene(const Model& aModel, const Options& aOptions, ULONG_PTR aParent)
 }
 
 void Scene::AddView(Direction aDirection, bool aOrtho) {
-  View view{.direction = aDirection};
+  View view;
+  view.direction = aDirection;
   if (FAILED(m_context->CreateViewer(0, aOrtho ? 1 : 0, &view.viewer))) throw std::runtime_error("no viewer");
   view.overlay = GLMake<Overlay>(aDirection == Direction::Free ? &m_clock : nullptr);
   view.viewer->AddGauge(view.overlay.Get());

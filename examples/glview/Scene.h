@@ -59,7 +59,7 @@ class Scene {
 
  private:
   struct View {
-    Direction direction;
+    Direction direction = Direction::Free;
     IGLViewer* viewer = nullptr;  // borrowed, the context's
     GLPtr<Overlay> overlay;
     int x = 0, y = 0, width = 1, height = 1;  // in pixels from the lower left

@@ -7,10 +7,8 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "glview/NativeWindow.h"
 #include "glview/Scene.h"
-
-#define GLFW_EXPOSE_NATIVE_X11
-#include <GLFW/glfw3native.h>
 
 namespace {
 
@@ -69,7 +67,7 @@ Window::Window(const Model& aModel, const Options& aOptions) : m_model(aModel) {
   if (m_window == nullptr) throw std::runtime_error("no window to be had");
   glfwSetWindowUserPointer(m_window, this);
   try {
-    m_scene = std::make_unique<Scene>(aModel, aOptions, static_cast<ULONG_PTR>(glfwGetX11Window(m_window)));
+    m_scene = std::make_unique<Scene>(aModel, aOptions, NativeWindow(m_window));
   } catch (...) {
     glfwDestroyWindow(m_window);
     throw;

@@ -16,7 +16,7 @@ constexpr int kOffTheWindow = 1 << 14;
 }  // namespace
 
 /// Runs at the end of the last viewer's pass, when all of the frame has been drawn.
-class FrameReader::Gauge final : public GLGaugeBase {
+class FrameReader::Gauge final : public GLViewerGaugeBase {
  public:
   HRESULT Draw(IGLCanvas*, IGLContext* aContext) noexcept override {
     const std::lock_guard lock(m_lock);

@@ -8,8 +8,8 @@
 
 Stage::Stage(int aWidth, int aHeight) {
   setenv("GLLIB_DISPLAY", "headless", 1);
-  if (FAILED(GLCreateObject(CLSID_GLContext, m_context.Put()))) throw std::runtime_error("no context");
-  if (FAILED(m_context->Initialize(0))) throw std::runtime_error("the context can't draw");
+  m_context = GLCreate<IGLContext>(CLSID_GLContext);
+  if (!m_context || FAILED(m_context->Initialize(0))) throw std::runtime_error("the context can't draw");
   m_context->SetViewport(0, 0, aWidth, aHeight);
   m_reader = std::make_unique<FrameReader>(*m_context);
 }
