@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <limits>
 
 namespace {
@@ -136,6 +137,17 @@ bool Measure(Model& aModel) {
   return true;
 }
 
+/// Whether the header of a PLY file lacks its end, which the importer would look for for ever.
+bool IsCutPly(const std::string& aPath) {
+  std::ifstream file(aPath, std::ios::binary);
+  std::string line;
+  if (!std::getline(file, line) || !line.starts_with("ply")) return false;
+  while (std::getline(file, line)) {
+    if (line.starts_with("end_header")) return false;
+  }
+  return true;
+}
+
 std::string FirstLine(const std::string& aText) { return aText.substr(0, aText.find('\n')); }
 
 }  // namespace
@@ -154,6 +166,7 @@ Model LoadModel(const std::string& aPath) {
   std::error_code error;
   if (!std::filesystem::exists(aPath, error)) throw ModelError("no such file: " + aPath);
   if (!std::filesystem::is_regular_file(aPath, error)) throw ModelError("not a file: " + aPath);
+  if (IsCutPly(aPath)) throw ModelError("can't read " + aPath + ": its header has no end");
 
   Model model;
   model.name = std::filesystem::path(aPath).filename().string();

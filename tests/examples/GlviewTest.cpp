@@ -144,8 +144,8 @@ TEST_F(Glview, RefusesAModelThatIsMissingOrBroken) {
       {m_folder.Write("empty.obj", ""), "can't read"},
       {m_folder.Write("garbage.obj", "\x7f\x45\x4c\x46 not a model\n"), ""},
       {m_folder.Write("text.txt", "not a model"), "can't read"},
-      {m_folder.Write("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\n"),
-       "can't read"},
+      {m_folder.Write("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\n"), "can't read"},
+      {m_folder.Write("nan.obj", "v 0 0 nan\nv 1 0 0\nv 0 1 0\nf 1 2 3\n"), "a coordinate is no number"},
       {m_folder.Write("points.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\n"), ""},
   };
   for (const auto& [model, reason] : models) {
@@ -207,7 +207,7 @@ TEST_F(Glview, PicksInTheQuarterThatThePixelLiesIn) {
   for (const auto& [x, name] : {std::pair{Pixel(0), "front\n"}, {Pixel(1.5), "behind\n"}}) {
     const Outcome outcome =
         RunProgram("glview", {"--views", "4", "--size", "600x600", "--pick",
-                       std::to_string(x) + "," + std::to_string(kSide + kSide / 2), model});
+                              std::to_string(x) + "," + std::to_string(kSide + kSide / 2), model});
     EXPECT_EQ(outcome.out, name) << outcome.err;
   }
 }
