@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kHalfWidth = 480;
 constexpr int kHeight = 480;
-constexpr int kCells = 6;  // a pane is cut into so many by so many squares: the finer, the better they sort
+constexpr int kCells = 24;  // a pane is cut into so many by so many squares: the finer, the better they sort
 constexpr GLDATA_RGBA kColors[5] = {{0.95f, 0.25f, 0.2f, 0.5f},
                                     {0.2f, 0.7f, 0.3f, 0.5f},
                                     {0.2f, 0.4f, 0.95f, 0.5f},
@@ -43,12 +43,14 @@ class GlassPainter final : public GLPainterBase {
   /// @param aSorted the viewer that shows the panes in their right order
   explicit GlassPainter(IGLViewer* aSorted) : m_sorted(aSorted) {
     m_attributes->EnableDrawMode(GLDM_SHOW_BACK, 1);
+    GLDATA_RGBA steel{0.35f, 0.37f, 0.4f, 1};
+    m_attributes->SetColor(&steel);
   }
 
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer* aViewer) noexcept override {
     if (m_triangles.empty()) MakePanes(*aCanvas);
     aCanvas->SetDrawAttributes(m_attributes.Get());
-    DrawSphere(*aCanvas, {0.2, 0, -0.9}, 0.7);
+    DrawSphere(*aCanvas, {0.15, 0, -0.6}, 0.5);
     std::vector<GLDATA_TRANS_TRIANGLE> triangles = m_triangles;
     if (aViewer == m_sorted) Sort(triangles, *aViewer);
     aCanvas->BeginDrawTriangles();
@@ -68,9 +70,9 @@ class GlassPainter final : public GLPainterBase {
     const auto store = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas13_1>();
     // The nearest first, which is the wrong way round; the last one crosses the others.
     for (int i = 0; i < 4; ++i) {
-      StorePane(*store, {-0.9 + 0.6 * i, 0.45 - 0.3 * i, 1.2 - 0.8 * i}, {0.8, 0.8, 0}, kColors[i]);
+      StorePane(*store, {-0.45 + 0.33 * i, 0.3 - 0.25 * i, 0.9 - 0.6 * i}, {0.7, 0.7, 0}, kColors[i]);
     }
-    StorePane(*store, {0, -0.1, 0}, {0.25, 1.1, 1.7}, kColors[4]);
+    StorePane(*store, {0, -0.1, 0}, {0.9, 0.35, 1.2}, kColors[4]);
     LONG count = 0;
     store->GetNumTransparentTriangles(&count);
     m_triangles.resize(static_cast<std::size_t>(count));
@@ -97,13 +99,20 @@ class GlassPainter final : public GLPainterBase {
 Picture DrawGlass() {
   const Stage stage(2 * kHalfWidth, kHeight);
   IGLContext& context = stage.Context();
-  context.EnableLighting(0);
   GLDATA_RGBA background{0.93f, 0.94f, 0.96f, 1};
+  GLDATA_RGBA bright{0.65f, 0.65f, 0.65f, 1};
   context.SetBackgroundColor(&background);
+  context.SetAmbientLight(&bright);
+  IGLLight* light = nullptr;
+  context.CreateLight(&light);
+  GLDATA_POINT direction{0.4, -0.7, -1};
+  light->SetAsSpotlight(0);
+  light->SetDirection(&direction);
+  light->Enable(1);
   std::array<IGLViewer*, 2> halves{};
   for (int i = 0; i < 2; ++i) {
-    IGLViewer& half = stage.AddViewer({0, 1.2, 6}, 0.2);
-    half.SetEyeFovy_DEG(32);
+    IGLViewer& half = stage.AddViewer({0, 1.3, 6}, 0.213);
+    half.SetEyeFovy_DEG(27);
     half.SetClipRectangle(i * kHalfWidth, 0, kHalfWidth, kHeight);
     half.Clip(1);
     half.ShowClipFrame(0);

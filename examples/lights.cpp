@@ -71,9 +71,9 @@ Picture SideBySide(const Picture& aLeft, const Picture& aRight) {
 Picture DrawLights() {
   const Stage stage(kHalfWidth, kHeight);
   IGLContext& context = stage.Context();
-  GLDATA_RGBA dusk{0.06f, 0.06f, 0.08f, 1};
+  GLDATA_RGBA dusk{0.13f, 0.13f, 0.16f, 1};
   context.SetAmbientLight(&dusk);
-  stage.AddViewer({0, 14, 12}, 0.86).SetEyeFovy_DEG(38);
+  stage.AddViewer({0, 15, 12.5}, 0.9).SetEyeFovy_DEG(36);
   context.AttachPainter(GLMake<FloorPainter>().Get());
 
   IGLLight* first = nullptr;

@@ -18,9 +18,9 @@ constexpr int kRows = 4;
 constexpr ULONG kHidden = kColumns * kRows + 1;  // the number of the box behind box 9
 
 // Places in the view, each coordinate from -1 to 1: the middle of box 9, and a frame from corner to corner.
-constexpr GLDATA_POINT kPlace{-0.141, -0.188, 0};
-constexpr GLDATA_POINT kFrom{-0.62, -0.72, 0};
-constexpr GLDATA_POINT kTo{0.28, 0.31, 0};
+constexpr GLDATA_POINT kPlace{-0.146, -0.195, 0};
+constexpr GLDATA_POINT kFrom{-0.47, -0.62, 0};
+constexpr GLDATA_POINT kTo{0.18, 0.23, 0};
 
 enum Mark : int { Plain, Met, Inside };
 constexpr GLDATA_RGBA kColors[] = {{0.62f, 0.66f, 0.72f, 1}, {1.0f, 0.6f, 0.15f, 1}, {0.9f, 0.2f, 0.15f, 1}};
@@ -89,7 +89,9 @@ std::vector<ULONG> Pick(IGLContext& aContext, IGLViewer& aViewer, const char* aK
 Picture DrawPicking() {
   const Stage stage(kWidth, kHeight);
   IGLContext& context = stage.Context();
-  IGLViewer& viewer = stage.AddViewer({0, 0, 9}, 0);
+  IGLViewer& viewer = stage.AddViewer({0, 0, 11}, 0);
+  GLDATA_RGBA background{0.13f, 0.15f, 0.19f, 1};
+  context.SetBackgroundColor(&background);
   IGLLight* light = nullptr;
   context.CreateLight(&light);
   GLDATA_POINT direction{0.4, -0.5, -1};

@@ -1,5 +1,7 @@
 #include "glview/ModelPainter.h"
 
+#include <GL/gl.h>
+
 #include <algorithm>
 
 namespace {
@@ -89,6 +91,7 @@ HRESULT ModelPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* 
     return S_OK;
   }
   m_clock.Start();
+  glEnable(GL_DEPTH_TEST);  // the axes figure of the viewer before leaves it off for the rest of the frame
   Look look;
   {
     const std::lock_guard lock(m_lock);

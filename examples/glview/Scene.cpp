@@ -9,6 +9,7 @@ namespace {
 constexpr GLDATA_RGBA kBackground{0.13f, 0.15f, 0.19f, 1.0f};
 constexpr GLDATA_RGBA kAmbient{0.22f, 0.22f, 0.25f, 1.0f};
 constexpr GLDATA_RGBA kFrame{0.35f, 0.38f, 0.44f, 1.0f};
+constexpr float kFrameOffset = 0.006f;  // keeps the frame a pixel inside, where no edge rule drops it
 constexpr double kDegree = std::numbers::pi / 180;
 constexpr ULONG kLongestWait = 1000;  // ms from one frame to the next when nothing happens
 constexpr double kTurnPerPixel = 0.5 * kDegree;
@@ -54,6 +55,7 @@ void Scene::AddView(Direction aDirection, bool aOrtho) {
   view.viewer->ShowGauges(1);
   GLDATA_RGBA color = kFrame;
   view.viewer->SetFrameColor(&color);
+  view.viewer->SetFrameOffset(kFrameOffset);
   m_views.push_back(view);
 }
 

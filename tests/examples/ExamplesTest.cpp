@@ -52,4 +52,30 @@ TEST(Examples, NinthLightShinesOnceOneOfTheEightIsGone) {
   }
 }
 
+TEST(Examples, SortedGlassShowsWhatUnsortedGlassHides) {
+  const Picture picture = PictureOf("glass");
+  const int half = picture.width / 2;
+  // Inside the nearest pane, where the second stands behind it; and where the nearest stands alone.
+  const int x = 110, y = 290, aloneX = 60, aloneY = 110;
+  const std::uint8_t* alone = picture.At(aloneX, aloneY);
+  EXPECT_TRUE(std::equal(alone, alone + 3, picture.At(half + aloneX, aloneY))) << "one pane needs no order";
+  EXPECT_TRUE(std::equal(alone, alone + 3, picture.At(x, y))) << "unsorted, the second pane is lost";
+  EXPECT_LT(picture.At(half + x, y)[0] + 20, picture.At(x, y)[0]) << "sorted, it takes of the red";
+}
+
+TEST(Examples, PickingFindsTheBoxesOfEachKind) {
+  std::string found;
+  const Picture picture = PictureOf("picking", &found);
+  EXPECT_EQ(found,
+            "under the point: 9 25\n"
+            "nearest at the point: 9\n"
+            "met by the frame: 2 3 4 8 9 10 14 15 16 25\n"
+            "wholly inside it: 25 9\n");
+  const std::uint8_t* inside = picture.At(273, 287);
+  const std::uint8_t* met = picture.At(180, 287);
+  const std::uint8_t* free = picture.At(460, 287);
+  EXPECT_TRUE(inside[0] > inside[1] + 100 && met[1] > met[2] + 80 && free[2] >= free[0])
+      << "red, orange and grey";
+}
+
 }  // namespace
