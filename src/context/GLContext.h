@@ -22,14 +22,14 @@
 #include "context/GLClipPlane.h"
 #include "platform/PixelFormat.h"
 #include "platform/RenderingContext.h"
+#include "platform/SystemInfo.h"
 #include "platform/Window.h"
 #include "thread/PCriticalSection.h"
 #include "thread/PThread.h"
 #include "thread/Relaxed.h"
 
-class GLCanvas;
-class GLFog;
-class GLFont;
+/// What the platform told of itself: asked at the first capture of the process, which its size member marks.
+extern OSVERSIONINFOA g_sVersion;
 
 class GLContext final
     : public GLObject<GLContext, IGLContext, IGLContext2, IGLContext12, IGLContext14_2, IGLContext14_3>,

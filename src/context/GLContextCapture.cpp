@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <mutex>
 #include <utility>
 
 #include "component/Module.h"
@@ -14,17 +15,19 @@
 #include "platform/GL.h"
 #include "platform/SystemInfo.h"
 
+OSVERSIONINFOA g_sVersion{};
+
 namespace {
 
-/// Whether the platform renders captures off-screen; asked once a process.
+/// Whether the platform renders captures off-screen. Draw threads of several contexts may ask at once.
 bool RendersOffscreen() noexcept {
-  static const bool renders = [] {
-    OSVERSIONINFOA version{};
-    version.dwOSVersionInfoSize = sizeof(version);
-    GetVersionExA(&version);
-    return version.dwPlatformId != VER_PLATFORM_WIN32_WINDOWS;
-  }();
-  return renders;
+  static std::mutex lock;
+  const std::scoped_lock hold(lock);
+  if (g_sVersion.dwOSVersionInfoSize == 0) {
+    g_sVersion.dwOSVersionInfoSize = sizeof(g_sVersion);
+    GetVersionExA(&g_sVersion);
+  }
+  return g_sVersion.dwPlatformId != VER_PLATFORM_WIN32_WINDOWS;
 }
 
 /// Reads a rectangle, given from the top left of a picture aHeight high, into a pixmap's store, which like

@@ -1,0 +1,134 @@
+// Selection through a context beside the same bare pass in GL's selection mode: 100,000 triangles under 1,000
+// identifiers, immediate and from a compiled list; and how the cost grows with the capacity.
+
+#include <benchmark/benchmark.h>
+#include <gllib/GLLibHost.h>
+
+#include <vector>
+
+#include "PlainContext.h"
+
+namespace {
+
+constexpr int kIdentifiers = 1000, kTrianglesEach = 100, kSide = 512;
+
+template <class SetName, class Begin, class Vertex, class End>
+void DrawScene(SetName aSetName, Begin aBegin, Vertex aVertex, End aEnd) {
+  for (unsigned id = 1; id <= kIdentifiers; ++id) {
+    aSetName(id);
+    aBegin();
+    const float x = -1.0f + 2.0f * static_cast<float>(id % 32) / 32.0f;
+    for (int i = 0; i < kTrianglesEach; ++i) {
+      const float y = -1.0f + 2.0f * static_cast<float>(i) / kTrianglesEach;
+      aVertex(x, y);
+      aVertex(x + 0.05f, y);
+      aVertex(x, y + 0.05f);
+    }
+    aEnd();
+  }
+}
+
+void DrawThrough(IGLCanvas& aCanvas) {
+  DrawScene([&](unsigned id) { aCanvas.SetTestID(id); }, [&] { aCanvas.BeginDrawTriangles(); },
+            [&](float x, float y) { aCanvas.Vertex3f(x, y, 0); }, [&] { aCanvas.EndDrawVertices(); });
+}
+
+void DrawPlain() {
+  DrawScene([](unsigned id) { glLoadName(id); }, [] { glBegin(GL_TRIANGLES); },
+            [](float x, float y) { glVertex3f(x, y, 0); }, [] { glEnd(); });
+}
+
+class ScenePainter : public GLPainterBase {
+ public:
+  explicit ScenePainter(bool aFromList) : m_bFromList(aFromList) {}
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
+    if (!m_bFromList) {
+      DrawThrough(*aCanvas);
+      return S_OK;
+    }
+    LONG valid = 0;
+    aCanvas->IsCompiledList(m_iList, &valid);
+    if (valid == 0) {
+      aCanvas->BeginCompileList(&m_iList);
+      DrawThrough(*aCanvas);
+      aCanvas->EndCompileList();
+    }
+    return aCanvas->DrawCompiledList(m_iList);
+  }
+
+ private:
+  bool m_bFromList;
+  int m_iList = 0;
+};
+
+void SelectThroughContext(benchmark::State& aState, bool aFromList, int aCapacity, bool aControlled) {
+  setenv("GLLIB_DISPLAY", "headless", 1);
+  const auto context = GLCreate<IGLContext>(CLSID_GLContext);
+  if (context->Initialize(0) != S_OK) return aState.SkipWithError("no context");
+  context->SetViewport(0, 0, kSide, kSide);
+  IGLViewer* viewer = nullptr;
+  context->CreateViewer(1, 1, &viewer);
+  GLDATA_POINT low{-1, -1, -10}, high{1, 1, 10};
+  viewer->SetOrthoExtents(&low, &high);
+  const auto painter = GLMake<ScenePainter>(aFromList);
+  if (aControlled) context.As<IGLContext2>()->SetControlledDrawThread(1, 0xFFFFFFFF);
+  context->AttachPainter(painter.Get());
+  // The frame that follows a selection in its cycle isn't the selection's: the viewer is hidden from frames.
+  viewer->Show(0);
+  std::vector<ULONG> ids(static_cast<std::size_t>(aCapacity));
+  for (auto _ : aState) {
+    GLDATA_POINT first{-0.5, -0.5, 0}, second{0.5, 0.5, 0};
+    int size = aCapacity;
+    benchmark::DoNotOptimize(context->Select(viewer, &first, &second, 0, 0, &size, ids.data()));
+  }
+}
+
+void SelectImmediate(benchmark::State& aState) { SelectThroughContext(aState, false, 2048, true); }
+void SelectFromList(benchmark::State& aState) { SelectThroughContext(aState, true, 2048, true); }
+void SelectFreeRunning(benchmark::State& aState) { SelectThroughContext(aState, true, 2048, false); }
+void SelectByCapacity(benchmark::State& aState) {
+  SelectThroughContext(aState, true, static_cast<int>(aState.range(0)), true);
+}
+
+void BarePass(benchmark::State& aState, bool aFromList) {
+  const PlainContext plain(kSide, kSide);
+  std::vector<GLuint> buffer(4 * 2048);
+  const GLuint list = glGenLists(1);
+  glNewList(list, GL_COMPILE);
+  DrawPlain();
+  glEndList();
+  const GLint viewport[] = {0, 0, kSide, kSide};
+  for (auto _ : aState) {
+    glSelectBuffer(static_cast<GLsizei>(buffer.size()), buffer.data());
+    glRenderMode(GL_SELECT);
+    glInitNames();
+    glPushName(0);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    gluPickMatrix(kSide / 2, kSide / 2, kSide / 2, kSide / 2, const_cast<GLint*>(viewport));
+    glOrtho(-1, 1, -1, 1, -10, 10);
+    if (aFromList) {
+      glCallList(list);
+    } else {
+      DrawPlain();
+    }
+    glFlush();
+    benchmark::DoNotOptimize(glRenderMode(GL_RENDER));
+  }
+}
+
+void BareImmediate(benchmark::State& aState) { BarePass(aState, false); }
+void BareFromList(benchmark::State& aState) { BarePass(aState, true); }
+
+}  // namespace
+
+BENCHMARK(BareImmediate)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(SelectImmediate)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BareFromList)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(SelectFromList)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(SelectFreeRunning)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(SelectByCapacity)
+    ->RangeMultiplier(16)
+    ->Range(2048, 1 << 20)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
