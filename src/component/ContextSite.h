@@ -23,7 +23,7 @@ class GLContextSite {
   virtual bool IsCurrentHere() const noexcept = 0;
   /// Tells the window's rendering contexts apart: another number above 0 for each one that is made; 0 while
   /// it isn't the one that is current, as during an off-screen capture. Draw thread.
-  virtual ULONG WindowContextNumber() const noexcept { return 0; }
+  virtual ULONG WindowContextNumber() const noexcept = 0;
 
   // The bracket around work that touches GL: enters and leaves the context's lock.
   virtual void LockGL() noexcept = 0;
