@@ -1,0 +1,120 @@
+// Window and model coordinates against the pixels that really light up, and the matrices that a painter reads.
+
+#include <gllib/GLLib.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "component/CreateObject.h"
+#include "platform/GL.h"
+#include "support/PlainGL.h"
+#include "support/Scene.h"
+
+namespace {
+
+constexpr int kWidth = 320, kHeight = 200;
+
+void ExpectNear(const GLDATA_POINT& aFound, const GLDATA_POINT& aWanted, double aMargin, const char* aWhat) {
+  EXPECT_NEAR(aFound.x, aWanted.x, aMargin) << aWhat;
+  EXPECT_NEAR(aFound.y, aWanted.y, aMargin) << aWhat;
+  EXPECT_NEAR(aFound.z, aWanted.z, aMargin) << aWhat;
+}
+
+/// Lights one pixel where a point lands. @return its place from the lower left, with the depth found there
+GLDATA_POINT Landed(IGLCanvas& aCanvas, GLDATA_POINT aPoint) {
+  aCanvas.BeginDrawPoints(), aCanvas.Vertex(&aPoint), aCanvas.EndDrawVertices();
+  std::vector<float> red(kWidth * kHeight), depth(kWidth * kHeight);
+  glReadPixels(0, 0, kWidth, kHeight, GL_RED, GL_FLOAT, red.data());
+  glReadPixels(0, 0, kWidth, kHeight, GL_DEPTH_COMPONENT, GL_FLOAT, depth.data());
+  EXPECT_EQ(std::ranges::count(red, 1.0f), 1) << "lit pixels";
+  const auto lit = std::ranges::find(red, 1.0f) - red.begin();
+  return {static_cast<double>(lit % kWidth), static_cast<double>(lit / kWidth),
+          depth[static_cast<std::size_t>(lit)]};
+}
+
+TEST(Mapping, AgreesWithWherePointsLand) {
+  struct View {
+    const char* m_szName;
+    std::function<void(IGLViewer&)> m_Set;
+  };
+  const View views[] = {{"whole window", [](IGLViewer&) {}},
+                        {"perspective", [](IGLViewer& v) { v.SetOrtho(0); }},
+                        {"clipped and scaled", [](IGLViewer& v) { v.Clip(1); }},
+                        {"clipped, not scaled", [](IGLViewer& v) { v.Clip(1), v.ScaleClip(0); }}};
+  for (const View& view : views) {
+    ContextFixture context(kWidth, kHeight);
+    GLPtr<IGLCoord> eye;
+    context.Viewer().GetCoord(eye.Put());
+    GLDATA_MATRIX6D placed{2, -3, 60, 0.1, -0.05, 0.4};
+    eye->SetMatrix6d(&placed);
+    context.Viewer().SetClipRectangle(50, 40, 150, 120), context.Viewer().ShowClipFrame(0);
+    view.m_Set(context.Viewer());
+    GLDATA_POINT model{1.5, 2.25, -7}, shift{3, -2, 4}, world{4.5, 0.25, -3}, window{}, fromWorld{}, back{};
+    const char* const name = view.m_szName;
+    context.Frame([&](Scene& scene) {
+      const auto canvas = scene.CanvasAs<IGLCanvas3>();
+      canvas->GetWindowCoords(&world, 1, &fromWorld);
+      canvas->GetWindowCoords(&world, 0, &window);
+      ExpectNear(window, fromWorld, 0.0, name);
+      scene.Canvas().PushModelviewMatrix(0), scene.Canvas().Translate(&shift);
+      canvas->GetWindowCoords(&model, 0, &window);
+      ExpectNear(window, fromWorld, 1e-4, name);
+      canvas->GetModelCoords(&window, 0, &back);
+      ExpectNear(back, model, 1e-4, name);
+      const GLDATA_POINT landed = Landed(scene.Canvas(), model);
+      ExpectNear(landed, {std::floor(window.x), std::floor(window.y), window.z}, 1e-5, name);
+      scene.Canvas().PopModelviewMatrix();
+    });
+    // The last call without the cache left the painter's frame in it, for any thread.
+    GLPtr<IGLCanvas> canvas;
+    context.ContextAs<IGLContext14_2>()->GetCanvas(canvas.Put());
+    canvas.As<IGLCanvas3>()->GetWindowCoords(&model, 1, &back);
+    ExpectNear(back, window, 0.0, name);
+    context.Frame();
+    canvas.As<IGLCanvas3>()->GetWindowCoords(&world, 1, &back);
+    ExpectNear(back, fromWorld, 0.0, "the next pass brings the viewer's set-up back");
+  }
+}
+
+TEST(Mapping, KeepsThePointThatCannotBeMapped) {
+  const auto canvas = CreateObject<IGLCanvas3>(CLSID_GLCanvas);
+  GLDATA_POINT window{10, 20, 0.5}, model{7, 8, 9};
+  EXPECT_EQ(canvas->GetModelCoords(&window, 1, &model), S_OK) << "an empty viewport, before any frame";
+  DrawPlainGL(8, 8, [&] {
+    glScaled(0, 1, 1);
+    EXPECT_EQ(canvas->GetModelCoords(&window, 0, &model), S_OK);
+    ExpectNear(model, {7, 8, 9}, 0.0, "a singular matrix");
+  });
+  EXPECT_EQ(canvas->GetModelCoords(nullptr, 1, &model), E_INVALIDARG);
+  EXPECT_EQ(canvas->GetWindowCoords(&window, 1, nullptr), E_INVALIDARG);
+}
+
+TEST(Mapping, ReadsTheMatrixAndItsInverse) {
+  const auto canvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
+  const auto raw = [&] {
+    GLDATA_MATRIX16D matrix;
+    canvas.As<IGLCanvas14_2>()->GetRawModelviewMatrix(&matrix);
+    return std::vector<double>(&matrix.m[0][0], &matrix.m[0][0] + 16);
+  };
+  DrawPlainGL(8, 8, [&] {
+    GLDATA_MATRIX6D placed{1, 2, 3, 0.1, 0.2, 0.3};
+    canvas->SetModelview6d(&placed);
+    const std::vector<double> before = raw();
+    EXPECT_EQ(std::vector<double>(before.end() - 4, before.end()), (std::vector<double>{1, 2, 3, 1}));
+    GLDATA_MATRIX16D inverse;
+    canvas.As<IGLCanvas2>()->GetModelviewMatrix(&inverse);
+    canvas->PushModelviewMatrix(1), canvas->ResetModelview6d(&placed);
+    for (int i = 0; i < 16; ++i) EXPECT_NEAR(inverse.m[i / 4][i % 4], raw()[i], 1e-6) << "element " << i;
+    canvas->PopModelviewMatrix(), canvas->PushModelviewMatrix(1), canvas->ResetModelview16d(&inverse);
+    for (int i = 0; i < 16; ++i) EXPECT_NEAR(raw()[i], before[i], 1e-6) << "element " << i;
+
+    glScaled(1, 0, 1);
+    const std::vector<double> singular = raw();
+    canvas.As<IGLCanvas2>()->GetModelviewMatrix(&inverse);
+    EXPECT_EQ(std::vector<double>(&inverse.m[0][0], &inverse.m[0][0] + 16), singular);
+  });
+}
+
+}  // namespace

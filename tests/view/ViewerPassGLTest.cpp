@@ -1,0 +1,122 @@
+// What a viewer does to GL before and after the painter.
+
+#include <gllib/GLLib.h>
+#include <gllib/GLLibHost.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "component/CreateObject.h"
+#include "support/GLRecorder.h"
+#include "support/PlainGL.h"
+#include "support/Scene.h"
+#include "view/GLViewer.h"
+
+namespace {
+
+TEST(ViewerProjection, IsSetUpForTheSizeOfItsView) {
+  struct Row {
+    const char* m_szName;
+    int m_iWidth, m_iHeight;
+    std::function<void(IGLViewer&)> m_Set;
+    std::vector<std::string> m_aScissorAndViewport;
+    std::string m_Projection;
+  };
+  const std::vector<std::string> whole = {"glDisable(GL_SCISSOR_TEST)", "glViewport(0, 0, 800, 400)"};
+  const auto clipped = [](IGLViewer& v) { v.SetClipRectangle(5, 6, 50, 200), v.Clip(1); };
+  const Row rows[] = {
+      {"wide", 800, 400, [](IGLViewer&) {}, whole, "glOrtho(-100, 100, -50, 50, 0, 1000)"},
+      {"tall", 400, 800, [](IGLViewer&) {}, {whole[0], "glViewport(0, 0, 400, 800)"},
+       "glOrtho(-50, 50, -100, 100, 0, 1000)"},
+      {"perspective", 800, 400, [](IGLViewer& v) { v.SetOrtho(0), v.SetEyeAspect(1.5); }, whole,
+       "gluPerspective(27, 3, 0.1, 1000)"},
+      {"clipped and scaled", 800, 400, clipped,
+       {"glEnable(GL_SCISSOR_TEST)", "glScissor(5, 6, 50, 200)", "glViewport(5, 6, 50, 200)"},
+       "glOrtho(-50, 50, -200, 200, 0, 1000)"},
+      {"clipped, not scaled", 800, 400, [&](IGLViewer& v) { clipped(v), v.ScaleClip(0); },
+       {"glEnable(GL_SCISSOR_TEST)", "glScissor(5, 6, 50, 200)", "glViewport(0, 0, 800, 400)"},
+       "glOrtho(-50, 50, -200, 200, 0, 1000)"}};
+  DrawPlainGL(8, 8, [&] {
+    for (const Row& row : rows) {
+      const auto viewer = CreateObject<IGLViewer>(CLSID_GLViewer);
+      row.m_Set(*viewer.Get());
+      std::vector<std::string> wanted = row.m_aScissorAndViewport;
+      wanted.insert(wanted.end(), {"glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT)", row.m_Projection,
+                                   "glMatrixMode(GL_MODELVIEW)"});
+      glMatrixMode(GL_PROJECTION), glLoadIdentity();
+      const GLRecorder recorder;
+      static_cast<GLViewer*>(viewer.Get())->PrepareProjection(row.m_iWidth, row.m_iHeight);
+      EXPECT_EQ(recorder.Calls(), wanted) << row.m_szName;
+    }
+  });
+}
+
+/// Fills the view with red when it is visible, and counts.
+class RedGauge final : public GLUnknownBase<IGLViewerGauge> {
+ public:
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*) noexcept override {
+    ++m_iDraws;
+    GLDATA_RGBA red{1, 0, 0, 1};
+    aCanvas->SetVertexColor(&red);
+    aCanvas->BeginDrawQuads();
+    aCanvas->Vertex2d(-1, -1), aCanvas->Vertex2d(1, -1), aCanvas->Vertex2d(1, 1), aCanvas->Vertex2d(-1, 1);
+    aCanvas->EndDrawVertices();
+    return S_OK;
+  }
+  HRESULT Show(LONG aShow) noexcept override { return m_bVisible = aShow, S_OK; }
+  HRESULT IsVisible(LONG* aVisible) noexcept override { return *aVisible = m_bVisible, S_OK; }
+
+  std::atomic<int> m_iDraws = 0;
+  std::atomic<LONG> m_bVisible = 1;
+};
+
+constexpr std::uint32_t kBlack = 0x000000FF, kRed = 0xFF0000FF;
+
+TEST(ViewerOverlay, ShowsTheAxesOnlyBesideAFrameOrAGauge) {
+  ContextFixture context(100, 100);
+  IGLViewer& viewer = context.Viewer();
+  GLPtr<IGLViewer2>::FromBorrowed(static_cast<GLViewer*>(&viewer))->SetShowAxes(1);
+  EXPECT_EQ(context.FramePicture().CountOther(kBlack), 0) << "axes have no trigger of their own";
+  viewer.Clip(1), viewer.SetClipRectangle(0, 0, 100, 100), viewer.ShowClipFrame(0);
+  EXPECT_EQ(context.FramePicture().CountOther(kBlack), 0);
+  viewer.ShowClipFrame(1), viewer.SetFrameOffset(0.1f);
+  const Picture framed = context.FramePicture();
+  EXPECT_EQ(framed.At(95, 50), 0xFFFFFFFF) << "the frame, a tenth of the half width inside";
+  EXPECT_EQ(framed.At(50, 99 - 34), kRed) << "the x axis, from the figure's centre to the right";
+  EXPECT_EQ(framed.At(34, 99 - 50), 0x00FF00FF) << "the y axis, upwards";
+  int letters = 0;
+  for (int x = 6; x < 34; ++x) {
+    for (int y = 6; y < 24; ++y) letters += framed.At(x, 99 - y) != framed.At(60, 99 - 6) ? 1 : 0;
+  }
+  EXPECT_GT(letters, 20) << "the names of the axes";
+}
+
+TEST(ViewerOverlay, DrawsVisibleGaugesOverTheSceneAndPutsTheMatricesBack) {
+  ContextFixture context(32, 32);
+  IGLViewer& viewer = context.Viewer();
+  const auto gauge = GLMake<RedGauge>();
+  viewer.AddGauge(gauge.Get()), viewer.AddGauge(gauge.Get());
+  context.Frame();
+  EXPECT_EQ(gauge->m_iDraws, 0) << "gauges aren't shown";
+  viewer.ShowGauges(1);
+  gauge->Show(0);
+  EXPECT_EQ(context.FramePicture().CountOther(kBlack), 0) << "the gauge isn't visible";
+  gauge->Show(1);
+  const auto dark = [](Scene& scene) {
+    GLDATA_POINT low{0, 0, 0}, high{0, 0, -500}, normal[3] = {low, {1, 0, 0}, high};
+    (void)normal;
+    scene.Canvas().Translate(&high);
+    glEnable(GL_LIGHTING);
+  };
+  EXPECT_EQ(context.FramePicture(dark).CountOther(kRed), 0) << "unlit, over all of the view";
+  int depth[2] = {};
+  gauge->m_iDraws = 0;
+  context.Frame([&](Scene&) {
+    glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depth[0]), glGetIntegerv(GL_PROJECTION_STACK_DEPTH, &depth[1]);
+  });
+  EXPECT_EQ(gauge->m_iDraws, 1) << "added twice, drawn once";
+  EXPECT_EQ(depth[0], 1);
+  EXPECT_EQ(depth[1], 1);
+}
+
+}  // namespace
