@@ -17,13 +17,14 @@ namespace {
 std::atomic<std::int64_t> g_iHeapBytes{0};  // asked for and not given back
 }
 
-void* operator new(std::size_t aSize) {
+// Not inlined: the compiler would take malloc and free for the callers' own.
+[[gnu::noinline]] void* operator new(std::size_t aSize) {
   g_iHeapBytes += static_cast<std::int64_t>(aSize);
   if (void* block = std::malloc(aSize)) return block;
   throw std::bad_alloc();
 }
-void operator delete(void* aBlock) noexcept { std::free(aBlock); }
-void operator delete(void* aBlock, std::size_t aSize) noexcept {
+[[gnu::noinline]] void operator delete(void* aBlock) noexcept { std::free(aBlock); }
+[[gnu::noinline]] void operator delete(void* aBlock, std::size_t aSize) noexcept {
   g_iHeapBytes -= static_cast<std::int64_t>(aSize);
   std::free(aBlock);
 }

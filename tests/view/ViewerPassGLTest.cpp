@@ -26,14 +26,24 @@ TEST(ViewerProjection, IsSetUpForTheSizeOfItsView) {
   const auto clipped = [](IGLViewer& v) { v.SetClipRectangle(5, 6, 50, 200), v.Clip(1); };
   const Row rows[] = {
       {"wide", 800, 400, [](IGLViewer&) {}, whole, "glOrtho(-100, 100, -50, 50, 0, 1000)"},
-      {"tall", 400, 800, [](IGLViewer&) {}, {whole[0], "glViewport(0, 0, 400, 800)"},
+      {"tall",
+       400,
+       800,
+       [](IGLViewer&) {},
+       {whole[0], "glViewport(0, 0, 400, 800)"},
        "glOrtho(-50, 50, -100, 100, 0, 1000)"},
       {"perspective", 800, 400, [](IGLViewer& v) { v.SetOrtho(0), v.SetEyeAspect(1.5); }, whole,
        "gluPerspective(27, 3, 0.1, 1000)"},
-      {"clipped and scaled", 800, 400, clipped,
+      {"clipped and scaled",
+       800,
+       400,
+       clipped,
        {"glEnable(GL_SCISSOR_TEST)", "glScissor(5, 6, 50, 200)", "glViewport(5, 6, 50, 200)"},
        "glOrtho(-50, 50, -200, 200, 0, 1000)"},
-      {"clipped, not scaled", 800, 400, [&](IGLViewer& v) { clipped(v), v.ScaleClip(0); },
+      {"clipped, not scaled",
+       800,
+       400,
+       [&](IGLViewer& v) { clipped(v), v.ScaleClip(0); },
        {"glEnable(GL_SCISSOR_TEST)", "glScissor(5, 6, 50, 200)", "glViewport(0, 0, 800, 400)"},
        "glOrtho(-50, 50, -200, 200, 0, 1000)"}};
   DrawPlainGL(8, 8, [&] {
@@ -51,8 +61,8 @@ TEST(ViewerProjection, IsSetUpForTheSizeOfItsView) {
   });
 }
 
-/// Fills the view with red when it is visible, and counts.
-class RedGauge final : public GLUnknownBase<IGLViewerGauge> {
+/// Fills the view with red, and counts.
+class RedGauge final : public GLViewerGaugeBase {
  public:
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext*) noexcept override {
     ++m_iDraws;
@@ -63,11 +73,8 @@ class RedGauge final : public GLUnknownBase<IGLViewerGauge> {
     aCanvas->EndDrawVertices();
     return S_OK;
   }
-  HRESULT Show(LONG aShow) noexcept override { return m_bVisible = aShow, S_OK; }
-  HRESULT IsVisible(LONG* aVisible) noexcept override { return *aVisible = m_bVisible, S_OK; }
 
   std::atomic<int> m_iDraws = 0;
-  std::atomic<LONG> m_bVisible = 1;
 };
 
 constexpr std::uint32_t kBlack = 0x000000FF, kRed = 0xFF0000FF;
@@ -75,7 +82,7 @@ constexpr std::uint32_t kBlack = 0x000000FF, kRed = 0xFF0000FF;
 TEST(ViewerOverlay, ShowsTheAxesOnlyBesideAFrameOrAGauge) {
   ContextFixture context(100, 100);
   IGLViewer& viewer = context.Viewer();
-  GLPtr<IGLViewer2>::FromBorrowed(static_cast<GLViewer*>(&viewer))->SetShowAxes(1);
+  static_cast<GLViewer&>(viewer).SetShowAxes(1);
   EXPECT_EQ(context.FramePicture().CountOther(kBlack), 0) << "axes have no trigger of their own";
   viewer.Clip(1), viewer.SetClipRectangle(0, 0, 100, 100), viewer.ShowClipFrame(0);
   EXPECT_EQ(context.FramePicture().CountOther(kBlack), 0);
@@ -103,9 +110,8 @@ TEST(ViewerOverlay, DrawsVisibleGaugesOverTheSceneAndPutsTheMatricesBack) {
   EXPECT_EQ(context.FramePicture().CountOther(kBlack), 0) << "the gauge isn't visible";
   gauge->Show(1);
   const auto dark = [](Scene& scene) {
-    GLDATA_POINT low{0, 0, 0}, high{0, 0, -500}, normal[3] = {low, {1, 0, 0}, high};
-    (void)normal;
-    scene.Canvas().Translate(&high);
+    GLDATA_POINT away{0, 0, -500};
+    scene.Canvas().Translate(&away);
     glEnable(GL_LIGHTING);
   };
   EXPECT_EQ(context.FramePicture(dark).CountOther(kRed), 0) << "unlit, over all of the view";
