@@ -86,9 +86,9 @@ TEST(ViewerOverlay, ShowsTheAxesOnlyBesideAFrameOrAGauge) {
   EXPECT_EQ(context.FramePicture().CountOther(kBlack), 0) << "axes have no trigger of their own";
   viewer.Clip(1), viewer.SetClipRectangle(0, 0, 100, 100), viewer.ShowClipFrame(0);
   EXPECT_EQ(context.FramePicture().CountOther(kBlack), 0);
-  viewer.ShowClipFrame(1), viewer.SetFrameOffset(0.1f);
+  viewer.ShowClipFrame(1), viewer.SetFrameOffset(0.11f);
   const Picture framed = context.FramePicture();
-  EXPECT_EQ(framed.At(95, 50), 0xFFFFFFFF) << "the frame, a tenth of the half width inside";
+  EXPECT_EQ(framed.At(94, 50), 0xFFFFFFFF) << "the frame, inside by half of its offset";
   EXPECT_EQ(framed.At(50, 99 - 34), kRed) << "the x axis, from the figure's centre to the right";
   EXPECT_EQ(framed.At(34, 99 - 50), 0x00FF00FF) << "the y axis, upwards";
   int letters = 0;
