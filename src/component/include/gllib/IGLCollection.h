@@ -18,8 +18,8 @@
 ///     for (HRESULT r = all->GetFirst(&at, member.Put()); r == S_OK; r = all->GetNext(&at, member.Put())) ...
 ///
 /// Threads: any, at any time; each operation is whole, under the collection's own lock, which may be held for
-/// as long as a member's last Release takes. Results: S_OK; E_INVALIDARG when a pointer is null; what else
-/// stands at the operation.
+/// as long as a member's last Release takes.
+/// Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the operation.
 struct IGLCollection : IUnknown {
   static constexpr IID Identifier = {
       0x1BF499B7, 0xCFCC, 0x486F, {0xBC, 0x74, 0x8E, 0xBC, 0xC2, 0x91, 0x6E, 0x94}};
@@ -63,7 +63,7 @@ struct IGLCollection : IUnknown {
   virtual HRESULT CopyTo(IGLCollection* aColl) noexcept = 0;
   /// Adds all members to another collection. As CopyTo without emptying it.
   /// @return S_OK; E_INVALIDARG also when aColl is this collection itself; E_OUTOFMEMORY, with nothing
-  /// changed
+  ///         changed
   virtual HRESULT AppendTo(IGLCollection* aColl) noexcept = 0;
 
  protected:

@@ -32,8 +32,8 @@ constexpr eGLDrawMode operator|(eGLDrawMode a, eGLDrawMode b) noexcept {
 /// nothing, makes the next application a full one.
 ///
 /// Threads: any, at any time; no operation waits. A change acts at the next SetDrawAttributes; one that runs
-/// at the same time may apply a part of it. Results: S_OK; E_INVALIDARG when a pointer is null, with nothing
-/// changed or written.
+/// at the same time may apply a part of it.
+/// Results: S_OK; E_INVALIDARG when a pointer is null, with nothing changed or written.
 struct IGLDrawAttr : IUnknown {
   static constexpr IID Identifier = {
       0x1750378E, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};

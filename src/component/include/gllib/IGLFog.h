@@ -15,8 +15,8 @@ enum eGLFogCalcMode : int {
 /// density 0.01, from 0 to 1000, white.
 ///
 /// Threads: any, at any time; no operation waits. A change shows at the next viewer pass; a colour, or a
-/// start and end pair, may be seen half-changed for that one pass. Results: S_OK; E_INVALIDARG when a pointer
-/// is null; what else stands at the operation.
+/// start and end pair, may be seen half-changed for that one pass.
+/// Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the operation.
 struct IGLFog : IUnknown {
   static constexpr IID Identifier = {
       0x17503790, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};

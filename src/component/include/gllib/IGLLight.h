@@ -17,8 +17,8 @@ struct IGLCoord;
 /// shines no more from the next viewer pass on.
 ///
 /// Threads: any, at any time; no operation waits. A change shows at the next viewer pass, a colour or point
-/// possibly in two steps. Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the
-/// operation.
+/// possibly in two steps.
+/// Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the operation.
 struct IGLLight : IUnknown {
   static constexpr IID Identifier = {
       0x17503794, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};

@@ -11,9 +11,9 @@ struct IGLContext;
 /// zoom 1, 1.
 ///
 /// Threads: any, one at a time: there is no lock. The draw thread writes into the pixmap of a running
-/// capture. Draw belongs into a painter or gauge. No operation waits. Results: S_OK; E_INVALIDARG when a
-/// pointer is null; what else stands at the operation. Colour operations run over all pixels, whatever the
-/// clip.
+/// capture. Draw belongs into a painter or gauge. No operation waits.
+/// Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the operation. Colour operations
+/// run over all pixels, whatever the clip.
 struct IGLPixmap : IUnknown {
   static constexpr IID Identifier = {
       0x4EE20F33, 0x2F46, 0x43B4, {0x83, 0x44, 0x4C, 0x25, 0x22, 0xAD, 0x59, 0x01}};

@@ -23,8 +23,8 @@ enum eGLTextureMode : int {
 /// Initialize.
 ///
 /// Threads: BeginDraw, Draw and EndDraw on the draw thread, in a painter or gauge; Initialize on any, not
-/// during a drawing. Results: S_OK always, with one exception at Initialize. Nothing tests what it is given
-/// to draw.
+/// during a drawing.
+/// Results: S_OK; E_INVALIDARG from Initialize and BeginDraw for a null pointer. Draw tests nothing.
 struct IGLTexture1D : IUnknown {
   static constexpr IID Identifier = {
       0x58E698E2, 0xF176, 0x4C06, {0x8A, 0x86, 0xCC, 0xE0, 0x8A, 0x3E, 0x1F, 0xA1}};
