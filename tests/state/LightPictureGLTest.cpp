@@ -1,0 +1,278 @@
+// Lights, fog and materials as they are seen: beside the same scene in plain GL, and the light numbers of two
+// contexts that draw at the same time.
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+
+#include "component/CreateObject.h"
+#include "platform/GL.h"
+#include "support/PlainGL.h"
+#include "support/Scene.h"
+
+namespace {
+
+constexpr int kSize = 96;
+
+/// The part of a sphere of radius 40 from the pole that looks to the eye, in plain GL for both sides.
+void DrawSphere(double aPart = 1.0) {
+  const auto vertex = [&](int aRing, int aSegment) {
+    const double theta = M_PI * aPart * aRing / 24, phi = 2 * M_PI * aSegment / 32;
+    const double x = std::sin(theta) * std::cos(phi), y = std::sin(theta) * std::sin(phi),
+                 z = std::cos(theta);
+    glNormal3d(x, y, z);
+    glVertex3d(40 * x, 40 * y, 40 * z - 60);
+  };
+  for (int ring = 0; ring < 24; ++ring) {
+    glBegin(GL_QUAD_STRIP);
+    for (int segment = 0; segment <= 32; ++segment) {
+      vertex(ring, segment);
+      vertex(ring + 1, segment);
+    }
+    glEnd();
+  }
+}
+
+/// What a context with its defaults sets up for a viewer in parallel projection, but for fog and lights.
+void PlainPass() {
+  constexpr float kAmbient[] = {0.2f, 0.2f, 0.2f, 1.0f};
+  glEnable(GL_DEPTH_TEST);
+  glEnable(GL_LIGHTING);
+  glEnable(GL_COLOR_MATERIAL);
+  glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
+  glLightModelfv(GL_LIGHT_MODEL_AMBIENT, kAmbient);
+  glMatrixMode(GL_PROJECTION);
+  glOrtho(-50, 50, -50, 50, 0, 1000);
+  glMatrixMode(GL_MODELVIEW);
+  glTranslated(0, 0, -1);
+}
+
+/// A light as a new one shines, at a place (w = 1) or from a direction (w = 0).
+void PlainLight(float aX, float aY, float aZ, float aW) {
+  const float place[] = {aX, aY, aZ, aW}, gray[] = {0.5f, 0.5f, 0.5f, 1.0f}, white[] = {1, 1, 1, 1};
+  glEnable(GL_LIGHT0);
+  glLightfv(GL_LIGHT0, GL_AMBIENT, gray);
+  glLightfv(GL_LIGHT0, GL_DIFFUSE, gray);
+  glLightfv(GL_LIGHT0, GL_SPECULAR, white);
+  glLightfv(GL_LIGHT0, GL_POSITION, place);
+}
+
+IGLLight& NewLight(const ContextFixture& aFixture) {
+  IGLLight* light = nullptr;
+  EXPECT_EQ(aFixture.Context().CreateLight(&light), S_OK);
+  light->Enable(1);
+  return *light;
+}
+
+void Shine(IGLLight& aLight, GLDATA_POINT aDirection) {
+  aLight.SetAsSpotlight(0);
+  aLight.SetDirection(&aDirection);
+}
+
+Picture Sphere(ContextFixture& aFixture) {
+  return aFixture.FramePicture([](Scene&) { DrawSphere(); });
+}
+Picture PlainSphere(const std::function<void()>& aLight) {
+  return DrawPlainGL(kSize, kSize, [&] {
+    PlainPass();
+    aLight();
+    DrawSphere();
+  });
+}
+
+/// The GL lights that are lit when the painter is called, as bits.
+unsigned LitIn(ContextFixture& aFixture) {
+  unsigned lit = 0;
+  aFixture.Frame([&](Scene&) {
+    for (unsigned i = 0; i < 8; ++i) lit |= glIsEnabled(GL_LIGHT0 + i) ? 1u << i : 0u;
+  });
+  return lit;
+}
+
+}  // namespace
+
+TEST(LightPicture, EqualsPlainGLForEachKindOfLight) {
+  struct Case {
+    const char* m_szName;
+    void (*m_pfnOurs)(IGLLight&);
+    void (*m_pfnPlain)();
+  };
+  for (const auto& [name, ours, plain] :
+       std::initializer_list<Case>{{"all round, with its own colours and falling off",
+                                    [](IGLLight& light) {
+                                      GLDATA_POINT place{30, 40, 50};
+                                      GLDATA_RGBA red{0.9f, 0.2f, 0.1f, 1};
+                                      light.SetSpotPosition(&place);
+                                      light.SetDiffuseLight(&red);
+                                      light.SetLinearAttenuation(0.01f);
+                                      light.SetQuadraticAttenuation(0.0001f);
+                                    },
+                                    [] {
+                                      constexpr float kRed[] = {0.9f, 0.2f, 0.1f, 1};
+                                      PlainLight(30, 40, 50, 1);
+                                      glLightfv(GL_LIGHT0, GL_DIFFUSE, kRed);
+                                      glLightf(GL_LIGHT0, GL_LINEAR_ATTENUATION, 0.01f);
+                                      glLightf(GL_LIGHT0, GL_QUADRATIC_ATTENUATION, 0.0001f);
+                                    }},
+                                   {"a spot",
+                                    [](IGLLight& light) {
+                                      GLDATA_POINT place{0, 0, 60}, direction{0.1, 0.1, -1};
+                                      light.SetSpotPosition(&place);
+                                      light.SetDirection(&direction);
+                                      light.SetCutOffAngle_DEG(20);
+                                      light.SetSpotExponent(40);
+                                    },
+                                    [] {
+                                      constexpr float kDirection[] = {0.1f, 0.1f, -1};
+                                      PlainLight(0, 0, 60, 1);
+                                      glLightfv(GL_LIGHT0, GL_SPOT_DIRECTION, kDirection);
+                                      glLightf(GL_LIGHT0, GL_SPOT_CUTOFF, 20);
+                                      glLightf(GL_LIGHT0, GL_SPOT_EXPONENT, 40);
+                                    }},
+                                   {"distant",
+                                    [](IGLLight& light) {
+                                      Shine(light, {1, -2, -1});
+                                    },
+                                    [] { PlainLight(-1, 2, 1, 0); }},
+                                   {"distant, as a new one", [](IGLLight& light) { light.SetAsSpotlight(0); },
+                                    [] { PlainLight(0, 0, 1, 0); }},
+                                   {"distant, along +z",
+                                    [](IGLLight& light) {
+                                      Shine(light, {0, 0, 3});
+                                    },
+                                    [] { PlainLight(0, 0, -1, 0); }},
+                                   {"distant, almost along +z",
+                                    [](IGLLight& light) {
+                                      Shine(light, {1e-9, 0, 1e-4});
+                                    },
+                                    [] { PlainLight(0, 0, -1, 0); }},
+                                   {"off", [](IGLLight& light) { light.Enable(0); }, [] {}}}) {
+    ContextFixture fixture(kSize, kSize);
+    ours(NewLight(fixture));
+    EXPECT_LE(MaxDifference(Sphere(fixture), PlainSphere(plain)), 1) << name;  // a rotation's last bit
+  }
+}
+
+TEST(LightPicture, LightsMoveWithTheCoordinateSystemTheyShare) {
+  ContextFixture fixture(kSize, kSize);
+  const auto coord = CreateObject<IGLCoord>(CLSID_GLCoord);
+  IGLLight &spot = NewLight(fixture), &distant = NewLight(fixture);
+  EXPECT_EQ(spot.AttachCoord(coord.Get()), S_OK);
+  EXPECT_EQ(distant.AttachCoord(coord.Get()), S_OK);
+  distant.SetAsSpotlight(0);
+  for (const float x : {-60.0f, 60.0f}) {
+    GLDATA_MATRIX6D placement{x, 20, 10, 0, M_PI / 2, 0};  // the system's +z is the world's +x
+    coord->SetMatrix6d(&placement);
+    const Picture plain = PlainSphere([&] {
+      PlainLight(x + 1, 20, 10, 1);
+      constexpr float kFromX[] = {1, 0, 0, 0}, kGray[] = {0.5f, 0.5f, 0.5f, 1.0f}, kWhite[] = {1, 1, 1, 1};
+      glEnable(GL_LIGHT1);
+      glLightfv(GL_LIGHT1, GL_AMBIENT, kGray);
+      glLightfv(GL_LIGHT1, GL_DIFFUSE, kGray);
+      glLightfv(GL_LIGHT1, GL_SPECULAR, kWhite);
+      glLightfv(GL_LIGHT1, GL_POSITION, kFromX);
+    });
+    EXPECT_LE(MaxDifference(Sphere(fixture), plain), 1) << x;
+  }
+}
+
+TEST(FogPicture, EqualsPlainGLInEveryMode) {
+  ContextFixture fixture(kSize, kSize);
+  GLPtr<IGLFog> fog;
+  fixture.Context().GetFog(fog.Put());
+  GLDATA_RGBA blue{0.1f, 0.2f, 0.8f, 0};
+  fog->SetFogColor(&blue);
+  fog->SetFogStartAndEnd(25, 70);
+  fog->SetFogDensity(0.02f);
+  struct Case {
+    LONG m_bEnabled;
+    eGLFogCalcMode m_eMode;
+    GLint m_iPlain;
+  };
+  for (const auto& [enabled, mode, plain] :
+       std::initializer_list<Case>{{1, GLFM_CALCULATE_LINEAR, GL_LINEAR},
+                                   {1, GLFM_CALCULATE_EXPONENT, GL_EXP},
+                                   {1, GLFM_CALCULATE_EXPONENT_SQUARE, GL_EXP2},
+                                   {0, GLFM_CALCULATE_LINEAR, GL_LINEAR}}) {
+    fog->Enable(enabled);
+    fog->SetCalcMode(mode);
+    const Picture twin = PlainSphere([&, on = enabled, iMode = plain] {
+      constexpr float kBlue[] = {0.1f, 0.2f, 0.8f, 1};
+      if (on) glEnable(GL_FOG);
+      glFogi(GL_FOG_MODE, iMode);
+      glFogf(GL_FOG_START, 25);
+      glFogf(GL_FOG_END, 70);
+      glFogf(GL_FOG_DENSITY, 0.02f);
+      glFogfv(GL_FOG_COLOR, kBlue);
+    });
+    EXPECT_EQ(Difference(Sphere(fixture), twin), 0) << mode << ", on: " << enabled;
+  }
+}
+
+TEST(MaterialPicture, EqualsPlainGLOnBothSides) {
+  ContextFixture fixture(kSize, kSize);
+  GLDATA_POINT place{30, 40, 50};
+  NewLight(fixture).SetSpotPosition(&place);
+  const auto material = CreateObject<IGLMaterial>(CLSID_GLMaterial);
+  const auto attributes = CreateObject<IGLDrawAttr>(CLSID_GLDrawAttr);
+  GLDATA_RGBA red{0.9f, 0.1f, 0.1f, 1}, green{0.1f, 0.9f, 0.1f, 1}, glow{0, 0, 0.3f, 1}, white{1, 1, 1, 1};
+  material->EnableDrawMode(GLMM_ENABLE_BACK | GLMM_LIGHT_MODEL_TWO_SIDE, 1);
+  material->SetDiffuseReflectance(1, &red);
+  material->SetDiffuseReflectance(0, &green);
+  material->SetSpecularReflectance(1, &white);
+  material->SetShininess(1, 0.25f);
+  material->SetEmissionLight(0, &glow);
+  attributes->EnableDrawMode(GLDM_SHOW_BACK, 1);
+  constexpr double kCap = 0.3;  // drawn upright and turned round, so that both sides are seen
+  const auto caps = [] {
+    DrawSphere(kCap);
+    glTranslated(40, 0, -120);
+    glRotated(180, 0, 1, 0);
+    DrawSphere(kCap);
+  };
+  const Picture ours = fixture.FramePicture([&](Scene& scene) {
+    scene.Canvas().Disable(GLE_COLOR_MATERIAL);
+    scene.Canvas().SetDrawAttributes(attributes.Get());
+    scene.Canvas().SetMaterial(material.Get());
+    caps();
+  });
+  const Picture plain = DrawPlainGL(kSize, kSize, [&] {
+    PlainPass();
+    PlainLight(30, 40, 50, 1);
+    glDisable(GL_COLOR_MATERIAL);
+    glMaterialfv(GL_FRONT, GL_DIFFUSE, &red.m_fRed);
+    glMaterialfv(GL_FRONT, GL_SPECULAR, &white.m_fRed);
+    glMaterialf(GL_FRONT, GL_SHININESS, 32);
+    glMaterialfv(GL_BACK, GL_DIFFUSE, &green.m_fRed);
+    glMaterialfv(GL_BACK, GL_EMISSION, &glow.m_fRed);
+    glLightModeli(GL_LIGHT_MODEL_LOCAL_VIEWER, 1);
+    glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 1);
+    caps();
+  });
+  EXPECT_EQ(Difference(ours, plain), 0);
+}
+
+TEST(LightPicture, TwoContextsThatDrawAtOnceShareTheEightNumbers) {
+  ContextFixture first(8, 8), second(8, 8);
+  for (int round = 0; round < 5; ++round) {
+    std::vector<IGLLight*> ofFirst, ofSecond;
+    for (int i = 0; i < 4; ++i) ofFirst.push_back(&NewLight(first));
+    for (int i = 0; i < 5; ++i) ofSecond.push_back(&NewLight(second));
+    unsigned litInFirst = 0;
+    std::thread other([&] { litInFirst = LitIn(first); });
+    unsigned litInSecond = LitIn(second);
+    other.join();
+    EXPECT_EQ(litInFirst ^ litInSecond, 0xFFu) << "each number lit in one of the two";
+    EXPECT_GE(std::popcount(litInFirst), 3) << "the ninth light waits";
+    first.Context().DestroyLight(ofFirst.back());
+    ofFirst.pop_back();
+    litInSecond = LitIn(second);
+    litInFirst = LitIn(first);
+    EXPECT_EQ(std::popcount(litInSecond), 5) << "and has the number of the one that went";
+    EXPECT_EQ(litInFirst, ~litInSecond & 0xFFu) << "which shines no more";
+    for (IGLLight* light : ofFirst) first.Context().DestroyLight(light);
+    for (IGLLight* light : ofSecond) second.Context().DestroyLight(light);
+  }
+  EXPECT_EQ(LitIn(first) | LitIn(second), 0u);
+}
