@@ -30,6 +30,7 @@ class Site final : public GLContextSite {
   bool HasClipPlanes() const noexcept override { return m_bClipPlanes; }
   HDC DeviceContext() const noexcept override { return {}; }
   bool IsCurrentHere() const noexcept override { return true; }
+  ULONG WindowContextNumber() const noexcept override { return 1; }
   void LockGL() noexcept override {}
   void UnlockGL() noexcept override {}
   ULONG GenListKey(int) noexcept override { return 0; }
