@@ -2,14 +2,19 @@
 
 #include "support/Counting.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
 namespace {
 
+constexpr std::size_t kUnlimited = SIZE_MAX;
+
 thread_local std::size_t t_uAllocations = 0;
+thread_local std::size_t t_uLastAllocation = kUnlimited;
 
 void* Allocate(std::size_t aSize, std::size_t aAlignment) noexcept {
+  if (t_uAllocations >= t_uLastAllocation) return nullptr;
   ++t_uAllocations;
   if (aAlignment <= alignof(std::max_align_t)) return std::malloc(aSize > 0 ? aSize : 1);
   return std::aligned_alloc(aAlignment, (aSize + aAlignment - 1) / aAlignment * aAlignment);
@@ -22,6 +27,12 @@ void* AllocateOrThrow(std::size_t aSize, std::size_t aAlignment) {
 }
 
 }  // namespace
+
+ExhaustedHeap::ExhaustedHeap(std::size_t aAllocationsLeft) noexcept {
+  t_uLastAllocation = t_uAllocations + aAllocationsLeft;
+}
+
+ExhaustedHeap::~ExhaustedHeap() { t_uLastAllocation = kUnlimited; }
 
 std::size_t AllocationsOfThisThread() noexcept { return t_uAllocations; }
 

@@ -1,5 +1,5 @@
-// Counting of heap allocations: the test executables replace the global operator new, which counts for each
-// thread apart.
+// Counting of heap allocations, and their failing: the test executables replace the global operator new,
+// which counts for each thread apart.
 
 #pragma once
 
@@ -15,3 +15,13 @@ std::size_t CountAllocations(Function&& aFunction) {
   aFunction();
   return AllocationsOfThisThread() - before;
 }
+
+/// A heap that is used up for the calling thread: after so many more calls its operator new fails, until the
+/// object's end. One at a time a thread.
+class ExhaustedHeap {
+ public:
+  explicit ExhaustedHeap(std::size_t aAllocationsLeft) noexcept;
+  ~ExhaustedHeap();
+  ExhaustedHeap(const ExhaustedHeap&) = delete;
+  ExhaustedHeap& operator=(const ExhaustedHeap&) = delete;
+};

@@ -103,21 +103,6 @@ TEST_F(CanvasOrder, OperationsAreTheirPlainCalls) {
   });
 }
 
-TEST_F(CanvasOrder, PrimitivesBeginWithTheirMode) {
-  using I = IGLCanvas;
-  constexpr HRESULT (I::*kInOrderOfGL[])() noexcept = {
-      &I::BeginDrawPoints,    &I::BeginDrawLines,         &I::BeginDrawLineLoop,    &I::BeginDrawLineStrip,
-      &I::BeginDrawTriangles, &I::BeginDrawTriangleStrip, &I::BeginDrawTriangleFan, &I::BeginDrawQuads,
-      &I::BeginDrawQuadStrip, &I::BeginDrawPolygon};
-  OnGL([&] {
-    GLenum mode = GL_POINTS;
-    for (const auto begin : kInOrderOfGL) {
-      const Calls wanted = CallsOf([&] { glBegin(mode++), glEnd(); });
-      EXPECT_EQ(CallsOf([&] { (canvas.Get()->*begin)(), canvas->EndDrawVertices(); }), wanted);
-    }
-  });
-}
-
 /// What a full application sets, and its calls in plain GL.
 struct Look {
   GLenum m_Shade = GL_FLAT, m_Front = GL_FILL, m_Back = GL_FILL;

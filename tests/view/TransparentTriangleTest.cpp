@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "component/CreateObject.h"
+#include "support/Counting.h"
 
 namespace {
 
@@ -94,6 +95,25 @@ TEST(TransparentTriangles, GiveOnlyWhatTheyHold) {
   canvas->AddTransparentTriangle(g_asFace, g_asColors);
   EXPECT_EQ(canvas->GetTransparentTriangles(0, 1, records), S_OK);
   EXPECT_TRUE(Same(records[0].m_sPoints[1], g_asFace[1])) << "a cleared store starts anew";
+}
+
+TEST(TransparentTriangles, AreWholeWhenTheHeapIsUsedUp) {
+  for (std::size_t left = 0; left < 8; ++left) {
+    const auto canvas = NewCanvas();
+    LONG added = 0;
+    {
+      const ExhaustedHeap heap(left);
+      HRESULT result = S_OK;
+      while ((result = canvas->AddTransparentTriangle(g_asFace, g_asColors)) == S_OK) ++added;
+      EXPECT_EQ(result, E_OUTOFMEMORY);
+    }
+    GLDATA_POINT other[3] = {{5, 5, 5}, {6, 5, 5}, {5, 6, 5}};
+    canvas->AddTransparentTriangle(other, g_asColors);
+    EXPECT_EQ(CountOf(*canvas.Get()), added + 1);
+    GLDATA_TRANS_TRIANGLE last;
+    EXPECT_EQ(canvas->GetTransparentTriangles(added, 1, &last), S_OK);
+    EXPECT_TRUE(Same(last.m_sPoints[0], other[0]) && Same(last.m_sNormals[2], {0, 0, 1})) << left;
+  }
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 
 #include "component/CreateObject.h"
 #include "component/Module.h"
+#include "support/Counting.h"
 
 namespace {
 
@@ -88,6 +89,18 @@ TEST(Viewer, RefusedValuesChangeNothing) {
     EXPECT_EQ(attempt(*viewer.Get()), E_GL_BADVALUE) << what;
     EXPECT_EQ(ValuesOf(*viewer.Get()), kFresh) << what;
   }
+}
+
+TEST(Viewer, IsntMadeWithoutItsParts) {
+  HRESULT result = E_OUTOFMEMORY;
+  std::size_t left = 0;
+  for (; FAILED(result); ++left) {
+    GLPtr<IGLViewer> viewer;
+    const ExhaustedHeap heap(left);
+    result = CreateGLViewer(nullptr, IGLViewer::Identifier, viewer.PutVoid());
+    EXPECT_TRUE(viewer ? result == S_OK : result == E_OUTOFMEMORY) << left;
+  }
+  EXPECT_GT(left, 3u) << "the viewer, its coordinate object and its gauges";
 }
 
 TEST(Viewer, LimitsTheFrameToThePointSizes) {

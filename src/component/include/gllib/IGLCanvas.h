@@ -297,7 +297,8 @@ struct IGLCanvas14_2 : IUnknown {
 };
 
 /// Textures by GL's own names: each operation is the GL call of its name. The counts that GL doesn't take
-/// (nDataBytes, nCount) are ignored. Threads as at IGLCanvas. S_OK always: nothing is tested.
+/// (nDataBytes, nCount) are ignored. Threads as at IGLCanvas. Results: S_OK; E_INVALIDARG when a pointer is
+/// null, but TexImage2D takes null as room for an image.
 struct IGLCanvas14_4 : IUnknown {
   static constexpr IID Identifier = {
       0x03E21E5C, 0xAD9E, 0x4C71, {0x8F, 0x39, 0xA1, 0x4D, 0x90, 0x01, 0xBB, 0x00}};
