@@ -38,6 +38,9 @@ void GLContext::FinalRelease() noexcept {
 
 GLContext::~GLContext() {
   m_bReleased.test_and_set();
+  {
+    const std::scoped_lock replaced(m_ReplaceLock);
+  }  // a change of colours that runs ends; none begins any more
   SuspendDrawThread();
   if (const auto thread = DrawThread()) thread->RemoveEvents(this);
   m_pLink->Clear();

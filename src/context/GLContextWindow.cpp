@@ -201,7 +201,7 @@ LRESULT GLContext::WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam
 
 void GLContext::OnSysColorChange() noexcept {
   const std::scoped_lock replace(m_ReplaceLock);
-  if (m_hRC == nullptr) return;
+  if (m_hRC == nullptr || m_bReleased.test()) return;
   LockGL();
   if (IsCurrentHere()) glDeleteLists(1, 32767);  // elsewhere they go with their rendering context
   ++g_uListGeneration;

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <memory>
 #include <thread>
 #include <vector>
 
@@ -217,4 +218,31 @@ TEST(Context, ServesSixThreadsWhileItsWorkerNeverPauses) {
   }
   for (std::thread& caller : callers) caller.join();
   EXPECT_EQ(rounds, 120);
+}
+
+TEST(Context, DrawsFourAtOnceOnFourThreads) {
+  constexpr int kFrames = 30;
+  std::vector<std::unique_ptr<Painted>> all;
+  for (int i = 0; i < 4; ++i) {
+    all.push_back(std::make_unique<Painted>([list = 0](Scene& scene) mutable {
+      IGLCanvas& canvas = scene.Canvas();
+      LONG valid = 0;
+      canvas.IsCompiledList(list, &valid);
+      if (valid == 0) {
+        canvas.BeginCompileList(&list);
+        canvas.BeginDrawTriangles();
+        for (int corner = 0; corner < 3; ++corner) canvas.Vertex3d(corner * 10, corner == 1 ? 20 : 0, -5);
+        canvas.EndDrawVertices();
+        canvas.EndCompileList();
+      }
+      canvas.DrawCompiledList(list);
+    }));
+    IGLLight* light = nullptr;
+    all.back()->context->CreateLight(&light);
+    light->Enable(1);
+    all.back()->context.As<IGLContext2>()->SetControlledDrawThread(1, 0);
+  }
+  for (const auto& painted : all) {
+    EXPECT_TRUE(Eventually([&] { return *painted->frames > kFrames; }));
+  }
 }
