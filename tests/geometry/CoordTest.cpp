@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <glm/glm.hpp>
+#include <glm/gtc/type_ptr.hpp>
 #include <glm/gtc/matrix_transform.hpp>
 #include <random>
 #include <thread>
@@ -157,10 +158,9 @@ GLPtr<IGLCoord> NewCoord() {
 
 TEST(CoordObject, StartsAtTheParentAndMovesAlongItsAxes) {
   const auto coord = NewCoord();
-  glm::dmat4 elements;
-  auto& matrix = reinterpret_cast<GLDATA_MATRIX16D&>(elements);
+  GLDATA_MATRIX16D matrix{};
   coord->GetMatrix16d(&matrix);
-  EXPECT_EQ(elements, glm::dmat4(1));
+  EXPECT_EQ(glm::make_mat4(&matrix.m[0][0]), glm::dmat4(1));
   GLDATA_POINT origin{};
   coord->SetOrigin3d(1, 2, 3);
   coord->MoveForward(1);
