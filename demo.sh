@@ -31,7 +31,7 @@ draw_gallery() {
   "$glview" --size 640x480 --shade hidden --out "$pictures/hidden.png" "$(model horse.3ds)"
   "$glview" --size 640x480 --fog --out "$pictures/fog.png" "$(model asteroid-high.3ds)"
   local example
-  for example in lights glass picking; do
+  for example in lights glass picking text atlases; do
     build/release/examples/"$example" --out "$pictures/$example.png" >/dev/null
   done
 }

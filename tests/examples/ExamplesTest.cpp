@@ -24,7 +24,7 @@ Picture PictureOf(const std::string& aExample, std::string* aOutput = nullptr) {
 int Brightness(const std::uint8_t* aPixel) { return aPixel[0] + aPixel[1] + aPixel[2]; }
 
 TEST(Examples, RefuseAnythingButAFileToDrawTo) {
-  for (const char* example : {"lights", "glass", "picking"}) {
+  for (const char* example : {"lights", "glass", "picking", "text", "atlases"}) {
     EXPECT_EQ(RunProgram(example, {}).status, 2) << example;
     EXPECT_EQ(RunProgram(example, {"--out"}).status, 2) << example;
     EXPECT_EQ(RunProgram(example, {"--out", "/no/folder/picture.png"}).status, 1) << example;
@@ -76,6 +76,24 @@ TEST(Examples, PickingFindsTheBoxesOfEachKind) {
   const std::uint8_t* free = picture.At(460, 287);
   EXPECT_TRUE(inside[0] > inside[1] + 100 && met[1] > met[2] + 80 && free[2] >= free[0])
       << "red, orange and grey";
+}
+
+TEST(Examples, TextShowsEveryKindOfFont) {
+  const Picture picture = PictureOf("text");
+  const struct {
+    const char* kind;
+    int left, top, right, bottom;
+  } places[] = {{"solid", 100, 80, 940, 250},  {"raster", 40, 280, 410, 305},    {"italic", 40, 316, 350, 340},
+                {"system", 40, 436, 280, 452}, {"SANSSERIF", 40, 476, 240, 506}, {"HAND", 296, 490, 640, 560},
+                {"flat", 650, 290, 930, 570}};
+  const int paper = Brightness(picture.At(0, 0));
+  for (const auto& place : places) {
+    int ink = 0;
+    for (int y = place.top; y < place.bottom; ++y) {
+      for (int x = place.left; x < place.right; ++x) ink += Brightness(picture.At(x, y)) < paper - 60;
+    }
+    EXPECT_GT(ink * 50, (place.right - place.left) * (place.bottom - place.top)) << place.kind;
+  }
 }
 
 }  // namespace
