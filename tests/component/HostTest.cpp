@@ -1,0 +1,185 @@
+// The host comforts: text, registration and creation by ProgID, and the bases of client objects.
+
+#include <dlfcn.h>
+#include <gllib/GLLibHost.h>
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+constexpr char kCollection[] = "{C1F0DF9D-ECE9-4EDF-82A3-700105F2D74F}";
+
+/// A registry of the test's own, in a folder that goes with it.
+class HostRegistry : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string folder = (std::filesystem::temp_directory_path() / "gllib-XXXXXX").string();
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    m_Folder = folder;
+    setenv("GLLIB_REGISTRY_DIR", folder.c_str(), 1);
+  }
+  void TearDown() override {
+    unsetenv("GLLIB_REGISTRY_DIR");
+    std::filesystem::remove_all(m_Folder);
+  }
+
+  /// Writes a class that one file registers.
+  void Write(const char* aFile, const std::string& aClassId, const std::string& aModule) {
+    std::ofstream(m_Folder / aFile) << "Windows Registry Editor Version 5.00\r\n\r\n"
+                                    << "[HKEY_CLASSES_ROOT\\gl.glcollection.1\\clsid]\r\n@=\"" << aClassId
+                                    << "\"\r\n\r\n[HKEY_CLASSES_ROOT\\CLSID\\" << kCollection
+                                    << "\\InprocServer32]\r\n\"ThreadingModel\"=\"Both\"\r\n@=\"" << aModule
+                                    << "\"\r\n";
+  }
+
+  static HRESULT Make(const char* aProgID) {
+    GLPtr<IGLCollection> object;
+    const HRESULT result = GLCreateObjectByProgID(aProgID, IID_IGLCollection, object.PutVoid());
+    EXPECT_EQ(static_cast<bool>(object), result == S_OK);
+    int size = -1;
+    if (object) object->GetSize(&size);
+    EXPECT_EQ(size, object ? 0 : -1);
+    return result;
+  }
+
+  std::filesystem::path m_Folder;
+};
+
+class Painter final : public GLPainterBase {
+ public:
+  explicit Painter(bool& aGone) : m_bGone(aGone) {}
+  ~Painter() override { m_bGone = true; }
+  HRESULT Draw(IGLCanvas*, IGLContext*, IGLViewer*) noexcept override { return S_OK; }
+
+ private:
+  bool& m_bGone;
+};
+
+class Capture final : public GLCaptureBase {
+ public:
+  HRESULT OnData(LONG) noexcept override { return S_OK; }
+};
+
+bool IsWanted(IGLCapture& aCapture) {
+  LONG enabled = -1;
+  aCapture.IsEnabled(&enabled);
+  return enabled == 1;
+}
+
+}  // namespace
+
+TEST(HostText, KeepsEveryCharacterBothWays) {
+  const struct {
+    const char* m_szBytes;
+    std::u16string_view m_Units;
+    const char* m_szBack;
+  } texts[] = {
+      {"", u"", ""},
+      {"Axis 1", u"Axis 1", "Axis 1"},
+      {"Gr\xC3\xBC\xC3\x9F"
+       "e",
+       u"Gr\u00FC\u00DFe",
+       "Gr\xC3\xBC\xC3\x9F"
+       "e"},
+      {"\xE2\x82\xAC\xEF\xBF\xBF", u"\u20AC\uFFFF", "\xE2\x82\xAC\xEF\xBF\xBF"},
+      {"\xF0\x9D\x84\x9E\xF4\x8F\xBF\xBF", u"\U0001D11E\U0010FFFF", "\xF0\x9D\x84\x9E\xF4\x8F\xBF\xBF"},
+      // What is no character: a lone continuation, a cut one, an overlong one, a surrogate, one too large.
+      {"a\x80z", u"a\uFFFDz", "a\xEF\xBF\xBDz"},
+      {"\xE2\x82", u"\uFFFD\uFFFD", "\xEF\xBF\xBD\xEF\xBF\xBD"},
+      {"\xC0\xAF", u"\uFFFD\uFFFD", "\xEF\xBF\xBD\xEF\xBF\xBD"},
+      {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},
+      {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD", nullptr},
+  };
+  for (const auto& text : texts) {
+    const GLString string(text.m_szBytes);
+    ASSERT_EQ(std::u16string_view(BSTR(string), SysStringLen(string)), text.m_Units) << text.m_szBytes;
+    std::uint32_t bytes = 0;
+    std::memcpy(&bytes, reinterpret_cast<const char*>(BSTR(string)) - 4, 4);
+    EXPECT_EQ(bytes, 2 * text.m_Units.size()) << "the count before the text is in bytes";
+    EXPECT_EQ(BSTR(string)[text.m_Units.size()], 0);
+    if (text.m_szBack != nullptr) {
+      EXPECT_EQ(GLString(string).Utf8(), text.m_szBack);
+    }
+  }
+  GLString lone;
+  *lone.Put() = SysAllocStringLen(u"\xD800x\xDC00", 3);
+  EXPECT_EQ(lone.Utf8(), "\xEF\xBF\xBDx\xEF\xBF\xBD");
+  EXPECT_EQ(GLString().Utf8(), "");
+}
+
+TEST_F(HostRegistry, ModuleRegistersItselfAndIsFound) {
+  void* module = dlopen(GLLIB_MODULE_FILE, RTLD_NOW | RTLD_LOCAL);
+  ASSERT_NE(module, nullptr) << dlerror();
+  const auto call = [&](const char* aName) {
+    return reinterpret_cast<HRESULT (*)()>(dlsym(module, aName))();
+  };
+  EXPECT_EQ(Make("Gl.GLCollection.1"), REGDB_E_CLASSNOTREG);
+  ASSERT_EQ(call("DllRegisterServer"), S_OK);
+  EXPECT_EQ(Make("Gl.GLCollection.1"), S_OK);
+  EXPECT_EQ(Make("Gl.GLCollection"), S_OK) << "the name without a version";
+  EXPECT_TRUE(GLCreate<IGLFog>("Gl.GLFog.1"));
+  EXPECT_FALSE(GLCreate<IGLFog>("Gl.GLCoord.1")) << "another class's interface";
+  ASSERT_EQ(call("DllUnregisterServer"), S_OK);
+  EXPECT_EQ(Make("Gl.GLCollection.1"), REGDB_E_CLASSNOTREG);
+  EXPECT_EQ(call("DllCanUnloadNow"), S_OK);
+  dlclose(module);
+}
+
+TEST_F(HostRegistry, TellsWhatIsWrongWithARegistration) {
+  EXPECT_EQ(GLCreateObjectByProgID("Gl.GLCollection.1", IID_IGLCollection, nullptr), E_POINTER);
+  EXPECT_EQ(Make(nullptr), E_INVALIDARG);
+  for (const char* id : {"", "{C1F0DF9D-ECE9-4EDF-82A3-700105F2D74G}", "C1F0DF9D-ECE9-4EDF-82A3-700105F2D74F",
+                         "{C1F0DF9D-ECE9-4EDF-82A3-700105F2D74F}}"}) {
+    Write("machine.reg", id, GLLIB_MODULE_FILE);
+    EXPECT_EQ(Make("Gl.GLCollection.1"), CO_E_CLASSSTRING) << id;
+  }
+  Write("machine.reg", kCollection, "/nowhere/libgllib.so");
+  EXPECT_EQ(Make("Gl.GLCollection.1"), CO_E_DLLNOTFOUND);
+  Write("machine.reg", kCollection, "libm.so.6");
+  EXPECT_EQ(Make("Gl.GLCollection.1"), CO_E_ERRORINDLL);
+  Write("user.reg", kCollection, GLLIB_MODULE_FILE);
+  EXPECT_EQ(Make("Gl.GLCollection.1"), S_OK) << "the user's entry comes first";
+}
+
+TEST(HostClients, EndWithTheirLastReference) {
+  bool gone = false;
+  auto painter = GLMake<Painter>(gone);
+  void* other = &other;
+  EXPECT_EQ(painter->QueryInterface(IID_IGLCapture, &other), E_NOINTERFACE);
+  EXPECT_EQ(other, nullptr);
+  auto face = painter.As<IGLPainter>();
+  EXPECT_EQ(face.Get(), painter.Get());
+  painter.Reset();
+  EXPECT_FALSE(gone);
+  face.Reset();
+  EXPECT_TRUE(gone);
+}
+
+TEST(HostClients, CaptureServesEachRequestOnce) {
+  const auto first = GLCreate<IGLPixmap>(CLSID_GLPixmap), second = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+  auto capture = GLMake<Capture>();
+  EXPECT_FALSE(IsWanted(*capture));
+  capture->Request(first.Get());
+  capture->Request(second.Get(), {.m_iX = 3, .m_iY = 4, .m_iWidth = 5, .m_iHeight = 6, .m_fZoom = 2.0f});
+  EXPECT_EQ(first->AddRef(), 2u) << "a request that was replaced holds nothing";
+  first->Release();
+  ASSERT_TRUE(IsWanted(*capture));
+  EXPECT_FALSE(IsWanted(*capture));
+
+  capture->Request(first.Get());  // while the second is served: its values stay
+  GLPtr<IGLPixmap> target;
+  capture->GetPixmap(target.Put());
+  EXPECT_EQ(target, second);
+  int x = 0, y = 0, width = 0, height = 0;
+  float zoom = 0.0f;
+  capture->GetRectangle(&x, &y, &width, &height);
+  capture->GetPixelZoom(&zoom);
+  EXPECT_EQ(std::vector({x, y, width, height}), std::vector({3, 4, 5, 6}));
+  EXPECT_EQ(zoom, 2.0f);
+  EXPECT_TRUE(IsWanted(*capture));
+  capture->GetPixmap(target.Put());
+  EXPECT_EQ(target, first);
+}
