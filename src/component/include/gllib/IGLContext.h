@@ -207,7 +207,7 @@ struct IGLContext : IUnknown {
   /// @param aIDArray        receives the identifiers
   /// @return S_OK; E_INVALIDARG for null or another context's viewer; E_GL_BADSTATE before Initialize, on the
   ///         draw thread, and when the thread is suspended, becomes so or is replaced meanwhile. Every
-  ///         failure sets aArraySize to 0 where it is given
+  ///         failure but a null pointer sets aArraySize to 0
   virtual HRESULT Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2,
                          LONG aSelectClosest, LONG aSelectEnclosed, int* aArraySize,
                          ULONG* aIDArray) noexcept = 0;
@@ -284,7 +284,7 @@ struct IGLContext14_3 : IUnknown {
   /// Whether multisampling is asked for; 0 at first. The value is kept as it is.
   virtual HRESULT get_bFSAA(LONG* pVal) noexcept = 0;
   virtual HRESULT put_bFSAA(LONG newVal) noexcept = 0;
-  /// The highest number of samples to use; 4 at first.
+  /// The highest number of samples to use; 4 at first, 0 is no limit.
   virtual HRESULT get_lFSAAMaxSamples(LONG* pVal) noexcept = 0;
   virtual HRESULT put_lFSAAMaxSamples(LONG newVal) noexcept = 0;
 
