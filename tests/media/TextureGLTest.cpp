@@ -89,7 +89,7 @@ void DrawPlainFace(GLenum aTarget, IGLPixmap& aPixmap, const Look& aLook) {
     if (aTarget == GL_TEXTURE_2D)
       glTexImage2D(aTarget, i, 4, w, h, 0, GL_RGBA, GL_UNSIGNED_BYTE, level.data());
   }
-  glBegin(GL_QUADS);
+  glBegin(aTarget == GL_TEXTURE_1D ? GL_QUADS : GL_POLYGON);  // as each kind of face is made of
   for (int i = 0; i < 4; ++i) {
     glTexCoord2f(kS[i], kT[i]);
     glVertex3dv(&s_aCorners[i].x);

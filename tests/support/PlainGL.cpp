@@ -6,6 +6,8 @@
 #include <EGL/eglext.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <thread>
 
 #include "platform/GL.h"
@@ -21,24 +23,7 @@ class PlainContext {
     m_Display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
     eglInitialize(m_Display, nullptr, nullptr);
     eglBindAPI(EGL_OPENGL_API);
-    const EGLint configNeeds[] = {EGL_SURFACE_TYPE,
-                                  EGL_PBUFFER_BIT,
-                                  EGL_RENDERABLE_TYPE,
-                                  EGL_OPENGL_BIT,
-                                  EGL_RED_SIZE,
-                                  8,
-                                  EGL_GREEN_SIZE,
-                                  8,
-                                  EGL_BLUE_SIZE,
-                                  8,
-                                  EGL_DEPTH_SIZE,
-                                  24,
-                                  EGL_SAMPLES,
-                                  0,
-                                  EGL_NONE};
-    EGLConfig config = nullptr;
-    EGLint count = 0;
-    eglChooseConfig(m_Display, configNeeds, &config, 1, &count);
+    const EGLConfig config = FindConfig();
     const EGLint size[] = {EGL_WIDTH, aWidth, EGL_HEIGHT, aHeight, EGL_NONE};
     m_Surface = eglCreatePbufferSurface(m_Display, config, size);
     m_Context = eglCreateContext(m_Display, config, EGL_NO_CONTEXT, nullptr);
@@ -56,6 +41,30 @@ class PlainContext {
   bool IsCurrent() const { return m_bCurrent; }
 
  private:
+  /// The first one of 8 bits a colour and no alpha, with as many bits of depth as there are up to 32. It is
+  /// looked for one by one, as EGL's own choice prefers colours of 10 bits.
+  EGLConfig FindConfig() const {
+    EGLConfig configs[512];
+    EGLint count = 0;
+    eglGetConfigs(m_Display, configs, static_cast<EGLint>(std::size(configs)), &count);
+    for (const EGLint depth : {32, 24}) {
+      const auto fits = [&](EGLConfig config) {
+        const auto has = [&](EGLint name) {
+          EGLint value = 0;
+          eglGetConfigAttrib(m_Display, config, name, &value);
+          return value;
+        };
+        return has(EGL_RED_SIZE) == 8 && has(EGL_GREEN_SIZE) == 8 && has(EGL_BLUE_SIZE) == 8 &&
+               has(EGL_ALPHA_SIZE) == 0 && has(EGL_DEPTH_SIZE) == depth && has(EGL_SAMPLES) == 0 &&
+               (has(EGL_SURFACE_TYPE) & EGL_PBUFFER_BIT) != 0 &&
+               (has(EGL_RENDERABLE_TYPE) & EGL_OPENGL_BIT) != 0;
+      };
+      const auto found = std::find_if(configs, configs + count, fits);
+      if (found != configs + count) return *found;
+    }
+    return nullptr;
+  }
+
   EGLDisplay m_Display = EGL_NO_DISPLAY;
   EGLSurface m_Surface = EGL_NO_SURFACE;
   EGLContext m_Context = EGL_NO_CONTEXT;
