@@ -47,7 +47,9 @@ struct Square {
 /// Draws squares through a context that serves selections all the time.
 class Picking {
  public:
-  Picking(int aWidth, int aHeight, std::vector<Square> aSquares) : m_Squares(std::move(aSquares)) {
+  Picking(
+      int aWidth, int aHeight, std::vector<Square> aSquares, DrawFunction aBefore = [](Scene&) {})
+      : m_Squares(std::move(aSquares)), m_Before(std::move(aBefore)) {
     m_Context = GLCreate<IGLContext>(CLSID_GLContext);
     EXPECT_EQ(m_Context->Initialize(0), S_OK);
     m_Context->SetViewport(0, 0, aWidth, aHeight);
@@ -69,12 +71,10 @@ class Picking {
     return Pick(*m_Context, *m_Viewer, aFirst, aSecond, aClosest, aEnclosed, aCapacity).ids;
   }
 
-  std::function<void(Scene&)> before = [](Scene&) {};
-
  private:
   void Draw(Scene& scene) {
     IGLCanvas& canvas = scene.Canvas();
-    before(scene);
+    m_Before(scene);
     for (const Square& s : m_Squares) {
       if (s.id != 0) canvas.SetTestID(s.id);
       canvas.BeginDrawQuads();
@@ -86,7 +86,8 @@ class Picking {
     }
   }
 
-  std::vector<Square> m_Squares;
+  const std::vector<Square> m_Squares;
+  const DrawFunction m_Before;
   GLPtr<IGLContext> m_Context;
   IGLViewer* m_Viewer = nullptr;
 };
@@ -134,13 +135,11 @@ TEST(Select, KeepsWhatIsWhollyInsideAndTakesTheRestOutInItsOrder) {
 }
 
 TEST(Select, GoesByWhatIsDrawn) {
-  Picking picking(100, 100, {{1, -0.5, -0.5, 0.5, 0.5, 0}});
-  picking.before = [](Scene& scene) {
+  const Picking picking(100, 100, {{1, -0.5, -0.5, 0.5, 0.5, 0}}, [](Scene& scene) {
     const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
     attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_LINE_FRONT | GLDM_LINE_BACK), 1);
     scene.Canvas().SetDrawAttributes(attributes.Get());
-  };
-  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  });
   EXPECT_EQ(picking.At({0, 0, 0}, {0, 0, 0}), (Ids{})) << "a face drawn as lines is hit at its edges alone";
   EXPECT_EQ(picking.At({0.5, 0, 0}, {0.5, 0, 0}), (Ids{1}));
   GLDATA_POINT a{0.2, 0, 0}, b{0.2, 1, 0}, c{0.2, 0, 1};
