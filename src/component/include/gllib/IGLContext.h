@@ -145,9 +145,9 @@ struct IGLContext : IUnknown {
   /// @param aFog receives the context's fog, counted: the caller releases it
   virtual HRESULT GetFog(IGLFog** aFog) noexcept = 0;
 
-  // Fonts. A creator doesn't wait: the font is built by the draw thread before the next frame, and a face
-  // that can't be had shows by E_FAIL at Print and GetStringWidth. Before Initialize the first Print builds
-  // it.
+  // Fonts. A creator waits for the frame, not for the building: the draw thread does that before the next
+  // frame, and a face that can't be had shows by E_FAIL at Print and GetStringWidth. Before Initialize the
+  // first Print builds.
 
   /// Adds a font of the system's own bitmap characters.
   /// @param aFont receives a counted pointer: the caller releases it. The context holds another one until
@@ -177,9 +177,11 @@ struct IGLContext : IUnknown {
   /// Removes a font, and makes it the default no more. Waits for the frame. One that isn't the context's does
   /// nothing.
   virtual HRESULT DestroyFont(IGLFont* aFont) noexcept = 0;
+  /// Waits for the frame.
   /// @param aFont receives the default font, counted; null when none is set
   virtual HRESULT GetDefaultFont(IGLFont** aFont) noexcept = 0;
-  /// Names one of the context's fonts for painters that want one. The component itself doesn't use it.
+  /// Names one of the context's fonts for painters that want one. The component itself doesn't use it. Waits
+  /// for the frame.
   /// @return S_OK; E_FAIL when the font isn't the context's, which null isn't: the default stays
   virtual HRESULT SetDefaultFont(IGLFont* aFont) noexcept = 0;
   /// Replaces a collection's members by the fonts.
