@@ -1,0 +1,434 @@
+// The picture of whole frames, pixel by pixel beside the same scene in plain GL: primitives, matrices,
+// projections, several viewers, clip planes and the axes figure. The plain side works its matrices out by
+// itself.
+
+#include <gtest/gtest.h>
+
+#include <glm/glm.hpp>
+#include <glm/gtc/matrix_transform.hpp>
+#include <span>
+
+#include "platform/GL.h"
+#include "support/PlainGL.h"
+#include "support/Scene.h"
+
+namespace {
+
+constexpr int kWidth = 160, kHeight = 120;
+
+struct ColoredVertex {
+  float red, green, blue, alpha;
+  double x, y, z;
+};
+
+/// A crooked figure round the middle of the default view, its halves of several colours and depths.
+constexpr ColoredVertex kFigure[] = {{1, 0, 0, 1, -40, -30, -10},  {0, 1, 0, 1, -35, 25, -20},
+                                     {0, 0, 1, 1, -10, -35, -30},  {1, 1, 0, 1, -5, 30, -40},
+                                     {1, 0, 1, 0.5f, 15, -25, -5}, {0, 1, 1, 1, 20, 35, -15},
+                                     {1, 1, 1, 1, 45, -40, -25},   {0.5f, 0.25f, 0.75f, 1, 40, 20, -35}};
+
+constexpr float kCorners[][2] = {{1, 1}, {-1, 1}, {-1, -1}, {1, -1}};
+
+using Begin = HRESULT (IGLCanvas::*)() noexcept;
+
+void DrawFigure(IGLCanvas& aCanvas, Begin aBegin = &IGLCanvas::BeginDrawTriangleStrip) {
+  (aCanvas.*aBegin)();
+  for (const auto& [red, green, blue, alpha, x, y, z] : kFigure) {
+    GLDATA_RGBA color{red, green, blue, alpha};
+    aCanvas.SetVertexColor(&color);
+    aCanvas.Vertex3d(x, y, z);
+  }
+  aCanvas.EndDrawVertices();
+}
+
+void DrawPlainFigure(GLenum aMode = GL_TRIANGLE_STRIP) {
+  glBegin(aMode);
+  for (const auto& [red, green, blue, alpha, x, y, z] : kFigure) {
+    glColor4f(red, green, blue, alpha);
+    glVertex3d(x, y, z);
+  }
+  glEnd();
+}
+
+/// The state of a frame of a context with lighting off.
+void BeginPlainFrame(int aWidth = kWidth, int aHeight = kHeight) {
+  glViewport(0, 0, aWidth, aHeight);
+  glClearColor(0, 0, 0, 1);
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_FASTEST);
+  glEnable(GL_DEPTH_TEST);
+  glDepthFunc(GL_LEQUAL);
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+}
+
+/// The default viewer: extents of 50 to each side, widened to the window, and an eye at (0, 0, 1).
+void SetPlainView(double aAspect = double(kWidth) / kHeight) {
+  glMatrixMode(GL_PROJECTION);
+  glLoadIdentity();
+  const double wide = std::max(aAspect, 1.0), high = std::max(1 / aAspect, 1.0);
+  glOrtho(-50 * wide, 50 * wide, -50 * high, 50 * high, 0, 1000);
+  glMatrixMode(GL_MODELVIEW);
+  glLoadIdentity();
+  glTranslated(0, 0, -1);
+}
+
+Picture PlainPicture(const std::function<void()>& aDraw, int aWidth = kWidth, int aHeight = kHeight) {
+  return DrawPlainGL(aWidth, aHeight, [&] {
+    BeginPlainFrame(aWidth, aHeight);
+    SetPlainView(double(aWidth) / aHeight);
+    aDraw();
+  });
+}
+
+/// Compares a frame with its twin, and sees that something was drawn at all.
+void ExpectEqual(const Picture& aOurs, const Picture& aPlain, const std::string& aWhat) {
+  EXPECT_GT(aPlain.CountOther(0x000000FF), 50) << aWhat << ": nothing to see";
+  const int difference = Difference(aOurs, aPlain);
+  EXPECT_EQ(difference, 0) << aWhat << ", by up to " << MaxDifference(aOurs, aPlain);
+  if (const char* folder = std::getenv("GLLIB_TEST_PICTURES"); folder != nullptr && difference != 0) {
+    aOurs.WritePng(std::string(folder) + "/" + aWhat + " ours.png");
+    aPlain.WritePng(std::string(folder) + "/" + aWhat + " plain.png");
+  }
+}
+
+/// A context with lighting off.
+class FramePicture : public testing::Test {
+ protected:
+  FramePicture() { context.Context().EnableLighting(0); }
+
+  ContextFixture context{kWidth, kHeight};
+};
+
+}  // namespace
+
+TEST_F(FramePicture, EqualsPlainGLInEveryPrimitiveMode) {
+  struct Mode {
+    const char* name;
+    Begin begin;
+    GLenum mode;
+  };
+  for (const auto& [name, begin, mode] :
+       {Mode{"points", &IGLCanvas::BeginDrawPoints, GL_POINTS},
+        Mode{"lines", &IGLCanvas::BeginDrawLines, GL_LINES},
+        Mode{"line strip", &IGLCanvas::BeginDrawLineStrip, GL_LINE_STRIP},
+        Mode{"line loop", &IGLCanvas::BeginDrawLineLoop, GL_LINE_LOOP},
+        Mode{"triangles", &IGLCanvas::BeginDrawTriangles, GL_TRIANGLES},
+        Mode{"triangle strip", &IGLCanvas::BeginDrawTriangleStrip, GL_TRIANGLE_STRIP},
+        Mode{"triangle fan", &IGLCanvas::BeginDrawTriangleFan, GL_TRIANGLE_FAN},
+        Mode{"quads", &IGLCanvas::BeginDrawQuads, GL_QUADS},
+        Mode{"quad strip", &IGLCanvas::BeginDrawQuadStrip, GL_QUAD_STRIP},
+        Mode{"polygon", &IGLCanvas::BeginDrawPolygon, GL_POLYGON}}) {
+    const Picture ours = context.FramePicture([&](Scene& scene) {
+      scene.Canvas().SetVertexPointSize(5);
+      scene.Canvas().SetVertexLineWidth(3);
+      DrawFigure(scene.Canvas(), begin);
+    });
+    const Picture plain = PlainPicture([&] {
+      glPointSize(5);
+      glLineWidth(3);
+      DrawPlainFigure(mode);
+    });
+    ExpectEqual(ours, plain, name);
+  }
+}
+
+TEST_F(FramePicture, EqualsPlainGLUnderEveryMatrixOperation) {
+  GLDATA_MATRIX6D placement{5, -8, 3, 0.4, -0.3, 0.7};
+  glm::dmat4 matrix = glm::translate(glm::dmat4(1), {5, -8, 3});
+  matrix = glm::rotate(matrix, 0.4, {1, 0, 0});
+  matrix = glm::rotate(matrix, -0.3, {0, 1, 0});
+  matrix = glm::rotate(matrix, 0.7, {0, 0, 1});
+  const glm::dmat4 inverse = glm::inverse(matrix);
+  GLDATA_MATRIX16D elements;
+  std::memcpy(&elements, &matrix, sizeof elements);
+  GLDATA_POINT point{6, -4, 2}, scale{0.5, 0.75, 1.5}, axis{1, 2, 3};
+  struct Case {
+    const char* name;
+    std::function<void(IGLCanvas&)> ours;
+    std::function<void()> plain;
+  };
+  const Case cases[] = {
+      {"placement", [&](IGLCanvas& c) { c.SetModelview6d(&placement); },
+       [&] { glMultMatrixd(&matrix[0][0]); }},
+      {"placement undone", [&](IGLCanvas& c) { c.ResetModelview6d(&placement); },
+       [&] { glMultMatrixd(&inverse[0][0]); }},
+      {"matrix", [&](IGLCanvas& c) { c.SetModelview16d(&elements); }, [&] { glMultMatrixd(&matrix[0][0]); }},
+      {"matrix undone", [&](IGLCanvas& c) { c.ResetModelview16d(&elements); },
+       [&] { glMultMatrixd(&inverse[0][0]); }},
+      {"shift, turn, scale",
+       [&](IGLCanvas& c) {
+         c.Translate(&point);
+         c.Rotate_RAD(0.6, &axis);
+         c.Scale(&scale);
+       },
+       [] {
+         glTranslated(6, -4, 2);
+         glRotated(glm::degrees(0.6), 1, 2, 3);
+         glScaled(0.5, 0.75, 1.5);
+       }},
+      {"pushed and popped",
+       [&](IGLCanvas& c) {
+         c.Translate(&point);
+         c.PushModelviewMatrix(0);
+         c.Scale(&scale);
+         DrawFigure(c);
+         c.PopModelviewMatrix();
+         c.PushModelviewMatrix(1);
+         c.Rotate_RAD(1, &axis);
+         DrawFigure(c, &IGLCanvas::BeginDrawLineLoop);
+         c.PopModelviewMatrix();
+       },
+       [] {
+         glTranslated(6, -4, 2);
+         glPushMatrix();
+         glScaled(0.5, 0.75, 1.5);
+         DrawPlainFigure();
+         glPopMatrix();
+         glPushMatrix();
+         glLoadIdentity();
+         glRotated(glm::degrees(1.0), 1, 2, 3);
+         DrawPlainFigure(GL_LINE_LOOP);
+         glPopMatrix();
+       }},
+  };
+  for (const auto& [name, ours, plain] : cases) {
+    // The figure lies where every turn of it stays in front of the eye.
+    GLDATA_POINT back{0, 0, -200};
+    ExpectEqual(context.FramePicture([&](Scene& scene) {
+      scene.Canvas().Translate(&back);
+      ours(scene.Canvas());
+      DrawFigure(scene.Canvas());
+    }),
+                PlainPicture([&] {
+                  glTranslated(0, 0, -200);
+                  plain();
+                  DrawPlainFigure();
+                }),
+                name);
+  }
+}
+
+TEST(FrameProjection, EqualsPlainGLInEveryForm) {
+  GLDATA_POINT low{-60, -20, 5}, high{40, 70, 300};
+  struct Case {
+    const char* name;
+    int width, height;
+    std::function<void(IGLViewer&)> set;
+    std::function<void(Scene&)> ours;  // beyond the viewer's own projection
+    std::function<void()> plain;
+  };
+  const auto project = [](auto set) {
+    return [set] {
+      glMatrixMode(GL_PROJECTION);
+      glLoadIdentity();
+      set();
+      glMatrixMode(GL_MODELVIEW);
+    };
+  };
+  const auto perspective = [](IGLViewer& v) {
+    v.SetOrtho(0);
+    v.SetEyeFovy_DEG(70);
+    v.SetEyeAspect(1.25);
+    v.SetEyeZNearAndFar(2, 500);
+  };
+  const auto nothing = [](auto&) {};
+  const Case cases[] = {
+      {"parallel, wide", 160, 80, nothing, nothing, [] {}},
+      {"parallel, tall", 80, 160, nothing, nothing, [] {}},
+      {"parallel, extents", 160, 80, [&](IGLViewer& v) { v.SetOrthoExtents(&high, &low); }, nothing,
+       project([] { glOrtho(-120, 80, -20, 70, 5, 300); })},
+      {"perspective", 160, 80, perspective, nothing, project([] { gluPerspective(70, 2.5, 2, 500); })},
+      {"perspective, tall", 80, 160, perspective, nothing,
+       project([] { gluPerspective(70, 0.625, 2, 500); })},
+      {"canvas, parallel", 80, 80, nothing,
+       [](Scene& s) { s.CanvasAs<IGLCanvas2>()->Ortho(-70, 50, -45, 60, 1, 400); },
+       project([] { glOrtho(-70, 50, -45, 60, 1, 400); })},
+      {"canvas, perspective", 80, 80, nothing,
+       [](Scene& s) { s.CanvasAs<IGLCanvas2>()->Perspective(80, 1.5, 1, 400); },
+       project([] { gluPerspective(80, 1.5, 1, 400); })},
+      {"canvas, short side", 160, 80, nothing,
+       [](Scene& s) {
+         GLDATA_POINT shrink{0.02, 0.02, 0.02};
+         s.Canvas().PushProjectionMatrix(1, nullptr);
+         s.Canvas().Scale(&shrink);
+       },
+       [&] {
+         project([] { glOrtho(-2, 2, -1, 1, -100000, 100000); })();
+         glScaled(0.02, 0.02, 0.02);
+       }},
+  };
+  for (const auto& [name, width, height, set, ours, plain] : cases) {
+    ContextFixture context(width, height);
+    context.Context().EnableLighting(0);
+    set(context.Viewer());
+    const auto draw = [&](Scene& scene) {
+      GLDATA_POINT back{0, 0, -40};
+      ours(scene);
+      scene.Canvas().Translate(&back);
+      DrawFigure(scene.Canvas());
+    };
+    ExpectEqual(context.FramePicture(draw),
+                PlainPicture(
+                    [&] {
+                      plain();
+                      glTranslated(0, 0, -40);
+                      DrawPlainFigure();
+                    },
+                    width, height),
+                name);
+  }
+}
+
+TEST_F(FramePicture, EqualsPlainGLWithFourViewers) {
+  struct View {
+    int x, y, width, height;
+    bool scaled, ortho, framed;
+    double turn;
+  };
+  // Together they cover the window: nothing clears what lies outside of all views.
+  constexpr View kViews[] = {{0, 0, 80, 60, true, true, false, 0},
+                             {80, 0, 80, 60, true, false, true, 0.3},
+                             {0, 60, 75, 60, false, true, true, -0.2},
+                             {75, 60, 85, 60, false, false, true, 0.1}};
+  for (const View& view : kViews) {
+    IGLViewer* viewer = &context.Viewer();
+    if (&view != kViews) {
+      ASSERT_EQ(context.Context().CreateViewer(1, view.ortho, &viewer), S_OK);
+    }
+    viewer->SetClipRectangle(view.x, view.y, view.width, view.height);
+    viewer->Clip(1);
+    viewer->ScaleClip(view.scaled);
+    viewer->SetFrameOffset(0.125f);
+    viewer->ShowClipFrame(view.framed);
+    viewer->SetEyeFovy_DEG(60);
+    GLPtr<IGLCoord> eye;
+    viewer->GetCoord(eye.Put());
+    eye->SetOrigin3d(3, -2, 40);
+    eye->RotateAboutY_RAD(view.turn);
+  }
+  context.Context().SetBackgroundColor(std::array{GLDATA_RGBA{0.25f, 0.5f, 0.75f, 1}}.data());
+  const Picture ours = context.FramePicture([](Scene& scene) { DrawFigure(scene.Canvas()); });
+  const Picture plain = DrawPlainGL(kWidth, kHeight, [&] {
+    BeginPlainFrame();
+    glClearColor(0.25f, 0.5f, 0.75f, 1);
+    glEnable(GL_SCISSOR_TEST);
+    for (const auto& [x, y, width, height, scaled, ortho, framed, turn] : kViews) {
+      glScissor(x, y, width, height);
+      scaled ? glViewport(x, y, width, height) : glViewport(0, 0, kWidth, kHeight);
+      glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+      SetPlainView(double(width) / height);
+      if (!ortho) {
+        glMatrixMode(GL_PROJECTION);
+        glLoadIdentity();
+        gluPerspective(60, double(width) / height, 0.1, 1000);
+        glMatrixMode(GL_MODELVIEW);
+      }
+      glLoadIdentity();
+      glRotated(-glm::degrees(turn), 0, 1, 0);
+      glTranslated(-3, 2, -40);
+      DrawPlainFigure();
+      if (!framed) continue;
+      glMatrixMode(GL_PROJECTION);
+      glLoadIdentity();
+      glMatrixMode(GL_MODELVIEW);
+      glLoadIdentity();
+      glColor4f(1, 1, 1, 1);
+      glBegin(GL_LINE_LOOP);
+      for (const auto& [cx, cy] : kCorners) glVertex2f(cx * 0.875f, cy * 0.875f);
+      glEnd();
+    }
+  });
+  ExpectEqual(ours, plain, "four viewers");
+}
+
+TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
+  // Planes stand in the world whatever the eye does, and keep the side that their normal points to.
+  GLDATA_POINT a{0, -10, 0}, b{0, 10, 0}, c{0, -10, 10}, d{20, 20, 0}, e{-20, 22, 0};
+  GLPtr<IGLCoord> eye;
+  context.Viewer().GetCoord(eye.Put());
+  eye->SetOrigin3d(8, 4, 1);
+  const auto plain = [](std::initializer_list<std::array<double, 4>> planes) {
+    return PlainPicture([&] {
+      glLoadIdentity();
+      glTranslated(-8, -4, -1);
+      GLenum name = GL_CLIP_PLANE0;
+      for (const auto& plane : planes) {
+        glEnable(name);
+        glClipPlane(name++, plane.data());
+      }
+      DrawPlainFigure();
+    });
+  };
+  const auto ours = [&] { return context.FramePicture([](Scene& scene) { DrawFigure(scene.Canvas()); }); };
+  ASSERT_EQ(context.Context().ClipPlane(&a, &b, &c), S_OK);
+  ExpectEqual(ours(), plain({{1, 0, 0, 0}}), "right half");
+  // Through (20, 20), (-20, 22) and along z: keeps what lies below.
+  GLDATA_POINT f{-20, 22, -5};
+  ASSERT_EQ(context.Context().ClipPlane(&d, &e, &f), S_OK);
+  ExpectEqual(ours(), plain({{1, 0, 0, 0}, {-10, -200, 0, 4200}}), "right half, lower part");
+  EXPECT_EQ(context.Context().ClipPlane(&a, &b, &b), E_GL_BADVALUE);
+  context.Context().ResetClipPlanes();
+  ASSERT_EQ(context.Context().ClipPlane(&a, &c, &b), S_OK);
+  ExpectEqual(ours(), plain({{-1, 0, 0, 0}}), "left half");
+  context.Context().ResetClipPlanes();
+  ExpectEqual(ours(), plain({}), "no planes");
+}
+
+TEST_F(FramePicture, EqualsPlainGLInTheAxesFigure) {
+  IGLViewer& viewer = context.Viewer();
+  viewer.SetClipRectangle(0, 0, kWidth, kHeight);
+  viewer.Clip(1);
+  viewer.SetFrameOffset(0.99f);
+  GLPtr<IGLViewer2> axes;
+  viewer.QueryInterface(IGLViewer2::Identifier, axes.PutVoid());
+  axes->SetShowAxes(1);
+  GLPtr<IGLCoord> eye;
+  viewer.GetCoord(eye.Put());
+  GLDATA_MATRIX6D placement{0, 0, 1, 0.5, 0.75, -0.25};
+  eye->SetMatrix6d(&placement);
+  context.Frame();  // makes the font of the names
+  Picture ours = context.FramePicture();
+  Picture plain = DrawPlainGL(kWidth, kHeight, [&] {
+    BeginPlainFrame();
+    glColor4f(1, 1, 1, 1);
+    glBegin(GL_LINE_LOOP);  // the viewer's frame
+    for (const auto& [x, y] : kCorners) glVertex2f(x * (1.0f - 0.99f), y * (1.0f - 0.99f));
+    glEnd();
+    glDisable(GL_DEPTH_TEST);
+    glMatrixMode(GL_PROJECTION);
+    glOrtho(0, kWidth, 0, kHeight, -60, 60);
+    glMatrixMode(GL_MODELVIEW);
+    glTranslated(2.375, 2.375, 0);
+    const auto square = [] {
+      glBegin(GL_QUADS);
+      for (const auto& [x, y] : {std::pair{0, 0}, {64, 0}, {64, 64}, {0, 64}}) glVertex2i(x, y);
+      glEnd();
+    };
+    glColor4f(0, 0, 0, 0.5f);
+    square();
+    glColor4f(1, 1, 1, 0.5f);
+    glPolygonMode(GL_FRONT, GL_LINE);
+    square();
+    glTranslated(32, 32, 0);
+    glRotated(glm::degrees(0.25), 0, 0, 1);
+    glRotated(glm::degrees(-0.75), 0, 1, 0);
+    glRotated(glm::degrees(-0.5), 1, 0, 0);
+    glBegin(GL_LINES);
+    for (int i = 0; i < 3; ++i) {
+      const int axis[] = {i == 0, i == 1, i == 2};
+      glColor4f(static_cast<float>(axis[0]), static_cast<float>(axis[1]), static_cast<float>(axis[2]), 1);
+      glVertex3i(0, 0, 0);
+      glVertex3i(axis[0] * 30, axis[1] * 30, axis[2] * 30);
+    }
+    glEnd();
+  });
+  // The names of the axes stand in the square's corner and are left out: text has tests of its own.
+  for (int x = 6; x < 34; ++x) {
+    for (int y = kHeight - 20; y < kHeight - 4; ++y) {
+      ours.Set(x, y, 0);
+      plain.Set(x, y, 0);
+    }
+  }
+  ExpectEqual(ours, plain, "axes figure");
+}
