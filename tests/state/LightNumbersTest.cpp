@@ -8,18 +8,6 @@
 #include <thread>
 #include <vector>
 
-TEST(LightNumbers, TheNinthWaitsForTheFirstThatGoes) {
-  std::vector<int> holders(9, LightNumbers::kNone);
-  for (int i = 0; i < 8; ++i) EXPECT_EQ(LightNumbers::Take(holders[i]), i);
-  EXPECT_EQ(LightNumbers::Take(holders[8]), LightNumbers::kNone);
-  EXPECT_EQ(LightNumbers::Take(holders[3]), 3) << "a holder keeps its own";
-  LightNumbers::Free(holders[8]);  // one that has none frees none
-  LightNumbers::Free(holders[5]);
-  EXPECT_EQ(LightNumbers::Take(holders[8]), 5);
-  EXPECT_EQ(LightNumbers::Take(holders[5]), LightNumbers::kNone);
-  for (int& holder : holders) LightNumbers::Free(holder);
-}
-
 TEST(LightNumbers, ThreadsThatRaceNeverShareOne) {
   std::atomic<int> users[8] = {};
   std::atomic<bool> shared = false;

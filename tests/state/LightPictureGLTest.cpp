@@ -51,13 +51,13 @@ void PlainPass() {
 }
 
 /// A light as a new one shines, at a place (w = 1) or from a direction (w = 0).
-void PlainLight(float aX, float aY, float aZ, float aW) {
+void PlainLight(float aX, float aY, float aZ, float aW, GLenum aName = GL_LIGHT0) {
   const float place[] = {aX, aY, aZ, aW}, gray[] = {0.5f, 0.5f, 0.5f, 1.0f}, white[] = {1, 1, 1, 1};
-  glEnable(GL_LIGHT0);
-  glLightfv(GL_LIGHT0, GL_AMBIENT, gray);
-  glLightfv(GL_LIGHT0, GL_DIFFUSE, gray);
-  glLightfv(GL_LIGHT0, GL_SPECULAR, white);
-  glLightfv(GL_LIGHT0, GL_POSITION, place);
+  glEnable(aName);
+  glLightfv(aName, GL_AMBIENT, gray);
+  glLightfv(aName, GL_DIFFUSE, gray);
+  glLightfv(aName, GL_SPECULAR, white);
+  glLightfv(aName, GL_POSITION, place);
 }
 
 IGLLight& NewLight(const ContextFixture& aFixture) {
@@ -137,8 +137,6 @@ TEST(LightPicture, EqualsPlainGLForEachKindOfLight) {
                                       Shine(light, {1, -2, -1});
                                     },
                                     [] { PlainLight(-1, 2, 1, 0); }},
-                                   {"distant, as a new one", [](IGLLight& light) { light.SetAsSpotlight(0); },
-                                    [] { PlainLight(0, 0, 1, 0); }},
                                    {"distant, along +z",
                                     [](IGLLight& light) {
                                       Shine(light, {0, 0, 3});
@@ -168,12 +166,7 @@ TEST(LightPicture, LightsMoveWithTheCoordinateSystemTheyShare) {
     coord->SetMatrix6d(&placement);
     const Picture plain = PlainSphere([&] {
       PlainLight(x + 1, 20, 10, 1);
-      constexpr float kFromX[] = {1, 0, 0, 0}, kGray[] = {0.5f, 0.5f, 0.5f, 1.0f}, kWhite[] = {1, 1, 1, 1};
-      glEnable(GL_LIGHT1);
-      glLightfv(GL_LIGHT1, GL_AMBIENT, kGray);
-      glLightfv(GL_LIGHT1, GL_DIFFUSE, kGray);
-      glLightfv(GL_LIGHT1, GL_SPECULAR, kWhite);
-      glLightfv(GL_LIGHT1, GL_POSITION, kFromX);
+      PlainLight(1, 0, 0, 0, GL_LIGHT1);
     });
     EXPECT_LE(MaxDifference(Sphere(fixture), plain), 1) << x;
   }
