@@ -31,7 +31,7 @@ draw_gallery() {
   "$glview" --size 640x480 --shade hidden --out "$pictures/hidden.png" "$(model horse.3ds)"
   "$glview" --size 640x480 --fog --out "$pictures/fog.png" "$(model asteroid-high.3ds)"
   local example
-  for example in lights glass picking text atlases; do
+  for example in "${examples[@]}"; do
     build/release/examples/"$example" --out "$pictures/$example.png" >/dev/null
   done
 }
@@ -46,6 +46,7 @@ case ${1:-} in
 esac
 
 glview=build/release/examples/glview
+examples=(lights glass picking text atlases)
 install_packages
-build_preset release
+build_preset release glview "${examples[@]}"
 "$draw"

@@ -59,10 +59,11 @@ logged() {
   fi
 }
 
-# Configures and builds a preset.
+# Configures a preset and builds all of it, or the targets that are named.
 build_preset() {
   local preset=$1
+  shift
   say "Building $preset"
   logged "build/$preset-configure.log" cmake --preset "$preset"
-  logged "build/$preset-build.log" cmake --build --preset "$preset"
+  logged "build/$preset-build.log" cmake --build --preset "$preset" ${1:+--target "$@"}
 }
