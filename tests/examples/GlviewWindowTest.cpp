@@ -48,7 +48,7 @@ class Server {
                       "", m_folder / "out", m_folder / "err");
     int number = -1;
     Eventually([&] { return static_cast<bool>(std::ifstream(ready) >> number); });
-    m_display = ":" + std::to_string(number);
+    m_display += std::to_string(number);
   }
   ~Server() {
     kill(m_process, SIGTERM);
@@ -59,7 +59,7 @@ class Server {
  private:
   TemporaryFolder m_folder;
   pid_t m_process;
-  std::string m_display;
+  std::string m_display = ":";
 };
 
 class GlviewWindow : public ::testing::Test {

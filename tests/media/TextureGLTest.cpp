@@ -29,8 +29,8 @@ GLPtr<IGLPixmap> NewPixmap(int aWidth, int aHeight) {
   int count;
   GLDATA_RGBA4B* pixels;
   pixmap->AccessPixmapData(&count, &pixels);
-  for (int i = 0; i < 4 * count; ++i)
-    (&pixels->m_bRed)[i] = static_cast<std::uint8_t>(i % 8 == 3 ? 128 : i * 37);
+  auto* bytes = reinterpret_cast<std::uint8_t*>(pixels);
+  for (int i = 0; i < 4 * count; ++i) bytes[i] = static_cast<std::uint8_t>(i % 8 == 3 ? 128 : i * 37);
   return pixmap;
 }
 

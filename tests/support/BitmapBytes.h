@@ -16,7 +16,9 @@ struct BitmapBytes {
   Bytes m_Pixels;
 
   Bytes File() const {
-    Bytes file(54);
+    Bytes file;
+    file.reserve(54 + m_Table.size() + m_Pixels.size());
+    file.resize(54);
     const auto put = [&file](std::size_t aPlace, std::size_t aValue, int aCount) {
       for (int i = 0; i < aCount; ++i) file[aPlace++] = static_cast<std::uint8_t>(aValue >> 8 * i);
     };
