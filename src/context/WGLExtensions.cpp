@@ -58,8 +58,8 @@ WGLExtensions::WGLExtensions(HINSTANCE hInstance) : m_hInstance(hInstance) {
   windowClass.lpfnWndProc = ProbeWindowProc;
   windowClass.hInstance = hInstance;
   RegisterClassA(&windowClass);
-  CreateWindowExA(0, kWindowClass, "WGLExtensions", 0, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                  CW_USEDEFAULT, nullptr, nullptr, hInstance, this);
+  m_hProbe = CreateWindowExA(0, kWindowClass, "WGLExtensions", 0, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                             CW_USEDEFAULT, nullptr, nullptr, hInstance, this);
   m_mapFlagAttributes = {{PFD_DOUBLEBUFFER, WGL_DOUBLE_BUFFER_ARB},
                          {PFD_STEREO, WGL_STEREO_ARB},
                          {PFD_DRAW_TO_WINDOW, WGL_DRAW_TO_WINDOW_ARB},
@@ -75,7 +75,12 @@ WGLExtensions::WGLExtensions(HINSTANCE hInstance) : m_hInstance(hInstance) {
 }
 
 WGLExtensions::~WGLExtensions() {
-  if (m_hWnd != nullptr) DestroyWindow(m_hWnd);
+  if (m_hProbe != nullptr) {
+    SetWindowLongPtrA(m_hProbe, GWLP_USERDATA,
+                      0);  // waits for a procedure that runs: the server may go right now
+    OnDestroy();
+    DestroyWindow(m_hProbe);
+  }
   UnregisterClassA(kWindowClass, m_hInstance);
 }
 

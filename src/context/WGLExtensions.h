@@ -48,7 +48,8 @@ class WGLExtensions {
   void FetchEntryPoints();
 
   HINSTANCE m_hInstance;
-  HWND m_hWnd = nullptr;
+  HWND m_hWnd = nullptr;    // from WM_CREATE to WM_DESTROY
+  HWND m_hProbe = nullptr;  // the same, for the destructor
   HDC m_hDC = nullptr;
   HGLRC m_hRC = nullptr;
   std::string m_strExtensions;

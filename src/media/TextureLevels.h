@@ -4,8 +4,8 @@
 #pragma once
 
 #include <gllib/GLPtr.h>
-#include <gllib/IGLTexture1D.h>
 #include <gllib/IGLPixmap.h>
+#include <gllib/IGLTexture1D.h>
 
 #include <array>
 
