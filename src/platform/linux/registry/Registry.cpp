@@ -1,10 +1,16 @@
 // The registry operations over machine.reg and user.reg. Each operation reads its file anew, and one that
-// changes it replaces it whole; one lock for all of them. Any thread.
+// changes it replaces it whole; one lock for all of them, and one on the folder against other processes.
+// Any thread.
 
 #include "platform/Registry.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <mutex>
 #include <new>
 #include <utility>
@@ -73,11 +79,34 @@ LSTATUS Guarded(HKEY hKey, Operation aOperation) noexcept {
   }
 }
 
+/// Keeps other processes from changing files in a folder meanwhile, as far as the file system can.
+class FolderLock {
+ public:
+  explicit FolderLock(const std::filesystem::path& aFolder) {
+    std::error_code error;
+    std::filesystem::create_directories(aFolder, error);
+    m_iFolder = open(aFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (m_iFolder >= 0) flock(m_iFolder, LOCK_EX);
+  }
+  ~FolderLock() {
+    if (m_iFolder >= 0) close(m_iFolder);
+  }
+  FolderLock(const FolderLock&) = delete;
+  FolderLock& operator=(const FolderLock&) = delete;
+
+ private:
+  int m_iFolder = -1;
+};
+
+/// A line break would end the line that a name or a text stands in.
+bool FitsALine(const std::string& aText) noexcept { return aText.find_first_of("\r\n") == std::string::npos; }
+
 /// Changes the file that a path is written to, whole or not at all.
 template <class Change>
 LSTATUS ChangeFile(const std::string& aPath, Change aChange) {
   RegistryFile file;
   const std::string name = FileToWrite(aPath);
+  const FolderLock lock(std::filesystem::path(name).parent_path());
   LSTATUS status = file.Load(name);
   if (status == ERROR_SUCCESS) status = aChange(file);
   return status == ERROR_SUCCESS ? file.Save(name) : status;
@@ -136,6 +165,7 @@ LSTATUS RegCreateKeyExA(HKEY hKey, const char* szSubKey, DWORD, char*, DWORD, RE
   *phkResult = nullptr;
   return Guarded(hKey, [&] {
     const std::string path = PathOf(hKey, szSubKey);
+    if (!FitsALine(path)) return ERROR_INVALID_PARAMETER;
     const LSTATUS status = ChangeFile(path, [&](RegistryFile& file) {
       file.Make(path);
       return ERROR_SUCCESS;
@@ -148,12 +178,15 @@ LSTATUS RegCreateKeyExA(HKEY hKey, const char* szSubKey, DWORD, char*, DWORD, RE
 LSTATUS RegSetValueExA(HKEY hKey, const char* szValueName, DWORD, DWORD dwType, const BYTE* pData,
                        DWORD cbData) noexcept {
   return Guarded(hKey, [&] {
-    const std::string path = PathOf(hKey, nullptr);
+    const std::string path = PathOf(hKey, nullptr), name = szValueName != nullptr ? szValueName : "";
+    const std::vector<BYTE> data(pData, pData + cbData);
+    if (!FitsALine(name) || (dwType == REG_SZ && !FitsALine({data.begin(), data.end()})))
+      return ERROR_INVALID_PARAMETER;
     return ChangeFile(path, [&](RegistryFile& file) {
-      RegistryValue value;
+      RegistryValue& value = file.Make(path).m_Values[name];
       value.m_dwType = dwType;
-      value.m_vData.assign(pData, pData + cbData);
-      file.Make(path).m_Values[szValueName != nullptr ? szValueName : ""] = std::move(value);
+      value.m_vData = data;
+      value.m_szLine.clear();
       return ERROR_SUCCESS;
     });
   });

@@ -5,7 +5,7 @@
 #include <strings.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -59,6 +59,20 @@ std::optional<DWORD> ReadHex(const std::string& aText) {
   return value;
 }
 
+/// Reads bytes in hexadecimal, separated by commas.
+std::optional<std::vector<BYTE>> ReadBytes(const std::string& aText) {
+  std::vector<BYTE> bytes;
+  std::string digits;
+  std::istringstream in(aText);
+  while (std::getline(in, digits, ',')) {
+    std::erase_if(digits, [](char c) { return c == ' ' || c == '\t'; });
+    const auto byte = ReadHex(digits);
+    if (!byte || *byte > 0xFF) return std::nullopt;
+    bytes.push_back(static_cast<BYTE>(*byte));
+  }
+  return bytes;
+}
+
 std::string TextOf(const std::string& aName, const RegistryValue& aValue) {
   if (!aValue.m_szLine.empty()) return aValue.m_szLine;
   const std::string head = (aName.empty() ? "@" : Quoted(aName)) + "=";
@@ -71,10 +85,12 @@ std::string TextOf(const std::string& aName, const RegistryValue& aValue) {
   }
   if (aValue.m_dwType == REG_SZ) {
     const auto& data = aValue.m_vData;
-    return head + Quoted(std::string(data.begin(), data.empty() ? data.end() : data.end() - 1));
+    return head + Quoted(std::string(data.begin(), std::find(data.begin(), data.end(), BYTE{0})));
   }
-  std::string text =
-      head + (aValue.m_dwType == REG_BINARY ? "hex:" : "hex(" + std::to_string(aValue.m_dwType) + "):");
+  char type[16] = "hex:";
+  if (aValue.m_dwType != REG_BINARY)
+    std::snprintf(type, sizeof(type), "hex(%x):", static_cast<unsigned>(aValue.m_dwType));
+  std::string text = head + type;
   for (std::size_t i = 0; i < aValue.m_vData.size(); ++i) {
     char digits[8] = {};
     std::snprintf(digits, sizeof(digits), i == 0 ? "%02x" : ",%02x", aValue.m_vData[i]);
@@ -105,33 +121,38 @@ LSTATUS RegistryFile::Load(const std::string& aPath) {
 
 bool RegistryFile::Parse(const std::string& aText) {
   std::istringstream in(aText);
-  std::string line, whole;
+  std::string line, whole, above;
   RegistryKey* key = nullptr;
   bool header = false;
   while (std::getline(in, line)) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (!line.empty() && line.back() == '\\') {  // goes on in the next line
+    line.erase(line.find_last_not_of(" \t\r") + 1);
+    const std::size_t first = line.find_first_not_of(" \t");
+    if (whole.empty() && (first == std::string::npos || line[first] == ';')) {
+      if (first != std::string::npos) above += line + "\r\n";
+      continue;
+    }
+    if (line.back() == '\\') {  // goes on in the next line
       whole += line.substr(0, line.size() - 1);
       continue;
     }
     line = std::exchange(whole, std::string()) + line;
-    const std::size_t start = line.find_first_not_of(" \t");
-    if (start == std::string::npos || line[start] == ';') continue;
-    line.erase(0, start);
+    line.erase(0, line.find_first_not_of(" \t"));
     if (!header) {
       if (line != kHeader) return false;
       header = true;
     } else if (line.front() == '[') {
       if (line.back() != ']') return false;
       key = &Make(line.substr(1, line.size() - 2));
-    } else if (key == nullptr || !ParseValue(line, *key)) {
+      key->m_szAbove += std::exchange(above, std::string());
+    } else if (key == nullptr || !ParseValue(line, *key, std::exchange(above, std::string()))) {
       return false;
     }
   }
+  m_szBelow = above;
   return header && whole.empty();
 }
 
-bool RegistryFile::ParseValue(const std::string& aLine, RegistryKey& aKey) {
+bool RegistryFile::ParseValue(const std::string& aLine, RegistryKey& aKey, std::string aAbove) {
   std::size_t position = 0;
   std::string name;
   if (aLine.front() == '@') {
@@ -145,6 +166,7 @@ bool RegistryFile::ParseValue(const std::string& aLine, RegistryKey& aKey) {
   ++position;
   RegistryValue value;
   value.m_szLine = aLine;
+  value.m_szAbove = std::move(aAbove);
   if (position < aLine.size() && aLine[position] == '"') {
     const auto text = ReadQuoted(aLine, position);
     if (!text) return false;
@@ -155,8 +177,13 @@ bool RegistryFile::ParseValue(const std::string& aLine, RegistryKey& aKey) {
     value.m_dwType = REG_DWORD;
     value.m_vData.resize(sizeof(DWORD));
     std::memcpy(value.m_vData.data(), &*number, sizeof(DWORD));
+  } else if (aLine.compare(position, 4, "hex:") == 0) {
+    auto bytes = ReadBytes(aLine.substr(position + 4));
+    if (!bytes) return false;
+    value.m_dwType = REG_BINARY;
+    value.m_vData = std::move(*bytes);
   } else {
-    value.m_dwType = REG_BINARY;  // other types are kept, not read
+    value.m_dwType = REG_NONE;  // other types are kept, not read
   }
   aKey.m_Values[name] = std::move(value);
   return true;
@@ -164,16 +191,16 @@ bool RegistryFile::ParseValue(const std::string& aLine, RegistryKey& aKey) {
 
 LSTATUS RegistryFile::Save(const std::string& aPath) const {
   std::error_code error;
-  std::filesystem::create_directories(std::filesystem::path(aPath).parent_path(), error);
   const std::string beside = aPath + "." + std::to_string(getpid()) + ".new";
   {
     std::ofstream out(beside, std::ios::binary | std::ios::trunc);
     if (!out) return ERROR_ACCESS_DENIED;
     out << kHeader << "\r\n";
     for (const auto& [path, key] : m_Keys) {
-      out << "\r\n[" << key.m_szName << "]\r\n";
-      for (const auto& [name, value] : key.m_Values) out << TextOf(name, value) << "\r\n";
+      out << "\r\n" << key.m_szAbove << '[' << key.m_szName << "]\r\n";
+      for (const auto& [name, value] : key.m_Values) out << value.m_szAbove << TextOf(name, value) << "\r\n";
     }
+    if (!m_szBelow.empty()) out << "\r\n" << m_szBelow;
     out.flush();
     if (!out) {
       out.close();

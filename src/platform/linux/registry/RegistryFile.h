@@ -1,5 +1,5 @@
-// RegistryFile: one registry file in the registry-script format, as keys with their values and, for what it
-// doesn't understand, the lines as they stood. Used by one thread at a time.
+// RegistryFile: one registry file in the registry-script format, as keys with their values. Lines of others
+// are written back as they stood, comments before what they precede. Used by one thread at a time.
 
 #pragma once
 
@@ -14,7 +14,8 @@
 struct RegistryValue {
   DWORD m_dwType = REG_SZ;
   std::vector<BYTE> m_vData;
-  std::string m_szLine;  ///< for a type that isn't understood: the line, written back as it stood
+  std::string m_szLine;   ///< the line as it stood, written back while the value isn't set anew
+  std::string m_szAbove;  ///< comments before it
 };
 
 /// Names compare without regard to case.
@@ -23,7 +24,8 @@ struct LessWithoutCase {
 };
 
 struct RegistryKey {
-  std::string m_szName;  ///< the full path, as it is written
+  std::string m_szName;   ///< the full path, as it is written
+  std::string m_szAbove;  ///< comments before it
   std::map<std::string, RegistryValue, LessWithoutCase> m_Values;
 };
 
@@ -42,7 +44,8 @@ class RegistryFile {
   bool Remove(const std::string& aPath);
 
  private:
-  bool ParseValue(const std::string& aLine, RegistryKey& aKey);
+  bool ParseValue(const std::string& aLine, RegistryKey& aKey, std::string aAbove);
 
   std::map<std::string, RegistryKey, LessWithoutCase> m_Keys;
+  std::string m_szBelow;  // comments behind everything
 };
