@@ -11,9 +11,9 @@ std::shared_ptr<ScriptedDisplay> ScriptedDisplay::Set() {
   return display;
 }
 
-HWND ScriptedDisplay::MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noexcept {
+HWND ScriptedDisplay::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
   if (!m_bMakesWindows || (aParent != nullptr && !m_Parents.contains(aParent))) return nullptr;
-  const HWND window = m_pReal->MakeWindow(nullptr, aPlace, aVisible);
+  const HWND window = m_pReal->MakeWindow(nullptr, aPlace);
   m_ParentOf[window] = aParent;
   m_vMade.push_back(window);
   return window;

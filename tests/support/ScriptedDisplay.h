@@ -43,7 +43,8 @@ class ScriptedDisplay : public DisplayServer {
   std::vector<HWND> m_vMade;
 
   bool IsBroken() const noexcept override { return false; }
-  HWND MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noexcept override;
+  HWND MakeWindow(HWND aParent, const RECT& aPlace) noexcept override;
+  bool Show(HWND aWindow) noexcept override { return m_pReal->Show(aWindow); }
   void EndWindow(HWND aWindow) noexcept override { m_pReal->EndWindow(aWindow); }
   bool Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept override;
   bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept override;

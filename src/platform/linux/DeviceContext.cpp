@@ -6,6 +6,7 @@
 
 #include "platform/Fonts.h"
 #include "platform/linux/DeviceContextRecord.h"
+#include "platform/linux/WindowTable.h"
 #include "platform/linux/fonts/FontObject.h"
 
 DrawSurface* HDC__::Surface() noexcept {
@@ -23,7 +24,7 @@ DrawSurface* HDC__::Surface() noexcept {
 HDC GetDC(HWND hWnd) noexcept {
   auto* record = new (std::nothrow) HDC__;
   if (record == nullptr) return nullptr;
-  record->m_pDisplay = TheDisplay();
+  record->m_pDisplay = WindowTable::Get().DisplayOf(hWnd);
   record->m_hWnd = hWnd;
   return record;
 }

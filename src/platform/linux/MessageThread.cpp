@@ -10,7 +10,7 @@ namespace {
 
 /// The thread mustn't outlive the module's code.
 struct EndWithModule {
-  ~EndWithModule() { MessageThread::Get().Stop(); }
+  ~EndWithModule() { MessageThread::Get().End(); }
 } g_EndWithModule;
 
 }  // namespace
@@ -21,10 +21,12 @@ MessageThread& MessageThread::Get() noexcept {
 }
 
 bool MessageThread::Post(HWND aWindow, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
+  const std::uint64_t record = WindowTable::Get().NumberOf(aWindow);
   const std::scoped_lock lock(m_Lock);
+  if (m_bEnded) return false;
   try {
     if (!m_Thread.joinable()) m_Thread = std::thread([this] { Body(); });
-    m_Queue.push_back({aWindow, uMsg, wParam, lParam});
+    m_Queue.push_back({aWindow, record, uMsg, wParam, lParam});
   } catch (...) {
     return false;
   }
@@ -44,11 +46,11 @@ void MessageThread::ClearHook() noexcept {
   m_pfnHook = nullptr;
 }
 
-void MessageThread::Stop() noexcept {
+void MessageThread::End() noexcept {
   std::thread thread;
   {
     const std::scoped_lock lock(m_Lock);
-    m_bStop = true;
+    m_bEnded = true;
     m_Changed.notify_all();
     thread.swap(m_Thread);
   }
@@ -58,15 +60,13 @@ void MessageThread::Stop() noexcept {
   } else {
     thread.join();
   }
-  const std::scoped_lock lock(m_Lock);
-  m_bStop = false;
 }
 
 void MessageThread::Body() noexcept {
   std::unique_lock lock(m_Lock);
   for (;;) {
-    m_Changed.wait(lock, [this] { return m_bStop || !m_Queue.empty(); });
-    if (m_bStop) return;
+    m_Changed.wait(lock, [this] { return m_bEnded || !m_Queue.empty(); });
+    if (m_bEnded) return;
     const Message message = m_Queue.front();
     m_Queue.pop_front();
     lock.unlock();
@@ -76,11 +76,13 @@ void MessageThread::Body() noexcept {
 }
 
 // The hook sees a message after the procedure has dealt with it; of a window that isn't ours it sees what was
-// posted.
+// posted. What was posted to a window that has gone since is dropped, also where a new one has its number.
 void MessageThread::Deliver(const Message& aMessage) noexcept {
   WindowTable& table = WindowTable::Get();
+  const WindowRecordPtr record = table.Find(aMessage.m_hWnd);
+  if (aMessage.m_uRecord != (record != nullptr ? record->m_uNumber : 0)) return;
   CWPRETSTRUCT seen{0, aMessage.m_lParam, aMessage.m_wParam, aMessage.m_uMsg, aMessage.m_hWnd};
-  if (const WindowRecordPtr record = table.Find(aMessage.m_hWnd)) {
+  if (record != nullptr) {
     if (aMessage.m_uMsg == WM_DESTROY && !table.MarkDestroyed(record)) return;
     seen.lResult = table.Call(record, aMessage.m_uMsg, aMessage.m_wParam, aMessage.m_lParam);
   }

@@ -19,12 +19,13 @@ class MessageThread {
   /// @return false when there is a hook already
   bool SetHook(HOOKPROC aHook) noexcept;
   void ClearHook() noexcept;
-  /// Ends the thread, after the message that it delivers; the next message starts it again.
-  void Stop() noexcept;
+  /// Ends the thread for good, after the message that it delivers; what is posted later is refused.
+  void End() noexcept;
 
  private:
   struct Message {
     HWND m_hWnd;
+    std::uint64_t m_uRecord;  // the window's record at the time of posting; 0 for a window of another's
     UINT m_uMsg;
     WPARAM m_wParam;
     LPARAM m_lParam;
@@ -38,5 +39,5 @@ class MessageThread {
   std::deque<Message> m_Queue;
   std::thread m_Thread;
   HOOKPROC m_pfnHook = nullptr;
-  bool m_bStop = false;
+  bool m_bEnded = false;
 };

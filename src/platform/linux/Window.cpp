@@ -20,6 +20,7 @@ LRESULT DeliverCreate(const WindowRecordPtr& aRecord, CREATESTRUCTA aCreate) {
   LRESULT result = -1;
   std::thread([&] {
     result = WindowTable::Get().Call(aRecord, WM_CREATE, 0, reinterpret_cast<LPARAM>(&aCreate));
+    wglMakeCurrent(nullptr, nullptr);  // a context that stayed current on an ended thread couldn't end
   }).join();
   return result;
 }
@@ -49,8 +50,7 @@ HWND CreateWindowExA(DWORD dwExStyle, const char* szClass, const char* szTitle, 
   const WNDPROC proc = WindowTable::Get().ProcOfClass(szClass);
   if (display == nullptr || proc == nullptr) return nullptr;
   if (x == CW_USEDEFAULT) x = y = nWidth = nHeight = 0;
-  const HWND window =
-      display->MakeWindow(hParent, {x, y, x + nWidth, y + nHeight}, (dwStyle & WS_VISIBLE) != 0);
+  const HWND window = display->MakeWindow(hParent, {x, y, x + nWidth, y + nHeight});
   if (window == nullptr) return nullptr;
   try {
     const auto record = std::make_shared<WindowRecord>();
@@ -61,9 +61,10 @@ HWND CreateWindowExA(DWORD dwExStyle, const char* szClass, const char* szTitle, 
     const CREATESTRUCTA create{
         pParam,  hInstance, hMenu,    hParent, nHeight, nWidth, y, x, static_cast<LONG>(dwStyle),
         szTitle, szClass,   dwExStyle};
-    if (DeliverCreate(record, create) != -1) return window;
+    const bool willing = DeliverCreate(record, create) != -1;
+    if (willing && ((dwStyle & WS_VISIBLE) == 0 || display->Show(window))) return window;
   } catch (...) {
-    // as a procedure that refuses
+    // as one whose procedure refuses
   }
   WindowTable::Get().Remove(window);
   display->EndWindow(window);
@@ -91,7 +92,7 @@ LONG_PTR GetWindowLongPtrA(HWND hWnd, int nIndex) noexcept {
 }
 
 BOOL GetWindowRect(HWND hWnd, RECT* pRect) noexcept {
-  const auto display = TheDisplay();
+  const auto display = WindowTable::Get().DisplayOf(hWnd);
   return display != nullptr && pRect != nullptr && display->ScreenRectangle(hWnd, pRect) ? TRUE : FALSE;
 }
 
@@ -104,12 +105,12 @@ BOOL ScreenToClient(HWND hWnd, POINT* pPoint) noexcept {
 }
 
 HWND GetParent(HWND hWnd) noexcept {
-  const auto display = TheDisplay();
+  const auto display = WindowTable::Get().DisplayOf(hWnd);
   return display != nullptr && hWnd != nullptr ? display->ParentOf(hWnd) : nullptr;
 }
 
 BOOL MoveWindow(HWND hWnd, int x, int y, int nWidth, int nHeight, BOOL) noexcept {
-  const auto display = TheDisplay();
+  const auto display = WindowTable::Get().DisplayOf(hWnd);
   return display != nullptr && hWnd != nullptr && display->Place(hWnd, x, y, nWidth, nHeight) ? TRUE : FALSE;
 }
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/linux/display/DisplayServer.h"
+
 WindowTable& WindowTable::Get() noexcept {
   static WindowTable& table = *new WindowTable;
   return table;
@@ -29,6 +31,7 @@ WNDPROC WindowTable::ProcOfClass(const char* aName) noexcept {
 
 void WindowTable::Add(const WindowRecordPtr& aRecord) {
   const std::scoped_lock lock(m_Lock);
+  aRecord->m_uNumber = ++m_uLastNumber;
   m_Windows[aRecord->m_hWnd] = aRecord;
 }
 
@@ -43,13 +46,25 @@ WindowRecordPtr WindowTable::Find(HWND aWindow) noexcept {
   return found != m_Windows.end() ? found->second : nullptr;
 }
 
-std::vector<WindowRecordPtr> WindowTable::OnDisplay(const DisplayServer* aDisplay) {
+std::uint64_t WindowTable::NumberOf(HWND aWindow) noexcept {
   const std::scoped_lock lock(m_Lock);
-  std::vector<WindowRecordPtr> windows;
-  for (const auto& [number, record] : m_Windows) {
-    if (record->m_pDisplay.get() == aDisplay) windows.push_back(record);
+  const auto found = m_Windows.find(aWindow);
+  return found != m_Windows.end() ? found->second->m_uNumber : 0;
+}
+
+std::vector<HWND> WindowTable::OnDisplay(const DisplayServer* aDisplay) {
+  const std::scoped_lock lock(m_Lock);
+  std::vector<HWND> windows;
+  for (const auto& [window, record] : m_Windows) {
+    if (record->m_pDisplay.get() == aDisplay) windows.push_back(window);
   }
   return windows;
+}
+
+// Numbers of a display whose server has gone may name somebody else's windows on the next one.
+std::shared_ptr<DisplayServer> WindowTable::DisplayOf(HWND aWindow) noexcept {
+  const WindowRecordPtr record = Find(aWindow);
+  return record != nullptr ? record->m_pDisplay : TheDisplay();
 }
 
 LRESULT WindowTable::Call(const WindowRecordPtr& aRecord, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {

@@ -18,6 +18,7 @@ class DisplayServer;
 /// One window of the component's.
 struct WindowRecord {
   HWND m_hWnd = nullptr;
+  std::uint64_t m_uNumber = 0;  // never used twice, as handles may be
   WNDPROC m_pfnProc = nullptr;
   std::shared_ptr<DisplayServer> m_pDisplay;
   LONG_PTR m_UserData = 0;
@@ -40,7 +41,11 @@ class WindowTable {
   void Remove(HWND aWindow) noexcept;
   /// @return null for a window that isn't the component's
   WindowRecordPtr Find(HWND aWindow) noexcept;
-  std::vector<WindowRecordPtr> OnDisplay(const DisplayServer* aDisplay);
+  /// The number of a window's record; 0 for a window that isn't the component's.
+  std::uint64_t NumberOf(HWND aWindow) noexcept;
+  std::vector<HWND> OnDisplay(const DisplayServer* aDisplay);
+  /// The display that a window stands on: its own, else the process's.
+  std::shared_ptr<DisplayServer> DisplayOf(HWND aWindow) noexcept;
 
   /// Runs the procedure of a window on the calling thread.
   LRESULT Call(const WindowRecordPtr& aRecord, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept;
@@ -54,6 +59,7 @@ class WindowTable {
  private:
   std::mutex m_Lock;
   std::condition_variable m_ProcEnded;
+  std::uint64_t m_uLastNumber = 0;
   std::map<HWND, WindowRecordPtr> m_Windows;
   std::map<std::string, WNDPROC> m_Classes;
 };

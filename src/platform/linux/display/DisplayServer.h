@@ -42,7 +42,9 @@ class DisplayServer {
   virtual bool IsBroken() const noexcept = 0;
 
   // Windows. A window that isn't there gives null or false.
-  virtual HWND MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noexcept = 0;
+  virtual HWND MakeWindow(HWND aParent, const RECT& aPlace) noexcept = 0;
+  /// Puts a window on the screen, once its messages can be delivered. @return false when it has gone by then
+  virtual bool Show(HWND aWindow) noexcept = 0;
   virtual void EndWindow(HWND aWindow) noexcept = 0;
   virtual bool Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept = 0;
   virtual bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept = 0;

@@ -29,8 +29,22 @@ constexpr int kLeastLargest = 2048;
 }  // namespace
 
 bool EglDriver::Start(EGLDisplay aDisplay, EGLint aVisual) noexcept {
+  if (aDisplay == EGL_NO_DISPLAY) return false;
   m_Display = aDisplay;
-  if (aDisplay == EGL_NO_DISPLAY || eglInitialize(aDisplay, nullptr, nullptr) == EGL_FALSE) return false;
+  bool started = false;
+  try {
+    std::thread([&] {
+      started = StartHere(aVisual);
+      eglReleaseThread();
+    }).join();
+  } catch (...) {
+    return false;
+  }
+  return started;
+}
+
+bool EglDriver::StartHere(EGLint aVisual) noexcept {
+  if (eglInitialize(m_Display, nullptr, nullptr) == EGL_FALSE) return false;
   if (eglBindAPI(EGL_OPENGL_API) == EGL_FALSE) return false;
   try {
     constexpr DWORD kWindowFlags = PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_DOUBLEBUFFER;
@@ -90,19 +104,14 @@ DisplayFormat EglDriver::Describe(EGLConfig aConfig, DWORD aFlags) const noexcep
 // The driver tells by a context alone; pbuffers larger than its textures are made but can't be drawn on.
 int EglDriver::ReadLargest() noexcept {
   if (m_vMemoryFormats.empty()) return 0;
-  int largest = kLeastLargest;
-  std::thread([&] {
-    const auto surface = MakePbuffer(1, 1, m_vMemoryFormats.front());
-    const auto context = MakeContext(m_vMemoryFormats.front());
-    if (surface == nullptr || context == nullptr) return;
-    if (!MakeCurrent(static_cast<EglSurface&>(*surface).Handle(), context.get())) return;
-    GLint size = 0;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
-    largest = std::max(largest, size);
-    MakeCurrent(EGL_NO_SURFACE, nullptr);
-    eglReleaseThread();
-  }).join();
-  return largest;
+  const auto surface = MakePbuffer(1, 1, m_vMemoryFormats.front());
+  const auto context = MakeContext(m_vMemoryFormats.front());
+  if (surface == nullptr || context == nullptr) return kLeastLargest;
+  if (!MakeCurrent(static_cast<EglSurface&>(*surface).Handle(), context.get())) return kLeastLargest;
+  GLint size = 0;
+  glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
+  MakeCurrent(EGL_NO_SURFACE, nullptr);
+  return std::max(kLeastLargest, size);
 }
 
 std::unique_ptr<DrawSurface> EglDriver::MakePbuffer(int aWidth, int aHeight,

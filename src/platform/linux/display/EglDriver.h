@@ -13,6 +13,7 @@
 
 class EglDriver {
  public:
+  /// Works on a thread of its own, so that the caller's choice of client API stays.
   /// @param aVisual the native visual that window formats must have; 0 makes windows of pbuffers
   /// @return false when the display can't be used
   bool Start(EGLDisplay aDisplay, EGLint aVisual) noexcept;
@@ -28,6 +29,7 @@ class EglDriver {
   bool MakeCurrent(EGLSurface aSurface, DrawContext* aContext) noexcept;
 
  private:
+  bool StartHere(EGLint aVisual) noexcept;
   std::vector<DisplayFormat> ReadFormats(EGLint aSurfaceBit, EGLint aVisual, DWORD aFlags);
   DisplayFormat Describe(EGLConfig aConfig, DWORD aFlags) const noexcept;
   EGLint Attribute(EGLConfig aConfig, EGLint aName) const noexcept;

@@ -63,7 +63,7 @@ bool HeadlessDisplay::Start() noexcept {
   return m_Egl.Start(FirstDevice(getDisplay), 0);
 }
 
-HWND HeadlessDisplay::MakeWindow(HWND aParent, const RECT& aPlace, bool) noexcept {
+HWND HeadlessDisplay::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
   if (aParent != nullptr) return nullptr;
   const std::scoped_lock lock(m_Lock);
   const HWND window = reinterpret_cast<HWND>(m_uNextWindow++);
@@ -84,8 +84,11 @@ bool HeadlessDisplay::Place(HWND aWindow, int x, int y, int aWidth, int aHeight)
   const std::scoped_lock lock(m_Lock);
   const auto found = m_Windows.find(aWindow);
   if (found == m_Windows.end()) return false;
+  constexpr int kFar = 0x3FFFFFFF;
   const int largest = m_Egl.LargestSurface();
-  found->second = {x, y, x + std::min(aWidth, largest), y + std::min(aHeight, largest)};
+  x = std::clamp(x, -kFar, kFar);
+  y = std::clamp(y, -kFar, kFar);
+  found->second = {x, y, x + std::clamp(aWidth, 0, largest), y + std::clamp(aHeight, 0, largest)};
   return true;
 }
 

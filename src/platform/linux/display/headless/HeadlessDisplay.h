@@ -15,7 +15,8 @@ class HeadlessDisplay : public DisplayServer {
   static std::shared_ptr<DisplayServer> Open() noexcept;
 
   bool IsBroken() const noexcept override { return false; }
-  HWND MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noexcept override;
+  HWND MakeWindow(HWND aParent, const RECT& aPlace) noexcept override;
+  bool Show(HWND ) noexcept override { return true; };
   void EndWindow(HWND aWindow) noexcept override;
   bool Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept override;
   bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept override;

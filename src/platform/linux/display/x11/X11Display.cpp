@@ -10,7 +10,7 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
+#include <limits>
 #include <memory>
 #include <string_view>
 
@@ -62,6 +62,9 @@ bool X11Display::Connect() noexcept {
     m_pConnection = XGetXCBConnection(m_pXlib);
     m_iScreen = DefaultScreen(m_pXlib);
     XSetEventQueueOwner(m_pXlib, XCBOwnsEventQueue);
+    // Xlib ends the process when a server goes, unless it is told otherwise.
+    XSetIOErrorExitHandler(
+        m_pXlib, [](_XDisplay*, void*) {}, nullptr);
   }
   if (m_pConnection == nullptr || xcb_connection_has_error(m_pConnection) != 0) return false;
   auto screens = xcb_setup_roots_iterator(xcb_get_setup(m_pConnection));
@@ -143,8 +146,8 @@ void X11Display::OnBroken() noexcept {
     for (auto& [window, alive] : m_Alive) alive = false;
   }
   try {
-    for (const WindowRecordPtr& record : WindowTable::Get().OnDisplay(this)) {
-      MessageThread::Get().Post(record->m_hWnd, WM_DESTROY, 0, 0);
+    for (const HWND window : WindowTable::Get().OnDisplay(this)) {
+      MessageThread::Get().Post(window, WM_DESTROY, 0, 0);
     }
   } catch (...) {
     // without memory the windows stay unanswered; nothing is drawn on them any more
@@ -157,9 +160,14 @@ bool X11Display::IsAlive(HWND aWindow) noexcept {
   return found != m_Alive.end() && found->second;
 }
 
-HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noexcept {
+HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
   if (IsBroken()) return nullptr;
-  const xcb_window_t window = xcb_generate_id(m_pConnection);
+  // A number that a window of a server before this one still bears would name two windows.
+  xcb_window_t window = 0;
+  do {
+    window = xcb_generate_id(m_pConnection);
+    if (window == std::numeric_limits<std::uint32_t>::max()) return nullptr;  // no number any more
+  } while (WindowTable::Get().NumberOf(HandleOf(window)) != 0);
   const xcb_window_t parent = aParent != nullptr ? XidOf(aParent) : m_pScreen->root;
   // With a border pixel and a colormap of its own the window fits under a parent of any visual.
   constexpr std::uint32_t kMask =
@@ -178,9 +186,13 @@ HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noe
   } catch (...) {
     return nullptr;
   }
-  if (aVisible) xcb_map_window(m_pConnection, window);
-  xcb_flush(m_pConnection);
   return HandleOf(window);
+}
+
+bool X11Display::Show(HWND aWindow) noexcept {
+  if (IsBroken() || !IsAlive(aWindow)) return false;
+  xcb_map_window(m_pConnection, XidOf(aWindow));
+  return xcb_flush(m_pConnection) > 0;
 }
 
 void X11Display::EndWindow(HWND aWindow) noexcept {

@@ -21,7 +21,8 @@ class X11Display final : public DisplayServer {
   ~X11Display() override;
 
   bool IsBroken() const noexcept override;
-  HWND MakeWindow(HWND aParent, const RECT& aPlace, bool aVisible) noexcept override;
+  HWND MakeWindow(HWND aParent, const RECT& aPlace) noexcept override;
+  bool Show(HWND aWindow) noexcept override;
   void EndWindow(HWND aWindow) noexcept override;
   bool Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept override;
   bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept override;

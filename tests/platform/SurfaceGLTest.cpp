@@ -1,0 +1,162 @@
+// Drawables and rendering contexts on the headless display: surfaces in memory, windows that grow, and a
+// host's own context beside them.
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "platform/DeviceContext.h"
+#include "platform/GL.h"
+#include "platform/PixelFormat.h"
+#include "platform/RenderingContext.h"
+#include "platform/Window.h"
+#include "platform/linux/display/headless/HeadlessDisplay.h"
+
+namespace {
+
+constexpr int kHuge = 1 << 20;
+
+BITMAPINFO Bitmap(int aWidth, int aHeight) {
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof(info);
+  info.bmiHeader.biWidth = aWidth;
+  info.bmiHeader.biHeight = aHeight;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 24;
+  return info;
+}
+
+PIXELFORMATDESCRIPTOR Request(DWORD aFlags) {
+  PIXELFORMATDESCRIPTOR request{};
+  request.nSize = sizeof(request);
+  request.nVersion = 1;
+  request.dwFlags = aFlags | PFD_SUPPORT_OPENGL;
+  request.cColorBits = 24;
+  request.cDepthBits = 24;
+  return request;
+}
+
+/// Gives a device context a format and a rendering context, current on the calling thread.
+HGLRC Start(HDC aDC, DWORD aFlags) {
+  const PIXELFORMATDESCRIPTOR request = Request(aFlags);
+  EXPECT_TRUE(SetPixelFormat(aDC, ChoosePixelFormat(aDC, &request), &request));
+  const HGLRC context = wglCreateContext(aDC);
+  EXPECT_TRUE(wglMakeCurrent(aDC, context));
+  return context;
+}
+
+std::uint32_t PixelAt(int x, int y) {
+  GLubyte p[4] = {};
+  glReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p);
+  return std::uint32_t{p[0]} << 16 | std::uint32_t{p[1]} << 8 | p[2];
+}
+
+}  // namespace
+
+TEST(MemorySurface, IsDrawnAndReadToItsLastPixel) {
+  const HDC dc = CreateCompatibleDC(nullptr);
+  void* bits = nullptr;
+  const BITMAPINFO info = Bitmap(300, 200);
+  const HBITMAP bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  ASSERT_NE(bitmap, nullptr);
+  EXPECT_NE(bits, nullptr);
+  SelectObject(dc, bitmap);
+  const HGLRC context = Start(dc, PFD_DRAW_TO_BITMAP);
+  glClearColor(1, 0.5f, 0, 1);
+  glClear(GL_COLOR_BUFFER_BIT);
+  glReadBuffer(GL_FRONT);
+  EXPECT_EQ(PixelAt(0, 0), 0xFF8000u);
+  EXPECT_EQ(PixelAt(299, 199), 0xFF8000u);
+  EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
+  wglMakeCurrent(dc, nullptr);
+  EXPECT_EQ(wglGetCurrentContext(), nullptr);
+  wglDeleteContext(context);
+  DeleteObject(bitmap);
+  DeleteDC(dc);
+}
+
+TEST(MemorySurface, IsRefusedWhenNothingCouldBeDrawnOnIt) {
+  const HDC dc = CreateCompatibleDC(nullptr);
+  for (const auto& [width, height] :
+       {std::pair{0, 10}, {10, 0}, {-5, 10}, {10, -5}, {kHuge, 10}, {10, kHuge}}) {
+    void* bits = nullptr;
+    const BITMAPINFO info = Bitmap(width, height);
+    EXPECT_EQ(CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0), nullptr)
+        << width << 'x' << height;
+  }
+  DeleteDC(dc);
+}
+
+class HeadlessWindow : public testing::Test {
+ protected:
+  HeadlessWindow() {
+    WNDCLASSA windowClass{};
+    windowClass.lpszClassName = "SurfaceTest";
+    windowClass.lpfnWndProc = DefWindowProcA;
+    RegisterClassA(&windowClass);
+    m_hWnd = CreateWindowExA(0, "SurfaceTest", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    m_hDC = GetDC(m_hWnd);
+  }
+  ~HeadlessWindow() override {
+    wglMakeCurrent(nullptr, nullptr);
+    ReleaseDC(m_hWnd, m_hDC);
+    DestroyWindow(m_hWnd);
+    UnregisterClassA("SurfaceTest", nullptr);
+  }
+  HWND m_hWnd;
+  HDC m_hDC;
+};
+
+TEST_F(HeadlessWindow, IsDescribedAsItsFormatIs) {
+  const HGLRC context = Start(m_hDC, PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW);
+  const PIXELFORMATDESCRIPTOR request = Request(PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW);
+  const int format = ChoosePixelFormat(m_hDC, &request);
+  PIXELFORMATDESCRIPTOR description{};
+  const int count = DescribePixelFormat(m_hDC, format, sizeof(description), &description);
+  EXPECT_GE(count, format);
+  EXPECT_EQ(DescribePixelFormat(m_hDC, count + 1, sizeof(description), &description), 0);
+  const struct {
+    GLenum name;
+    int bits;
+  } rows[] = {{GL_RED_BITS, description.cRedBits},     {GL_GREEN_BITS, description.cGreenBits},
+              {GL_BLUE_BITS, description.cBlueBits},   {GL_ALPHA_BITS, description.cAlphaBits},
+              {GL_DEPTH_BITS, description.cDepthBits}, {GL_STENCIL_BITS, description.cStencilBits}};
+  for (const auto& row : rows) {
+    GLint bits = -1;
+    glGetIntegerv(row.name, &bits);
+    EXPECT_EQ(bits, row.bits) << row.name;
+  }
+  EXPECT_FALSE(SetPixelFormat(m_hDC, format == 1 ? 2 : 1, &request)) << "a format is set once";
+  wglDeleteContext(context);
+}
+
+TEST_F(HeadlessWindow, GrowsAtTheNextMakeCurrent) {
+  const HGLRC context = Start(m_hDC, PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW);
+  EXPECT_EQ(wglGetCurrentContext(), context);
+  std::thread([&] { SetWindowPos(m_hWnd, nullptr, 2147483647, 5, 150, 100, 0); }).join();
+  EXPECT_EQ(wglGetCurrentContext(), nullptr) << "the drawable is too small by now";
+  ASSERT_TRUE(wglMakeCurrent(m_hDC, context));
+  glViewport(0, 0, 150, 100);
+  glClearColor(0, 1, 0, 1);
+  glClear(GL_COLOR_BUFFER_BIT);
+  ASSERT_TRUE(SwapBuffers(m_hDC));
+  for (const GLenum buffer : {GL_BACK, GL_FRONT}) {
+    glReadBuffer(buffer);
+    EXPECT_EQ(PixelAt(149, 99), 0x00FF00u);
+  }
+  RECT rect{};
+  GetWindowRect(m_hWnd, &rect);
+  EXPECT_EQ(rect.right - rect.left, 150);
+  wglDeleteContext(context);
+}
+
+TEST(HostThread, KeepsItsClientApiAndItsContext) {
+  ASSERT_TRUE(eglBindAPI(EGL_OPENGL_ES_API));
+  const auto display = HeadlessDisplay::Open();
+  ASSERT_NE(display, nullptr);
+  EXPECT_EQ(eglQueryAPI(), EGLenum{EGL_OPENGL_ES_API});
+  const HDC dc = CreateCompatibleDC(nullptr);
+  EXPECT_TRUE(wglMakeCurrent(nullptr, nullptr));
+  EXPECT_EQ(eglQueryAPI(), EGLenum{EGL_OPENGL_ES_API});
+  DeleteDC(dc);
+}
