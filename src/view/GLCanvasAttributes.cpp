@@ -91,6 +91,12 @@ void ApplyFace(IGLMaterial& aMaterial, GLenum aFace) noexcept {
   glMaterialf(aFace, GL_SHININESS, shininess * kShininessToGL);
 }
 
+/// Holds what was applied, with no counting for the one that is held already.
+template <class Interface>
+void Remember(GLPtr<Interface>& aCurrent, Interface* aApplied) noexcept {
+  if (aCurrent.Get() != aApplied) aCurrent = GLPtr<Interface>::FromBorrowed(aApplied);
+}
+
 }  // namespace
 
 HRESULT GLCanvas::SetDrawAttributes(IGLDrawAttr* aI) noexcept {
@@ -116,7 +122,7 @@ HRESULT GLCanvas::SetDrawAttributes(IGLDrawAttr* aI) noexcept {
   ApplyColor(color);
 
   attributes.ClearModified();
-  m_pCurrentDrawAttr = GLPtr<IGLDrawAttr>::FromBorrowed(aI);
+  Remember(m_pCurrentDrawAttr, aI);
   return S_OK;
 }
 
@@ -134,7 +140,7 @@ HRESULT GLCanvas::SetMaterial(IGLMaterial* aMaterial) noexcept {
     glLightModeli(GL_LIGHT_MODEL_LOCAL_VIEWER, (mode & GLMM_LIGHT_MODEL_LOCAL_VIEWER) != 0 ? 1 : 0);
     if (back) glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, (mode & GLMM_LIGHT_MODEL_TWO_SIDE) != 0 ? 1 : 0);
   }
-  m_pCurrentMaterial = GLPtr<IGLMaterial>::FromBorrowed(aMaterial);
+  Remember(m_pCurrentMaterial, aMaterial);
   return S_OK;
 }
 
