@@ -24,7 +24,7 @@ Picture PictureOf(const std::string& aExample, std::string* aOutput = nullptr) {
 int Brightness(const std::uint8_t* aPixel) { return aPixel[0] + aPixel[1] + aPixel[2]; }
 
 TEST(Examples, RefuseAnythingButAFileToDrawTo) {
-  for (const char* example : {"lights", "glass", "picking", "text", "atlases"}) {
+  for (const char* example : {"lights", "glass", "picking", "text", "atlases", "texture", "markers"}) {
     EXPECT_EQ(RunProgram(example, {}).status, 2) << example;
     EXPECT_EQ(RunProgram(example, {"--out"}).status, 2) << example;
     EXPECT_EQ(RunProgram(example, {"--out", "/no/folder/picture.png"}).status, 1) << example;
@@ -83,8 +83,9 @@ TEST(Examples, TextShowsEveryKindOfFont) {
   const struct {
     const char* kind;
     int left, top, right, bottom;
-  } places[] = {{"solid", 100, 80, 940, 250},  {"raster", 40, 280, 410, 305},    {"italic", 40, 316, 350, 340},
-                {"system", 40, 436, 280, 452}, {"SANSSERIF", 40, 476, 240, 506}, {"HAND", 296, 490, 640, 560},
+  } places[] = {{"solid", 100, 80, 940, 250},     {"raster", 40, 280, 410, 305},
+                {"italic", 40, 316, 350, 340},    {"system", 40, 436, 280, 452},
+                {"SANSSERIF", 40, 476, 240, 506}, {"HAND", 296, 490, 640, 560},
                 {"flat", 650, 290, 930, 570}};
   const int paper = Brightness(picture.At(0, 0));
   for (const auto& place : places) {
@@ -93,6 +94,25 @@ TEST(Examples, TextShowsEveryKindOfFont) {
       for (int x = place.left; x < place.right; ++x) ink += Brightness(picture.At(x, y)) < paper - 60;
     }
     EXPECT_GT(ink * 50, (place.right - place.left) * (place.bottom - place.top)) << place.kind;
+  }
+}
+
+TEST(Examples, TexturesLieOnTheirFaces) {
+  const Picture picture = PictureOf("texture");
+  const std::uint8_t *snow = picture.At(650, 155), *water = picture.At(500, 380),
+                     *bricks = picture.At(310, 330);
+  EXPECT_GT(Brightness(snow), 600);
+  EXPECT_GT(water[2], water[0] + 80);
+  EXPECT_GT(bricks[0], bricks[2] + 60);
+}
+
+TEST(Examples, MarkersKeepTheirSizeNearAndFar) {
+  const Picture picture = PictureOf("markers");
+  // Two poles' feet, one behind the other: 16 pixels of the same colour stand on each, and no more.
+  for (const auto& [x, y] : {std::pair{376, 408}, {355, 133}}) {
+    int height = 0;
+    for (int row = y - 24; row < y + 8; ++row) height += picture.At(x, row)[0] == 255 ? 1 : 0;
+    EXPECT_EQ(height, 16) << "at " << x << ", " << y;
   }
 }
 
