@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "media/PixelBlock.h"
 #include "platform/File.h"
 
 // Rows are decoded by whole words, whose bytes are red, green, blue and alpha in this order.
@@ -131,11 +132,12 @@ bool BitmapFile::ReadHeader() noexcept {
   if (m_iWidth < 1 || height == 0 || height == INT_MIN || m_uBitCount == 0) return false;
   m_bTopDown = height < 0;
   m_iHeight = m_bTopDown ? -height : height;
-  if (std::int64_t{m_iWidth} * m_iHeight > INT_MAX) return false;
+  if (std::int64_t{m_iWidth} * m_iHeight > kMostPixels) return false;
 
   const std::uint64_t rowBytes = (std::uint64_t{m_uBitCount} * static_cast<unsigned>(m_iWidth) + 31) / 32 * 4;
-  // By division, since the product may not fit.
-  if ((fileBytes - offset) / rowBytes < static_cast<unsigned>(m_iHeight)) return false;
+  // By division, since the product of the two may not fit.
+  const std::uint64_t mostRows = std::min<std::uint64_t>(fileBytes - offset, UINT32_MAX) / rowBytes;
+  if (mostRows < static_cast<unsigned>(m_iHeight)) return false;
   m_uRowBytes = static_cast<std::size_t>(rowBytes);
   return ReadColorTable(offset) && SeekFile(m_pFile, offset);
 }

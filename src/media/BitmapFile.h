@@ -16,8 +16,8 @@ class BitmapFile {
   explicit BitmapFile(std::FILE* aFile) noexcept : m_pFile(aFile) {}
 
   /// Reads all that stands before the pixels, and sees that the file is long enough to hold them.
-  /// @return false for a file that isn't such a bitmap, or has no image of at least 1 by 1 and at most 2^31 -
-  /// 1 pixels
+  /// @return false for a file that isn't such a bitmap, or whose image isn't one: empty, or past 32 bits in
+  /// bytes
   bool ReadHeader() noexcept;
 
   // The image's sides in pixels, both positive.

@@ -3,7 +3,6 @@
 #include "media/GLPixmap.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
 
 #include "component/Catalogue.h"
@@ -24,7 +23,7 @@ HRESULT CreateGLPixmap(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
 HRESULT GLPixmap::Initialize(int aWidth, int aHeight, GLDATA_RGBA4B aRGBA) noexcept {
   if (aWidth < 1 || aHeight < 1) return E_GL_BADVALUE;
   const std::int64_t count = std::int64_t{aWidth} * aHeight;
-  if (count > INT_MAX) return E_GL_BADVALUE;
+  if (count > kMostPixels) return E_GL_BADVALUE;
   PixelBlock pixels = std::move(m_pPixels);
   if (count != m_iPixelCount) {
     pixels.reset();  // before the new block, so that both need never be there at once

@@ -16,6 +16,9 @@ struct FreeBlock {
 /// Owns pixels; null is no image.
 using PixelBlock = std::unique_ptr<GLDATA_RGBA4B[], FreeBlock>;
 
+/// The most pixels that an image may have: their bytes fit 32 bits.
+inline constexpr std::int64_t kMostPixels = UINT32_MAX / sizeof(GLDATA_RGBA4B);
+
 /// Pixels with undefined values. @return null when there is no memory
 inline PixelBlock NewPixels(std::size_t aCount) noexcept {
   return PixelBlock(static_cast<GLDATA_RGBA4B*>(AllocateImage(aCount * sizeof(GLDATA_RGBA4B))));
