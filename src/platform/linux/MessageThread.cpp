@@ -8,15 +8,19 @@
 
 namespace {
 
+MessageThread* g_pThread = nullptr;  // from its first use on
+
 /// The thread mustn't outlive the module's code.
 struct EndWithModule {
-  ~EndWithModule() { MessageThread::Get().End(); }
+  ~EndWithModule() {
+    if (g_pThread != nullptr) g_pThread->End();
+  }
 } g_EndWithModule;
 
 }  // namespace
 
 MessageThread& MessageThread::Get() noexcept {
-  static MessageThread& thread = *new MessageThread;
+  static MessageThread& thread = *(g_pThread = new MessageThread);
   return thread;
 }
 

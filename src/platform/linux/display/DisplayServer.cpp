@@ -20,18 +20,21 @@ struct Choice {
   bool m_bEnded = false;  // the module ends: no display is opened any more
 };
 
+Choice* g_pChoice = nullptr;  // from its first use on
+
 Choice& TheChoice() noexcept {
-  static Choice& choice = *new Choice;
+  static Choice& choice = *(g_pChoice = new Choice);
   return choice;
 }
 
 /// A display's threads mustn't outlive the module's code.
 struct EndWithModule {
   ~EndWithModule() {
+    if (g_pChoice == nullptr) return;
     std::shared_ptr<DisplayServer> last;
-    const std::scoped_lock lock(TheChoice().m_Lock);
-    TheChoice().m_bEnded = true;
-    last.swap(TheChoice().m_pFound);
+    const std::scoped_lock lock(g_pChoice->m_Lock);
+    g_pChoice->m_bEnded = true;
+    last.swap(g_pChoice->m_pFound);
   }
 } g_EndWithModule;
 
