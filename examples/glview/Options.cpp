@@ -20,13 +20,15 @@ Shows a model in a window; any format that assimp reads.
   --views 1|4            one view, or four: front, right, top and free
   --turn YAW,PITCH       where the eye stands, in degrees (30,15)
   --axes                 show the axes
+  --text                 show the model's name
   --pick X,Y             print the name of the part at a pixel, and leave
   --pick-box X1,Y1,X2,Y2[,inside]
                          print the names of the parts in a box, or of those wholly inside it
   --help                 this text
 
 In the window: drag to turn, right or middle drag to pan, wheel to zoom; click to pick a part, Shift-drag to
-pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, F fog, A axes, Esc leaves.
+pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, F fog, A axes, T text,
+Esc leaves.
 )";
 
 namespace {
@@ -131,6 +133,8 @@ Options ParseOptions(int argc, const char* const* argv) {
       options.ortho = true;
     else if (option == "--axes")
       options.axes = true;
+    else if (option == "--text")
+      options.text = true;
     else if (option == "--turn")
       ParseTurn(value(), options);
     else if (option == "--pick")

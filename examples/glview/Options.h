@@ -24,6 +24,7 @@ struct Options {
   int views = 1;  ///< 1 or 4
   bool ortho = false;
   bool axes = false;
+  bool text = false;
   bool fog = false;
   bool help = false;
   Shade shade = Shade::Shaded;

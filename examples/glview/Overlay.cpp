@@ -7,6 +7,8 @@ namespace {
 constexpr std::uint16_t kDashes = 0x0F0F;
 constexpr GLDATA_RGBA kFillColor{1.0f, 0.55f, 0.1f, 0.15f};
 constexpr GLDATA_RGBA kEdgeColor{1.0f, 0.55f, 0.1f, 1.0f};
+constexpr GLDATA_RGBA kLabelColor{0.9f, 0.9f, 0.85f, 1.0f};
+constexpr GLDATA_POINT kLabelPlace{-0.97, 0.92, 0.0};
 
 GLPtr<IGLDrawAttr> MakeAttributes(GLDATA_RGBA aColor) {
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
@@ -35,13 +37,21 @@ void Overlay::SetBand(std::optional<Band> aBand) {
   m_band = aBand;
 }
 
-HRESULT Overlay::Draw(IGLCanvas* aCanvas, IGLContext*) noexcept {
+void Overlay::SetLabel(const std::string& aText) {
+  const std::lock_guard lock(m_lock);
+  m_label = GLString(aText);
+}
+
+HRESULT Overlay::Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept {
   std::optional<Band> band;
+  GLString label;
   {
     const std::lock_guard lock(m_lock);
     band = m_band;
+    label = m_label;
   }
   if (band) DrawBand(*aCanvas, *band);
+  if (SysStringLen(label) > 0) DrawLabel(*aCanvas, *aContext, label);
   if (m_clock != nullptr) {
     glFinish();  // else the time would be that of asking, not of drawing
     m_clock->Stop();
@@ -59,5 +69,16 @@ void Overlay::DrawBand(IGLCanvas& aCanvas, const Band& aBand) {
   aCanvas.BeginDrawLineLoop();
   EmitCorners(aCanvas, aBand);
   aCanvas.EndDrawVertices();
+  aCanvas.PopDepthAttribute();
+}
+
+void Overlay::DrawLabel(IGLCanvas& aCanvas, IGLContext& aContext, const GLString& aLabel) {
+  if (!m_font) aContext.CreateSystemFont(m_font.Put());
+  if (!m_font) return;
+  aCanvas.PushDepthAttribute();
+  GLDATA_RGBA color = kLabelColor;
+  GLDATA_POINT place = kLabelPlace;
+  aCanvas.SetVertexColor(&color);  // before the place, which takes the colour along
+  m_font->Print(aLabel, &place);
   aCanvas.PopDepthAttribute();
 }

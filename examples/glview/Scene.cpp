@@ -40,6 +40,7 @@ Scene::Scene(const Model& aModel, const Options& aOptions, ULONG_PTR aParent)
   AddLights();
   m_camera.Turn(aOptions.yaw * kDegree, aOptions.pitch * kDegree);
   SetAxes(m_axes);
+  SetText(aOptions.text);
   SetSize(m_width, m_height);
   m_painter = GLMake<ModelPainter>(m_model, m_clock);
   m_painter->SetShade(m_shade);
@@ -133,6 +134,12 @@ void Scene::SetAxes(bool aOn) {
   for (View& view : m_views) {
     GLPtr<IGLViewer>::FromBorrowed(view.viewer).As<IGLViewer2>()->SetShowAxes(aOn ? 1 : 0);
   }
+  Redraw();
+}
+
+void Scene::SetText(bool aOn) {
+  m_text = aOn;
+  for (View& view : m_views) view.overlay->SetLabel(aOn ? m_model.name : std::string());
   Redraw();
 }
 

@@ -36,9 +36,12 @@ class Scene {
   void SetShade(Shade aShade);
   void SetFog(bool aOn);
   void SetAxes(bool aOn);
+  /// Shows the model's name.
+  void SetText(bool aOn);
   Shade GetShade() const { return m_shade; }
   bool HasFog() const { return m_fog; }
   bool HasAxes() const { return m_axes; }
+  bool HasText() const { return m_text; }
 
   /// Turns, pans and zooms as a drag or wheel at a pixel asks. Pixels from the top left, y down.
   void Turn(int aX, int aY, double aRight, double aDown);
@@ -91,4 +94,5 @@ class Scene {
   Shade m_shade;
   bool m_fog;
   bool m_axes;
+  bool m_text = false;
 };

@@ -125,6 +125,9 @@ void Window::OnKey(int aKey) {
     case GLFW_KEY_A:
       m_scene->SetAxes(!m_scene->HasAxes());
       break;
+    case GLFW_KEY_T:
+      m_scene->SetText(!m_scene->HasText());
+      break;
     case GLFW_KEY_F:
       m_scene->SetFog(!m_scene->HasFog());
       break;
