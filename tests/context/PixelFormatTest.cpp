@@ -256,10 +256,10 @@ TEST(MessageHook, PassesColourChangesDownFromTheFirstContextsTopLevelWindow) {
     context->GetWindow(&now);
     return now != 0 && now != old;
   };
-  const std::size_t made = display->m_vMade.size();
+  const int made = display->m_iMade;
   PostMessageA(other, WM_SYSCOLORCHANGE, 0, 0);
   PostMessageA(top, WM_SYSCOLORCHANGE, 0, 0);
   EXPECT_TRUE(Eventually([&] { return replaced(first, before[0]) && replaced(second, before[1]); }))
       << "all contexts are served, whichever top-level window they live in";
-  EXPECT_EQ(display->m_vMade.size(), made + 2) << "the other top-level window reaches none";
+  EXPECT_EQ(display->m_iMade, made + 2) << "the other top-level window reaches none";
 }

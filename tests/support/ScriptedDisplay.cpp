@@ -16,6 +16,7 @@ HWND ScriptedDisplay::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
   const HWND window = m_pReal->MakeWindow(nullptr, aPlace);
   m_ParentOf[window] = aParent;
   m_vMade.push_back(window);
+  ++m_iMade;
   return window;
 }
 

@@ -40,7 +40,8 @@ class ScriptedDisplay : public DisplayServer {
   // What was seen.
   std::vector<Move> m_vMoves;
   std::vector<int> m_vSamplesAsked;
-  std::vector<HWND> m_vMade;
+  std::vector<HWND> m_vMade;    ///< to be read while nothing is made
+  std::atomic<int> m_iMade{0};  ///< their number, at any time
 
   bool IsBroken() const noexcept override { return false; }
   HWND MakeWindow(HWND aParent, const RECT& aPlace) noexcept override;
