@@ -16,7 +16,7 @@ class HeadlessDisplay : public DisplayServer {
 
   bool IsBroken() const noexcept override { return false; }
   HWND MakeWindow(HWND aParent, const RECT& aPlace) noexcept override;
-  bool Show(HWND ) noexcept override { return true; };
+  bool Show(HWND) noexcept override { return true; };
   void EndWindow(HWND aWindow) noexcept override;
   bool Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept override;
   bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept override;
