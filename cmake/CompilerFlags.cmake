@@ -2,6 +2,9 @@
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Werror -fvisibility=hidden
                     -fvisibility-inlines-hidden)
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  add_compile_options(-Wno-sign-conversion)  # g++ counts it apart from -Wconversion
+endif()
 if(GLLIB_SANITIZE)
   add_compile_options(-fsanitize=${GLLIB_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${GLLIB_SANITIZE})

@@ -6,7 +6,7 @@
 
 GPlane::GPlane(const GPoint& aNormal, const GPoint& aPoint) noexcept
     : m_ptA(aPoint), m_ptB(aPoint), m_ptC(aPoint) {
-  const auto& [a, b, c] = aNormal;
+  const double a = aNormal.x, b = aNormal.y, c = aNormal.z;
   const double d = -aNormal.Dot(aPoint);
   const GPoint& p = aPoint;
   // Two coordinates are chosen, the third follows from the equation; it is one whose coefficient isn't 0.

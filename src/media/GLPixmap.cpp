@@ -10,12 +10,6 @@
 #include "platform/File.h"
 #include "platform/GL.h"
 
-namespace {
-
-constexpr GLDATA_RGBA4B kOpaqueBlack = {0, 0, 0, 255};
-
-}  // namespace
-
 HRESULT CreateGLPixmap(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLPixmap>(aOuter, riid, ppv);
 }
