@@ -131,12 +131,13 @@ bool RegistryFile::Parse(const std::string& aText) {
       if (first != std::string::npos) above += line + "\r\n";
       continue;
     }
-    if (line.back() == '\\') {  // goes on in the next line
+    if (line.ends_with('\\')) {  // goes on in the next line
       whole += line.substr(0, line.size() - 1);
       continue;
     }
     line = std::exchange(whole, std::string()) + line;
     line.erase(0, line.find_first_not_of(" \t"));
+    if (line.empty()) return false;  // a line that goes on has to be one
     if (!header) {
       if (line != kHeader) return false;
       header = true;
