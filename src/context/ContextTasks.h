@@ -34,4 +34,4 @@ class PResetClipPlanesEvent final : public PEvent {
 };
 
 /// Notes on the calling thread that it is the draw thread of a context, or of none.
-void MarkDrawThread(const GLContext* aContext) noexcept;
+void MarkDrawThread(GLContext* aContext) noexcept;

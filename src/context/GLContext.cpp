@@ -29,7 +29,8 @@ bool GLContext::IsUsable() const noexcept {
 void GLContext::FinalRelease() noexcept {
   // A frame that is still being drawn may count the context up and down again.
   if (m_bReleased.test_and_set()) return;
-  if (IsDrawThread()) {
+  // The end waits for a cycle: on a draw thread, of another context too, for one that may wait for this one.
+  if (DrawnHere() != nullptr) {
     RunOnTeardownThread([this]() noexcept { delete this; });
   } else {
     delete this;

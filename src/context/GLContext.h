@@ -38,7 +38,7 @@ class GLContext final
   GLContext();
   ~GLContext();
 
-  /// Runs the destructor here, or on a thread of its own when the last reference goes on the draw thread.
+  /// Runs the destructor here, or on a thread of its own when the last reference goes on a draw thread.
   void FinalRelease() noexcept;
 
   // IGLContext
@@ -125,8 +125,10 @@ class GLContext final
   // What the tasks, the message hook and the window procedure use.
   HWND Window() const noexcept { return m_hWnd; }
   bool HasFont(IGLFont* aFont) noexcept;
+  /// The context whose draw thread is the calling one; null on any other thread.
+  static GLContext* DrawnHere() noexcept;
   /// Whether the calling thread is this context's draw thread.
-  bool IsDrawThread() const noexcept;
+  bool IsDrawThread() const noexcept { return DrawnHere() == this; }
   /// Switches every clip plane off in GL. Draw thread, with GL current.
   void DisableAllClipPlanes() noexcept;
   LRESULT WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept;
@@ -134,6 +136,7 @@ class GLContext final
  private:
   friend class PSelectEvent;
   friend class PResetClipPlanesEvent;
+  class DrawThreadWait;
 
   // Window and rendering context: GLContextWindow.cpp.
   bool CreateGLWindow() noexcept;
@@ -218,6 +221,7 @@ class GLContext final
   mutable std::mutex m_DrawThreadLock;       // for the copying of m_pDrawThread alone
   std::mutex m_ReplaceLock;                  // one replacement of window and thread at a time
   std::mutex m_SelectLock;                   // one selection at a time
+  const GLContext* m_pAwaited = nullptr;     // in whose selection the draw thread waits; see DrawThreadWait
   std::atomic<bool> m_bClipResetDue{false};  // clip planes still to be switched off in GL
   std::atomic_flag m_bReleased;              // the last reference has gone
   ULONG m_uContextNumber = 0;                // of the rendering context; draw thread

@@ -2,10 +2,44 @@
 // thread with nothing held but the right to select.
 
 #include <memory>
+#include <mutex>
 #include <new>
 
 #include "context/GLContext.h"
 #include "context/PSelectEvent.h"
+
+namespace {
+
+std::mutex g_WaitsLock;  // guards m_pAwaited of all contexts
+
+}  // namespace
+
+/// Notes for its length that a draw thread waits for another context's. One that would close a circle isn't
+/// noted: nobody in it would ever be served.
+class GLContext::DrawThreadWait {
+ public:
+  DrawThreadWait(GLContext* aWaiting, GLContext& aAwaited) noexcept : m_pWaiting(aWaiting) {
+    if (aWaiting == nullptr) return;
+    const std::scoped_lock lock(g_WaitsLock);
+    for (const GLContext* next = &aAwaited; next != nullptr; next = next->m_pAwaited) {
+      if (next == aWaiting) m_bClosesCircle = true;
+    }
+    if (!m_bClosesCircle) aWaiting->m_pAwaited = &aAwaited;
+  }
+  ~DrawThreadWait() {
+    if (m_pWaiting == nullptr || m_bClosesCircle) return;
+    const std::scoped_lock lock(g_WaitsLock);
+    m_pWaiting->m_pAwaited = nullptr;
+  }
+  DrawThreadWait(const DrawThreadWait&) = delete;
+  DrawThreadWait& operator=(const DrawThreadWait&) = delete;
+
+  bool IsAllowed() const noexcept { return !m_bClosesCircle; }
+
+ private:
+  GLContext* m_pWaiting;
+  bool m_bClosesCircle = false;
+};
 
 // The viewer that a host means, counted: it may be destroyed by another thread at any moment.
 GLPtr<IGLViewer> GLContext::FindViewer(IGLViewer* aViewer) noexcept {
@@ -31,7 +65,7 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
     const GLPtr<IGLViewer> viewer = FindViewer(aViewer);
     if (!viewer) {
       result = E_INVALIDARG;
-    } else if (!IsDrawThread()) {
+    } else if (const DrawThreadWait wait(DrawnHere(), *this); wait.IsAllowed()) {
       const std::scoped_lock oneAtATime(m_SelectLock);
       try {
         const auto outcome = std::make_shared<PSelectOutcome>();

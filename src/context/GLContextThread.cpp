@@ -26,13 +26,13 @@ int KnownPriority(int aPriority) noexcept {
 }
 
 // The context whose draw thread this is.
-thread_local const GLContext* t_pDrawnContext = nullptr;
+thread_local GLContext* t_pDrawnContext = nullptr;
 
 }  // namespace
 
-void MarkDrawThread(const GLContext* aContext) noexcept { t_pDrawnContext = aContext; }
+void MarkDrawThread(GLContext* aContext) noexcept { t_pDrawnContext = aContext; }
 
-bool GLContext::IsDrawThread() const noexcept { return t_pDrawnContext == this; }
+GLContext* GLContext::DrawnHere() noexcept { return t_pDrawnContext; }
 
 std::shared_ptr<PThread> GLContext::DrawThread() const noexcept {
   const std::scoped_lock lock(m_DrawThreadLock);

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <memory>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "component/Module.h"
@@ -161,6 +162,22 @@ TEST(Context, EndsWhileItsPainterDrawsAndByItsPainter) {
     });
     last->AttachPainter(painter.Get());
     EXPECT_TRUE(Eventually([&] { return released && g_iModuleLocks <= locks; })) << "the context has gone";
+  }
+  {
+    Painted one, other;  // each ends by the other's painter, while both draw
+    std::atomic<int> inside{0};
+    for (auto [here, last] : {std::pair(&one, other.context.Get()), std::pair(&other, one.context.Get())}) {
+      const auto painter = GLMake<TestPainter>([&inside, last = last, released = false](Scene&) mutable {
+        if (std::exchange(released, true)) return;
+        ++inside;
+        EXPECT_TRUE(Eventually([&] { return inside == 2; }));
+        last->Release();
+      });
+      here->context->AttachPainter(painter.Get());
+    }
+    one.context.Detach();
+    other.context.Detach();
+    EXPECT_TRUE(Eventually([&] { return inside == 2 && g_iModuleLocks <= locks; })) << "both have gone";
   }
 }
 

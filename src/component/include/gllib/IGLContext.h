@@ -22,12 +22,13 @@ struct IGLViewer;
 /// before Initialize, and survive another one.
 ///
 /// The last Release ends the drawing and returns when it has ended: at most one running cycle, then the
-/// tear-down. No callback comes after it. A last Release on the draw thread itself hands this to another
-/// thread and returns.
+/// tear-down. No callback comes after it. A last Release on a draw thread, this context's or another's, hands
+/// this to a thread of its own and returns.
 ///
 /// Threads: any, at any time, unless an operation says otherwise. "Waits for the frame" stands where an
 /// operation takes the context's lock, which the draw thread holds for the length of a frame: such an
 /// operation may be called from a painter, but not by a host thread that holds a lock that the painter wants.
+/// Of another context a painter may call it only if that one's painter doesn't wait for this one in turn.
 /// Results: S_OK; E_INVALIDARG when a pointer is null, with nothing changed or written; E_GL_BADSTATE where
 /// the context's parts couldn't be made; what else stands at the operation.
 struct IGLContext : IUnknown {
@@ -208,8 +209,9 @@ struct IGLContext : IUnknown {
   ///                        are found: be generous
   /// @param aIDArray        receives the identifiers
   /// @return S_OK; E_INVALIDARG for null or another context's viewer; E_GL_BADSTATE before Initialize, on the
-  ///         draw thread, and when the thread is suspended, becomes so or is replaced meanwhile. Every
-  ///         failure but a null pointer sets aArraySize to 0
+  ///         draw thread, on another context's that this one waits for in turn, and when the thread is
+  ///         suspended, becomes so or is replaced meanwhile. Every failure but a null pointer sets aArraySize
+  ///         to 0
   virtual HRESULT Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2,
                          LONG aSelectClosest, LONG aSelectEnclosed, int* aArraySize,
                          ULONG* aIDArray) noexcept = 0;
