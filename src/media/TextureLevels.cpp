@@ -91,8 +91,9 @@ void TextureLevels::Load() noexcept {
   }
 }
 
-/// Scales the whole image down to a level's size. No memory leaves the block null.
+/// Scales the whole image down to a level's size. No memory, and nothing to draw on, leave the block null.
 void TextureLevels::MakeLevel(const Image& aImage, const Image& aLevel, PixelBlock& aBlock) const noexcept {
+  if (!IsGLCurrent()) return;
   const TightPixelStore tight;  // GLU reads and writes through the store parameters
   aBlock = NewPixels(static_cast<std::size_t>(aLevel.m_iWidth) * static_cast<std::size_t>(aLevel.m_iHeight));
   if (aBlock == nullptr) return;

@@ -91,7 +91,7 @@ HRESULT GLCanvas::TexCoord2d(double dS, double dT) noexcept {
 HRESULT GLCanvas::Build2DMipmaps(int nInternalFormat, int nWidth, int nHeight, eGLTexFormat eFormat,
                                  eGLDataType eType, int /*nDataBytes*/, unsigned char* pbyPixels) noexcept {
   if (pbyPixels == nullptr) return E_INVALIDARG;
-  if (glGetString(GL_VERSION) == nullptr) return S_OK;  // GLU reads it, and falls where no context is current
+  if (!IsGLCurrent()) return S_OK;
   gluBuild2DMipmaps(GL_TEXTURE_2D, nInternalFormat, nWidth, nHeight, GL(eFormat), GL(eType), pbyPixels);
   glTexEnvf(kTextureFilterControl, kTextureLodBias, -0.5f);  // towards the sharper levels
   return S_OK;

@@ -1,0 +1,73 @@
+// Runs a fuzz target without a fuzzer: over the files of its corpus, then over inputs made from seeds.
+//   <target> [-runs=N] [-first=seed] [-seconds=S] [file or folder]...
+// Runs the first N seeds, or as many as fit into the seconds. -first=K -runs=1 repeats seed K alone.
+
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) __attribute__((weak));
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* aData, std::size_t aSize);
+
+namespace {
+
+using Input = std::vector<std::uint8_t>;
+
+Input FromFile(const std::filesystem::path& aFile) {
+  std::ifstream in(aFile, std::ios::binary);
+  return Input(std::istreambuf_iterator<char>(in), {});
+}
+
+Input FromSeed(unsigned aSeed) {
+  std::mt19937 random(aSeed);
+  Input input(random() % 4096);
+  for (std::uint8_t& byte : input) byte = static_cast<std::uint8_t>(random());
+  return input;
+}
+
+unsigned g_uFiles = 0;
+
+void Run(const Input& aInput) { LLVMFuzzerTestOneInput(aInput.data(), aInput.size()); }
+
+void RunFiles(const std::filesystem::path& aPath) {
+  if (std::filesystem::is_directory(aPath)) {
+    for (const auto& entry : std::filesystem::directory_iterator(aPath)) RunFiles(entry.path());
+    return;
+  }
+  Run(FromFile(aPath));
+  ++g_uFiles;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (LLVMFuzzerInitialize != nullptr) LLVMFuzzerInitialize(&argc, &argv);
+  unsigned runs = 0, first = 0, seconds = 0;
+  for (int i = 1; i < argc; ++i) {
+    const std::string argument = argv[i];
+    const auto number = [&](const char* aOption, unsigned& aValue) {
+      const std::string head = std::string("-") + aOption + "=";
+      if (!argument.starts_with(head)) return false;
+      aValue = static_cast<unsigned>(std::stoul(argument.substr(head.size())));
+      return true;
+    };
+    if (!number("runs", runs) && !number("first", first) && !number("seconds", seconds)) RunFiles(argument);
+  }
+  using Clock = std::chrono::steady_clock;
+  const auto end = seconds > 0 ? Clock::now() + std::chrono::seconds(seconds) : Clock::time_point::max();
+  unsigned done = 0;
+  for (; done < runs && Clock::now() < end; ++done) {
+    // Told before the run, so that a log of one that crashes ends with its seed.
+    if (std::getenv("FUZZ_VERBOSE") != nullptr) std::fprintf(stderr, "seed %u\n", first + done);
+    Run(FromSeed(first + done));
+  }
+  std::printf("%u files, %u seeds from %u on\n", g_uFiles, done, first);
+  return 0;
+}

@@ -1,0 +1,93 @@
+// Bytes: the input of a run, as a source of choices and values. Used by one thread at a time.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <span>
+
+class Bytes {
+ public:
+  explicit Bytes(std::span<const std::uint8_t> aData) noexcept : m_Data(aData) {}
+
+  bool IsEmpty() const noexcept { return m_Data.empty(); }
+  std::size_t Left() const noexcept { return m_Data.size(); }
+  /// The next byte; 0 at the end.
+  std::uint8_t Byte() noexcept {
+    if (m_Data.empty()) return 0;
+    const std::uint8_t byte = m_Data.front();
+    m_Data = m_Data.subspan(1);
+    return byte;
+  }
+  /// Splits a part off the front.
+  std::span<const std::uint8_t> Take(std::size_t aSize) noexcept {
+    const auto part = m_Data.first(aSize < m_Data.size() ? aSize : m_Data.size());
+    m_Data = m_Data.subspan(part.size());
+    return part;
+  }
+  bool OneIn(unsigned aCount) noexcept { return Byte() % aCount == 1; }
+  /// One of a table's values.
+  template <class T, std::size_t N>
+  T OneOf(const T (&aValues)[N]) noexcept {
+    return aValues[Byte() % N];
+  }
+
+  std::uint32_t Word() noexcept {
+    std::uint32_t word = 0;
+    for (int i = 0; i < 4; ++i) word = word << 8 | Byte();
+    return word;
+  }
+  /// Small numbers for the most part, then the ends of the range, then any.
+  std::int32_t Int() noexcept {
+    const std::uint8_t kind = Byte();
+    if (kind < 200) return kind % 100 - 10;
+    constexpr std::int32_t kEdges[] = {INT32_MIN, INT32_MIN + 1, -65536, -32768, 255,           256,
+                                       257,       32767,         65535,  65536,  INT32_MAX - 1, INT32_MAX};
+    return kind < 240 ? kEdges[kind % std::size(kEdges)] : static_cast<std::int32_t>(Word());
+  }
+  /// Numbers about 0 for the most part, then what arithmetic stumbles over, then any bits.
+  double Real() noexcept {
+    const std::uint8_t kind = Byte();
+    if (kind < 200) return (kind - 100) / 20.0;
+    using Limits = std::numeric_limits<double>;
+    constexpr double kEdges[] = {Limits::quiet_NaN(),
+                                 Limits::infinity(),
+                                 -Limits::infinity(),
+                                 Limits::max(),
+                                 Limits::lowest(),
+                                 Limits::min(),
+                                 Limits::denorm_min(),
+                                 -0.0,
+                                 1e30,
+                                 -1e30,
+                                 1e-30,
+                                 180.0,
+                                 90.0,
+                                 2147483648.0,
+                                 16777217.0,
+                                 1000.0};
+    if (kind < 240) return kEdges[kind % std::size(kEdges)];
+    const std::uint64_t bits = std::uint64_t{Word()} << 32 | Word();
+    double value = 0;
+    std::memcpy(&value, &bits, sizeof(value));
+    return value;
+  }
+  float Float() noexcept {
+    const double value = Real();
+    using Limits = std::numeric_limits<float>;
+    if (value > Limits::max()) return Limits::infinity();
+    if (value < Limits::lowest()) return -Limits::infinity();
+    return static_cast<float>(value);
+  }
+  /// A size in pixels: small, wrong, or too large for any memory. Nothing that is merely slow.
+  int Size() noexcept {
+    constexpr int kEdges[] = {0, -1, 1, 7, 8, 16, 24, 64, 255, 256, INT32_MIN, INT32_MAX};
+    const std::uint8_t kind = Byte();
+    return kind < 128 ? kind % 64 : kEdges[kind % std::size(kEdges)];
+  }
+
+ private:
+  std::span<const std::uint8_t> m_Data;
+};

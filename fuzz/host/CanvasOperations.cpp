@@ -1,0 +1,217 @@
+// The canvas: that of the painter's context on a draw thread, one of its own with no context on a host's.
+// What belongs together in GL is one operation: a primitive with its vertices, a list with what it holds.
+
+#include <algorithm>
+#include <vector>
+
+#include "host/Turn.h"
+
+namespace {
+
+constexpr int kMostVertices = 32, kMostTriangles = 64;
+constexpr std::array kDeepest = {8, 1, 4};  // pushes on each stack, far from GL's own limits
+
+using Vertices = HRESULT (IGLCanvas::*)() noexcept;
+
+constexpr Vertices kPrimitives[] = {&IGLCanvas::BeginDrawPoints,      &IGLCanvas::BeginDrawLines,
+                                    &IGLCanvas::BeginDrawLineStrip,   &IGLCanvas::BeginDrawLineLoop,
+                                    &IGLCanvas::BeginDrawTriangles,   &IGLCanvas::BeginDrawTriangleStrip,
+                                    &IGLCanvas::BeginDrawTriangleFan, &IGLCanvas::BeginDrawQuads,
+                                    &IGLCanvas::BeginDrawQuadStrip,   &IGLCanvas::BeginDrawPolygon};
+
+// What may stand within a primitive.
+constexpr void (*kWithin[])(Turn&) = {CallUntested<&IGLCanvas::Vertex>,
+                                      CallUntested<&IGLCanvas::Vertex2d>,
+                                      CallUntested<&IGLCanvas::Vertex3d>,
+                                      CallUntested<&IGLCanvas::Vertex2f>,
+                                      CallUntested<&IGLCanvas::Vertex3f>,
+                                      CallUntested<&IGLCanvas::SetVertexNormal>,
+                                      CallUntested<&IGLCanvas::SetVertexNormal3d>,
+                                      CallUntested<&IGLCanvas::SetVertexNormal3f>,
+                                      CallUntested<&IGLCanvas::SetVertexColor>,
+                                      CallUntested<&IGLCanvas::SetVertexEdgeFlag>,
+                                      CallUntested<&IGLCanvas14_4::TexCoord2f>,
+                                      CallUntested<&IGLCanvas14_4::TexCoord2d>};
+
+void Primitive(Turn& aTurn) {
+  aTurn.Check((aTurn.m_Canvas.*aTurn.m_Bytes.OneOf(kPrimitives))());
+  for (int i = aTurn.m_Bytes.Byte() % kMostVertices; i > 0; --i) aTurn.m_Bytes.OneOf(kWithin)(aTurn);
+  aTurn.Check(aTurn.m_Canvas.EndDrawVertices());
+}
+
+void CompileList(Turn& aTurn) {
+  int list = 0;
+  if (FAILED(aTurn.Check(aTurn.m_Canvas.BeginCompileList(&list)))) return;
+  for (int i = aTurn.m_Bytes.Byte() % 4; i > 0; --i) {
+    aTurn.m_Canvas.SetTestID(aTurn.m_Bytes.Word());
+    Primitive(aTurn);
+  }
+  aTurn.Check(aTurn.m_Canvas.EndCompileList());
+  aTurn.m_World.m_iList = list;
+}
+
+int AnyList(Turn& aTurn) {
+  return aTurn.m_Bytes.OneIn(2) ? aTurn.m_World.m_iList.load() : aTurn.m_Bytes.Int();
+}
+
+void DrawList(Turn& aTurn) { aTurn.Check(aTurn.m_Canvas.DrawCompiledList(AnyList(aTurn))); }
+void DeleteList(Turn& aTurn) { aTurn.Check(aTurn.m_Canvas.DeleteCompiledList(AnyList(aTurn))); }
+void IsList(Turn& aTurn) {
+  LONG valid = 0;
+  aTurn.Check(aTurn.m_Canvas.IsCompiledList(AnyList(aTurn), &valid));
+}
+
+/// Something that a painter has to take back, at the latest before it returns.
+template <Turn::Stack kStack, void (*kPush)(Turn&)>
+void Push(Turn& aTurn) {
+  if (aTurn.m_aiPushed[kStack] >= kDeepest[kStack]) return;
+  ++aTurn.m_aiPushed[kStack];
+  kPush(aTurn);
+}
+template <Turn::Stack kStack, void (*kPop)(Turn&)>
+void Pop(Turn& aTurn) {
+  if (aTurn.m_aiPushed[kStack] == 0) return;
+  --aTurn.m_aiPushed[kStack];
+  kPop(aTurn);
+}
+
+/// A push that fails leaves nothing to pop.
+void PushProjection(Turn& aTurn) {
+  if (aTurn.m_aiPushed[Turn::kProjection] >= kDeepest[Turn::kProjection]) return;
+  Argument<GLDATA_POINT*> extents(aTurn, true);
+  if (SUCCEEDED(aTurn.Check(aTurn.m_Canvas.PushProjectionMatrix(aTurn.m_Bytes.Byte() & 1, extents.Pass()))))
+    ++aTurn.m_aiPushed[Turn::kProjection];
+}
+
+// Larger than any image here with the row lengths and skips that a pixmap may have left in GL.
+std::array<unsigned char, std::size_t{4} << 20> g_Texels;
+
+void TexImage2D(Turn& aTurn) {
+  Bytes& bytes = aTurn.m_Bytes;
+  const int width = std::min(bytes.Size(), 64), height = std::min(bytes.Size(), 64);
+  constexpr int kFormats[] = {GLTF_RGB, GLTF_RGBA, GLTF_RGBA, 3, 0};
+  constexpr int kTypes[] = {
+      GLDT_BYTE,         GLDT_UNSIGNED_BYTE, GLDT_SHORT,   GLDT_UNSIGNED_SHORT, GLDT_INT,
+      GLDT_UNSIGNED_INT, GLDT_FLOAT,         GLDT_2_BYTES, GLDT_DOUBLE,         0};
+  const auto format = static_cast<eGLTexFormat>(bytes.OneOf(kFormats));
+  const auto type = static_cast<eGLDataType>(bytes.OneOf(kTypes));
+  const int internal = bytes.OneOf(kFormats), level = bytes.Int(), border = bytes.Byte() % 3 - 1;
+  unsigned char* texels = bytes.OneIn(8) ? nullptr : g_Texels.data();
+  const auto canvas = aTurn.Pick<IGLCanvas14_4>();
+  if (bytes.OneIn(2)) {
+    aTurn.Check(
+        canvas->TexImage2D(level, internal, width, height, border, format, type, bytes.Int(), texels));
+  } else {
+    aTurn.Check(canvas->Build2DMipmaps(internal, width, height, format, type, bytes.Int(), texels));
+  }
+}
+
+void GenTextures(Turn& aTurn) {
+  unsigned names[4] = {};
+  constexpr int kCounts[] = {-1, 0, 1, 4};
+  aTurn.Check(aTurn.Pick<IGLCanvas14_4>()->GenTextures(aTurn.m_Bytes.OneOf(kCounts),
+                                                       aTurn.m_Bytes.OneIn(8) ? nullptr : names));
+}
+
+template <class T, auto kMember>
+void TexGenValues(Turn& aTurn) {
+  T values[4] = {};
+  for (T& value : values) value = Argument<T>::Make(aTurn.m_Bytes);
+  constexpr int kCoords[] = {GLTCN_S, GLTCN_T, GLTCN_R, GLTCN_Q, 0};
+  constexpr int kParameters[] = {GLTGP_TEXTURE_GEN_MODE, GLTGP_OBJECT_PLANE, GLTGP_EYE_PLANE, 0};
+  aTurn.Check(((*aTurn.Pick<IGLCanvas14_4>()).*kMember)(
+      static_cast<eGLTextureCoordName>(aTurn.m_Bytes.OneOf(kCoords)),
+      static_cast<eGLTextureGenParameter>(aTurn.m_Bytes.OneOf(kParameters)), aTurn.m_Bytes.Int(),
+      aTurn.m_Bytes.OneIn(8) ? nullptr : values));
+}
+
+void SwitchTexturing(Turn& aTurn) {
+  constexpr int kSwitches[] = {GLE_COLOR_MATERIAL, GLE_TEXTURE_GEN_S, GLE_TEXTURE_GEN_T, GLE_TEXTURE_2D, 0};
+  const auto which = static_cast<eGLEnable>(aTurn.m_Bytes.OneOf(kSwitches));
+  const auto canvas = aTurn.Pick<IGLCanvas14_4>();
+  aTurn.Check(aTurn.m_Bytes.OneIn(2) ? canvas->Enable(which) : canvas->Disable(which));
+}
+
+void GetTriangles(Turn& aTurn) {
+  std::vector<GLDATA_TRANS_TRIANGLE> triangles(kMostTriangles);
+  const LONG count = std::min(aTurn.m_Bytes.Int(), kMostTriangles);
+  aTurn.Check(aTurn.Pick<IGLCanvas13_1>()->GetTransparentTriangles(
+      aTurn.m_Bytes.Int(), count, aTurn.m_Bytes.OneIn(16) ? nullptr : triangles.data()));
+}
+
+/// The store grows until somebody clears it: a painter adds at every frame.
+template <auto kAdd>
+void AddTriangle(Turn& aTurn) {
+  LONG count = 0;
+  const auto canvas = aTurn.Pick<IGLCanvas13_1>();
+  canvas->GetNumTransparentTriangles(&count);
+  if (count > kMostTriangles) canvas->ClearTransparentTriangles();
+  Call<kAdd>(aTurn);
+}
+
+constexpr Operation kOperations[] = {
+    {"a primitive", Primitive},
+    {"a primitive", Primitive},
+    {"a primitive", Primitive},
+    {"a list", CompileList},
+    {"DrawCompiledList", DrawList},
+    {"DeleteCompiledList", DeleteList},
+    {"IsCompiledList", IsList},
+    CALL(IGLCanvas, SetModelview6d),
+    CALL(IGLCanvas, ResetModelview6d),
+    CALL(IGLCanvas, SetModelview16d),
+    CALL(IGLCanvas, ResetModelview16d),
+    {"PushModelviewMatrix", Push<Turn::kModelview, Call<&IGLCanvas::PushModelviewMatrix>>},
+    {"PopModelviewMatrix", Pop<Turn::kModelview, Call<&IGLCanvas::PopModelviewMatrix>>},
+    CALL(IGLCanvas, Translate),
+    CALL(IGLCanvas, Rotate_RAD),
+    CALL(IGLCanvas, Scale),
+    {"PushProjectionMatrix", PushProjection},
+    {"PopProjectionMatrix", Pop<Turn::kProjection, Call<&IGLCanvas::PopProjectionMatrix>>},
+    CALL(IGLCanvas, EnableClipPlanes),
+    {"PushDepthAttribute", Push<Turn::kAttributes, Call<&IGLCanvas::PushDepthAttribute>>},
+    {"PopDepthAttribute", Pop<Turn::kAttributes, Call<&IGLCanvas::PopDepthAttribute>>},
+    {"PushLightAttribute", Push<Turn::kAttributes, Call<&IGLCanvas::PushLightAttribute>>},
+    {"PopLightAttribute", Pop<Turn::kAttributes, Call<&IGLCanvas::PopLightAttribute>>},
+    {"PushAttrib", Push<Turn::kAttributes, Call<&IGLCanvas2::PushAttrib>>},
+    {"PopAttrib", Pop<Turn::kAttributes, Call<&IGLCanvas2::PopAttrib>>},
+    {"PushDepthMask", Push<Turn::kAttributes, Call<&IGLCanvas13_1::PushDepthMask>>},
+    CALL(IGLCanvas, SetTestID),
+    {"SetVertexColor", CallUntested<&IGLCanvas::SetVertexColor>},
+    CALL(IGLCanvas, SetVertexLineWidth),
+    CALL(IGLCanvas, SetVertexLineStipple),
+    CALL(IGLCanvas, SetVertexPointSize),
+    CALL(IGLCanvas, SetDrawAttributes),
+    CALL(IGLCanvas, SetMaterial),
+    CALL(IGLCanvas2, GetModelviewMatrix),
+    CALL(IGLCanvas2, Ortho),
+    CALL(IGLCanvas2, Perspective),
+    CALL(IGLCanvas3, GetWindowCoords),
+    CALL(IGLCanvas3, GetModelCoords),
+    CALL(IGLCanvas13_1, GetDrawAttributes),
+    CALL(IGLCanvas13_1, GetMaterial),
+    CALL(IGLCanvas13_1, ClearTransparentTriangles),
+    {"AddTransparentTriangle", AddTriangle<&IGLCanvas13_1::AddTransparentTriangle>},
+    {"AddTransparentTriangle2", AddTriangle<&IGLCanvas13_1::AddTransparentTriangle2>},
+    {"AddTransparentTriangle3", AddTriangle<&IGLCanvas13_1::AddTransparentTriangle3>},
+    CALL(IGLCanvas13_1, GetNumTransparentTriangles),
+    {"GetTransparentTriangles", GetTriangles},
+    CALL(IGLCanvas13_1, SetSelectionMode),
+    CALL(IGLCanvas13_1, GetSelectionMode),
+    CALL(IGLCanvas14_2, SetCWWinding),
+    CALL(IGLCanvas14_2, GetRawModelviewMatrix),
+    {"TexImage2D, Build2DMipmaps", TexImage2D},
+    {"GenTextures", GenTextures},
+    {"Enable, Disable", SwitchTexturing},
+    CALL(IGLCanvas14_4, BindTexture2D),
+    CALL(IGLCanvas14_4, TexGeni),
+    CALL(IGLCanvas14_4, TexGend),
+    {"TexGeniv", TexGenValues<int, &IGLCanvas14_4::TexGeniv>},
+    {"TexGendv", TexGenValues<double, &IGLCanvas14_4::TexGendv>},
+    CALL(IGLCanvas14_4, TexParameteri2D),
+    CALL(IGLCanvas14_4, TexEnvi),
+};
+
+}  // namespace
+
+std::span<const Operation> CanvasOperations() noexcept { return kOperations; }

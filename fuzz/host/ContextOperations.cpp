@@ -1,0 +1,168 @@
+// The context: window, draw thread, callbacks, viewport, selection.
+
+#include <algorithm>
+#include <vector>
+
+#include "host/Clients.h"
+#include "host/Turn.h"
+
+namespace {
+
+constexpr int kMostInitialisations = 6;
+constexpr std::size_t kLongestScript = 96;
+
+void Initialize(Turn& aTurn) {
+  const auto context = aTurn.Pick<IGLContext>();
+  if (!context || (aTurn.IsHost() && ++aTurn.m_World.m_iContexts > kMostInitialisations)) return;
+  constexpr ULONG_PTR kParents[] = {0, 0, 0, 0, 0, 0, 0, 1, 0xFFFFFFFF};
+  aTurn.Check(context->Initialize(aTurn.m_Bytes.OneOf(kParents)));
+}
+
+void SetViewport(Turn& aTurn) {
+  const auto context = aTurn.Pick<IGLContext>();
+  if (!context) return;
+  const int width = std::min(aTurn.m_Bytes.Size(), 256), height = std::min(aTurn.m_Bytes.Size(), 256);
+  aTurn.Check(context->SetViewport(aTurn.m_Bytes.Int(), aTurn.m_Bytes.Int(), width, height));
+}
+
+void SetDrawThreadPars(Turn& aTurn) {
+  const auto context = aTurn.Pick<IGLContext>();
+  if (!context) return;
+  constexpr ULONG kCycles[] = {0, 1, 5, 6, 10, 20};  // a long one makes a long run
+  aTurn.Check(context->SetDrawThreadPars(aTurn.m_Bytes.Int(), aTurn.m_Bytes.OneOf(kCycles),
+                                         aTurn.m_Bytes.OneOf(kCycles)));
+}
+
+void Select(Turn& aTurn) {
+  const auto context = aTurn.Pick<IGLContext>();
+  const auto viewer = aTurn.Pick<IGLViewer>();
+  if (!context) return;
+  Argument<GLDATA_POINT*> first(aTurn, true), second(aTurn, true);
+  std::vector<ULONG> ids(64);
+  int size = std::min(aTurn.m_Bytes.Int(), static_cast<int>(ids.size()));
+  const int room = size;
+  const HRESULT result =
+      aTurn.Check(context->Select(viewer.Get(), first.Pass(), second.Pass(), aTurn.m_Bytes.Byte() & 1,
+                                  aTurn.m_Bytes.Byte() & 1, &size, ids.data()));
+  if (result != E_INVALIDARG && room > 0 && (size < 0 || size > room)) std::abort();
+}
+
+template <auto kMake>
+void MakeClient(Turn& aTurn) {
+  const auto part = aTurn.m_Bytes.Take(std::min<std::size_t>(aTurn.m_Bytes.Byte(), kLongestScript));
+  aTurn.Keep(kMake(aTurn.m_World, Script(part.begin(), part.end())));
+}
+
+/// What a member gives stays the context's; it is counted before anybody else can know of it.
+template <class Interface, class Create>
+void CreateMember(Turn& aTurn, std::atomic<int>& aCount, int aMost, Create aCreate) {
+  const auto context = aTurn.Pick<IGLContext>();
+  if (!context || ++aCount > aMost) return;
+  Interface* member = nullptr;
+  if (SUCCEEDED(aTurn.Check(aCreate(*context, &member)))) aTurn.Keep(GLPtr<Interface>::FromBorrowed(member));
+}
+
+void CreateViewer(Turn& aTurn) {
+  CreateMember<IGLViewer>(aTurn, aTurn.m_World.m_iViewers, 8, [&](IGLContext& context, IGLViewer** viewer) {
+    return context.CreateViewer(aTurn.m_Bytes.Byte() & 1, aTurn.m_Bytes.Byte() & 1, viewer);
+  });
+}
+
+void CreateLight(Turn& aTurn) {
+  CreateMember<IGLLight>(aTurn, aTurn.m_World.m_iLights, 24,
+                         [](IGLContext& context, IGLLight** light) { return context.CreateLight(light); });
+}
+
+GLString Face(Turn& aTurn) {
+  constexpr const char* kFaces[] = {"DejaVu Sans", "System", "HAND", "sansserif", "no such face", ""};
+  return aTurn.m_Bytes.OneIn(4) ? aTurn.Text() : GLString(aTurn.m_Bytes.OneOf(kFaces));
+}
+
+void CreateRasterFont(Turn& aTurn) {
+  CreateMember<IGLFont>(aTurn, aTurn.m_World.m_iFonts, 4, [&](IGLContext& context, IGLFont** font) {
+    Bytes& bytes = aTurn.m_Bytes;
+    const GLString face = Face(aTurn);
+    return context.CreateRasterFont(face, bytes.Int(), bytes.Int(), bytes.Float(), bytes.Size(), bytes.Size(),
+                                    font);
+  });
+}
+
+void CreateTrueTypeFont(Turn& aTurn) {
+  CreateMember<IGLFont>(aTurn, aTurn.m_World.m_iOutlines, 1, [&](IGLContext& context, IGLFont** font) {
+    Bytes& bytes = aTurn.m_Bytes;
+    const GLString face = Face(aTurn);
+    return context.CreateTrueTypeFont(face, bytes.Int(), bytes.Int(), bytes.Float(), bytes.Byte() & 1, font);
+  });
+}
+
+void CreateCountedFont(Turn& aTurn) {
+  const auto context = aTurn.Pick<IGLContext>();
+  if (!context || ++aTurn.m_World.m_iFonts > 4) return;
+  GLPtr<IGLFont> font;
+  if (aTurn.m_Bytes.OneIn(2)) {
+    aTurn.Check(context->CreateSystemFont(font.Put()));
+  } else {
+    aTurn.Check(context.As<IGLContext2>()->CreateInternalFont(Face(aTurn), font.Put()));
+  }
+  aTurn.Keep(std::move(font));
+}
+
+constexpr Operation kOperations[] = {
+    {"Initialize", Initialize, Operation::kWaits},
+    {"SetViewport", SetViewport, Operation::kWaits},
+    {"SetDrawThreadPars", SetDrawThreadPars, Operation::kWaits},
+    {"Select", Select},
+    {"make a painter", MakeClient<MakePainter>},
+    {"make a gauge", MakeClient<MakeGauge>},
+    {"make a capture", MakeClient<MakeCapture>},
+    {"CreateViewer", CreateViewer},
+    {"CreateLight", CreateLight},
+    {"CreateRasterFont", CreateRasterFont, Operation::kWaits},
+    {"CreateTrueTypeFont", CreateTrueTypeFont, Operation::kWaits},
+    {"CreateSystemFont, CreateInternalFont", CreateCountedFont, Operation::kWaits},
+    CALL(IGLContext, GetWindow),
+    CALL(IGLContext, EnableDepth),
+    CALL(IGLContext, IsDepthEnabled),
+    CALL(IGLContext, GetBackgroundColor),
+    CALL(IGLContext, SetBackgroundColor),
+    CALL(IGLContext, GetDrawThreadPars),
+    CALL_WAITS(IGLContext, AttachPainter),
+    CALL_WAITS(IGLContext, DetachPainter),
+    CALL_WAITS(IGLContext, AttachCapture),
+    CALL_WAITS(IGLContext, DetachCapture),
+    CALL(IGLContext, GetViewportWidth),
+    CALL(IGLContext, GetViewportHeight),
+    CALL(IGLContext, DeviceToSCS),
+    CALL(IGLContext, SCSToDevice),
+    CALL(IGLContext, DestroyViewer),
+    CALL(IGLContext, EnumViewers),
+    CALL_WAITS(IGLContext, ClipPlane),
+    CALL_WAITS(IGLContext, ResetClipPlanes),
+    CALL(IGLContext, EnableLighting),
+    CALL(IGLContext, IsLightingEnabled),
+    CALL(IGLContext, EnableAmbientLight),
+    CALL(IGLContext, IsAmbientLightEnabled),
+    CALL(IGLContext, GetAmbientLight),
+    CALL(IGLContext, SetAmbientLight),
+    CALL(IGLContext, DestroyLight),
+    CALL(IGLContext, EnumLights),
+    CALL(IGLContext, GetFog),
+    CALL_WAITS(IGLContext, DestroyFont),
+    CALL_WAITS(IGLContext, GetDefaultFont),
+    CALL_WAITS(IGLContext, SetDefaultFont),
+    CALL(IGLContext, EnumFonts),
+    CALL(IGLContext2, SetControlledDrawThread),
+    CALL(IGLContext2, TriggerDrawThread),
+    {"IGLContext12::SuspendDrawThread", Call<&IGLContext12::SuspendDrawThread>, Operation::kHost},
+    CALL_WAITS(IGLContext12, ResumeDrawThread),
+    CALL_WAITS(IGLContext12, ResumeDrawThread),  // twice as often as suspensions, so that frames come
+    CALL(IGLContext14_2, GetCanvas),
+    CALL(IGLContext14_3, get_bFSAA),
+    CALL(IGLContext14_3, put_bFSAA),
+    CALL(IGLContext14_3, get_lFSAAMaxSamples),
+    CALL(IGLContext14_3, put_lFSAAMaxSamples),
+};
+
+}  // namespace
+
+std::span<const Operation> ContextOperations() noexcept { return kOperations; }

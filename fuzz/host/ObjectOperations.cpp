@@ -1,0 +1,124 @@
+// The object model: creation, identity, aggregation, the module's entry points.
+
+#include "host/Turn.h"
+
+namespace {
+
+constexpr const CLSID* kClasses[] = {
+    &CLSID_GLContext,   &CLSID_GLCanvas,    &CLSID_GLViewer, &CLSID_GLDrawAttr,   &CLSID_GLMaterial,
+    &CLSID_GLLight,     &CLSID_GLFog,       &CLSID_GLFont,   &CLSID_GLBitmap,     &CLSID_GLPixmap,
+    &CLSID_GLTexture1D, &CLSID_GLTexture2D, &CLSID_GLCoord,  &CLSID_GLCollection, &IID_IGLFog};
+constexpr const IID* kInterfaces[] = {
+    &IID_IUnknown,    &IID_IClassFactory, &IID_IGLContext, &IID_IGLContext14_3, &IID_IGLCanvas14_4,
+    &IID_IGLViewer2,  &IID_IGLDrawAttr,   &IID_IGLCoord,   &IID_IGLFont,        &IID_IGLCollection,
+    &IID_IGLMaterial, &IID_IGLLight,      &IID_IGLPixmap,  &IID_IGLTexture1D,   &CLSID_GLFog};
+
+template <class Interface>
+void Make(Turn& aTurn, REFCLSID aClass) {
+  aTurn.Keep(GLCreate<Interface>(aClass));
+}
+
+void Create(Turn& aTurn) {
+  switch (aTurn.m_Bytes.Byte() % 13) {
+    case 0:
+      return Make<IGLContext>(aTurn, CLSID_GLContext);
+    case 1:
+      return Make<IGLViewer>(aTurn, CLSID_GLViewer);
+    case 2:
+      return Make<IGLLight>(aTurn, CLSID_GLLight);
+    case 3:
+      return Make<IGLFog>(aTurn, CLSID_GLFog);
+    case 4:
+      return Make<IGLFont>(aTurn, CLSID_GLFont);
+    case 5:
+      return Make<IGLCoord>(aTurn, CLSID_GLCoord);
+    case 6:
+      return Make<IGLDrawAttr>(aTurn, CLSID_GLDrawAttr);
+    case 7:
+      return Make<IGLMaterial>(aTurn, CLSID_GLMaterial);
+    case 8:
+      return Make<IGLCollection>(aTurn, CLSID_GLCollection);
+    case 9:
+      return Make<IGLBitmap>(aTurn, CLSID_GLBitmap);
+    case 10:
+      return Make<IGLPixmap>(aTurn, CLSID_GLPixmap);
+    case 11:
+      return Make<IGLTexture1D>(aTurn, CLSID_GLTexture1D);
+    default:
+      return Make<IGLTexture2D>(aTurn, CLSID_GLTexture2D);
+  }
+}
+
+void CreateAnything(Turn& aTurn) {
+  GLPtr<IUnknown> object;
+  const HRESULT made =
+      aTurn.Check(GLCreateObject(*aTurn.m_Bytes.OneOf(kClasses), *aTurn.m_Bytes.OneOf(kInterfaces),
+                                 aTurn.m_Bytes.OneIn(16) ? nullptr : object.PutVoid()));
+  if (SUCCEEDED(made) != static_cast<bool>(object)) std::abort();
+}
+
+void Query(Turn& aTurn) {
+  const auto object = aTurn.Pick<IUnknown>();
+  GLPtr<IUnknown> other, identity;
+  if (!object ||
+      FAILED(aTurn.Check(object->QueryInterface(*aTurn.m_Bytes.OneOf(kInterfaces), other.PutVoid()))))
+    return;
+  other->QueryInterface(IID_IUnknown, identity.PutVoid());
+  if (identity.Get() != object.Get()) std::abort();
+}
+
+/// An outer object around one of any class.
+class Outer final : public GLClient<IUnknown> {
+ public:
+  GLPtr<IUnknown> m_pInner;
+};
+
+void Aggregate(Turn& aTurn) {
+  GLPtr<IClassFactory> factory;
+  if (FAILED(aTurn.Check(
+          DllGetClassObject(*aTurn.m_Bytes.OneOf(kClasses), IID_IClassFactory, factory.PutVoid()))))
+    return;
+  const auto outer = GLMake<Outer>();
+  if (FAILED(aTurn.Check(factory->CreateInstance(outer.Get(), *aTurn.m_Bytes.OneOf(kInterfaces),
+                                                 outer->m_pInner.PutVoid()))))
+    return;
+  GLPtr<IUnknown> part;
+  aTurn.Check(outer->m_pInner->QueryInterface(*aTurn.m_Bytes.OneOf(kInterfaces), part.PutVoid()));
+}
+
+void LockServer(Turn& aTurn) {
+  GLPtr<IClassFactory> factory;
+  if (FAILED(DllGetClassObject(*aTurn.m_Bytes.OneOf(kClasses), IID_IClassFactory, factory.PutVoid()))) return;
+  factory->LockServer(1);
+  if (DllCanUnloadNow() != S_FALSE) std::abort();
+  factory->LockServer(0);
+}
+
+/// Lets an object of the world go, and with it the place's reference.
+template <class Interface>
+void Drop(Turn& aTurn) {
+  aTurn.m_World.Of<Interface>().Put(aTurn.m_Bytes.Byte(), nullptr);
+}
+
+constexpr Operation kOperations[] = {
+    {"create", Create},
+    {"create", Create},
+    {"create", Create},
+    {"create", Create},
+    {"create anything", CreateAnything},
+    {"QueryInterface", Query},
+    {"aggregate", Aggregate},
+    {"LockServer", LockServer},
+    {"drop a context", Drop<IGLContext>},
+    {"drop a viewer", Drop<IGLViewer>},
+    {"drop a light", Drop<IGLLight>},
+    {"drop a font", Drop<IGLFont>},
+    {"drop a coordinate system", Drop<IGLCoord>},
+    {"drop a collection", Drop<IGLCollection>},
+    {"drop a painter", Drop<IGLPainter>},
+    {"drop a gauge", Drop<IGLViewerGauge>},
+};
+
+}  // namespace
+
+std::span<const Operation> ObjectOperations() noexcept { return kOperations; }

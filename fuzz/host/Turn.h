@@ -1,0 +1,275 @@
+// Turn: one operation's turn on one thread, with where it stands and what it may take. Call makes an
+// operation of the tables from a member of an interface: it takes the object and all arguments from the
+// input.
+
+#pragma once
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <span>
+#include <type_traits>
+
+#include "host/Bytes.h"
+#include "host/World.h"
+
+struct Turn;
+
+/// One operation of a table.
+struct Operation {
+  const char* m_szName;
+  void (*m_pfnRun)(Turn&);
+  enum : unsigned {
+    kAny = 0,
+    kWaits = 1,  ///< waits for a frame: on a draw thread it goes to that thread's own context
+    kHost = 2,   ///< not on a draw thread
+    kImage = 4   ///< on something without a lock of its own
+  } m_eWhere = kAny;
+};
+
+struct Turn {
+  World& m_World;
+  Bytes& m_Bytes;
+  IGLCanvas& m_Canvas;
+  IGLContext* m_pDrawn = nullptr;  ///< the context of the painter or gauge; null on a host's thread
+  const Operation* m_pOperation = nullptr;
+  enum Stack { kModelview, kProjection, kAttributes };
+  std::array<int, 3> m_aiPushed{};  ///< what a painter has to pop before it returns
+
+  bool IsHost() const noexcept { return m_pDrawn == nullptr; }
+  /// An object of the world by any of its interfaces; null where the place is empty.
+  template <class Interface>
+  GLPtr<Interface> Pick() noexcept;
+  template <class Interface>
+  void Keep(GLPtr<Interface> aObject) noexcept {
+    if (aObject) m_World.Of<Interface>().Put(m_Bytes.Byte(), std::move(aObject));
+  }
+  /// Ends the run at a result that no operation has.
+  HRESULT Check(HRESULT aResult) const noexcept;
+  GLString Text();
+};
+
+/// One step of a script: an operation of any of the tables.
+void RunOperation(Turn& aTurn) noexcept;
+
+// The tables, one a theme.
+std::span<const Operation> ObjectOperations() noexcept;
+std::span<const Operation> ContextOperations() noexcept;
+std::span<const Operation> SceneOperations() noexcept;
+std::span<const Operation> ValueOperations() noexcept;
+std::span<const Operation> ImageOperations() noexcept;
+std::span<const Operation> FontOperations() noexcept;
+std::span<const Operation> CanvasOperations() noexcept;
+
+/// The interface by which the world keeps an object.
+template <class Interface>
+struct KeptAs {
+  using Type = Interface;
+};
+template <class Kept>
+struct AlsoKeptAs {
+  using Type = Kept;
+};
+template <>
+struct KeptAs<IGLContext2> : AlsoKeptAs<IGLContext> {};
+template <>
+struct KeptAs<IGLContext12> : AlsoKeptAs<IGLContext> {};
+template <>
+struct KeptAs<IGLContext14_2> : AlsoKeptAs<IGLContext> {};
+template <>
+struct KeptAs<IGLContext14_3> : AlsoKeptAs<IGLContext> {};
+template <>
+struct KeptAs<IGLViewer2> : AlsoKeptAs<IGLViewer> {};
+template <>
+struct KeptAs<IGLCanvas2> : AlsoKeptAs<IGLCanvas> {};
+template <>
+struct KeptAs<IGLCanvas3> : AlsoKeptAs<IGLCanvas> {};
+template <>
+struct KeptAs<IGLCanvas13_1> : AlsoKeptAs<IGLCanvas> {};
+template <>
+struct KeptAs<IGLCanvas14_2> : AlsoKeptAs<IGLCanvas> {};
+template <>
+struct KeptAs<IGLCanvas14_4> : AlsoKeptAs<IGLCanvas> {};
+
+template <class Interface>
+GLPtr<Interface> Turn::Pick() noexcept {
+  using Kept = typename KeptAs<Interface>::Type;
+  GLPtr<Kept> object;
+  if constexpr (std::is_same_v<Kept, IUnknown>) {
+    // What a collection may hold without a circle: no collections and no contexts.
+    switch (m_Bytes.Byte() % 4) {
+      case 0:
+        return Pick<IGLViewer>().template As<IUnknown>();
+      case 1:
+        return Pick<IGLCoord>().template As<IUnknown>();
+      case 2:
+        return Pick<IGLFont>().template As<IUnknown>();
+      default:
+        return Pick<IGLPainter>().template As<IUnknown>();
+    }
+  } else {
+    if constexpr (std::is_same_v<Kept, IGLCanvas>) {
+      object = GLPtr<Kept>::FromBorrowed(&m_Canvas);
+    } else if constexpr (std::is_same_v<Kept, IGLContext>) {
+      const bool own = !IsHost() && (m_pOperation->m_eWhere & Operation::kWaits) != 0;
+      object = own ? GLPtr<Kept>::FromBorrowed(m_pDrawn) : m_World.Of<Kept>().At(m_Bytes.Byte());
+    } else {
+      object = m_World.Of<Kept>().At(m_Bytes.Byte());
+    }
+    if constexpr (std::is_same_v<Kept, Interface>) {
+      return object;
+    } else {
+      return object ? object.template As<Interface>() : nullptr;
+    }
+  }
+}
+
+/// An argument of type T, from the input: a number, a value of an enumeration or a structure.
+template <class T>
+class Argument {
+ public:
+  Argument(Turn& aTurn, bool) noexcept : m_Value(Make(aTurn.m_Bytes)) {}
+  T Pass() noexcept { return m_Value; }
+
+  static T Make(Bytes& aBytes) noexcept {
+    if constexpr (std::is_enum_v<T>) {
+      return static_cast<T>(aBytes.Int());
+    } else if constexpr (std::is_same_v<T, float>) {
+      return aBytes.Float();
+    } else if constexpr (std::is_same_v<T, double>) {
+      return aBytes.Real();
+    } else if constexpr (std::is_integral_v<T>) {
+      return static_cast<T>(aBytes.Int());
+    } else if constexpr (std::is_same_v<T, GLDATA_POINT>) {
+      return {aBytes.Real(), aBytes.Real(), aBytes.Real()};
+    } else if constexpr (std::is_same_v<T, GLDATA_RGBA>) {
+      return {aBytes.Float(), aBytes.Float(), aBytes.Float(), aBytes.Float()};
+    } else if constexpr (std::is_same_v<T, GLDATA_RGBA4B>) {
+      return {aBytes.Byte(), aBytes.Byte(), aBytes.Byte(), aBytes.Byte()};
+    } else if constexpr (std::is_same_v<T, GLPOSITION>) {
+      return {aBytes.Int()};
+    } else if constexpr (std::is_same_v<T, GLDATA_MATRIX6D>) {
+      return {aBytes.Real(), aBytes.Real(), aBytes.Real(), aBytes.Real(), aBytes.Real(), aBytes.Real()};
+    } else {
+      static_assert(std::is_same_v<T, GLDATA_MATRIX16D>);
+      T matrix{};
+      for (auto& column : matrix.m) {
+        for (double& element : column) element = aBytes.Real();
+      }
+      return matrix;
+    }
+  }
+
+ private:
+  T m_Value;
+};
+
+/// A pointer to a value or to a few, in or out. Null now and then, where the operation tests it.
+template <class T>
+class Argument<T*> {
+ public:
+  Argument(Turn& aTurn, bool aMayBeNull) noexcept : m_bNull(aMayBeNull && aTurn.m_Bytes.OneIn(16)) {
+    if constexpr (kIsInterface) {
+      m_Object = aTurn.Pick<T>();
+    } else {
+      for (T& value : m_Values) value = Argument<T>::Make(aTurn.m_Bytes);
+    }
+  }
+  T* Pass() noexcept {
+    if (m_bNull) return nullptr;
+    if constexpr (kIsInterface) {
+      return m_Object.Get();
+    } else {
+      return m_Values.data();
+    }
+  }
+
+ private:
+  static constexpr bool kIsInterface = std::is_base_of_v<IUnknown, T>;
+  struct Nothing {};
+
+  bool m_bNull;
+  std::conditional_t<kIsInterface, GLPtr<T>, Nothing> m_Object;
+  std::array<std::conditional_t<kIsInterface, Nothing, T>, kIsInterface ? 1 : 3> m_Values{};
+};
+
+/// A place for an object that comes back counted; the world keeps it.
+template <class Interface>
+class Argument<Interface**> {
+ public:
+  Argument(Turn& aTurn, bool aMayBeNull) noexcept
+      : m_Turn(aTurn), m_bNull(aMayBeNull && aTurn.m_Bytes.OneIn(16)) {}
+  ~Argument() {
+    if constexpr (!std::is_same_v<Interface, IUnknown> && !std::is_same_v<Interface, IGLCanvas>)
+      m_Turn.Keep(std::move(m_Object));
+  }
+  Interface** Pass() noexcept { return m_bNull ? nullptr : m_Object.Put(); }
+
+ private:
+  Turn& m_Turn;
+  bool m_bNull;
+  GLPtr<Interface> m_Object;
+};
+
+template <>
+class Argument<BSTR> {
+ public:
+  Argument(Turn& aTurn, bool) : m_Text(aTurn.Text()) {}
+  BSTR Pass() noexcept { return m_Text; }
+
+ private:
+  GLString m_Text;
+};
+
+template <>
+class Argument<BSTR*> {
+ public:
+  Argument(Turn& aTurn, bool) noexcept : m_bNull(aTurn.m_Bytes.OneIn(16)) {}
+  BSTR* Pass() noexcept { return m_bNull ? nullptr : m_Text.Put(); }
+
+ private:
+  bool m_bNull;
+  GLString m_Text;
+};
+
+template <bool kMayBeNull, auto kMember>
+struct MemberCall;
+
+template <bool kMayBeNull, class Interface, class... Arguments,
+          HRESULT (Interface::*kMember)(Arguments...) noexcept>
+struct MemberCall<kMayBeNull, kMember> {
+  static void Run(Turn& aTurn) {
+    const GLPtr<Interface> object = aTurn.Pick<Interface>();
+    if (!object) return;
+    // Braces: from left to right.
+    std::tuple<Holder<Arguments>...> arguments{Holder<Arguments>(aTurn)...};
+    aTurn.Check(std::apply([&](auto&... holder) { return ((*object).*kMember)(holder.m_Argument.Pass()...); },
+                           arguments));
+  }
+
+ private:
+  template <class T>
+  struct Holder {
+    explicit Holder(Turn& aTurn) : m_Argument(aTurn, kMayBeNull) {}
+    Argument<T> m_Argument;
+  };
+};
+
+/// An operation's run, with nulls among its pointers.
+template <auto kMember>
+void Call(Turn& aTurn) {
+  MemberCall<true, kMember>::Run(aTurn);
+}
+/// The same of an operation that tests no pointer.
+template <auto kMember>
+void CallUntested(Turn& aTurn) {
+  MemberCall<false, kMember>::Run(aTurn);
+}
+
+// A table's entry for a member as it stands: CALL(IGLFog, Enable).
+#define CALL(Interface, Member) \
+  { #Interface "::" #Member, Call < &Interface::Member> }
+#define CALL_WAITS(Interface, Member) \
+  { #Interface "::" #Member, Call < &Interface::Member>, Operation::kWaits }
+#define CALL_IMAGE(Interface, Member) \
+  { #Interface "::" #Member, Call < &Interface::Member>, Operation::kImage }
