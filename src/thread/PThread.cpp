@@ -90,16 +90,17 @@ void PThread::ParkIfRequested() noexcept {
   m_bParked = false;
 }
 
-/// A sleep is ended by a stop alone; a controlled worker then waits for a trigger.
+/// A sleep is ended by a stop alone; a controlled worker then waits for a trigger, as long as it is one.
 void PThread::Pause(DWORD aSleep) noexcept {
   std::unique_lock gate(m_WakeGate);
   if (aSleep != 0 && !m_bControlled) {
     m_Clock.Wait(gate, m_Wake, aSleep, [this] { return IsStopRequested(); });
   }
   if (m_bControlled) {
-    m_Clock.Wait(gate, m_Wake, m_dwMaxWait, [this] { return m_bTriggered || IsStopRequested(); });
-    m_bTriggered = false;
+    m_Clock.Wait(gate, m_Wake, m_dwMaxWait,
+                 [this] { return m_bTriggered || !m_bControlled || IsStopRequested(); });
   }
+  m_bTriggered = false;
 }
 
 void PThread::RequestSuspend() noexcept {
@@ -123,12 +124,18 @@ void PThread::Resume() noexcept {
 }
 
 void PThread::SetControlled(bool aControlled, DWORD aMaxWait) noexcept {
+  const std::lock_guard gate(m_WakeGate);
   m_dwMaxWait = aMaxWait;
   m_bControlled = aControlled;
+  if (!aControlled) m_Wake.notify_all();
 }
 
 void PThread::Trigger() noexcept {
-  if (!m_bControlled) return;
+  if (m_bControlled) Wake();
+}
+
+/// A wait for a trigger that begins later, before the next cycle, ends at once too.
+void PThread::Wake() noexcept {
   const std::lock_guard gate(m_WakeGate);
   m_bTriggered = true;
   m_Wake.notify_all();

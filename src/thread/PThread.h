@@ -71,7 +71,8 @@ class PThread {
   void Resume() noexcept;
 
   /// Chooses between sleeping and waiting for a trigger at most aMaxWait ms (PClock::kForever: no limit).
-  /// Any thread, without a wait; a wait in progress goes on as it began.
+  /// Any thread, without a wait. A wait for a trigger ends when there is to be none; else it goes on as it
+  /// began.
   void SetControlled(bool aControlled, DWORD aMaxWait) noexcept;
   /// Ends the wait of a controlled worker, or its next one if it is in a cycle; several make one. Any thread.
   void Trigger() noexcept;
@@ -107,6 +108,7 @@ class PThread {
   void Body() noexcept;
   void ParkIfRequested() noexcept;
   void Pause(DWORD aSleep) noexcept;
+  void Wake() noexcept;
   void RequestStop() noexcept;
   bool IsStopRequested() const noexcept { return (m_dwFlags & PTHREAD_STOP_REQUESTED) != 0; }
   void RunEvents() noexcept;

@@ -11,7 +11,7 @@ bool PThread::PostEvent(PEvent* aEvent) noexcept {
     queued = !m_bQueueClosed && (m_Events.Has(aEvent) || m_Events.Add(aEvent));
   }
   if (queued) {
-    Trigger();
+    Wake();  // also one that sleeps as yet: it may be controlled by the end of its sleep
   } else {
     delete aEvent;
   }

@@ -134,6 +134,14 @@ TEST_F(Events, AStopDeletesWhatIsLeftAndRefusesWhatComesLater) {
   EXPECT_EQ(Journal(), "bacd");
 }
 
+TEST_F(Events, RunAfterASleepThatTheControlledModeOvertakes) {
+  ASSERT_TRUE(m_Thread.Start(50, 50, 0, false));
+  ASSERT_TRUE(Eventually([&] { return m_iCycles > 0; }));
+  Post('A');
+  m_Thread.SetControlled(true, PClock::kForever);
+  EXPECT_TRUE(Becomes("Aa"));
+}
+
 TEST_F(Events, NoneRunsForAnOwnerThatHasRemovedItsOwn) {
   m_Thread.SetControlled(true, 0);
   ASSERT_TRUE(m_Thread.Start(0, 0, 0, false));

@@ -105,6 +105,12 @@ TEST(Thread, ControlledItCyclesOncePerTrigger) {
   worker.m_Thread.SetControlled(true, 0);
   worker.m_Thread.Trigger();
   EXPECT_TRUE(worker.WaitForCycles(50)) << "no wait at all";
+  worker.m_Thread.SetControlled(true, PClock::kForever);
+  worker.Cycles();  // the one that runs
+  EXPECT_FALSE(worker.Cycles());
+  const int before = worker.m_iCycles;
+  worker.m_Thread.SetControlled(false, 0);
+  EXPECT_TRUE(worker.WaitForCycles(before + 10)) << "a wait without a limit ends with the mode";
 }
 
 TEST(Thread, AStopReachesItWhateverItWaitsForAndATriggerNoSleep) {
