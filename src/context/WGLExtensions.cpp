@@ -31,7 +31,7 @@ std::unique_ptr<WGLExtensions> g_pInstance;
 
 template <class Function>
 Function EntryPoint(const char* aName) noexcept {
-  return reinterpret_cast<Function>(wglGetProcAddress(aName));
+  return reinterpret_cast<Function>(reinterpret_cast<void (*)()>(wglGetProcAddress(aName)));
 }
 
 }  // namespace

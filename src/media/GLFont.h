@@ -84,7 +84,7 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
   bool CreateInternalLists(GLContextSite& aSite, GLuint aBase) noexcept;
 
   // GLFontPrint.cpp
-  Text Convert(const char16_t* aString, char* aStack, int aRoom) noexcept;
+  Text Convert(const GLWCHAR* aString, char* aStack, int aRoom) noexcept;
   void Position(const GLDATA_POINT& aStart) const noexcept;
   bool CallLists(GLuint aBase, const Text& aText) noexcept;
 

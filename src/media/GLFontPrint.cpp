@@ -12,7 +12,7 @@ namespace {
 constexpr int kStackText = 1024;
 constexpr std::size_t kLongestText = 0x3FFFFFFE;
 
-std::size_t LengthOf(const char16_t* aString) noexcept {
+std::size_t LengthOf(const GLWCHAR* aString) noexcept {
   std::size_t length = 0;
   if (aString != nullptr) {
     while (aString[length] != 0) ++length;
@@ -20,9 +20,9 @@ std::size_t LengthOf(const char16_t* aString) noexcept {
   return length;
 }
 
-bool IsHighSurrogate(char16_t aUnit) noexcept { return (aUnit & 0xFC00) == 0xD800; }
+bool IsHighSurrogate(GLWCHAR aUnit) noexcept { return (aUnit & 0xFC00) == 0xD800; }
 
-int ToBytes(const char16_t* aString, std::size_t aLength, char* aBytes, int aRoom) noexcept {
+int ToBytes(const GLWCHAR* aString, std::size_t aLength, char* aBytes, int aRoom) noexcept {
   return WideCharToMultiByte(CP_THREAD_ACP, 0, aString, static_cast<int>(aLength), aBytes, aRoom, nullptr,
                              nullptr);
 }
@@ -39,7 +39,7 @@ HRESULT GLFont::GetStringWidth(BSTR aString, float* aWidth) noexcept {
   float sum = 0.0f;
   std::size_t left = LengthOf(aString);
   if (left > kLongestText) left = 0;
-  for (const char16_t* piece = aString; left > 0;) {
+  for (const GLWCHAR* piece = aString; left > 0;) {
     std::size_t units = std::min(left, kPiece);
     if (units < left && IsHighSurrogate(piece[units - 1])) --units;
     char bytes[kStackText];
@@ -81,7 +81,7 @@ HRESULT GLFont::Print(BSTR aString, GLDATA_POINT* aStart) noexcept {
 }
 
 // Text that can't be converted, for its length or for lack of memory, counts as empty.
-GLFont::Text GLFont::Convert(const char16_t* aString, char* aStack, int aRoom) noexcept {
+GLFont::Text GLFont::Convert(const GLWCHAR* aString, char* aStack, int aRoom) noexcept {
   const std::size_t units = LengthOf(aString);
   if (units == 0 || units > kLongestText) return {aStack, 0};
   if (units <= static_cast<std::size_t>(aRoom)) {

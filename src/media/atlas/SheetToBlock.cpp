@@ -1,6 +1,7 @@
-// SheetToBlock: a tool of the build. Reads glyph sheets and writes the C++ source of the module's data
-// blocks: for each sheet 128 by 256 texels of red, green, blue and alpha, the lowest row first. usage:
-// SheetToBlock OUTPUT.cpp NAME SHEET.txt [NAME SHEET.txt ...]
+// SheetToBlock: a tool of the build. Reads glyph sheets and writes the module's data blocks: for each sheet
+// 128 by 256 texels of red, green, blue and alpha, the lowest row first. As one C++ source, or as a file
+// NAME.bin each: SheetToBlock OUTPUT.cpp NAME SHEET.txt [NAME SHEET.txt ...] SheetToBlock --files FOLDER NAME
+// SHEET.txt [NAME SHEET.txt ...]
 
 #include <algorithm>
 #include <array>
@@ -10,6 +11,7 @@
 #include <iostream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -82,32 +84,51 @@ class SheetReader {
   Ink m_Ink;
 };
 
-void WriteBlock(std::ostream& aOut, const std::string& aName, const Ink& aInk) {
-  aOut << "alignas(4) constexpr unsigned char k" << aName << "[] = {\n";
+std::string BlockOf(const Ink& aInk) {
+  std::string block;
   for (std::size_t y = kSheetHeight; y-- > 0;) {
     for (std::size_t x = 0; x < kSheetWidth; ++x)
-      aOut << (aInk[y][x] ? "255,255,255,255," : "255,255,255,0,");
-    aOut << '\n';
+      block += aInk[y][x] ? "\xFF\xFF\xFF\xFF" : std::string("\xFF\xFF\xFF\0", 4);
   }
-  aOut << "};\n";
+  return block;
 }
 
-void Run(const std::vector<std::string>& aArguments) {
-  if (aArguments.size() < 3 || aArguments.size() % 2 == 0)
-    throw std::runtime_error("OUTPUT.cpp NAME SHEET.txt ...");
-  std::ofstream out(aArguments[0]);
-  out << "// Written by the build from the glyph sheets.\n#include "
-         "\"platform/linux/ResourceBlocks.h\"\nnamespace {\n";
+using Blocks = std::vector<std::pair<std::string, std::string>>;  // names and bytes
+
+void WriteFile(const std::string& aPath, const std::string& aBytes) {
+  std::ofstream out(aPath, std::ios::binary);
+  out << aBytes << std::flush;
+  if (!out) throw std::runtime_error(aPath + ": can't be written");
+}
+
+std::string SourceOf(const Blocks& aBlocks) {
+  std::string source =
+      "// Written by the build from the glyph sheets.\n#include "
+      "\"platform/linux/ResourceBlocks.h\"\nnamespace {\n";
   std::string table;
-  for (std::size_t i = 1; i < aArguments.size(); i += 2) {
-    const std::string& name = aArguments[i];
-    WriteBlock(out, name, SheetReader(aArguments[i + 1]).Read());
+  for (const auto& [name, bytes] : aBlocks) {
+    source += "alignas(4) constexpr unsigned char k" + name + "[] = {";
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+      if (i % (4 * kSheetWidth) == 0) source += '\n';
+      source += bytes[i] != 0 ? "255," : "0,";
+    }
+    source += "};\n";
     table += "{\"" + name + "\", k" + name + ", sizeof(k" + name + ")},";
   }
-  out << "constexpr ResourceBlock kBlocks[] = {" << table << "};\n}  // namespace\n"
-      << "std::span<const ResourceBlock> ResourceBlocks() noexcept { return kBlocks; }\n";
-  out.flush();
-  if (!out) throw std::runtime_error(aArguments[0] + ": can't be written");
+  return source + "constexpr ResourceBlock kBlocks[] = {" + table + "};\n}  // namespace\n" +
+         "std::span<const ResourceBlock> ResourceBlocks() noexcept { return kBlocks; }\n";
+}
+
+void Run(std::vector<std::string> aArguments) {
+  const bool files = !aArguments.empty() && aArguments[0] == "--files";
+  if (files) aArguments.erase(aArguments.begin());
+  if (aArguments.size() < 3 || aArguments.size() % 2 == 0)
+    throw std::runtime_error("[--files] OUTPUT NAME SHEET.txt ...");
+  Blocks blocks;
+  for (std::size_t i = 1; i < aArguments.size(); i += 2)
+    blocks.emplace_back(aArguments[i], BlockOf(SheetReader(aArguments[i + 1]).Read()));
+  if (!files) return WriteFile(aArguments[0], SourceOf(blocks));
+  for (const auto& [name, bytes] : blocks) WriteFile(aArguments[0] + '/' + name + ".bin", bytes);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <gllib/GLPlatform.h>
 
 #ifdef _WIN32
-// Declared by the system's own headers; exported by the module definition file.
+#include <olectl.h>  // declares them all; the module definition file exports them
 #else
 extern "C" {
 

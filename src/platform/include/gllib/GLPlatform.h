@@ -10,8 +10,12 @@
 
 #ifdef _WIN32
 
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
 #include <windows.h>
 
+#include <oleauto.h>
 #include <unknwn.h>
 
 /// The character of a BSTR: one UTF-16 code unit.
