@@ -14,6 +14,8 @@
 #include <fstream>
 #include <limits>
 
+#include "glview/Images.h"
+
 namespace {
 
 /// Keeps one line on the terminal up to date while a long read goes on, and wipes it at the end.
@@ -65,8 +67,22 @@ Surface SurfaceOf(const aiMaterial& aMaterial) {
   return surface;
 }
 
+/// Finds the image of a mesh's material and where its vertices lie in it.
+void TakeImage(const aiMesh& aMesh, const aiMaterial& aMaterial, Images& aImages, Part& aPart) {
+  aiString name;
+  if (!aMesh.HasTextureCoords(0) || aMaterial.GetTexture(aiTextureType_DIFFUSE, 0, &name) != AI_SUCCESS)
+    return;
+  aPart.image = aImages.Find(name.C_Str());
+  if (!aPart.image) return;
+  aPart.places.reserve(aMesh.mNumVertices);
+  for (unsigned i = 0; i < aMesh.mNumVertices; ++i) {
+    aPart.places.push_back({aMesh.mTextureCoords[0][i].x, aMesh.mTextureCoords[0][i].y});
+  }
+}
+
 /// Takes a mesh over as a part, moved to where its node stands.
-Part PartOf(const aiMesh& aMesh, const aiNode& aNode, const aiMatrix4x4& aPlacement, const aiScene& aScene) {
+Part PartOf(const aiMesh& aMesh, const aiNode& aNode, const aiMatrix4x4& aPlacement, const aiScene& aScene,
+            Images& aImages) {
   Part part;
   part.name = aMesh.mName.length > 0 ? aMesh.mName.C_Str() : aNode.mName.C_Str();
   part.surface = SurfaceOf(*aScene.mMaterials[aMesh.mMaterialIndex]);
@@ -83,6 +99,7 @@ Part PartOf(const aiMesh& aMesh, const aiNode& aNode, const aiMatrix4x4& aPlacem
   if (aMesh.HasVertexColors(0)) {
     for (unsigned i = 0; i < aMesh.mNumVertices; ++i) part.colors.push_back(ColorOf(aMesh.mColors[0][i]));
   }
+  TakeImage(aMesh, *aScene.mMaterials[aMesh.mMaterialIndex], aImages, part);
   part.triangles.reserve(aMesh.mNumFaces);
   for (unsigned i = 0; i < aMesh.mNumFaces; ++i) {
     const aiFace& face = aMesh.mFaces[i];
@@ -94,18 +111,21 @@ Part PartOf(const aiMesh& aMesh, const aiNode& aNode, const aiMatrix4x4& aPlacem
   return part;
 }
 
-void AddNode(const aiNode& aNode, const aiMatrix4x4& aParent, const aiScene& aScene, Model& aModel) {
+void AddNode(const aiNode& aNode, const aiMatrix4x4& aParent, const aiScene& aScene, Images& aImages,
+             Model& aModel) {
   const aiMatrix4x4 placement = aParent * aNode.mTransformation;
   for (unsigned i = 0; i < aNode.mNumMeshes; ++i) {
     const aiMesh& mesh = *aScene.mMeshes[aNode.mMeshes[i]];
     if (!mesh.HasNormals()) continue;  // points and lines have none
-    Part part = PartOf(mesh, aNode, placement, aScene);
+    Part part = PartOf(mesh, aNode, placement, aScene, aImages);
     if (part.triangles.empty()) continue;
     part.id = static_cast<ULONG>(aModel.parts.size() + 1);
     if (part.name.empty()) part.name = "part " + std::to_string(part.id);
     aModel.parts.push_back(std::move(part));
   }
-  for (unsigned i = 0; i < aNode.mNumChildren; ++i) AddNode(*aNode.mChildren[i], placement, aScene, aModel);
+  for (unsigned i = 0; i < aNode.mNumChildren; ++i) {
+    AddNode(*aNode.mChildren[i], placement, aScene, aImages, aModel);
+  }
 }
 
 /// Finds the sphere to frame: about the middle of the extents, out to the farthest vertex.
@@ -177,7 +197,8 @@ Model LoadModel(const std::string& aPath) {
                                                       aiProcess_ValidateDataStructure);
   const std::string failure = FirstLine(importer.GetErrorString());
   if (scene != nullptr && (scene->mFlags & AI_SCENE_FLAGS_INCOMPLETE) == 0) {
-    AddNode(*scene->mRootNode, aiMatrix4x4(), *scene, model);
+    Images images(*scene, std::filesystem::path(aPath).parent_path());
+    AddNode(*scene->mRootNode, aiMatrix4x4(), *scene, images, model);
   }
   if (scene == nullptr) throw ModelError("can't read " + aPath + ": " + failure);
   if (model.parts.empty()) throw ModelError("no triangles in " + aPath);

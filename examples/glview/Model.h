@@ -3,6 +3,7 @@
 #pragma once
 
 #include <gllib/GLLib.h>
+#include <gllib/GLLibHost.h>
 
 #include <array>
 #include <cstdint>
@@ -29,6 +30,9 @@ struct Part {
   Surface surface;
   std::vector<Vertex> vertices;
   std::vector<GLDATA_RGBA> colors;  ///< one a vertex, or none
+  GLPtr<IGLPixmap> image;           ///< on the surface; null for none
+  std::vector<std::array<float, 2>>
+      places;  ///< in the image, from its lower left corner; one a vertex, or none
   std::vector<std::array<std::uint32_t, 3>> triangles;
 
   bool IsTransparent() const { return surface.diffuse.m_fAlpha < 1.0f; }

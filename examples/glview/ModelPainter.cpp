@@ -29,6 +29,7 @@ void EmitVertex(IGLCanvas& aCanvas, const Vertex& aVertex) {
 
 /// Compiles a part's triangles. @return the key; 0 when there is no list to be had
 int CompilePart(IGLCanvas& aCanvas, const Part& aPart, bool aColored) {
+  const auto texture = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas14_4>();
   int key = 0;
   if (FAILED(aCanvas.BeginCompileList(&key))) return 0;
   aCanvas.BeginDrawTriangles();
@@ -38,6 +39,7 @@ int CompilePart(IGLCanvas& aCanvas, const Part& aPart, bool aColored) {
         GLDATA_RGBA color = aPart.colors[index];
         aCanvas.SetVertexColor(&color);
       }
+      if (!aPart.places.empty()) texture->TexCoord2f(aPart.places[index][0], aPart.places[index][1]);
       EmitVertex(aCanvas, aPart.vertices[index]);
     }
   }
@@ -61,6 +63,13 @@ GLPtr<IGLMaterial> MaterialOf(const Surface& aSurface) {
   return material;
 }
 
+GLPtr<IGLTexture2D> TextureOf(const GLPtr<IGLPixmap>& aImage) {
+  if (!aImage) return {};
+  auto texture = GLCreate<IGLTexture2D>(CLSID_GLTexture2D);
+  texture->Initialize(aImage.Get());
+  return texture;
+}
+
 GLDATA_POINT PointOf(const std::array<float, 3>& aValue) { return {aValue[0], aValue[1], aValue[2]}; }
 
 }  // namespace
@@ -73,6 +82,11 @@ ModelPainter::ModelPainter(const Model& aModel, FrameClock& aClock)
 void ModelPainter::SetShade(Shade aShade) {
   const std::lock_guard lock(m_lock);
   m_look.shade = aShade;
+}
+
+void ModelPainter::SetTextures(bool aOn) {
+  const std::lock_guard lock(m_lock);
+  m_look.textures = aOn;
 }
 
 void ModelPainter::SetMarked(const std::vector<ULONG>& aIds) {
@@ -92,6 +106,7 @@ HRESULT ModelPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* 
   }
   m_clock.Start();
   glEnable(GL_DEPTH_TEST);  // the axes figure of the viewer before leaves it off for the rest of the frame
+  glDepthFunc(GL_LEQUAL);   // a capture starts with GL's own, which drops edges on faces square to the eye
   Look look;
   {
     const std::lock_guard lock(m_lock);
@@ -100,7 +115,7 @@ HRESULT ModelPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* 
   look.marked.resize(m_model.parts.size() + 1);
   switch (look.shade) {
     case Shade::Shaded:
-      DrawShaded(*aCanvas, look);
+      DrawShaded(*aCanvas, *aContext, look);
       DrawTransparent(*aCanvas, *aViewer, look);
       break;
     case Shade::Wire:
@@ -125,7 +140,7 @@ void ModelPainter::Compile(IGLCanvas& aCanvas) {
   for (const Part& part : m_model.parts) {
     m_compiled.push_back({CompilePart(aCanvas, part, false),
                           part.colors.empty() ? 0 : CompilePart(aCanvas, part, true),
-                          MaterialOf(part.surface)});
+                          MaterialOf(part.surface), TextureOf(part.image)});
   }
   if (m_panes.empty()) StoreTransparent(aCanvas);
 }
@@ -169,14 +184,30 @@ void ModelPainter::DrawForPicking(IGLCanvas& aCanvas) {
   }
 }
 
-void ModelPainter::DrawShaded(IGLCanvas& aCanvas, const Look& aLook) {
+void ModelPainter::DrawShaded(IGLCanvas& aCanvas, IGLContext& aContext, const Look& aLook) {
   for (const Part& part : m_model.parts) {
     if (part.IsTransparent()) continue;
     const bool marked = aLook.marked[part.id];
     ApplyMode(aCanvas, kFaces, marked ? kMarkColor : part.surface.diffuse);
     aCanvas.SetMaterial(m_compiled[part.id - 1].material.Get());
-    DrawPart(aCanvas, part, !marked);
+    if (part.image && aLook.textures && !marked) {
+      DrawTextured(aCanvas, aContext, part);
+    } else {
+      DrawPart(aCanvas, part, !marked);
+    }
   }
+}
+
+// The face that a texture opens loads the image; closed again without vertices, it draws nothing itself.
+void ModelPainter::DrawTextured(IGLCanvas& aCanvas, IGLContext& aContext, const Part& aPart) {
+  IGLTexture2D& texture = *m_compiled[aPart.id - 1].texture.Get();
+  const auto enable = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas14_4>();
+  GLDATA_POINT normal{0, 0, 1};
+  texture.BeginDraw(&aContext, GLTM_MODULATE, 1, 1, 1, &normal, nullptr);
+  texture.EndDraw();
+  enable->Enable(GLE_TEXTURE_2D);
+  DrawPart(aCanvas, aPart, true);
+  enable->Disable(GLE_TEXTURE_2D);
 }
 
 void ModelPainter::DrawTransparent(IGLCanvas& aCanvas, IGLViewer& aViewer, const Look& aLook) {

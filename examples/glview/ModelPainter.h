@@ -20,6 +20,8 @@ class ModelPainter final : public GLPainterBase {
   ModelPainter(const Model& aModel, FrameClock& aClock);
 
   void SetShade(Shade aShade);
+  /// Shows the images of surfaces, or their colours alone.
+  void SetTextures(bool aOn);
   /// Draws these parts in the colour of what is picked.
   void SetMarked(const std::vector<ULONG>& aIds);
 
@@ -29,6 +31,7 @@ class ModelPainter final : public GLPainterBase {
   /// What the host's thread may change at any moment.
   struct Look {
     Shade shade = Shade::Shaded;
+    bool textures = true;
     std::vector<bool> marked;  // by identifier
   };
   /// A part as the rendering context has it.
@@ -36,6 +39,7 @@ class ModelPainter final : public GLPainterBase {
     int plain = 0;    // key of a list without colours
     int colored = 0;  // the same with the part's own, where it has any
     GLPtr<IGLMaterial> material;
+    GLPtr<IGLTexture2D> texture;  // null when the part has no image
   };
   /// A triangle that is seen through, and whose it is.
   struct Pane {
@@ -46,13 +50,15 @@ class ModelPainter final : public GLPainterBase {
   void Compile(IGLCanvas& aCanvas);
   void StoreTransparent(IGLCanvas& aCanvas);
   void DrawForPicking(IGLCanvas& aCanvas);
-  void DrawShaded(IGLCanvas& aCanvas, const Look& aLook);
+  void DrawShaded(IGLCanvas& aCanvas, IGLContext& aContext, const Look& aLook);
   void DrawTransparent(IGLCanvas& aCanvas, IGLViewer& aViewer, const Look& aLook);
   void DrawHiddenLine(IGLCanvas& aCanvas, IGLContext& aContext, const Look& aLook);
   void DrawUnlit(IGLCanvas& aCanvas, const Look& aLook);
   void DrawPoints(IGLCanvas& aCanvas, const Look& aLook);
   /// Draws a part's list, in its own colours or in the one that is set.
   void DrawPart(IGLCanvas& aCanvas, const Part& aPart, bool aColored);
+  /// Draws a part's list with the part's image on it, in the colour that is set.
+  void DrawTextured(IGLCanvas& aCanvas, IGLContext& aContext, const Part& aPart);
   /// Applies a mode with a colour; always in full, since overlays leave other state behind.
   void ApplyMode(IGLCanvas& aCanvas, int aMode, const GLDATA_RGBA& aColor);
 

@@ -13,7 +13,10 @@ const char* const kHelp =
 Shows a model in a window; any format that assimp reads.
 
   --out FILE.png         draw one picture with no display, and leave
+  --zoom F               make that picture F times as large, and as much sharper (1)
   --size WxH             size of the window or picture (1024x768)
+  --background RRGGBB    colour behind the model, in hexadecimal (212630)
+  --fsaa N               smooth the window's edges by up to N samples a pixel, where the system can
   --shade MODE           shaded, wire, hidden or points
   --fog                  let the far side fade
   --ortho                parallel projection
@@ -27,13 +30,15 @@ Shows a model in a window; any format that assimp reads.
   --help                 this text
 
 In the window: drag to turn, right or middle drag to pan, wheel to zoom; click to pick a part, Shift-drag to
-pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, F fog, A axes, T text,
-Esc leaves.
+pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, M textures, F fog, A axes,
+T text; C writes a picture at twice the window's size to a numbered PNG file; Esc leaves.
 )";
 
 namespace {
 
 constexpr int kLargestSide = 8192;
+constexpr double kSmallestZoom = 0.01, kLargestZoom = 64;
+constexpr int kMostSamples = 64;
 
 /// Splits a text into numbers at a separator. @return fewer numbers than fields when one isn't a number
 template <class Number>
@@ -81,6 +86,33 @@ void ParseTurn(std::string_view aText, Options& aOptions) {
   aOptions.pitch = angles[1];
 }
 
+double ParseZoom(std::string_view aText) {
+  const auto zoom = Numbers<double>(aText, ',');
+  if (zoom.size() != 1 || !(zoom[0] >= kSmallestZoom && zoom[0] <= kLargestZoom)) {
+    throw UsageError("--zoom takes a factor from 0.01 to 64, not '" + std::string(aText) + "'");
+  }
+  return zoom[0];
+}
+
+int ParseSamples(std::string_view aText) {
+  const auto samples = Numbers<int>(aText, ',');
+  if (samples.size() != 1 || samples[0] < 1 || samples[0] > kMostSamples) {
+    throw UsageError("--fsaa takes a number of samples from 1 to 64, not '" + std::string(aText) + "'");
+  }
+  return samples[0];
+}
+
+GLDATA_RGBA ParseColor(std::string_view aText) {
+  unsigned color = 0;
+  const char* const end = aText.data() + aText.size();
+  const auto [next, error] = std::from_chars(aText.data(), end, color, 16);
+  if (error != std::errc{} || next != end || aText.size() != 6) {
+    throw UsageError("--background takes a colour as RRGGBB, not '" + std::string(aText) + "'");
+  }
+  const auto channel = [&](int aShift) { return static_cast<float>(color >> aShift & 0xFF) / 255.0f; };
+  return {channel(16), channel(8), channel(0), 1.0f};
+}
+
 PixelBox ParsePick(std::string_view aText) {
   const auto point = Numbers<int>(aText, ',');
   if (point.size() != 2) throw UsageError("--pick takes X,Y in pixels, not '" + std::string(aText) + "'");
@@ -125,6 +157,12 @@ Options ParseOptions(int argc, const char* const* argv) {
       options.out = value();
     else if (option == "--size")
       ParseSize(value(), options);
+    else if (option == "--zoom")
+      options.zoom = ParseZoom(value());
+    else if (option == "--background")
+      options.background = ParseColor(value());
+    else if (option == "--fsaa")
+      options.samples = ParseSamples(value());
     else if (option == "--shade")
       options.shade = ParseShade(value());
     else if (option == "--fog")
@@ -156,6 +194,7 @@ Options ParseOptions(int argc, const char* const* argv) {
   }
   if (options.help) return options;
   if (options.model.empty()) throw UsageError("which model? --help tells how to ask");
+  if (options.zoom != 1 && options.out.empty()) throw UsageError("--zoom goes with --out");
   if (options.pick) RequireInside(options);
   return options;
 }

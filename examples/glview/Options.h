@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <gllib/GLLib.h>
+
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -25,6 +27,9 @@ struct Options {
   bool ortho = false;
   bool axes = false;
   bool text = false;
+  GLDATA_RGBA background{0.13f, 0.15f, 0.19f, 1.0f};
+  double zoom = 1;  ///< of the picture; the window has none
+  int samples = 1;  ///< a pixel of the window, at most; above 1 smooths edges
   bool fog = false;
   bool help = false;
   Shade shade = Shade::Shaded;

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr GLDATA_RGBA kBackground{0.13f, 0.15f, 0.19f, 1.0f};
 constexpr GLDATA_RGBA kAmbient{0.22f, 0.22f, 0.25f, 1.0f};
 constexpr GLDATA_RGBA kFrame{0.35f, 0.38f, 0.44f, 1.0f};
 constexpr float kFrameOffset = 0.006f;  // keeps the frame a pixel inside, where no edge rule drops it
@@ -25,14 +24,20 @@ Scene::Scene(const Model& aModel, const Options& aOptions, ULONG_PTR aParent)
       m_count(aOptions.views),
       m_shade(aOptions.shade),
       m_fog(aOptions.fog),
-      m_axes(aOptions.axes) {
+      m_axes(aOptions.axes),
+      m_background(aOptions.background) {
+  if (m_context && aOptions.samples > 1) {
+    const auto smooth = m_context.As<IGLContext14_3>();
+    smooth->put_bFSAA(1);
+    smooth->put_lFSAAMaxSamples(aOptions.samples);
+  }
   if (!m_context || FAILED(m_context->Initialize(aParent))) {
     throw std::runtime_error("no drawing context to be had");
   }
   m_control = m_context.As<IGLContext2>();
-  GLDATA_RGBA color = kBackground;
-  m_context->SetBackgroundColor(&color);
-  m_reader = std::make_unique<FrameReader>(*m_context);
+  m_context->SetBackgroundColor(&m_background);
+  m_capture = GLMake<SceneCapture>();
+  m_context->AttachCapture(m_capture.Get());
   AddView(Direction::Free, aOptions.ortho);
   AddView(Direction::Front, true);
   AddView(Direction::Right, true);
@@ -102,6 +107,7 @@ void Scene::Layout() {
   const int lower = m_height / 2;
   const int right = m_width - left;
   const int upper = m_height - lower;
+  std::vector<SceneCapture::Place> places;
   for (View& view : m_views) {
     const bool quarter = m_count == 4;
     view.shown = quarter || view.direction == Direction::Free;
@@ -111,10 +117,11 @@ void Scene::Layout() {
     view.y = quarter && above ? lower : 0;
     view.width = std::max(quarter ? (onRight ? right : left) : m_width, 1);
     view.height = std::max(quarter ? (above ? upper : lower) : m_height, 1);
-    view.viewer->SetClipRectangle(view.x, view.y, view.width, view.height);
+    places.push_back({view.viewer, view.x, view.y, view.width, view.height});
     view.viewer->Clip(quarter ? 1 : 0);
     view.viewer->Show(view.shown ? 1 : 0);
   }
+  m_capture->SetPlaces(std::move(places));
   Refresh();
 }
 
@@ -143,6 +150,18 @@ void Scene::SetText(bool aOn) {
   Redraw();
 }
 
+void Scene::SetTextures(bool aOn) {
+  m_textures = aOn;
+  m_painter->SetTextures(aOn);
+  Redraw();
+}
+
+std::future<std::optional<Picture>> Scene::Capture(int aZoom) {
+  auto picture = m_capture->Take(aZoom, m_background);
+  Redraw();
+  return picture;
+}
+
 void Scene::Turn(int aX, int aY, double aRight, double aDown) {
   // The parallel views keep their directions; what would turn them moves them.
   if (ViewAt(aX, aY).direction != Direction::Free) return Pan(aX, aY, aRight, aDown);
@@ -168,11 +187,10 @@ void Scene::Refresh() {
   }
   GLPtr<IGLFog> fog;
   m_context->GetFog(fog.Put());
-  GLDATA_RGBA color = kBackground;
   const double start = std::max(m_camera.Distance() - m_camera.Radius(), 0.0);
   fog->SetCalcMode(GLFM_CALCULATE_LINEAR);
   fog->SetFogStartAndEnd(static_cast<float>(start), static_cast<float>(start + 2.4 * m_camera.Radius()));
-  fog->SetFogColor(&color);
+  fog->SetFogColor(&m_background);
   fog->Enable(m_fog ? 1 : 0);
   Redraw();
 }

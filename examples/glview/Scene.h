@@ -7,7 +7,7 @@
 #include <gllib/GLLibHost.h>
 
 #include <array>
-#include <memory>
+#include <future>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,7 +18,7 @@
 #include "glview/ModelPainter.h"
 #include "glview/Options.h"
 #include "glview/Overlay.h"
-#include "shared/FrameReader.h"
+#include "glview/SceneCapture.h"
 
 class Scene {
  public:
@@ -31,6 +31,7 @@ class Scene {
 
   /// Draws when something changes, not all the time.
   void DrawOnRequest();
+  void Redraw();
   void SetSize(int aWidth, int aHeight);
   void SetViews(int aCount);
   void SetShade(Shade aShade);
@@ -42,6 +43,9 @@ class Scene {
   bool HasFog() const { return m_fog; }
   bool HasAxes() const { return m_axes; }
   bool HasText() const { return m_text; }
+  /// Shows the images of surfaces.
+  void SetTextures(bool aOn);
+  bool HasTextures() const { return m_textures; }
 
   /// Turns, pans and zooms as a drag or wheel at a pixel asks. Pixels from the top left, y down.
   void Turn(int aX, int aY, double aRight, double aDown);
@@ -57,15 +61,16 @@ class Scene {
   std::vector<std::string> NamesOf(const std::vector<ULONG>& aIds) const;
 
   double FrameMilliseconds() const { return m_clock.Milliseconds(); }
-  /// Reads the picture back. @return false when no frame came in time
-  bool Read(Picture& aPicture) { return m_reader->Read(aPicture); }
+  /// Asks for a picture of what is shown. @param aZoom times the window's size
+  /// @return as SceneCapture::Take
+  std::future<std::optional<Picture>> Capture(int aZoom);
 
  private:
   struct View {
     Direction direction = Direction::Free;
     IGLViewer* viewer = nullptr;  // borrowed, the context's
     GLPtr<Overlay> overlay;
-    int x = 0, y = 0, width = 1, height = 1;  // in pixels from the lower left
+    int x = 0, y = 0, width = 1, height = 1;  // in pixels from the lower left; the capture sends them
     bool shown = false;
   };
 
@@ -75,7 +80,6 @@ class Scene {
   void Layout();
   /// Sends the camera to all views and asks for a frame.
   void Refresh();
-  void Redraw();
   View& ViewAt(int aX, int aY);
   /// The place of a pixel in a view, each coordinate from -1 to 1.
   GLDATA_POINT Place(const View& aView, double aX, double aY) const;
@@ -86,7 +90,7 @@ class Scene {
   GLPtr<IGLContext> m_context;  // goes after all that stands below, and with it the draw thread
   GLPtr<IGLContext2> m_control;
   GLPtr<ModelPainter> m_painter;
-  std::unique_ptr<FrameReader> m_reader;
+  GLPtr<SceneCapture> m_capture;
   std::vector<View> m_views;  // the free one first, which is so drawn last
   int m_width;
   int m_height;
@@ -95,4 +99,6 @@ class Scene {
   bool m_fog;
   bool m_axes;
   bool m_text = false;
+  bool m_textures = true;
+  GLDATA_RGBA m_background;
 };

@@ -1,11 +1,35 @@
 #include "glview/Snapshot.h"
 
+#include <algorithm>
+#include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
 
 #include "glview/Scene.h"
 #include "shared/Picture.h"
+
+namespace {
+
+constexpr auto kPatience = std::chrono::seconds(120);
+
+Picture TakePicture(Scene& aScene, const Options& aOptions) {
+  // A capture enlarges by whole factors; what is left of the zoom goes into the size.
+  const int whole = std::max(1, static_cast<int>(aOptions.zoom));
+  const double rest = aOptions.zoom / whole;
+  if (rest != 1) {
+    aScene.SetSize(static_cast<int>(std::lround(aOptions.width * rest)),
+                   static_cast<int>(std::lround(aOptions.height * rest)));
+  }
+  auto picture = aScene.Capture(whole);
+  if (picture.wait_for(kPatience) != std::future_status::ready) throw std::runtime_error("no frame came");
+  auto result = picture.get();
+  if (!result) throw std::runtime_error("no picture of that size is to be had");
+  return std::move(*result);
+}
+
+}  // namespace
 
 void TakeSnapshot(const Model& aModel, const Options& aOptions) {
   setenv("GLLIB_DISPLAY", "headless", 1);
@@ -17,7 +41,6 @@ void TakeSnapshot(const Model& aModel, const Options& aOptions) {
     if (!aOptions.pick->point) scene.ShowBand(aOptions.pick);
   }
   if (aOptions.out.empty()) return;
-  Picture picture;
-  if (!scene.Read(picture)) throw std::runtime_error("no frame came");
+  const Picture picture = TakePicture(scene, aOptions);
   if (!WritePng(picture, aOptions.out)) throw std::runtime_error("can't write " + aOptions.out);
 }

@@ -3,8 +3,13 @@
 #include <GLFW/glfw3.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
+#include <future>
+#include <memory>
+#include <optional>
 #include <stdexcept>
 
 #include "glview/NativeWindow.h"
@@ -15,6 +20,17 @@ namespace {
 constexpr double kWheelStep = 0.9;
 constexpr int kClickSlack = 3;         // pixels that a click may move
 constexpr double kTitlePeriod = 0.25;  // seconds
+constexpr int kCaptureZoom = 2;
+
+/// The first name of the kind model-001.png that no file has yet.
+std::string FreeName(const std::string& aModel) {
+  const std::string stem = std::filesystem::path(aModel).stem().string();
+  for (int number = 1;; ++number) {
+    char tail[24];
+    std::snprintf(tail, sizeof(tail), "-%03d.png", number);
+    if (!std::filesystem::exists(stem + tail)) return stem + tail;
+  }
+}
 
 /// GLFW from its start to its end.
 struct Session {
@@ -47,6 +63,11 @@ class Window {
   void EndDrag();
   void Pick(const PixelBox& aBox);
   PixelBox DraggedBox() const;
+  void StartCapture();
+  /// Writes the picture that was asked for, once it is there.
+  void FinishCapture();
+  /// Shows a word at the end of the title.
+  void Note(const std::string& aWord);
   void UpdateTitle();
 
   Session m_session;
@@ -54,6 +75,8 @@ class Window {
   GLFWwindow* m_window;
   std::unique_ptr<Scene> m_scene;
   std::string m_picked;
+  std::future<std::optional<Picture>> m_picture;  // one that is to come
+  std::string m_note;
   Drag m_drag = Drag::None;
   double m_startX = 0, m_startY = 0;  // of the drag
   double m_x = 0, m_y = 0;            // of the pointer
@@ -105,6 +128,7 @@ void Window::Listen() {
 void Window::Run() {
   while (glfwWindowShouldClose(m_window) == GLFW_FALSE) {
     glfwWaitEventsTimeout(kTitlePeriod);
+    FinishCapture();
     UpdateTitle();
   }
 }
@@ -124,6 +148,12 @@ void Window::OnKey(int aKey) {
       break;
     case GLFW_KEY_A:
       m_scene->SetAxes(!m_scene->HasAxes());
+      break;
+    case GLFW_KEY_C:
+      StartCapture();
+      break;
+    case GLFW_KEY_M:
+      m_scene->SetTextures(!m_scene->HasTextures());
       break;
     case GLFW_KEY_T:
       m_scene->SetText(!m_scene->HasText());
@@ -211,6 +241,27 @@ void Window::Pick(const PixelBox& aBox) {
   m_titleTime = 0;
 }
 
+void Window::StartCapture() {
+  if (m_picture.valid()) return;
+  Note("taking a picture");
+  m_picture = m_scene->Capture(kCaptureZoom);
+}
+
+void Window::FinishCapture() {
+  if (!m_picture.valid() || m_picture.wait_for(std::chrono::seconds(0)) != std::future_status::ready) return;
+  m_scene->Redraw();  // the window's own lists went with the capture; they come back with a frame
+  const auto picture = m_picture.get();
+  if (!picture) return Note("no picture to be had");
+  const std::string name = FreeName(m_model.name);
+  Note(WritePng(*picture, name) ? "wrote " + name : "can't write " + name);
+}
+
+void Window::Note(const std::string& aWord) {
+  m_note = aWord;
+  m_titleTime = 0;
+  UpdateTitle();
+}
+
 void Window::UpdateTitle() {
   const double now = glfwGetTime();
   if (m_titleTime != 0 && now - m_titleTime < kTitlePeriod) return;
@@ -220,6 +271,7 @@ void Window::UpdateTitle() {
   std::string title =
       m_model.name + " - " + std::to_string(m_model.CountTriangles()) + " triangles - " + frame;
   if (!m_picked.empty()) title += " - " + m_picked;
+  if (!m_note.empty()) title += " - " + m_note;
   glfwSetWindowTitle(m_window, title.c_str());
 }
 

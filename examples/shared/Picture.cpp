@@ -15,6 +15,14 @@ png_image Describe(const Picture& aPicture) {
   return image;
 }
 
+/// Reads the pixels once the header has been read.
+bool Finish(png_image& aImage, Picture& aPicture) {
+  aImage.format = PNG_FORMAT_RGBA;
+  aPicture = Picture(static_cast<int>(aImage.width), static_cast<int>(aImage.height));
+  return png_image_finish_read(&aImage, nullptr, aPicture.pixels.data(), -kBytesPerPixel * aPicture.width,
+                               nullptr) != 0;
+}
+
 }  // namespace
 
 bool WritePng(const Picture& aPicture, const std::string& aPath) {
@@ -32,9 +40,11 @@ bool WritePng(const Picture& aPicture, const std::string& aPath) {
 bool ReadPng(const std::string& aPath, Picture& aPicture) {
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
-  if (png_image_begin_read_from_file(&image, aPath.c_str()) == 0) return false;
-  image.format = PNG_FORMAT_RGBA;
-  aPicture = Picture(static_cast<int>(image.width), static_cast<int>(image.height));
-  return png_image_finish_read(&image, nullptr, aPicture.pixels.data(), -kBytesPerPixel * aPicture.width,
-                               nullptr) != 0;
+  return png_image_begin_read_from_file(&image, aPath.c_str()) != 0 && Finish(image, aPicture);
+}
+
+bool ReadPng(const void* aBytes, std::size_t aSize, Picture& aPicture) {
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  return png_image_begin_read_from_memory(&image, aBytes, aSize) != 0 && Finish(image, aPicture);
 }

@@ -27,3 +27,5 @@ bool WritePng(const Picture& aPicture, const std::string& aPath);
 
 /// Reads a picture. @return false when the file can't be read
 bool ReadPng(const std::string& aPath, Picture& aPicture);
+/// Reads a picture from a file's bytes.
+bool ReadPng(const void* aBytes, std::size_t aSize, Picture& aPicture);

@@ -126,6 +126,12 @@ TEST_F(Glview, RefusesABadCommandLineInOneLine) {
       {"--pick-box", "1,2,3", model},
       {"--pick-box", "1,2,3,4,outside", model},
       {"--size", "50x50", "--pick", "60,10", model},
+      {"--zoom", "2", model},
+      {"--zoom", "0", "--out", "x.png", model},
+      {"--zoom", "nan", "--out", "x.png", model},
+      {"--background", "12345", model},
+      {"--background", "12345g", model},
+      {"--fsaa", "0", model},
   };
   for (const auto& line : lines) {
     const Outcome outcome = RunProgram("glview", line);
@@ -167,7 +173,7 @@ TEST_F(Glview, HelpNamesEveryOption) {
   const Outcome outcome = RunProgram("glview", {"--help"});
   EXPECT_EQ(outcome.status, 0);
   for (const char* option : {"--out", "--size", "--shade", "--fog", "--ortho", "--views", "--turn", "--axes",
-                             "--pick", "--pick-box"}) {
+                             "--pick", "--pick-box", "--zoom", "--background", "--fsaa", "--text"}) {
     EXPECT_NE(outcome.out.find(option), std::string::npos) << option;
   }
 }
@@ -257,6 +263,68 @@ TEST_F(Glview, FogTakesTheFarFartherThanTheNear) {
   };
   EXPECT_GT(loss(0, 0.8, 0), 0.05) << "front";
   EXPECT_GT(loss(1.5, 0, 1), loss(0, 0.8, 0) + 0.15) << "behind";
+}
+
+TEST_F(Glview, ZoomMakesAllOfThePictureLarger) {
+  const std::string model = Squares();
+  for (const char* views : {"1", "4"}) {
+    const Picture plain = PictureOf(model, {"--views", views});
+    for (const auto& [zoom, factor] : {std::pair{"3", 3.0}, {"1.5", 1.5}, {"0.5", 0.5}}) {
+      SCOPED_TRACE(std::string(views) + " views, zoom " + zoom);
+      const Picture large = PictureOf(model, {"--views", views, "--zoom", zoom});
+      ASSERT_EQ(large.width, kSide * factor);
+      ASSERT_EQ(large.height, kSide * factor);
+      int different = 0, looked = 0;
+      for (int y = 5; y < kSide; y += 10) {
+        for (int x = 5; x < kSide; x += 10) {
+          const std::uint8_t* here = plain.At(x, y);
+          const std::uint8_t* there =
+              large.At(static_cast<int>((x + 0.5) * factor), static_cast<int>((y + 0.5) * factor));
+          different += std::abs(here[0] - there[0]) + std::abs(here[1] - there[1]) > 20;
+          ++looked;
+        }
+      }
+      EXPECT_LE(different * 50, looked) << "but for edges";
+    }
+  }
+}
+
+TEST_F(Glview, BackgroundIsBehindTheModelAndInItsFog) {
+  const Picture picture = PictureOf(Squares(), {"--background", "10a0f0", "--fog"});
+  const std::uint8_t background[] = {0x10, 0xA0, 0xF0};
+  EXPECT_TRUE(std::equal(background, background + 3, picture.At(0, 0)));
+  EXPECT_GT(At(picture, 1.5, 0)[2], 100) << "the far side fades into it";
+}
+
+TEST_F(Glview, PutsImagesOnSurfaces) {
+  // A PNG file that is red below and blue above, and a bitmap file of one green pixel.
+  Picture image(2, 2);
+  image.pixels = {255, 0, 0, 255, 255, 0, 0, 255, 0, 0, 255, 255, 0, 0, 255, 255};
+  ASSERT_TRUE(WritePng(image, m_folder / "image.png"));
+  std::string bitmap(58, '\0');
+  bitmap.replace(0, 2, "BM");
+  for (const auto& [offset, value] : {std::pair{10, 54}, {18, 1}, {22, 1}, {26, 1}, {28, 24}, {55, 255}}) {
+    bitmap[static_cast<std::size_t>(offset)] = static_cast<char>(value);
+  }
+  m_folder.Write("image.bmp", bitmap);
+  m_folder.Write("walls.mtl",
+                 "newmtl png\nKd 1 1 1\nmap_Kd image.png\nnewmtl bmp\nKd 1 1 1\nmap_Kd image.bmp\n"
+                 "newmtl lost\nKd 1 1 1\nmap_Kd lost.png\n");
+  const std::string model = m_folder.Write(
+      "walls.obj",
+      "mtllib walls.mtl\nvt 0 0\nvt 1 0\nvt 1 1\nvt 0 1\n"
+      "v -2 -2 0\nv 0 -2 0\nv 0 0 0\nv -2 0 0\nv 0 2 0\nv -2 2 0\nv 2 0 0\nv 2 2 0\n"
+      "usemtl png\nf 1/1 2/2 3/3 4/4\nusemtl bmp\nf 4/1 3/2 5/3 6/4\nusemtl lost\nf 3/1 7/2 8/3 5/4\n");
+  const std::string file = m_folder / "picture.png";
+  const Outcome outcome = FromTheFront(model, {"--out", file});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "glview: can't read the texture lost.png\n");
+  Picture picture;
+  ASSERT_TRUE(ReadPng(file, picture));
+  EXPECT_GT(At(picture, -1, -1.5)[0], At(picture, -1, -1.5)[2] + 100) << "red below";
+  EXPECT_GT(At(picture, -1, -0.5)[2], At(picture, -1, -0.5)[0] + 100) << "blue above";
+  EXPECT_GT(At(picture, -1, 1)[1], At(picture, -1, 1)[0] + 100) << "green";
+  EXPECT_TRUE(IsDrawn(picture, At(picture, 1, 1))) << "without its image, but there";
 }
 
 TEST_F(Glview, DrawsARabbit) {

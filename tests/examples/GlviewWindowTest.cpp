@@ -15,12 +15,14 @@
 #include <thread>
 
 #include "Program.h"
+#include "shared/Picture.h"
 
 namespace {
 
 constexpr int kWidth = 320;
 constexpr int kHeight = 240;
-constexpr std::uint8_t kEscape = 9, kFour = 13, kW = 25;  // keycodes of the server's keyboard
+constexpr std::uint8_t kEscape = 9, kFour = 13, kW = 25, kC = 54,
+                       kM = 58;  // keycodes of the server's keyboard
 
 template <class Reply>
 using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
@@ -68,10 +70,17 @@ class GlviewWindow : public ::testing::Test {
     m_connection = xcb_connect(m_server.Display().c_str(), nullptr);
     ASSERT_EQ(xcb_connection_has_error(m_connection), 0);
     m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
-    const std::string model = m_folder.Write("wall.obj",
-                                             "o wall\nv -1 -1 0\nv 1 -1 0\nv 1 1 0\nv -1 1 0\nf 1 2 3 4\n"
-                                             "o dot\nv 1.5 1 0\nv 2 1 0\nv 2 1.5 0\nf 5 6 7\n");
-    m_glview = Start({GLLIB_EXAMPLES_FOLDER "/glview", "--turn", "0,0", "--ortho", "--size",
+    Picture green(1, 1);
+    green.pixels[1] = 255;
+    WritePng(green, m_folder / "green.png");
+    m_folder.Write("wall.mtl", "newmtl green\nKd 1 1 1\nmap_Kd green.png\n");
+    const std::string model =
+        m_folder.Write("wall.obj",
+                       "mtllib wall.mtl\nvt 0 0\n"
+                       "o wall\nusemtl green\nv -1 -1 0\nv 1 -1 0\nv 1 1 0\nv -1 1 0\nf 1/1 2/1 3/1 4/1\n"
+                       "o dot\nv 1.5 1 0\nv 2 1 0\nv 2 1.5 0\nf 5/1 6/1 7/1\n");
+    m_glview = Start({"sh", "-c", "cd \"$0\" && exec \"$@\"", m_folder / ".", GLLIB_EXAMPLES_FOLDER "/glview",
+                      "--turn", "0,0", "--ortho", "--fsaa", "4", "--size",
                       std::to_string(kWidth) + "x" + std::to_string(kHeight), model},
                      m_server.Display(), m_folder / "out", m_folder / "err");
     ASSERT_TRUE(Eventually([&] { return FindWindow(); })) << "no window came";
@@ -161,6 +170,25 @@ class GlviewWindow : public ::testing::Test {
     MoveTo(aX2, aY2);
     Button(XCB_BUTTON_RELEASE, aModifiers);
   }
+  /// Presses C, and expects a picture of what the window shows, twice as large.
+  void ExpectPicture(const std::string& aName) {
+    Press(kC);
+    EXPECT_TRUE(TitleEndsWith("wrote " + aName)) << Title(m_window);
+    Picture picture;
+    ASSERT_TRUE(ReadPng(m_folder / aName, picture));
+    ASSERT_EQ(picture.width, 2 * kWidth);
+    ASSERT_EQ(picture.height, 2 * kHeight);
+    const auto window = Pixels();
+    int different = 0;
+    for (int y = 0; y < kHeight; ++y) {
+      for (int x = 0; x < kWidth; ++x) {
+        const std::uint8_t* pixel = picture.At(2 * x, 2 * y);
+        const std::uint32_t there = std::uint32_t{pixel[0]} << 16 | pixel[1] << 8 | std::uint32_t{pixel[2]};
+        different += there != window[static_cast<std::size_t>(y * kWidth + x)];
+      }
+    }
+    EXPECT_LT(different * 20, kWidth * kHeight) << "the same but for lines";
+  }
   bool TitleEndsWith(const std::string& aEnd) {
     return Eventually([&] { return Title(m_window).ends_with(aEnd); });
   }
@@ -177,6 +205,9 @@ TEST_F(GlviewWindow, ShowsPicksAndLeaves) {
   const int middleX = kWidth / 2, middleY = kHeight / 2;
   ASSERT_TRUE(Eventually([&] { return Pixel(middleX, middleY) != Pixel(2, 2) && Pixel(2, 2) != 0; }))
       << "the wall never showed";
+  EXPECT_EQ(Pixel(middleX, middleY) & 0xFF00FF, 0u) << "green by its image";
+  Press(kM);
+  ASSERT_TRUE(Eventually([&] { return (Pixel(middleX, middleY) & 0xFF00FF) != 0; })) << "M takes it off";
   const std::uint32_t plain = Pixel(middleX, middleY);
 
   Drag(middleX - 40, middleY + 10, middleX - 40, middleY + 10, 0);
@@ -193,6 +224,8 @@ TEST_F(GlviewWindow, ShowsPicksAndLeaves) {
   EXPECT_TRUE(Eventually([&] { return Pixel(middleX - 40, middleY + 10) == Pixel(2, 2); }));
   Press(kFour);
   EXPECT_TRUE(Eventually([&] { return Pixel(middleX, 5) != Pixel(2, 2); })) << "frames part the four views";
+  ExpectPicture("wall-001.png");
+  ExpectPicture("wall-002.png");
 
   Press(kEscape);
   const int status = WaitFor(m_glview);
