@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "glview/Scene.h"
 #include "shared/Picture.h"
+#include "shared/model/Scene.h"
 
 namespace {
 

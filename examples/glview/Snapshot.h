@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "glview/Model.h"
 #include "glview/Options.h"
+#include "shared/model/Model.h"
 
 /// Prints what is picked and writes the picture, as far as the options ask for either.
 /// @throws std::runtime_error

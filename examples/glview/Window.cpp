@@ -13,12 +13,12 @@
 #include <stdexcept>
 
 #include "glview/NativeWindow.h"
-#include "glview/Scene.h"
+#include "shared/model/Dragging.h"
+#include "shared/model/Scene.h"
 
 namespace {
 
 constexpr double kWheelStep = 0.9;
-constexpr int kClickSlack = 3;         // pixels that a click may move
 constexpr double kTitlePeriod = 0.25;  // seconds
 constexpr int kCaptureZoom = 2;
 
@@ -42,8 +42,6 @@ struct Session {
   Session& operator=(const Session&) = delete;
 };
 
-enum class Drag { None, Turn, Pan, Band, BandInside };
-
 class Window {
  public:
   Window(const Model& aModel, const Options& aOptions);
@@ -58,11 +56,7 @@ class Window {
   void Listen();
   void OnKey(int aKey);
   void OnButton(int aButton, int aAction, int aModifiers);
-  void OnMove(double aX, double aY);
-  void BeginDrag(int aButton, int aModifiers);
-  void EndDrag();
   void Pick(const PixelBox& aBox);
-  PixelBox DraggedBox() const;
   void StartCapture();
   /// Writes the picture that was asked for, once it is there.
   void FinishCapture();
@@ -74,13 +68,10 @@ class Window {
   const Model& m_model;
   GLFWwindow* m_window;
   std::unique_ptr<Scene> m_scene;
+  std::optional<Dragging> m_dragging;  // in the scene
   std::string m_picked;
   std::future<std::optional<Picture>> m_picture;  // one that is to come
   std::string m_note;
-  Drag m_drag = Drag::None;
-  double m_startX = 0, m_startY = 0;  // of the drag
-  double m_x = 0, m_y = 0;            // of the pointer
-  bool m_moved = false;               // further than a click does
   double m_titleTime = 0;
 };
 
@@ -95,6 +86,7 @@ Window::Window(const Model& aModel, const Options& aOptions) : m_model(aModel) {
     glfwDestroyWindow(m_window);
     throw;
   }
+  m_dragging.emplace(*m_scene);
   m_scene->DrawOnRequest();
   int width = 0;
   int height = 0;
@@ -118,8 +110,8 @@ void Window::Listen() {
   glfwSetMouseButtonCallback(m_window, [](GLFWwindow* aWindow, int aButton, int aAction, int aModifiers) {
     Of(aWindow).OnButton(aButton, aAction, aModifiers);
   });
-  glfwSetCursorPosCallback(m_window,
-                           [](GLFWwindow* aWindow, double aX, double aY) { Of(aWindow).OnMove(aX, aY); });
+  glfwSetCursorPosCallback(
+      m_window, [](GLFWwindow* aWindow, double aX, double aY) { Of(aWindow).m_dragging->Move(aX, aY); });
   glfwSetScrollCallback(m_window, [](GLFWwindow* aWindow, double, double aUp) {
     Of(aWindow).m_scene->Zoom(std::pow(kWheelStep, aUp));
   });
@@ -172,65 +164,12 @@ void Window::OnKey(int aKey) {
 }
 
 void Window::OnButton(int aButton, int aAction, int aModifiers) {
-  if (aAction == GLFW_PRESS && m_drag == Drag::None) {
-    BeginDrag(aButton, aModifiers);
-  } else if (aAction == GLFW_RELEASE && m_drag != Drag::None) {
-    EndDrag();
+  if (aAction == GLFW_PRESS) {
+    m_dragging->Press(Dragging::KindOf(aButton == GLFW_MOUSE_BUTTON_LEFT, (aModifiers & GLFW_MOD_SHIFT) != 0,
+                                       (aModifiers & GLFW_MOD_CONTROL) != 0));
+  } else if (const auto box = m_dragging->Release()) {
+    Pick(*box);
   }
-}
-
-void Window::BeginDrag(int aButton, int aModifiers) {
-  if (aButton != GLFW_MOUSE_BUTTON_LEFT)
-    m_drag = Drag::Pan;
-  else if ((aModifiers & GLFW_MOD_CONTROL) != 0)
-    m_drag = Drag::BandInside;
-  else if ((aModifiers & GLFW_MOD_SHIFT) != 0)
-    m_drag = Drag::Band;
-  else
-    m_drag = Drag::Turn;
-  m_startX = m_x;
-  m_startY = m_y;
-  m_moved = false;
-}
-
-void Window::OnMove(double aX, double aY) {
-  const double right = aX - m_x;
-  const double down = aY - m_y;
-  m_x = aX;
-  m_y = aY;
-  if (m_drag == Drag::None) return;
-  m_moved = m_moved || std::hypot(m_x - m_startX, m_y - m_startY) > kClickSlack;
-  if (!m_moved) return;
-  // What a view does with a drag is settled by where the drag began.
-  const int x = static_cast<int>(m_startX);
-  const int y = static_cast<int>(m_startY);
-  if (m_drag == Drag::Turn)
-    m_scene->Turn(x, y, right, down);
-  else if (m_drag == Drag::Pan)
-    m_scene->Pan(x, y, right, down);
-  else
-    m_scene->ShowBand(DraggedBox());
-}
-
-void Window::EndDrag() {
-  const Drag drag = std::exchange(m_drag, Drag::None);
-  if (!m_moved && drag != Drag::Pan) {
-    PixelBox point = DraggedBox();
-    point.x2 = point.x1;
-    point.y2 = point.y1;
-    point.point = true;
-    Pick(point);
-  } else if (drag == Drag::Band || drag == Drag::BandInside) {
-    PixelBox box = DraggedBox();
-    box.inside = drag == Drag::BandInside;
-    m_scene->ShowBand(std::nullopt);
-    Pick(box);
-  }
-}
-
-PixelBox Window::DraggedBox() const {
-  return {static_cast<int>(m_startX), static_cast<int>(m_startY), static_cast<int>(m_x),
-          static_cast<int>(m_y)};
 }
 
 void Window::Pick(const PixelBox& aBox) {

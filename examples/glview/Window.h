@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "glview/Model.h"
 #include "glview/Options.h"
+#include "shared/model/Model.h"
 
 /// Shows the model until the user leaves.
 /// @throws std::runtime_error when there is no display or no context

@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <exception>
 
-#include "glview/Model.h"
 #include "glview/Options.h"
 #include "glview/Snapshot.h"
 #include "glview/Window.h"
+#include "shared/model/Model.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "glview/Images.h"
+#include "shared/model/Images.h"
 
 #include <assimp/scene.h>
 

@@ -1,4 +1,4 @@
-#include "glview/Camera.h"
+#include "shared/model/Camera.h"
 
 #include <algorithm>
 #include <cmath>

@@ -12,23 +12,25 @@
 #include <string>
 #include <vector>
 
-#include "glview/Camera.h"
-#include "glview/FrameClock.h"
-#include "glview/Model.h"
-#include "glview/ModelPainter.h"
-#include "glview/Options.h"
-#include "glview/Overlay.h"
-#include "glview/SceneCapture.h"
+#include "shared/model/Camera.h"
+#include "shared/model/FrameClock.h"
+#include "shared/model/Model.h"
+#include "shared/model/ModelPainter.h"
+#include "shared/model/Overlay.h"
+#include "shared/model/SceneCapture.h"
+#include "shared/model/SceneOptions.h"
 
 class Scene {
  public:
   /// Starts a context under a window.
   /// @param aParent the window's id; 0 with no display
   /// @throws std::runtime_error when it can't be had
-  Scene(const Model& aModel, const Options& aOptions, ULONG_PTR aParent);
+  Scene(const Model& aModel, const SceneOptions& aOptions, ULONG_PTR aParent);
   Scene(const Scene&) = delete;
   Scene& operator=(const Scene&) = delete;
 
+  /// Goes to another window, for a toolkit that gives its widget a new one.
+  void MoveTo(ULONG_PTR aParent);
   /// Draws when something changes, not all the time.
   void DrawOnRequest();
   void Redraw();
@@ -37,6 +39,7 @@ class Scene {
   void SetShade(Shade aShade);
   void SetFog(bool aOn);
   void SetAxes(bool aOn);
+  void SetBackground(const GLDATA_RGBA& aColor);
   /// Shows the model's name.
   void SetText(bool aOn);
   Shade GetShade() const { return m_shade; }
@@ -51,6 +54,8 @@ class Scene {
   void Turn(int aX, int aY, double aRight, double aDown);
   void Pan(int aX, int aY, double aRight, double aDown);
   void Zoom(double aFactor);
+  /// Goes back to where the camera was at first.
+  void ResetCamera();
 
   /// Shows a rubber band in the view that it starts in, or none.
   void ShowBand(const std::optional<PixelBox>& aBox);
@@ -86,12 +91,14 @@ class Scene {
 
   const Model& m_model;
   FrameClock m_clock;
+  const Camera m_home;  // where the camera is at first
   Camera m_camera;
   GLPtr<IGLContext> m_context;  // goes after all that stands below, and with it the draw thread
   GLPtr<IGLContext2> m_control;
   GLPtr<ModelPainter> m_painter;
   GLPtr<SceneCapture> m_capture;
   std::vector<View> m_views;  // the free one first, which is so drawn last
+  GLDATA_RGBA m_background;
   int m_width;
   int m_height;
   int m_count;
@@ -100,5 +107,5 @@ class Scene {
   bool m_axes;
   bool m_text = false;
   bool m_textures = true;
-  GLDATA_RGBA m_background;
+  bool m_onRequest = false;
 };

@@ -1,4 +1,4 @@
-#include "glview/SceneCapture.h"
+#include "shared/model/SceneCapture.h"
 
 #include <cstring>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "glview/Overlay.h"
+#include "shared/model/Overlay.h"
 
 #include <GL/gl.h>
 

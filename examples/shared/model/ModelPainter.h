@@ -9,9 +9,9 @@
 #include <mutex>
 #include <vector>
 
-#include "glview/FrameClock.h"
-#include "glview/Model.h"
-#include "glview/Options.h"
+#include "shared/model/FrameClock.h"
+#include "shared/model/Model.h"
+#include "shared/model/SceneOptions.h"
 
 class ModelPainter final : public GLPainterBase {
  public:

@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-#include "glview/FrameClock.h"
+#include "shared/model/FrameClock.h"
 
 /// A rectangle of a view, each coordinate from -1 at the left or lower edge to 1.
 struct Band {

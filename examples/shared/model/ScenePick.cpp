@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "glview/Scene.h"
+#include "shared/model/Scene.h"
 
 namespace {
 

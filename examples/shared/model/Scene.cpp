@@ -1,4 +1,4 @@
-#include "glview/Scene.h"
+#include "shared/model/Scene.h"
 
 #include <algorithm>
 #include <numbers>
@@ -13,19 +13,26 @@ constexpr double kDegree = std::numbers::pi / 180;
 constexpr ULONG kLongestWait = 1000;  // ms from one frame to the next when nothing happens
 constexpr double kTurnPerPixel = 0.5 * kDegree;
 
+Camera HomeOf(const Model& aModel, const SceneOptions& aOptions) {
+  Camera camera(aModel.centre, aModel.radius);
+  camera.Turn(aOptions.yaw * kDegree, aOptions.pitch * kDegree);
+  return camera;
+}
+
 }  // namespace
 
-Scene::Scene(const Model& aModel, const Options& aOptions, ULONG_PTR aParent)
+Scene::Scene(const Model& aModel, const SceneOptions& aOptions, ULONG_PTR aParent)
     : m_model(aModel),
-      m_camera(aModel.centre, aModel.radius),
+      m_home(HomeOf(aModel, aOptions)),
+      m_camera(m_home),
       m_context(GLCreate<IGLContext>(CLSID_GLContext)),
+      m_background(aOptions.background),
       m_width(aOptions.width),
       m_height(aOptions.height),
       m_count(aOptions.views),
       m_shade(aOptions.shade),
       m_fog(aOptions.fog),
-      m_axes(aOptions.axes),
-      m_background(aOptions.background) {
+      m_axes(aOptions.axes) {
   if (m_context && aOptions.samples > 1) {
     const auto smooth = m_context.As<IGLContext14_3>();
     smooth->put_bFSAA(1);
@@ -43,7 +50,6 @@ Scene::Scene(const Model& aModel, const Options& aOptions, ULONG_PTR aParent)
   AddView(Direction::Right, true);
   AddView(Direction::Top, true);
   AddLights();
-  m_camera.Turn(aOptions.yaw * kDegree, aOptions.pitch * kDegree);
   SetAxes(m_axes);
   SetText(aOptions.text);
   SetSize(m_width, m_height);
@@ -136,6 +142,12 @@ void Scene::SetFog(bool aOn) {
   Refresh();
 }
 
+void Scene::SetBackground(const GLDATA_RGBA& aColor) {
+  m_background = aColor;
+  m_context->SetBackgroundColor(&m_background);
+  Refresh();  // fog ends in it
+}
+
 void Scene::SetAxes(bool aOn) {
   m_axes = aOn;
   for (View& view : m_views) {
@@ -181,6 +193,11 @@ void Scene::Zoom(double aFactor) {
   Refresh();
 }
 
+void Scene::ResetCamera() {
+  m_camera = m_home;
+  Refresh();
+}
+
 void Scene::Refresh() {
   for (View& view : m_views) {
     m_camera.Apply(*view.viewer, view.direction, static_cast<double>(view.width) / view.height);
@@ -197,4 +214,13 @@ void Scene::Refresh() {
 
 void Scene::Redraw() { m_control->TriggerDrawThread(); }
 
-void Scene::DrawOnRequest() { m_control->SetControlledDrawThread(1, kLongestWait); }
+void Scene::DrawOnRequest() {
+  m_onRequest = true;
+  m_control->SetControlledDrawThread(1, kLongestWait);
+}
+
+void Scene::MoveTo(ULONG_PTR aParent) {
+  if (FAILED(m_context->Initialize(aParent))) return;  // nothing shows there; the next move may succeed
+  if (m_onRequest) DrawOnRequest();                    // a new draw thread has its settings at their defaults
+  SetSize(m_width, m_height);
+}

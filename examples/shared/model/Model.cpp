@@ -1,4 +1,4 @@
-#include "glview/Model.h"
+#include "shared/model/Model.h"
 
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
@@ -14,7 +14,7 @@
 #include <fstream>
 #include <limits>
 
-#include "glview/Images.h"
+#include "shared/model/Images.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "glview/ModelPainter.h"
+#include "shared/model/ModelPainter.h"
 
 #include <GL/gl.h>
 

@@ -1,0 +1,111 @@
+#include "embed-qt/MainWindow.h"
+
+#include <QAction>
+#include <QColorDialog>
+#include <QSignalBlocker>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+#include <algorithm>
+
+namespace {
+
+constexpr int kIdRole = Qt::UserRole;  // of a tree item: the part's identifier, 0 for the model
+
+ULONG IdOf(const QTreeWidgetItem& aItem) { return aItem.data(0, kIdRole).toUInt(); }
+
+}  // namespace
+
+MainWindow::MainWindow(const Model& aModel) : m_model(aModel) {
+  // Each widget is made with its parent at once: one that is moved later gets another window.
+  auto* const splitter = new QSplitter(this);
+  m_tree = new QTreeWidget(splitter);
+  m_sceneWidget = new SceneWidget(
+      aModel, [this](const std::vector<ULONG>& aIds) { SelectInTree(aIds); }, splitter);
+  splitter->setStretchFactor(1, 1);  // the scene takes what the window gains
+  setCentralWidget(splitter);
+  FillTree();
+  FillToolBar();
+  MarkSelected();
+  resize(960, 680);
+}
+
+void MainWindow::FillTree() {
+  m_tree->setHeaderHidden(true);
+  m_tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  auto* const root = new QTreeWidgetItem(m_tree, {QString::fromStdString(m_model.name)});
+  root->setData(0, kIdRole, 0u);
+  for (const Part& part : m_model.parts) {
+    auto* const item = new QTreeWidgetItem(root, {QString::fromStdString(part.name)});
+    item->setData(0, kIdRole, part.id);
+  }
+  root->setExpanded(true);
+  connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &MainWindow::MarkSelected);
+}
+
+void MainWindow::FillToolBar() {
+  QToolBar* const bar = addToolBar("View");
+  bar->setMovable(false);
+  Scene& scene = m_sceneWidget->GetScene();
+  const auto add = [&](const char* aText, int aKey) {
+    QAction* const action = bar->addAction(aText);
+    action->setShortcut(aKey);
+    action->setToolTip(QString("%1 (%2)").arg(aText, action->shortcut().toString()));
+    return action;
+  };
+  const auto addSwitch = [&](const char* aText, int aKey, auto aSwitch) {
+    QAction* const action = add(aText, aKey);
+    action->setCheckable(true);
+    connect(action, &QAction::toggled, this, aSwitch);
+  };
+  connect(add("Reset", Qt::Key_R), &QAction::triggered, this, [&scene] { scene.ResetCamera(); });
+  addSwitch("Four views", Qt::Key_4, [&scene](bool aOn) { scene.SetViews(aOn ? 4 : 1); });
+  addSwitch("Wireframe", Qt::Key_W,
+            [&scene](bool aOn) { scene.SetShade(aOn ? Shade::Wire : Shade::Shaded); });
+  addSwitch("Fog", Qt::Key_F, [&scene](bool aOn) { scene.SetFog(aOn); });
+  addSwitch("Axes", Qt::Key_A, [&scene](bool aOn) { scene.SetAxes(aOn); });
+  connect(add("Background…", Qt::Key_B), &QAction::triggered, this, &MainWindow::AskForBackground);
+}
+
+void MainWindow::AskForBackground() {
+  const QColor color = QColorDialog::getColor(Qt::white, this, "Background");
+  if (!color.isValid()) return;
+  const auto part = [](qreal aValue) { return static_cast<float>(aValue); };
+  m_sceneWidget->GetScene().SetBackground(
+      {part(color.redF()), part(color.greenF()), part(color.blueF()), 1.0f});
+}
+
+void MainWindow::SelectInTree(const std::vector<ULONG>& aIds) {
+  {
+    const QSignalBlocker oneChange(m_tree);  // told once, when all are selected
+    m_tree->clearSelection();
+    for (QTreeWidgetItemIterator item(m_tree); *item != nullptr; ++item) {
+      if (std::find(aIds.begin(), aIds.end(), IdOf(**item)) == aIds.end()) continue;
+      m_tree->setCurrentItem(*item, 0, QItemSelectionModel::Select);
+    }
+  }
+  MarkSelected();
+}
+
+void MainWindow::MarkSelected() {
+  std::vector<ULONG> ids;
+  for (const QTreeWidgetItem* item : m_tree->selectedItems()) {
+    if (IdOf(*item) != 0) {
+      ids.push_back(IdOf(*item));
+    } else {  // the model: all of its parts
+      for (const Part& part : m_model.parts) ids.push_back(part.id);
+    }
+  }
+  Scene& scene = m_sceneWidget->GetScene();
+  scene.Mark(ids);
+  QStringList names;
+  for (const std::string& name : scene.NamesOf(ids)) names << QString::fromStdString(name);
+  setWindowTitle(names.isEmpty()
+                     ? QString::fromStdString(m_model.name)
+                     : QString("%1 - %2").arg(QString::fromStdString(m_model.name), names.join(", ")));
+  statusBar()->showMessage(names.isEmpty()
+                               ? QString("Drag turns, right drag pans, the wheel zooms, a click picks")
+                               : names.join(", "));
+}

@@ -1,0 +1,62 @@
+#include "embed-qt/SceneWidget.h"
+
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <cmath>
+
+namespace {
+
+constexpr double kWheelStep = 0.9;
+constexpr double kWheelNotch = 120;  // in Qt's unit, eighths of a degree
+
+}  // namespace
+
+NativeWidget::NativeWidget(QWidget* aParent) : QWidget(aParent) {
+  setAttribute(Qt::WA_NativeWindow);        // a window of its own, not a part of the main window's
+  setAttribute(Qt::WA_PaintOnScreen);       // no double buffer that Qt would put over the picture
+  setAttribute(Qt::WA_NoSystemBackground);  // and no clearing
+  winId();                                  // makes the window
+}
+
+SceneWidget::SceneWidget(const Model& aModel, Picked aPicked, QWidget* aParent)
+    : NativeWidget(aParent),
+      m_scene(aModel, SceneOptions(), Window()),
+      m_dragging(m_scene),
+      m_picked(std::move(aPicked)) {
+  setMinimumSize(160, 120);
+  m_scene.DrawOnRequest();
+}
+
+bool SceneWidget::event(QEvent* aEvent) {
+  // A widget that gets another parent can get another window; the scene moves along.
+  if (aEvent->type() == QEvent::WinIdChange && Window() != 0) m_scene.MoveTo(Window());
+  return QWidget::event(aEvent);
+}
+
+void SceneWidget::resizeEvent(QResizeEvent*) {
+  const QSize pixels = size() * devicePixelRatioF();  // the window system's, on a dense screen more than Qt's
+  m_scene.SetSize(pixels.width(), pixels.height());
+}
+
+void SceneWidget::MovePointer(const QMouseEvent& aEvent) {
+  const QPointF pixel = aEvent.localPos() * devicePixelRatioF();
+  m_dragging.Move(pixel.x(), pixel.y());
+}
+
+void SceneWidget::mousePressEvent(QMouseEvent* aEvent) {
+  MovePointer(*aEvent);
+  m_dragging.Press(Dragging::KindOf(aEvent->button() == Qt::LeftButton,
+                                    aEvent->modifiers().testFlag(Qt::ShiftModifier),
+                                    aEvent->modifiers().testFlag(Qt::ControlModifier)));
+}
+
+void SceneWidget::mouseMoveEvent(QMouseEvent* aEvent) { MovePointer(*aEvent); }
+
+void SceneWidget::mouseReleaseEvent(QMouseEvent* aEvent) {
+  MovePointer(*aEvent);
+  if (const auto box = m_dragging.Release()) m_picked(m_scene.Pick(*box));
+}
+
+void SceneWidget::wheelEvent(QWheelEvent* aEvent) {
+  m_scene.Zoom(std::pow(kWheelStep, aEvent->angleDelta().y() / kWheelNotch));
+}

@@ -1,0 +1,40 @@
+// embed-qt: a model inside a Qt program, beside the tree of its parts. The host's thread only.
+
+#include <QApplication>
+#include <cstdio>
+#include <exception>
+
+#include "embed-qt/MainWindow.h"
+#include "shared/model/Model.h"
+
+namespace {
+
+int Run(QApplication& aApplication, const char* aModel) {
+  const Model model = LoadModel(aModel);
+  MainWindow window(model);
+  window.show();
+  return aApplication.exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // The component draws into X11 windows; under Wayland, Qt has them through the X server beside it.
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
+  QApplication application(argc, argv);
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: embed-qt MODEL\n");
+    return 2;
+  }
+  try {
+    const int status = Run(application, argv[1]);
+    // The window is closed: nothing of the component is left, neither an object nor a thread that draws.
+    return status != 0 ? status : DllCanUnloadNow() == S_OK ? 0 : 1;
+  } catch (const ModelError& error) {
+    std::fprintf(stderr, "embed-qt: %s\n", error.what());
+    return 2;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "embed-qt: %s\n", error.what());
+    return 1;
+  }
+}

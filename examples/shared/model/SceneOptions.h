@@ -1,0 +1,30 @@
+// SceneOptions: how a scene is shown at first. Plain values.
+
+#pragma once
+
+#include <gllib/GLLib.h>
+
+/// How faces are drawn.
+enum class Shade { Shaded, Wire, Hidden, Points };
+
+/// A box on the picture, in pixels from the top left; a point pick has its two corners equal.
+struct PixelBox {
+  int x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+  bool inside = false;  ///< only what lies wholly inside
+  bool point = false;   ///< only what is nearest to the eye under (x1, y1)
+};
+
+struct SceneOptions {
+  int width = 1024;
+  int height = 768;
+  int views = 1;  ///< 1 or 4
+  bool ortho = false;
+  bool axes = false;
+  bool text = false;
+  bool fog = false;
+  GLDATA_RGBA background{0.13f, 0.15f, 0.19f, 1.0f};
+  int samples = 1;  ///< a pixel of the window, at most; above 1 smooths edges
+  Shade shade = Shade::Shaded;
+  double yaw = 30;    ///< degrees
+  double pitch = 15;  ///< degrees
+};

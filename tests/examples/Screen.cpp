@@ -1,0 +1,172 @@
+#include "Screen.h"
+
+#include <signal.h>
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <thread>
+
+namespace {
+
+template <class Reply>
+std::unique_ptr<Reply, decltype(&std::free)> Own(Reply* aReply) {
+  return {aReply, &std::free};
+}
+
+}  // namespace
+
+bool Eventually(const std::function<bool()>& aCondition) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  while (!aCondition()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  return true;
+}
+
+Screen::Screen() {
+  const std::string ready = m_folder / "display";
+  // The server writes its number to the descriptor once it accepts clients.
+  m_process = Start({"sh", "-c", "exec Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>" + ready}, "",
+                    m_folder / "out", m_folder / "err");
+  int number = -1;
+  Eventually([&] { return static_cast<bool>(std::ifstream(ready) >> number); });
+  m_display += std::to_string(number);
+  m_connection = xcb_connect(m_display.c_str(), nullptr);
+  if (xcb_connection_has_error(m_connection) == 0) {
+    m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+  }
+}
+
+Screen::~Screen() {
+  xcb_disconnect(m_connection);
+  kill(m_process, SIGTERM);
+  WaitFor(m_process);
+}
+
+bool Screen::WaitForWindow(const std::string& aTitle) {
+  return Eventually([&] {
+    const auto tree = Own(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, m_root), nullptr));
+    if (!tree) return false;
+    const xcb_window_t* windows = xcb_query_tree_children(tree.get());
+    const xcb_window_t* end = windows + xcb_query_tree_children_length(tree.get());
+    const auto found = std::find_if(windows, end, [&](xcb_window_t aWindow) {
+      return TitleOf(aWindow).find(aTitle) != std::string::npos;
+    });
+    if (found != end) m_window = *found;
+    return found != end;
+  });
+}
+
+std::string Screen::Title() const { return TitleOf(m_window); }
+
+std::string Screen::TitleOf(xcb_window_t aWindow) const {
+  const auto reply = Own(xcb_get_property_reply(
+      m_connection, xcb_get_property(m_connection, 0, aWindow, XCB_ATOM_WM_NAME, XCB_ATOM_ANY, 0, 256),
+      nullptr));
+  if (!reply) return {};
+  return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+          static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+}
+
+void Screen::Resize(int aWidth, int aHeight) {
+  const std::uint32_t size[] = {static_cast<std::uint32_t>(aWidth), static_cast<std::uint32_t>(aHeight)};
+  xcb_configure_window(m_connection, m_window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
+  xcb_flush(m_connection);
+}
+
+xcb_atom_t Screen::Atom(const std::string& aName) const {
+  const auto reply = Own(xcb_intern_atom_reply(
+      m_connection, xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(aName.size()), aName.c_str()),
+      nullptr));
+  return reply ? reply->atom : 0;
+}
+
+void Screen::Close() {
+  xcb_client_message_event_t event{};
+  event.response_type = XCB_CLIENT_MESSAGE;
+  event.format = 32;
+  event.window = m_window;
+  event.type = Atom("WM_PROTOCOLS");
+  event.data.data32[0] = Atom("WM_DELETE_WINDOW");
+  xcb_send_event(m_connection, 0, m_window, 0, reinterpret_cast<const char*>(&event));
+  xcb_flush(m_connection);
+}
+
+void Screen::Focus() {
+  xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_PARENT, m_window, XCB_CURRENT_TIME);
+  xcb_flush(m_connection);
+}
+
+Screen::Place Screen::Where() const {
+  const auto size =
+      Own(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, m_window), nullptr));
+  if (!size) return {};
+  return {size->x, size->y, size->width, size->height};
+}
+
+Picture Screen::Shot() const {
+  const Place place = Where();
+  const auto image = Own(xcb_get_image_reply(
+      m_connection,
+      xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_root, static_cast<std::int16_t>(place.x),
+                    static_cast<std::int16_t>(place.y), static_cast<std::uint16_t>(place.width),
+                    static_cast<std::uint16_t>(place.height), ~0u),
+      nullptr));
+  if (!image) return {};
+  Picture picture(place.width, place.height);
+  const std::uint8_t* bytes = xcb_get_image_data(image.get());  // blue, green, red, unused; from the top down
+  for (int y = place.height - 1; y >= 0; --y) {
+    std::uint8_t* pixel = &picture.pixels[static_cast<std::size_t>(y * place.width) * 4];
+    for (int x = 0; x < place.width; ++x, pixel += 4, bytes += 4) {
+      pixel[0] = bytes[2];
+      pixel[1] = bytes[1];
+      pixel[2] = bytes[0];
+      pixel[3] = 255;
+    }
+  }
+  return picture;
+}
+
+std::uint32_t Screen::Pixel(int aX, int aY) const {
+  const Picture shot = Shot();
+  if (aX < 0 || aY < 0 || aX >= shot.width || aY >= shot.height) return 0;
+  const std::uint8_t* pixel = shot.At(aX, aY);
+  return std::uint32_t{pixel[0]} << 16 | std::uint32_t{pixel[1]} << 8 | pixel[2];
+}
+
+void Screen::Fake(std::uint8_t aType, std::uint8_t aDetail, int aX, int aY) {
+  xcb_test_fake_input(m_connection, aType, aDetail, XCB_CURRENT_TIME, m_root, static_cast<std::int16_t>(aX),
+                      static_cast<std::int16_t>(aY), 0);
+  xcb_flush(m_connection);
+}
+
+void Screen::MoveTo(int aX, int aY) {
+  const Place place = Where();
+  Fake(XCB_MOTION_NOTIFY, 0, place.x + aX, place.y + aY);
+}
+
+void Screen::Button(bool aDown) { Fake(aDown ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1); }
+
+void Screen::Click(int aX, int aY) {
+  MoveTo(aX, aY);
+  Button(true);
+  Button(false);
+}
+
+void Screen::Drag(int aX1, int aY1, int aX2, int aY2) {
+  MoveTo(aX1, aY1);
+  Button(true);
+  MoveTo((aX1 + aX2) / 2, (aY1 + aY2) / 2);
+  MoveTo(aX2, aY2);
+  Button(false);
+}
+
+void Screen::Press(std::uint8_t aKeycode) {
+  Fake(XCB_KEY_PRESS, aKeycode);
+  Fake(XCB_KEY_RELEASE, aKeycode);
+}

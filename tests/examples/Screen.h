@@ -1,0 +1,72 @@
+// Screen: an X server of the test's own, what its windows show, and a hand on its mouse and keyboard.
+// For one test thread; the server's process is ended by its id.
+
+#pragma once
+
+#include <sys/types.h>
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "Program.h"
+#include "shared/Picture.h"
+
+/// Waits until a condition holds. @return false after a minute without it
+bool Eventually(const std::function<bool()>& aCondition);
+
+/// Runs while the object stands: a 24-bit screen without a window manager.
+class Screen {
+ public:
+  Screen();
+  ~Screen();
+  Screen(const Screen&) = delete;
+  Screen& operator=(const Screen&) = delete;
+
+  /// The value of DISPLAY for a program that is to be shown.
+  const std::string& Display() const { return m_display; }
+
+  /// Waits for a top-level window whose title holds a text, and takes it as the one that is meant from now
+  /// on.
+  /// @return false when none comes
+  bool WaitForWindow(const std::string& aTitle);
+  std::string Title() const;
+  /// Gives the window another size, as a user does by its frame.
+  void Resize(int aWidth, int aHeight);
+  /// Asks the window to close, as a user does by its frame.
+  void Close();
+  /// Gives the keyboard to the window.
+  void Focus();
+
+  /// What the screen shows in the window's place.
+  Picture Shot() const;
+  /// The colour of a pixel of the window, 0xRRGGBB.
+  std::uint32_t Pixel(int aX, int aY) const;
+
+  // Input. Places are pixels of the window.
+  void MoveTo(int aX, int aY);
+  void Button(bool aDown);
+  void Click(int aX, int aY);
+  void Drag(int aX1, int aY1, int aX2, int aY2);
+  /// Presses and releases a key. @param aKeycode the server's
+  void Press(std::uint8_t aKeycode);
+
+ private:
+  struct Place {
+    int x = 0, y = 0, width = 0, height = 0;
+  };
+
+  std::string TitleOf(xcb_window_t aWindow) const;
+  /// Where the window stands.
+  Place Where() const;
+  xcb_atom_t Atom(const std::string& aName) const;
+  void Fake(std::uint8_t aType, std::uint8_t aDetail, int aX = 0, int aY = 0);
+
+  TemporaryFolder m_folder;
+  pid_t m_process = -1;
+  std::string m_display = ":";
+  xcb_connection_t* m_connection = nullptr;
+  xcb_window_t m_root = 0;
+  xcb_window_t m_window = 0;
+};
