@@ -137,7 +137,10 @@ bool GLContext::CreateRenderingContext() noexcept {
   const PLock lock(m_Lock);
   const HGLRC context = wglCreateContext(m_hDC);
   if (context == nullptr) return false;
-  wglMakeCurrent(m_hDC, context);
+  if (!wglMakeCurrent(m_hDC, context)) {
+    wglDeleteContext(context);
+    return false;
+  }
   for (const GLenum hint :
        {GL_LINE_SMOOTH_HINT, GL_PERSPECTIVE_CORRECTION_HINT, GL_POINT_SMOOTH_HINT, GL_POLYGON_SMOOTH_HINT}) {
     glHint(hint, GL_FASTEST);
