@@ -2,7 +2,6 @@
 
 #include "platform/linux/WindowTable.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/linux/display/DisplayServer.h"
@@ -68,15 +67,16 @@ std::shared_ptr<DisplayServer> WindowTable::DisplayOf(HWND aWindow) noexcept {
 }
 
 LRESULT WindowTable::Call(const WindowRecordPtr& aRecord, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
-  const auto here = std::this_thread::get_id();
+  WindowRecord::Call here{std::this_thread::get_id(), nullptr};
   {
     const std::scoped_lock lock(m_Lock);
-    aRecord->m_vRunning.push_back(here);
+    here.m_pNext = std::exchange(aRecord->m_pRunning, &here);
   }
   const LRESULT result = aRecord->m_pfnProc(aRecord->m_hWnd, uMsg, wParam, lParam);
   const std::scoped_lock lock(m_Lock);
-  auto& running = aRecord->m_vRunning;
-  running.erase(std::find(running.begin(), running.end(), here));
+  WindowRecord::Call** link = &aRecord->m_pRunning;
+  while (*link != &here) link = &(*link)->m_pNext;
+  *link = here.m_pNext;
   m_ProcEnded.notify_all();
   return result;
 }
@@ -94,8 +94,9 @@ LONG_PTR WindowTable::SetUserData(HWND aWindow, LONG_PTR aValue) noexcept {
   const LONG_PTR old = std::exchange(record->m_UserData, aValue);
   const auto here = std::this_thread::get_id();
   m_ProcEnded.wait(lock, [&] {
-    return std::all_of(record->m_vRunning.begin(), record->m_vRunning.end(),
-                       [&](std::thread::id id) { return id == here; });
+    const WindowRecord::Call* call = record->m_pRunning;
+    while (call != nullptr && call->m_Thread == here) call = call->m_pNext;
+    return call == nullptr;
   });
   return old;
 }

@@ -17,13 +17,19 @@ class DisplayServer;
 
 /// One window of the component's.
 struct WindowRecord {
+  /// One call of the procedure, on the stack of its thread.
+  struct Call {
+    const std::thread::id m_Thread;
+    Call* m_pNext;
+  };
+
   HWND m_hWnd = nullptr;
   std::uint64_t m_uNumber = 0;  // never used twice, as handles may be
   WNDPROC m_pfnProc = nullptr;
   std::shared_ptr<DisplayServer> m_pDisplay;
   LONG_PTR m_UserData = 0;
-  bool m_bDestroyed = false;                // WM_DESTROY has been delivered, or is
-  std::vector<std::thread::id> m_vRunning;  // threads that run the procedure
+  bool m_bDestroyed = false;   // WM_DESTROY has been delivered, or is
+  Call* m_pRunning = nullptr;  // the calls that run right now
 };
 using WindowRecordPtr = std::shared_ptr<WindowRecord>;
 
