@@ -162,7 +162,7 @@ void WGLExtensions::FetchEntryPoints() {
   m_pfnChoosePixelFormat = EntryPoint<ChooseFormat>("wglChoosePixelFormatARB");
   if (m_pfnGetPixelFormatAttribiv == nullptr || m_pfnGetPixelFormatAttribfv == nullptr ||
       m_pfnChoosePixelFormat == nullptr) {
-    m_setExtensions.erase(kPixelFormatExtension);
+    m_setExtensions.erase(m_setExtensions.find(kPixelFormatExtension));
   }
 }
 

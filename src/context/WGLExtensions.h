@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <functional>
 #include <map>
 #include <mutex>
 #include <set>
@@ -53,7 +54,7 @@ class WGLExtensions {
   HDC m_hDC = nullptr;
   HGLRC m_hRC = nullptr;
   std::string m_strExtensions;
-  std::set<std::string> m_setExtensions;
+  std::set<std::string, std::less<>> m_setExtensions;
   std::map<DWORD, int> m_mapFlagAttributes;
   GetPixelFormatAttribiv m_pfnGetPixelFormatAttribiv = nullptr;
   GetPixelFormatAttribfv m_pfnGetPixelFormatAttribfv = nullptr;
