@@ -3,8 +3,6 @@
 
 #include "thread/PThread.h"
 
-#include <system_error>
-
 #include "platform/ThreadPriority.h"
 
 PThread::PThread(Function pfnCycle, void* pArg, Function pfnEnd, PClock& aClock) noexcept
@@ -21,7 +19,7 @@ bool PThread::Start(DWORD aPreferredCycle, DWORD aMustSleepCycle, int aPriority,
   m_bHeldBack = aSuspended;
   try {
     m_Thread = std::thread([this] { Body(); });
-  } catch (const std::system_error&) {
+  } catch (...) {  // no thread, or no memory for one
     return false;
   }
   return true;
