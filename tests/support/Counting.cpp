@@ -2,9 +2,16 @@
 
 #include "support/Counting.h"
 
+#include <execinfo.h>
+
+#include <array>
+#include <atomic>
 #include <cstdint>
 #include <cstdlib>
 #include <new>
+
+// Where the executable's own code lies, by the linker.
+extern "C" const char __executable_start, etext;
 
 namespace {
 
@@ -13,15 +20,49 @@ constexpr std::size_t kUnlimited = SIZE_MAX;
 thread_local std::size_t t_uAllocations = 0;
 thread_local std::size_t t_uLastAllocation = kUnlimited;
 
-void* Allocate(std::size_t aSize, std::size_t aAlignment) noexcept {
-  if (t_uAllocations >= t_uLastAllocation) return nullptr;
+std::atomic<bool> g_bArmed{false}, g_bFailed{false};
+
+bool IsOurs(const void* aCaller) noexcept { return aCaller >= &__executable_start && aCaller < &etext; }
+
+/// The calls that led here, as one number that isn't 0.
+std::uintptr_t Way() noexcept {
+  std::array<void*, 10> calls{};
+  const int count = backtrace(calls.data(), static_cast<int>(calls.size()));
+  std::uintptr_t way = 1;
+  for (int i = 0; i < count; ++i)
+    way = way * 31 + reinterpret_cast<std::uintptr_t>(calls[static_cast<std::size_t>(i)]);
+  return way | 1;
+}
+
+/// Enters a way. @return false for one that was there
+bool IsNew(std::uintptr_t aWay) noexcept {
+  static std::array<std::atomic<std::uintptr_t>, 8192> ways{};
+  for (std::size_t i = aWay % ways.size();; i = (i + 1) % ways.size()) {
+    std::uintptr_t there = 0;
+    if (ways[i].compare_exchange_strong(there, aWay)) return true;
+    if (there == aWay) return false;
+  }
+}
+
+/// Whether the allocation that was asked for at aCaller is the one to fail.
+bool IsFault(const void* aCaller) noexcept {
+  thread_local bool inside = false;  // looking at the calls may allocate
+  if (!g_bArmed.load(std::memory_order_relaxed) || g_bFailed || inside || !IsOurs(aCaller)) return false;
+  inside = true;
+  const bool fault = IsNew(Way()) && !g_bFailed.exchange(true);
+  inside = false;
+  return fault;
+}
+
+void* Allocate(const void* aCaller, std::size_t aSize, std::size_t aAlignment) noexcept {
+  if (t_uAllocations >= t_uLastAllocation || IsFault(aCaller)) return nullptr;
   ++t_uAllocations;
   if (aAlignment <= alignof(std::max_align_t)) return std::malloc(aSize > 0 ? aSize : 1);
   return std::aligned_alloc(aAlignment, (aSize + aAlignment - 1) / aAlignment * aAlignment);
 }
 
-void* AllocateOrThrow(std::size_t aSize, std::size_t aAlignment) {
-  void* block = Allocate(aSize, aAlignment);
+void* AllocateOrThrow(const void* aCaller, std::size_t aSize, std::size_t aAlignment) {
+  void* block = Allocate(aCaller, aSize, aAlignment);
   if (block == nullptr) throw std::bad_alloc();
   return block;
 }
@@ -34,17 +75,30 @@ ExhaustedHeap::ExhaustedHeap(std::size_t aAllocationsLeft) noexcept {
 
 ExhaustedHeap::~ExhaustedHeap() { t_uLastAllocation = kUnlimited; }
 
+AllocationFault::AllocationFault() noexcept {
+  g_bFailed = false;
+  g_bArmed = true;
+}
+
+AllocationFault::~AllocationFault() { g_bArmed = false; }
+
+bool AllocationFault::HasFailed() const noexcept { return g_bFailed; }
+
 std::size_t AllocationsOfThisThread() noexcept { return t_uAllocations; }
 
-void* operator new(std::size_t aSize) { return AllocateOrThrow(aSize, 1); }
-void* operator new[](std::size_t aSize) { return AllocateOrThrow(aSize, 1); }
-void* operator new(std::size_t aSize, const std::nothrow_t&) noexcept { return Allocate(aSize, 1); }
-void* operator new[](std::size_t aSize, const std::nothrow_t&) noexcept { return Allocate(aSize, 1); }
+void* operator new(std::size_t aSize) { return AllocateOrThrow(__builtin_return_address(0), aSize, 1); }
+void* operator new[](std::size_t aSize) { return AllocateOrThrow(__builtin_return_address(0), aSize, 1); }
+void* operator new(std::size_t aSize, const std::nothrow_t&) noexcept {
+  return Allocate(__builtin_return_address(0), aSize, 1);
+}
+void* operator new[](std::size_t aSize, const std::nothrow_t&) noexcept {
+  return Allocate(__builtin_return_address(0), aSize, 1);
+}
 void* operator new(std::size_t aSize, std::align_val_t aAlignment) {
-  return AllocateOrThrow(aSize, static_cast<std::size_t>(aAlignment));
+  return AllocateOrThrow(__builtin_return_address(0), aSize, static_cast<std::size_t>(aAlignment));
 }
 void* operator new[](std::size_t aSize, std::align_val_t aAlignment) {
-  return AllocateOrThrow(aSize, static_cast<std::size_t>(aAlignment));
+  return AllocateOrThrow(__builtin_return_address(0), aSize, static_cast<std::size_t>(aAlignment));
 }
 void operator delete(void* aBlock) noexcept { std::free(aBlock); }
 void operator delete[](void* aBlock) noexcept { std::free(aBlock); }

@@ -25,3 +25,17 @@ class ExhaustedHeap {
   ExhaustedHeap(const ExhaustedHeap&) = delete;
   ExhaustedHeap& operator=(const ExhaustedHeap&) = delete;
 };
+
+/// One allocation fails: the first, on whichever thread, that this executable's own code comes to on a way on
+/// which none has failed yet, a way being the last few calls. So a loop over the same work tries each way
+/// once. What the driver and the standard library's compiled part allocate isn't counted. One at a time.
+class AllocationFault {
+ public:
+  AllocationFault() noexcept;
+  ~AllocationFault();
+  AllocationFault(const AllocationFault&) = delete;
+  AllocationFault& operator=(const AllocationFault&) = delete;
+
+  /// Whether it has come.
+  bool HasFailed() const noexcept;
+};

@@ -1,0 +1,216 @@
+// A whole life of a context, again and again: each time another of the platform's operations, or another
+// allocation, fails. Every life goes on as far as it can, tells what it couldn't do, and leaves nothing.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <initializer_list>
+
+#include "component/Module.h"
+#include "context/WGLExtensions.h"
+#include "support/Counting.h"
+#include "support/Eventually.h"
+#include "support/FaultDisplay.h"
+#include "support/Scene.h"
+
+namespace {
+
+constexpr ULONG kForever = 0xFFFFFFFF, kIdentifier = 7;
+
+/// Draws a square with text and a list, and asks nothing of the heap itself.
+class LifePainter final : public GLPainterBase {
+ public:
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
+    int list = 0;
+    if (SUCCEEDED(aCanvas->BeginCompileList(&list))) aCanvas->EndCompileList();
+    aCanvas->DeleteCompiledList(list);
+    aCanvas->SetTestID(kIdentifier);
+    aCanvas->BeginDrawQuads();
+    for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 50.}, {-50., 50.}})
+      aCanvas->Vertex2d(x, y);
+    aCanvas->EndDrawVertices();
+    GLDATA_POINT start{};
+    for (const auto& font : m_Fonts) {
+      if (font) font->Print(m_Text, &start);
+    }
+    ++m_iPasses;
+    return S_OK;
+  }
+
+  const GLString m_Text{"text"};
+  std::array<GLPtr<IGLFont>, 2> m_Fonts;
+  std::atomic<int> m_iPasses{0};
+};
+
+/// Takes a picture of the next frame when it is asked to.
+class LifeCapture final : public GLClient<IGLCapture> {
+ public:
+  HRESULT IsEnabled(LONG* aEnabled) noexcept override {
+    *aEnabled = m_bWanted.exchange(false) ? 1 : 0;
+    return S_OK;
+  }
+  HRESULT GetPixmap(IGLPixmap** aPixmap) noexcept override {
+    *aPixmap = GLPtr(m_Pixmap).Detach();
+    return S_OK;
+  }
+  HRESULT GetPixelZoom(float* aZoom) noexcept override {
+    *aZoom = 1;
+    return S_OK;
+  }
+  HRESULT GetRectangle(int*, int*, int* aWidth, int* aHeight) noexcept override {
+    *aWidth = *aHeight = 16;
+    return S_OK;
+  }
+  HRESULT GetBackgroundColor(GLDATA_RGBA*) noexcept override { return S_OK; }
+  HRESULT OnData(LONG aSuccess) noexcept override {
+    m_iAnswer = aSuccess;
+    return S_OK;
+  }
+
+  GLPtr<IGLPixmap> m_Pixmap = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+  std::atomic<bool> m_bWanted{false};
+  std::atomic<LONG> m_iAnswer{-1};
+};
+
+class Life {
+ public:
+  /// @param aFaulty whether one thing may fail. Were anything left of an earlier life, a second would
+  explicit Life(bool aFaulty) : m_bFaulty(aFaulty) {}
+
+  void Live() {
+    const LONG before = g_iModuleLocks;
+    {
+      GLPtr<IGLContext> context;
+      Take("create", {E_OUTOFMEMORY},
+           [&] { return GLCreateObject(CLSID_GLContext, IGLContext::Identifier, context.PutVoid()); });
+      if (context) Live(*context);
+    }
+    m_Painter->m_Fonts = {};
+    EXPECT_TRUE(Eventually([&] { return g_iModuleLocks <= before; })) << "something stays";
+  }
+
+ private:
+  void Live(IGLContext& aContext) {
+    const auto held = GLPtr<IGLContext>::FromBorrowed(&aContext);
+    held.As<IGLContext14_3>()->put_bFSAA(1);
+    IGLViewer* viewer = nullptr;
+    const HRESULT made =
+        Take("CreateViewer", {E_FAIL, E_GL_BADSTATE}, [&] { return aContext.CreateViewer(1, 1, &viewer); });
+    if (made == E_GL_BADSTATE) return;  // the context has come without its parts
+    if (!Initialize(aContext)) return;
+    aContext.SetViewport(0, 0, 64, 48);
+    GLDATA_POINT a{-60, 0, 0}, b{0, 0, 1}, c{60, 0, 0};
+    Take("ClipPlane", {E_OUTOFMEMORY}, [&] { return aContext.ClipPlane(&a, &b, &c); });
+    Take("ResetClipPlanes", {}, [&] { return aContext.ResetClipPlanes(); });
+    IGLLight* light = nullptr;
+    Take("CreateLight", {E_FAIL}, [&] { return aContext.CreateLight(&light); });
+    Take("CreateSystemFont", {E_FAIL},
+         [&] { return aContext.CreateSystemFont(m_Painter->m_Fonts[0].Put()); });
+    Take("CreateInternalFont", {E_FAIL, E_OUTOFMEMORY},
+         [&] { return held.As<IGLContext2>()->CreateInternalFont(m_Face, m_Painter->m_Fonts[1].Put()); });
+    aContext.AttachPainter(m_Painter.Get());
+    aContext.AttachCapture(m_Capture.Get());
+    Frame(aContext);
+    Select(aContext, *viewer);
+    m_Capture->m_iAnswer = -1;
+    m_Capture->m_bWanted = true;
+    Frame(aContext);
+    EXPECT_TRUE(Eventually([&] { return m_Capture->m_iAnswer >= 0; })) << "no word from the capture";
+    if (m_Capture->m_iAnswer == 0) Excuse("the capture");
+    if (!Initialize(aContext)) return;
+    aContext.SetViewport(0, 0, 32, 32);
+    Frame(aContext);
+  }
+
+  /// Takes a step, and once more when it fails. @return the last result
+  template <class Step>
+  HRESULT Take(const char* aName, std::initializer_list<HRESULT> aFailures, Step aStep) {
+    HRESULT result = aStep();
+    if (result == S_OK) return result;
+    EXPECT_EQ(std::count(aFailures.begin(), aFailures.end(), result), 1)
+        << aName << " gives " << std::hex << result;
+    Excuse(aName);
+    result = aStep();
+    EXPECT_TRUE(result == S_OK || result == E_GL_BADSTATE)
+        << aName << " doesn't recover: " << std::hex << result;
+    return result;
+  }
+
+  bool Initialize(IGLContext& aContext) {
+    const HRESULT result = Take("Initialize", {E_FAIL, E_GL_BADSTATE}, [&] {
+      const HRESULT first = aContext.Initialize(0);
+      ULONG_PTR window = 1;
+      aContext.GetWindow(&window);
+      EXPECT_EQ(window != 0, first == S_OK) << "a failure leaves nothing behind";
+      return first;
+    });
+    GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->SetControlledDrawThread(1, kForever);
+    EXPECT_TRUE(result != S_OK || g_afPointSizeRange[1] > 0) << "GL's limits aren't read";
+    return result == S_OK;
+  }
+
+  void Frame(IGLContext& aContext) {
+    const int before = m_Painter->m_iPasses;
+    GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->TriggerDrawThread();
+    EXPECT_TRUE(Eventually([&] { return m_Painter->m_iPasses > before; })) << "no frame";
+  }
+
+  void Select(IGLContext& aContext, IGLViewer& aViewer) {
+    int size = 0;
+    ULONG ids[4] = {};
+    Take("Select", {E_OUTOFMEMORY, E_GL_BADSTATE}, [&] {
+      GLDATA_POINT low{-0.5, -0.5, 0}, high{0.5, 0.5, 0};
+      size = 4;
+      const HRESULT result = aContext.Select(&aViewer, &low, &high, 0, 0, &size, ids);
+      EXPECT_EQ(size > 0, result == S_OK);
+      return result;
+    });
+    EXPECT_EQ(ids[0], kIdentifier);
+  }
+
+  /// Only one thing may go wrong, and only where something may.
+  void Excuse(const char* aName) {
+    EXPECT_TRUE(m_bFaulty) << aName << " fails for nothing";
+    m_bFaulty = false;
+  }
+
+  bool m_bFaulty;
+  const GLString m_Face{"SANSSERIF"};
+  GLPtr<LifePainter> m_Painter = GLMake<LifePainter>();
+  GLPtr<LifeCapture> m_Capture = GLMake<LifeCapture>();
+};
+
+}  // namespace
+
+TEST(Faults, OfThePlatformEndNoLifeAndSpoilNone) {
+  const DisplayGuard guard;
+  bool failed = true;
+  int fault = 0;
+  for (; failed && !::testing::Test::HasFailure(); ++fault) {
+    SCOPED_TRACE(fault);
+    Zentig::WGLExtensions::DeleteInstance();  // the probe is part of the life
+    const auto display = FaultDisplay::Set(fault);
+    g_afPointSizeRange[1] = 0;
+    Life(true).Live();
+    failed = display->HasFailed();
+  }
+  Zentig::WGLExtensions::DeleteInstance();
+  SetDisplay(nullptr);
+  Life(false).Live();
+  RecordProperty("faults", fault);
+}
+
+TEST(Faults, OfAllocationsEndNoLifeAndSpoilNone) {
+  Life(false).Live();
+  bool failed = true;
+  int fault = 0;
+  for (; failed && !::testing::Test::HasFailure(); ++fault) {
+    SCOPED_TRACE(fault);
+    Life life(true);
+    const AllocationFault one;
+    life.Live();
+    failed = one.HasFailed();
+  }
+  RecordProperty("faults", fault);
+}
