@@ -19,7 +19,10 @@ ATOM WindowTable::RegisterWindowClass(const char* aName, WNDPROC aProc) {
 
 bool WindowTable::UnregisterWindowClass(const char* aName) noexcept {
   const std::scoped_lock lock(m_Lock);
-  return m_Classes.erase(aName) != 0;
+  const auto found = m_Classes.find(aName);
+  if (found == m_Classes.end()) return false;
+  m_Classes.erase(found);
+  return true;
 }
 
 WNDPROC WindowTable::ProcOfClass(const char* aName) noexcept {

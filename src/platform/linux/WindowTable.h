@@ -4,6 +4,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -67,5 +68,5 @@ class WindowTable {
   std::condition_variable m_ProcEnded;
   std::uint64_t m_uLastNumber = 0;
   std::map<HWND, WindowRecordPtr> m_Windows;
-  std::map<std::string, WNDPROC> m_Classes;
+  std::map<std::string, WNDPROC, std::less<>> m_Classes;
 };
