@@ -10,6 +10,7 @@
 #include "context/ContextList.h"
 #include "context/TeardownThread.h"
 #include "platform/GL.h"
+#include "platform/RenderingTurn.h"
 #include "view/GLCanvas.h"
 
 GLContext::GLContext() : m_iNextClipPlane(GL_CLIP_PLANE0), m_pLink(std::make_shared<GLSiteLink>(this)) {
@@ -103,14 +104,19 @@ HRESULT GLContext::GetCanvas(IGLCanvas** ppICanvas) noexcept {
 }
 
 // Only the draw thread makes the rendering context current; elsewhere the bracket is the lock alone.
+// A draw thread takes its turn before the lock, so that nobody waits for both at once.
 void GLContext::LockGL() noexcept {
+  if (DrawnHere() == this) RenderingTurn::Begin();
   m_Lock.Enter();
   if (!IsDrawThread()) return;
   const HGLRC context = m_hRC;
   if (context != wglGetCurrentContext()) wglMakeCurrent(m_hDC, context);
 }
 
-void GLContext::UnlockGL() noexcept { m_Lock.Leave(); }
+void GLContext::UnlockGL() noexcept {
+  m_Lock.Leave();
+  if (DrawnHere() == this) RenderingTurn::End();
+}
 
 ULONG GLContext::WindowContextNumber() const noexcept {
   return m_hRC != nullptr && m_hRC == wglGetCurrentContext() ? m_uContextNumber : 0;

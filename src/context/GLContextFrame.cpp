@@ -8,6 +8,7 @@
 #include "context/GLContext.h"
 #include "platform/Com.h"
 #include "platform/GL.h"
+#include "platform/RenderingTurn.h"
 #include "state/GLFog.h"
 #include "state/GLLight.h"
 #include "view/GLCanvas.h"
@@ -15,6 +16,7 @@
 
 // Three phases: creation of the rendering context, frames, its end.
 void GLContext::DrawThreadCallback(void* aContext) noexcept {
+  const RenderingTurn turn;
   auto& context = *static_cast<GLContext*>(aContext);
   MarkDrawThread(&context);
   if (!context.m_bTearDown) {
@@ -31,6 +33,7 @@ void GLContext::DrawThreadCallback(void* aContext) noexcept {
 
 // The rendering context mustn't stay current on a thread that is gone.
 void GLContext::DrawThreadEnd(void*) noexcept {
+  const RenderingTurn turn;
   wglMakeCurrent(nullptr, nullptr);
   MarkDrawThread(nullptr);
 }

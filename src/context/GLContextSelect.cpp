@@ -7,6 +7,7 @@
 
 #include "context/GLContext.h"
 #include "context/PSelectEvent.h"
+#include "platform/RenderingTurn.h"
 
 namespace {
 
@@ -89,6 +90,7 @@ HRESULT GLContext::WaitForSelection(PSelectEvent* aEvent, PSelectOutcome& aOutco
     return E_GL_BADSTATE;
   }
   thread->PostEvent(aEvent);
+  const RenderingBreak others;  // a painter may select in another context
   while (!aOutcome.Wait() && !thread->IsParkedNow() && !thread->IsStopped()) {
   }
   // The event is gone before the caller's memory may go; the context's other queued tasks go with it.

@@ -6,6 +6,7 @@
 
 #include "context/ContextTasks.h"
 #include "context/GLContext.h"
+#include "platform/RenderingTurn.h"
 
 namespace {
 
@@ -115,6 +116,7 @@ void GLContext::StopDrawThread() noexcept {
 void GLContext::EndDrawThread() noexcept {
   const auto thread = DrawThread();
   if (thread == nullptr) return;
+  const RenderingBreak others;  // the draw thread needs its turn to come to its end
   const auto start = Clock::now();
   m_bTearDown = true;
   thread->Resume();

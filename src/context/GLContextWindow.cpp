@@ -12,6 +12,7 @@
 #include "platform/DeviceContext.h"
 #include "platform/GL.h"
 #include "platform/Palette.h"
+#include "platform/RenderingTurn.h"
 
 namespace {
 
@@ -66,6 +67,8 @@ HRESULT GLContext::GetWindow(ULONG_PTR* aHandle) noexcept {
 }
 
 bool GLContext::CreateGLWindow() noexcept {
+  const RenderingBreak
+      others;  // the new draw thread needs its turn, and a painter of another context may call
   StopDrawThread();
   const RECT place = DestroyGLWindow();
   if (!RegisterGLWindowClass()) return false;

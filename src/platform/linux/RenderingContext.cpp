@@ -5,6 +5,7 @@
 
 #include <new>
 
+#include "platform/RenderingTurn.h"
 #include "platform/linux/DeviceContextRecord.h"
 
 namespace {
@@ -46,6 +47,7 @@ BOOL wglMakeCurrent(HDC hDC, HGLRC hRC) noexcept {
   if (surface == nullptr || !hDC->m_pDisplay->MakeCurrent(surface, hRC->m_pContext.get())) return FALSE;
   t_hCurrent = hRC;
   t_hCurrentDC = hDC;
+  NoteRenderingDriver();
   return TRUE;
 }
 
