@@ -4,6 +4,7 @@
 #   ./test.sh          the release build
 #   ./test.sh asan     with the address and undefined behaviour sanitizers
 #   ./test.sh tsan     with the thread sanitizer
+#   ./test.sh soak N   hosts that come and go for N seconds (120), and what they leave behind
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 source scripts/packages.sh
@@ -11,8 +12,13 @@ source scripts/packages.sh
 preset=${1:-release}
 case $preset in
   release | debug | asan | tsan) ;;
+  soak)
+    install_packages
+    build_preset release soak
+    exec build/release/tests/soak "${2:-120}"
+    ;;
   *)
-    echo "usage: $0 [release|debug|asan|tsan]" >&2
+    echo "usage: $0 [release|debug|asan|tsan|soak [seconds]]" >&2
     exit 2
     ;;
 esac
