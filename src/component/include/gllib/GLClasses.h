@@ -1,4 +1,5 @@
-// The class identifiers of the 14 classes. Constant; any thread.
+/// @file
+/// The class identifiers of the 14 classes. Constant; any thread.
 
 #pragma once
 

@@ -1,5 +1,6 @@
-// Bases of the objects that a host implements: painters, gauges and captures. The host writes what they do;
-// identity and reference count stand here. Reference counts change on any thread.
+/// @file
+/// Bases of the objects that a host implements: painters, gauges and captures. The host writes what they do;
+/// identity and reference count stand here. Reference counts change on any thread.
 
 #pragma once
 
@@ -21,6 +22,7 @@ class GLClient : public Interface {
   GLClient(const GLClient&) = delete;
   GLClient& operator=(const GLClient&) = delete;
 
+  /// Knows IUnknown and the one interface.
   HRESULT QueryInterface(REFIID riid, void** ppv) noexcept final {
     if (ppv == nullptr) return E_POINTER;
     *ppv = nullptr;
@@ -29,7 +31,9 @@ class GLClient : public Interface {
     AddRef();
     return S_OK;
   }
+  /// Takes a reference.
   ULONG AddRef() noexcept final { return ++m_uReferences; }
+  /// Gives a reference back; with the last one the object ends.
   ULONG Release() noexcept final {
     const ULONG left = --m_uReferences;
     if (left == 0) delete this;
@@ -72,10 +76,12 @@ class GLViewerGaugeBase : public GLClient<IGLViewerGauge> {
 
 /// What a capture is asked to show.
 struct GLCaptureRequest {
-  int m_iX = 0, m_iY = 0;                       ///< top left corner in the window, pixels
-  int m_iWidth = INT_MAX, m_iHeight = INT_MAX;  ///< cut at the window's right and bottom edge
-  float m_fZoom = 1.0f;                         ///< resolution factor
-  GLDATA_RGBA m_sBackground = {0, 0, 0, 1};     ///< clear colour of the picture
+  int m_iX = 0;                              ///< left edge in the window, pixels
+  int m_iY = 0;                              ///< top edge, pixels from the window's top
+  int m_iWidth = INT_MAX;                    ///< cut at the window's right edge
+  int m_iHeight = INT_MAX;                   ///< cut at the window's bottom edge
+  float m_fZoom = 1.0f;                      ///< resolution factor
+  GLDATA_RGBA m_sBackground = {0, 0, 0, 1};  ///< clear colour of the picture
 };
 
 /// A capture that takes one picture for each Request. The host writes OnData(aSuccess), in which the pixmap

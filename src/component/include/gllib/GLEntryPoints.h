@@ -1,4 +1,5 @@
-// The module's four entry points, by their documented names. Any thread.
+/// @file
+/// The module's four entry points, by their documented names. Any thread.
 
 #pragma once
 
@@ -10,6 +11,7 @@
 extern "C" {
 
 /// Gives the class factory of one of the module's classes.
+/// @param rclsid one of the 14 (GLClasses.h)
 /// @param riid IID_IClassFactory or IID_IUnknown
 /// @param ppv receives a counted reference, or null
 /// @return S_OK; CLASS_E_CLASSNOTAVAILABLE; E_NOINTERFACE; E_POINTER

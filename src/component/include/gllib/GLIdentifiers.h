@@ -1,5 +1,6 @@
-// The interface identifiers by their published names. Each is also reachable from its interface, as
-// Identifier.
+/// @file
+/// The interface identifiers by their published names. Each is also reachable from its interface, as
+/// Identifier.
 
 #pragma once
 
@@ -21,6 +22,8 @@
 #include <gllib/IGLViewer.h>
 #include <gllib/IGLViewerGauge.h>
 
+/// The identifier of the interface of this name.
+/// @{
 inline constexpr IID IID_IGLContext = IGLContext::Identifier;
 inline constexpr IID IID_IGLContext2 = IGLContext2::Identifier;
 inline constexpr IID IID_IGLContext12 = IGLContext12::Identifier;
@@ -48,3 +51,4 @@ inline constexpr IID IID_IGLCoord = IGLCoord::Identifier;
 inline constexpr IID IID_IGLPainter = IGLPainter::Identifier;
 inline constexpr IID IID_IGLViewerGauge = IGLViewerGauge::Identifier;
 inline constexpr IID IID_IGLCapture = IGLCapture::Identifier;
+/// @}

@@ -1,4 +1,5 @@
-// All interfaces, classes, structures and identifiers of the component. Include this one.
+/// @file
+/// All interfaces, classes, structures and identifiers of the component. Include this one.
 
 #pragma once
 

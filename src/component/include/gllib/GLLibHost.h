@@ -1,5 +1,6 @@
-// What makes a host in C++ comfortable, header only: GLPtr, GLString, creation of objects, and the bases of
-// painters, gauges and captures. Include this one; the interfaces come with it.
+/// @file
+/// What makes a host in C++ comfortable, header only: GLPtr, GLString, creation of objects, and the bases of
+/// painters, gauges and captures. Include this one; the interfaces come with it.
 
 #pragma once
 
@@ -10,7 +11,9 @@
 #include <gllib/GLString.h>
 
 /// Makes an object of one of the 14 classes of the linked module. Any thread.
-/// @param ppv receives a counted reference, or null
+/// @param rclsid the class
+/// @param riid   the wanted interface
+/// @param ppv    receives a counted reference, or null
 /// @return S_OK; E_POINTER; CLASS_E_CLASSNOTAVAILABLE; E_NOINTERFACE; E_OUTOFMEMORY
 inline HRESULT GLCreateObject(REFCLSID rclsid, REFIID riid, void** ppv) noexcept {
   if (ppv == nullptr) return E_POINTER;

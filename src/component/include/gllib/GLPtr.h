@@ -1,4 +1,5 @@
-// GLPtr: a counted interface pointer. Any thread, each pointer on its own.
+/// @file
+/// GLPtr: a counted interface pointer. Any thread, each pointer on its own.
 
 #pragma once
 
@@ -22,6 +23,7 @@ template <class Interface>
 class GLPtr {
  public:
   GLPtr() noexcept = default;
+  /// Holds nothing.
   GLPtr(std::nullptr_t) noexcept {}
   /// Takes a reference of its own to a pointer that the caller only borrows (CreateViewer, CreateLight).
   static GLPtr FromBorrowed(Interface* aPointer) noexcept {
@@ -34,21 +36,28 @@ class GLPtr {
     result.m_p = aPointer;
     return result;
   }
+  /// Takes a reference of its own.
   GLPtr(const GLPtr& aOther) noexcept : m_p(aOther.m_p) {
     if (m_p != nullptr) m_p->AddRef();
   }
+  /// Takes the other's reference over.
   GLPtr(GLPtr&& aOther) noexcept : m_p(std::exchange(aOther.m_p, nullptr)) {}
   ~GLPtr() {
     if (m_p != nullptr) m_p->Release();
   }
+  /// Lets go of what is held and holds what the other does.
   GLPtr& operator=(GLPtr aOther) noexcept {
     std::swap(m_p, aOther.m_p);
     return *this;
   }
 
+  /// The pointer, borrowed.
   Interface* Get() const noexcept { return m_p; }
+  /// The object's operations.
   Interface* operator->() const noexcept { return m_p; }
+  /// The object.
   Interface& operator*() const noexcept { return *m_p; }
+  /// Whether anything is held.
   explicit operator bool() const noexcept { return m_p != nullptr; }
 
   /// Lets go of what is held and gives the place for an operation to write a counted reference to.
@@ -60,6 +69,7 @@ class GLPtr {
   void** PutVoid() noexcept { return reinterpret_cast<void**>(Put()); }
   /// Hands the reference to the caller.
   Interface* Detach() noexcept { return std::exchange(m_p, nullptr); }
+  /// Lets go of what is held.
   void Reset() noexcept {
     if (Interface* old = std::exchange(m_p, nullptr)) old->Release();
   }
@@ -72,6 +82,7 @@ class GLPtr {
     return result;
   }
 
+  /// Whether both hold the same pointer.
   friend bool operator==(const GLPtr& a, const GLPtr& b) noexcept { return a.m_p == b.m_p; }
 
  private:

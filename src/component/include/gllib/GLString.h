@@ -1,4 +1,5 @@
-// GLString: a BSTR with an owner, made from UTF-8 and read as UTF-8. Any thread, each string on its own.
+/// @file
+/// GLString: a BSTR with an owner, made from UTF-8 and read as UTF-8. Any thread, each string on its own.
 
 #pragma once
 
@@ -21,12 +22,16 @@ class GLString {
     const std::basic_string<OLECHAR> units = ToUtf16(aUtf8);
     m_Text = SysAllocStringLen(units.data(), static_cast<unsigned>(units.size()));
   }
+  /// As from a view; null makes an empty string.
   GLString(const char* aUtf8) : GLString(std::string_view(aUtf8 != nullptr ? aUtf8 : "")) {}
+  /// Copies the text; without memory the copy is empty.
   GLString(const GLString& aOther) noexcept
       : m_Text(aOther.m_Text != nullptr ? SysAllocStringLen(aOther.m_Text, SysStringLen(aOther.m_Text))
                                         : nullptr) {}
+  /// Takes the other's text over.
   GLString(GLString&& aOther) noexcept : m_Text(std::exchange(aOther.m_Text, nullptr)) {}
   ~GLString() { SysFreeString(m_Text); }
+  /// Frees what is held and takes the other's text.
   GLString& operator=(GLString aOther) noexcept {
     std::swap(m_Text, aOther.m_Text);
     return *this;

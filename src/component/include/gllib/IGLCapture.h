@@ -1,5 +1,6 @@
-// What a host implements to get pictures of what a context draws, at the window's resolution or a multiple of
-// it. GLCaptureBase (gllib/GLClient.h) answers all of the questions from one request.
+/// @file
+/// What a host implements to get pictures of what a context draws, at the window's resolution or a multiple
+/// of it. GLCaptureBase (gllib/GLClient.h) answers all of the questions from one request.
 
 #pragma once
 
@@ -17,6 +18,7 @@ struct IGLPixmap;
 /// Threads: all operations are called on the draw thread, between two frames. GetBackgroundColor is called
 /// with the context's lock held, the others without. Results are ignored.
 struct IGLCapture : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0xF8BF68B8, 0x3816, 0x4F53, {0xA9, 0xE7, 0x04, 0x9A, 0x6F, 0xEB, 0x42, 0x2E}};
 

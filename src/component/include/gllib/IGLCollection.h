@@ -1,5 +1,6 @@
-// GLCollection: numbered slots that hold objects. The Enum operations of other objects fill one that a host
-// makes.
+/// @file
+/// GLCollection: numbered slots that hold objects. The Enum operations of other objects fill one that a host
+/// makes.
 
 #pragma once
 
@@ -21,6 +22,7 @@
 /// as long as a member's last Release takes.
 /// Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the operation.
 struct IGLCollection : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x1BF499B7, 0xCFCC, 0x486F, {0xBC, 0x74, 0x8E, 0xBC, 0xC2, 0x91, 0x6E, 0x94}};
 

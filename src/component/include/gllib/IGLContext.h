@@ -1,4 +1,5 @@
-// GLContext: a GL window, its draw thread, and all that is drawn with. The first object that a host makes.
+/// @file
+/// GLContext: a GL window, its draw thread, and all that is drawn with. The first object that a host makes.
 
 #pragma once
 
@@ -32,6 +33,7 @@ struct IGLViewer;
 /// Results: S_OK; E_INVALIDARG when a pointer is null, with nothing changed or written; E_GL_BADSTATE where
 /// the context's parts couldn't be made; what else stands at the operation.
 struct IGLContext : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x1750378C, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};
 
@@ -54,6 +56,7 @@ struct IGLContext : IUnknown {
   virtual HRESULT EnableDepth(LONG aEnable) noexcept = 0;
   /// @param aEnable receives 1 or 0
   virtual HRESULT IsDepthEnabled(LONG* aEnable) noexcept = 0;
+  /// Gives what viewers are cleared to.
   virtual HRESULT GetBackgroundColor(GLDATA_RGBA* aColor) noexcept = 0;
   /// Sets what viewers are cleared to, from the next frame on; each component cut to 0 to 1. One frame may
   /// see it half-changed.
@@ -83,8 +86,10 @@ struct IGLContext : IUnknown {
   /// Releases the capture. Waits for the frame; a capture that is being asked meanwhile is asked to its end.
   virtual HRESULT DetachCapture() noexcept = 0;
 
+  /// Gives the viewport's width.
   /// @param aValue receives pixels, 1 or more; during an off-screen capture the picture's size
   virtual HRESULT GetViewportWidth(int* aValue) noexcept = 0;
+  /// As GetViewportWidth.
   virtual HRESULT GetViewportHeight(int* aValue) noexcept = 0;
   /// Places the GL window in its parent and sets the size that is drawn from the next viewer pass on. To be
   /// called after every change of the parent's size: the window doesn't follow by itself. Waits for the
@@ -129,6 +134,7 @@ struct IGLContext : IUnknown {
   virtual HRESULT EnableAmbientLight(LONG aEnable) noexcept = 0;
   /// @param aEnabled receives 1 or 0
   virtual HRESULT IsAmbientLightEnabled(LONG* aEnabled) noexcept = 0;
+  /// Gives the light that comes from everywhere; alpha is always 1.
   virtual HRESULT GetAmbientLight(GLDATA_RGBA* aLight) noexcept = 0;
   /// Sets the light that comes from everywhere, each of red, green and blue cut to 0 to 1; alpha is ignored
   /// and stays 1.
@@ -170,8 +176,9 @@ struct IGLContext : IUnknown {
                                    int aWidth, IGLFont** aFont) noexcept = 0;
   /// Adds a font of outlines, which stand in the model and scale with it; a new one's characters are about
   /// one unit high.
+  /// @param aFace, aFontStyle, aWeight, aOrientation as at CreateRasterFont
   /// @param aExtrusionZ non-zero: characters with depth, one unit along -z
-  /// @param aFont       receives a borrowed pointer. This and what else stands at CreateRasterFont holds here
+  /// @param aFont       receives a borrowed pointer. Good as at CreateRasterFont
   /// @return S_OK; E_FAIL when it can't be made: aFont receives null
   virtual HRESULT CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation,
                                      LONG aExtrusionZ, IGLFont** aFont) noexcept = 0;
@@ -222,12 +229,14 @@ struct IGLContext : IUnknown {
 
 /// Drawing on demand, and fonts of the component's own. Threads and results as at IGLContext.
 struct IGLContext2 : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x9A6C5A69, 0x5F0E, 0x4D23, {0xB7, 0xDC, 0x8B, 0xC1, 0xE6, 0x57, 0x2E, 0xBB}};
 
   /// Makes the draw thread draw on demand (non-zero) or freely at its pace. On demand a frame is drawn when
   /// TriggerDrawThread asks, the window needs it, a font or selection has to be served, or dwMaxWait has
   /// passed. Doesn't wait.
+  /// @param bControlled non-zero: on demand
   /// @param dwMaxWait ms; 0 draws without a pause, 0xFFFFFFFF waits for ever
   /// @return S_OK; E_GL_BADSTATE before Initialize
   virtual HRESULT SetControlledDrawThread(LONG bControlled, ULONG dwMaxWait) noexcept = 0;
@@ -250,6 +259,7 @@ struct IGLContext2 : IUnknown {
 
 /// Pausing. Threads and results as at IGLContext.
 struct IGLContext12 : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0xDE4AB195, 0xE238, 0x48A1, {0x9F, 0x8D, 0xDF, 0x00, 0x4F, 0xC1, 0xEE, 0x2A}};
 
@@ -268,6 +278,7 @@ struct IGLContext12 : IUnknown {
 
 /// The canvas.
 struct IGLContext14_2 : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x0683A4F3, 0x1BD0, 0x4F66, {0x84, 0x00, 0xD2, 0xA8, 0x63, 0x1C, 0xE4, 0x9A}};
 
@@ -282,14 +293,17 @@ struct IGLContext14_2 : IUnknown {
 /// Multisampling. What is asked for acts when a window is made: at the next Initialize. It isn't told what
 /// was had, and the user's settings may overwrite it. A getter's null gives E_INVALIDARG.
 struct IGLContext14_3 : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0xC0BBA8A5, 0xCCEB, 0x4C15, {0xA8, 0x08, 0x34, 0xC8, 0x0F, 0x4A, 0xD3, 0x93}};
 
   /// Whether multisampling is asked for; 0 at first. The value is kept as it is.
   virtual HRESULT get_bFSAA(LONG* pVal) noexcept = 0;
+  /// Asks for multisampling (non-zero) or none.
   virtual HRESULT put_bFSAA(LONG newVal) noexcept = 0;
   /// The highest number of samples to use; 4 at first, 0 is no limit.
   virtual HRESULT get_lFSAAMaxSamples(LONG* pVal) noexcept = 0;
+  /// Sets the highest number of samples. Any value is kept.
   virtual HRESULT put_lFSAAMaxSamples(LONG newVal) noexcept = 0;
 
  protected:

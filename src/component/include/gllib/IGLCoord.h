@@ -1,4 +1,5 @@
-// GLCoord: a coordinate system. Viewers and lights have one each; hosts make their own.
+/// @file
+/// GLCoord: a coordinate system. Viewers and lights have one each; hosts make their own.
 
 #pragma once
 
@@ -18,14 +19,20 @@
 /// rotations at the same time one can be lost. A viewer or light shows a change at its next pass. Results:
 /// S_OK; E_INVALIDARG when a pointer is null, with nothing changed or written.
 struct IGLCoord : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x882DD086, 0x033E, 0x11D4, {0xA3, 0x19, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};
 
   // The origin, in the parent system. Move adds to it.
+  /// Gives the origin.
   virtual HRESULT GetOrigin(GLDATA_POINT* aPoint) noexcept = 0;
+  /// Puts the origin somewhere else.
   virtual HRESULT SetOrigin(GLDATA_POINT* aPoint) noexcept = 0;
+  /// As SetOrigin.
   virtual HRESULT SetOrigin3d(double aX, double aY, double aZ) noexcept = 0;
+  /// Moves the origin along the parent's axes.
   virtual HRESULT MoveOrigin(GLDATA_POINT* aPoint) noexcept = 0;
+  /// As MoveOrigin.
   virtual HRESULT MoveOrigin3d(double aX, double aY, double aZ) noexcept = 0;
 
   // Moves along the local axes.
@@ -38,8 +45,11 @@ struct IGLCoord : IUnknown {
   virtual HRESULT MoveForward(double aDistance) noexcept = 0;
 
   // Turns about a local axis, counter-clockwise seen from its tip; radians.
+  /// Turns about local x.
   virtual HRESULT RotateAboutX_RAD(double aAngle) noexcept = 0;
+  /// Turns about local y.
   virtual HRESULT RotateAboutY_RAD(double aAngle) noexcept = 0;
+  /// Turns about local z.
   virtual HRESULT RotateAboutZ_RAD(double aAngle) noexcept = 0;
   /// Turns the system about any axis through a pivot, both given in the local system; moves the origin if the
   /// axis doesn't pass through it.
@@ -51,9 +61,13 @@ struct IGLCoord : IUnknown {
   virtual HRESULT ResetRotation() noexcept = 0;
 
   // Conversions, in place. Vectors are turned, points are turned and moved.
+  /// Turns a vector from the parent system into the local one.
   virtual HRESULT VectorPCStoLCS(GLDATA_POINT* aVector) noexcept = 0;
+  /// Turns a vector from the local system into the parent one.
   virtual HRESULT VectorLCStoPCS(GLDATA_POINT* aVector) noexcept = 0;
+  /// Takes a point from the parent system to the local one.
   virtual HRESULT PointPCStoLCS(GLDATA_POINT* aPoint) noexcept = 0;
+  /// Takes a point from the local system to the parent one.
   virtual HRESULT PointLCStoPCS(GLDATA_POINT* aPoint) noexcept = 0;
 
   /// Gives origin and angles.

@@ -1,4 +1,5 @@
-// The fog of a context. One a context, made with it; IGLContext::GetFog hands it out.
+/// @file
+/// The fog of a context. One a context, made with it; IGLContext::GetFog hands it out.
 
 #pragma once
 
@@ -18,6 +19,7 @@ enum eGLFogCalcMode : int {
 /// start and end pair, may be seen half-changed for that one pass.
 /// Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the operation.
 struct IGLFog : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x17503790, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};
 
@@ -26,17 +28,21 @@ struct IGLFog : IUnknown {
   /// @param aEnabled receives 1 or 0
   virtual HRESULT IsEnabled(LONG* aEnabled) noexcept = 0;
 
+  /// Gives the formula.
   virtual HRESULT GetCalcMode(eGLFogCalcMode* aMode) noexcept = 0;
   /// Chooses the formula.
   /// @param aMode a value that is neither linear nor exponent counts as exponent square
   virtual HRESULT SetCalcMode(eGLFogCalcMode aMode) noexcept = 0;
 
+  /// Gives the density, per eye unit.
   virtual HRESULT GetFogDensity(float* aValue) noexcept = 0;
   /// Sets the density of the two exponential modes, per eye unit.
   /// @return S_OK; E_GL_BADVALUE unless aValue is above 0: the density stays as it was
   virtual HRESULT SetFogDensity(float aValue) noexcept = 0;
 
+  /// Gives where linear fog begins, in eye units.
   virtual HRESULT GetFogStart(float* aValue) noexcept = 0;
+  /// Gives where linear fog is complete, in eye units.
   virtual HRESULT GetFogEnd(float* aValue) noexcept = 0;
   /// Sets the distances from the eye between which linear fog thickens, in eye units.
   /// @param aStart where fog begins; 0 or more

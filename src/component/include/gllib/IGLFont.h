@@ -1,27 +1,28 @@
-// GLFont: text in four kinds. A context's creators make one: CreateSystemFont, CreateRasterFont,
-// CreateTrueTypeFont, CreateInternalFont.
+/// @file
+/// GLFont: text in four kinds. A context's creators make one: CreateSystemFont, CreateRasterFont,
+/// CreateTrueTypeFont, CreateInternalFont.
 
 #pragma once
 
 #include <gllib/GLTypes.h>
 
 // Style bits of a font; they combine freely. Without a family bit the family is sans-serif.
-inline constexpr int GLFS_ITALIC = 1;
-inline constexpr int GLFS_UNDERLINE = 2;
-inline constexpr int GLFS_STRIKEOUT = 4;
-inline constexpr int GLFS_FIXED_PITCH = 8;
-inline constexpr int GLFS_DECORATIVE = 16;
-inline constexpr int GLFS_SCRIPT = 32;  ///< comes before the other families
-inline constexpr int GLFS_MODERN = 64;
-inline constexpr int GLFS_ROMAN = 128;
+inline constexpr int GLFS_ITALIC = 1;       ///< leaning
+inline constexpr int GLFS_UNDERLINE = 2;    ///< with a line below
+inline constexpr int GLFS_STRIKEOUT = 4;    ///< with a line through
+inline constexpr int GLFS_FIXED_PITCH = 8;  ///< all characters of one width
+inline constexpr int GLFS_DECORATIVE = 16;  ///< a family of ornaments
+inline constexpr int GLFS_SCRIPT = 32;      ///< a family like handwriting; comes before the other families
+inline constexpr int GLFS_MODERN = 64;      ///< a family of constant strokes
+inline constexpr int GLFS_ROMAN = 128;      ///< a family with serifs
 
 /// A font draws 256 characters of 8 bits, by display lists.
 ///
-///   kind      made of              stands                            size
-///   system    bitmaps              upright on the screen at a point  fixed, in pixels
-///   raster    bitmaps              upright on the screen at a point  fixed, in pixels
-///   TrueType  outlines, also deep  in the model                      width and height times one em
-///   internal  textured rectangles  in the model                      8 by 16 units, 9 to the next one
+///     kind      made of              stands                            size
+///     system    bitmaps              upright on the screen at a point  fixed, in pixels
+///     raster    bitmaps              upright on the screen at a point  fixed, in pixels
+///     TrueType  outlines, also deep  in the model                      width and height times one em
+///     internal  textured rectangles  in the model                      8 by 16 units, 9 to the next one
 ///
 /// Text is converted to the system's 8-bit code page, Windows-1252 off Windows; the sheets of the internal
 /// kind are laid out by code page 437. Characters outside of the page are replaced, and text that can't be
@@ -32,6 +33,7 @@ inline constexpr int GLFS_ROMAN = 128;
 /// Threads: any; Print belongs into a painter or gauge. No operation waits. Setters act at the next Print.
 /// Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the operation.
 struct IGLFont : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x17503792, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};
 
@@ -52,13 +54,16 @@ struct IGLFont : IUnknown {
   /// Scales a TrueType font in x.
   /// @return S_OK; E_GL_BADSTATE when it isn't TrueType; E_GL_BADVALUE unless aValue is above 0
   virtual HRESULT SetWidth(float aValue) noexcept = 0;
+  /// @param aValue receives pixels of the bitmap kinds, units of the others
   virtual HRESULT GetHeight(float* aValue) noexcept = 0;
   /// Scales a TrueType font in y. As SetWidth.
   virtual HRESULT SetHeight(float aValue) noexcept = 0;
+  /// @param aValue receives the factor of the depth; 0 for a flat font
   virtual HRESULT GetExtrusionZ(float* aValue) noexcept = 0;
   /// Scales the depth of a TrueType font that was made with one. 0 makes it flat.
   /// @return S_OK; E_GL_BADSTATE when it isn't TrueType; E_GL_BADVALUE unless aValue is 0 or more
   virtual HRESULT SetExtrusionZ(float aValue) noexcept = 0;
+  /// @param aValue receives degrees clockwise
   virtual HRESULT GetEscapement_DEG(float* aValue) noexcept = 0;
   /// Turns the whole line of a TrueType or internal font about z, in degrees clockwise. Any value is kept.
   /// @return S_OK; E_GL_BADSTATE for the bitmap kinds

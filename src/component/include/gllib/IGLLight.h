@@ -1,4 +1,5 @@
-// GLLight: a light of a context. IGLContext::CreateLight makes one.
+/// @file
+/// GLLight: a light of a context. IGLContext::CreateLight makes one.
 
 #pragma once
 
@@ -20,6 +21,7 @@ struct IGLCoord;
 /// possibly in two steps.
 /// Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the operation.
 struct IGLLight : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x17503794, 0xFDFD, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};
 
@@ -34,33 +36,45 @@ struct IGLLight : IUnknown {
   virtual HRESULT IsSpotlight(LONG* aSpotlight) noexcept = 0;
 
   // The colours. A setter cuts each of red, green and blue to 0 to 1 and ignores alpha, which stays 1.
+  /// Gives the ambient colour; alpha is always 1.
   virtual HRESULT GetAmbientLight(GLDATA_RGBA* aLight) noexcept = 0;
+  /// Sets the ambient colour.
   virtual HRESULT SetAmbientLight(GLDATA_RGBA* aLight) noexcept = 0;
+  /// Gives the diffuse colour; alpha is always 1.
   virtual HRESULT GetDiffuseLight(GLDATA_RGBA* aLight) noexcept = 0;
+  /// Sets the diffuse colour.
   virtual HRESULT SetDiffuseLight(GLDATA_RGBA* aLight) noexcept = 0;
+  /// Gives the specular colour; alpha is always 1.
   virtual HRESULT GetSpecularLight(GLDATA_RGBA* aLight) noexcept = 0;
+  /// Sets the specular colour.
   virtual HRESULT SetSpecularLight(GLDATA_RGBA* aLight) noexcept = 0;
 
+  /// Gives a spotlight's place, in the light's coordinate system.
   virtual HRESULT GetSpotPosition(GLDATA_POINT* aVector) noexcept = 0;
   /// Places a spotlight, in the light's coordinate system.
   /// @return S_OK; E_GL_BADVALUE for 0, 0, 0: the place stays as it was
   virtual HRESULT SetSpotPosition(GLDATA_POINT* aVector) noexcept = 0;
 
+  /// @param aAngle receives degrees: 0 to 90, or 180
   virtual HRESULT GetCutOffAngle_DEG(float* aAngle) noexcept = 0;
   /// Sets the angle between a spotlight's direction and the edge of its cone, in degrees: 0 to 90 by absolute
   /// value; above 90, or no number, becomes 180, which shines to all sides.
   virtual HRESULT SetCutOffAngle_DEG(float aAngle) noexcept = 0;
+  /// @param aExponent receives 0 to 128
   virtual HRESULT GetSpotExponent(float* aExponent) noexcept = 0;
   /// Sets how much a spotlight's cone is brighter in the middle, cut to 0 (even) to 128.
   virtual HRESULT SetSpotExponent(float aExponent) noexcept = 0;
 
   // A spotlight at distance d is divided by constant + linear d + quadratic d^2.
+  /// Gives the constant term.
   virtual HRESULT GetConstantAttenuation(float* aAtt) noexcept = 0;
   /// @return S_OK; E_GL_BADVALUE unless aAtt is above 0: the value stays as it was
   virtual HRESULT SetConstantAttenuation(float aAtt) noexcept = 0;
+  /// Gives the linear term.
   virtual HRESULT GetLinearAttenuation(float* aAtt) noexcept = 0;
   /// @param aAtt below 0 becomes 0
   virtual HRESULT SetLinearAttenuation(float aAtt) noexcept = 0;
+  /// Gives the quadratic term.
   virtual HRESULT GetQuadraticAttenuation(float* aAtt) noexcept = 0;
   /// @param aAtt below 0 becomes 0
   virtual HRESULT SetQuadraticAttenuation(float aAtt) noexcept = 0;
@@ -73,6 +87,7 @@ struct IGLLight : IUnknown {
   /// @param aCS takes a reference of its own
   virtual HRESULT AttachCoord(IGLCoord* aCS) noexcept = 0;
 
+  /// Gives where the light shines to, in its coordinate system.
   virtual HRESULT GetDirection(GLDATA_POINT* aVector) noexcept = 0;
   /// Sets where the light shines to, of any length, in the light's coordinate system.
   /// @return S_OK; E_GL_BADVALUE for 0, 0, 0: the direction stays as it was

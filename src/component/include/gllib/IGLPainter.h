@@ -1,4 +1,5 @@
-// What a host implements to draw its model. GLPainterBase (gllib/GLClient.h) brings IUnknown with it.
+/// @file
+/// What a host implements to draw its model. GLPainterBase (gllib/GLClient.h) brings IUnknown with it.
 
 #pragma once
 
@@ -10,6 +11,7 @@ struct IGLViewer;
 
 /// Draws the model of the host; attached by IGLContext::AttachPainter, which holds one reference.
 struct IGLPainter : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x510D9C87, 0xFF64, 0x11D3, {0xA3, 0x17, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};
 

@@ -1,4 +1,5 @@
-// GLPixmap: a true-colour image in memory, for drawing, texturing and captures. Made by hosts.
+/// @file
+/// GLPixmap: a true-colour image in memory, for drawing, texturing and captures. Made by hosts.
 
 #pragma once
 
@@ -15,12 +16,14 @@ struct IGLContext;
 /// Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the operation. Colour operations
 /// run over all pixels, whatever the clip.
 struct IGLPixmap : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x4EE20F33, 0x2F46, 0x43B4, {0x83, 0x44, 0x4C, 0x25, 0x22, 0xAD, 0x59, 0x01}};
 
   /// Gives the pixmap a size and one colour; zoom becomes 1, 1 and the clip the whole image. The block is
   /// kept when the number of pixels is the same.
   /// @param aWidth, aHeight pixels; 1 or more
+  /// @param aRGBA the colour of all pixels
   /// @return S_OK; E_GL_BADVALUE for another size, or a number of pixels or bytes that doesn't fit 32 bits:
   ///         nothing changed; E_FAIL when there is no memory: the pixmap is empty
   virtual HRESULT Initialize(int aWidth, int aHeight, GLDATA_RGBA4B aRGBA) noexcept = 0;
@@ -35,6 +38,7 @@ struct IGLPixmap : IUnknown {
   /// Fills the pixmap row by row, top row first. Only whole rows are taken, at most all; the others keep
   /// their pixels.
   /// @param aSize  pixels in aArray; below one row changes nothing
+  /// @param aArray the pixels
   /// @return S_OK; E_GL_BADVALUE when the pixmap is empty
   virtual HRESULT SetPixels(int aSize, GLDATA_RGBA4B* aArray) noexcept = 0;
   /// Gives the store itself, for reading and writing: rows from the bottom up, left to right, without gaps.
@@ -45,9 +49,12 @@ struct IGLPixmap : IUnknown {
   virtual HRESULT AccessPixmapData(int* aSize, GLDATA_RGBA4B** aArray) noexcept = 0;
   /// @param aValue receives pixels; 0 when empty
   virtual HRESULT GetWidth(int* aValue) noexcept = 0;
+  /// @param aValue receives pixels; 0 when empty
   virtual HRESULT GetHeight(int* aValue) noexcept = 0;
+  /// Gives the colour of a pixel.
   /// @return S_OK; E_GL_BADSTATE when the pixmap is empty; E_GL_BADVALUE outside it
   virtual HRESULT GetPixel(int aX, int aY, GLDATA_RGBA4B* aRGBA) noexcept = 0;
+  /// Sets the colour of a pixel.
   /// @return as GetPixel
   virtual HRESULT SetPixel(int aX, int aY, GLDATA_RGBA4B aRGBA) noexcept = 0;
 
@@ -69,10 +76,12 @@ struct IGLPixmap : IUnknown {
   /// @return S_OK; E_GL_BADSTATE when the pixmap is empty
   virtual HRESULT MakeMonochrome(GLDATA_RGBA4B aRGBA) noexcept = 0;
 
+  /// Gives how many pixels of the frame one pixel of the image takes at Draw.
   virtual HRESULT GetZoom(float* aFactorX, float* aFactorY) noexcept = 0;
   /// Sets how many pixels of the frame one pixel of the image takes at Draw. Negative factors mirror; any
   /// value is kept.
   virtual HRESULT SetZoom(float aFactorX, float aFactorY) noexcept = 0;
+  /// Gives the part that Draw draws.
   /// @return S_OK; E_GL_BADSTATE when the pixmap is empty, with nothing written
   virtual HRESULT GetClip(int* aX, int* aY, int* aWidth, int* aHeight) noexcept = 0;
   /// Chooses the part that Draw draws, which must lie inside the image.

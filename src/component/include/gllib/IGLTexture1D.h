@@ -1,4 +1,5 @@
-// GLTexture1D: a row of colours drawn across a strip of faces, a height scale for instance. Made by hosts.
+/// @file
+/// GLTexture1D: a row of colours drawn across a strip of faces, a height scale for instance. Made by hosts.
 
 #pragma once
 
@@ -26,6 +27,7 @@ enum eGLTextureMode : int {
 /// during a drawing.
 /// Results: S_OK; E_INVALIDARG from Initialize and BeginDraw for a null pointer. Draw tests nothing.
 struct IGLTexture1D : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x58E698E2, 0xF176, 0x4C06, {0x8A, 0x86, 0xCC, 0xE0, 0x8A, 0x3E, 0x1F, 0xA1}};
 
@@ -35,6 +37,7 @@ struct IGLTexture1D : IUnknown {
   /// Loads the image and opens a strip of quadrilaterals. Up to EndDraw only what GL allows within a
   /// primitive may be called. With no pixmap, or an empty one, the strip is drawn without the image.
   /// @param aContext            not used
+  /// @param aTextureMode        how the image meets the colour of the face
   /// @param aInterpolatePixels  non-zero: between neighbouring pixels colours run
   /// @param aInterpolateMipmaps non-zero: between two levels colours run
   /// @param aRepeat             non-zero: the image repeats outside 0 to 1, else its edge goes on

@@ -1,4 +1,5 @@
-// GLTexture2D: an image drawn on a face. Made by hosts.
+/// @file
+/// GLTexture2D: an image drawn on a face. Made by hosts.
 
 #pragma once
 
@@ -8,6 +9,7 @@
 /// coordinates run from 0, 0 at the image's lower left corner to 1, 1 at its upper right. What else holds for
 /// IGLTexture1D holds here: levels, threads, results.
 struct IGLTexture2D : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x61785FC9, 0x5A44, 0x4729, {0x83, 0x20, 0x3C, 0xF9, 0x86, 0x14, 0xA0, 0x3E}};
 

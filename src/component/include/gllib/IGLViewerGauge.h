@@ -1,5 +1,6 @@
-// What a host implements to draw over a viewer's scene: scales, legends, cross-hairs. GLViewerGaugeBase
-// (gllib/GLClient.h) brings IUnknown and the visibility with it.
+/// @file
+/// What a host implements to draw over a viewer's scene: scales, legends, cross-hairs. GLViewerGaugeBase
+/// (gllib/GLClient.h) brings IUnknown and the visibility with it.
 
 #pragma once
 
@@ -11,6 +12,7 @@ struct IGLContext;
 /// Drawn over the scene; added by IGLViewer::AddGauge, which holds one reference. The same gauge may stand in
 /// several viewers.
 struct IGLViewerGauge : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = {
       0x882DD083, 0x033E, 0x11D4, {0xA3, 0x19, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}};
 

@@ -1,5 +1,6 @@
-// Creation of an object by its ProgID, over the class registration of this system: COM's own on Windows,
-// elsewhere the registry-script files that the module's DllRegisterServer writes. Any thread.
+/// @file
+/// Creation of an object by its ProgID, over the class registration of this system: COM's own on Windows,
+/// elsewhere the registry-script files that the module's DllRegisterServer writes. Any thread.
 
 #pragma once
 
@@ -13,6 +14,7 @@
 
 /// Makes an object of a registered class, in process. The thread must have called CoInitializeEx.
 /// @param aProgID ASCII, such as "Gl.GLContext.1"
+/// @param riid    the wanted interface
 /// @param ppv     receives a counted reference, or null
 /// @return S_OK; E_POINTER; or what COM's look-up, the module or its factory answered
 inline HRESULT GLCreateObjectByProgID(const char* aProgID, REFIID riid, void** ppv) noexcept {
@@ -44,8 +46,10 @@ inline constexpr HRESULT CO_E_DLLNOTFOUND = static_cast<HRESULT>(0x800401F8);
 /// The registered module has no DllGetClassObject.
 inline constexpr HRESULT CO_E_ERRORINDLL = static_cast<HRESULT>(0x800401F9);
 
+/// Reads the registration; a part of GLCreateObjectByProgID.
 namespace GLRegistration {
 
+/// The value of an environment variable; empty for none.
 inline std::string Environment(const char* aName) {
   const char* value = std::getenv(aName);
   return value != nullptr ? value : "";
@@ -57,6 +61,7 @@ inline std::string Folder(const std::string& aXdgFolder) {
   return own.empty() ? aXdgFolder + "/gllib" : own;
 }
 
+/// The user's file.
 inline std::string UserFile() {
   const std::string xdg = Environment("XDG_CONFIG_HOME");
   return Folder(xdg.empty() ? Environment("HOME") + "/.config" : xdg) + "/user.reg";
@@ -68,6 +73,7 @@ inline std::string MachineFile() {
   return Folder(xdg.empty() ? "/etc/xdg" : xdg.substr(0, xdg.find(':'))) + "/machine.reg";
 }
 
+/// Whether two names of keys are the same: case doesn't count.
 inline bool EqualNames(std::string_view a, std::string_view b) {
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
@@ -138,6 +144,7 @@ inline std::optional<CLSID> ParseClassId(std::string_view aText) {
 
 /// Makes an object of a registered class, in process. The module that holds it is loaded, and stays so.
 /// @param aProgID "Gl.GLContext.1", or "Gl.GLContext" for the current version
+/// @param riid    the wanted interface
 /// @param ppv     receives a counted reference, or null
 /// @return S_OK; E_POINTER; E_INVALIDARG when aProgID is null; REGDB_E_CLASSNOTREG, CO_E_CLASSSTRING,
 ///         CO_E_DLLNOTFOUND, CO_E_ERRORINDLL; E_OUTOFMEMORY; or what the module or its factory answered

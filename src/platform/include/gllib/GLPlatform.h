@@ -1,5 +1,6 @@
-// The few base types that the interfaces are written in: on Windows the system's own, elsewhere the same
-// ones by their documented names and layouts. Owns no state; any thread.
+/// @file
+/// The few base types that the interfaces are written in: on Windows the system's own, elsewhere the same
+/// ones by their documented names and layouts. Owns no state; any thread.
 
 #pragma once
 
@@ -23,17 +24,17 @@ using GLWCHAR = wchar_t;
 
 #else
 
-using LONG = std::int32_t;
-using ULONG = std::uint32_t;
-using DWORD = std::uint32_t;
-using BOOL = int;
-using HRESULT = std::int32_t;
-using ULONG_PTR = std::uintptr_t;
-using LONG_PTR = std::intptr_t;
+using LONG = std::int32_t;         ///< 32 bits everywhere, as on Windows
+using ULONG = std::uint32_t;       ///< 32 bits everywhere
+using DWORD = std::uint32_t;       ///< 32 bits everywhere
+using BOOL = int;                  ///< 0 is no
+using HRESULT = std::int32_t;      ///< below 0 is a failure
+using ULONG_PTR = std::uintptr_t;  ///< as wide as a pointer: a window handle
+using LONG_PTR = std::intptr_t;    ///< as wide as a pointer
 
 /// The character of a BSTR: one UTF-16 code unit.
 using GLWCHAR = char16_t;
-using OLECHAR = char16_t;
+using OLECHAR = char16_t;  ///< the same, by its documented name
 
 /// A counted string, laid out as on Windows: the pointer stands on the first UTF-16 character, 32 bits before
 /// it hold the length in bytes without the terminating zero. Its block comes from malloc and starts 8 bytes
@@ -77,30 +78,39 @@ inline void SysFreeString(BSTR aString) noexcept {
 
 /// A 128-bit identifier in its binary layout.
 struct GUID {
-  std::uint32_t Data1;
-  std::uint16_t Data2;
-  std::uint16_t Data3;
-  std::uint8_t Data4[8];
+  std::uint32_t Data1;    ///< the first eight digits
+  std::uint16_t Data2;    ///< the next four
+  std::uint16_t Data3;    ///< the next four
+  std::uint8_t Data4[8];  ///< the rest, in writing order
 
+  /// Whether both are the same.
   friend constexpr bool operator==(const GUID&, const GUID&) = default;
 };
-using IID = GUID;
-using CLSID = GUID;
-using REFIID = const IID&;
-using REFCLSID = const CLSID&;
+using IID = GUID;               ///< names an interface
+using CLSID = GUID;             ///< names a class
+using REFIID = const IID&;      ///< an interface, as an argument
+using REFCLSID = const CLSID&;  ///< a class, as an argument
 
-inline constexpr HRESULT S_OK = 0;
-inline constexpr HRESULT S_FALSE = 1;
-inline constexpr HRESULT E_NOINTERFACE = static_cast<HRESULT>(0x80004002);
-inline constexpr HRESULT E_POINTER = static_cast<HRESULT>(0x80004003);
-inline constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);
-inline constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);
-inline constexpr HRESULT E_INVALIDARG = static_cast<HRESULT>(0x80070057);
-inline constexpr HRESULT E_ACCESSDENIED = static_cast<HRESULT>(0x80070005);
-inline constexpr HRESULT CLASS_E_NOAGGREGATION = static_cast<HRESULT>(0x80040110);
-inline constexpr HRESULT CLASS_E_CLASSNOTAVAILABLE = static_cast<HRESULT>(0x80040111);
+inline constexpr HRESULT S_OK = 0;     ///< done
+inline constexpr HRESULT S_FALSE = 1;  ///< done, and the answer is no
+inline constexpr HRESULT E_NOINTERFACE =
+    static_cast<HRESULT>(0x80004002);  ///< the object has no such interface
+inline constexpr HRESULT E_POINTER =
+    static_cast<HRESULT>(0x80004003);                                ///< the place for an interface is null
+inline constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);  ///< failed
+inline constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);  ///< no memory
+inline constexpr HRESULT E_INVALIDARG =
+    static_cast<HRESULT>(0x80070057);  ///< an argument that can't be: a null pointer
+inline constexpr HRESULT E_ACCESSDENIED =
+    static_cast<HRESULT>(0x80070005);  ///< the right to do it is missing
+inline constexpr HRESULT CLASS_E_NOAGGREGATION =
+    static_cast<HRESULT>(0x80040110);  ///< the class can't be a part of that object
+inline constexpr HRESULT CLASS_E_CLASSNOTAVAILABLE =
+    static_cast<HRESULT>(0x80040111);  ///< no class of this module
 
+/// Whether a result tells of success.
 constexpr bool SUCCEEDED(HRESULT aResult) noexcept { return aResult >= 0; }
+/// Whether a result tells of failure.
 constexpr bool FAILED(HRESULT aResult) noexcept { return aResult < 0; }
 
 /// {00000000-0000-0000-C000-000000000046}
@@ -110,9 +120,11 @@ inline constexpr IID IID_IClassFactory = {1, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46
 
 /// The base of every interface. Three slots: QueryInterface, AddRef, Release. Any thread.
 struct IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = IID_IUnknown;
 
   /// Asks for another interface of the object.
+  /// @param riid its identifier
   /// @param ppv receives a counted reference, or null
   /// @return S_OK; E_NOINTERFACE; E_POINTER when ppv is null
   virtual HRESULT QueryInterface(REFIID riid, void** ppv) noexcept = 0;
@@ -127,6 +139,7 @@ struct IUnknown {
 
 /// Makes objects of one class. Any thread.
 struct IClassFactory : IUnknown {
+  /// The interface's identifier.
   static constexpr IID Identifier = IID_IClassFactory;
 
   /// Makes an object.
