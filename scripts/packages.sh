@@ -11,7 +11,7 @@ packages_drawing=(libgl1-mesa-dri libegl-mesa0 fonts-dejavu-core)
 # What the example hosts are built from, and the models that they show.
 packages_examples=(libassimp-dev libglfw3-dev libpng-dev qtbase5-dev libsdl2-dev glmark2-data)
 # What the tests and the benchmarks are built from.
-packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev libxcb-xtest0-dev xvfb doxygen)
+packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev libxcb-xtest0-dev xvfb doxygen groff-base)
 
 packages=("${packages_component[@]}" "${packages_drawing[@]}" "${packages_examples[@]}" "${packages_tests[@]}")
 

@@ -18,12 +18,12 @@ ULONG IdOf(const QTreeWidgetItem& aItem) { return aItem.data(0, kIdRole).toUInt(
 
 }  // namespace
 
-MainWindow::MainWindow(const Model& aModel) : m_model(aModel) {
+MainWindow::MainWindow(std::shared_ptr<const Model> aModel) : m_model(std::move(aModel)) {
   // Each widget is made with its parent at once: one that is moved later gets another window.
   auto* const splitter = new QSplitter(this);
   m_tree = new QTreeWidget(splitter);
   m_sceneWidget = new SceneWidget(
-      aModel, [this](const std::vector<ULONG>& aIds) { SelectInTree(aIds); }, splitter);
+      m_model, [this](const std::vector<ULONG>& aIds) { SelectInTree(aIds); }, splitter);
   splitter->setStretchFactor(1, 1);  // the scene takes what the window gains
   setCentralWidget(splitter);
   FillTree();
@@ -35,9 +35,9 @@ MainWindow::MainWindow(const Model& aModel) : m_model(aModel) {
 void MainWindow::FillTree() {
   m_tree->setHeaderHidden(true);
   m_tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  auto* const root = new QTreeWidgetItem(m_tree, {QString::fromStdString(m_model.name)});
+  auto* const root = new QTreeWidgetItem(m_tree, {QString::fromStdString(m_model->name)});
   root->setData(0, kIdRole, 0u);
-  for (const Part& part : m_model.parts) {
+  for (const Part& part : m_model->parts) {
     auto* const item = new QTreeWidgetItem(root, {QString::fromStdString(part.name)});
     item->setData(0, kIdRole, part.id);
   }
@@ -95,7 +95,7 @@ void MainWindow::MarkSelected() {
     if (IdOf(*item) != 0) {
       ids.push_back(IdOf(*item));
     } else {  // the model: all of its parts
-      for (const Part& part : m_model.parts) ids.push_back(part.id);
+      for (const Part& part : m_model->parts) ids.push_back(part.id);
     }
   }
   Scene& scene = m_sceneWidget->GetScene();
@@ -103,8 +103,8 @@ void MainWindow::MarkSelected() {
   QStringList names;
   for (const std::string& name : scene.NamesOf(ids)) names << QString::fromStdString(name);
   setWindowTitle(names.isEmpty()
-                     ? QString::fromStdString(m_model.name)
-                     : QString("%1 - %2").arg(QString::fromStdString(m_model.name), names.join(", ")));
+                     ? QString::fromStdString(m_model->name)
+                     : QString("%1 - %2").arg(QString::fromStdString(m_model->name), names.join(", ")));
   statusBar()->showMessage(names.isEmpty()
                                ? QString("Drag turns, right drag pans, the wheel zooms, a click picks")
                                : names.join(", "));

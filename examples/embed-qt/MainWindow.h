@@ -12,9 +12,8 @@ class QTreeWidget;
 
 class MainWindow final : public QMainWindow {
  public:
-  /// @param aModel must outlive the window
   /// @throws std::runtime_error when there is no context to be had
-  explicit MainWindow(const Model& aModel);
+  explicit MainWindow(std::shared_ptr<const Model> aModel);
 
  private:
   void FillTree();
@@ -25,7 +24,7 @@ class MainWindow final : public QMainWindow {
   /// Marks in the scene what is selected in the tree.
   void MarkSelected();
 
-  const Model& m_model;
+  const std::shared_ptr<const Model> m_model;
   QTreeWidget* m_tree;  // these two belong to the window
   SceneWidget* m_sceneWidget;
 };

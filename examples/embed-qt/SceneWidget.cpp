@@ -18,9 +18,9 @@ NativeWidget::NativeWidget(QWidget* aParent) : QWidget(aParent) {
   winId();                                  // makes the window
 }
 
-SceneWidget::SceneWidget(const Model& aModel, Picked aPicked, QWidget* aParent)
+SceneWidget::SceneWidget(std::shared_ptr<const Model> aModel, Picked aPicked, QWidget* aParent)
     : NativeWidget(aParent),
-      m_scene(aModel, SceneOptions(), Window()),
+      m_scene(std::move(aModel), SceneOptions(), Window()),
       m_dragging(m_scene),
       m_picked(std::move(aPicked)) {
   setMinimumSize(160, 120);

@@ -25,9 +25,8 @@ class SceneWidget final : public NativeWidget {
   /// Told of the parts that the user points at.
   using Picked = std::function<void(const std::vector<ULONG>&)>;
 
-  /// @param aModel must outlive the widget
   /// @throws std::runtime_error when there is no context to be had
-  SceneWidget(const Model& aModel, Picked aPicked, QWidget* aParent);
+  SceneWidget(std::shared_ptr<const Model> aModel, Picked aPicked, QWidget* aParent);
 
   Scene& GetScene() { return m_scene; }
   QSize sizeHint() const override { return {720, 600}; }

@@ -10,7 +10,7 @@
 namespace {
 
 int Run(QApplication& aApplication, const char* aModel) {
-  const Model model = LoadModel(aModel);
+  const auto model = std::make_shared<const Model>(LoadModel(aModel));
   MainWindow window(model);
   window.show();
   return aApplication.exec();

@@ -109,15 +109,15 @@ class EventLoop {
 };
 
 void Run(const char* aModel) {
-  const Model model = LoadModel(aModel);
+  const auto model = std::make_shared<const Model>(LoadModel(aModel));
   const SceneOptions options;
   const Session session;
-  const Window window = OpenWindow(model, options);
+  const Window window = OpenWindow(*model, options);
   const ULONG_PTR parent = NativeWindow(window.get());
   if (parent == 0) throw std::runtime_error("SDL's window isn't one of an X server");
   Scene scene(model, options, parent);
   scene.DrawOnRequest();
-  EventLoop(*window, model, scene).Run();
+  EventLoop(*window, *model, scene).Run();
 }
 
 }  // namespace

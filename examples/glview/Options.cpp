@@ -8,10 +8,11 @@
 #include <vector>
 
 const char* const kHelp =
-    R"(usage: glview [options] MODEL
+    R"(usage: glview [options] MODEL...
 
-Shows a model in a window; any format that assimp reads.
+Shows models in a window, side by side; any format that assimp reads.
 
+  --together             leave several models where their coordinates put them
   --out FILE.png         draw one picture with no display, and leave
   --zoom F               make that picture F times as large, and as much sharper (1)
   --size WxH             size of the window or picture (1024x768)
@@ -23,7 +24,7 @@ Shows a model in a window; any format that assimp reads.
   --views 1|4            one view, or four: front, right, top and free
   --turn YAW,PITCH       where the eye stands, in degrees (30,15)
   --axes                 show the axes
-  --text                 show the model's name
+  --text                 show the models' names
   --pick X,Y             print the name of the part at a pixel, and leave
   --pick-box X1,Y1,X2,Y2[,inside]
                          print the names of the parts in a box, or of those wholly inside it
@@ -31,7 +32,11 @@ Shows a model in a window; any format that assimp reads.
 
 In the window: drag to turn, right or middle drag to pan, wheel to zoom; click to pick a part, Shift-drag to
 pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, M textures, F fog, A axes,
-T text; C writes a picture at twice the window's size to a numbered PNG file; Esc leaves.
+T text, R the first camera; C writes a picture at twice the window's size to a numbered PNG file; Esc leaves.
+Files that are dropped on the window are shown instead. Nothing is remembered from one run to the next.
+
+Exit status: 0 done, 1 no display, no context or a file that can't be written, 2 a command line that makes no
+sense or a model that can't be read.
 )";
 
 namespace {
@@ -124,8 +129,10 @@ PixelBox ParsePickBox(std::string_view aText) {
   const bool inside = aText.ends_with(kInside);
   const auto corners = Numbers<int>(inside ? aText.substr(0, aText.size() - kInside.size()) : aText, ',');
   if (corners.size() != 4) {
-    throw UsageError("--pick-box takes X1,Y1,X2,Y2 in pixels, with ',inside' or without, not '" +
-                     std::string(aText) + "'");
+    throw UsageError(
+        "--pick-box takes X1,Y1,X2,Y2 in pixels, with ',inside' "
+        "or without, not '" +
+        std::string(aText) + "'");
   }
   return {corners[0], corners[1], corners[2], corners[3], inside, false};
 }
@@ -167,6 +174,8 @@ Options ParseOptions(int argc, const char* const* argv) {
       options.shade = ParseShade(value());
     else if (option == "--fog")
       options.fog = true;
+    else if (option == "--together")
+      options.together = true;
     else if (option == "--ortho")
       options.ortho = true;
     else if (option == "--axes")
@@ -186,14 +195,12 @@ Options ParseOptions(int argc, const char* const* argv) {
       options.views = views == "4" ? 4 : 1;
     } else if (option.starts_with('-') && option.size() > 1) {
       throw UsageError("unknown option '" + std::string(option) + "'; --help lists them all");
-    } else if (options.model.empty()) {
-      options.model = option;
     } else {
-      throw UsageError("one model at a time: '" + options.model + "' or '" + std::string(option) + "'");
+      options.models.emplace_back(option);
     }
   }
   if (options.help) return options;
-  if (options.model.empty()) throw UsageError("which model? --help tells how to ask");
+  if (options.models.empty()) throw UsageError("which model? --help tells how to ask");
   if (options.zoom != 1 && options.out.empty()) throw UsageError("--zoom goes with --out");
   if (options.pick) RequireInside(options);
   return options;

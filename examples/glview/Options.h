@@ -5,13 +5,15 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "shared/model/SceneOptions.h"
 
 struct Options : SceneOptions {
-  std::string model;
-  std::string out;  ///< empty: a window
-  double zoom = 1;  ///< of the picture; the window has none
+  std::vector<std::string> models;
+  bool together = false;  ///< models stand where their coordinates put them
+  std::string out;        ///< empty: a window
+  double zoom = 1;        ///< of the picture; the window has none
   bool help = false;
   std::optional<PixelBox> pick;
 };

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
+#include <utility>
 
 #include "shared/Picture.h"
 #include "shared/model/Scene.h"
@@ -31,9 +32,9 @@ Picture TakePicture(Scene& aScene, const Options& aOptions) {
 
 }  // namespace
 
-void TakeSnapshot(const Model& aModel, const Options& aOptions) {
+void TakeSnapshot(std::shared_ptr<const Model> aModel, const Options& aOptions) {
   setenv("GLLIB_DISPLAY", "headless", 1);
-  Scene scene(aModel, aOptions, 0);
+  Scene scene(std::move(aModel), aOptions, 0);
   if (aOptions.pick) {
     const auto ids = scene.Pick(*aOptions.pick);
     for (const std::string& name : scene.NamesOf(ids)) std::printf("%s\n", name.c_str());

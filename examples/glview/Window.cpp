@@ -11,7 +11,11 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
+#include "glview/Loader.h"
 #include "glview/NativeWindow.h"
 #include "shared/model/Dragging.h"
 #include "shared/model/Scene.h"
@@ -20,6 +24,7 @@ namespace {
 
 constexpr double kWheelStep = 0.9;
 constexpr double kTitlePeriod = 0.25;  // seconds
+constexpr double kReadingPeriod = 0.05;
 constexpr int kCaptureZoom = 2;
 
 /// The first name of the kind model-001.png that no file has yet.
@@ -44,7 +49,7 @@ struct Session {
 
 class Window {
  public:
-  Window(const Model& aModel, const Options& aOptions);
+  explicit Window(const Options& aOptions);
   ~Window();
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
@@ -57,6 +62,9 @@ class Window {
   void OnKey(int aKey);
   void OnButton(int aButton, int aAction, int aModifiers);
   void Pick(const PixelBox& aBox);
+  void OnDrop(std::vector<std::string> aPaths);
+  /// Shows how far reading is, and what was read once it is there.
+  void FollowReading();
   void StartCapture();
   /// Writes the picture that was asked for, once it is there.
   void FinishCapture();
@@ -65,23 +73,25 @@ class Window {
   void UpdateTitle();
 
   Session m_session;
-  const Model& m_model;
+  const Options m_options;
+  std::shared_ptr<const Model> m_model = std::make_shared<const Model>();  // nothing yet
   GLFWwindow* m_window;
   std::unique_ptr<Scene> m_scene;
   std::optional<Dragging> m_dragging;  // in the scene
   std::string m_picked;
   std::future<std::optional<Picture>> m_picture;  // one that is to come
   std::string m_note;
+  Loader m_loader;
   double m_titleTime = 0;
 };
 
-Window::Window(const Model& aModel, const Options& aOptions) : m_model(aModel) {
+Window::Window(const Options& aOptions) : m_options(aOptions) {
   glfwWindowHint(GLFW_CLIENT_API, GLFW_NO_API);  // the component brings its own
-  m_window = glfwCreateWindow(aOptions.width, aOptions.height, m_model.name.c_str(), nullptr, nullptr);
+  m_window = glfwCreateWindow(aOptions.width, aOptions.height, "glview", nullptr, nullptr);
   if (m_window == nullptr) throw std::runtime_error("no window to be had");
   glfwSetWindowUserPointer(m_window, this);
   try {
-    m_scene = std::make_unique<Scene>(aModel, aOptions, NativeWindow(m_window));
+    m_scene = std::make_unique<Scene>(m_model, aOptions, NativeWindow(m_window));
   } catch (...) {
     glfwDestroyWindow(m_window);
     throw;
@@ -93,6 +103,7 @@ Window::Window(const Model& aModel, const Options& aOptions) : m_model(aModel) {
   glfwGetFramebufferSize(m_window, &width, &height);
   m_scene->SetSize(width, height);
   Listen();
+  m_loader.Start(aOptions.models, aOptions.together);
 }
 
 Window::~Window() {
@@ -112,6 +123,9 @@ void Window::Listen() {
   });
   glfwSetCursorPosCallback(
       m_window, [](GLFWwindow* aWindow, double aX, double aY) { Of(aWindow).m_dragging->Move(aX, aY); });
+  glfwSetDropCallback(m_window, [](GLFWwindow* aWindow, int aCount, const char** aPaths) {
+    Of(aWindow).OnDrop({aPaths, aPaths + aCount});
+  });
   glfwSetScrollCallback(m_window, [](GLFWwindow* aWindow, double, double aUp) {
     Of(aWindow).m_scene->Zoom(std::pow(kWheelStep, aUp));
   });
@@ -119,7 +133,8 @@ void Window::Listen() {
 
 void Window::Run() {
   while (glfwWindowShouldClose(m_window) == GLFW_FALSE) {
-    glfwWaitEventsTimeout(kTitlePeriod);
+    glfwWaitEventsTimeout(m_loader.IsReading() ? kReadingPeriod : kTitlePeriod);
+    FollowReading();
     FinishCapture();
     UpdateTitle();
   }
@@ -143,6 +158,9 @@ void Window::OnKey(int aKey) {
       break;
     case GLFW_KEY_C:
       StartCapture();
+      break;
+    case GLFW_KEY_R:
+      m_scene->ResetCamera();
       break;
     case GLFW_KEY_M:
       m_scene->SetTextures(!m_scene->HasTextures());
@@ -180,6 +198,26 @@ void Window::Pick(const PixelBox& aBox) {
   m_titleTime = 0;
 }
 
+void Window::OnDrop(std::vector<std::string> aPaths) {
+  m_loader.Start(std::move(aPaths), m_options.together);
+}
+
+void Window::FollowReading() {
+  if (!m_loader.IsReading()) return;
+  const bool ready = m_loader.IsReady();
+  m_scene->ShowReading(ready ? Progress::kIdle : m_loader.Share());
+  if (!ready) return;
+  try {
+    m_model = m_loader.Take();
+  } catch (const ModelError& error) {
+    if (m_model->parts.empty()) throw;  // there is nothing to be seen without
+    return Note(error.what());
+  }
+  m_scene->SetModel(m_model);
+  m_picked.clear();
+  Note("");
+}
+
 void Window::StartCapture() {
   if (m_picture.valid()) return;
   Note("taking a picture");
@@ -191,7 +229,7 @@ void Window::FinishCapture() {
   m_scene->Redraw();  // the window's own lists went with the capture; they come back with a frame
   const auto picture = m_picture.get();
   if (!picture) return Note("no picture to be had");
-  const std::string name = FreeName(m_model.name);
+  const std::string name = FreeName(m_model->name);
   Note(WritePng(*picture, name) ? "wrote " + name : "can't write " + name);
 }
 
@@ -207,8 +245,12 @@ void Window::UpdateTitle() {
   m_titleTime = now;
   char frame[32];
   std::snprintf(frame, sizeof(frame), "%.1f ms", m_scene->FrameMilliseconds());
+  if (m_loader.IsReading()) {
+    const int percent = static_cast<int>(m_loader.Share() * 100.0f);
+    return glfwSetWindowTitle(m_window, ("glview - reading " + std::to_string(percent) + " %").c_str());
+  }
   std::string title =
-      m_model.name + " - " + std::to_string(m_model.CountTriangles()) + " triangles - " + frame;
+      m_model->name + " - " + std::to_string(m_model->CountTriangles()) + " triangles - " + frame;
   if (!m_picked.empty()) title += " - " + m_picked;
   if (!m_note.empty()) title += " - " + m_note;
   glfwSetWindowTitle(m_window, title.c_str());
@@ -216,4 +258,4 @@ void Window::UpdateTitle() {
 
 }  // namespace
 
-void ShowWindow(const Model& aModel, const Options& aOptions) { Window(aModel, aOptions).Run(); }
+void ShowWindow(const Options& aOptions) { Window(aOptions).Run(); }

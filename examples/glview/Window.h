@@ -1,11 +1,11 @@
-// Window: the model in a window of GLFW's, which is the parent of the component's own. One thread, the
-// host's.
+// Window: models in a window of GLFW's, which is the parent of the component's own. The host's thread, and
+// one that reads models.
 
 #pragma once
 
 #include "glview/Options.h"
-#include "shared/model/Model.h"
 
-/// Shows the model until the user leaves.
-/// @throws std::runtime_error when there is no display or no context
-void ShowWindow(const Model& aModel, const Options& aOptions);
+/// Shows the models, and whatever is dropped on the window in their place, until the user leaves.
+/// @throws ModelError when the models can't be read; std::runtime_error when there is no display or no
+/// context
+void ShowWindow(const Options& aOptions);

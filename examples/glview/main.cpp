@@ -1,21 +1,28 @@
-// glview: shows a model in a window, or draws it to a file with no display.
+// glview: shows models in a window, or draws them to a file with no display.
 
 #include <cstdio>
 #include <exception>
 
+#include "glview/ModelSet.h"
 #include "glview/Options.h"
+#include "glview/ProgressLine.h"
 #include "glview/Snapshot.h"
 #include "glview/Window.h"
-#include "shared/model/Model.h"
 
 namespace {
 
 constexpr int kFailed = 1;
-constexpr int kRefused = 2;  // the command line or the model is no good
+constexpr int kRefused = 2;  // the command line or a model is no good
 
 int Complain(const std::exception& aReason, int aStatus) {
   std::fprintf(stderr, "glview: %s\n", aReason.what());
   return aStatus;
+}
+
+std::shared_ptr<const Model> LoadWithProgressLine(const Options& aOptions) {
+  ProgressLine line;
+  return std::make_shared<const Model>(
+      LoadModels(aOptions.models, aOptions.together, [&](float aShare) { line.Show(aShare); }));
 }
 
 }  // namespace
@@ -25,13 +32,10 @@ int main(int argc, char** argv) {
     const Options options = ParseOptions(argc, argv);
     if (options.help) {
       std::fputs(kHelp, stdout);
-      return 0;
-    }
-    const Model model = LoadModel(options.model);
-    if (options.out.empty() && !options.pick) {
-      ShowWindow(model, options);
+    } else if (options.out.empty() && !options.pick) {
+      ShowWindow(options);
     } else {
-      TakeSnapshot(model, options);
+      TakeSnapshot(LoadWithProgressLine(options), options);
     }
     return 0;
   } catch (const UsageError& error) {

@@ -5,7 +5,10 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <fstream>
+#include <regex>
 #include <set>
+#include <sstream>
 
 #include "Program.h"
 #include "shared/Picture.h"
@@ -111,7 +114,6 @@ TEST_F(Glview, RefusesABadCommandLineInOneLine) {
   const std::vector<std::vector<std::string>> lines = {
       {},
       {"--frobnicate", model},
-      {model, model},
       {"--out"},
       {"--size", "0x10", model},
       {"--size", "100", model},
@@ -169,13 +171,36 @@ TEST_F(Glview, TellsAFailedWriteApartFromARefusal) {
   EXPECT_TRUE(outcome.err.starts_with("glview: can't write ")) << outcome.err;
 }
 
-TEST_F(Glview, HelpNamesEveryOption) {
+TEST_F(Glview, HelpAndManualTellOfTheSameOptions) {
   const Outcome outcome = RunProgram("glview", {"--help"});
   EXPECT_EQ(outcome.status, 0);
-  for (const char* option : {"--out", "--size", "--shade", "--fog", "--ortho", "--views", "--turn", "--axes",
-                             "--pick", "--pick-box", "--zoom", "--background", "--fsaa", "--text"}) {
-    EXPECT_NE(outcome.out.find(option), std::string::npos) << option;
-  }
+  std::ostringstream page;
+  page << std::ifstream(GLLIB_MANUAL_PAGE).rdbuf();
+  const auto options = [](const std::string& aText) {
+    const std::regex option("--[a-z]+(-[a-z]+)?");
+    return std::set<std::string>(std::sregex_token_iterator(aText.begin(), aText.end(), option), {});
+  };
+  const auto told = options(outcome.out);
+  EXPECT_GT(told.size(), 14u);
+  EXPECT_EQ(told, options(std::regex_replace(page.str(), std::regex("\\\\-"), "-")));
+}
+
+TEST_F(Glview, LaysModelsSideBySideOrTogether) {
+  const auto square = [&](const std::string& aName, int aFrom, int aTo) {
+    const std::string from = std::to_string(aFrom), to = std::to_string(aTo);
+    return m_folder.Write(aName + ".obj", "o it\nv " + from + " 0 0\nv " + to + " 0 0\nv " + to + " 2 0\nv " +
+                                              from + " 2 0\nf 1 2 3 4\n");
+  };
+  // One stands far off, and is large; apart they fill a half each, together the small one is a speck.
+  const std::string small = square("small", 0, 2), large = square("large", 1000, 3000);
+  const auto picked = [&](int aX, std::vector<std::string> aMore) {
+    aMore.insert(aMore.end(), {"--turn", "0,0", "--ortho", "--size", "400x200", "--pick",
+                               std::to_string(aX) + ",100", small, large});
+    return RunProgram("glview", aMore).out;
+  };
+  EXPECT_EQ(picked(150, {}), "small.obj: it\n");
+  EXPECT_EQ(picked(250, {}), "large.obj: it\n");
+  EXPECT_EQ(picked(150, {"--together"}), "");
 }
 
 TEST_F(Glview, PicksWhatIsSeenAtAPixelAndWhatABoxHolds) {

@@ -86,15 +86,53 @@ xcb_atom_t Screen::Atom(const std::string& aName) const {
   return reply ? reply->atom : 0;
 }
 
-void Screen::Close() {
+void Screen::Send(const char* aType, const std::vector<std::uint32_t>& aData) {
   xcb_client_message_event_t event{};
   event.response_type = XCB_CLIENT_MESSAGE;
   event.format = 32;
   event.window = m_window;
-  event.type = Atom("WM_PROTOCOLS");
-  event.data.data32[0] = Atom("WM_DELETE_WINDOW");
+  event.type = Atom(aType);
+  std::copy(aData.begin(), aData.end(), event.data.data32);
   xcb_send_event(m_connection, 0, m_window, 0, reinterpret_cast<const char*>(&event));
   xcb_flush(m_connection);
+}
+
+void Screen::Close() { Send("WM_PROTOCOLS", {Atom("WM_DELETE_WINDOW")}); }
+
+// The source's side of the drag and drop protocol (XDND 5), as far as a drop needs it.
+void Screen::Drop(const std::vector<std::string>& aPaths) {
+  if (m_source == 0) {
+    m_source = xcb_generate_id(m_connection);
+    xcb_create_window(m_connection, 0, m_source, m_root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+  }
+  xcb_set_selection_owner(m_connection, m_source, Atom("XdndSelection"), XCB_CURRENT_TIME);
+  const Place place = Where();
+  const auto middle =
+      static_cast<std::uint32_t>((place.x + place.width / 2) << 16 | (place.y + place.height / 2));
+  Send("XdndEnter", {m_source, 5u << 24, Atom("text/uri-list")});
+  Send("XdndPosition", {m_source, 0, middle, XCB_CURRENT_TIME, Atom("XdndActionCopy")});
+  Send("XdndDrop", {m_source, 0, XCB_CURRENT_TIME});
+  std::string text;
+  for (const std::string& path : aPaths) text += "file://" + path + "\r\n";
+  Eventually([&] { return HandOver(text); });
+}
+
+bool Screen::HandOver(const std::string& aText) {
+  const auto event = Own(xcb_poll_for_event(m_connection));
+  if (!event || (event->response_type & 0x7F) != XCB_SELECTION_REQUEST) return false;
+  const auto& asked = *reinterpret_cast<xcb_selection_request_event_t*>(event.get());
+  xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, asked.requestor, asked.property, asked.target, 8,
+                      static_cast<std::uint32_t>(aText.size()), aText.data());
+  xcb_selection_notify_event_t answer{};
+  answer.response_type = XCB_SELECTION_NOTIFY;
+  answer.requestor = asked.requestor;
+  answer.selection = asked.selection;
+  answer.target = asked.target;
+  answer.property = asked.property;
+  xcb_send_event(m_connection, 0, asked.requestor, 0, reinterpret_cast<const char*>(&answer));
+  xcb_flush(m_connection);
+  return true;
 }
 
 void Screen::Focus() {
@@ -158,12 +196,14 @@ void Screen::Click(int aX, int aY) {
   Button(false);
 }
 
-void Screen::Drag(int aX1, int aY1, int aX2, int aY2) {
+void Screen::Drag(int aX1, int aY1, int aX2, int aY2, std::uint8_t aHeld) {
+  if (aHeld != 0) Fake(XCB_KEY_PRESS, aHeld);
   MoveTo(aX1, aY1);
   Button(true);
   MoveTo((aX1 + aX2) / 2, (aY1 + aY2) / 2);
   MoveTo(aX2, aY2);
   Button(false);
+  if (aHeld != 0) Fake(XCB_KEY_RELEASE, aHeld);
 }
 
 void Screen::Press(std::uint8_t aKeycode) {

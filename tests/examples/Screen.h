@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "Program.h"
 #include "shared/Picture.h"
@@ -48,9 +49,12 @@ class Screen {
   void MoveTo(int aX, int aY);
   void Button(bool aDown);
   void Click(int aX, int aY);
-  void Drag(int aX1, int aY1, int aX2, int aY2);
+  /// @param aHeld keycode of a key that is held meanwhile; 0 for none
+  void Drag(int aX1, int aY1, int aX2, int aY2, std::uint8_t aHeld = 0);
   /// Presses and releases a key. @param aKeycode the server's
   void Press(std::uint8_t aKeycode);
+  /// Drops files on the window, as a file manager does.
+  void Drop(const std::vector<std::string>& aPaths);
 
  private:
   struct Place {
@@ -61,6 +65,10 @@ class Screen {
   /// Where the window stands.
   Place Where() const;
   xcb_atom_t Atom(const std::string& aName) const;
+  /// Sends the window a message. @param aType the name of its type
+  void Send(const char* aType, const std::vector<std::uint32_t>& aData);
+  /// Answers the question for the text that a drop brings.
+  bool HandOver(const std::string& aText);
   void Fake(std::uint8_t aType, std::uint8_t aDetail, int aX = 0, int aY = 0);
 
   TemporaryFolder m_folder;
@@ -69,4 +77,5 @@ class Screen {
   xcb_connection_t* m_connection = nullptr;
   xcb_window_t m_root = 0;
   xcb_window_t m_window = 0;
+  xcb_window_t m_source = 0;  // of drops
 };

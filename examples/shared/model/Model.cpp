@@ -2,14 +2,11 @@
 
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <assimp/Importer.hpp>
 #include <assimp/ProgressHandler.hpp>
-#include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -18,33 +15,17 @@
 
 namespace {
 
-/// Keeps one line on the terminal up to date while a long read goes on, and wipes it at the end.
-class ProgressLine final : public Assimp::ProgressHandler {
+/// Hands the importer's progress on.
+class ImportProgress final : public Assimp::ProgressHandler {
  public:
-  explicit ProgressLine(std::string aName)
-      : m_name(std::move(aName)), m_terminal(isatty(STDERR_FILENO) == 1) {}
-  ~ProgressLine() override {
-    if (m_shown) std::fprintf(stderr, "\r\033[K");
-  }
-
+  explicit ImportProgress(const ReadProgress& aTold) : m_told(aTold) {}
   bool Update(float aFraction) override {
-    constexpr auto kPatience = std::chrono::milliseconds(300);
-    const bool slow = std::chrono::steady_clock::now() - m_start > kPatience;
-    const int percent = static_cast<int>(std::clamp(aFraction, 0.0f, 1.0f) * 100.0f);
-    if (m_terminal && slow && percent != m_percent) {
-      std::fprintf(stderr, "\rReading %s %3d %%", m_name.c_str(), percent);
-      m_percent = percent;
-      m_shown = true;
-    }
+    if (m_told) m_told(std::clamp(aFraction, 0.0f, 1.0f));
     return true;
   }
 
  private:
-  std::string m_name;
-  bool m_terminal;
-  bool m_shown = false;
-  int m_percent = -1;
-  std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+  const ReadProgress& m_told;
 };
 
 GLDATA_RGBA ColorOf(const aiColor4D& aColor) { return {aColor.r, aColor.g, aColor.b, aColor.a}; }
@@ -128,8 +109,31 @@ void AddNode(const aiNode& aNode, const aiMatrix4x4& aParent, const aiScene& aSc
   }
 }
 
-/// Finds the sphere to frame: about the middle of the extents, out to the farthest vertex.
-/// @return false when a coordinate is no number
+/// Whether the header of a PLY file lacks its end, which the importer would look for for ever.
+bool IsCutPly(const std::string& aPath) {
+  std::ifstream file(aPath, std::ios::binary);
+  std::string line;
+  if (!std::getline(file, line) || !line.starts_with("ply")) return false;
+  while (std::getline(file, line)) {
+    if (line.starts_with("end_header")) return false;
+  }
+  return true;
+}
+
+std::string FirstLine(const std::string& aText) { return aText.substr(0, aText.find('\n')); }
+
+}  // namespace
+
+std::size_t Model::CountTriangles() const {
+  std::size_t count = 0;
+  for (const Part& part : parts) count += part.triangles.size();
+  return count;
+}
+
+const Part* Model::Find(ULONG aId) const {
+  return aId >= 1 && aId <= parts.size() ? &parts[aId - 1] : nullptr;
+}
+
 bool Measure(Model& aModel) {
   constexpr float kInfinity = std::numeric_limits<float>::infinity();
   std::array<float, 3> low{kInfinity, kInfinity, kInfinity};
@@ -157,32 +161,7 @@ bool Measure(Model& aModel) {
   return true;
 }
 
-/// Whether the header of a PLY file lacks its end, which the importer would look for for ever.
-bool IsCutPly(const std::string& aPath) {
-  std::ifstream file(aPath, std::ios::binary);
-  std::string line;
-  if (!std::getline(file, line) || !line.starts_with("ply")) return false;
-  while (std::getline(file, line)) {
-    if (line.starts_with("end_header")) return false;
-  }
-  return true;
-}
-
-std::string FirstLine(const std::string& aText) { return aText.substr(0, aText.find('\n')); }
-
-}  // namespace
-
-std::size_t Model::CountTriangles() const {
-  std::size_t count = 0;
-  for (const Part& part : parts) count += part.triangles.size();
-  return count;
-}
-
-const Part* Model::Find(ULONG aId) const {
-  return aId >= 1 && aId <= parts.size() ? &parts[aId - 1] : nullptr;
-}
-
-Model LoadModel(const std::string& aPath) {
+Model LoadModel(const std::string& aPath, const ReadProgress& aProgress) {
   std::error_code error;
   if (!std::filesystem::exists(aPath, error)) throw ModelError("no such file: " + aPath);
   if (!std::filesystem::is_regular_file(aPath, error)) throw ModelError("not a file: " + aPath);
@@ -191,7 +170,7 @@ Model LoadModel(const std::string& aPath) {
   Model model;
   model.name = std::filesystem::path(aPath).filename().string();
   Assimp::Importer importer;
-  importer.SetProgressHandler(new ProgressLine(model.name));  // the importer's from here on
+  importer.SetProgressHandler(new ImportProgress(aProgress));  // the importer's from here on
   const aiScene* scene = importer.ReadFile(aPath, aiProcess_Triangulate | aiProcess_JoinIdenticalVertices |
                                                       aiProcess_GenSmoothNormals | aiProcess_SortByPType |
                                                       aiProcess_ValidateDataStructure);

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -49,11 +50,18 @@ struct Model {
   const Part* Find(ULONG aId) const;
 };
 
+/// Finds the sphere to frame: about the middle of the extents, out to the farthest vertex.
+/// @return false when a coordinate is no number
+bool Measure(Model& aModel);
+
 /// A model that is missing or can't be read; what() is one line for the user.
 struct ModelError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Reads a model; a long read shows its progress on standard error when that is a terminal.
-/// @throws ModelError
-Model LoadModel(const std::string& aPath);
+/// Told how far a read is, from 0 to 1. May throw to end it.
+using ReadProgress = std::function<void(float)>;
+
+/// Reads a model.
+/// @throws ModelError, and what aProgress throws
+Model LoadModel(const std::string& aPath, const ReadProgress& aProgress = {});

@@ -22,61 +22,23 @@ bool IsPickPass(IGLCanvas& aCanvas) {
   return extents.z == 0;
 }
 
-void EmitVertex(IGLCanvas& aCanvas, const Vertex& aVertex) {
-  aCanvas.SetVertexNormal3f(aVertex.normal[0], aVertex.normal[1], aVertex.normal[2]);
-  aCanvas.Vertex3f(aVertex.point[0], aVertex.point[1], aVertex.point[2]);
-}
-
-/// Compiles a part's triangles. @return the key; 0 when there is no list to be had
-int CompilePart(IGLCanvas& aCanvas, const Part& aPart, bool aColored) {
-  const auto texture = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas14_4>();
-  int key = 0;
-  if (FAILED(aCanvas.BeginCompileList(&key))) return 0;
-  aCanvas.BeginDrawTriangles();
-  for (const auto& triangle : aPart.triangles) {
-    for (const std::uint32_t index : triangle) {
-      if (aColored) {
-        GLDATA_RGBA color = aPart.colors[index];
-        aCanvas.SetVertexColor(&color);
-      }
-      if (!aPart.places.empty()) texture->TexCoord2f(aPart.places[index][0], aPart.places[index][1]);
-      EmitVertex(aCanvas, aPart.vertices[index]);
-    }
-  }
-  aCanvas.EndDrawVertices();
-  aCanvas.EndCompileList();
-  return key;
-}
-
-/// Makes a material that acts on both sides alike. Ambient and diffuse come with the colour.
-GLPtr<IGLMaterial> MaterialOf(const Surface& aSurface) {
-  const auto material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
-  GLDATA_RGBA specular = aSurface.specular;
-  for (const LONG front : {1, 0}) {
-    material->SetSpecularReflectance(front, &specular);
-    material->SetShininess(front, aSurface.shininess);
-  }
-  material->EnableDrawMode(
-      static_cast<eGLMatDrawMode>(GLMM_ENABLE_FRONT | GLMM_ENABLE_BACK | GLMM_LIGHT_MODEL_LOCAL_VIEWER |
-                                  GLMM_LIGHT_MODEL_TWO_SIDE),
-      1);
-  return material;
-}
-
-GLPtr<IGLTexture2D> TextureOf(const GLPtr<IGLPixmap>& aImage) {
-  if (!aImage) return {};
-  auto texture = GLCreate<IGLTexture2D>(CLSID_GLTexture2D);
-  texture->Initialize(aImage.Get());
-  return texture;
-}
-
 GLDATA_POINT PointOf(const std::array<float, 3>& aValue) { return {aValue[0], aValue[1], aValue[2]}; }
 
 }  // namespace
 
-ModelPainter::ModelPainter(const Model& aModel, FrameClock& aClock)
-    : m_model(aModel), m_clock(aClock), m_mode(GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr)) {
+ModelPainter::ModelPainter(FrameClock& aClock, Progress& aProgress, GLPtr<SceneCapture> aCapture)
+    : m_clock(aClock),
+      m_progress(aProgress),
+      m_capture(std::move(aCapture)),
+      m_mode(GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr)) {
   m_mode->SetPointSize(kPointSize);
+}
+
+void ModelPainter::SetModel(std::shared_ptr<const Model> aModel) {
+  auto next = std::make_unique<Shown>(std::move(aModel));
+  const std::lock_guard lock(m_lock);
+  m_next.swap(next);  // the one replaced goes when the lock is left
+  m_look.marked.clear();
 }
 
 void ModelPainter::SetShade(Shade aShade) {
@@ -90,29 +52,27 @@ void ModelPainter::SetTextures(bool aOn) {
 }
 
 void ModelPainter::SetMarked(const std::vector<ULONG>& aIds) {
-  std::vector<bool> marked(m_model.parts.size() + 1, false);
+  std::vector<bool> marked;
   for (const ULONG id : aIds) {
-    if (id < marked.size()) marked[id] = true;
+    if (id >= marked.size()) marked.resize(id + 1);
+    marked[id] = true;
   }
   const std::lock_guard lock(m_lock);
   m_look.marked = std::move(marked);
 }
 
 HRESULT ModelPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* aViewer) noexcept {
-  Compile(*aCanvas);
-  if (IsPickPass(*aCanvas)) {
+  const Look look = TakeLook(*aCanvas);
+  if (!m_shown) return S_OK;
+  const bool picking = IsPickPass(*aCanvas);
+  Prepare(*aCanvas, *aContext, picking);
+  if (picking) {
     DrawForPicking(*aCanvas);
     return S_OK;
   }
   m_clock.Start();
   glEnable(GL_DEPTH_TEST);  // the axes figure of the viewer before leaves it off for the rest of the frame
   glDepthFunc(GL_LEQUAL);   // a capture starts with GL's own, which drops edges on faces square to the eye
-  Look look;
-  {
-    const std::lock_guard lock(m_lock);
-    look = m_look;
-  }
-  look.marked.resize(m_model.parts.size() + 1);
   switch (look.shade) {
     case Shade::Shaded:
       DrawShaded(*aCanvas, *aContext, look);
@@ -131,25 +91,36 @@ HRESULT ModelPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* 
   return S_OK;
 }
 
-void ModelPainter::Compile(IGLCanvas& aCanvas) {
-  LONG valid = 0;
-  if (!m_compiled.empty()) aCanvas.IsCompiledList(m_compiled.front().plain, &valid);
-  if (valid != 0) return;
-  // The first pass, or the rendering context has been replaced and its lists are gone.
-  m_compiled.clear();
-  for (const Part& part : m_model.parts) {
-    m_compiled.push_back({CompilePart(aCanvas, part, false),
-                          part.colors.empty() ? 0 : CompilePart(aCanvas, part, true),
-                          MaterialOf(part.surface), TextureOf(part.image)});
+ModelPainter::Look ModelPainter::TakeLook(IGLCanvas& aCanvas) {
+  std::unique_ptr<Shown> next;
+  Look look;
+  {
+    const std::lock_guard lock(m_lock);
+    next = std::move(m_next);
+    look = m_look;
   }
-  if (m_panes.empty()) StoreTransparent(aCanvas);
+  if (next) {
+    if (m_shown) m_shown->lists.Delete(aCanvas);
+    m_shown = std::move(next);
+    StoreTransparent(aCanvas);
+  }
+  if (m_shown) look.marked.resize(m_shown->model->parts.size() + 1);
+  return look;
+}
+
+// A pick and a picture want all of the model, a window wants its frame.
+void ModelPainter::Prepare(IGLCanvas& aCanvas, IGLContext& aContext, bool aPicking) {
+  const bool everything = aPicking || !m_stepwise || m_capture->IsTaking();
+  const float share = m_shown->lists.Compile(aCanvas, everything);
+  m_progress.preparing = share < 1 ? share : Progress::kIdle;
+  if (share < 1) GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->TriggerDrawThread();
 }
 
 void ModelPainter::StoreTransparent(IGLCanvas& aCanvas) {
   const auto store = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas13_1>();
   std::vector<const Part*> owners;
   store->ClearTransparentTriangles();
-  for (const Part& part : m_model.parts) {
+  for (const Part& part : m_shown->model->parts) {
     if (!part.IsTransparent()) continue;
     for (const auto& triangle : part.triangles) {
       GLDATA_POINT points[3];
@@ -171,57 +142,57 @@ void ModelPainter::StoreTransparent(IGLCanvas& aCanvas) {
   if (triangles.empty()) return;
   store->GetTransparentTriangles(0, static_cast<LONG>(triangles.size()), triangles.data());
   store->ClearTransparentTriangles();
-  for (std::size_t i = 0; i < triangles.size(); ++i) m_panes.push_back({triangles[i], owners[i]});
-  for (Pane& pane : m_panes) m_order.push_back(&pane);
+  for (std::size_t i = 0; i < triangles.size(); ++i) m_shown->panes.push_back({triangles[i], owners[i]});
+  for (Pane& pane : m_shown->panes) m_shown->order.push_back(&pane);
 }
 
 void ModelPainter::DrawForPicking(IGLCanvas& aCanvas) {
   // Faces always, so that a click on a wire model finds the face that it goes through.
   ApplyMode(aCanvas, kFaces, kMarkColor);
-  for (const Part& part : m_model.parts) {
+  for (const Part& part : m_shown->model->parts) {
     aCanvas.SetTestID(part.id);
-    DrawPart(aCanvas, part, false);
+    m_shown->lists.Draw(aCanvas, part, false);
   }
 }
 
 void ModelPainter::DrawShaded(IGLCanvas& aCanvas, IGLContext& aContext, const Look& aLook) {
-  for (const Part& part : m_model.parts) {
+  for (const Part& part : m_shown->model->parts) {
     if (part.IsTransparent()) continue;
     const bool marked = aLook.marked[part.id];
     ApplyMode(aCanvas, kFaces, marked ? kMarkColor : part.surface.diffuse);
-    aCanvas.SetMaterial(m_compiled[part.id - 1].material.Get());
+    aCanvas.SetMaterial(m_shown->lists.Material(part));
     if (part.image && aLook.textures && !marked) {
       DrawTextured(aCanvas, aContext, part);
     } else {
-      DrawPart(aCanvas, part, !marked);
+      m_shown->lists.Draw(aCanvas, part, !marked);
     }
   }
 }
 
 // The face that a texture opens loads the image; closed again without vertices, it draws nothing itself.
 void ModelPainter::DrawTextured(IGLCanvas& aCanvas, IGLContext& aContext, const Part& aPart) {
-  IGLTexture2D& texture = *m_compiled[aPart.id - 1].texture.Get();
+  IGLTexture2D& texture = *m_shown->lists.Texture(aPart);
   const auto enable = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas14_4>();
   GLDATA_POINT normal{0, 0, 1};
   texture.BeginDraw(&aContext, GLTM_MODULATE, 1, 1, 1, &normal, nullptr);
   texture.EndDraw();
   enable->Enable(GLE_TEXTURE_2D);
-  DrawPart(aCanvas, aPart, true);
+  m_shown->lists.Draw(aCanvas, aPart, true);
   enable->Disable(GLE_TEXTURE_2D);
 }
 
 void ModelPainter::DrawTransparent(IGLCanvas& aCanvas, IGLViewer& aViewer, const Look& aLook) {
-  if (m_panes.empty()) return;
+  if (m_shown->panes.empty()) return;
   GLPtr<IGLCoord> eye;
   GLDATA_POINT from;
   aViewer.GetCoord(eye.Put());
   eye->GetOrigin(&from);
-  for (Pane& pane : m_panes) {
+  for (Pane& pane : m_shown->panes) {
     const GLDATA_POINT& c = pane.triangle.m_sCentroid;
     pane.triangle.m_dMidDistance =
         (c.x - from.x) * (c.x - from.x) + (c.y - from.y) * (c.y - from.y) + (c.z - from.z) * (c.z - from.z);
   }
-  std::sort(m_order.begin(), m_order.end(), [](const Pane* a, const Pane* b) {
+  std::sort(m_shown->order.begin(), m_shown->order.end(), [](const Pane* a, const Pane* b) {
     return a->triangle.m_dMidDistance > b->triangle.m_dMidDistance;
   });
 
@@ -229,11 +200,11 @@ void ModelPainter::DrawTransparent(IGLCanvas& aCanvas, IGLViewer& aViewer, const
   depth->PushDepthMask(0);
   ApplyMode(aCanvas, kFaces, kMarkColor);
   const Part* current = nullptr;
-  for (const Pane* pane : m_order) {
+  for (const Pane* pane : m_shown->order) {
     if (pane->part != current) {  // a material can't change inside a run of vertices
       if (current != nullptr) aCanvas.EndDrawVertices();
       current = pane->part;
-      aCanvas.SetMaterial(m_compiled[current->id - 1].material.Get());
+      aCanvas.SetMaterial(m_shown->lists.Material(*current));
       aCanvas.BeginDrawTriangles();
     }
     for (int i = 0; i < 3; ++i) {
@@ -255,35 +226,30 @@ void ModelPainter::DrawHiddenLine(IGLCanvas& aCanvas, IGLContext& aContext, cons
   aContext.GetBackgroundColor(&background);
   aCanvas.PushLightAttribute();
   ApplyMode(aCanvas, kFaces | GLDM_POLYGON_OFFSET, background);
-  for (const Part& part : m_model.parts) DrawPart(aCanvas, part, false);
+  for (const Part& part : m_shown->model->parts) m_shown->lists.Draw(aCanvas, part, false);
   aCanvas.PopLightAttribute();
   DrawUnlit(aCanvas, aLook);
 }
 
 void ModelPainter::DrawUnlit(IGLCanvas& aCanvas, const Look& aLook) {
   aCanvas.PushLightAttribute();
-  for (const Part& part : m_model.parts) {
+  for (const Part& part : m_shown->model->parts) {
     const bool marked = aLook.marked[part.id];
     GLDATA_RGBA color = marked ? kMarkColor : part.surface.diffuse;
     color.m_fAlpha = 1.0f;
     ApplyMode(aCanvas, kLines, color);
-    DrawPart(aCanvas, part, !marked);
+    m_shown->lists.Draw(aCanvas, part, !marked);
   }
   aCanvas.PopLightAttribute();
 }
 
 void ModelPainter::DrawPoints(IGLCanvas& aCanvas, const Look& aLook) {
-  for (const Part& part : m_model.parts) {
+  for (const Part& part : m_shown->model->parts) {
     const bool marked = aLook.marked[part.id];
     ApplyMode(aCanvas, kPoints, marked ? kMarkColor : part.surface.diffuse);
-    aCanvas.SetMaterial(m_compiled[part.id - 1].material.Get());
-    DrawPart(aCanvas, part, !marked);
+    aCanvas.SetMaterial(m_shown->lists.Material(part));
+    m_shown->lists.Draw(aCanvas, part, !marked);
   }
-}
-
-void ModelPainter::DrawPart(IGLCanvas& aCanvas, const Part& aPart, bool aColored) {
-  const Compiled& compiled = m_compiled[aPart.id - 1];
-  aCanvas.DrawCompiledList(aColored && compiled.colored != 0 ? compiled.colored : compiled.plain);
 }
 
 void ModelPainter::ApplyMode(IGLCanvas& aCanvas, int aMode, const GLDATA_RGBA& aColor) {

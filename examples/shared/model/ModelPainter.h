@@ -6,19 +6,30 @@
 #include <gllib/GLLib.h>
 #include <gllib/GLLibHost.h>
 
+#include <atomic>
+#include <memory>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 #include "shared/model/FrameClock.h"
 #include "shared/model/Model.h"
+#include "shared/model/ModelLists.h"
+#include "shared/model/Progress.h"
+#include "shared/model/SceneCapture.h"
 #include "shared/model/SceneOptions.h"
 
 class ModelPainter final : public GLPainterBase {
  public:
-  /// @param aModel  must outlive the painter
-  /// @param aClock  told when a frame begins; must outlive the painter
-  ModelPainter(const Model& aModel, FrameClock& aClock);
+  /// @param aClock    told when a frame begins; must outlive the painter
+  /// @param aProgress told how far the lists of a large model are; must outlive the painter
+  /// @param aCapture  asked whether a picture is being taken, which is to show all of the model
+  ModelPainter(FrameClock& aClock, Progress& aProgress, GLPtr<SceneCapture> aCapture);
 
+  /// Draws another model from the next frame on; nothing of it is marked.
+  void SetModel(std::shared_ptr<const Model> aModel);
+  /// Lets frames be drawn while a large model is still being compiled, of what is there already.
+  void SetStepwise(bool aOn) { m_stepwise = aOn; }
   void SetShade(Shade aShade);
   /// Shows the images of surfaces, or their colours alone.
   void SetTextures(bool aOn);
@@ -34,20 +45,23 @@ class ModelPainter final : public GLPainterBase {
     bool textures = true;
     std::vector<bool> marked;  // by identifier
   };
-  /// A part as the rendering context has it.
-  struct Compiled {
-    int plain = 0;    // key of a list without colours
-    int colored = 0;  // the same with the part's own, where it has any
-    GLPtr<IGLMaterial> material;
-    GLPtr<IGLTexture2D> texture;  // null when the part has no image
-  };
   /// A triangle that is seen through, and whose it is.
   struct Pane {
     GLDATA_TRANS_TRIANGLE triangle;
     const Part* part;
   };
+  /// A model with what is made of it.
+  struct Shown {
+    explicit Shown(std::shared_ptr<const Model> aModel) : model(std::move(aModel)), lists(*model) {}
+    const std::shared_ptr<const Model> model;
+    ModelLists lists;
+    std::vector<Pane> panes;
+    std::vector<Pane*> order;  // of the panes, farthest first
+  };
 
-  void Compile(IGLCanvas& aCanvas);
+  /// Takes what the host's thread has set, another model too.
+  Look TakeLook(IGLCanvas& aCanvas);
+  void Prepare(IGLCanvas& aCanvas, IGLContext& aContext, bool aPicking);
   void StoreTransparent(IGLCanvas& aCanvas);
   void DrawForPicking(IGLCanvas& aCanvas);
   void DrawShaded(IGLCanvas& aCanvas, IGLContext& aContext, const Look& aLook);
@@ -55,19 +69,18 @@ class ModelPainter final : public GLPainterBase {
   void DrawHiddenLine(IGLCanvas& aCanvas, IGLContext& aContext, const Look& aLook);
   void DrawUnlit(IGLCanvas& aCanvas, const Look& aLook);
   void DrawPoints(IGLCanvas& aCanvas, const Look& aLook);
-  /// Draws a part's list, in its own colours or in the one that is set.
-  void DrawPart(IGLCanvas& aCanvas, const Part& aPart, bool aColored);
   /// Draws a part's list with the part's image on it, in the colour that is set.
   void DrawTextured(IGLCanvas& aCanvas, IGLContext& aContext, const Part& aPart);
   /// Applies a mode with a colour; always in full, since overlays leave other state behind.
   void ApplyMode(IGLCanvas& aCanvas, int aMode, const GLDATA_RGBA& aColor);
 
-  const Model& m_model;
   FrameClock& m_clock;
-  std::mutex m_lock;  // guards m_look
+  Progress& m_progress;
+  const GLPtr<SceneCapture> m_capture;
+  std::atomic<bool> m_stepwise{false};
+  std::mutex m_lock;  // guards what the host's thread sets
   Look m_look;
-  std::vector<Compiled> m_compiled;  // by identifier less 1
-  std::vector<Pane> m_panes;
-  std::vector<Pane*> m_order;  // of the panes, farthest first
+  std::unique_ptr<Shown> m_next;   // from SetModel to the next frame
+  std::unique_ptr<Shown> m_shown;  // the draw thread's
   GLPtr<IGLDrawAttr> m_mode;
 };

@@ -9,6 +9,8 @@ constexpr GLDATA_RGBA kFillColor{1.0f, 0.55f, 0.1f, 0.15f};
 constexpr GLDATA_RGBA kEdgeColor{1.0f, 0.55f, 0.1f, 1.0f};
 constexpr GLDATA_RGBA kLabelColor{0.9f, 0.9f, 0.85f, 1.0f};
 constexpr GLDATA_POINT kLabelPlace{-0.97, 0.92, 0.0};
+constexpr Band kBar{{-0.5, -0.9, 0}, {0.5, -0.87, 0}};
+constexpr GLDATA_POINT kBarLabelPlace{-0.5, -0.84, 0};
 
 GLPtr<IGLDrawAttr> MakeAttributes(GLDATA_RGBA aColor) {
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
@@ -27,8 +29,12 @@ void EmitCorners(IGLCanvas& aCanvas, const Band& aBand) {
 
 }  // namespace
 
-Overlay::Overlay(FrameClock* aClock)
-    : m_clock(aClock), m_fill(MakeAttributes(kFillColor)), m_edge(MakeAttributes(kEdgeColor)) {
+Overlay::Overlay(FrameClock* aClock, const Progress* aProgress)
+    : m_clock(aClock),
+      m_progress(aProgress),
+      m_fill(MakeAttributes(kFillColor)),
+      m_edge(MakeAttributes(kEdgeColor)),
+      m_bar(MakeAttributes(kEdgeColor)) {
   m_edge->SetLineStipplePattern(kDashes);
 }
 
@@ -51,7 +57,8 @@ HRESULT Overlay::Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept {
     label = m_label;
   }
   if (band) DrawBand(*aCanvas, *band);
-  if (SysStringLen(label) > 0) DrawLabel(*aCanvas, *aContext, label);
+  if (SysStringLen(label) > 0) DrawLabel(*aCanvas, *aContext, label, kLabelPlace);
+  if (m_progress != nullptr) DrawProgress(*aCanvas, *aContext);
   if (m_clock != nullptr) {
     glFinish();  // else the time would be that of asking, not of drawing
     m_clock->Stop();
@@ -72,13 +79,30 @@ void Overlay::DrawBand(IGLCanvas& aCanvas, const Band& aBand) {
   aCanvas.PopDepthAttribute();
 }
 
-void Overlay::DrawLabel(IGLCanvas& aCanvas, IGLContext& aContext, const GLString& aLabel) {
+void Overlay::DrawProgress(IGLCanvas& aCanvas, IGLContext& aContext) {
+  const float reading = m_progress->reading;
+  const float share = reading >= 0 ? reading : m_progress->preparing.load();
+  if (share < 0) return;
+  const double reached = kBar.from.x + share * (kBar.to.x - kBar.from.x);
+  DrawLabel(aCanvas, aContext, reading >= 0 ? "Reading" : "Preparing", kBarLabelPlace);
+  aCanvas.PushDepthAttribute();
+  aCanvas.SetDrawAttributes(m_bar.Get());
+  aCanvas.BeginDrawQuads();
+  EmitCorners(aCanvas, {kBar.from, {reached, kBar.to.y, 0}});
+  aCanvas.EndDrawVertices();
+  aCanvas.BeginDrawLineLoop();
+  EmitCorners(aCanvas, kBar);
+  aCanvas.EndDrawVertices();
+  aCanvas.PopDepthAttribute();
+}
+
+void Overlay::DrawLabel(IGLCanvas& aCanvas, IGLContext& aContext, const GLString& aLabel,
+                        GLDATA_POINT aPlace) {
   if (!m_font) aContext.CreateSystemFont(m_font.Put());
   if (!m_font) return;
   aCanvas.PushDepthAttribute();
   GLDATA_RGBA color = kLabelColor;
-  GLDATA_POINT place = kLabelPlace;
   aCanvas.SetVertexColor(&color);  // before the place, which takes the colour along
-  m_font->Print(aLabel, &place);
+  m_font->Print(aLabel, &aPlace);
   aCanvas.PopDepthAttribute();
 }

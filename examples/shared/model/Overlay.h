@@ -1,5 +1,5 @@
-// Overlay: what stands above a view: the rubber band and a line of text, drawn as a gauge, which also makes
-// the axes appear. The host's thread sets it; Draw runs on the context's draw thread.
+// Overlay: what stands above a view: the rubber band, a line of text and a progress bar, drawn as a gauge,
+// which also makes the axes appear. The host's thread sets it; Draw runs on the context's draw thread.
 
 #pragma once
 
@@ -11,6 +11,7 @@
 #include <string>
 
 #include "shared/model/FrameClock.h"
+#include "shared/model/Progress.h"
 
 /// A rectangle of a view, each coordinate from -1 at the left or lower edge to 1.
 struct Band {
@@ -20,7 +21,8 @@ struct Band {
 class Overlay final : public GLViewerGaugeBase {
  public:
   /// @param aClock stopped at the end of the view; null for a view that isn't the last one drawn
-  explicit Overlay(FrameClock* aClock);
+  /// @param aProgress shown while there is any; null for a view that doesn't
+  Overlay(FrameClock* aClock, const Progress* aProgress);
 
   /// Shows a rubber band, or none.
   void SetBand(std::optional<Band> aBand);
@@ -32,11 +34,14 @@ class Overlay final : public GLViewerGaugeBase {
 
  private:
   void DrawBand(IGLCanvas& aCanvas, const Band& aBand);
-  void DrawLabel(IGLCanvas& aCanvas, IGLContext& aContext, const GLString& aLabel);
+  void DrawLabel(IGLCanvas& aCanvas, IGLContext& aContext, const GLString& aLabel, GLDATA_POINT aPlace);
+  void DrawProgress(IGLCanvas& aCanvas, IGLContext& aContext);
 
   FrameClock* m_clock;
+  const Progress* m_progress;
   GLPtr<IGLDrawAttr> m_fill;
   GLPtr<IGLDrawAttr> m_edge;
+  GLPtr<IGLDrawAttr> m_bar;
   GLPtr<IGLFont> m_font;  // made at the first label, on the draw thread
   std::mutex m_lock;      // guards m_band and m_label
   std::optional<Band> m_band;

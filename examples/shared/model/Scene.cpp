@@ -13,18 +13,13 @@ constexpr double kDegree = std::numbers::pi / 180;
 constexpr ULONG kLongestWait = 1000;  // ms from one frame to the next when nothing happens
 constexpr double kTurnPerPixel = 0.5 * kDegree;
 
-Camera HomeOf(const Model& aModel, const SceneOptions& aOptions) {
-  Camera camera(aModel.centre, aModel.radius);
-  camera.Turn(aOptions.yaw * kDegree, aOptions.pitch * kDegree);
-  return camera;
-}
-
 }  // namespace
 
-Scene::Scene(const Model& aModel, const SceneOptions& aOptions, ULONG_PTR aParent)
-    : m_model(aModel),
-      m_home(HomeOf(aModel, aOptions)),
-      m_camera(m_home),
+Scene::Scene(std::shared_ptr<const Model> aModel, const SceneOptions& aOptions, ULONG_PTR aParent)
+    : m_model(std::move(aModel)),
+      m_yaw(aOptions.yaw * kDegree),
+      m_pitch(aOptions.pitch * kDegree),
+      m_camera(m_model->centre, m_model->radius),
       m_context(GLCreate<IGLContext>(CLSID_GLContext)),
       m_background(aOptions.background),
       m_width(aOptions.width),
@@ -50,10 +45,12 @@ Scene::Scene(const Model& aModel, const SceneOptions& aOptions, ULONG_PTR aParen
   AddView(Direction::Right, true);
   AddView(Direction::Top, true);
   AddLights();
+  m_camera.Turn(m_yaw, m_pitch);
   SetAxes(m_axes);
   SetText(aOptions.text);
   SetSize(m_width, m_height);
-  m_painter = GLMake<ModelPainter>(m_model, m_clock);
+  m_painter = GLMake<ModelPainter>(m_clock, m_progress, m_capture);
+  m_painter->SetModel(m_model);
   m_painter->SetShade(m_shade);
   m_context->AttachPainter(m_painter.Get());
 }
@@ -62,7 +59,8 @@ void Scene::AddView(Direction aDirection, bool aOrtho) {
   View view;
   view.direction = aDirection;
   if (FAILED(m_context->CreateViewer(0, aOrtho ? 1 : 0, &view.viewer))) throw std::runtime_error("no viewer");
-  view.overlay = GLMake<Overlay>(aDirection == Direction::Free ? &m_clock : nullptr);
+  const bool last = aDirection == Direction::Free;
+  view.overlay = GLMake<Overlay>(last ? &m_clock : nullptr, last ? &m_progress : nullptr);
   view.viewer->AddGauge(view.overlay.Get());
   view.viewer->ShowGauges(1);
   GLDATA_RGBA color = kFrame;
@@ -158,7 +156,7 @@ void Scene::SetAxes(bool aOn) {
 
 void Scene::SetText(bool aOn) {
   m_text = aOn;
-  for (View& view : m_views) view.overlay->SetLabel(aOn ? m_model.name : std::string());
+  for (View& view : m_views) view.overlay->SetLabel(aOn ? m_model->name : std::string());
   Redraw();
 }
 
@@ -194,8 +192,21 @@ void Scene::Zoom(double aFactor) {
 }
 
 void Scene::ResetCamera() {
-  m_camera = m_home;
+  m_camera = Camera(m_model->centre, m_model->radius);
+  m_camera.Turn(m_yaw, m_pitch);
   Refresh();
+}
+
+void Scene::SetModel(std::shared_ptr<const Model> aModel) {
+  m_model = std::move(aModel);
+  m_painter->SetModel(m_model);
+  SetText(m_text);
+  ResetCamera();
+}
+
+void Scene::ShowReading(float aShare) {
+  m_progress.reading = aShare;
+  Redraw();
 }
 
 void Scene::Refresh() {
@@ -216,6 +227,7 @@ void Scene::Redraw() { m_control->TriggerDrawThread(); }
 
 void Scene::DrawOnRequest() {
   m_onRequest = true;
+  m_painter->SetStepwise(true);
   m_control->SetControlledDrawThread(1, kLongestWait);
 }
 

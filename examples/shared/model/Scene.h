@@ -8,6 +8,7 @@
 
 #include <array>
 #include <future>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +18,7 @@
 #include "shared/model/Model.h"
 #include "shared/model/ModelPainter.h"
 #include "shared/model/Overlay.h"
+#include "shared/model/Progress.h"
 #include "shared/model/SceneCapture.h"
 #include "shared/model/SceneOptions.h"
 
@@ -25,10 +27,14 @@ class Scene {
   /// Starts a context under a window.
   /// @param aParent the window's id; 0 with no display
   /// @throws std::runtime_error when it can't be had
-  Scene(const Model& aModel, const SceneOptions& aOptions, ULONG_PTR aParent);
+  Scene(std::shared_ptr<const Model> aModel, const SceneOptions& aOptions, ULONG_PTR aParent);
   Scene(const Scene&) = delete;
   Scene& operator=(const Scene&) = delete;
 
+  /// Shows another model, from where the camera was at first.
+  void SetModel(std::shared_ptr<const Model> aModel);
+  /// Shows how far the reading of files is, from 0 to 1; Progress::kIdle for none.
+  void ShowReading(float aShare);
   /// Goes to another window, for a toolkit that gives its widget a new one.
   void MoveTo(ULONG_PTR aParent);
   /// Draws when something changes, not all the time.
@@ -89,9 +95,10 @@ class Scene {
   /// The place of a pixel in a view, each coordinate from -1 to 1.
   GLDATA_POINT Place(const View& aView, double aX, double aY) const;
 
-  const Model& m_model;
+  std::shared_ptr<const Model> m_model;
   FrameClock m_clock;
-  const Camera m_home;  // where the camera is at first
+  Progress m_progress;
+  const double m_yaw, m_pitch;  // of the camera at first, radians
   Camera m_camera;
   GLPtr<IGLContext> m_context;  // goes after all that stands below, and with it the draw thread
   GLPtr<IGLContext2> m_control;

@@ -38,6 +38,7 @@ std::future<std::optional<Picture>> SceneCapture::Take(int aZoom, const GLDATA_R
 
 HRESULT SceneCapture::IsEnabled(LONG* aEnabled) noexcept {
   GLCaptureBase::IsEnabled(aEnabled);
+  m_taking = *aEnabled != 0;
   float zoom = 1;
   if (*aEnabled != 0) GetPixelZoom(&zoom);
   if (zoom != 1) Zoom(static_cast<int>(zoom));
@@ -46,6 +47,7 @@ HRESULT SceneCapture::IsEnabled(LONG* aEnabled) noexcept {
 
 HRESULT SceneCapture::OnData(LONG aSuccess) noexcept {
   Zoom(1);
+  m_taking = false;
   std::optional<Picture> picture;
   int size = 0;
   GLDATA_RGBA4B* pixels = nullptr;

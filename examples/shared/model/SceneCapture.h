@@ -31,6 +31,9 @@ class SceneCapture final : public GLCaptureBase {
   /// @return the picture to come; nothing when it can't be made, for its size or for lack of memory
   std::future<std::optional<Picture>> Take(int aZoom, const GLDATA_RGBA& aBackground);
 
+  /// Whether what is drawn now is a picture. The draw thread's to ask.
+  bool IsTaking() const { return m_taking; }
+
   HRESULT IsEnabled(LONG* aEnabled) noexcept override;
   HRESULT OnData(LONG aSuccess) noexcept override;
 
@@ -40,7 +43,8 @@ class SceneCapture final : public GLCaptureBase {
   void SendPlaces() const;
 
   GLPtr<IGLPixmap> m_pixmap = GLCreate<IGLPixmap>(CLSID_GLPixmap);
-  std::mutex m_lock;  // guards what follows
+  bool m_taking = false;  // the draw thread's
+  std::mutex m_lock;      // guards what follows
   std::vector<Place> m_places;
   int m_zoom = 1;  // of the moment
   std::promise<std::optional<Picture>> m_result;

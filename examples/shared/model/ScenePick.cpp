@@ -40,7 +40,7 @@ std::vector<ULONG> Scene::Pick(const PixelBox& aBox) {
   GLDATA_POINT from = Place(view, aBox.x1 + shift, aBox.y1 + shift);
   GLDATA_POINT to = Place(view, aBox.x2 + shift, aBox.y2 + shift);
   // One record for each part that is hit, and one for whatever has no identifier.
-  int count = static_cast<int>(m_model.parts.size()) + 1;
+  int count = static_cast<int>(m_model->parts.size()) + 1;
   std::vector<ULONG> ids(static_cast<std::size_t>(count));
   if (FAILED(m_context->Select(view.viewer, &from, &to, aBox.point ? 1 : 0, aBox.inside ? 1 : 0, &count,
                                ids.data()))) {
@@ -59,7 +59,7 @@ void Scene::Mark(const std::vector<ULONG>& aIds) {
 std::vector<std::string> Scene::NamesOf(const std::vector<ULONG>& aIds) const {
   std::vector<std::string> names;
   for (const ULONG id : aIds) {
-    if (const Part* part = m_model.Find(id)) names.push_back(part->name);
+    if (const Part* part = m_model->Find(id)) names.push_back(part->name);
   }
   return names;
 }

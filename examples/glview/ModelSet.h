@@ -1,0 +1,14 @@
+// ModelSet: several files read as one model. Any thread.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "shared/model/Model.h"
+
+/// Reads files, and lays their models side by side in rows, each as large as the others and in its own
+/// middle.
+/// @param aTogether leaves them where their coordinates put them instead
+/// @throws ModelError, and what aProgress throws
+Model LoadModels(const std::vector<std::string>& aPaths, bool aTogether, const ReadProgress& aProgress = {});
