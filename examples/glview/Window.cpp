@@ -138,6 +138,7 @@ void Window::Run() {
     FinishCapture();
     UpdateTitle();
   }
+  glfwHideWindow(m_window);  // at once, also where a read takes a while to give up
 }
 
 void Window::OnKey(int aKey) {
