@@ -2,18 +2,12 @@
 // Both draw inside a painter, on the draw thread of one context.
 
 #include <benchmark/benchmark.h>
-#include <gllib/GLLibHost.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
-#include <condition_variable>
-#include <functional>
-#include <mutex>
-#include <stdexcept>
 #include <vector>
 
-#include "platform/GL.h"
+#include "TimedStage.h"
 
 namespace {
 
@@ -62,76 +56,14 @@ void DrawPlain() {
   glEnd();
 }
 
-/// Runs a piece of drawing inside a painter, on the draw thread, and tells how long it took.
-class TimedPainter : public GLPainterBase {
- public:
-  using Work = std::function<void(IGLCanvas&)>;
-
-  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
-    const std::scoped_lock lock(m_Lock);
-    if (!m_Work) return S_OK;
-    const auto start = std::chrono::steady_clock::now();
-    m_Work(*aCanvas);
-    glFinish();
-    m_dSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    m_Work = nullptr;
-    m_Done.notify_all();
-    return S_OK;
-  }
-
-  /// @return seconds
-  double Run(const Work& aWork) {
-    std::unique_lock lock(m_Lock);
-    m_Work = aWork;
-    m_Done.wait(lock, [this] { return !m_Work; });
-    return m_dSeconds;
-  }
-
- private:
-  std::mutex m_Lock;
-  std::condition_variable m_Done;
-  Work m_Work;
-  double m_dSeconds = 0;
-};
-
-/// A context without a window that draws for a painter, lit by one light.
-class Stage {
- public:
-  Stage() {
-    setenv("GLLIB_DISPLAY", "headless", 1);
-    if (!m_Context || FAILED(m_Context->Initialize(0))) throw std::runtime_error("no context");
-    m_Context->SetViewport(0, 0, 512, 512);
-    IGLLight* light = nullptr;
-    m_Context->CreateLight(&light);
-    IGLViewer* viewer = nullptr;
-    m_Context->CreateViewer(1, 1, &viewer);
-    GLDATA_POINT low{-1, -1, 0}, high{1, 1, 1000};
-    viewer->SetOrthoExtents(&low, &high);
-    m_Context->AttachPainter(m_Painter.Get());
-    m_Context.As<IGLContext2>()->SetControlledDrawThread(1, 0);
-  }
-  ~Stage() { m_Context->DetachPainter(); }
-
-  void Measure(benchmark::State& aState, const TimedPainter::Work& aWork) {
-    m_Painter->Run(aWork);
-    for (auto _ : aState) aState.SetIterationTime(m_Painter->Run(aWork));
-    aState.SetItemsProcessed(aState.iterations() * 3 * kTriangles);  // vertices
-  }
-  TimedPainter& Painter() { return *m_Painter.Get(); }
-
- private:
-  GLPtr<IGLContext> m_Context = GLCreate<IGLContext>(CLSID_GLContext);
-  GLPtr<TimedPainter> m_Painter = GLMake<TimedPainter>();
-};
-
-void ImmediateThroughCanvas(benchmark::State& aState) { Stage().Measure(aState, DrawThroughCanvas); }
+void ImmediateThroughCanvas(benchmark::State& aState) { TimedStage().Measure(aState, DrawThroughCanvas); }
 
 void ImmediatePlainGL(benchmark::State& aState) {
-  Stage().Measure(aState, [](IGLCanvas&) { DrawPlain(); });
+  TimedStage().Measure(aState, [](IGLCanvas&) { DrawPlain(); });
 }
 
 void ListThroughCanvas(benchmark::State& aState) {
-  Stage stage;
+  TimedStage stage;
   int list = 0;
   stage.Painter().Run([&](IGLCanvas& aCanvas) {
     aCanvas.BeginCompileList(&list);
@@ -142,7 +74,7 @@ void ListThroughCanvas(benchmark::State& aState) {
 }
 
 void ListPlainGL(benchmark::State& aState) {
-  Stage stage;
+  TimedStage stage;
   GLuint list = 0;
   stage.Painter().Run([&](IGLCanvas&) {
     glNewList(list = glGenLists(1), GL_COMPILE);
