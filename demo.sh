@@ -46,7 +46,7 @@ case ${1:-} in
 esac
 
 glview=build/release/examples/glview
-examples=(lights glass picking text atlases texture markers)
+examples=(lights glass picking text atlases texture markers capture)
 install_packages
 build_preset release glview "${examples[@]}"
 "$draw"

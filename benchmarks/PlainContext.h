@@ -42,6 +42,8 @@ class PlainContext {
     eglDestroyContext(m_Display, m_Context);
     eglDestroySurface(m_Display, m_Surface);
   }
+  /// Makes it current again after another one was.
+  void MakeCurrent() const { eglMakeCurrent(m_Display, m_Surface, m_Surface, m_Context); }
   PlainContext(const PlainContext&) = delete;
   PlainContext& operator=(const PlainContext&) = delete;
 

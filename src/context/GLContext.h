@@ -178,7 +178,9 @@ class GLContext final
   bool CaptureOffscreen(IGLCapture& aCapture) noexcept;
   bool CaptureRectangle(IGLCapture& aCapture, RECT* aRect) noexcept;
   void DrawOffscreen(IGLCapture& aCapture, const class OffscreenSurface& aSurface) noexcept;
+  static constexpr int kDroppedLists = 32767;  // the names that DropAllLists takes along, from 1
   void DropAllLists() noexcept;
+  unsigned FindFreeLists(int aCount) noexcept;
 
   std::shared_ptr<PThread> DrawThread() const noexcept;
   template <class Describe>
@@ -222,6 +224,7 @@ class GLContext final
   std::mutex m_ReplaceLock;                  // one replacement of window and thread at a time
   std::mutex m_SelectLock;                   // one selection at a time
   const GLContext* m_pAwaited = nullptr;     // in whose selection the draw thread waits; see DrawThreadWait
+  unsigned m_uNextList = 1;                  // where a search for free lists goes on; the draw thread's alone
   std::atomic<bool> m_bClipResetDue{false};  // clip planes still to be switched off in GL
   std::atomic_flag m_bReleased;              // the last reference has gone
   ULONG m_uContextNumber = 0;                // of the rendering context; draw thread

@@ -162,6 +162,6 @@ void GLContext::DrawOffscreen(IGLCapture& aCapture, const OffscreenSurface& aSur
 
 // All lists of the current rendering context go, and every list key with them.
 void GLContext::DropAllLists() noexcept {
-  glDeleteLists(1, 32767);
+  glDeleteLists(1, kDroppedLists);
   ++g_uListGeneration;
 }

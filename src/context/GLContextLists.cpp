@@ -17,12 +17,38 @@ bool IsOfThisGeneration(ULONG aKey) noexcept { return aKey >> 16 == (g_uListGene
 
 }  // namespace
 
-// A name that doesn't fit a key is given back: the key of 0 says that there are no lists.
+// Some drivers give no name a second time, and each capture uses up all names of a scene twice. So where GL's
+// are past those that DropAllLists takes along, free ones among these are looked for. A name that doesn't fit
+// a key is given back: the key of 0 says that there are no lists.
 ULONG GLContext::GenListKey(int aCount) noexcept {
+  constexpr GLuint kPastDropped = kDroppedLists + 1;
   const GLuint name = glGenLists(aCount);
-  if (name + static_cast<GLuint>(aCount) <= kLastName + 1) return KeyOf(name);
+  const GLuint end = name + static_cast<GLuint>(aCount);
+  if (end <= kPastDropped) return KeyOf(name);
+  const GLuint free = FindFreeLists(aCount);
+  if (free == 0 && end <= kLastName + 1) return KeyOf(name);
   glDeleteLists(name, aCount);
-  return KeyOf(0);
+  for (GLuint list = free; free != 0 && list < free + static_cast<GLuint>(aCount); ++list) {
+    glNewList(list, GL_COMPILE);  // takes the name
+    glEndList();
+  }
+  return KeyOf(free);
+}
+
+// The search goes on where the last one ended, so that many lists in a row cost one walk. 0 for none.
+unsigned GLContext::FindFreeLists(int aCount) noexcept {
+  constexpr GLuint kPastDropped = kDroppedLists + 1;
+  const auto count = static_cast<GLuint>(aCount);
+  GLuint run = 0;
+  for (GLuint step = 0; step < 2 * kPastDropped; ++step) {
+    if (m_uNextList >= kPastDropped) {
+      m_uNextList = 1;
+      run = 0;
+    }
+    run = glIsList(m_uNextList++) == GL_FALSE ? run + 1 : 0;
+    if (run == count) return m_uNextList - count;
+  }
+  return 0;
 }
 
 ULONG GLContext::BeginListKey() noexcept {

@@ -209,7 +209,7 @@ void GLContext::OnSysColorChange() noexcept {
   const std::scoped_lock replace(m_ReplaceLock);
   if (m_hRC == nullptr || m_bReleased.test()) return;
   LockGL();
-  if (IsCurrentHere()) glDeleteLists(1, 32767);  // elsewhere they go with their rendering context
+  if (IsCurrentHere()) glDeleteLists(1, kDroppedLists);  // elsewhere they go with their rendering context
   ++g_uListGeneration;
   UnlockGL();
   CreateGLWindow();

@@ -2,6 +2,7 @@
 // Draw thread, with GL current.
 
 #include "media/GLFont.h"
+#include "media/TextureLevels.h"
 #include "platform/Resources.h"
 #include "platform/Window.h"
 
@@ -41,6 +42,17 @@ void CompileCell(GLuint aList, int aCode) noexcept {
   glEndList();
 }
 
+/// Gives a texture its texels. What was bound before is bound again, else the next image that a host loads
+/// would take the atlas's place; and a clipped image that it has drawn doesn't tell how these texels lie.
+void LoadAtlas(GLuint aTexture, const void* aTexels) noexcept {
+  const TightPixelStore tight;
+  GLint before = 0;
+  glGetIntegerv(GL_TEXTURE_BINDING_2D, &before);
+  glBindTexture(GL_TEXTURE_2D, aTexture);
+  glTexImage2D(GL_TEXTURE_2D, 0, 4, kAtlasWidth, kAtlasHeight, 0, GL_RGBA, GL_UNSIGNED_BYTE, aTexels);
+  glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(before));
+}
+
 }  // namespace
 
 bool GLFont::CreateInternalLists(GLContextSite& aSite, GLuint aBase) noexcept {
@@ -55,8 +67,7 @@ bool GLFont::CreateInternalLists(GLContextSite& aSite, GLuint aBase) noexcept {
     m_uWindowTexture = m_uTexture;
     m_uWindowContext = context;
   }
-  glBindTexture(GL_TEXTURE_2D, m_uTexture);
-  glTexImage2D(GL_TEXTURE_2D, 0, 4, kAtlasWidth, kAtlasHeight, 0, GL_RGBA, GL_UNSIGNED_BYTE, texels);
+  LoadAtlas(m_uTexture, texels);
   m_fWidth = 8.0f;
   m_fHeight = 16.0f;
   m_iStyle = GLFS_FIXED_PITCH;

@@ -3,11 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <fstream>
 #include <functional>
 #include <future>
+#include <utility>
 
 #include "component/Module.h"
 #include "context/GLContext.h"
+#include "platform/GL.h"
 #include "support/Eventually.h"
 #include "support/Scene.h"
 #include "support/ScriptedDisplay.h"
@@ -85,52 +88,160 @@ class TestCapture : public GLCaptureBase {
   std::atomic<int> m_Answer{-1};
 };
 
-/// A context that draws a triangle from a compiled list, free-running.
+/// Text of all four kinds, both kinds of texture, and triangles from a compiled list.
+class RichScene {
+ public:
+  /// @param aWhole false leaves out what takes long to build: the fonts of the system, and the textures
+  explicit RichScene(bool aWhole) : m_bWhole(aWhole) {}
+
+  void Draw(IGLCanvas& aCanvas, IGLContext& aContext) {
+    if (!m_apFonts[0]) MakeFonts(aContext);
+    m_Attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_SHOW_FRONT | GLDM_SHOW_BACK), 1);
+    aCanvas.SetDrawAttributes(m_Attributes.Get());
+    DrawList(aCanvas);
+    if (m_bWhole) DrawTextures(aContext);
+    GLDATA_RGBA white{1, 1, 1, 1};
+    aCanvas.SetVertexColor(&white);
+    for (std::size_t i = 0; i < (m_bWhole ? 4u : 2u); ++i) {
+      GLDATA_POINT start{-45, 30 - 15 * static_cast<double>(i), -1};
+      EXPECT_EQ(m_apFonts[i]->Print(GLString("Text &8"), &start), S_OK);
+    }
+  }
+
+  std::atomic<int> compiled{0};
+
+ private:
+  void MakeFonts(IGLContext& aContext) {
+    const GLString face("DejaVu Sans");
+    aContext.CreateSystemFont(m_apFonts[0].Put());
+    GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->CreateInternalFont(GLString("HAND"),
+                                                                                     m_apFonts[1].Put());
+    if (!m_bWhole) return;
+    IGLFont* borrowed = nullptr;
+    aContext.CreateRasterFont(face, 0, 400, 0, -16, 0, &borrowed);
+    m_apFonts[2] = GLPtr<IGLFont>::FromBorrowed(borrowed);
+    aContext.CreateTrueTypeFont(face, 0, 400, 0, 0, &borrowed);
+    borrowed->SetWidth(15);
+    borrowed->SetHeight(15);
+    m_apFonts[3] = GLPtr<IGLFont>::FromBorrowed(borrowed);
+    m_Image->Initialize(8, 8, {255, 160, 40, 255});
+    for (int i = 0; i < 8; ++i) m_Image->SetPixel(i, i, {40, 80, 255, 255});
+    m_Square->Initialize(m_Image.Get());
+    m_Strip->Initialize(m_Image.Get());
+  }
+  void DrawList(IGLCanvas& aCanvas) {
+    LONG valid = 0;
+    aCanvas.IsCompiledList(m_iList, &valid);
+    if (valid == 0) {
+      ++compiled;
+      aCanvas.BeginCompileList(&m_iList);
+      aCanvas.BeginDrawTriangles();
+      GLDATA_RGBA colors[] = {{1, 0, 0, 1}, {0, 1, 0, 1}, {0, 0, 1, 1}};
+      for (int i = 0; i < 3; ++i) {
+        aCanvas.SetVertexColor(&colors[i]);
+        aCanvas.Vertex3d(i == 0 ? -60 : 60, i == 2 ? 45 : -45, -10);
+      }
+      aCanvas.EndDrawVertices();
+      aCanvas.EndCompileList();
+    }
+    aCanvas.DrawCompiledList(m_iList);
+  }
+  void DrawTextures(IGLContext& aContext) {
+    GLDATA_POINT normal{0, 0, 1};
+    GLDATA_POINT corners[] = {{5, -40, -5}, {40, -35, -5}, {35, -5, -5}, {0, -10, -5}};
+    m_Square->BeginDraw(&aContext, GLTM_DECAL, 0, 0, 0, &normal, nullptr);
+    for (int i = 0; i < 4; ++i) m_Square->Draw(i == 1 || i == 2, i > 1, &corners[i]);
+    m_Square->EndDraw();
+    m_Strip->BeginDraw(&aContext, GLTM_DECAL, 1, 1, 0, &normal, nullptr);
+    for (auto& corner : corners) corner.y += 40;
+    m_Strip->Draw(&corners[0], 0, &corners[3], 0);
+    m_Strip->Draw(&corners[1], 1, &corners[2], 1);
+    m_Strip->EndDraw();
+  }
+
+  const bool m_bWhole;
+  GLPtr<IGLDrawAttr> m_Attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
+  GLPtr<IGLPixmap> m_Image = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+  GLPtr<IGLTexture2D> m_Square = GLCreate<IGLTexture2D>(CLSID_GLTexture2D);
+  GLPtr<IGLTexture1D> m_Strip = GLCreate<IGLTexture1D>(CLSID_GLTexture1D);
+  GLPtr<IGLFont> m_apFonts[4];
+  int m_iList = 0;
+};
+
+/// A context with such a scene, free-running.
 struct Captured {
+  RichScene scene;
   GLPtr<IGLContext> context = GLCreate<IGLContext>(CLSID_GLContext);
   IGLViewer* viewer = nullptr;
   GLPtr<TestCapture> capture = GLMake<TestCapture>();
-  std::atomic<int> compiled{0};
-  std::promise<Picture> window;
-  std::atomic<bool> readWindow{false};
+  std::atomic<int> textures{0}, lists{0};  // names in the window's rendering context when it was last read
 
-  Captured() {
+  explicit Captured(int aWidth = kWidth, int aHeight = kHeight, bool aWhole = true)
+      : scene(aWhole), m_iWidth(aWidth), m_iHeight(aHeight) {
     EXPECT_EQ(context->Initialize(0), S_OK);
-    context->SetViewport(0, 0, kWidth, kHeight);
+    context->SetViewport(0, 0, aWidth, aHeight);
     context->EnableLighting(0);
     context->CreateViewer(1, 1, &viewer);
-    const auto painter =
-        GLMake<TestPainter>([this, list = 0](Scene& scene) mutable { Draw(scene.Canvas(), list); });
+    capture->width = aWidth;
+    capture->height = aHeight;
+    const auto painter = GLMake<TestPainter>([this](Scene& aScene) {
+      scene.Draw(aScene.Canvas(), aScene.Context());
+      int width = 0;
+      aScene.Context().GetViewportWidth(&width);
+      if (width == m_iWidth && m_bRead.exchange(false)) ReadWindow();
+    });
     context->AttachPainter(painter.Get());
     context->AttachCapture(capture.Get());
   }
-  ~Captured() { context.Reset(); }
+  ~Captured() {
+    context->DetachPainter();
+    context.Reset();
+  }
 
   Picture WindowPicture() {
-    readWindow = true;
-    return window.get_future().get();
+    m_Window = {};
+    m_bRead = true;
+    return m_Window.get_future().get();
   }
 
  private:
-  void Draw(IGLCanvas& canvas, int& list) {
-    LONG valid = 0;
-    canvas.IsCompiledList(list, &valid);
-    if (valid == 0) {
-      ++compiled;
-      canvas.BeginCompileList(&list);
-      canvas.BeginDrawTriangles();
-      GLDATA_RGBA colors[] = {{1, 0, 0, 1}, {0, 1, 0, 1}, {0, 0, 1, 1}};
-      for (int i = 0; i < 3; ++i) {
-        canvas.SetVertexColor(&colors[i]);
-        canvas.Vertex3d(i == 0 ? -60 : 60, i == 2 ? 45 : -45, -10);
-      }
-      canvas.EndDrawVertices();
-      canvas.EndCompileList();
+  void ReadWindow() {
+    textures = lists = 0;
+    for (GLuint name = 1; name <= 0xFFFF; ++name) {
+      textures += glIsTexture(name);
+      lists += glIsList(name);
     }
-    canvas.DrawCompiledList(list);
-    if (readWindow.exchange(false)) window.set_value(Picture::Read(kWidth, kHeight));
+    m_Window.set_value(Picture::Read(m_iWidth, m_iHeight));
   }
+
+  int m_iWidth, m_iHeight;
+  std::promise<Picture> m_Window;
+  std::atomic<bool> m_bRead{false};
 };
+
+/// A picture at a third of its size, each pixel the mean of nine.
+Picture Third(const Picture& aPicture) {
+  Picture third(aPicture.Width() / 3, aPicture.Height() / 3);
+  for (int y = 0; y < third.Height(); ++y) {
+    for (int x = 0; x < third.Width(); ++x) {
+      std::uint32_t mean = 0;
+      for (int shift = 24; shift >= 0; shift -= 8) {
+        std::uint32_t sum = 0;
+        for (int i = 0; i < 9; ++i) sum += aPicture.At(3 * x + i % 3, 3 * y + i / 3) >> shift & 0xFF;
+        mean |= (sum + 4) / 9 << shift;
+      }
+      third.Set(x, y, mean);
+    }
+  }
+  return third;
+}
+
+long ResidentKiB() {
+  std::ifstream in("/proc/self/statm");
+  long size = 0, resident = 0;
+  in >> size >> resident;
+  return resident * 4;
+}
 
 }  // namespace
 
@@ -140,10 +251,10 @@ TEST(Capture, EqualsTheWindowsPictureBothWays) {
     const DisplayGuard guard;
     ScriptedDisplay::Set()->m_dwPlatformId = platform;
     g_sVersion = {};  // asked anew
-    Captured captured;
+    Captured captured(200, 150);
     captured.capture->zoom = platform == 1 ? 2.0f : 1.0f;  // nobody asks for it on the way of reading back
     const Picture window = captured.WindowPicture();
-    EXPECT_GT(window.CountOther(0x000000FF), kWidth * kHeight / 4);
+    EXPECT_GT(window.CountOther(0x000000FF), 200 * 150 / 4);
     EXPECT_EQ(captured.capture->Take(), 1);
     EXPECT_EQ(Difference(captured.capture->Result(), window), 0);
   }
@@ -162,8 +273,8 @@ TEST(Capture, ZoomsTheResolutionAndTakesItsBackground) {
   GLDATA_RGBA own{};
   captured.context->GetBackgroundColor(&own);
   EXPECT_EQ(own.m_fGreen, 0.0f);
-  const int compiled = captured.compiled;
-  EXPECT_TRUE(Eventually([&] { return captured.compiled > compiled || compiled >= 3; }))
+  const int compiled = captured.scene.compiled;
+  EXPECT_TRUE(Eventually([&] { return captured.scene.compiled > compiled || compiled >= 3; }))
       << "once in the window, once in the capture, once again in the window";
   int width = 0;
   captured.context->GetViewportWidth(&width);
@@ -220,11 +331,44 @@ TEST(Capture, MayBeDetachedAndReplacedWhileItIsAsked) {
   EXPECT_EQ(next->Take(), 1);
 }
 
-TEST(Capture, LeavesTheWindowAsItWasManyTimes) {
-  Captured captured;
+TEST(Capture, AtThreeTimesTheWindowIsTheSamePictureButSharper) {
+  Captured captured(800, 600);
+  ASSERT_EQ(captured.capture->Take(), 1);
+  const Picture plain = captured.capture->Result();
+  captured.capture->zoom = 3.0f;
+  ASSERT_EQ(captured.capture->Take(), 1);
+  const Picture large = captured.capture->Result();
+  ASSERT_EQ(large.Width(), 2400);
+  ASSERT_EQ(large.Height(), 1800);
+  const double difference = MeanDifference(Third(large), plain);
+  EXPECT_GT(difference, 0.0) << "not merely each pixel nine times";
+  EXPECT_LT(difference, 2.0);
+}
+
+TEST(Capture, LeavesTheWindowAsItWasAThousandTimes) {
+  constexpr bool kSanitized = GLLIB_SANITIZED != 0;  // takes its time, and keeps memory
+  constexpr int kManyTimes = kSanitized ? 50 : 1000;
+  Captured captured(kWidth, kHeight, false);
+  ASSERT_EQ(captured.capture->Take(), 1);
+  const Picture before = captured.WindowPicture();
+  const int textures = captured.textures, lists = captured.lists;
+  EXPECT_EQ(textures, 1) << "the atlas";
+  EXPECT_EQ(lists, 2 * 256 + 1);
   const ULONG generation = g_uListGeneration;
-  for (int i = 0; i < 50; ++i) ASSERT_EQ(captured.capture->Take(), 1);
-  EXPECT_EQ(g_uListGeneration, generation + 100);
+  const int compiled = captured.scene.compiled;
+  long memory = 0;
+  for (int i = 0; i < kManyTimes; ++i) {
+    if (i == kManyTimes / 5) memory = ResidentKiB();
+    ASSERT_EQ(captured.capture->Take(), 1);
+  }
+  const long grown = ResidentKiB() - memory;
+  EXPECT_TRUE(kSanitized || grown < 8 * 1024) << grown << " KiB over 800 captures";
+  EXPECT_EQ(g_uListGeneration, generation + 2 * kManyTimes);
   const Picture after = captured.WindowPicture();
-  EXPECT_EQ(Difference(captured.capture->Result(), after), 0);
+  EXPECT_EQ(captured.scene.compiled, compiled + 2 * kManyTimes)
+      << "once in each capture, once in the window after it";
+  EXPECT_EQ(Difference(after, before), 0);
+  EXPECT_EQ(Difference(captured.capture->Result(), before), 0);
+  EXPECT_EQ(captured.textures, textures);
+  EXPECT_EQ(captured.lists, lists);
 }

@@ -80,6 +80,54 @@ TEST(ForeignParent, ShowsTheFrameAndFollowsTheViewport) {
   EXPECT_TRUE(shows(300, 250));
 }
 
+// By the server's own pixels, as the driver gives GL but one sample of each.
+TEST(Smoothing, ShowsOnTheScreenWhereItIsToBeHad) {
+  const XServer server;
+  ASSERT_TRUE(server.IsRunning());
+  struct {
+    const char* name;
+    LONG wanted, most;
+    bool smooth;
+  } const cases[] = {{"not asked for", 0, 4, false},
+                     {"asked for", 1, 4, true},
+                     {"any number of samples", 1, 0, true},
+                     {"fewer samples than any format has", 1, 1, false}};
+  Picture plain;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    ForeignWindow parent(100, 100);
+    const auto context = GLCreate<IGLContext>(CLSID_GLContext);
+    const auto smoothing = context.As<IGLContext14_3>();
+    smoothing->put_bFSAA(c.wanted);
+    smoothing->put_lFSAAMaxSamples(c.most);
+    ASSERT_EQ(context->Initialize(parent.Xid()), S_OK);
+    context->SetViewport(0, 0, 100, 100);
+    context->EnableLighting(0);
+    IGLViewer* viewer = nullptr;
+    context->CreateViewer(1, 1, &viewer);
+    std::atomic<int> frames{0};
+    Paint(*context, [&](Scene& scene) {
+      ++frames;
+      GLDATA_RGBA white{1, 1, 1, 1};
+      scene.Canvas().SetVertexColor(&white);
+      scene.Canvas().BeginDrawTriangles();
+      for (const auto& [x, y] : {std::pair{-40.0, -35.0}, {40.0, -20.0}, {0.0, 40.0}})
+        scene.Canvas().Vertex3d(x, y, -10);
+      scene.Canvas().EndDrawVertices();
+    });
+    ASSERT_TRUE(Eventually([&] { return frames > 2; }));
+    ULONG_PTR window = 0;
+    context->GetWindow(&window);
+    const Picture screen = parent.Screenshot(static_cast<xcb_window_t>(window), 100, 100);
+    EXPECT_GT(screen.CountOther(0x000000FF), 1000);
+    const int greys =
+        100 * 100 - (100 * 100 - screen.CountOther(0x000000FF)) - (100 * 100 - screen.CountOther(0xFFFFFFFF));
+    EXPECT_TRUE(c.smooth ? greys > 50 : greys == 0) << greys << " grey pixels";
+    if (!c.wanted) plain = screen;
+    EXPECT_EQ(Difference(screen, plain) == 0, !c.smooth) << "the plain picture where there are no samples";
+  }
+}
+
 TEST(ForeignParent, MayVanishInEveryWay) {
   struct {
     const char* name;

@@ -24,7 +24,8 @@ Picture PictureOf(const std::string& aExample, std::string* aOutput = nullptr) {
 int Brightness(const std::uint8_t* aPixel) { return aPixel[0] + aPixel[1] + aPixel[2]; }
 
 TEST(Examples, RefuseAnythingButAFileToDrawTo) {
-  for (const char* example : {"lights", "glass", "picking", "text", "atlases", "texture", "markers"}) {
+  for (const char* example :
+       {"lights", "glass", "picking", "text", "atlases", "texture", "markers", "capture"}) {
     EXPECT_EQ(RunProgram(example, {}).status, 2) << example;
     EXPECT_EQ(RunProgram(example, {"--out"}).status, 2) << example;
     EXPECT_EQ(RunProgram(example, {"--out", "/no/folder/picture.png"}).status, 1) << example;
@@ -104,6 +105,21 @@ TEST(Examples, TexturesLieOnTheirFaces) {
   EXPECT_GT(Brightness(snow), 600);
   EXPECT_GT(water[2], water[0] + 80);
   EXPECT_GT(bricks[0], bricks[2] + 60);
+}
+
+TEST(Examples, CaptureIsSharperThanTheWindow) {
+  const Picture picture = PictureOf("capture");
+  const int half = picture.width / 2;
+  EXPECT_EQ(Brightness(picture.At(half + 2, 2)), 3 * 255) << "a background of its own";
+  int windowSteps = 0, captureSteps = 0;  // changes within the squares that one pixel of the window fills
+  for (int y = 0; y < picture.height; ++y) {
+    for (int x = 0; x < half; x += 3) {
+      windowSteps += Brightness(picture.At(x, y)) != Brightness(picture.At(x + 2, y));
+      captureSteps += Brightness(picture.At(half + x, y)) != Brightness(picture.At(half + x + 2, y));
+    }
+  }
+  EXPECT_EQ(windowSteps, 0);
+  EXPECT_GT(captureSteps, 1000);
 }
 
 TEST(Examples, MarkersKeepTheirSizeNearAndFar) {

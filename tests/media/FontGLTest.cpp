@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "media/FontBench.h"
+#include "platform/linux/ResourceBlocks.h"
 #include "support/Counting.h"
 #include "support/GLRecorder.h"
 #include "support/PlainGL.h"
@@ -161,6 +164,18 @@ TEST(Font, FailsWithoutListsOrAtlasAndRecovers) {
     EXPECT_EQ(Print(*font, u"x"), E_FAIL);
     EXPECT_EQ(recorder.Count("glGenLists"), 2) << "each Print tries anew";
     EXPECT_EQ(CountLists(), lists) << "a failed build gives its lists back";
+    // An atlas of another size, one byte short or one pixel long, is none.
+    const std::vector<unsigned char> bytes(131072 + 4, 255);
+    const ResourceBlock cut[] = {{"SHORT", bytes.data(), 131071}, {"LONG", bytes.data(), 131076}};
+    const auto blocks = std::exchange(g_ResourceBlocks, cut);
+    for (const char* name : {"SHORT", "LONG"}) {
+      recorder.Clear();
+      font->InitInternalFont(bench.m_pLink, name);
+      EXPECT_EQ(Print(*font, u"x"), E_FAIL) << name;
+      EXPECT_EQ(WidthOf(*font, u"x"), -1.0f);
+      EXPECT_EQ(recorder.Count("glGenTextures"), 0);
+    }
+    g_ResourceBlocks = blocks;
     font->InitInternalFont(bench.m_pLink, "sansserif");
     EXPECT_EQ(Print(*font, u"x"), S_OK);
     EXPECT_EQ(font->InitInternalFont(bench.m_pLink, std::string(64, 'x').c_str()), E_INVALIDARG);
@@ -292,6 +307,34 @@ TEST(Font, SetsAndTellsWhatItsKindHas) {
     EXPECT_EQ(SysStringLen(face), 63u);
     SysFreeString(face);
   });
+}
+
+// A texture that the host has bound, and what the drawing of a clipped image leaves behind.
+TEST(Font, BuildsWithoutTouchingTheHostsTextureAndImages) {
+  Picture pictures[2];
+  for (const bool odd : {false, true}) {
+    pictures[odd] = DrawPlainGL(256, 64, [odd] {
+      ModelInPixels(256, 64);
+      FontBench bench;
+      GLuint texture = 0;
+      glGenTextures(1, &texture);
+      glBindTexture(GL_TEXTURE_2D, texture);
+      if (odd) {
+        glPixelStorei(GL_UNPACK_ROW_LENGTH, 100'000);
+        glPixelStorei(GL_UNPACK_SKIP_ROWS, 1000);
+        glPixelStorei(GL_UNPACK_SKIP_PIXELS, 7);
+      }
+      for (const FontKind kind : kFontKinds)
+        EXPECT_EQ(Print(*bench.Make(kind), u"Text", {60.0 * static_cast<int>(kind), 20, 0}), S_OK);
+      GLint bound = 0, skipped = 0;
+      glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+      glGetIntegerv(GL_UNPACK_SKIP_ROWS, &skipped);
+      EXPECT_EQ(static_cast<GLuint>(bound), texture);
+      EXPECT_EQ(skipped, odd ? 1000 : 0);
+    });
+  }
+  EXPECT_GT(pictures[0].CountOther(0x000000FF), 100);
+  EXPECT_EQ(Difference(pictures[0], pictures[1]), 0);
 }
 
 TEST(Font, GivesItsListsAndTextureBack) {

@@ -116,7 +116,7 @@ std::string SourceOf(const Blocks& aBlocks) {
     table += "{\"" + name + "\", k" + name + ", sizeof(k" + name + ")},";
   }
   return source + "constexpr ResourceBlock kBlocks[] = {" + table + "};\n}  // namespace\n" +
-         "std::span<const ResourceBlock> ResourceBlocks() noexcept { return kBlocks; }\n";
+         "constinit std::span<const ResourceBlock> g_ResourceBlocks = kBlocks;\n";
 }
 
 void Run(std::vector<std::string> aArguments) {

@@ -13,5 +13,5 @@ struct ResourceBlock {
   DWORD m_dwBytes;
 };
 
-/// All blocks; the definition is written by the build.
-std::span<const ResourceBlock> ResourceBlocks() noexcept;
+/// All blocks; the definition is written by the build. A test may put others in their place.
+extern std::span<const ResourceBlock> g_ResourceBlocks;

@@ -16,7 +16,7 @@ const ResourceBlock& BlockOf(HRSRC aResource) noexcept {
 
 HRSRC FindResourceA(HMODULE, const char* szName, const char* szType) noexcept {
   if (szName == nullptr || szType != RT_RCDATA) return nullptr;
-  for (const ResourceBlock& block : ResourceBlocks()) {
+  for (const ResourceBlock& block : g_ResourceBlocks) {
     if (strcasecmp(block.m_szName, szName) != 0) continue;
     return reinterpret_cast<HRSRC>(const_cast<ResourceBlock*>(&block));
   }
