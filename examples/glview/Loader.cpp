@@ -5,26 +5,21 @@
 
 #include "glview/ModelSet.h"
 
-Loader::~Loader() { GiveUp(); }
+Loader::~Loader() { m_read->givenUp = true; }
 
 void Loader::Start(std::vector<std::string> aPaths, bool aTogether) {
-  GiveUp();
-  m_givenUp = false;
-  m_share = 0;
-  m_model = std::async(std::launch::async, [this, paths = std::move(aPaths), aTogether] {
-    return std::make_shared<const Model>(LoadModels(paths, aTogether, [this](float aShare) {
-      if (m_givenUp) throw ModelError("given up");
-      m_share = aShare;
+  std::erase_if(m_givenUp, IsOver);
+  m_read->givenUp = true;
+  if (m_model.valid()) m_givenUp.push_back(std::move(m_model));
+  m_read = std::make_shared<Read>();
+  m_model = std::async(std::launch::async, [read = m_read, paths = std::move(aPaths), aTogether] {
+    return std::make_shared<const Model>(LoadModels(paths, aTogether, [&](float aShare) {
+      if (read->givenUp) throw ModelError("given up");
+      read->share = aShare;
     }));
   });
 }
 
-bool Loader::IsReady() const {
-  return m_model.valid() && m_model.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-}
-
-void Loader::GiveUp() {
-  m_givenUp = true;
-  if (m_model.valid()) m_model.wait();
-  m_model = {};
+bool Loader::IsOver(const FutureModel& aModel) {
+  return aModel.valid() && aModel.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
