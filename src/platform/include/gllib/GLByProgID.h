@@ -100,7 +100,7 @@ inline std::optional<std::string> DefaultValue(const std::string& aFile, std::st
     if (!line.empty() && line.back() == '\r') line.pop_back();
     if (!line.empty() && line.front() == '[' && line.back() == ']') {
       inKey = EqualNames(std::string_view(line).substr(1, line.size() - 2), aKey);
-    } else if (inKey && line.starts_with("@=")) {
+    } else if (inKey && line.compare(0, 2, "@=") == 0) {
       return Unquote(std::string_view(line).substr(2));
     }
   }

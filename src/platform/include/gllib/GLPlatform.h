@@ -84,7 +84,14 @@ struct GUID {
   std::uint8_t Data4[8];  ///< the rest, in writing order
 
   /// Whether both are the same.
-  friend constexpr bool operator==(const GUID&, const GUID&) = default;
+  friend constexpr bool operator==(const GUID& a, const GUID& b) noexcept {
+    for (int i = 0; i < 8; ++i) {
+      if (a.Data4[i] != b.Data4[i]) return false;
+    }
+    return a.Data1 == b.Data1 && a.Data2 == b.Data2 && a.Data3 == b.Data3;
+  }
+  /// Whether they differ.
+  friend constexpr bool operator!=(const GUID& a, const GUID& b) noexcept { return !(a == b); }
 };
 using IID = GUID;               ///< names an interface
 using CLSID = GUID;             ///< names a class

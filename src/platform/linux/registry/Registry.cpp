@@ -101,15 +101,17 @@ class FolderLock {
 /// A line break would end the line that a name or a text stands in.
 bool FitsALine(const std::string& aText) noexcept { return aText.find_first_of("\r\n") == std::string::npos; }
 
-/// Changes the file that a path is written to, whole or not at all.
+/// Changes the file that a path is written to, whole or not at all. What makes no difference isn't written.
 template <class Change>
 LSTATUS ChangeFile(const std::string& aPath, Change aChange) {
   RegistryFile file;
   const std::string name = FileToWrite(aPath);
   const FolderLock lock(std::filesystem::path(name).parent_path());
   LSTATUS status = file.Load(name);
-  if (status == ERROR_SUCCESS) status = aChange(file);
-  return status == ERROR_SUCCESS ? file.Save(name) : status;
+  if (status != ERROR_SUCCESS) return status;
+  const std::string before = file.Text();
+  status = aChange(file);
+  return status == ERROR_SUCCESS && file.Text() != before ? file.Save(name) : status;
 }
 
 LSTATUS CopyOut(const RegistryValue& aValue, DWORD* pType, BYTE* pData, DWORD* pcbData) noexcept {

@@ -2,6 +2,7 @@
 
 #include "platform/linux/registry/RegistryFile.h"
 
+#include <fcntl.h>
 #include <strings.h>
 #include <unistd.h>
 
@@ -99,6 +100,19 @@ std::string TextOf(const std::string& aName, const RegistryValue& aValue) {
   return text;
 }
 
+/// Writes a file of its own, down to the disk: a crash after its renaming must not leave it empty.
+LSTATUS WriteFile(const std::string& aPath, const std::string& aText) {
+  std::ofstream out(aPath, std::ios::binary | std::ios::trunc);
+  if (!out) return ERROR_ACCESS_DENIED;
+  out << aText;
+  out.close();
+  if (!out) return ERROR_WRITE_FAULT;
+  const int file = open(aPath.c_str(), O_RDONLY | O_CLOEXEC);
+  const bool isOnDisk = file >= 0 && fsync(file) == 0;
+  if (file >= 0) close(file);
+  return isOnDisk ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
+}
+
 }  // namespace
 
 bool LessWithoutCase::operator()(const std::string& a, const std::string& b) const noexcept {
@@ -116,6 +130,7 @@ LSTATUS RegistryFile::Load(const std::string& aPath) {
   if (!in) return ERROR_ACCESS_DENIED;
   std::ostringstream text;
   text << in.rdbuf();
+  if (text.bad()) return ERROR_BADDB;  // part of a file must not pass for all of it
   return size == 0 || Parse(text.str()) ? ERROR_SUCCESS : ERROR_BADDB;
 }
 
@@ -190,30 +205,30 @@ bool RegistryFile::ParseValue(const std::string& aLine, RegistryKey& aKey, std::
   return true;
 }
 
-LSTATUS RegistryFile::Save(const std::string& aPath) const {
-  std::error_code error;
-  const std::string beside = aPath + "." + std::to_string(getpid()) + ".new";
-  {
-    std::ofstream out(beside, std::ios::binary | std::ios::trunc);
-    if (!out) return ERROR_ACCESS_DENIED;
-    out << kHeader << "\r\n";
-    for (const auto& [path, key] : m_Keys) {
-      out << "\r\n" << key.m_szAbove << '[' << key.m_szName << "]\r\n";
-      for (const auto& [name, value] : key.m_Values) out << value.m_szAbove << TextOf(name, value) << "\r\n";
-    }
-    if (!m_szBelow.empty()) out << "\r\n" << m_szBelow;
-    out.flush();
-    if (!out) {
-      out.close();
-      std::filesystem::remove(beside, error);
-      return ERROR_WRITE_FAULT;
-    }
+std::string RegistryFile::Text() const {
+  std::string text = std::string(kHeader) + "\r\n";
+  for (const auto& [path, key] : m_Keys) {
+    text += "\r\n" + key.m_szAbove + '[' + key.m_szName + "]\r\n";
+    for (const auto& [name, value] : key.m_Values) text += value.m_szAbove + TextOf(name, value) + "\r\n";
   }
-  std::filesystem::rename(beside, aPath, error);
-  if (!error) return ERROR_SUCCESS;
+  if (!m_szBelow.empty()) text += "\r\n" + m_szBelow;
+  return text;
+}
+
+LSTATUS RegistryFile::Save(const std::string& aPath) const {
   std::error_code ignored;
+  std::filesystem::path target = std::filesystem::canonical(aPath, ignored);
+  if (ignored) target = aPath;  // not there yet
+  const std::string beside = target.string() + "." + std::to_string(getpid()) + ".new";
+  LSTATUS status = WriteFile(beside, Text());
+  if (status == ERROR_SUCCESS) {
+    if (const auto old = std::filesystem::status(target, ignored); std::filesystem::exists(old))
+      std::filesystem::permissions(beside, old.permissions(), ignored);
+    if (std::rename(beside.c_str(), target.c_str()) == 0) return ERROR_SUCCESS;
+    status = ERROR_ACCESS_DENIED;
+  }
   std::filesystem::remove(beside, ignored);
-  return ERROR_ACCESS_DENIED;
+  return status;
 }
 
 RegistryKey* RegistryFile::Find(const std::string& aPath) {

@@ -33,10 +33,15 @@ class RegistryFile {
  public:
   /// Reads a file; one that isn't there is empty. @return ERROR_BADDB for one that is no registry script
   LSTATUS Load(const std::string& aPath);
-  /// Replaces the file whole, by way of one beside it. @return what hindered it, the old file then stands
+  /// Replaces the file whole, by way of one beside it; a link to it stays one, and who may read it may go on
+  /// to.
+  /// @return what hindered it, the old file then stands
   LSTATUS Save(const std::string& aPath) const;
   /// Reads the text of a file. @return false for text that is no registry script
   bool Parse(const std::string& aText);
+
+  /// All of it, as it is written.
+  std::string Text() const;
 
   RegistryKey* Find(const std::string& aPath);
   RegistryKey& Make(const std::string& aPath);
