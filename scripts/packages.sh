@@ -12,8 +12,11 @@ packages_drawing=(libgl1-mesa-dri libegl-mesa0 fonts-dejavu-core)
 packages_examples=(libassimp-dev libglfw3-dev libpng-dev qtbase5-dev libsdl2-dev glmark2-data)
 # What the tests and the benchmarks are built from.
 packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev libxcb-xtest0-dev xvfb doxygen groff-base)
+# What the packages are made with.
+packages_package=(dpkg-dev file)
 
-packages=("${packages_component[@]}" "${packages_drawing[@]}" "${packages_examples[@]}" "${packages_tests[@]}")
+packages=("${packages_component[@]}" "${packages_drawing[@]}" "${packages_examples[@]}" "${packages_tests[@]}"
+          "${packages_package[@]}")
 
 say() { printf '== %s\n' "$*"; }
 

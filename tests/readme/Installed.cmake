@@ -1,7 +1,9 @@
-# Installs into a folder of its own and builds and runs a host against what is there.
-# Run with -DBUILD=... -DSOURCE=... -DLIBDIR=... -DWORK=...
+# Makes the packages, unpacks them, and builds and runs hosts against what is there alone: found by CMake, by
+# pkg-config, from the compiler's command line, and with nothing but the module's file.
+# Run with -DBUILD=... -DSOURCE=... -DLIBDIR=... -DWORK=... -DCXX=...
 
 file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK})
 function(run)
   execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
   if(NOT result EQUAL 0)
@@ -9,15 +11,40 @@ function(run)
   endif()
   set(output "${output}" PARENT_SCOPE)
 endfunction()
-
-set(ENV{PKG_CONFIG_PATH} ${WORK}/prefix/${LIBDIR}/pkgconfig)
-run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/prefix)
-run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/installed -B ${WORK}/build -DSOURCE=${SOURCE}
-    -DCMAKE_PREFIX_PATH=${WORK}/prefix)
-run(${CMAKE_COMMAND} --build ${WORK}/build)
-foreach(host by_package by_pkg_config)
-  run(${WORK}/build/${host})
-  if(NOT output STREQUAL "255 102 0\n")
-    message(FATAL_ERROR "${host}: ${output}")
+function(expect pattern what)
+  if(NOT output MATCHES "${pattern}")
+    message(FATAL_ERROR "${what}: ${output}")
   endif()
+endfunction()
+
+get_filename_component(cpack ${CMAKE_COMMAND} DIRECTORY)
+run(${cpack}/cpack -G DEB --config ${BUILD}/CPackConfig.cmake -B ${WORK})
+foreach(package libgllib1 libgllib-dev)
+  file(GLOB file ${WORK}/${package}_*.deb)
+  run(dpkg-deb --field ${file} Depends)
+  set(depends_${package} "${output}")
+  run(dpkg-deb --extract ${file} ${WORK}/root)
 endforeach()
+set(output "${depends_libgllib1}")
+expect("libegl1.*libfreetype6.*libxcb1" "what libgllib1 depends on")
+set(output "${depends_libgllib-dev}")
+expect("^libgllib1 \\(= 1" "what libgllib-dev depends on")
+
+set(prefix ${WORK}/root/usr)
+set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
+run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/installed -B ${WORK}/build -DSOURCE=${SOURCE}
+    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CXX})
+run(${CMAKE_COMMAND} --build ${WORK}/build --parallel 2)
+run(sh -c "cd ${WORK} && cp ${SOURCE} host.cpp && ${CXX} host.cpp $(pkg-config --cflags --libs gllib) -o host")
+set(ENV{LD_LIBRARY_PATH} ${prefix}/${LIBDIR})
+foreach(host build/by_package build/by_pkg_config build/by_tables host)
+  run(${WORK}/${host})
+  expect("^255 102 0\n$" ${host})
+endforeach()
+
+# The tool finds the module that came with it, by its own place.
+unset(ENV{LD_LIBRARY_PATH})
+set(ENV{GLLIB_REGISTRY_DIR} ${WORK}/registry)
+run(${prefix}/bin/gllib-register)
+file(READ ${WORK}/registry/machine.reg output)
+expect("InprocServer32]\r?\n@=\"[^\"]*/root/usr/${LIBDIR}/libgllib.so.1" "the module that was registered")

@@ -3,6 +3,7 @@
 #include "platform/linux/display/EglDriver.h"
 
 #include <GL/gl.h>
+#include <dlfcn.h>
 
 #include <algorithm>
 #include <new>
@@ -26,11 +27,16 @@ class EglContext final : public DrawContext {
 
 constexpr int kLeastLargest = 2048;
 
+/// Keeps the driver in the process beyond the module, as its displays are never terminated: a module that is
+/// loaded again finds the display there, and the driver starts no further threads.
+void KeepDriver() noexcept { dlopen("libEGL.so.1", RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE); }
+
 }  // namespace
 
 bool EglDriver::Start(EGLDisplay aDisplay, EGLint aVisual) noexcept {
   if (aDisplay == EGL_NO_DISPLAY) return false;
   m_Display = aDisplay;
+  KeepDriver();
   bool started = false;
   try {
     std::thread([&] {

@@ -1,0 +1,120 @@
+// A host that loads the module, draws with it, unloads it and loads it again. Nothing of it may stay behind,
+// no thread and no mapping; what the drivers start and keep is theirs.
+
+#include <dlfcn.h>
+#include <gllib/GLClasses.h>
+#include <gllib/GLClient.h>
+#include <gllib/GLIdentifiers.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <iterator>
+#include <string>
+
+#include "support/Eventually.h"
+
+namespace {
+
+class Loaded {
+ public:
+  Loaded() : m_pModule(dlopen(GLLIB_MODULE_FILE, RTLD_NOW | RTLD_LOCAL)) {}
+  ~Loaded() {
+    if (m_pModule != nullptr) dlclose(m_pModule);
+  }
+  Loaded(const Loaded&) = delete;
+  Loaded& operator=(const Loaded&) = delete;
+
+  explicit operator bool() const { return m_pModule != nullptr; }
+  HRESULT CanUnload() const { return reinterpret_cast<HRESULT (*)()>(dlsym(m_pModule, "DllCanUnloadNow"))(); }
+  template <class Interface>
+  GLPtr<Interface> Make(REFCLSID aClass) const {
+    const auto get =
+        reinterpret_cast<HRESULT (*)(REFCLSID, REFIID, void**)>(dlsym(m_pModule, "DllGetClassObject"));
+    GLPtr<IClassFactory> factory;
+    GLPtr<Interface> object;
+    if (SUCCEEDED(get(aClass, IID_IClassFactory, factory.PutVoid())))
+      factory->CreateInstance(nullptr, Interface::Identifier, object.PutVoid());
+    return object;
+  }
+
+ private:
+  void* m_pModule;
+};
+
+class Orange final : public GLPainterBase {
+ public:
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
+    GLDATA_RGBA orange = {1.0f, 0.4f, 0.0f, 1.0f};
+    aCanvas->SetVertexColor(&orange);
+    aCanvas->BeginDrawTriangles();
+    aCanvas->Vertex3d(-90, -90, 0);
+    aCanvas->Vertex3d(90, -90, 0);
+    aCanvas->Vertex3d(0, 90, 0);
+    return aCanvas->EndDrawVertices();
+  }
+};
+
+class Snapshot final : public GLCaptureBase {
+ public:
+  HRESULT OnData(LONG aSuccess) noexcept override {
+    m_Taken.set_value(aSuccess != 0);
+    return S_OK;
+  }
+  std::promise<bool> m_Taken;
+};
+
+/// The red, green and blue that a new context shows in the middle of its picture.
+int DrawnColour(const Loaded& aModule, int aSize) {
+  const auto context = aModule.Make<IGLContext>(CLSID_GLContext);
+  EXPECT_EQ(context->Initialize(0), S_OK);
+  context->SetViewport(0, 0, aSize, aSize);
+  context->EnableLighting(0);
+  IGLViewer* viewer = nullptr;
+  context->CreateViewer(1, 1, &viewer);
+  context->AttachPainter(GLMake<Orange>().Get());
+  const auto picture = aModule.Make<IGLPixmap>(CLSID_GLPixmap);
+  const auto snapshot = GLMake<Snapshot>();
+  snapshot->Request(picture.Get());
+  context->AttachCapture(snapshot.Get());
+  EXPECT_TRUE(snapshot->m_Taken.get_future().get());
+  EXPECT_EQ(aModule.CanUnload(), S_FALSE);
+  GLDATA_RGBA4B middle = {};
+  picture->GetPixel(aSize / 2, aSize / 2, &middle);
+  return middle.m_bRed << 16 | middle.m_bGreen << 8 | middle.m_bBlue;
+}
+
+long Threads() {
+  const auto tasks = std::filesystem::directory_iterator("/proc/self/task");
+  return std::distance(begin(tasks), end(tasks));
+}
+
+bool IsMapped() {
+  std::ifstream maps("/proc/self/maps");
+  for (std::string line; std::getline(maps, line);) {
+    if (line.find("libgllib") != std::string::npos) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+TEST(Reload, LeavesNothingOfAModuleThatDrew) {
+  long afterFirst = 0;
+  for (int turn = 0; turn < 3; ++turn) {
+    {
+      const Loaded module;
+      ASSERT_TRUE(module) << dlerror();
+      EXPECT_EQ(module.CanUnload(), S_OK) << "a module just loaded";
+      EXPECT_EQ(DrawnColour(module, 64), 0xFF6600);
+      auto second = std::async(std::launch::async, [&] { return DrawnColour(module, 48); });
+      EXPECT_EQ(DrawnColour(module, 32), 0xFF6600);
+      EXPECT_EQ(second.get(), 0xFF6600);
+      ASSERT_TRUE(Eventually([&] { return module.CanUnload() == S_OK; }));
+    }
+    EXPECT_FALSE(IsMapped()) << "turn " << turn;
+    if (turn == 0) afterFirst = Threads();
+    EXPECT_LE(Threads(), afterFirst) << "turn " << turn;
+  }
+}

@@ -1,0 +1,175 @@
+// gllib-register and what it leaves in the registry: every key of every class, nothing of others lost, each
+// file replaced whole or not at all.
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+
+#include "component/PublishedIdentifiers.h"
+#include "platform/Registry.h"
+
+namespace {
+
+const std::string kTool = GLLIB_REGISTER_FILE;
+
+/// As the component writes them: keys of other programs, one that the module's own stand among.
+const std::string kOthers =
+    "Windows Registry Editor Version 5.00\r\n"
+    "\r\n; kept by "
+    "hand\r\n[HKEY_CLASSES_ROOT\\CLSID\\{00000000-1111-2222-3333-444444444444}\\InprocServer32]\r\n"
+    "@=\"/opt/other/module.so\"\r\n\"Wide\"=hex(2):41,00,00,00\r\n"
+    "\r\n[HKEY_CLASSES_ROOT\\Gl.GLContextual]\r\n@=\"a neighbour by name\"\r\n"
+    "\r\n; the end\r\n";
+
+class Register : public testing::Test {
+ protected:
+  Register() {
+    std::string folder = (std::filesystem::temp_directory_path() / "gllib-register-XXXXXX").string();
+    m_Folder = mkdtemp(folder.data());
+    UseFolder(m_Folder);
+  }
+  ~Register() override {
+    unsetenv("GLLIB_REGISTRY_DIR");
+    std::filesystem::remove_all(m_Folder);
+  }
+
+  static void UseFolder(const std::filesystem::path& aFolder) {
+    setenv("GLLIB_REGISTRY_DIR", aFolder.c_str(), 1);
+  }
+  void Put(const char* aFile, const std::string& aText) const {
+    std::ofstream(m_Folder / aFile, std::ios::binary) << aText;
+  }
+  std::string Get(const char* aFile) const {
+    std::ostringstream text;
+    text << std::ifstream(m_Folder / aFile, std::ios::binary).rdbuf();
+    return text.str();
+  }
+  /// The names in the folder, so that a file left beside shows.
+  std::string Files() const {
+    std::string names;
+    for (const auto& file : std::filesystem::directory_iterator(m_Folder))
+      names += file.path().filename().string() + ' ';
+    return names;
+  }
+
+  /// Runs a command. @return its exit status; m_Said holds what it said
+  int Run(const std::string& aCommand) {
+    m_Said.clear();
+    FILE* out = popen((aCommand + " 2>&1").c_str(), "r");
+    for (char piece[256]; std::fgets(piece, sizeof(piece), out) != nullptr;) m_Said += piece;
+    const int status = pclose(out);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+  static std::string Value(const std::string& aKey, const char* aName = nullptr) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(HKEY_CLASSES_ROOT, aKey.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return "no key";
+    char text[1024] = {};
+    DWORD type = 0, size = sizeof(text);
+    const LSTATUS status = RegQueryValueExA(key, aName, nullptr, &type, reinterpret_cast<BYTE*>(text), &size);
+    RegCloseKey(key);
+    return status == ERROR_SUCCESS && type == REG_SZ ? text : "no text";
+  }
+
+  std::filesystem::path m_Folder;
+  std::string m_Said;
+};
+
+}  // namespace
+
+TEST_F(Register, EntersEveryClassAndTakesNothingElseOut) {
+  const std::string stale = "CLSID\\{1750378D-FDFD-11D3-A317-000000000000}\\Stale";
+  Put("machine.reg",
+      std::string(kOthers).insert(kOthers.find("\r\n; the end"),
+                                  "\r\n[HKEY_CLASSES_ROOT\\" + stale + "]\r\n@=\"of an older module\"\r\n"));
+  ASSERT_EQ(Run(kTool), 0) << m_Said;
+  for (const PublishedClass& one : kPublishedClasses) {
+    SCOPED_TRACE(one.m_szName);
+    const std::string name = std::string("Gl.") + one.m_szName, id = std::string("{") + one.m_szId + "}";
+    const std::string description = std::string(one.m_szName) + " Class", key = "CLSID\\" + id;
+    EXPECT_EQ(Value(name + ".1"), description);
+    EXPECT_EQ(Value(name + ".1\\CLSID"), id);
+    EXPECT_EQ(Value(name), description);
+    EXPECT_EQ(Value(name + "\\CLSID"), id);
+    EXPECT_EQ(Value(name + "\\CurVer"), name + ".1");
+    EXPECT_EQ(Value(key), description);
+    EXPECT_EQ(Value(key + "\\ProgID"), name + ".1");
+    EXPECT_EQ(Value(key + "\\VersionIndependentProgID"), name);
+    EXPECT_EQ(Value(key + "\\InprocServer32"), std::filesystem::canonical(GLLIB_MODULE_FILE));
+    EXPECT_EQ(Value(key + "\\InprocServer32", "ThreadingModel"), "Both");
+    EXPECT_EQ(Value(key + "\\TypeLib"), "{17503780-FDFD-11D3-A317-000000000000}");
+  }
+  EXPECT_EQ(Value(stale), "no key") << "the key of a class is replaced whole";
+  ASSERT_EQ(Run(kTool + " --remove"), 0) << m_Said;
+  EXPECT_EQ(Get("machine.reg"), kOthers);
+  EXPECT_EQ(Files(), "machine.reg ");
+  EXPECT_EQ(Run(kTool + " --remove"), 0) << "what isn't there is no failure";
+}
+
+TEST_F(Register, TellsWhatItCannotWriteAndLeavesItAsItIs) {
+  Put("file", kOthers);
+  UseFolder(m_Folder / "file");
+  EXPECT_EQ(Run(kTool), 1);
+  EXPECT_NE(m_Said.find("0x80070005"), std::string::npos) << m_Said;
+  EXPECT_EQ(Get("file"), kOthers);
+
+  UseFolder(m_Folder);
+  std::filesystem::remove(m_Folder / "file");
+  for (const std::size_t length : {20u, 150u, 215u}) {  // in the header, in a key's name, in a value
+    Put("machine.reg", kOthers.substr(0, length));
+    for (const char* way : {"", " --remove"}) {
+      EXPECT_EQ(Run(kTool + way), 1) << length << way;
+      EXPECT_NE(m_Said.find("0x800703F1"), std::string::npos) << m_Said;
+    }
+    EXPECT_EQ(Get("machine.reg"), kOthers.substr(0, length));
+    EXPECT_EQ(Files(), "machine.reg ");
+  }
+}
+
+TEST_F(Register, StopsAtTheFirstFailureWithAWholeFile) {
+  Put("machine.reg", kOthers);
+  // Room for the first classes: writing fails in the middle of a file.
+  EXPECT_EQ(Run("trap '' XFSZ; ulimit -f 8; " + kTool), 1);
+  EXPECT_NE(m_Said.find("0x8007001D"), std::string::npos) << m_Said;
+  EXPECT_EQ(Files(), "machine.reg ");
+  EXPECT_EQ(Value("Gl.GLContext.1"), "GLContext Class");
+  EXPECT_EQ(Value("Gl.GLCanvas.1"), "no key");
+  ASSERT_EQ(Run(kTool + " --remove"), 0) << m_Said;
+  EXPECT_EQ(Get("machine.reg"), kOthers);
+}
+
+TEST_F(Register, WritesForOneUserThroughALinkWithItsRights) {
+  Put("elsewhere", kOthers);
+  namespace fs = std::filesystem;
+  fs::permissions(m_Folder / "elsewhere", fs::perms::owner_read | fs::perms::owner_write);
+  fs::create_symlink("elsewhere", m_Folder / "user.reg");
+  ASSERT_EQ(Run(kTool + " --user"), 0) << m_Said;
+  EXPECT_TRUE(fs::is_symlink(m_Folder / "user.reg"));
+  EXPECT_EQ(fs::status(m_Folder / "elsewhere").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_NE(Get("elsewhere").find("Gl.GLCanvas.1"), std::string::npos);
+  EXPECT_FALSE(fs::exists(m_Folder / "machine.reg"));
+}
+
+TEST_F(Register, AnswersItsCommandLine) {
+  const struct {
+    const char* m_szArguments;
+    int m_iStatus;
+    const char* m_szSaid;
+  } cases[] = {
+      {" --help", 0, "usage: gllib-register"},       {" --what", 2, "usage: gllib-register"},
+      {" one two", 2, "usage: gllib-register"},      {" /nowhere/libgllib.so", 3, "/nowhere/libgllib.so"},
+      {" libm.so.6", 3, "has no DllRegisterServer"},
+  };
+  for (const auto& one : cases) {
+    EXPECT_EQ(Run(kTool + one.m_szArguments), one.m_iStatus) << one.m_szArguments;
+    EXPECT_NE(m_Said.find(one.m_szSaid), std::string::npos) << m_Said;
+  }
+  EXPECT_EQ(Files(), "");
+}
