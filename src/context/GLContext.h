@@ -20,6 +20,7 @@
 #include "component/Object.h"
 #include "component/SiteLink.h"
 #include "context/GLClipPlane.h"
+#include "context/ListNames.h"
 #include "platform/PixelFormat.h"
 #include "platform/RenderingContext.h"
 #include "platform/SystemInfo.h"
@@ -180,6 +181,8 @@ class GLContext final
   void DrawOffscreen(IGLCapture& aCapture, const class OffscreenSurface& aSurface) noexcept;
   static constexpr int kDroppedLists = 32767;  // the names that DropAllLists takes along, from 1
   void DropAllLists() noexcept;
+  void DropStaleLists() noexcept;
+  unsigned GenLists(int aCount) noexcept;
   unsigned FindFreeLists(int aCount) noexcept;
 
   std::shared_ptr<PThread> DrawThread() const noexcept;
@@ -224,6 +227,8 @@ class GLContext final
   std::mutex m_ReplaceLock;                  // one replacement of window and thread at a time
   std::mutex m_SelectLock;                   // one selection at a time
   const GLContext* m_pAwaited = nullptr;     // in whose selection the draw thread waits; see DrawThreadWait
+  ListNames m_Lists;                         // named by list keys; the draw thread's alone, as the next two
+  ULONG m_uListsGeneration = 0;              // of the keys that name them
   unsigned m_uNextList = 1;                  // where a search for free lists goes on; the draw thread's alone
   std::atomic<bool> m_bClipResetDue{false};  // clip planes still to be switched off in GL
   std::atomic_flag m_bReleased;              // the last reference has gone

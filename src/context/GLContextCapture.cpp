@@ -163,5 +163,6 @@ void GLContext::DrawOffscreen(IGLCapture& aCapture, const OffscreenSurface& aSur
 // All lists of the current rendering context go, and every list key with them.
 void GLContext::DropAllLists() noexcept {
   glDeleteLists(1, kDroppedLists);
-  ++g_uListGeneration;
+  m_uListsGeneration = ++g_uListGeneration;
+  m_Lists.Clear();
 }

@@ -46,6 +46,7 @@ void GLContext::DrawFrame() noexcept {
 
 void GLContext::BeginFrame() noexcept {
   LockGL();
+  DropStaleLists();
   const GLDATA_RGBA color = m_sBackgroundColor;
   glClearColor(color.m_fRed, color.m_fGreen, color.m_fBlue, color.m_fAlpha);
   if (m_bDepthEnabled) {

@@ -154,6 +154,7 @@ bool GLContext::CreateRenderingContext() noexcept {
   m_uContextNumber = ++lastNumber;
   m_uLitNumbers = 0;
   m_bClipResetDue = false;
+  m_Lists.Clear();
   m_hRC = context;
   return true;
 }

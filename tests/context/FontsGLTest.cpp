@@ -116,6 +116,34 @@ TEST(ContextFonts, OutliveTheirContext) {
   EXPECT_EQ(fonts.m_ap[1]->Print(nullptr, &start), E_GL_BADSTATE);
 }
 
+TEST(ContextFonts, LeaveNoListsBehindWhenAnotherContextCaptures) {
+  ContextFixture fixture(16, 16);
+  const Fonts fonts(fixture.Context());
+  GLuint hosts = 0;
+  const auto lists = [&] {
+    int count = 0;
+    fixture.Frame([&](Scene&) {
+      if (hosts == 0) glNewList(hosts = glGenLists(1), GL_COMPILE), glEndList();
+      fonts.Print();
+      for (GLuint name = 1; name < 32768; ++name) count += glIsList(name);
+    });
+    return count;
+  };
+  const int before = lists();
+  EXPECT_GE(before, 4 * 256);
+
+  const auto other = GLCreate<IGLContext>(CLSID_GLContext);
+  ASSERT_EQ(other->Initialize(0), S_OK);
+  other->SetViewport(0, 0, 16, 16);
+  for (int i = 0; i < 3; ++i) {
+    const auto captures = GLMake<Captures>(1);
+    other->AttachCapture(captures.Get());
+    ASSERT_TRUE(Eventually([&] { return captures->m_iLeft == 0; }));
+    EXPECT_EQ(lists(), before);
+  }
+  fixture.Frame([&](Scene&) { EXPECT_TRUE(glIsList(hosts)) << "which the painter has made by itself"; });
+}
+
 TEST(ContextFonts, PrintAndMeasureOverCaptures) {
   const auto context = GLCreate<IGLContext>(CLSID_GLContext);
   ASSERT_EQ(context->Initialize(0), S_OK);
