@@ -32,11 +32,10 @@ class SoakHost::Painter : public GLPainterBase {
     const GLString face("DejaVu Sans");
     IGLFont *raster = nullptr, *outline = nullptr;
     aContext.CreateRasterFont(face, 0, 400, 0, -12, 0, &raster);
-    aContext.CreateTrueTypeFont(face, 0, 400, 0, 1, &outline);
+    if (m_Role != SoakRole::kSelects) aContext.CreateTrueTypeFont(face, 0, 400, 0, 1, &outline);
     m_apFonts[0] = GLPtr<IGLFont>::FromBorrowed(raster);
     m_apFonts[1] = GLPtr<IGLFont>::FromBorrowed(outline);
     aContext.CreateSystemFont(m_apFonts[2].Put());
-    if (m_Role != SoakRole::kTextures) return;  // an internal font is a texture
     GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->CreateInternalFont(GLString("HAND"),
                                                                                      m_apFonts[3].Put());
   }
@@ -44,12 +43,16 @@ class SoakHost::Painter : public GLPainterBase {
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {
     aCanvas->SetDrawAttributes(m_Attributes.Get());
     aCanvas->SetMaterial(m_Material.Get());
-    DrawList(*aCanvas);
+    if (m_Role == SoakRole::kSelects) {
+      DrawBars(*aCanvas);
+    } else {
+      DrawList(*aCanvas);
+    }
     GLDATA_POINT start{-0.5, -0.5, 0};
     for (const auto& font : m_apFonts) {
       if (font) font->Print(m_Text, &start);
     }
-    if (m_Role == SoakRole::kTextures) DrawFace(*aContext);
+    DrawFace(*aContext);
     DrawTransparent(*aCanvas);
     ++m_iFrames;
     return S_OK;
@@ -58,26 +61,29 @@ class SoakHost::Painter : public GLPainterBase {
   std::atomic<long> m_iFrames{0};
 
  private:
+  static void DrawBars(IGLCanvas& aCanvas) {
+    for (ULONG id = 1; id <= 50; ++id) {
+      aCanvas.SetTestID(id);
+      aCanvas.BeginDrawTriangles();
+      const float x = static_cast<float>(id) / 25.0f - 1.0f;
+      aCanvas.SetVertexNormal3f(0, 0, 1);
+      aCanvas.Vertex3f(x, -1, 0);
+      aCanvas.Vertex3f(x + 0.04f, -1, 0);
+      aCanvas.Vertex3f(x, 1, 0);
+      aCanvas.EndDrawVertices();
+    }
+  }
+
   void DrawList(IGLCanvas& aCanvas) {
     LONG compiled = 0;
     aCanvas.IsCompiledList(m_iList, &compiled);
     if (compiled == 0) {
       aCanvas.BeginCompileList(&m_iList);
-      for (ULONG id = 1; id <= 50; ++id) {
-        aCanvas.SetTestID(id);
-        aCanvas.BeginDrawTriangles();
-        const float x = static_cast<float>(id) / 25.0f - 1.0f;
-        aCanvas.SetVertexNormal3f(0, 0, 1);
-        aCanvas.Vertex3f(x, -1, 0);
-        aCanvas.Vertex3f(x + 0.04f, -1, 0);
-        aCanvas.Vertex3f(x, 1, 0);
-        aCanvas.EndDrawVertices();
-      }
+      DrawBars(aCanvas);
       aCanvas.EndCompileList();
     }
     aCanvas.DrawCompiledList(m_iList);
-    if (m_Role != SoakRole::kSelects && m_iFrames % 200 == 199)
-      aCanvas.DeleteCompiledList(std::exchange(m_iList, 0));
+    if (m_iFrames % 200 == 199) aCanvas.DeleteCompiledList(std::exchange(m_iList, 0));
   }
 
   void DrawFace(IGLContext& aContext) {

@@ -5,13 +5,11 @@
 
 #include <gllib/GLLibHost.h>
 
-/// What a host does beside drawing, as far as Mesa's software driver bears it: lists that were drawn in
-/// selection mode, and a mebibyte of each context that ever selected, stay in its memory; and it crashes when
-/// two contexts load textures of several levels at the same time.
+/// What a host does beside drawing, as far as Mesa's software driver bears it: it keeps lists of vertices
+/// that were drawn in selection mode, and a mebibyte of each context that ever selected.
 enum class SoakRole {
-  kSelects,   // and keeps its lists; stays
-  kTextures,  // and captures; one at a time
-  kCaptures,  // and makes its lists anew
+  kSelects,  // without lists of vertices; stays
+  kCaptures,
 };
 
 /// A context and a painter of everything. The thread that makes it calls Round, again and again.
