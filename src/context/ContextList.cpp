@@ -28,15 +28,17 @@ HWND TopLevelOf(HWND aWindow) noexcept {
   return aWindow;
 }
 
-// Only the first context's top-level window counts; on a match every context is served.
+// Only the first context's top-level window counts; on a match every context is served. One without a parent is
+// its own top-level window and has had the message.
 void PassDown(const CWPRETSTRUCT& aMessage) noexcept {
   const PLock lock(g_ContextsLock);
   int position = 0;
   GLContext* context = g_Contexts.GetFirst(position);
   if (context == nullptr || TopLevelOf(context->Window()) != aMessage.hwnd) return;
   for (; context != nullptr; context = g_Contexts.GetNext(position)) {
-    if (context->Window() != nullptr)
-      PostMessageA(context->Window(), aMessage.message, aMessage.wParam, aMessage.lParam);
+    const HWND window = context->Window();
+    if (window != nullptr && window != aMessage.hwnd)
+      PostMessageA(window, aMessage.message, aMessage.wParam, aMessage.lParam);
   }
 }
 

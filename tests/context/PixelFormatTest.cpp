@@ -107,6 +107,28 @@ TEST(Palette, FollowsTheFormatsShiftsAndWidths) {
   EXPECT_TRUE(PaletteEntries(format).empty());
 }
 
+TEST(Palette, IsRealisedWithTheWindowAndAtTheSystemsMessages) {
+  const DisplayGuard guard;
+  const auto display = ScriptedDisplay::Set();
+  display->m_vWindowFormats = HeadlessDisplay::Open()->Formats(SurfaceKind::kWindow);
+  for (DisplayFormat& format : display->m_vWindowFormats) {
+    format.m_Description.dwFlags |= PFD_NEED_PALETTE;
+    format.m_Description.cColorBits = 8;
+  }
+  display->m_iChosen = 1;
+  const auto context = GLCreate<IGLContext>(CLSID_GLContext);
+  ASSERT_EQ(context->Initialize(0), S_OK);
+  EXPECT_EQ(display->m_iRealized, 1);
+  ULONG_PTR number = 0;
+  context->GetWindow(&number);
+  const HWND window = Number(number);
+  PostMessageA(window, WM_PALETTECHANGED, number, 0);  // its own doing: nothing to do
+  PostMessageA(window, WM_PALETTECHANGED, number + 1, 0);
+  EXPECT_TRUE(Eventually([&] { return display->m_iRealized == 2; }));
+  PostMessageA(window, WM_QUERYNEWPALETTE, 0, 0);
+  EXPECT_TRUE(Eventually([&] { return display->m_iRealized == 3; }));
+}
+
 TEST(Switches, ChooseTheScanAndTheSamples) {
   struct {
     const char* machine;

@@ -66,10 +66,13 @@ class ScriptedDisplay : public DisplayServer {
   bool MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept override;
   bool Swap(HWND aWindow, DrawSurface& aSurface) noexcept override;
   int LargestSurface() noexcept override { return m_pReal->LargestSurface(); }
-  bool RealizePalette() noexcept override { return m_bRealizes; }
+  bool RealizePalette() noexcept override {
+    ++m_iRealized;
+    return m_bRealizes;
+  }
   DWORD PlatformId() noexcept override { return m_dwPlatformId; }
 
-  std::atomic<int> m_iSwaps{0};
+  std::atomic<int> m_iSwaps{0}, m_iRealized{0};
 
  private:
   std::shared_ptr<DisplayServer> m_pReal = HeadlessDisplay::Open();
