@@ -162,7 +162,7 @@ void GLContext::DrawOffscreen(IGLCapture& aCapture, const OffscreenSurface& aSur
 
 // All lists of the current rendering context go, and every list key with them.
 void GLContext::DropAllLists() noexcept {
-  glDeleteLists(1, kDroppedLists);
+  m_Lists.Delete();
+  glDeleteLists(1, kDroppedLists);  // those too that the painter made by itself
   m_uListsGeneration = ++g_uListGeneration;
-  m_Lists.Clear();
 }

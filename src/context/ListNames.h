@@ -8,19 +8,17 @@
 
 class ListNames {
  public:
-  void Add(unsigned aFirst, int aCount) noexcept {
-    for (unsigned name = aFirst; aCount > 0; ++name, --aCount) m_bsHeld.set(name & kLast);
-  }
-  void Remove(unsigned aFirst, int aCount) noexcept {
-    for (unsigned name = aFirst; aCount > 0; ++name, --aCount) m_bsHeld.reset(name & kLast);
-  }
-  /// Forgets all: they are gone, with their rendering context or from it.
-  void Clear() noexcept { m_bsHeld.reset(); }
-  /// Deletes all in the rendering context that is current.
+  /// Notes a block of names that were made together.
+  void Add(unsigned aFirst, int aCount) noexcept;
+  void Remove(unsigned aFirst, int aCount) noexcept;
+  /// Forgets all: they are gone with their rendering context.
+  void Clear() noexcept;
+  /// Deletes all in the rendering context that is current, block by block: what a driver keeps beside a block
+  /// goes with the whole block alone.
   void Delete() noexcept;
 
  private:
-  static constexpr unsigned kLast = 0xFFFF;  // of the names that fit a key
+  static constexpr unsigned kNames = 0x10000;  // those that fit a key
 
-  std::bitset<kLast + 1> m_bsHeld;
+  std::bitset<kNames> m_bsHeld, m_bsFirst;  // all names; the first ones of blocks
 };
