@@ -88,6 +88,16 @@ TEST_F(CanvasOrder, OperationsAreTheirPlainCalls) {
       {"normals are floats",
        [&] { canvas->SetVertexNormal(&point), canvas->SetVertexNormal3d(0, 0.1, 1); },
        {"glNormal3f(16777216, -2, 3)", "glNormal3f(0, 0.1, 1)"}},
+      {"attribute brackets",
+       [&] {
+         canvas->PushDepthAttribute(), canvas->PopDepthAttribute();
+         canvas->PushLightAttribute(), canvas->PopLightAttribute();
+         canvas2->PushAttrib(GL_LINE_BIT), canvas2->PopAttrib();
+         canvas13->PushDepthMask(0), canvas->PopDepthAttribute();
+       },
+       {"glPushAttrib(256)", "glDisable(GL_DEPTH_TEST)", "glPopAttrib()", "glPushAttrib(64)",
+        "glDisable(GL_LIGHTING)", "glPopAttrib()", "glPushAttrib(4)", "glPopAttrib()", "glPushAttrib(256)",
+        "glDepthMask(GL_FALSE)", "glPopAttrib()"}},
       {"stipple factor",
        [&] { canvas->SetVertexLineStipple(255, -3); },
        {"glEnable(GL_LINE_STIPPLE)", "glLineStipple(GL_ONE, 255)"}},

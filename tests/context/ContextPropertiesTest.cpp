@@ -1,0 +1,119 @@
+// What a context keeps of its own: properties, viewport and the coordinates that follow from it. No window.
+
+#include <gllib/GLLibHost.h>
+#include <gllib/IGLFog.h>
+#include <gllib/IGLLight.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <climits>
+#include <limits>
+
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN(), kHuge = 1e300;
+
+std::array<float, 4> Components(const GLDATA_RGBA& c) {
+  return {c.m_fRed, c.m_fGreen, c.m_fBlue, c.m_fAlpha};
+}
+
+GLPtr<IGLContext> NewContext(int aWidth, int aHeight) {
+  auto context = GLCreate<IGLContext>(CLSID_GLContext);
+  context->SetViewport(0, 0, aWidth, aHeight);
+  return context;
+}
+
+}  // namespace
+
+TEST(ContextProperties, AreWhatWasSetWithinTheirRanges) {
+  const auto context = GLCreate<IGLContext>(CLSID_GLContext);
+  struct {
+    HRESULT (IGLContext::*set)(LONG) noexcept;
+    HRESULT (IGLContext::*get)(LONG*) noexcept;
+    LONG start;
+  } const switches[] = {
+      {&IGLContext::EnableDepth, &IGLContext::IsDepthEnabled, 1},
+      {&IGLContext::EnableLighting, &IGLContext::IsLightingEnabled, 1},
+      {&IGLContext::EnableAmbientLight, &IGLContext::IsAmbientLightEnabled, 1},
+  };
+  for (const auto& s : switches) {
+    LONG now = -1;
+    (*context.*s.get)(&now);
+    EXPECT_EQ(now, s.start);
+    for (const LONG value : {0, 7}) {
+      (*context.*s.set)(value);
+      (*context.*s.get)(&now);
+      EXPECT_EQ(now, value != 0 ? 1 : 0);
+    }
+    EXPECT_EQ((*context.*s.get)(nullptr), E_INVALIDARG);
+  }
+  GLDATA_RGBA wide{-1, 2, 0.5f, 0.25f}, now{};
+  EXPECT_EQ(context->SetBackgroundColor(&wide), S_OK);
+  context->GetBackgroundColor(&now);
+  EXPECT_EQ(Components(now), Components({0, 1, 0.5f, 0.25f}));
+  context->GetAmbientLight(&now);
+  const float alpha = now.m_fAlpha;
+  EXPECT_EQ(context->SetAmbientLight(&wide), S_OK);
+  context->GetAmbientLight(&now);
+  EXPECT_EQ(Components(now), Components({0, 1, 0.5f, alpha})) << "the alpha isn't the host's";
+  for (const auto refused : {context->SetBackgroundColor(nullptr), context->GetBackgroundColor(nullptr),
+                             context->SetAmbientLight(nullptr), context->EnumLights(nullptr)}) {
+    EXPECT_EQ(refused, E_INVALIDARG);
+  }
+}
+
+TEST(ContextMembers, AreListedUntilTheyAreDestroyed) {
+  const auto context = GLCreate<IGLContext>(CLSID_GLContext);
+  IGLLight* light = nullptr;
+  IGLViewer* viewer = nullptr;
+  ASSERT_EQ(context->CreateLight(&light), S_OK);
+  ASSERT_EQ(context->CreateViewer(1, 0, &viewer), S_OK);
+  const auto counts = [&] {
+    const auto lights = GLCreate<IGLCollection>(CLSID_GLCollection);
+    const auto viewers = GLCreate<IGLCollection>(CLSID_GLCollection);
+    context->EnumLights(lights.Get());
+    context->EnumViewers(viewers.Get());
+    int lit = 9, viewed = 9;
+    lights->GetSize(&lit);
+    viewers->GetSize(&viewed);
+    return std::pair(lit, viewed);
+  };
+  EXPECT_EQ(counts(), std::pair(1, 1));
+  context->DestroyLight(light);
+  context->DestroyViewer(viewer);
+  EXPECT_EQ(counts(), std::pair(0, 0));
+}
+
+TEST(ScreenCoordinates, RunFromMinusOneToOneOverTheShorterSide) {
+  struct {
+    int width, height, x, y;
+    double scsX, scsY;
+  } const points[] = {
+      {800, 600, 400, 300, 0, 0}, {800, 600, 0, 0, -4.0 / 3, 1}, {800, 600, 800, 600, 4.0 / 3, -1},
+      {300, 600, 0, 0, -1, 2},    {300, 600, 300, 450, 1, -1},   {100, 100, 75, 100, 0.5, -1},
+  };
+  for (const auto& p : points) {
+    SCOPED_TRACE(testing::Message() << p.x << ", " << p.y << " of " << p.width << " by " << p.height);
+    const auto context = NewContext(p.width, p.height);
+    double scsX = 9, scsY = 9;
+    EXPECT_EQ(context->DeviceToSCS(p.x, p.y, &scsX, &scsY), S_OK);
+    EXPECT_NEAR(scsX, p.scsX, 1e-12);
+    EXPECT_NEAR(scsY, p.scsY, 1e-12);
+    int x = -9, y = -9;
+    // A hair inside of the pixel, so that the cut toward zero doesn't fall on its edge.
+    EXPECT_EQ(context->SCSToDevice(p.scsX + 1e-6, p.scsY - 1e-6, &x, &y), S_OK);
+    EXPECT_EQ(x, p.x);
+    EXPECT_EQ(y, p.y);
+  }
+  const auto context = NewContext(0, -5);
+  int width = 0, height = 0, x = 9, y = 9;
+  context->GetViewportWidth(&width);
+  context->GetViewportHeight(&height);
+  EXPECT_EQ(std::pair(width, height), std::pair(1, 1));
+  EXPECT_EQ(context->SCSToDevice(kNaN, kNaN, &x, &y), S_OK);
+  EXPECT_EQ(std::pair(x, y), std::pair(0, 0));
+  context->SCSToDevice(kHuge, kHuge, &x, &y);
+  EXPECT_EQ(std::pair(x, y), std::pair(INT_MAX, INT_MIN));
+  EXPECT_EQ(context->SCSToDevice(0, 0, nullptr, &y), E_INVALIDARG);
+  EXPECT_EQ(context->DeviceToSCS(0, 0, nullptr, nullptr), E_INVALIDARG);
+}
