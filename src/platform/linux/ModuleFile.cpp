@@ -4,20 +4,24 @@
 
 #include <dlfcn.h>
 
-#include <cstdlib>
 #include <cstring>
-#include <memory>
+#include <filesystem>
+#include <string>
 
 DWORD GetModuleFileNameA(HMODULE, char* szPath, DWORD nSize) noexcept {
+  // The folder is resolved, the name stays: a link with the interface's version outlives the file's version.
   Dl_info info{};
   if (dladdr(reinterpret_cast<const void*>(&GetModuleFileNameA), &info) == 0 || info.dli_fname == nullptr)
     return 0;
-  const std::unique_ptr<char, void (*)(void*)> full(realpath(info.dli_fname, nullptr), std::free);
-  const char* path = full != nullptr ? full.get() : info.dli_fname;
-  const std::size_t length = std::strlen(path);
-  if (length >= nSize) return nSize;
-  std::memcpy(szPath, path, length + 1);
-  return static_cast<DWORD>(length);
+  try {
+    const std::filesystem::path file = std::filesystem::absolute(info.dli_fname);
+    const std::string path = std::filesystem::canonical(file.parent_path()) / file.filename();
+    if (path.size() >= nSize) return nSize;
+    std::memcpy(szPath, path.c_str(), path.size() + 1);
+    return static_cast<DWORD>(path.size());
+  } catch (...) {
+    return 0;
+  }
 }
 
 HRESULT RegisterModuleTypeLib(const char*) noexcept { return S_OK; }
