@@ -42,7 +42,7 @@ class GlviewWindow : public ::testing::Test {
 
   /// A model of many triangles.
   std::string Grid() const {
-    constexpr int kSide = 400;
+    constexpr int kSide = 500;
     const std::string model = m_folder / "grid.obj";
     {
       std::ofstream file(model);
@@ -149,7 +149,7 @@ TEST_F(GlviewWindow, ShowsABarWhileALargeModelIsRead) {
   Open(Grid(), "reading");
   const int barY = kHeight / 2 + kHeight * 44 / 100;  // within the bar, whose left quarter is soon full
   EXPECT_TRUE(Eventually([&] { return Pixel(kWidth / 4 + 5, barY) >> 16 > 0xC0; }));
-  EXPECT_TRUE(TitleBeginsWith("grid.obj - 320000 triangles")) << m_screen.Title();
+  EXPECT_TRUE(TitleBeginsWith("grid.obj - 500000 triangles")) << m_screen.Title();
   EXPECT_TRUE(Eventually([&] { return Pixel(kMiddleX, kMiddleY) >> 16 > 0x60; }));
   EXPECT_TRUE(Eventually([&] { return Pixel(kWidth / 4 + 5, barY) != 0xFF8C1A; })) << "the bar goes";
 }
