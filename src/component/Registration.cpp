@@ -39,13 +39,8 @@ class Writer {
  public:
   void Set(const std::string& aKey, const std::string& aText, const char* aName = nullptr) {
     if (m_iStatus != ERROR_SUCCESS) return;
-    HKEY key = nullptr;
-    m_iStatus =
-        RegCreateKeyExA(HKEY_CLASSES_ROOT, aKey.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr);
-    if (m_iStatus != ERROR_SUCCESS) return;
-    m_iStatus = RegSetValueExA(key, aName, 0, REG_SZ, reinterpret_cast<const BYTE*>(aText.c_str()),
-                               static_cast<DWORD>(aText.size() + 1));
-    RegCloseKey(key);
+    m_iStatus = RegSetKeyValueA(HKEY_CLASSES_ROOT, aKey.c_str(), aName, REG_SZ, aText.c_str(),
+                                static_cast<DWORD>(aText.size() + 1));
   }
 
   void Remove(const std::string& aKey) {

@@ -14,7 +14,7 @@ using REGSAM = DWORD;
 inline const HKEY HKEY_CLASSES_ROOT = reinterpret_cast<HKEY>(std::uintptr_t{0x80000000});
 inline const HKEY HKEY_CURRENT_USER = reinterpret_cast<HKEY>(std::uintptr_t{0x80000001});
 inline const HKEY HKEY_LOCAL_MACHINE = reinterpret_cast<HKEY>(std::uintptr_t{0x80000002});
-inline constexpr REGSAM KEY_READ = 0x20019, KEY_WRITE = 0x20006, KEY_WOW64_64KEY = 0x100;
+inline constexpr REGSAM KEY_READ = 0x20019, KEY_WOW64_64KEY = 0x100;
 inline constexpr DWORD REG_NONE = 0, REG_SZ = 1, REG_BINARY = 3, REG_DWORD = 4;
 inline constexpr LSTATUS ERROR_SUCCESS = 0, ERROR_FILE_NOT_FOUND = 2, ERROR_ACCESS_DENIED = 5,
                          ERROR_INVALID_HANDLE = 6, ERROR_MORE_DATA = 234, ERROR_INVALID_PARAMETER = 87,
@@ -24,10 +24,8 @@ LSTATUS RegOpenKeyExA(HKEY hKey, const char* szSubKey, DWORD dwOptions, REGSAM s
                       HKEY* phkResult) noexcept;
 LSTATUS RegQueryValueExA(HKEY hKey, const char* szValueName, DWORD* pReserved, DWORD* pType, BYTE* pData,
                          DWORD* pcbData) noexcept;
-LSTATUS RegCreateKeyExA(HKEY hKey, const char* szSubKey, DWORD dwReserved, char* szClass, DWORD dwOptions,
-                        REGSAM samDesired, void* pSecurity, HKEY* phkResult, DWORD* pdwDisposition) noexcept;
-LSTATUS RegSetValueExA(HKEY hKey, const char* szValueName, DWORD dwReserved, DWORD dwType, const BYTE* pData,
-                       DWORD cbData) noexcept;
+LSTATUS RegSetKeyValueA(HKEY hKey, const char* szSubKey, const char* szValueName, DWORD dwType,
+                        const void* pData, DWORD cbData) noexcept;
 LSTATUS RegDeleteTreeA(HKEY hKey, const char* szSubKey) noexcept;
 LSTATUS RegCloseKey(HKEY hKey) noexcept;
 

@@ -56,13 +56,7 @@ class Registry : public testing::Test {
     return std::to_string(type) + ":" + std::string(data, data + size);
   }
   static LSTATUS Set(HKEY aRoot, const char* aKey, const char* aName, const std::string& aText) {
-    HKEY key = nullptr;
-    LSTATUS status = RegCreateKeyExA(aRoot, aKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr);
-    if (status != ERROR_SUCCESS) return status;
-    status = RegSetValueExA(key, aName, 0, REG_SZ, reinterpret_cast<const BYTE*>(aText.c_str()),
-                            static_cast<DWORD>(aText.size() + 1));
-    RegCloseKey(key);
-    return status;
+    return RegSetKeyValueA(aRoot, aKey, aName, REG_SZ, aText.c_str(), static_cast<DWORD>(aText.size() + 1));
   }
 
   const std::filesystem::path m_Folder =

@@ -161,28 +161,13 @@ LSTATUS RegQueryValueExA(HKEY hKey, const char* szValueName, DWORD*, DWORD* pTyp
   });
 }
 
-LSTATUS RegCreateKeyExA(HKEY hKey, const char* szSubKey, DWORD, char*, DWORD, REGSAM, void*, HKEY* phkResult,
-                        DWORD*) noexcept {
-  if (phkResult == nullptr) return ERROR_INVALID_PARAMETER;
-  *phkResult = nullptr;
+LSTATUS RegSetKeyValueA(HKEY hKey, const char* szSubKey, const char* szValueName, DWORD dwType,
+                        const void* pData, DWORD cbData) noexcept {
   return Guarded(hKey, [&] {
-    const std::string path = PathOf(hKey, szSubKey);
-    if (!FitsALine(path)) return ERROR_INVALID_PARAMETER;
-    const LSTATUS status = ChangeFile(path, [&](RegistryFile& file) {
-      file.Make(path);
-      return ERROR_SUCCESS;
-    });
-    if (status == ERROR_SUCCESS) *phkResult = new HKEY__{path};
-    return status;
-  });
-}
-
-LSTATUS RegSetValueExA(HKEY hKey, const char* szValueName, DWORD, DWORD dwType, const BYTE* pData,
-                       DWORD cbData) noexcept {
-  return Guarded(hKey, [&] {
-    const std::string path = PathOf(hKey, nullptr), name = szValueName != nullptr ? szValueName : "";
-    const std::vector<BYTE> data(pData, pData + cbData);
-    if (!FitsALine(name) || (dwType == REG_SZ && !FitsALine({data.begin(), data.end()})))
+    const std::string path = PathOf(hKey, szSubKey), name = szValueName != nullptr ? szValueName : "";
+    const auto* first = static_cast<const BYTE*>(pData);
+    const std::vector<BYTE> data(first, first + cbData);
+    if (!FitsALine(path) || !FitsALine(name) || (dwType == REG_SZ && !FitsALine({data.begin(), data.end()})))
       return ERROR_INVALID_PARAMETER;
     return ChangeFile(path, [&](RegistryFile& file) {
       RegistryValue& value = file.Make(path).m_Values[name];
