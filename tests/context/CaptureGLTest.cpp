@@ -245,6 +245,27 @@ long ResidentKiB() {
 
 }  // namespace
 
+TEST(Capture, TakesThePartThatIsAskedForFromTheTop) {
+  for (const DWORD platform : {2u, 1u}) {
+    SCOPED_TRACE(platform);
+    const DisplayGuard guard;
+    ScriptedDisplay::Set()->m_dwPlatformId = platform;
+    g_sVersion = {};
+    const Captured scene;
+    ASSERT_EQ(scene.capture->Take(), 1);
+    const Picture whole = scene.capture->Result();
+    scene.capture->x = 5, scene.capture->y = 7, scene.capture->width = 40, scene.capture->height = 30;
+    ASSERT_EQ(scene.capture->Take(), 1);
+    const Picture part = scene.capture->Result();
+    int others = 0;
+    for (int x = 0; x < 40; ++x) {
+      for (int y = 0; y < 30; ++y) others += part.At(x, y) != whole.At(x + 5, y + 7) ? 1 : 0;
+    }
+    EXPECT_EQ(others, 0);
+  }
+  g_sVersion = {};
+}
+
 TEST(Capture, EqualsTheWindowsPictureBothWays) {
   for (const DWORD platform : {2u, 1u}) {
     SCOPED_TRACE(platform);

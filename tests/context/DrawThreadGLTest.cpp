@@ -143,6 +143,31 @@ TEST(Context, ReplacesWindowAndThreadAtAFurtherInitialize) {
   EXPECT_TRUE(Eventually([&] { return *painted.frames > before; })) << "viewers and painter stay";
 }
 
+TEST(Context, ExchangesNoPainterDuringAFrame) {
+  std::atomic<bool> inside{false};
+  const Painted slow([&](Scene&) {
+    inside = true;
+    std::this_thread::sleep_for(50ms);
+    inside = false;
+  });
+  ASSERT_TRUE(Eventually([&] { return inside.load(); }));
+  slow.context->AttachPainter(GLMake<TestPainter>([](Scene&) {}).Get());
+  EXPECT_FALSE(inside);
+}
+
+TEST(Context, ForgetsADefaultFontThatIsDestroyed) {
+  const auto context = NewContext();
+  GLPtr<IGLFont> font, found;
+  ASSERT_EQ(context->CreateSystemFont(font.Put()), S_OK);
+  EXPECT_EQ(context->SetDefaultFont(font.Get()), S_OK);
+  EXPECT_EQ(context->GetDefaultFont(found.Put()), S_OK);
+  EXPECT_EQ(found, font);
+  context->DestroyFont(font.Get());
+  EXPECT_EQ(context->GetDefaultFont(found.Put()), S_OK);
+  EXPECT_FALSE(found);
+  EXPECT_EQ(context->SetDefaultFont(font.Get()), E_FAIL) << "it isn't the context's any more";
+}
+
 TEST(Context, EndsWhileItsPainterDrawsAndByItsPainter) {
   std::atomic<bool> inside{false};
   {

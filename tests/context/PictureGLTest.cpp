@@ -8,6 +8,7 @@
 #include <glm/gtc/matrix_transform.hpp>
 #include <span>
 
+#include "component/Module.h"
 #include "platform/GL.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
@@ -373,6 +374,11 @@ TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
   ExpectEqual(ours(), plain({{-1, 0, 0, 0}}), "left half");
   context.Context().ResetClipPlanes();
   ExpectEqual(ours(), plain({}), "no planes");
+  // The first one cuts everything. Those that follow cut nothing, and the last of them takes its name.
+  GLDATA_POINT g{1000, 0, 0}, h{1000, 1, 0}, i{1000, 0, 1};
+  ASSERT_EQ(context.Context().ClipPlane(&g, &h, &i), S_OK);
+  for (int n = 0; n < g_iMaxClipPlanes; ++n) ASSERT_EQ(context.Context().ClipPlane(&g, &i, &h), S_OK);
+  ExpectEqual(ours(), plain({}), "planes beyond GL's number");
 }
 
 TEST_F(FramePicture, EqualsPlainGLInTheAxesFigure) {

@@ -103,11 +103,11 @@ TEST_F(Registry, KeepsTheLinesOfOthers) {
   Put("machine.reg", std::string(kHeader) +
                          "\r\n; about B\r\n[HKEY_CLASSES_ROOT\\B]\r\n; about x\r\n\"x\"=\"old\"\r\n"
                          "\"y\"=hex(7):00,00\r\n\r\n; the end\r\n");
-  ASSERT_EQ(Set(HKEY_CLASSES_ROOT, "b", "X", "new"), ERROR_SUCCESS);
+  ASSERT_EQ(Set(HKEY_CLASSES_ROOT, "b", "X", "C:\\\"new\""), ERROR_SUCCESS);
   EXPECT_EQ(Set(HKEY_CLASSES_ROOT, "B", "x", "two\nlines"), ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Get("machine.reg"),
             std::string(kHeader) +
-                "\r\n; about B\r\n[HKEY_CLASSES_ROOT\\B]\r\n; about x\r\n\"x\"=\"new\"\r\n"
+                "\r\n; about B\r\n[HKEY_CLASSES_ROOT\\B]\r\n; about x\r\n\"x\"=\"C:\\\\\\\"new\\\"\"\r\n"
                 "\"y\"=hex(7):00,00\r\n\r\n; the end\r\n");
 }
 

@@ -172,6 +172,13 @@ TEST(LightPicture, LightsMoveWithTheCoordinateSystemTheyShare) {
   }
 }
 
+TEST(LightPicture, IsBlackWithNoLightAtAll) {
+  ContextFixture fixture(kSize, kSize);
+  EXPECT_GT(Sphere(fixture).CountOther(0x000000FF), 0) << "the light that comes from everywhere";
+  fixture.Context().EnableAmbientLight(0);
+  EXPECT_EQ(Sphere(fixture).CountOther(0x000000FF), 0);
+}
+
 TEST(FogPicture, EqualsPlainGLInEveryMode) {
   ContextFixture fixture(kSize, kSize);
   GLPtr<IGLFog> fog;
@@ -196,6 +203,7 @@ TEST(FogPicture, EqualsPlainGLInEveryMode) {
     fog->Enable(0);  // the twin is drawn in the same window: fog is a matter of the last bit
     const Picture twin = fixture.FramePicture([on = enabled, fogMode = plain](Scene&) {
       constexpr float kBlue[] = {0.1f, 0.2f, 0.8f, 1};
+      glPushAttrib(GL_FOG_BIT);  // the next case finds nothing that is sent here
       if (on != 0) glEnable(GL_FOG);
       glFogi(GL_FOG_MODE, fogMode);
       glFogf(GL_FOG_START, 25);
@@ -203,7 +211,7 @@ TEST(FogPicture, EqualsPlainGLInEveryMode) {
       glFogf(GL_FOG_DENSITY, 0.02f);
       glFogfv(GL_FOG_COLOR, kBlue);
       DrawSphere();
-      glDisable(GL_FOG);
+      glPopAttrib();
     });
     EXPECT_EQ(Difference(ours, twin), 0) << mode << ", on: " << enabled;
   }

@@ -20,7 +20,10 @@ constexpr std::size_t kUnlimited = SIZE_MAX;
 thread_local std::size_t t_uAllocations = 0;
 thread_local std::size_t t_uLastAllocation = kUnlimited;
 
+constexpr std::uint16_t kMostLooks = 24;  // at a place that allocates, for each fault: a loop comes by often
+
 std::atomic<bool> g_bArmed{false}, g_bFailed{false};
+std::array<std::atomic<std::uint16_t>, 4096> g_auLooks{};  // by place
 
 bool IsOurs(const void* aCaller) noexcept { return aCaller >= &__executable_start && aCaller < &etext; }
 
@@ -44,10 +47,18 @@ bool IsNew(std::uintptr_t aWay) noexcept {
   }
 }
 
+bool IsLookedAt(const void* aCaller) noexcept {
+  auto& looks = g_auLooks[reinterpret_cast<std::uintptr_t>(aCaller) % g_auLooks.size()];
+  return looks < kMostLooks && looks++ < kMostLooks;
+}
+
 /// Whether the allocation that was asked for at aCaller is the one to fail.
 bool IsFault(const void* aCaller) noexcept {
   thread_local bool inside = false;  // looking at the calls may allocate
-  if (!g_bArmed.load(std::memory_order_relaxed) || g_bFailed || inside || !IsOurs(aCaller)) return false;
+  if (!g_bArmed.load(std::memory_order_relaxed) || g_bFailed || inside || !IsOurs(aCaller) ||
+      !IsLookedAt(aCaller)) {
+    return false;
+  }
   inside = true;
   const bool fault = IsNew(Way()) && !g_bFailed.exchange(true);
   inside = false;
@@ -76,6 +87,7 @@ ExhaustedHeap::ExhaustedHeap(std::size_t aAllocationsLeft) noexcept {
 ExhaustedHeap::~ExhaustedHeap() { t_uLastAllocation = kUnlimited; }
 
 AllocationFault::AllocationFault() noexcept {
+  for (auto& looks : g_auLooks) looks = 0;
   g_bFailed = false;
   g_bArmed = true;
 }

@@ -51,6 +51,20 @@ TEST(CriticalSection, WhoWaitsGetsInBeforeTheLastHolderAgain) {
   }
   stop = true;
   greedy.join();
+  // Of several the one that has waited longest is the next.
+  std::vector<int> order;
+  std::vector<std::thread> waiting;
+  section.Enter();
+  for (int i = 0; i < 3; ++i) {
+    waiting.emplace_back([&, i] {
+      const PLock lock(section);
+      order.push_back(i);
+    });
+    std::this_thread::sleep_for(20ms);
+  }
+  section.Leave();
+  for (std::thread& thread : waiting) thread.join();
+  EXPECT_EQ(order, (std::vector{0, 1, 2}));
 }
 
 TEST(CriticalSection, ItsEndWaitsForAHolderElsewhereButNotForTheCaller) {

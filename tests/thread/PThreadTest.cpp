@@ -113,6 +113,15 @@ TEST(Thread, ControlledItCyclesOncePerTrigger) {
   EXPECT_TRUE(worker.WaitForCycles(before + 10)) << "a wait without a limit ends with the mode";
 }
 
+TEST(Thread, ControlledItWaitsForNothingButTheTrigger) {
+  Worker worker;
+  worker.m_Thread.SetControlled(true, PClock::kForever);
+  ASSERT_TRUE(worker.m_Thread.Start(kLong, kLong, 0, false));
+  ASSERT_TRUE(worker.WaitForCycles(1));
+  worker.m_Thread.Trigger();
+  EXPECT_TRUE(worker.WaitForCycles(2)) << "the lengths of a cycle don't count";
+}
+
 TEST(Thread, AStopReachesItWhateverItWaitsForAndATriggerNoSleep) {
   enum Wait { kForever, kSleep, kPark, kHeldBack };
   for (const Wait wait : {kForever, kSleep, kPark, kHeldBack}) {

@@ -115,6 +115,9 @@ TEST(ViewerOverlay, DrawsVisibleGaugesOverTheSceneAndPutsTheMatricesBack) {
     glEnable(GL_LIGHTING);
   };
   EXPECT_EQ(context.FramePicture(dark).CountOther(kRed), 0) << "unlit, over all of the view";
+  GLDATA_POINT a{1000, 0, 0}, b{1000, 1, 0}, c{1000, 0, 1};
+  context.Context().ClipPlane(&a, &b, &c);
+  EXPECT_EQ(context.FramePicture().CountOther(kRed), 0) << "a plane that cuts all of the scene leaves it";
   int depth[2] = {};
   gauge->m_iDraws = 0;
   context.Frame([&](Scene&) {
