@@ -32,10 +32,11 @@ class SoakHost::Painter : public GLPainterBase {
     const GLString face("DejaVu Sans");
     IGLFont *raster = nullptr, *outline = nullptr;
     aContext.CreateRasterFont(face, 0, 400, 0, -12, 0, &raster);
-    if (m_Role != SoakRole::kSelects) aContext.CreateTrueTypeFont(face, 0, 400, 0, 1, &outline);
     m_apFonts[0] = GLPtr<IGLFont>::FromBorrowed(raster);
-    m_apFonts[1] = GLPtr<IGLFont>::FromBorrowed(outline);
-    aContext.CreateSystemFont(m_apFonts[2].Put());
+    aContext.CreateSystemFont(m_apFonts[1].Put());
+    if (m_Role == SoakRole::kSelects) return;  // the others are lists of vertices
+    aContext.CreateTrueTypeFont(face, 0, 400, 0, 1, &outline);
+    m_apFonts[2] = GLPtr<IGLFont>::FromBorrowed(outline);
     GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->CreateInternalFont(GLString("HAND"),
                                                                                      m_apFonts[3].Put());
   }
