@@ -75,8 +75,9 @@ class LifeCapture final : public GLClient<IGLCapture> {
 
 class Life {
  public:
-  /// @param aFaulty whether one thing may fail. Were anything left of an earlier life, a second would
-  explicit Life(bool aFaulty) : m_bFaulty(aFaulty) {}
+  /// @param aFaulty  whether one thing may fail. Were anything left of an earlier life, a second would
+  /// @param aSamples the highest number of samples; with 1 they are looked for in vain
+  explicit Life(bool aFaulty, LONG aSamples = 1) : m_bFaulty(aFaulty), m_iSamples(aSamples) {}
 
   void Live() {
     const LONG before = g_iModuleLocks;
@@ -94,6 +95,7 @@ class Life {
   void Live(IGLContext& aContext) {
     const auto held = GLPtr<IGLContext>::FromBorrowed(&aContext);
     held.As<IGLContext14_3>()->put_bFSAA(1);
+    held.As<IGLContext14_3>()->put_lFSAAMaxSamples(m_iSamples);
     IGLViewer* viewer = nullptr;
     const HRESULT made =
         Take("CreateViewer", {E_FAIL, E_GL_BADSTATE}, [&] { return aContext.CreateViewer(1, 1, &viewer); });
@@ -176,6 +178,7 @@ class Life {
   }
 
   bool m_bFaulty;
+  const LONG m_iSamples;
   const GLString m_Face{"SANSSERIF"};
   GLPtr<LifePainter> m_Painter = GLMake<LifePainter>();
   GLPtr<LifeCapture> m_Capture = GLMake<LifeCapture>();
@@ -192,9 +195,10 @@ TEST(Faults, OfThePlatformEndNoLifeAndSpoilNone) {
     Zentig::WGLExtensions::DeleteInstance();  // the probe is part of the life
     const auto display = FaultDisplay::Set(fault);
     g_afPointSizeRange[1] = 0;
-    Life(true).Live();
+    Life(true, 4).Live();
     failed = display->HasFailed();
   }
+  EXPECT_GT(fault, 40) << "what a life asks of the platform";
   Zentig::WGLExtensions::DeleteInstance();
   SetDisplay(nullptr);
   Life(false).Live();
@@ -202,6 +206,7 @@ TEST(Faults, OfThePlatformEndNoLifeAndSpoilNone) {
 }
 
 TEST(Faults, OfAllocationsEndNoLifeAndSpoilNone) {
+  AllocationFault::ForgetWays();
   Life(false).Live();
   bool failed = true;
   int fault = 0;
@@ -212,5 +217,6 @@ TEST(Faults, OfAllocationsEndNoLifeAndSpoilNone) {
     life.Live();
     failed = one.HasFailed();
   }
+  EXPECT_GT(fault, 40) << "ways to an allocation";
   RecordProperty("faults", fault);
 }

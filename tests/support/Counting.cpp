@@ -24,6 +24,7 @@ constexpr std::uint16_t kMostLooks = 24;  // at a place that allocates, for each
 
 std::atomic<bool> g_bArmed{false}, g_bFailed{false};
 std::array<std::atomic<std::uint16_t>, 4096> g_auLooks{};  // by place
+std::array<std::atomic<std::uintptr_t>, 8192> g_auWays{};  // that have failed
 
 bool IsOurs(const void* aCaller) noexcept { return aCaller >= &__executable_start && aCaller < &etext; }
 
@@ -39,10 +40,9 @@ std::uintptr_t Way() noexcept {
 
 /// Enters a way. @return false for one that was there
 bool IsNew(std::uintptr_t aWay) noexcept {
-  static std::array<std::atomic<std::uintptr_t>, 8192> ways{};
-  for (std::size_t i = aWay % ways.size();; i = (i + 1) % ways.size()) {
+  for (std::size_t i = aWay % g_auWays.size();; i = (i + 1) % g_auWays.size()) {
     std::uintptr_t there = 0;
-    if (ways[i].compare_exchange_strong(there, aWay)) return true;
+    if (g_auWays[i].compare_exchange_strong(there, aWay)) return true;
     if (there == aWay) return false;
   }
 }
@@ -93,6 +93,10 @@ AllocationFault::AllocationFault() noexcept {
 }
 
 AllocationFault::~AllocationFault() { g_bArmed = false; }
+
+void AllocationFault::ForgetWays() noexcept {
+  for (auto& way : g_auWays) way = 0;
+}
 
 bool AllocationFault::HasFailed() const noexcept { return g_bFailed; }
 

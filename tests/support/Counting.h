@@ -36,6 +36,8 @@ class AllocationFault {
   AllocationFault(const AllocationFault&) = delete;
   AllocationFault& operator=(const AllocationFault&) = delete;
 
+  /// Starts over: none has failed.
+  static void ForgetWays() noexcept;
   /// Whether it has come.
   bool HasFailed() const noexcept;
 };
