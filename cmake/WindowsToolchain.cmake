@@ -4,6 +4,7 @@
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(GLLIB_MINGW x86_64-w64-mingw32)
+set(CMAKE_C_COMPILER ${GLLIB_MINGW}-gcc-posix)  # googletest asks for one
 set(CMAKE_CXX_COMPILER ${GLLIB_MINGW}-g++-posix)
 set(CMAKE_RC_COMPILER ${GLLIB_MINGW}-windres)
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)

@@ -15,9 +15,10 @@ namespace {
 using Pixels = std::vector<std::uint32_t>;  // red, green, blue, alpha from the highest byte down
 
 /// What the reader makes of a file: nothing when it refuses it.
-std::optional<Pixels> Read(Bytes aFile) {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(fmemopen(aFile.data(), aFile.size(), "rb"),
-                                                             std::fclose);
+std::optional<Pixels> Read(const Bytes& aFile) {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), std::fclose);
+  std::fwrite(aFile.data(), 1, aFile.size(), file.get());
+  std::rewind(file.get());
   BitmapFile image(file.get());
   if (!image.ReadHeader()) return std::nullopt;
   std::vector<GLDATA_RGBA4B> store(static_cast<std::size_t>(image.Width() * image.Height()));

@@ -99,13 +99,18 @@ struct FontBench {
   GLPtr<GLFont> Make(FontKind aKind) const { return Make({.m_Kind = aKind}); }
 };
 
+/// A text as operations take it, borrowed.
+inline BSTR TextOf(const std::u16string& aText) {
+  return const_cast<BSTR>(reinterpret_cast<const OLECHAR*>(aText.c_str()));
+}
+
 inline HRESULT Print(GLFont& aFont, const std::u16string& aText, GLDATA_POINT aStart = {0, 0, 0}) {
-  return aFont.Print(const_cast<BSTR>(aText.c_str()), &aStart);
+  return aFont.Print(TextOf(aText), &aStart);
 }
 
 inline float WidthOf(GLFont& aFont, const std::u16string& aText) {
   float width = 0;
-  aFont.GetStringWidth(const_cast<BSTR>(aText.c_str()), &width);
+  aFont.GetStringWidth(TextOf(aText), &width);
   return width;
 }
 

@@ -122,7 +122,7 @@ TEST(Font, BuildsAtItsFirstPrintAndAgainWhenItsListsAreGone) {
     for (const FontKind kind : kFontKinds) {
       const auto font = bench.Make(kind);
       float width = 0;
-      EXPECT_EQ(font->GetStringWidth(const_cast<BSTR>(u"W"), &width), E_FAIL);
+      EXPECT_EQ(font->GetStringWidth(TextOf(u"W"), &width), E_FAIL);
       EXPECT_EQ(width, -1.0f) << "not built yet";
       EXPECT_EQ(Print(*font, u""), S_OK);
       const float built = WidthOf(*font, u"Wide");

@@ -2,7 +2,6 @@
 
 #include <gllib/GLClasses.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <cmath>
 #include <functional>
@@ -225,11 +224,10 @@ TEST_F(Pixmap, LoadsAFileOfAnyNameAndKeepsItWhenTheNextOneCantBeLoaded) {
   EXPECT_EQ(LoadFrom(*m_Pixmap, good), S_OK);
   EXPECT_EQ(Shape(), std::tuple(2, 1, 1.0f, 1.0f, 0, 0, 2, 1, Access().first));
 
-  mkfifo((folder.Path() / "pipe").c_str(), 0600);
   const auto before = Shape();
   for (const std::u16string& name :
        {folder.Write(u"late", badLastRow.File()), folder.Name(u"missing"), folder.Path().u16string(),
-        folder.Name(u"pipe"), std::u16string(), good + u'\0' + u'x', std::u16string(1, char16_t{0xD800})}) {
+        std::u16string(), good + u'\0' + u'x', std::u16string(1, char16_t{0xD800})}) {
     EXPECT_EQ(LoadFrom(*m_Pixmap, name), E_FAIL) << std::string(name.begin(), name.end());
   }
   EXPECT_EQ(m_Pixmap->LoadImageFile(nullptr), E_FAIL);

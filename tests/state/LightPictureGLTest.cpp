@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <cmath>
+#include <numbers>
 
 #include "component/CreateObject.h"
 #include "platform/GL.h"
@@ -18,7 +19,7 @@ constexpr int kSize = 96;
 /// The part of a sphere of radius 40 from the pole that looks to the eye, in plain GL for both sides.
 void DrawSphere(double aPart = 1.0) {
   const auto vertex = [&](int aRing, int aSegment) {
-    const double theta = M_PI * aPart * aRing / 24, phi = 2 * M_PI * aSegment / 32;
+    const double theta = std::numbers::pi * aPart * aRing / 24, phi = 2 * std::numbers::pi * aSegment / 32;
     const double x = std::sin(theta) * std::cos(phi), y = std::sin(theta) * std::sin(phi),
                  z = std::cos(theta);
     glNormal3d(x, y, z);
@@ -162,7 +163,7 @@ TEST(LightPicture, LightsMoveWithTheCoordinateSystemTheyShare) {
   EXPECT_EQ(distant.AttachCoord(coord.Get()), S_OK);
   distant.SetAsSpotlight(0);
   for (const float x : {-60.0f, 60.0f}) {
-    GLDATA_MATRIX6D placement{x, 20, 10, 0, M_PI / 2, 0};  // the system's +z is the world's +x
+    GLDATA_MATRIX6D placement{x, 20, 10, 0, std::numbers::pi / 2, 0};  // the system's +z is the world's +x
     coord->SetMatrix6d(&placement);
     const Picture plain = PlainSphere([&] {
       PlainLight(x + 1, 20, 10, 1);

@@ -6,12 +6,15 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
+#include <string>
 
 #include "support/BitmapBytes.h"
 
 /// Loads the file of a name.
 inline HRESULT LoadFrom(IGLPixmap& aPixmap, const std::u16string& aName) {
-  const BSTR text = SysAllocStringLen(aName.data(), static_cast<unsigned>(aName.size()));
+  const BSTR text =
+      SysAllocStringLen(reinterpret_cast<const OLECHAR*>(aName.data()), static_cast<unsigned>(aName.size()));
   const HRESULT result = aPixmap.LoadImageFile(text);
   SysFreeString(text);
   return result;
@@ -21,8 +24,10 @@ inline HRESULT LoadFrom(IGLPixmap& aPixmap, const std::u16string& aName) {
 class TestFolder {
  public:
   TestFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "gllib-XXXXXX").string();
-    m_Path = mkdtemp(pattern.data());
+    std::random_device number;
+    do {
+      m_Path = std::filesystem::temp_directory_path() / ("gllib-" + std::to_string(number()));
+    } while (!std::filesystem::create_directory(m_Path));
   }
   ~TestFolder() { std::filesystem::remove_all(m_Path); }
   TestFolder(const TestFolder&) = delete;

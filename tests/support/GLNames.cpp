@@ -6,6 +6,8 @@
 
 #include "support/GLRecorder.h"
 
+#include <GL/glext.h>  // behind GL's own header
+
 namespace {
 
 #define GL_NAME(name) \

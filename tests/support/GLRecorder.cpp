@@ -3,8 +3,6 @@
 
 #include "support/GLRecorder.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -16,6 +14,8 @@
 #include <optional>
 #include <set>
 #include <variant>
+
+#include "support/DriverFunction.h"
 
 namespace {
 
@@ -39,15 +39,6 @@ std::atomic<bool> s_bStands{false};
 Recording& TheRecording() {
   static Recording recording;
   return recording;
-}
-
-void* RealFunction(const char* aName) {
-  void* found = dlsym(RTLD_NEXT, aName);
-  if (found == nullptr) {
-    std::fprintf(stderr, "no %s behind the recorder\n", aName);
-    std::abort();
-  }
-  return found;
 }
 
 // --- text of a call ---
@@ -228,7 +219,7 @@ class StandIn<Result(Args...)> {
   auto Real() -> Result (*)(Args...) {
     void* real = m_pReal.load(std::memory_order_acquire);
     if (real == nullptr) {
-      real = RealFunction(m_szName);
+      real = DriverFunction(m_szName);
       m_pReal.store(real, std::memory_order_release);
     }
     return reinterpret_cast<Result (*)(Args...)>(real);
@@ -243,14 +234,14 @@ class StandIn<Result(Args...)> {
 }  // namespace
 
 #define GL_CALL(result, name, parameters, arguments)                   \
-  extern "C" result GLAPIENTRY name parameters {                       \
+  extern "C" result APIENTRY name parameters {                         \
     static constinit StandIn<decltype(name)> call{#name, #parameters}; \
     return call arguments;                                             \
   }
 #include "support/GLCalls.inc"
 #undef GL_CALL
 
-extern "C" const GLubyte* GLAPIENTRY glGetString(GLenum name) {
+extern "C" const GLubyte* APIENTRY glGetString(GLenum name) {
   static constinit StandIn<decltype(glGetString)> call{"glGetString", "(GLenum name)"};
   const GLubyte* answer = call(name);
   if (!s_bStands.load(std::memory_order_relaxed)) return answer;

@@ -2,8 +2,6 @@
 
 #include "support/Picture.h"
 
-#include <png.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -47,9 +45,9 @@ Picture Picture::Read(int aWidth, int aHeight) {
   const std::uint8_t* next = bytes.data();
   for (int y = aHeight - 1; y >= 0; --y) {
     for (int x = 0; x < aWidth; ++x, next += 4) {
-      result.Set(x, y,
-                 std::uint32_t{next[0]} << 24 | std::uint32_t{next[1]} << 16 | std::uint32_t{next[2]} << 8 |
-                     next[3]);
+      result.Set(
+          x, y,
+          std::uint32_t{next[0]} << 24 | std::uint32_t{next[1]} << 16 | std::uint32_t{next[2]} << 8 | 0xFF);
     }
   }
   return result;
@@ -58,20 +56,6 @@ Picture Picture::Read(int aWidth, int aHeight) {
 int Picture::CountOther(std::uint32_t aPixel) const {
   return static_cast<int>(
       std::ranges::count_if(m_aPixels, [&](std::uint32_t pixel) { return pixel != aPixel; }));
-}
-
-bool Picture::WritePng(const std::string& aPath) const {
-  std::vector<std::uint8_t> bytes;
-  bytes.reserve(m_aPixels.size() * 4);
-  for (const std::uint32_t pixel : m_aPixels) {
-    for (int i = 0; i < 4; ++i) bytes.push_back(static_cast<std::uint8_t>(Component(pixel, i)));
-  }
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  image.width = static_cast<png_uint_32>(m_iWidth);
-  image.height = static_cast<png_uint_32>(m_iHeight);
-  image.format = PNG_FORMAT_RGBA;
-  return png_image_write_to_file(&image, aPath.c_str(), 0, bytes.data(), 0, nullptr) != 0;
 }
 
 int Difference(const Picture& a, const Picture& b) {

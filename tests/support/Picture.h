@@ -13,8 +13,8 @@ class Picture {
   Picture() = default;
   Picture(int aWidth, int aHeight);
 
-  /// Reads the lower left part of the current read buffer. On the thread where the rendering context is
-  /// current.
+  /// Reads the colours of the lower left part of the current read buffer, as opaque ones: windows have alpha
+  /// or none, as their format has. On the thread where the rendering context is current.
   static Picture Read(int aWidth, int aHeight);
 
   int Width() const { return m_iWidth; }

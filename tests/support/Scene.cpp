@@ -13,6 +13,7 @@
 
 #include "component/CreateObject.h"
 #include "platform/GL.h"
+#include "support/TestDisplay.h"
 
 HRESULT TestPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* aViewer) noexcept {
   Scene scene(*aCanvas, *aContext, *aViewer);
@@ -71,7 +72,7 @@ class ContextFixture::FrameEnd : public GLCaptureBase {
 
 ContextFixture::ContextFixture(int aWidth, int aHeight)
     : m_iWidth(aWidth), m_iHeight(aHeight), m_Shared(std::make_shared<Shared>()) {
-  setenv("GLLIB_DISPLAY", "headless", 0);
+  PrepareDisplay();
   m_Shared->m_iWidth = aWidth;
   m_Shared->m_iHeight = aHeight;
   m_Context = CreateObject<IGLContext>(CLSID_GLContext);

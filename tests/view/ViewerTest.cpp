@@ -8,6 +8,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <numbers>
 #include <vector>
 
 #include "component/CreateObject.h"
@@ -119,7 +120,7 @@ TEST(Viewer, LimitsTheFrameToThePointSizes) {
 /// Where plain geometry puts a point of the eye's system: the eye stands before the screen plane z = 0 so
 /// that the view's half height, 1, spans half of the field of view.
 GLDATA_POINT SeenPlainly(const GLDATA_POINT& aEyePoint, double aFovyDegrees, double aAspect) {
-  const double eye = 1.0 / std::tan(aFovyDegrees * M_PI / 360.0) / aAspect;
+  const double eye = 1.0 / std::tan(aFovyDegrees * std::numbers::pi / 360.0) / aAspect;
   const double shrink = eye / (eye - aEyePoint.z);
   return {aEyePoint.x * shrink, aEyePoint.y * shrink * aAspect, aEyePoint.z};
 }

@@ -1,0 +1,8 @@
+// The headless display; window procedures run on a thread of the platform layer.
+
+#include "support/TestDisplay.h"
+
+#include <cstdlib>
+
+void PrepareDisplay() { setenv("GLLIB_DISPLAY", "headless", 0); }
+void PumpMessages() {}

@@ -1,0 +1,20 @@
+# How test programs for Windows are built and run: googletest from its sources, each program by Wine in a prefix of
+# the build folder, under the X server that the caller gives.
+
+set(GLLIB_GOOGLETEST /usr/src/googletest CACHE PATH "sources of googletest")
+set(BUILD_GMOCK ON)
+set(INSTALL_GTEST OFF)
+add_subdirectory(${GLLIB_GOOGLETEST} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+foreach(library gtest gtest_main gmock gmock_main)
+  target_compile_options(${library} PRIVATE -w)
+endforeach()
+foreach(library gtest gtest_main gmock)
+  if(NOT TARGET GTest::${library})
+    add_library(GTest::${library} ALIAS ${library})
+  endif()
+endforeach()
+# glm, a library of headers, by its own folder: what stands beside it belongs to the system that builds.
+file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/headers)
+file(CREATE_LINK /usr/include/glm ${PROJECT_BINARY_DIR}/headers/glm SYMBOLIC)
+include_directories(SYSTEM ${PROJECT_BINARY_DIR}/headers)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_SOURCE_DIR}/windows/run.sh ${PROJECT_BINARY_DIR}/wine)
