@@ -14,6 +14,11 @@ packages_examples=(libassimp-dev libglfw3-dev libpng-dev qtbase5-dev libsdl2-dev
 packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev libxcb-xtest0-dev xvfb doxygen groff-base)
 # What the packages are made with.
 packages_package=(dpkg-dev file)
+# What the build for 64-bit Windows and its tests need.
+packages_windows=(
+  g++-mingw-w64-x86-64-posix mingw-w64-tools wine64 wine libwine-dev libosmesa6 libgl1-mesa-dri libgtest-dev
+  libgmock-dev libglm-dev xvfb
+)
 
 packages=("${packages_component[@]}" "${packages_drawing[@]}" "${packages_examples[@]}" "${packages_tests[@]}"
           "${packages_package[@]}")

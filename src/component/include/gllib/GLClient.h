@@ -26,7 +26,7 @@ class GLClient : public Interface {
   HRESULT QueryInterface(REFIID riid, void** ppv) noexcept final {
     if (ppv == nullptr) return E_POINTER;
     *ppv = nullptr;
-    if (riid != IID_IUnknown && riid != Interface::Identifier) return E_NOINTERFACE;
+    if (riid != IID_IUnknown && riid != GLIdentifierOf<Interface>()) return E_NOINTERFACE;
     *ppv = static_cast<Interface*>(this);
     AddRef();
     return S_OK;
