@@ -28,8 +28,8 @@ HWND TopLevelOf(HWND aWindow) noexcept {
   return aWindow;
 }
 
-// Only the first context's top-level window counts; on a match every context is served. One without a parent is
-// its own top-level window and has had the message.
+// Only the first context's top-level window counts; on a match every context is served. One without a parent
+// is its own top-level window and has had the message.
 void PassDown(const CWPRETSTRUCT& aMessage) noexcept {
   const PLock lock(g_ContextsLock);
   int position = 0;
