@@ -25,7 +25,7 @@ std::atomic<int> s_iFailures{0};
 /// A place of a host: the thread that makes hosts there, one after the other, and lives their rounds.
 class Place {
  public:
-  Place(SoakRole aRole, bool aStays) : m_Role(aRole), m_bStays(aStays), m_Thread([this] { Live(); }) {}
+  explicit Place(bool aStays) : m_bStays(aStays), m_Thread([this] { Live(); }) {}
   ~Place() { m_Thread.join(); }
   Place(const Place&) = delete;
   Place& operator=(const Place&) = delete;
@@ -39,7 +39,7 @@ class Place {
 
   void Live() {
     while (!m_bEnds) {
-      SoakHost host(m_Role);
+      SoakHost host;
       ++m_iHosts;
       for (int round = 0; !m_bEnds && (m_bStays || round < kRoundsOfAGuest); ++round) {
         if (!host.Round()) ++s_iFailures;
@@ -48,7 +48,6 @@ class Place {
     }
   }
 
-  const SoakRole m_Role;
   const bool m_bStays;
   std::atomic<bool> m_bEnds{false};
   std::atomic<long> m_iFrames{0};
@@ -89,7 +88,7 @@ Sample LiveWithGuests(const Place& aStaying, double aSeconds) {
   int guests = 0;
   Sample sample;
   {
-    Place places[] = {{SoakRole::kCaptures, false}, {SoakRole::kCaptures, false}};
+    Place places[] = {Place(false), Place(false)};
     std::this_thread::sleep_for(std::chrono::duration<double>(aSeconds));
     const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
     sample.m_dMillisecondsAFrame = took.count() / static_cast<double>(aStaying.Frames() - before);
@@ -130,7 +129,7 @@ int main(int argc, char** argv) {
   setenv("GLLIB_DISPLAY", "headless", 1);
   mallopt(M_ARENA_MAX, 2);  // an arena a thread would blur what is held
 
-  Place staying[] = {{SoakRole::kSelects, true}, {SoakRole::kCaptures, true}};
+  Place staying[] = {Place(true), Place(true)};
   const Sample first = LiveWithGuests(staying[0], seconds * 0.1);
   const Sample last = LiveWithGuests(staying[0], seconds * 0.9);
   for (Place& place : staying) place.End();

@@ -21,7 +21,7 @@ constexpr int kSide = 128;
 /// Draws lists, text of all kinds, a textured face and a transparent triangle; counts the frames.
 class SoakHost::Painter : public GLPainterBase {
  public:
-  Painter(IGLContext& aContext, SoakRole aRole) : m_Role(aRole) {
+  explicit Painter(IGLContext& aContext) {
     const auto image = GLCreate<IGLPixmap>(CLSID_GLPixmap);
     image->Initialize(32, 32, {200, 120, 40, 255});
     m_Texture->Initialize(image.Get());
@@ -34,7 +34,6 @@ class SoakHost::Painter : public GLPainterBase {
     aContext.CreateRasterFont(face, 0, 400, 0, -12, 0, &raster);
     m_apFonts[0] = GLPtr<IGLFont>::FromBorrowed(raster);
     aContext.CreateSystemFont(m_apFonts[1].Put());
-    if (m_Role == SoakRole::kSelects) return;  // the others are lists of vertices
     aContext.CreateTrueTypeFont(face, 0, 400, 0, 1, &outline);
     m_apFonts[2] = GLPtr<IGLFont>::FromBorrowed(outline);
     GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->CreateInternalFont(GLString("HAND"),
@@ -44,14 +43,10 @@ class SoakHost::Painter : public GLPainterBase {
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {
     aCanvas->SetDrawAttributes(m_Attributes.Get());
     aCanvas->SetMaterial(m_Material.Get());
-    if (m_Role == SoakRole::kSelects) {
-      DrawBars(*aCanvas);
-    } else {
-      DrawList(*aCanvas);
-    }
+    DrawList(*aCanvas);
     GLDATA_POINT start{-0.5, -0.5, 0};
     for (const auto& font : m_apFonts) {
-      if (font) font->Print(m_Text, &start);
+      font->Print(m_Text, &start);
     }
     DrawFace(*aContext);
     DrawTransparent(*aCanvas);
@@ -106,7 +101,6 @@ class SoakHost::Painter : public GLPainterBase {
     canvas->AddTransparentTriangle(corners, &color);
   }
 
-  const SoakRole m_Role;
   GLPtr<IGLDrawAttr> m_Attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   GLPtr<IGLMaterial> m_Material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
   GLPtr<IGLTexture2D> m_Texture = GLCreate<IGLTexture2D>(CLSID_GLTexture2D);
@@ -125,15 +119,14 @@ class SoakHost::Capture : public GLCaptureBase {
   std::atomic<int> m_iPictures{0};
 };
 
-SoakHost::SoakHost(SoakRole aRole)
-    : m_Role(aRole), m_Context(GLCreate<IGLContext>(CLSID_GLContext)), m_Capture(GLMake<Capture>()) {
+SoakHost::SoakHost() : m_Context(GLCreate<IGLContext>(CLSID_GLContext)), m_Capture(GLMake<Capture>()) {
   if (m_Context->Initialize(0) != S_OK) throw std::runtime_error("no context");
   m_Context->SetViewport(0, 0, kSide, kSide);
   m_Context->SetDrawThreadPars(0, 10, 1);
   for (IGLViewer*& viewer : m_apViewers) m_Context->CreateViewer(1, 1, &viewer);
   m_apViewers[1]->Clip(1);
   m_apViewers[1]->SetClipRectangle(kSide / 2, kSide / 2, kSide / 2, kSide / 2);
-  m_Painter = GLMake<Painter>(*m_Context.Get(), m_Role);
+  m_Painter = GLMake<Painter>(*m_Context.Get());
   m_Context->AttachPainter(m_Painter.Get());
   m_Context->AttachCapture(m_Capture.Get());
 }
@@ -149,7 +142,6 @@ bool SoakHost::Round() {
   const int round = m_iRound++;
   Change(round);
   std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  if (m_Role == SoakRole::kSelects) return round % 5 != 0 || Select();
   return round % 10 != 0 || TakePicture();
 }
 
@@ -178,12 +170,4 @@ bool SoakHost::TakePicture() {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   return m_Capture->m_iPictures > before;
-}
-
-// The selection covers the window, which the fifty bars of the list fill.
-bool SoakHost::Select() {
-  GLDATA_POINT first{-1, -1, 0}, second{1, 1, 0};
-  ULONG ids[64] = {};
-  int count = 64;
-  return m_Context->Select(m_apViewers[0], &first, &second, 0, 0, &count, ids) == S_OK && count > 0;
 }
