@@ -3,7 +3,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -84,17 +83,9 @@ void ListPlainGL(benchmark::State& aState) {
   stage.Measure(aState, [&](IGLCanvas&) { glCallList(list); });
 }
 
-/// The shortest of several runs stands for each: what else the machine does only ever adds.
-void Shortest(benchmark::internal::Benchmark* aBenchmark) {
-  aBenchmark->Unit(benchmark::kMillisecond)->UseManualTime()->Repetitions(7)->ReportAggregatesOnly(true);
-  aBenchmark->ComputeStatistics("min", [](const std::vector<double>& aTimes) {
-    return *std::min_element(aTimes.begin(), aTimes.end());
-  });
-}
-
-BENCHMARK(ImmediateThroughCanvas)->Apply(Shortest);
-BENCHMARK(ImmediatePlainGL)->Apply(Shortest);
-BENCHMARK(ListThroughCanvas)->Apply(Shortest);
-BENCHMARK(ListPlainGL)->Apply(Shortest);
+BENCHMARK(ImmediateThroughCanvas)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(ImmediatePlainGL)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(ListThroughCanvas)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(ListPlainGL)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
