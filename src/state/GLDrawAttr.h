@@ -40,9 +40,15 @@ class GLDrawAttr final : public GLObject<GLDrawAttr, IGLDrawAttr> {
   HRESULT IsDrawModeEnabled(eGLDrawMode aMode, LONG* aEnabled) noexcept override;
   HRESULT GetDrawMode(int* aMode) noexcept override;
 
-  // For the canvas: whether anything was set since its last full application.
+  // For the canvas: whether anything was set since its last full application, and the values as they stand.
   bool IsModified() const noexcept { return m_bModified; }
   void ClearModified() noexcept { m_bModified = false; }
+  GLDATA_RGBA Color() const noexcept { return m_sColor; }
+  float PointSize() const noexcept { return m_fPointSize; }
+  float LineWidth() const noexcept { return m_fLineWidth; }
+  std::uint16_t LineStipplePattern() const noexcept { return m_usLineStipplePattern; }
+  int LineStippleFactor() const noexcept { return m_iLineStippleFactor; }
+  int DrawMode() const noexcept { return m_iDrawMode.load(std::memory_order_relaxed); }
 
  private:
   HRESULT SetComponent(Relaxed<float>& aComponent, float aValue) noexcept;

@@ -56,18 +56,15 @@ void ApplyMode(int aMode) noexcept {
   ApplyCulling(has(GLDM_SHOW_FRONT), has(GLDM_SHOW_BACK));
 }
 
-void ApplyStipple(GLDrawAttr& aAttributes) noexcept {
+void ApplyStipple(const GLDrawAttr& aAttributes) noexcept {
   constexpr std::uint16_t kSolid = 0xFFFF;
-  std::uint16_t pattern = kSolid;
-  aAttributes.GetLineStipplePattern(&pattern);
+  const std::uint16_t pattern = aAttributes.LineStipplePattern();
   if (pattern == kSolid) {
     glDisable(GL_LINE_STIPPLE);
     return;
   }
-  int factor = 1;
-  aAttributes.GetLineStippleFactor(&factor);
   glEnable(GL_LINE_STIPPLE);
-  glLineStipple(factor, pattern);
+  glLineStipple(aAttributes.LineStippleFactor(), pattern);
 }
 
 void ApplyColor(const GLDATA_RGBA& aColor) noexcept {
@@ -102,24 +99,16 @@ void Remember(GLPtr<Interface>& aCurrent, Interface* aApplied) noexcept {
 HRESULT GLCanvas::SetDrawAttributes(IGLDrawAttr* aI) noexcept {
   if (aI == nullptr) return E_INVALIDARG;
   auto& attributes = static_cast<GLDrawAttr&>(*aI);  // always an object of the component's own class
-  GLDATA_RGBA color{};
   if (aI == m_pCurrentDrawAttr.Get() && !attributes.IsModified()) {
-    attributes.GetColor(&color);
-    ApplyColor(color);
+    ApplyColor(attributes.Color());
     return S_OK;
   }
 
-  int mode = 0;
-  attributes.GetDrawMode(&mode);
-  ApplyMode(mode);
-  float size = 1.0f, width = 1.0f;
-  attributes.GetColor(&color);
-  attributes.GetPointSize(&size);
-  glPointSize(size);
+  ApplyMode(attributes.DrawMode());
+  glPointSize(attributes.PointSize());
   ApplyStipple(attributes);
-  attributes.GetLineWidth(&width);
-  glLineWidth(width);
-  ApplyColor(color);
+  glLineWidth(attributes.LineWidth());
+  ApplyColor(attributes.Color());
 
   attributes.ClearModified();
   Remember(m_pCurrentDrawAttr, aI);
