@@ -18,23 +18,12 @@ void RunScript(World& aWorld, const Script& aScript, IGLCanvas& aCanvas, IGLCont
   while (turn.m_aiPushed[Turn::kAttributes]-- > 0) aCanvas.PopDepthAttribute();
 }
 
-class Painter final : public GLPainterBase {
+/// A painter or a gauge: what it draws is its script.
+template <class Base, class... Viewer>
+class Player final : public Base {
  public:
-  Painter(World& aWorld, Script aScript) : m_World(aWorld), m_Script(std::move(aScript)) {}
-  HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {
-    RunScript(m_World, m_Script, *aCanvas, *aContext);
-    return S_OK;
-  }
-
- private:
-  World& m_World;
-  const Script m_Script;
-};
-
-class Gauge final : public GLViewerGaugeBase {
- public:
-  Gauge(World& aWorld, Script aScript) : m_World(aWorld), m_Script(std::move(aScript)) {}
-  HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept override {
+  Player(World& aWorld, Script aScript) : m_World(aWorld), m_Script(std::move(aScript)) {}
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, Viewer*...) noexcept override {
     RunScript(m_World, m_Script, *aCanvas, *aContext);
     return S_OK;
   }
@@ -95,10 +84,10 @@ class Capture final : public GLClient<IGLCapture> {
 }  // namespace
 
 GLPtr<IGLPainter> MakePainter(World& aWorld, Script aScript) {
-  return GLMake<Painter>(aWorld, std::move(aScript)).As<IGLPainter>();
+  return GLMake<Player<GLPainterBase, IGLViewer>>(aWorld, std::move(aScript)).As<IGLPainter>();
 }
 GLPtr<IGLViewerGauge> MakeGauge(World& aWorld, Script aScript) {
-  return GLMake<Gauge>(aWorld, std::move(aScript)).As<IGLViewerGauge>();
+  return GLMake<Player<GLViewerGaugeBase>>(aWorld, std::move(aScript)).As<IGLViewerGauge>();
 }
 GLPtr<IGLCapture> MakeCapture(World& aWorld, Script aScript) {
   return GLMake<Capture>(aWorld, std::move(aScript)).As<IGLCapture>();

@@ -99,9 +99,9 @@ void RunOperation(Turn& aTurn) noexcept {
   static const std::vector<Operation> operations = AllOperations();
   const std::size_t number = aTurn.m_Bytes.Byte() << 8 | aTurn.m_Bytes.Byte();
   const Operation& operation = operations[number % operations.size()];
-  if (operation.m_eWhere == Operation::kHost && !aTurn.IsHost()) return;
+  if (operation.m_uWhere == Operation::kHost && !aTurn.IsHost()) return;
   std::unique_lock lock(aTurn.m_World.m_ImageLock, std::defer_lock);
-  if (operation.m_eWhere == Operation::kImage) lock.lock();
+  if (operation.m_uWhere == Operation::kImage) lock.lock();
   aTurn.m_pOperation = &operation;
   operation.m_pfnRun(aTurn);
 }

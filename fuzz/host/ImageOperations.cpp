@@ -58,8 +58,9 @@ void AccessPixmapData(Turn& aTurn) {
   for (int i = 0; i < size; ++i) pixels[i].m_bGreen ^= 1;  // every one is there to be written
 }
 
-void Draw2D(Turn& aTurn) {
-  const auto texture = aTurn.Pick<IGLTexture2D>();
+template <class Texture>
+void Draw(Turn& aTurn) {
+  const auto texture = aTurn.Pick<Texture>();
   if (!texture) return;
   Bytes& bytes = aTurn.m_Bytes;
   Argument<GLDATA_POINT*> normal(aTurn, true), vertex(aTurn, false);
@@ -68,58 +69,26 @@ void Draw2D(Turn& aTurn) {
       texture->BeginDraw(aTurn.m_pDrawn, static_cast<eGLTextureMode>(bytes.Int()), bytes.Byte() & 1,
                          bytes.Byte() & 1, bytes.Byte() & 1, normal.Pass(), blend.Pass()));
   if (FAILED(begun)) return;
-  for (int i = bytes.Byte() % 6; i > 0; --i)
-    aTurn.Check(texture->Draw(bytes.Float(), bytes.Float(), vertex.Pass() + i % 3));
+  for (int i = bytes.Byte() % 6; i > 0; --i) {
+    const float s = bytes.Float(), t = bytes.Float();
+    if constexpr (std::is_same_v<Texture, IGLTexture2D>) {
+      aTurn.Check(texture->Draw(s, t, vertex.Pass() + i % 3));
+    } else {
+      aTurn.Check(texture->Draw(vertex.Pass() + i % 3, s, vertex.Pass(), t));
+    }
+  }
   aTurn.Check(texture->EndDraw());
 }
 
-void Draw1D(Turn& aTurn) {
-  const auto texture = aTurn.Pick<IGLTexture1D>();
-  if (!texture) return;
-  Bytes& bytes = aTurn.m_Bytes;
-  Argument<GLDATA_POINT*> normal(aTurn, true), vertex(aTurn, false);
-  Argument<GLDATA_RGBA*> blend(aTurn, true);
-  const HRESULT begun = aTurn.Check(
-      texture->BeginDraw(aTurn.m_pDrawn, static_cast<eGLTextureMode>(bytes.Int()), bytes.Byte() & 1,
-                         bytes.Byte() & 1, bytes.Byte() & 1, normal.Pass(), blend.Pass()));
-  if (FAILED(begun)) return;
-  for (int i = bytes.Byte() % 6; i > 0; --i)
-    aTurn.Check(texture->Draw(vertex.Pass() + i % 3, bytes.Float(), vertex.Pass(), bytes.Float()));
-  aTurn.Check(texture->EndDraw());
-}
-
-constexpr Operation kOperations[] = {
-    {"IGLBitmap::Initialize", InitializeBitmap, Operation::kImage},
-    {"IGLBitmap::SetPixels", SetBitmapPixels, Operation::kImage},
-    CALL_IMAGE(IGLBitmap, GetPixel),
-    CALL_IMAGE(IGLBitmap, SetPixel),
-    CALL_IMAGE(IGLBitmap, GetColor),
-    CALL_IMAGE(IGLBitmap, SetColor),
-    CALL_IMAGE(IGLBitmap, GetWidth),
-    CALL_IMAGE(IGLBitmap, GetHeight),
-    CALL_IMAGE(IGLBitmap, Draw),
-    {"IGLPixmap::Initialize", InitializePixmap, Operation::kImage},
-    CALL_IMAGE(IGLPixmap, LoadImageFile),
-    {"IGLPixmap::SetPixels", SetPixmapPixels, Operation::kImage},
-    {"IGLPixmap::AccessPixmapData", AccessPixmapData, Operation::kImage},
-    CALL_IMAGE(IGLPixmap, GetWidth),
-    CALL_IMAGE(IGLPixmap, GetHeight),
-    CALL_IMAGE(IGLPixmap, GetPixel),
-    CALL_IMAGE(IGLPixmap, SetPixel),
-    CALL_IMAGE(IGLPixmap, ScaleColor),
-    {"IGLPixmap::ScaleColor256", ScaleColor256, Operation::kImage},
-    CALL_IMAGE(IGLPixmap, MakeNegative),
-    CALL_IMAGE(IGLPixmap, MakeMonochrome),
-    CALL_IMAGE(IGLPixmap, GetZoom),
-    CALL_IMAGE(IGLPixmap, SetZoom),
-    CALL_IMAGE(IGLPixmap, GetClip),
-    CALL_IMAGE(IGLPixmap, SetClip),
-    CALL_IMAGE(IGLPixmap, Draw),
-    CALL_IMAGE(IGLTexture1D, Initialize),
-    {"IGLTexture1D: a strip", Draw1D, Operation::kImage},
-    CALL_IMAGE(IGLTexture2D, Initialize),
-    {"IGLTexture2D: a face", Draw2D, Operation::kImage},
-};
+constexpr auto kOperations =
+    Table<Operation::kImage, InitializeBitmap, SetBitmapPixels, &IGLBitmap::GetPixel, &IGLBitmap::SetPixel,
+          &IGLBitmap::GetColor, &IGLBitmap::SetColor, &IGLBitmap::GetWidth, &IGLBitmap::GetHeight,
+          &IGLBitmap::Draw, InitializePixmap, &IGLPixmap::LoadImageFile, SetPixmapPixels, AccessPixmapData,
+          &IGLPixmap::GetWidth, &IGLPixmap::GetHeight, &IGLPixmap::GetPixel, &IGLPixmap::SetPixel,
+          &IGLPixmap::ScaleColor, ScaleColor256, &IGLPixmap::MakeNegative, &IGLPixmap::MakeMonochrome,
+          &IGLPixmap::GetZoom, &IGLPixmap::SetZoom, &IGLPixmap::GetClip, &IGLPixmap::SetClip,
+          &IGLPixmap::Draw, &IGLTexture1D::Initialize, Draw<IGLTexture1D>, &IGLTexture2D::Initialize,
+          Draw<IGLTexture2D>>();
 
 }  // namespace
 

@@ -13,40 +13,26 @@ constexpr const IID* kInterfaces[] = {
     &IID_IGLViewer2,  &IID_IGLDrawAttr,   &IID_IGLCoord,   &IID_IGLFont,        &IID_IGLCollection,
     &IID_IGLMaterial, &IID_IGLLight,      &IID_IGLPixmap,  &IID_IGLTexture1D,   &CLSID_GLFog};
 
-template <class Interface>
-void Make(Turn& aTurn, REFCLSID aClass) {
-  aTurn.Keep(GLCreate<Interface>(aClass));
+template <class Interface, const CLSID& kClass>
+void Make(Turn& aTurn) {
+  aTurn.Keep(GLCreate<Interface>(kClass));
 }
 
 void Create(Turn& aTurn) {
-  switch (aTurn.m_Bytes.Byte() % 13) {
-    case 0:
-      return Make<IGLContext>(aTurn, CLSID_GLContext);
-    case 1:
-      return Make<IGLViewer>(aTurn, CLSID_GLViewer);
-    case 2:
-      return Make<IGLLight>(aTurn, CLSID_GLLight);
-    case 3:
-      return Make<IGLFog>(aTurn, CLSID_GLFog);
-    case 4:
-      return Make<IGLFont>(aTurn, CLSID_GLFont);
-    case 5:
-      return Make<IGLCoord>(aTurn, CLSID_GLCoord);
-    case 6:
-      return Make<IGLDrawAttr>(aTurn, CLSID_GLDrawAttr);
-    case 7:
-      return Make<IGLMaterial>(aTurn, CLSID_GLMaterial);
-    case 8:
-      return Make<IGLCollection>(aTurn, CLSID_GLCollection);
-    case 9:
-      return Make<IGLBitmap>(aTurn, CLSID_GLBitmap);
-    case 10:
-      return Make<IGLPixmap>(aTurn, CLSID_GLPixmap);
-    case 11:
-      return Make<IGLTexture1D>(aTurn, CLSID_GLTexture1D);
-    default:
-      return Make<IGLTexture2D>(aTurn, CLSID_GLTexture2D);
-  }
+  constexpr void (*kMakers[])(Turn&) = {Make<IGLContext, CLSID_GLContext>,
+                                        Make<IGLViewer, CLSID_GLViewer>,
+                                        Make<IGLLight, CLSID_GLLight>,
+                                        Make<IGLFog, CLSID_GLFog>,
+                                        Make<IGLFont, CLSID_GLFont>,
+                                        Make<IGLCoord, CLSID_GLCoord>,
+                                        Make<IGLDrawAttr, CLSID_GLDrawAttr>,
+                                        Make<IGLMaterial, CLSID_GLMaterial>,
+                                        Make<IGLCollection, CLSID_GLCollection>,
+                                        Make<IGLBitmap, CLSID_GLBitmap>,
+                                        Make<IGLPixmap, CLSID_GLPixmap>,
+                                        Make<IGLTexture1D, CLSID_GLTexture1D>,
+                                        Make<IGLTexture2D, CLSID_GLTexture2D>};
+  aTurn.m_Bytes.OneOf(kMakers)(aTurn);
 }
 
 void CreateAnything(Turn& aTurn) {
@@ -100,24 +86,10 @@ void Drop(Turn& aTurn) {
   aTurn.m_World.Of<Interface>().Put(aTurn.m_Bytes.Byte(), nullptr);
 }
 
-constexpr Operation kOperations[] = {
-    {"create", Create},
-    {"create", Create},
-    {"create", Create},
-    {"create", Create},
-    {"create anything", CreateAnything},
-    {"QueryInterface", Query},
-    {"aggregate", Aggregate},
-    {"LockServer", LockServer},
-    {"drop a context", Drop<IGLContext>},
-    {"drop a viewer", Drop<IGLViewer>},
-    {"drop a light", Drop<IGLLight>},
-    {"drop a font", Drop<IGLFont>},
-    {"drop a coordinate system", Drop<IGLCoord>},
-    {"drop a collection", Drop<IGLCollection>},
-    {"drop a painter", Drop<IGLPainter>},
-    {"drop a gauge", Drop<IGLViewerGauge>},
-};
+constexpr auto kOperations =
+    Table<Operation::kAny, Create, Create, Create, Create, CreateAnything, Query, Aggregate, LockServer,
+          Drop<IGLContext>, Drop<IGLViewer>, Drop<IGLLight>, Drop<IGLFont>, Drop<IGLCoord>,
+          Drop<IGLCollection>, Drop<IGLPainter>, Drop<IGLViewerGauge>>();
 
 }  // namespace
 

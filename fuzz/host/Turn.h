@@ -17,14 +17,15 @@ struct Turn;
 
 /// One operation of a table.
 struct Operation {
-  const char* m_szName;
-  void (*m_pfnRun)(Turn&);
   enum : unsigned {
     kAny = 0,
     kWaits = 1,  ///< waits for a frame: on a draw thread it goes to that thread's own context
     kHost = 2,   ///< not on a draw thread
     kImage = 4   ///< on something without a lock of its own
-  } m_eWhere = kAny;
+  };
+  const char* m_szName;
+  void (*m_pfnRun)(Turn&);
+  unsigned m_uWhere;
 };
 
 struct Turn {
@@ -61,39 +62,19 @@ std::span<const Operation> ImageOperations() noexcept;
 std::span<const Operation> FontOperations() noexcept;
 std::span<const Operation> CanvasOperations() noexcept;
 
+template <class Interface, class... Others>
+constexpr bool kIsOneOf = (std::is_same_v<Interface, Others> || ...);
+
 /// The interface by which the world keeps an object.
-template <class Interface>
-struct KeptAs {
-  using Type = Interface;
-};
-template <class Kept>
-struct AlsoKeptAs {
-  using Type = Kept;
-};
-template <>
-struct KeptAs<IGLContext2> : AlsoKeptAs<IGLContext> {};
-template <>
-struct KeptAs<IGLContext12> : AlsoKeptAs<IGLContext> {};
-template <>
-struct KeptAs<IGLContext14_2> : AlsoKeptAs<IGLContext> {};
-template <>
-struct KeptAs<IGLContext14_3> : AlsoKeptAs<IGLContext> {};
-template <>
-struct KeptAs<IGLViewer2> : AlsoKeptAs<IGLViewer> {};
-template <>
-struct KeptAs<IGLCanvas2> : AlsoKeptAs<IGLCanvas> {};
-template <>
-struct KeptAs<IGLCanvas3> : AlsoKeptAs<IGLCanvas> {};
-template <>
-struct KeptAs<IGLCanvas13_1> : AlsoKeptAs<IGLCanvas> {};
-template <>
-struct KeptAs<IGLCanvas14_2> : AlsoKeptAs<IGLCanvas> {};
-template <>
-struct KeptAs<IGLCanvas14_4> : AlsoKeptAs<IGLCanvas> {};
+template <class I>
+using KeptAs = std::conditional_t<
+    kIsOneOf<I, IGLContext2, IGLContext12, IGLContext14_2, IGLContext14_3>, IGLContext,
+    std::conditional_t<kIsOneOf<I, IGLCanvas2, IGLCanvas3, IGLCanvas13_1, IGLCanvas14_2, IGLCanvas14_4>,
+                       IGLCanvas, std::conditional_t<kIsOneOf<I, IGLViewer2>, IGLViewer, I>>>;
 
 template <class Interface>
 GLPtr<Interface> Turn::Pick() noexcept {
-  using Kept = typename KeptAs<Interface>::Type;
+  using Kept = KeptAs<Interface>;
   GLPtr<Kept> object;
   if constexpr (std::is_same_v<Kept, IUnknown>) {
     // What a collection may hold without a circle: no collections and no contexts.
@@ -111,7 +92,7 @@ GLPtr<Interface> Turn::Pick() noexcept {
     if constexpr (std::is_same_v<Kept, IGLCanvas>) {
       object = GLPtr<Kept>::FromBorrowed(&m_Canvas);
     } else if constexpr (std::is_same_v<Kept, IGLContext>) {
-      const bool own = !IsHost() && (m_pOperation->m_eWhere & Operation::kWaits) != 0;
+      const bool own = !IsHost() && (m_pOperation->m_uWhere & Operation::kWaits) != 0;
       object = own ? GLPtr<Kept>::FromBorrowed(m_pDrawn) : m_World.Of<Kept>().At(m_Bytes.Byte());
     } else {
       object = m_World.Of<Kept>().At(m_Bytes.Byte());
@@ -266,10 +247,31 @@ void CallUntested(Turn& aTurn) {
   MemberCall<false, kMember>::Run(aTurn);
 }
 
-// A table's entry for a member as it stands: CALL(IGLFog, Enable).
-#define CALL(Interface, Member) \
-  { #Interface "::" #Member, Call < &Interface::Member> }
-#define CALL_WAITS(Interface, Member) \
-  { #Interface "::" #Member, Call < &Interface::Member>, Operation::kWaits }
-#define CALL_IMAGE(Interface, Member) \
-  { #Interface "::" #Member, Call < &Interface::Member>, Operation::kImage }
+/// A step of a table that isn't for every thread.
+template <auto kStep, unsigned kWhere>
+struct Placed {};
+template <auto kStep>
+constexpr Placed<kStep, Operation::kWaits> kWaits{};
+template <auto kStep>
+constexpr Placed<kStep, Operation::kHost> kHostOnly{};
+
+/// A table's entry: a member of an interface as it stands, or a function of this program.
+template <auto kStep>
+struct Entry {
+  static constexpr Operation Make(unsigned aWhere) {
+    if constexpr (std::is_member_function_pointer_v<decltype(kStep)>) {
+      return {__PRETTY_FUNCTION__, Call<kStep>, aWhere};
+    } else {
+      return {__PRETTY_FUNCTION__, kStep, aWhere};
+    }
+  }
+};
+template <auto kStep, unsigned kWhere, Placed<kStep, kWhere> kPlaced>
+struct Entry<kPlaced> {
+  static constexpr Operation Make(unsigned) { return Entry<kStep>::Make(kWhere); }
+};
+
+template <unsigned kWhere, auto... kSteps>
+constexpr std::array<Operation, sizeof...(kSteps)> Table() {
+  return {Entry<kSteps>::Make(kWhere)...};
+}

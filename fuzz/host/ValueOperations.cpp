@@ -1,4 +1,5 @@
-// Objects that belong to no context: draw attributes, materials, collections.
+// What a scene is made of, objects that belong to no context, and fonts: operations that take what they are
+// given.
 
 #include "host/Turn.h"
 
@@ -19,61 +20,64 @@ void Walk(Turn& aTurn) {
   }
 }
 
-constexpr Operation kOperations[] = {
-    CALL(IGLDrawAttr, GetColor),
-    CALL(IGLDrawAttr, SetColor),
-    CALL(IGLDrawAttr, GetComplementColor),
-    CALL(IGLDrawAttr, GetContrastColor),
-    CALL(IGLDrawAttr, GetRed),
-    CALL(IGLDrawAttr, SetRed),
-    CALL(IGLDrawAttr, GetGreen),
-    CALL(IGLDrawAttr, SetGreen),
-    CALL(IGLDrawAttr, GetBlue),
-    CALL(IGLDrawAttr, SetBlue),
-    CALL(IGLDrawAttr, GetAlpha),
-    CALL(IGLDrawAttr, SetAlpha),
-    CALL(IGLDrawAttr, GetPointSize),
-    CALL(IGLDrawAttr, SetPointSize),
-    CALL(IGLDrawAttr, GetPointSizeLimits),
-    CALL(IGLDrawAttr, GetPointSizeStep),
-    CALL(IGLDrawAttr, GetLineWidth),
-    CALL(IGLDrawAttr, SetLineWidth),
-    CALL(IGLDrawAttr, GetLineWidthLimits),
-    CALL(IGLDrawAttr, GetLineWidthStep),
-    CALL(IGLDrawAttr, GetLineStipplePattern),
-    CALL(IGLDrawAttr, SetLineStipplePattern),
-    CALL(IGLDrawAttr, GetLineStippleFactor),
-    CALL(IGLDrawAttr, SetLineStippleFactor),
-    CALL(IGLDrawAttr, EnableDrawMode),
-    CALL(IGLDrawAttr, IsDrawModeEnabled),
-    CALL(IGLDrawAttr, GetDrawMode),
-    CALL(IGLMaterial, GetAmbientReflectance),
-    CALL(IGLMaterial, SetAmbientReflectance),
-    CALL(IGLMaterial, GetDiffuseReflectance),
-    CALL(IGLMaterial, SetDiffuseReflectance),
-    CALL(IGLMaterial, GetSpecularReflectance),
-    CALL(IGLMaterial, SetSpecularReflectance),
-    CALL(IGLMaterial, GetEmissionLight),
-    CALL(IGLMaterial, SetEmissionLight),
-    CALL(IGLMaterial, GetShininess),
-    CALL(IGLMaterial, SetShininess),
-    CALL(IGLMaterial, EnableDrawMode),
-    CALL(IGLMaterial, IsDrawModeEnabled),
-    CALL(IGLMaterial, GetDrawMode),
-    CALL(IGLCollection, Add),
-    CALL(IGLCollection, Remove),
-    CALL(IGLCollection, Empty),
-    CALL(IGLCollection, Has),
-    CALL(IGLCollection, GetSize),
-    CALL(IGLCollection, GetFirst),
-    CALL(IGLCollection, GetLast),
-    CALL(IGLCollection, GetNext),
-    CALL(IGLCollection, GetPrev),
-    CALL(IGLCollection, CopyTo),
-    CALL(IGLCollection, AppendTo),
-    {"a walk over a collection", Walk},
-};
+constexpr auto kScene = Table<
+    Operation::kAny, &IGLViewer::Show, &IGLViewer::IsVisible, &IGLViewer::SetOrtho, &IGLViewer::IsOrtho,
+    &IGLViewer::ShowGauges, &IGLViewer::AreGaugesVisible, &IGLViewer::Clip, &IGLViewer::IsClipped,
+    &IGLViewer::ScaleClip, &IGLViewer::IsClipScaled, &IGLViewer::ShowClipFrame,
+    &IGLViewer::IsClipFrameVisible, &IGLViewer::GetEyeFovy_DEG, &IGLViewer::SetEyeFovy_DEG,
+    &IGLViewer::GetEyeZNear, &IGLViewer::GetEyeZFar, &IGLViewer::SetEyeZNearAndFar, &IGLViewer::GetEyeAspect,
+    &IGLViewer::SetEyeAspect, &IGLViewer::GetOrthoExtents, &IGLViewer::SetOrthoExtents, &IGLViewer::GetClipX,
+    &IGLViewer::GetClipY, &IGLViewer::GetClipWidth, &IGLViewer::GetClipHeight, &IGLViewer::SetClipRectangle,
+    &IGLViewer::GetFrameColor, &IGLViewer::SetFrameColor, &IGLViewer::GetFrameThickness,
+    &IGLViewer::SetFrameThickness, &IGLViewer::GetFrameOffset, &IGLViewer::SetFrameOffset,
+    &IGLViewer::AddGauge, &IGLViewer::RemoveGauge, &IGLViewer::RemoveAllGauges, &IGLViewer::EnumGauges,
+    &IGLViewer::GetCoord, &IGLViewer::PointWCStoSCS, &IGLViewer::PointSCStoWCS, &IGLViewer2::GetShowAxes,
+    &IGLViewer2::SetShowAxes, &IGLViewerGauge::Show, &IGLLight::Enable, &IGLLight::IsEnabled,
+    &IGLLight::SetAsSpotlight, &IGLLight::IsSpotlight, &IGLLight::GetAmbientLight, &IGLLight::SetAmbientLight,
+    &IGLLight::GetDiffuseLight, &IGLLight::SetDiffuseLight, &IGLLight::GetSpecularLight,
+    &IGLLight::SetSpecularLight, &IGLLight::GetSpotPosition, &IGLLight::SetSpotPosition,
+    &IGLLight::GetCutOffAngle_DEG, &IGLLight::SetCutOffAngle_DEG, &IGLLight::GetSpotExponent,
+    &IGLLight::SetSpotExponent, &IGLLight::GetConstantAttenuation, &IGLLight::SetConstantAttenuation,
+    &IGLLight::GetLinearAttenuation, &IGLLight::SetLinearAttenuation, &IGLLight::GetQuadraticAttenuation,
+    &IGLLight::SetQuadraticAttenuation, &IGLLight::GetCoord, &IGLLight::AttachCoord, &IGLLight::GetDirection,
+    &IGLLight::SetDirection, &IGLFog::Enable, &IGLFog::IsEnabled, &IGLFog::GetCalcMode, &IGLFog::SetCalcMode,
+    &IGLFog::GetFogDensity, &IGLFog::SetFogDensity, &IGLFog::GetFogStart, &IGLFog::GetFogEnd,
+    &IGLFog::SetFogStartAndEnd, &IGLFog::GetFogColor, &IGLFog::SetFogColor, &IGLCoord::GetOrigin,
+    &IGLCoord::SetOrigin, &IGLCoord::SetOrigin3d, &IGLCoord::MoveOrigin, &IGLCoord::MoveOrigin3d,
+    &IGLCoord::MoveRight, &IGLCoord::MoveUp, &IGLCoord::MoveForward, &IGLCoord::RotateAboutX_RAD,
+    &IGLCoord::RotateAboutY_RAD, &IGLCoord::RotateAboutZ_RAD, &IGLCoord::Rotate_RAD, &IGLCoord::ResetRotation,
+    &IGLCoord::VectorPCStoLCS, &IGLCoord::VectorLCStoPCS, &IGLCoord::PointPCStoLCS, &IGLCoord::PointLCStoPCS,
+    &IGLCoord::GetMatrix6d, &IGLCoord::SetMatrix6d, &IGLCoord::GetMatrix16d, &IGLCoord::SetMatrix16d>();
+
+constexpr auto kValues =
+    Table<Operation::kAny, &IGLDrawAttr::GetColor, &IGLDrawAttr::SetColor, &IGLDrawAttr::GetComplementColor,
+          &IGLDrawAttr::GetContrastColor, &IGLDrawAttr::GetRed, &IGLDrawAttr::SetRed, &IGLDrawAttr::GetGreen,
+          &IGLDrawAttr::SetGreen, &IGLDrawAttr::GetBlue, &IGLDrawAttr::SetBlue, &IGLDrawAttr::GetAlpha,
+          &IGLDrawAttr::SetAlpha, &IGLDrawAttr::GetPointSize, &IGLDrawAttr::SetPointSize,
+          &IGLDrawAttr::GetPointSizeLimits, &IGLDrawAttr::GetPointSizeStep, &IGLDrawAttr::GetLineWidth,
+          &IGLDrawAttr::SetLineWidth, &IGLDrawAttr::GetLineWidthLimits, &IGLDrawAttr::GetLineWidthStep,
+          &IGLDrawAttr::GetLineStipplePattern, &IGLDrawAttr::SetLineStipplePattern,
+          &IGLDrawAttr::GetLineStippleFactor, &IGLDrawAttr::SetLineStippleFactor,
+          &IGLDrawAttr::EnableDrawMode, &IGLDrawAttr::IsDrawModeEnabled, &IGLDrawAttr::GetDrawMode,
+          &IGLMaterial::GetAmbientReflectance, &IGLMaterial::SetAmbientReflectance,
+          &IGLMaterial::GetDiffuseReflectance, &IGLMaterial::SetDiffuseReflectance,
+          &IGLMaterial::GetSpecularReflectance, &IGLMaterial::SetSpecularReflectance,
+          &IGLMaterial::GetEmissionLight, &IGLMaterial::SetEmissionLight, &IGLMaterial::GetShininess,
+          &IGLMaterial::SetShininess, &IGLMaterial::EnableDrawMode, &IGLMaterial::IsDrawModeEnabled,
+          &IGLMaterial::GetDrawMode, &IGLCollection::Add, &IGLCollection::Remove, &IGLCollection::Empty,
+          &IGLCollection::Has, &IGLCollection::GetSize, &IGLCollection::GetFirst, &IGLCollection::GetLast,
+          &IGLCollection::GetNext, &IGLCollection::GetPrev, &IGLCollection::CopyTo, &IGLCollection::AppendTo,
+          Walk>();
+
+// Print belongs to the draw thread, and is asked of hosts' threads all the same.
+constexpr auto kFonts =
+    Table<Operation::kAny, &IGLFont::IsTrueType, &IGLFont::GetFace, &IGLFont::GetStyle, &IGLFont::GetWeight,
+          &IGLFont::GetOrientation, &IGLFont::GetWidth, &IGLFont::SetWidth, &IGLFont::GetHeight,
+          &IGLFont::SetHeight, &IGLFont::GetExtrusionZ, &IGLFont::SetExtrusionZ, &IGLFont::GetEscapement_DEG,
+          &IGLFont::SetEscapement_DEG, &IGLFont::GetStringWidth, &IGLFont::Print>();
 
 }  // namespace
 
-std::span<const Operation> ValueOperations() noexcept { return kOperations; }
+std::span<const Operation> SceneOperations() noexcept { return kScene; }
+std::span<const Operation> ValueOperations() noexcept { return kValues; }
+std::span<const Operation> FontOperations() noexcept { return kFonts; }

@@ -3,36 +3,24 @@
 #include <dlfcn.h>
 #include <gllib/GLLibHost.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
-#include <filesystem>
-#include <fstream>
+#include <cstring>
+
+#include "support/TestRegistry.h"
 
 namespace {
 
 constexpr char kCollection[] = "{C1F0DF9D-ECE9-4EDF-82A3-700105F2D74F}";
 
-/// A registry of the test's own, in a folder that goes with it.
 class HostRegistry : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string folder = (std::filesystem::temp_directory_path() / "gllib-XXXXXX").string();
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    m_Folder = folder;
-    setenv("GLLIB_REGISTRY_DIR", folder.c_str(), 1);
-  }
-  void TearDown() override {
-    unsetenv("GLLIB_REGISTRY_DIR");
-    std::filesystem::remove_all(m_Folder);
-  }
-
   /// Writes a class that one file registers.
-  void Write(const char* aFile, const std::string& aClassId, const std::string& aModule) {
-    std::ofstream(m_Folder / aFile) << "Windows Registry Editor Version 5.00\r\n\r\n"
-                                    << "[HKEY_CLASSES_ROOT\\gl.glcollection.1\\clsid]\r\n@=\"" << aClassId
-                                    << "\"\r\n\r\n[HKEY_CLASSES_ROOT\\CLSID\\" << kCollection
-                                    << "\\InprocServer32]\r\n\"ThreadingModel\"=\"Both\"\r\n@=\"" << aModule
-                                    << "\"\r\n";
+  void Write(const char* aFile, const std::string& aClassId, const std::string& aModule) const {
+    m_Registry.Put(aFile,
+                   "Windows Registry Editor Version 5.00\r\n\r\n"
+                   "[HKEY_CLASSES_ROOT\\gl.glcollection.1\\clsid]\r\n@=\"" +
+                       aClassId + "\"\r\n\r\n[HKEY_CLASSES_ROOT\\CLSID\\" + kCollection +
+                       "\\InprocServer32]\r\n\"ThreadingModel\"=\"Both\"\r\n@=\"" + aModule + "\"\r\n");
   }
 
   static HRESULT Make(const char* aProgID) {
@@ -45,7 +33,7 @@ class HostRegistry : public testing::Test {
     return result;
   }
 
-  std::filesystem::path m_Folder;
+  const TestRegistry m_Registry;
 };
 
 class Painter final : public GLPainterBase {

@@ -21,45 +21,7 @@ constexpr ULONG kForever = 0xFFFFFFFF;
 
 GLPtr<IGLContext> NewContext() { return GLCreate<IGLContext>(CLSID_GLContext); }
 
-struct Painted {
-  GLPtr<IGLContext> context = NewContext();
-  std::shared_ptr<std::atomic<int>> frames = std::make_shared<std::atomic<int>>(0);
-
-  explicit Painted(DrawFunction aDraw = {}) {
-    EXPECT_EQ(context->Initialize(0), S_OK);
-    context->SetViewport(0, 0, 32, 32);
-    IGLViewer* viewer = nullptr;
-    context->CreateViewer(1, 1, &viewer);
-    const auto painter = GLMake<TestPainter>([frames = frames, aDraw](Scene& scene) {
-      ++*frames;
-      if (aDraw) aDraw(scene);
-    });
-    context->AttachPainter(painter.Get());
-  }
-};
-
 }  // namespace
-
-TEST(Context, StartsWithItsDefaults) {
-  const auto context = NewContext();
-  LONG value = -1;
-  EXPECT_EQ(context->IsDepthEnabled(&value), S_OK);
-  EXPECT_EQ(value, 1);
-  EXPECT_EQ(context->IsLightingEnabled(&value), S_OK);
-  EXPECT_EQ(value, 1);
-  EXPECT_EQ(context->IsAmbientLightEnabled(&value), S_OK);
-  EXPECT_EQ(value, 1);
-  GLDATA_RGBA color{};
-  context->GetAmbientLight(&color);
-  EXPECT_FLOAT_EQ(color.m_fRed, 0.2f);
-  EXPECT_EQ(color.m_fAlpha, 1.0f);
-  int width = 0;
-  context->GetViewportWidth(&width);
-  EXPECT_EQ(width, 1);
-  IGLFont* font = nullptr;
-  EXPECT_EQ(context->GetDefaultFont(&font), S_OK);
-  EXPECT_EQ(font, nullptr);
-}
 
 TEST(Context, WantsItsDrawThreadForWhatSteersIt) {
   const auto context = NewContext();
@@ -77,7 +39,7 @@ TEST(Context, WantsItsDrawThreadForWhatSteersIt) {
 }
 
 TEST(DrawThread, LimitsItsParameters) {
-  const Painted painted;
+  const FreeContext painted;
   struct {
     int priority;
     ULONG preferred, mustSleep;
@@ -101,7 +63,7 @@ TEST(DrawThread, LimitsItsParameters) {
 }
 
 TEST(DrawThread, DrawsOnRequestAloneWhenControlled) {
-  const Painted painted;
+  const FreeContext painted;
   const auto control = painted.context.As<IGLContext2>();
   control->SetControlledDrawThread(1, kForever);
   std::this_thread::sleep_for(150ms);  // what was under way has ended
@@ -113,7 +75,7 @@ TEST(DrawThread, DrawsOnRequestAloneWhenControlled) {
 }
 
 TEST(DrawThread, StandsStillFromSuspensionToResumption) {
-  const Painted painted;
+  const FreeContext painted;
   ASSERT_TRUE(Eventually([&] { return *painted.frames > 0; }));
   const auto suspension = painted.context.As<IGLContext12>();
   suspension->SuspendDrawThread();
@@ -126,7 +88,7 @@ TEST(DrawThread, StandsStillFromSuspensionToResumption) {
 }
 
 TEST(Context, ReplacesWindowAndThreadAtAFurtherInitialize) {
-  const Painted painted;
+  const FreeContext painted;
   painted.context->SetDrawThreadPars(0, 100, 50);
   ULONG_PTR first = 0, second = 0;
   painted.context->GetWindow(&first);
@@ -145,7 +107,7 @@ TEST(Context, ReplacesWindowAndThreadAtAFurtherInitialize) {
 
 TEST(Context, ExchangesNoPainterDuringAFrame) {
   std::atomic<bool> inside{false};
-  const Painted slow([&](Scene&) {
+  const FreeContext slow([&](Scene&) {
     inside = true;
     std::this_thread::sleep_for(50ms);
     inside = false;
@@ -171,7 +133,7 @@ TEST(Context, ForgetsADefaultFontThatIsDestroyed) {
 TEST(Context, EndsWhileItsPainterDrawsAndByItsPainter) {
   std::atomic<bool> inside{false};
   {
-    Painted slow([&](Scene&) {
+    FreeContext slow([&](Scene&) {
       inside = true;
       std::this_thread::sleep_for(200ms);
     });
@@ -180,7 +142,7 @@ TEST(Context, EndsWhileItsPainterDrawsAndByItsPainter) {
   const LONG locks = g_iModuleLocks;
   {
     std::atomic<bool> released{false};
-    Painted own;
+    FreeContext own;
     IGLContext* const last = own.context.Detach();
     const auto painter = GLMake<TestPainter>([&](Scene& scene) {
       if (!released.exchange(true)) scene.Context().Release();
@@ -189,7 +151,7 @@ TEST(Context, EndsWhileItsPainterDrawsAndByItsPainter) {
     EXPECT_TRUE(Eventually([&] { return released && g_iModuleLocks <= locks; })) << "the context has gone";
   }
   {
-    Painted one, other;  // each ends by the other's painter, while both draw
+    FreeContext one, other;  // each ends by the other's painter, while both draw
     std::atomic<int> inside{0};
     for (auto [here, last] : {std::pair(&one, other.context.Get()), std::pair(&other, one.context.Get())}) {
       const auto painter = GLMake<TestPainter>([&inside, last = last, released = false](Scene&) mutable {
@@ -208,7 +170,7 @@ TEST(Context, EndsWhileItsPainterDrawsAndByItsPainter) {
 
 TEST(Context, AnswersItsPainterInEveryOperation) {
   std::atomic<bool> done{false};
-  Painted painted([&](Scene& scene) {
+  FreeContext painted([&](Scene& scene) {
     if (done) return;
     IGLContext& context = scene.Context();
     const auto control = GLPtr<IGLContext>::FromBorrowed(&context).As<IGLContext2>();
@@ -239,7 +201,7 @@ TEST(Context, AnswersItsPainterInEveryOperation) {
 }
 
 TEST(Context, ServesSixThreadsWhileItsWorkerNeverPauses) {
-  const Painted painted;
+  const FreeContext painted;
   painted.context.As<IGLContext2>()->SetControlledDrawThread(1, 0);
   std::vector<std::thread> callers;
   std::atomic<int> rounds{0};
@@ -260,31 +222,4 @@ TEST(Context, ServesSixThreadsWhileItsWorkerNeverPauses) {
   }
   for (std::thread& caller : callers) caller.join();
   EXPECT_EQ(rounds, 120);
-}
-
-TEST(Context, DrawsFourAtOnceOnFourThreads) {
-  constexpr int kFrames = 30;
-  std::vector<std::unique_ptr<Painted>> all;
-  for (int i = 0; i < 4; ++i) {
-    all.push_back(std::make_unique<Painted>([list = 0](Scene& scene) mutable {
-      IGLCanvas& canvas = scene.Canvas();
-      LONG valid = 0;
-      canvas.IsCompiledList(list, &valid);
-      if (valid == 0) {
-        canvas.BeginCompileList(&list);
-        canvas.BeginDrawTriangles();
-        for (int corner = 0; corner < 3; ++corner) canvas.Vertex3d(corner * 10, corner == 1 ? 20 : 0, -5);
-        canvas.EndDrawVertices();
-        canvas.EndCompileList();
-      }
-      canvas.DrawCompiledList(list);
-    }));
-    IGLLight* light = nullptr;
-    all.back()->context->CreateLight(&light);
-    light->Enable(1);
-    all.back()->context.As<IGLContext2>()->SetControlledDrawThread(1, 0);
-  }
-  for (const auto& painted : all) {
-    EXPECT_TRUE(Eventually([&] { return *painted->frames > kFrames; }));
-  }
 }

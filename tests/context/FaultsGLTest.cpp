@@ -11,8 +11,8 @@
 #include "context/WGLExtensions.h"
 #include "support/Counting.h"
 #include "support/Eventually.h"
-#include "support/FaultDisplay.h"
 #include "support/Scene.h"
+#include "support/ScriptedDisplay.h"
 
 namespace {
 
@@ -41,36 +41,6 @@ class LifePainter final : public GLPainterBase {
   const GLString m_Text{"text"};
   std::array<GLPtr<IGLFont>, 2> m_Fonts;
   std::atomic<int> m_iPasses{0};
-};
-
-/// Takes a picture of the next frame when it is asked to.
-class LifeCapture final : public GLClient<IGLCapture> {
- public:
-  HRESULT IsEnabled(LONG* aEnabled) noexcept override {
-    *aEnabled = m_bWanted.exchange(false) ? 1 : 0;
-    return S_OK;
-  }
-  HRESULT GetPixmap(IGLPixmap** aPixmap) noexcept override {
-    *aPixmap = GLPtr(m_Pixmap).Detach();
-    return S_OK;
-  }
-  HRESULT GetPixelZoom(float* aZoom) noexcept override {
-    *aZoom = 1;
-    return S_OK;
-  }
-  HRESULT GetRectangle(int*, int*, int* aWidth, int* aHeight) noexcept override {
-    *aWidth = *aHeight = 16;
-    return S_OK;
-  }
-  HRESULT GetBackgroundColor(GLDATA_RGBA*) noexcept override { return S_OK; }
-  HRESULT OnData(LONG aSuccess) noexcept override {
-    m_iAnswer = aSuccess;
-    return S_OK;
-  }
-
-  GLPtr<IGLPixmap> m_Pixmap = GLCreate<IGLPixmap>(CLSID_GLPixmap);
-  std::atomic<bool> m_bWanted{false};
-  std::atomic<LONG> m_iAnswer{-1};
 };
 
 class Life {
@@ -115,11 +85,10 @@ class Life {
     aContext.AttachCapture(m_Capture.Get());
     Frame(aContext);
     Select(aContext, *viewer);
-    m_Capture->m_iAnswer = -1;
-    m_Capture->m_bWanted = true;
+    m_Capture->Request(m_Capture->target.Get(), {.m_iWidth = 16, .m_iHeight = 16});
     Frame(aContext);
-    EXPECT_TRUE(Eventually([&] { return m_Capture->m_iAnswer >= 0; })) << "no word from the capture";
-    if (m_Capture->m_iAnswer == 0) Excuse("the capture");
+    EXPECT_TRUE(Eventually([&] { return m_Capture->answer >= 0; })) << "no word from the capture";
+    if (m_Capture->answer == 0) Excuse("the capture");
     if (!Initialize(aContext)) return;
     aContext.SetViewport(0, 0, 32, 32);
     Frame(aContext);
@@ -181,7 +150,7 @@ class Life {
   const LONG m_iSamples;
   const GLString m_Face{"SANSSERIF"};
   GLPtr<LifePainter> m_Painter = GLMake<LifePainter>();
-  GLPtr<LifeCapture> m_Capture = GLMake<LifeCapture>();
+  GLPtr<TestCapture> m_Capture = GLMake<TestCapture>();
 };
 
 }  // namespace
@@ -193,7 +162,9 @@ TEST(Faults, OfThePlatformEndNoLifeAndSpoilNone) {
   for (; failed && !::testing::Test::HasFailure(); ++fault) {
     SCOPED_TRACE(fault);
     Zentig::WGLExtensions::DeleteInstance();  // the probe is part of the life
-    const auto display = FaultDisplay::Set(fault);
+    const auto display = ScriptedDisplay::Set();
+    display->m_szExtensions = "WGL_ARB_extensions_string WGL_ARB_pixel_format WGL_ARB_multisample ";
+    display->m_iFault = fault;
     g_afPointSizeRange[1] = 0;
     Life(true, 4).Live();
     failed = display->HasFailed();

@@ -43,14 +43,7 @@ class FullScene {
       viewer->AddGauge(GLMake<CrossGauge>().Get());
       GLPtr<IGLViewer>::FromBorrowed(viewer).As<IGLViewer2>()->SetShowAxes(1);
     }
-    const GLString face("DejaVu Sans");
-    IGLFont *raster = nullptr, *outline = nullptr;
-    context.CreateSystemFont(m_apFonts[0].Put());
-    context.CreateRasterFont(face, 0, 400, 0, -20, 0, &raster);
-    context.CreateTrueTypeFont(face, 0, 400, 0, 1, &outline);
-    m_Fixture.ContextAs<IGLContext2>()->CreateInternalFont(GLString("HAND"), m_apFonts[3].Put());
-    m_apFonts[1] = GLPtr<IGLFont>::FromBorrowed(raster);
-    m_apFonts[2] = GLPtr<IGLFont>::FromBorrowed(outline);
+    m_Fonts = MakeFonts(context);
   }
 
   /// Draws a frame. @return what the draw thread's count of allocations stood at when its painter began
@@ -79,12 +72,12 @@ class FullScene {
     }
     canvas.DrawCompiledList(m_iList);
     GLDATA_POINT start{-0.5, -0.5, 0};
-    for (const auto& font : m_apFonts) font->Print(m_Text, &start);
+    for (const auto& font : m_Fonts) font->Print(m_Text, &start);
   }
 
   ContextFixture m_Fixture{200, 100};
   IGLLight* m_apLights[2] = {};
-  GLPtr<IGLFont> m_apFonts[4];
+  Fonts m_Fonts;
   GLPtr<IGLDrawAttr> m_pAttributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   GLPtr<IGLMaterial> m_pMaterial = GLCreate<IGLMaterial>(CLSID_GLMaterial);
   GLString m_Text{"label 12.5"};

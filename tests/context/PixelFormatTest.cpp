@@ -3,15 +3,12 @@
 
 #include <gllib/GLLibHost.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
-
-#include <filesystem>
-#include <fstream>
 
 #include "context/PixelFormatSelection.h"
 #include "context/WGLExtensions.h"
 #include "support/Eventually.h"
 #include "support/ScriptedDisplay.h"
+#include "support/TestRegistry.h"
 
 namespace {
 
@@ -29,35 +26,20 @@ DisplayFormat Format(DWORD aFlags, BYTE aType, BYTE aColor, BYTE aDepth, BYTE aL
 
 HWND Number(std::uintptr_t aNumber) { return reinterpret_cast<HWND>(aNumber); }
 
-/// A registry of the test's own.
-class Registry {
+/// A registry of the test's own, with the switches as before they were read.
+class Registry : public TestRegistry {
  public:
-  Registry() {
-    std::string folder = (std::filesystem::temp_directory_path() / "gllibXXXXXX").string();
-    m_Folder = mkdtemp(folder.data());
-    setenv("GLLIB_REGISTRY_DIR", m_Folder.c_str(), 1);
-    g_bAccelSwitchesRead = false;
-    g_bAccel = g_bMultiAccel = true;
-  }
-  ~Registry() {
-    std::filesystem::remove_all(m_Folder);
-    unsetenv("GLLIB_REGISTRY_DIR");
-    g_bAccelSwitchesRead = false;
-    g_bAccel = g_bMultiAccel = true;
-  }
-  void Write(const char* aFile, const char* aKey, const std::string& aValues) const {
-    std::ofstream out(m_Folder / aFile);
-    out << "Windows Registry Editor Version 5.00\n\n[" << aKey << "]\n" << aValues;
-  }
-  void Machine(const std::string& aValues) const {
-    Write("machine.reg", "HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\GL", aValues);
-  }
-  void User(const std::string& aValues) const {
-    Write("user.reg", "HKEY_CURRENT_USER\\SOFTWARE\\Talvane\\Korvex\\GL", aValues);
+  Registry() { Forget(); }
+  ~Registry() { Forget(); }
+  void Write(const char* aFile, const std::string& aKey, const std::string& aValues) const {
+    Put(aFile, "Windows Registry Editor Version 5.00\n\n[" + aKey + "]\n" + aValues);
   }
 
  private:
-  std::filesystem::path m_Folder;
+  static void Forget() {
+    g_bAccelSwitchesRead = false;
+    g_bAccel = g_bMultiAccel = true;
+  }
 };
 
 }  // namespace
@@ -152,8 +134,8 @@ TEST(Switches, ChooseTheScanAndTheSamples) {
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.machine) + c.user);
     const Registry registry;
-    registry.Machine(c.machine);
-    registry.User(c.user);
+    registry.Write("machine.reg", "HKEY_LOCAL_MACHINE\\SOFTWARE\\Ostrel\\GL", c.machine);
+    registry.Write("user.reg", "HKEY_CURRENT_USER\\SOFTWARE\\Talvane\\Korvex\\GL", c.user);
     const DisplayGuard guard;
     const auto display = ScriptedDisplay::Set();
     display->m_iChosen = 0;  // the accelerated way finds nothing, so that Initialize tells which way it went

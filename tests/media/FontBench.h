@@ -1,58 +1,12 @@
-// A font's surroundings in a test: a site over the plain rendering context that is current on the thread.
-// The test says which rendering context of the window it stands for, and runs the tasks that were posted.
+// A font's surroundings in a test, and what is done with fonts everywhere.
 
 #pragma once
 
 #include <memory>
 #include <string>
-#include <vector>
 
-#include "component/ContextSite.h"
-#include "component/Module.h"
 #include "media/GLFont.h"
-#include "thread/PEvent.h"
-
-class FakeSite final : public GLContextSite {
- public:
-  ~FakeSite() { ReleaseDC(nullptr, m_hDC); }
-
-  int ViewportWidth() const noexcept override { return 1; }
-  int ViewportHeight() const noexcept override { return 1; }
-  bool HasClipPlanes() const noexcept override { return false; }
-  HDC DeviceContext() const noexcept override { return m_hDC; }
-  bool IsCurrentHere() const noexcept override { return m_bCurrent; }
-  ULONG WindowContextNumber() const noexcept override { return m_uWindowContext; }
-  void LockGL() noexcept override {}
-  void UnlockGL() noexcept override {}
-  ULONG GenListKey(int aCount) noexcept override { return g_uListGeneration << 16 | glGenLists(aCount); }
-  ULONG BeginListKey() noexcept override { return 0; }
-  void EndListKey() noexcept override {}
-  void CallListKey(ULONG) noexcept override {}
-  ULONG GetListBase(ULONG aKey) const noexcept override { return aKey & 0xFFFF; }
-  void DeleteListKey(ULONG aKey, int aCount) noexcept override {
-    if (IsOfThisGeneration(aKey)) glDeleteLists(aKey & 0xFFFF, aCount);
-  }
-  bool IsListKeyValid(ULONG aKey) const noexcept override {
-    return aKey != 0 && IsOfThisGeneration(aKey) && glIsList(aKey & 0xFFFF) == GL_TRUE;
-  }
-  bool PostTask(PEvent* aTask) noexcept override {
-    m_vTasks.emplace_back(aTask);
-    return true;
-  }
-
-  void RunTasks() {
-    for (const auto& task : std::exchange(m_vTasks, {})) task->Run();
-  }
-
-  bool m_bCurrent = true;
-  ULONG m_uWindowContext = 1;
-  std::vector<std::unique_ptr<PEvent>> m_vTasks;
-
- private:
-  static bool IsOfThisGeneration(ULONG aKey) noexcept { return aKey >> 16 == (g_uListGeneration & 0xFFFF); }
-
-  HDC m_hDC = GetDC(nullptr);
-};
+#include "support/TestSite.h"
 
 enum class FontKind { kSystem, kRaster, kTrueType, kInternal };
 inline constexpr FontKind kFontKinds[] = {FontKind::kSystem, FontKind::kRaster, FontKind::kTrueType,
@@ -72,7 +26,7 @@ struct FontOrder {
 
 /// A site and the fonts on it. Where a rendering context is current.
 struct FontBench {
-  FakeSite m_Site;
+  TestSite m_Site;
   GLSiteLinkPtr m_pLink = std::make_shared<GLSiteLink>(&m_Site);
 
   ~FontBench() { m_pLink->Clear(); }

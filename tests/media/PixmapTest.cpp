@@ -220,17 +220,28 @@ TEST_F(Pixmap, LoadsAFileOfAnyNameAndKeepsItWhenTheNextOneCantBeLoaded) {
   const BitmapBytes badLastRow{1, 2, 8, {0, 0, 0, 0}, {0, 0, 0, 0, 1, 0, 0, 0}};
   m_Pixmap->Initialize(5, 5, kGrey);
   m_Pixmap->SetZoom(2, 2);
-  const std::u16string good = folder.Write(u"K\u00fcste \u6d77 \U0001F41F.bmp", file);
+  const std::u16string good = folder.Put(u"K\u00fcste \u6d77 \U0001F41F.bmp", file);
   EXPECT_EQ(LoadFrom(*m_Pixmap, good), S_OK);
   EXPECT_EQ(Shape(), std::tuple(2, 1, 1.0f, 1.0f, 0, 0, 2, 1, Access().first));
 
   const auto before = Shape();
   for (const std::u16string& name :
-       {folder.Write(u"late", badLastRow.File()), folder.Name(u"missing"), folder.Path().u16string(),
-        std::u16string(), good + u'\0' + u'x', std::u16string(1, char16_t{0xD800})}) {
+       {folder.Put(u"late", badLastRow.File()), (folder.Path() / "missing").u16string(),
+        folder.Path().u16string(), std::u16string(), good + u'\0' + u'x',
+        std::u16string(1, char16_t{0xD800})}) {
     EXPECT_EQ(LoadFrom(*m_Pixmap, name), E_FAIL) << std::string(name.begin(), name.end());
   }
   EXPECT_EQ(m_Pixmap->LoadImageFile(nullptr), E_FAIL);
   EXPECT_EQ(Shape(), before);
   EXPECT_EQ(Store(), (Image{{1, 2, 3, 255}, {4, 5, 6, 255}}));
+}
+
+TEST_F(Pixmap, LoadsOfTheFuzzersCorpusWhatItShouldAndRefusesTheRest) {
+  int files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(GLLIB_SOURCE_DIR "/fuzz/corpus/bitmapfile")) {
+    const bool good = entry.path().filename().string().starts_with("ok-");
+    EXPECT_EQ(LoadFrom(*m_Pixmap, entry.path().u16string()), good ? S_OK : E_FAIL) << entry.path().filename();
+    ++files;
+  }
+  EXPECT_GE(files, 60);
 }

@@ -10,5 +10,5 @@
 TEST(File, OfAPipeWithoutAWriterIsNoImage) {
   const TestFolder folder;
   ASSERT_EQ(mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);
-  EXPECT_EQ(LoadFrom(*CreateObject<IGLPixmap>(CLSID_GLPixmap), folder.Name(u"pipe")), E_FAIL);
+  EXPECT_EQ(LoadFrom(*CreateObject<IGLPixmap>(CLSID_GLPixmap), (folder.Path() / "pipe").u16string()), E_FAIL);
 }

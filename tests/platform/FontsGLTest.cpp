@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include FT_FREETYPE_H
-#include FT_OUTLINE_H
 
 #include <algorithm>
 #include <cmath>
@@ -15,9 +14,7 @@
 
 #include "media/FontBench.h"
 #include "platform/Text.h"
-#include "platform/linux/fonts/DeviceFont.h"
 #include "platform/linux/fonts/FontLibrary.h"
-#include "platform/linux/fonts/GlyphTessellator.h"
 #include "support/PlainGL.h"
 
 namespace {
@@ -103,82 +100,6 @@ TEST(Fonts, DrawsTheOneBitGlyphsOfFreeType) {
     const Picture plain = DrawByFreeType(1300, 80, face, text, 5, 20);
     EXPECT_GT(plain.CountOther(0x000000FF), 100);
     EXPECT_EQ(Difference(ours, plain), 0) << pixels << " pixels";
-  }
-}
-
-/// How far a point is from the nearest of the line pieces of a contour.
-double DistanceTo(const std::vector<GlyphTessellator::Contour>& aContours, const OutlinePoint& aPoint) {
-  double nearest = 1e9;
-  for (const auto& contour : aContours) {
-    for (std::size_t i = 0; i < contour.size(); ++i) {
-      const OutlinePoint &from = contour[i], &to = contour[(i + 1) % contour.size()];
-      const double dx = to.x - from.x, dy = to.y - from.y, square = dx * dx + dy * dy;
-      const double along = square > 0 ? ((aPoint.x - from.x) * dx + (aPoint.y - from.y) * dy) / square : 0;
-      const double t = std::clamp(along, 0.0, 1.0);
-      nearest = std::min(nearest, std::hypot(from.x + t * dx - aPoint.x, from.y + t * dy - aPoint.y));
-    }
-  }
-  return nearest;
-}
-
-/// FreeType's outline of the glyph that is loaded, in pixels, its curves in a thousand pieces each.
-std::vector<GlyphTessellator::Contour> FinePieces(FT_Outline& aOutline) {
-  using Contours = std::vector<GlyphTessellator::Contour>;
-  constexpr int kPieces = 1000;
-  Contours contours;
-  static constexpr auto kAt = [](const FT_Vector* a) {
-    return OutlinePoint{static_cast<double>(a->x) / 64, static_cast<double>(a->y) / 64};
-  };
-  FT_Outline_Funcs steps{};
-  steps.move_to = [](const FT_Vector* a, void* out) {
-    static_cast<Contours*>(out)->push_back({kAt(a)});
-    return 0;
-  };
-  steps.line_to = [](const FT_Vector* a, void* out) {
-    static_cast<Contours*>(out)->back().push_back(kAt(a));
-    return 0;
-  };
-  steps.conic_to = [](const FT_Vector* a, const FT_Vector* b, void* out) {
-    auto& contour = static_cast<Contours*>(out)->back();
-    const OutlinePoint p = contour.back(), q = kAt(a), r = kAt(b);
-    for (int i = 1; i <= kPieces; ++i) {
-      const double t = static_cast<double>(i) / kPieces, s = 1 - t;
-      contour.push_back(
-          {s * s * p.x + 2 * s * t * q.x + t * t * r.x, s * s * p.y + 2 * s * t * q.y + t * t * r.y});
-    }
-    return 0;
-  };
-  steps.cubic_to = [](const FT_Vector*, const FT_Vector*, const FT_Vector*, void*) { return 1; };
-  EXPECT_EQ(FT_Outline_Decompose(&aOutline, &steps, &contours), 0) << "a face of conic curves";
-  return contours;
-}
-
-TEST(Fonts, KeepsToTheOutlinesOfFreeType) {
-  constexpr int kSize = 200;
-  constexpr double kAllowed = 0.5;  // pixels
-  const PlainFace face("DejaVu Sans");
-  FT_Set_Pixel_Sizes(face.Get(), 0, kSize);
-  const auto font = DeviceFont::Create({"DejaVu Sans", 0, 0, 0, 400, FF_SWISS, false, false, false});
-  ASSERT_NE(font, nullptr);
-  GlyphTessellator glyph;
-  for (const unsigned char code : std::string("&@%8gSQ#W")) {
-    FT_Load_Glyph(face.Get(), GlyphOf(face, code), FT_LOAD_NO_HINTING);
-    const auto plain = FinePieces(face->glyph->outline);
-    GlyphOutline outline;
-    ASSERT_TRUE(font->Outline(code, 0, outline) && glyph.Run(outline));
-    std::vector<GlyphTessellator::Contour> ours = glyph.Boundary();
-    for (auto& contour : ours) {
-      for (OutlinePoint& point : contour) point = {point.x * kSize, point.y * kSize};
-    }
-    double farthest = 0;
-    for (const auto& contour : plain) {
-      for (std::size_t i = 0; i < contour.size(); i += 10)
-        farthest = std::max(farthest, DistanceTo(ours, contour[i]));
-    }
-    for (const auto& contour : ours) {
-      for (const OutlinePoint& point : contour) farthest = std::max(farthest, DistanceTo(plain, point));
-    }
-    EXPECT_LT(farthest, kAllowed) << code;
   }
 }
 

@@ -8,10 +8,9 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
+
+#include "support/TestRegistry.h"
 
 namespace {
 
@@ -19,24 +18,10 @@ constexpr char kHeader[] = "Windows Registry Editor Version 5.00\r\n";
 
 class Registry : public testing::Test {
  protected:
-  Registry() {
-    std::filesystem::create_directory(m_Folder);
-    setenv("GLLIB_REGISTRY_DIR", m_Folder.c_str(), 1);
-  }
-  ~Registry() override {
-    unsetenv("GLLIB_REGISTRY_DIR");
-    unsetenv("GLLIB_REGISTRY_USER");
-    std::filesystem::remove_all(m_Folder);
-  }
+  ~Registry() override { unsetenv("GLLIB_REGISTRY_USER"); }
 
-  void Put(const char* aFile, const std::string& aText) const {
-    std::ofstream(m_Folder / aFile, std::ios::binary) << aText;
-  }
-  std::string Get(const char* aFile) const {
-    std::ostringstream text;
-    text << std::ifstream(m_Folder / aFile, std::ios::binary).rdbuf();
-    return text.str();
-  }
+  void Put(const std::string& aText) const { m_Folder.Put("machine.reg", aText); }
+  std::string Get() const { return m_Folder.Get("machine.reg"); }
 
   static LSTATUS Open(HKEY aRoot, const char* aKey) {
     HKEY key = nullptr;
@@ -59,8 +44,7 @@ class Registry : public testing::Test {
     return RegSetKeyValueA(aRoot, aKey, aName, REG_SZ, aText.c_str(), static_cast<DWORD>(aText.size() + 1));
   }
 
-  const std::filesystem::path m_Folder =
-      std::filesystem::temp_directory_path() / ("gllib-registry-" + std::to_string(getpid()));
+  const TestRegistry m_Folder;
 };
 
 std::string Text(const std::string& aText) { return "1:" + aText + '\0'; }
@@ -68,10 +52,10 @@ std::string Text(const std::string& aText) { return "1:" + aText + '\0'; }
 }  // namespace
 
 TEST_F(Registry, ReadsWhatARegistryEditorWrites) {
-  Put("machine.reg", std::string(kHeader) +
-                         "\r\n; kept in C:\\\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Maker\\GL]\r\n"
-                         "\"Switch\"=dword:0000000A  \r\n@=\"the \\\"C:\\\\\\\" default\"\r\n"
-                         "\"Bytes\"=hex:41,42,\\\r\n  43\r\n\"Wide\"=hex(2):41,00,00,00\r\n");
+  Put(std::string(kHeader) +
+      "\r\n; kept in C:\\\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Maker\\GL]\r\n"
+      "\"Switch\"=dword:0000000A  \r\n@=\"the \\\"C:\\\\\\\" default\"\r\n"
+      "\"Bytes\"=hex:41,42,\\\r\n  43\r\n\"Wide\"=hex(2):41,00,00,00\r\n");
   const char key[] = "software\\MAKER\\gl";
   EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, "SWITCH"), std::string("4:\n\0\0\0", 6));
   EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, nullptr), Text("the \"C:\\\" default"));
@@ -90,22 +74,22 @@ TEST_F(Registry, RefusesABrokenFileAndLeavesItAlone) {
         key + "\"a\"=", key + "\"a\"=\"b", key + "\"a\"=\"b\\", key + "\"a\"=dword:",
         key + "\"a\"=dword:123456789", key + "\"a\"=hex:41,4x", key + "\"a\"=hex:41,\\"}) {
     SCOPED_TRACE(text);
-    Put("machine.reg", text);
+    Put(text);
     const bool readable = text == key + "\"a\"=";  // an unknown type with no data is somebody else's
     EXPECT_EQ(Open(HKEY_CLASSES_ROOT, "A"), readable ? ERROR_SUCCESS : ERROR_BADDB);
     if (readable) continue;
     EXPECT_EQ(Set(HKEY_CLASSES_ROOT, "B", "x", "y"), ERROR_BADDB);
-    EXPECT_EQ(Get("machine.reg"), text);
+    EXPECT_EQ(Get(), text);
   }
 }
 
 TEST_F(Registry, KeepsTheLinesOfOthers) {
-  Put("machine.reg", std::string(kHeader) +
-                         "\r\n; about B\r\n[HKEY_CLASSES_ROOT\\B]\r\n; about x\r\n\"x\"=\"old\"\r\n"
-                         "\"y\"=hex(7):00,00\r\n\r\n; the end\r\n");
+  Put(std::string(kHeader) +
+      "\r\n; about B\r\n[HKEY_CLASSES_ROOT\\B]\r\n; about x\r\n\"x\"=\"old\"\r\n"
+      "\"y\"=hex(7):00,00\r\n\r\n; the end\r\n");
   ASSERT_EQ(Set(HKEY_CLASSES_ROOT, "b", "X", "C:\\\"new\""), ERROR_SUCCESS);
   EXPECT_EQ(Set(HKEY_CLASSES_ROOT, "B", "x", "two\nlines"), ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(Get("machine.reg"),
+  EXPECT_EQ(Get(),
             std::string(kHeader) +
                 "\r\n; about B\r\n[HKEY_CLASSES_ROOT\\B]\r\n; about x\r\n\"x\"=\"C:\\\\\\\"new\\\"\"\r\n"
                 "\"y\"=hex(7):00,00\r\n\r\n; the end\r\n");

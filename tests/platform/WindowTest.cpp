@@ -75,7 +75,7 @@ TEST_F(Windows, AreToldOfTheirCreationBeforeItReturnsOnAnotherThread) {
   g_Procedure = [](HWND, UINT message, LPARAM) -> LRESULT { return message == WM_CREATE ? -1 : 0; };
   EXPECT_EQ(Make(), nullptr) << "the procedure may refuse";
   RECT rect{};
-  EXPECT_FALSE(GetWindowRect(m_pDisplay->m_vMade.back(), &rect)) << "and the window goes again";
+  EXPECT_FALSE(GetWindowRect(m_pDisplay->m_hMade, &rect)) << "and the window goes again";
 }
 
 TEST_F(Windows, KeepTheirUserDataUntilAProcedureElsewhereHasEnded) {

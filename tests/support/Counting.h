@@ -1,9 +1,10 @@
-// Counting of heap allocations, and their failing: the test executables replace the global operator new,
-// which counts for each thread apart.
+// Counting of heap allocations, their failing, and the memory of the process: the test executables replace
+// the global operator new, which counts for each thread apart.
 
 #pragma once
 
 #include <cstddef>
+#include <fstream>
 
 /// How many times the calling thread has called operator new.
 std::size_t AllocationsOfThisThread() noexcept;
@@ -14,6 +15,13 @@ std::size_t CountAllocations(Function&& aFunction) {
   const std::size_t before = AllocationsOfThisThread();
   aFunction();
   return AllocationsOfThisThread() - before;
+}
+
+/// What the process holds in memory, where the system tells.
+inline long ResidentKiB() {
+  long size = 0, resident = 0;
+  std::ifstream("/proc/self/statm") >> size >> resident;
+  return resident * 4;
 }
 
 /// A heap that is used up for the calling thread: after so many more calls its operator new fails, until the

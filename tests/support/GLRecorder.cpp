@@ -11,7 +11,6 @@
 #include <cstdlib>
 #include <map>
 #include <mutex>
-#include <optional>
 #include <set>
 #include <variant>
 
@@ -28,7 +27,6 @@ struct Call {
 struct Recording {
   std::mutex m_Lock;
   bool m_bRecords = false;
-  std::optional<std::thread::id> m_Only;
   std::vector<Call> m_aCalls;
   std::set<std::string, std::less<>> m_Failing;
   std::map<GLenum, std::string> m_Strings;
@@ -68,54 +66,46 @@ std::string NumberText(Number aValue) {
   return {text, std::to_chars(text, text + sizeof text, aValue).ptr};
 }
 
-/// How many values a vector function reads; 0 where that isn't known.
+/// How many values a vector function reads.
 int VectorLength(std::string_view aFunction, long long aName) {
   if (aFunction.find("Matrix") != aFunction.npos) return 16;
-  if (aFunction == "glClipPlane") return 4;
-  if (!aFunction.ends_with('v')) return 0;
   const char digit = aFunction[aFunction.size() - 3];
-  if (digit >= '1' && digit <= '4') return digit - '0';
-  switch (aName) {
-    case GL_AMBIENT:
-    case GL_DIFFUSE:
-    case GL_SPECULAR:
-    case GL_EMISSION:
-    case GL_AMBIENT_AND_DIFFUSE:
-    case GL_POSITION:
-    case GL_FOG_COLOR:
-    case GL_LIGHT_MODEL_AMBIENT:
-    case GL_TEXTURE_ENV_COLOR:
-    case GL_TEXTURE_BORDER_COLOR:
-    case GL_OBJECT_PLANE:
-    case GL_EYE_PLANE:
-      return 4;
-    case GL_SPOT_DIRECTION:
-    case GL_COLOR_INDEXES:
-      return 3;
-    default:
-      return 1;
-  }
+  if (aFunction.ends_with('v') && digit >= '1' && digit <= '4') return digit - '0';
+  return aName == GL_SPOT_DIRECTION ? 3 : aName == GL_TEXTURE_GEN_MODE ? 1 : 4;
 }
 
 template <class Number>
 std::string VectorText(const Number* aValues, int aLength) {
   if (aValues == nullptr) return "null";
-  if (aLength == 0) return "data";
   std::string text = "{";
   for (int i = 0; i < aLength; ++i) text += (i > 0 ? ", " : "") + NumberText(aValues[i]);
   return text + "}";
 }
 
-std::string MaskText(std::string_view aFunction, long long aMask) {
-  constexpr std::pair<long long, const char*> kBits[] = {{GL_COLOR_BUFFER_BIT, "GL_COLOR_BUFFER_BIT"},
-                                                         {GL_DEPTH_BUFFER_BIT, "GL_DEPTH_BUFFER_BIT"},
-                                                         {GL_STENCIL_BUFFER_BIT, "GL_STENCIL_BUFFER_BIT"}};
-  if (aFunction != "glClear") return aMask == GL_ALL_ATTRIB_BITS ? "GL_ALL_ATTRIB_BITS" : NumberText(aMask);
-  std::string text;
-  for (const auto& [bit, name] : kBits) {
-    if ((aMask & bit) != 0) text += (text.empty() ? "" : " | ") + std::string(name);
-  }
-  return text.empty() ? "0" : text;
+#define GL_NAME(name) \
+  { name, #name }
+
+/// The constants that tests name. Small values, which mean something else in every function, aren't listed.
+constexpr std::pair<GLenum, const char*> kNames[] = {
+    // clang-format off
+    GL_NAME(GL_BLEND), GL_NAME(GL_CLAMP), GL_NAME(GL_CLIP_PLANE0), GL_NAME(GL_DECAL), GL_NAME(GL_DEPTH_TEST),
+    GL_NAME(GL_FILL), GL_NAME(GL_FRONT_AND_BACK), GL_NAME(GL_LIGHTING), GL_NAME(GL_LINE_STIPPLE),
+    GL_NAME(GL_LINEAR_MIPMAP_NEAREST), GL_NAME(GL_MATRIX_MODE), GL_NAME(GL_MODELVIEW), GL_NAME(GL_MODULATE),
+    GL_NAME(GL_NEAREST), GL_NAME(GL_ONE_MINUS_SRC_ALPHA), GL_NAME(GL_PROJECTION), GL_NAME(GL_RENDER_MODE),
+    GL_NAME(GL_RGBA), GL_NAME(GL_SCISSOR_TEST), GL_NAME(GL_SRC_ALPHA), GL_NAME(GL_TEXTURE_1D),
+    GL_NAME(GL_TEXTURE_2D), GL_NAME(GL_TEXTURE_ENV), GL_NAME(GL_TEXTURE_ENV_COLOR),
+    GL_NAME(GL_TEXTURE_ENV_MODE), GL_NAME(GL_TEXTURE_MAG_FILTER), GL_NAME(GL_TEXTURE_MIN_FILTER),
+    GL_NAME(GL_TEXTURE_WRAP_S), GL_NAME(GL_TEXTURE_WRAP_T), GL_NAME(GL_UNPACK_ALIGNMENT),
+    GL_NAME(GL_UNPACK_ROW_LENGTH), GL_NAME(GL_UNPACK_SKIP_PIXELS), GL_NAME(GL_UNPACK_SKIP_ROWS),
+    GL_NAME(GL_UNSIGNED_BYTE), GL_NAME(GL_UNSIGNED_INT),
+    // clang-format on
+};
+
+#undef GL_NAME
+
+std::string NameOf(GLenum aValue) {
+  const auto found = std::ranges::find(kNames, aValue, &std::pair<GLenum, const char*>::first);
+  return found != std::end(kNames) ? found->second : std::to_string(aValue);
 }
 
 std::string IntegerText(std::string_view aFunction, std::string_view aDeclaration, long long aValue) {
@@ -124,12 +114,11 @@ std::string IntegerText(std::string_view aFunction, std::string_view aDeclaratio
       "GL_TRIANGLE_STRIP", "GL_TRIANGLE_FAN", "GL_QUADS",     "GL_QUAD_STRIP", "GL_POLYGON"};
   if (aFunction == "glBegin" && aValue <= GL_POLYGON) return kPrimitives[aValue];
   if (aDeclaration.starts_with("GLboolean")) return aValue != 0 ? "GL_TRUE" : "GL_FALSE";
-  if (aDeclaration.starts_with("GLbitfield")) return MaskText(aFunction, aValue);
   if (aDeclaration.ends_with("factor") && aValue <= GL_ONE) return aValue != 0 ? "GL_ONE" : "GL_ZERO";
   // Some numbers stand for constants too; small ones are taken as what they are.
   const bool mayBeConstant = aDeclaration.ends_with(" param") || aDeclaration.ends_with(" internalFormat");
   if (aDeclaration.starts_with("GLenum") || (mayBeConstant && aValue >= 0x100)) {
-    return NameOfGLConstant(static_cast<GLenum>(aValue));
+    return NameOf(static_cast<GLenum>(aValue));
   }
   return NumberText(aValue);
 }
@@ -188,10 +177,7 @@ template <class MakeText>
 bool Note(std::string_view aFunction, const MakeText& aMakeText) {
   Recording& recording = TheRecording();
   const std::scoped_lock lock(recording.m_Lock);
-  if (recording.m_bRecords &&
-      recording.m_Only.value_or(std::this_thread::get_id()) == std::this_thread::get_id()) {
-    recording.m_aCalls.push_back({aFunction, aMakeText()});
-  }
+  if (recording.m_bRecords) recording.m_aCalls.push_back({aFunction, aMakeText()});
   return recording.m_Failing.contains(aFunction);
 }
 
@@ -253,7 +239,7 @@ extern "C" const GLubyte* APIENTRY glGetString(GLenum name) {
 }
 
 GLRecorder::GLRecorder() {
-  Resume();
+  TheRecording().m_bRecords = true;
   s_bStands = true;
 }
 
@@ -262,25 +248,14 @@ GLRecorder::~GLRecorder() {
   Recording& recording = TheRecording();
   const std::scoped_lock lock(recording.m_Lock);
   recording.m_bRecords = false;
-  recording.m_Only.reset();
   recording.m_aCalls.clear();
   recording.m_Failing.clear();
   recording.m_Strings.clear();
 }
 
-void GLRecorder::OnlyFrom(std::thread::id aThread) {
-  const std::scoped_lock lock(TheRecording().m_Lock);
-  TheRecording().m_Only = aThread;
-}
-
 void GLRecorder::Pause() {
   const std::scoped_lock lock(TheRecording().m_Lock);
   TheRecording().m_bRecords = false;
-}
-
-void GLRecorder::Resume() {
-  const std::scoped_lock lock(TheRecording().m_Lock);
-  TheRecording().m_bRecords = true;
 }
 
 void GLRecorder::Clear() {

@@ -7,7 +7,6 @@
 
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 #include "platform/GL.h"
@@ -21,11 +20,8 @@ class GLRecorder {
   GLRecorder(const GLRecorder&) = delete;
   GLRecorder& operator=(const GLRecorder&) = delete;
 
-  /// Records the calls of one thread alone, from now on.
-  void OnlyFrom(std::thread::id aThread);
-  /// Stops and goes on. Forced results stay in force while it pauses.
+  /// Notes nothing any more; forced results stay in force.
   void Pause();
-  void Resume();
   void Clear();
 
   std::vector<std::string> Calls() const;
@@ -38,6 +34,3 @@ class GLRecorder {
   /// What glGetString answers for a name instead of the driver.
   void SetString(GLenum aName, std::string aText);
 };
-
-/// The name of a GL constant of version 1.1; the number when it has none that is listed.
-std::string NameOfGLConstant(GLenum aValue);

@@ -40,9 +40,5 @@ class Picture {
   std::vector<std::uint32_t> m_aPixels;
 };
 
-/// Pixels in which two pictures differ; all of them when the sizes differ.
-int Difference(const Picture& a, const Picture& b);
-/// The largest difference of one component, 0 to 255.
-int MaxDifference(const Picture& a, const Picture& b);
-/// The mean difference over all components.
-double MeanDifference(const Picture& a, const Picture& b);
+/// Pixels in which two pictures differ, in any component by more than a bound; all when the sizes differ.
+int Difference(const Picture& a, const Picture& b, int aMost = 0);

@@ -13,6 +13,7 @@
 
 #include "component/CreateObject.h"
 #include "platform/GL.h"
+#include "support/Eventually.h"
 #include "support/TestDisplay.h"
 
 HRESULT TestPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* aViewer) noexcept {
@@ -117,6 +118,38 @@ Picture ContextFixture::Run(const DrawFunction& aDraw, bool aReads) {
     throw std::runtime_error("no frame within 20 s");
   }
   return std::exchange(m_Shared->m_Picture, Picture());
+}
+
+FreeContext::FreeContext(DrawFunction aDraw, int aWidth, int aHeight, ULONG_PTR aParent) {
+  EXPECT_EQ(context->Initialize(aParent), S_OK);
+  context->SetViewport(0, 0, aWidth, aHeight);
+  context->CreateViewer(1, 1, &viewer);
+  const auto draw = [count = frames, aDraw](Scene& scene) {
+    ++*count;
+    if (aDraw) aDraw(scene);
+  };
+  context->AttachPainter(GLMake<TestPainter>(draw).Get());
+}
+
+LONG TestCapture::Take() {
+  answer = -1;
+  Request(target.Get(), request);
+  return Eventually([&] { return answer != -1; }) ? answer.load() : -1;
+}
+
+Fonts MakeFonts(IGLContext& aContext, bool aAll) {
+  Fonts fonts;
+  aContext.CreateSystemFont(fonts[0].Put());
+  GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->CreateInternalFont(GLString("HAND"),
+                                                                                   fonts[1].Put());
+  if (!aAll) return fonts;
+  const GLString face("DejaVu Sans");
+  IGLFont *raster = nullptr, *outline = nullptr;
+  aContext.CreateRasterFont(face, 0, 400, 0, -20, 0, &raster);
+  aContext.CreateTrueTypeFont(face, 0, 400, 0, 1, &outline);
+  fonts[2] = GLPtr<IGLFont>::FromBorrowed(raster);
+  fonts[3] = GLPtr<IGLFont>::FromBorrowed(outline);
+  return fonts;
 }
 
 Picture DrawThroughContext(int aWidth, int aHeight, const DrawFunction& aDraw) {

@@ -1,10 +1,13 @@
-// A context under test on the headless display, driven frame by frame, with a painter made of a function.
-// The context's draw thread runs painters and reads pictures; the test's thread waits for it.
+// Contexts under test with painters made of functions: one on the headless display, driven frame by frame,
+// and one that draws by itself; captures and fonts for them. Draw threads run painters and read pictures;
+// the test's thread waits for them.
 
 #pragma once
 
 #include <gllib/GLLibHost.h>
 
+#include <array>
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -81,6 +84,34 @@ class ContextFixture {
   GLPtr<IGLContext> m_Context;
   GLPtr<IGLViewer> m_Viewer;
 };
+
+/// An initialised context with one viewer in parallel projection, which draws by itself.
+struct FreeContext {
+  explicit FreeContext(DrawFunction aDraw = {}, int aWidth = 32, int aHeight = 32, ULONG_PTR aParent = 0);
+
+  GLPtr<IGLContext> context = GLCreate<IGLContext>(CLSID_GLContext);
+  IGLViewer* viewer = nullptr;
+  std::shared_ptr<std::atomic<int>> frames = std::make_shared<std::atomic<int>>(0);  // with the painter's
+};
+
+/// Takes one picture when asked, and keeps what it was told.
+class TestCapture : public GLCaptureBase {
+ public:
+  HRESULT OnData(LONG aSuccess) noexcept override {
+    answer = aSuccess;
+    return S_OK;
+  }
+  /// Asks for a picture of the next frame. @return what OnData was told; -1 without an answer
+  LONG Take();
+
+  GLPtr<IGLPixmap> target = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+  GLCaptureRequest request;
+  std::atomic<LONG> answer{-1};
+};
+
+/// A font of each kind: of the system, of an atlas, of pixels and of outlines. The latter two take long.
+using Fonts = std::array<GLPtr<IGLFont>, 4>;
+Fonts MakeFonts(IGLContext& aContext, bool aAll = true);
 
 /// One frame of a context made for it, with the viewer as a context makes it.
 Picture DrawThroughContext(int aWidth, int aHeight, const DrawFunction& aDraw);

@@ -12,15 +12,16 @@ std::shared_ptr<ScriptedDisplay> ScriptedDisplay::Set() {
 }
 
 HWND ScriptedDisplay::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
-  if (!m_bMakesWindows || (aParent != nullptr && !m_Parents.contains(aParent))) return nullptr;
+  if (Fails() || !m_bMakesWindows || (aParent != nullptr && !m_Parents.contains(aParent))) return nullptr;
   const HWND window = m_pReal->MakeWindow(nullptr, aPlace);
   m_ParentOf[window] = aParent;
-  m_vMade.push_back(window);
+  m_hMade = window;
   ++m_iMade;
   return window;
 }
 
 bool ScriptedDisplay::Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept {
+  if (Fails()) return false;
   const auto parent = m_Parents.find(aWindow);
   if (parent == m_Parents.end()) return m_pReal->Place(aWindow, x, y, aWidth, aHeight);
   m_vMoves.push_back({aWindow, x, y, aWidth, aHeight});
@@ -31,6 +32,7 @@ bool ScriptedDisplay::Place(HWND aWindow, int x, int y, int aWidth, int aHeight)
 }
 
 bool ScriptedDisplay::ScreenRectangle(HWND aWindow, RECT* aRect) noexcept {
+  if (Fails()) return false;
   const auto parent = m_Parents.find(aWindow);
   if (parent == m_Parents.end()) return m_pReal->ScreenRectangle(aWindow, aRect);
   *aRect = parent->second;
@@ -43,49 +45,54 @@ HWND ScriptedDisplay::ParentOf(HWND aWindow) noexcept {
 }
 
 bool ScriptedDisplay::WorkArea(HWND, RECT* aRect) noexcept {
-  if (m_bWorkArea) *aRect = m_sWorkArea;
-  return m_bWorkArea;
+  *aRect = m_sWorkArea;
+  return !Fails();
 }
 
 const std::vector<DisplayFormat>& ScriptedDisplay::Formats(SurfaceKind aKind) noexcept {
+  static const std::vector<DisplayFormat> none;
+  if (Fails()) return none;
   return aKind == SurfaceKind::kWindow && !m_vWindowFormats.empty() ? m_vWindowFormats
                                                                     : m_pReal->Formats(aKind);
 }
 
 int ScriptedDisplay::ChooseFormat(SurfaceKind aKind, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
+  if (Fails()) return 0;
   return m_iChosen >= 0 && aKind == SurfaceKind::kWindow ? m_iChosen : m_pReal->ChooseFormat(aKind, aRequest);
 }
 
 int ScriptedDisplay::ChooseMultisampleFormat(SurfaceKind, const PIXELFORMATDESCRIPTOR&,
                                              int aSamples) noexcept {
+  if (Fails()) return 0;
   m_vSamplesAsked.push_back(aSamples);
   const auto found = m_FormatOfSamples.find(aSamples);
   return found != m_FormatOfSamples.end() ? found->second : 0;
 }
 
 PROC ScriptedDisplay::EntryPoint(const char* aName) noexcept {
+  if (Fails()) return nullptr;
   return std::count(m_vMissing.begin(), m_vMissing.end(), aName) != 0 ? nullptr : m_pReal->EntryPoint(aName);
 }
 
 std::unique_ptr<DrawSurface> ScriptedDisplay::MakeWindowSurface(HWND aWindow,
                                                                 const DisplayFormat& aFormat) noexcept {
-  return m_bMakesSurfaces ? m_pReal->MakeWindowSurface(aWindow, aFormat) : nullptr;
+  return Fails() ? nullptr : m_pReal->MakeWindowSurface(aWindow, aFormat);
 }
 
 std::unique_ptr<DrawSurface> ScriptedDisplay::MakeMemorySurface(int aWidth, int aHeight,
                                                                 const DisplayFormat& aFormat) noexcept {
-  return m_pReal->MakeMemorySurface(aWidth, aHeight, aFormat);
+  return Fails() ? nullptr : m_pReal->MakeMemorySurface(aWidth, aHeight, aFormat);
 }
 
 std::unique_ptr<DrawContext> ScriptedDisplay::MakeContext(const DisplayFormat& aFormat) noexcept {
-  return m_bMakesContexts ? m_pReal->MakeContext(aFormat) : nullptr;
+  return !Fails() && m_bMakesContexts ? m_pReal->MakeContext(aFormat) : nullptr;
 }
 
 bool ScriptedDisplay::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept {
-  return m_pReal->MakeCurrent(aSurface, aContext);
+  // Letting go can't fail: nothing could be done about it.
+  return (aContext == nullptr || !Fails()) && m_pReal->MakeCurrent(aSurface, aContext);
 }
 
 bool ScriptedDisplay::Swap(HWND aWindow, DrawSurface& aSurface) noexcept {
-  ++m_iSwaps;
-  return m_pReal->Swap(aWindow, aSurface);
+  return !Fails() && m_pReal->Swap(aWindow, aSurface);
 }

@@ -27,25 +27,25 @@ class ScriptedDisplay : public DisplayServer {
   std::vector<DisplayFormat> m_vWindowFormats;  ///< empty: the headless display's
   std::map<HWND, RECT> m_Parents;               ///< windows of others, with their places on the screen
   std::map<HWND, HWND> m_ParentOf;
-  bool m_bWorkArea = true;
   RECT m_sWorkArea{0, 0, 1000, 800};
   std::string m_szExtensions;            ///< as a driver lists them
   std::vector<std::string> m_vMissing;   ///< entry points that the driver hasn't got
   int m_iChosen = -1;                    ///< what ChooseFormat answers; -1: the headless display's
   std::map<int, int> m_FormatOfSamples;  ///< multisample formats by count
   DWORD m_dwPlatformId = 2;
-  bool m_bRealizes = true;
-  bool m_bMakesWindows = true, m_bMakesContexts = true, m_bMakesSurfaces = true;
+  bool m_bMakesWindows = true, m_bMakesContexts = true;
+  int m_iFault = -1;  ///< the number of the one operation that fails, of all that can, from 0; -1: none
 
   // What was seen.
   std::vector<Move> m_vMoves;
   std::vector<int> m_vSamplesAsked;
-  std::vector<HWND> m_vMade;    ///< to be read while nothing is made
-  std::atomic<int> m_iMade{0};  ///< their number, at any time
+  std::atomic<HWND> m_hMade{nullptr};  ///< the last one
+  std::atomic<int> m_iMade{0}, m_iRealized{0};
+  bool HasFailed() const noexcept { return m_iOperations > m_iFault; }
 
   bool IsBroken() const noexcept override { return false; }
   HWND MakeWindow(HWND aParent, const RECT& aPlace) noexcept override;
-  bool Show(HWND aWindow) noexcept override { return m_pReal->Show(aWindow); }
+  bool Show(HWND aWindow) noexcept override { return !Fails() && m_pReal->Show(aWindow); }
   void EndWindow(HWND aWindow) noexcept override { m_pReal->EndWindow(aWindow); }
   bool Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept override;
   bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept override;
@@ -56,7 +56,7 @@ class ScriptedDisplay : public DisplayServer {
   int ChooseFormat(SurfaceKind aKind, const PIXELFORMATDESCRIPTOR& aRequest) noexcept override;
   int ChooseMultisampleFormat(SurfaceKind aKind, const PIXELFORMATDESCRIPTOR& aRequest,
                               int aSamples) noexcept override;
-  const char* ExtensionString() noexcept override { return m_szExtensions.c_str(); }
+  const char* ExtensionString() noexcept override { return Fails() ? nullptr : m_szExtensions.c_str(); }
   PROC EntryPoint(const char* aName) noexcept override;
   std::unique_ptr<DrawSurface> MakeWindowSurface(HWND aWindow,
                                                  const DisplayFormat& aFormat) noexcept override;
@@ -65,16 +65,17 @@ class ScriptedDisplay : public DisplayServer {
   std::unique_ptr<DrawContext> MakeContext(const DisplayFormat& aFormat) noexcept override;
   bool MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept override;
   bool Swap(HWND aWindow, DrawSurface& aSurface) noexcept override;
-  int LargestSurface() noexcept override { return m_pReal->LargestSurface(); }
+  int LargestSurface() noexcept override { return Fails() ? 0 : m_pReal->LargestSurface(); }
   bool RealizePalette() noexcept override {
     ++m_iRealized;
-    return m_bRealizes;
+    return true;
   }
   DWORD PlatformId() noexcept override { return m_dwPlatformId; }
 
-  std::atomic<int> m_iSwaps{0}, m_iRealized{0};
-
  private:
+  bool Fails() noexcept { return m_iOperations++ == m_iFault; }
+
+  std::atomic<int> m_iOperations{0};
   std::shared_ptr<DisplayServer> m_pReal = HeadlessDisplay::Open();
 };
 

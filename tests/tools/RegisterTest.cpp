@@ -2,18 +2,15 @@
 // file replaced whole or not at all.
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <sys/wait.h>
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <map>
-#include <sstream>
 #include <string>
 
 #include "component/PublishedIdentifiers.h"
 #include "platform/Registry.h"
+#include "support/TestRegistry.h"
 
 namespace {
 
@@ -30,27 +27,11 @@ const std::string kOthers =
 
 class Register : public testing::Test {
  protected:
-  Register() {
-    std::string folder = (std::filesystem::temp_directory_path() / "gllib-register-XXXXXX").string();
-    m_Folder = mkdtemp(folder.data());
-    UseFolder(m_Folder);
-  }
-  ~Register() override {
-    unsetenv("GLLIB_REGISTRY_DIR");
-    std::filesystem::remove_all(m_Folder);
-  }
-
   static void UseFolder(const std::filesystem::path& aFolder) {
     setenv("GLLIB_REGISTRY_DIR", aFolder.c_str(), 1);
   }
-  void Put(const char* aFile, const std::string& aText) const {
-    std::ofstream(m_Folder / aFile, std::ios::binary) << aText;
-  }
-  std::string Get(const char* aFile) const {
-    std::ostringstream text;
-    text << std::ifstream(m_Folder / aFile, std::ios::binary).rdbuf();
-    return text.str();
-  }
+  void Put(const char* aFile, const std::string& aText) const { m_Registry.Put(aFile, aText); }
+  std::string Get(const char* aFile) const { return m_Registry.Get(aFile); }
   /// The names in the folder, so that a file left beside shows.
   std::string Files() const {
     std::string names;
@@ -78,7 +59,8 @@ class Register : public testing::Test {
     return status == ERROR_SUCCESS && type == REG_SZ ? text : "no text";
   }
 
-  std::filesystem::path m_Folder;
+  const TestRegistry m_Registry;
+  const std::filesystem::path& m_Folder = m_Registry.Path();
   std::string m_Said;
 };
 

@@ -1,0 +1,13 @@
+// A registry of the test's own, in a folder that goes with it.
+
+#pragma once
+
+#include <stdlib.h>
+
+#include "support/TestFolder.h"
+
+class TestRegistry : public TestFolder {
+ public:
+  TestRegistry() { setenv("GLLIB_REGISTRY_DIR", Path().c_str(), 1); }
+  ~TestRegistry() { unsetenv("GLLIB_REGISTRY_DIR"); }
+};

@@ -1,0 +1,58 @@
+// TestSite: a context as its parts see it, over the plain rendering context that is current on the thread.
+// The test says what it answers, and runs the tasks that were posted.
+
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "component/ContextSite.h"
+#include "component/Module.h"
+#include "platform/DeviceContext.h"
+#include "platform/GL.h"
+#include "thread/PEvent.h"
+
+class TestSite final : public GLContextSite {
+ public:
+  ~TestSite() { ReleaseDC(nullptr, m_hDC); }
+
+  int ViewportWidth() const noexcept override { return m_iWidth; }
+  int ViewportHeight() const noexcept override { return m_iHeight; }
+  bool HasClipPlanes() const noexcept override { return m_bClipPlanes; }
+  HDC DeviceContext() const noexcept override { return m_hDC; }
+  bool IsCurrentHere() const noexcept override { return m_bCurrent; }
+  ULONG WindowContextNumber() const noexcept override { return m_uWindowContext; }
+  void LockGL() noexcept override {}
+  void UnlockGL() noexcept override {}
+  ULONG GenListKey(int aCount) noexcept override { return g_uListGeneration << 16 | glGenLists(aCount); }
+  ULONG BeginListKey() noexcept override { return m_uNextKey; }
+  void EndListKey() noexcept override {}
+  void CallListKey(ULONG aKey) noexcept override { m_uCalled = aKey; }
+  ULONG GetListBase(ULONG aKey) const noexcept override { return aKey & 0xFFFF; }
+  void DeleteListKey(ULONG aKey, int aCount) noexcept override {
+    if (IsOfThisGeneration(aKey)) glDeleteLists(aKey & 0xFFFF, aCount);
+  }
+  bool IsListKeyValid(ULONG aKey) const noexcept override {
+    return aKey != 0 && IsOfThisGeneration(aKey) && glIsList(aKey & 0xFFFF) == GL_TRUE;
+  }
+  bool PostTask(PEvent* aTask) noexcept override {
+    m_vTasks.emplace_back(aTask);
+    return true;
+  }
+
+  void RunTasks() {
+    for (const auto& task : std::exchange(m_vTasks, {})) task->Run();
+  }
+
+  int m_iWidth = 800, m_iHeight = 400;
+  bool m_bClipPlanes = false, m_bCurrent = true;
+  ULONG m_uWindowContext = 1;                    ///< the window's rendering context that stands for
+  ULONG m_uNextKey = 0xFFFF0007, m_uCalled = 0;  ///< of a list that a canvas compiles, and draws
+  std::vector<std::unique_ptr<PEvent>> m_vTasks;
+
+ private:
+  static bool IsOfThisGeneration(ULONG aKey) noexcept { return aKey >> 16 == (g_uListGeneration & 0xFFFF); }
+
+  HDC m_hDC = GetDC(nullptr);
+};
