@@ -292,8 +292,8 @@ TEST(Select, AgreesWithGeometryOnAThousandScenes) {
     const Selection got = Pick(picking.Context(), viewer, first, second, false, inside);
     ASSERT_EQ(got.result, S_OK);
     // All in pixels from the middle.
-    const auto [left, right] = std::minmax(first.x * kSide / 2, second.x * kSide / 2);
-    const auto [bottom, top] = std::minmax(first.y * kSide / 2, second.y * kSide / 2);
+    const auto [left, right] = std::minmax({first.x * kSide / 2, second.x * kSide / 2});
+    const auto [bottom, top] = std::minmax({first.y * kSide / 2, second.y * kSide / 2});
     const double widen = point ? 0.5 : 0.0;  // to the one pixel of a point
     for (const auto& [id, x1, y1, x2, y2, z] : squares) {
       const double scale = kSide / 2 / (ortho ? kHalf : std::tan(kFovy * std::numbers::pi / 360) * -z);

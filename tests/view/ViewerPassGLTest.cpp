@@ -4,62 +4,11 @@
 #include <gllib/GLLibHost.h>
 #include <gtest/gtest.h>
 
-#include <functional>
-
-#include "component/CreateObject.h"
-#include "support/GLRecorder.h"
-#include "support/PlainGL.h"
+#include "platform/GL.h"
 #include "support/Scene.h"
 #include "view/GLViewer.h"
 
 namespace {
-
-TEST(ViewerProjection, IsSetUpForTheSizeOfItsView) {
-  struct Row {
-    const char* m_szName;
-    int m_iWidth, m_iHeight;
-    std::function<void(IGLViewer&)> m_Set;
-    std::vector<std::string> m_aScissorAndViewport;
-    std::string m_Projection;
-  };
-  const std::vector<std::string> whole = {"glDisable(GL_SCISSOR_TEST)", "glViewport(0, 0, 800, 400)"};
-  const auto clipped = [](IGLViewer& v) { v.SetClipRectangle(5, 6, 50, 200), v.Clip(1); };
-  const Row rows[] = {
-      {"wide", 800, 400, [](IGLViewer&) {}, whole, "glOrtho(-100, 100, -50, 50, 0, 1000)"},
-      {"tall",
-       400,
-       800,
-       [](IGLViewer&) {},
-       {whole[0], "glViewport(0, 0, 400, 800)"},
-       "glOrtho(-50, 50, -100, 100, 0, 1000)"},
-      {"perspective", 800, 400, [](IGLViewer& v) { v.SetOrtho(0), v.SetEyeAspect(1.5); }, whole,
-       "gluPerspective(27, 3, 0.1, 1000)"},
-      {"clipped and scaled",
-       800,
-       400,
-       clipped,
-       {"glEnable(GL_SCISSOR_TEST)", "glScissor(5, 6, 50, 200)", "glViewport(5, 6, 50, 200)"},
-       "glOrtho(-50, 50, -200, 200, 0, 1000)"},
-      {"clipped, not scaled",
-       800,
-       400,
-       [&](IGLViewer& v) { clipped(v), v.ScaleClip(0); },
-       {"glEnable(GL_SCISSOR_TEST)", "glScissor(5, 6, 50, 200)", "glViewport(0, 0, 800, 400)"},
-       "glOrtho(-50, 50, -200, 200, 0, 1000)"}};
-  DrawPlainGL(8, 8, [&] {
-    for (const Row& row : rows) {
-      const auto viewer = CreateObject<IGLViewer>(CLSID_GLViewer);
-      row.m_Set(*viewer.Get());
-      std::vector<std::string> wanted = row.m_aScissorAndViewport;
-      wanted.insert(wanted.end(), {"glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT)", row.m_Projection,
-                                   "glMatrixMode(GL_MODELVIEW)"});
-      glMatrixMode(GL_PROJECTION), glLoadIdentity();
-      const GLRecorder recorder;
-      static_cast<GLViewer*>(viewer.Get())->PrepareProjection(row.m_iWidth, row.m_iHeight);
-      EXPECT_EQ(recorder.Calls(), wanted) << row.m_szName;
-    }
-  });
-}
 
 /// Fills the view with red, and counts.
 class RedGauge final : public GLViewerGaugeBase {

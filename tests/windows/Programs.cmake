@@ -22,4 +22,4 @@ set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_SOURCE_DIR}/windows/run.sh ${P
 # Tests by their suites: those of gl that ask for text, or for pictures equal to the last bit, are left out.
 set(GLLIB_WINDOWS_unit_FILTER "*")
 set(GLLIB_WINDOWS_gl_FILTER
-    "Context.*:ViewerProjection.*:ViewerOverlay.Draws*:Mapping.*:CanvasOrder.*:TextureGL.*:MarkerGL.*:Select.*")
+    "Context.*:ViewerOverlay.Draws*:Mapping.*:CanvasOrder.*:TextureGL.*:MarkerGL.*:Select.*")

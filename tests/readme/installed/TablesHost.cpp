@@ -115,10 +115,13 @@ int main() {
   Call(context, 11, &painter);  // AttachPainter
   Call(context, 13, &capture);  // AttachCapture
   for (int i = 0; i < 10000 && success < 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  Pixel middle = {};
-  Call(picture, 9, 320, 240, &middle);  // GetPixel
+  Pixel middle = {}, pixel = {};
+  Call(picture, 9, 320, 240, &middle);             // GetPixel
+  Call(picture, 10, 5, 7, Pixel{10, 20, 30, 40});  // SetPixel, by value
+  Call(picture, 9, 5, 7, &pixel);
   std::printf("%d %d %d\n", middle.red, middle.green, middle.blue);
   Call(context, 2);
   Call(picture, 2);
-  return success == 1 ? 0 : 1;
+  return success == 1 && pixel.red == 10 && pixel.green == 20 && pixel.blue == 30 && pixel.alpha == 40 ? 0
+                                                                                                       : 1;
 }
