@@ -22,9 +22,10 @@ draw_rabbit() {
 }
 
 draw_gallery() {
-  local pictures=docs/pictures bunny
+  local pictures=docs/pictures bunny examples=(lights glass picking text atlases texture markers capture)
   bunny=$(model bunny.obj)
   mkdir -p "$pictures"
+  build_preset release "${examples[@]}"
   say "Drawing the gallery to $pictures"
   "$glview" --size 640x480 --out "$pictures/bunny.png" "$bunny"
   "$glview" --size 640x480 --views 4 --axes --out "$pictures/views.png" "$bunny"
@@ -46,7 +47,6 @@ case ${1:-} in
 esac
 
 glview=build/release/examples/glview
-examples=(lights glass picking text atlases texture markers capture)
 install_packages
-build_preset release glview "${examples[@]}"
+build_preset release glview
 "$draw"
