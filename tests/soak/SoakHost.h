@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <gllib/GLLibHost.h>
+#include "support/Scene.h"
 
 /// A context and a painter of everything. The thread that makes it calls Round, again and again. It doesn't
 /// select: Mesa's software driver keeps some kilobytes of each selection for ever, by plain GL too.
@@ -18,18 +18,18 @@ class SoakHost {
   /// @return false when the context didn't do what it was asked for
   bool Round();
 
-  long Frames() const;
+  long Frames() const { return *m_Drawn.frames; }
 
  private:
-  class Painter;
-  class Capture;
+  void Draw(const Scene& aScene);
+  void DrawList(IGLCanvas& aCanvas);
+  void DrawFace(IGLContext& aContext);
 
-  void Change(int aRound);
-  bool TakePicture();
-
-  int m_iRound = 0;
-  GLPtr<IGLContext> m_Context;
-  IGLViewer* m_apViewers[2] = {};
-  GLPtr<Painter> m_Painter;
-  GLPtr<Capture> m_Capture;
+  GLPtr<IGLDrawAttr> m_Attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
+  GLPtr<IGLMaterial> m_Material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
+  GLPtr<IGLTexture2D> m_Texture = GLCreate<IGLTexture2D>(CLSID_GLTexture2D);
+  GLPtr<TestCapture> m_Capture = GLMake<TestCapture>();
+  Fonts m_Fonts;
+  int m_iList = 0, m_iRound = 0;
+  FreeContext m_Drawn;
 };
