@@ -71,6 +71,7 @@ TEST(ContextFonts, OutliveTheirContext) {
   EXPECT_EQ(WidthsOf(fonts), widths);
   GLDATA_POINT start{};
   EXPECT_EQ(fonts[2]->Print(nullptr, &start), E_GL_BADSTATE);
+  EXPECT_EQ(GLCreate<IGLFont>(CLSID_GLFont)->Print(nullptr, &start), E_GL_BADSTATE) << "it never had one";
 }
 
 TEST(ContextFonts, LeaveNoListsBehindWhenAnotherContextCaptures) {

@@ -10,7 +10,7 @@
 namespace {
 
 Picture PictureOf(const std::string& aExample, std::string* aOutput = nullptr) {
-  const TemporaryFolder folder;
+  const TestFolder folder;
   const std::string file = folder / "picture.png";
   const Outcome outcome = RunProgram(aExample, {"--out", file});
   EXPECT_EQ(outcome.status, 0) << outcome.err;

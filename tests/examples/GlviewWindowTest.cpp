@@ -2,10 +2,8 @@
 // and dropped files do.
 
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include <fstream>
-#include <utility>
 
 #include "Program.h"
 #include "Screen.h"
@@ -20,24 +18,18 @@ constexpr std::uint32_t kBackground = 0x212630;
 // The server's keycodes.
 constexpr std::uint8_t kEscape = 9, kFour = 13, kW = 25, kControl = 37, kShift = 50, kC = 54, kM = 58;
 
-class GlviewWindow : public ::testing::Test {
+class GlviewWindow : public HostOnScreen {
  protected:
-  void TearDown() override {
-    if (m_glview <= 0) return;
-    kill(m_glview, SIGKILL);
-    WaitFor(m_glview);
-  }
-
   /// A wall with a green image, and a dot.
   std::string Wall() const {
     Picture green(1, 1);
     green.pixels[1] = 255;
     WritePng(green, m_folder / "green.png");
-    m_folder.Write("wall.mtl", "newmtl green\nKd 1 1 1\nmap_Kd green.png\n");
-    return m_folder.Write("wall.obj",
-                          "mtllib wall.mtl\nvt 0 0\n"
-                          "o wall\nusemtl green\nv -1 -1 0\nv 1 -1 0\nv 1 1 0\nv -1 1 0\nf 1/1 2/1 3/1 4/1\n"
-                          "o dot\nv 1.5 1 0\nv 2 1 0\nv 2 1.5 0\nf 5/1 6/1 7/1\n");
+    m_folder.Put("wall.mtl", "newmtl green\nKd 1 1 1\nmap_Kd green.png\n");
+    return m_folder.Put("wall.obj",
+                        "mtllib wall.mtl\nvt 0 0\n"
+                        "o wall\nusemtl green\nv -1 -1 0\nv 1 -1 0\nv 1 1 0\nv -1 1 0\nf 1/1 2/1 3/1 4/1\n"
+                        "o dot\nv 1.5 1 0\nv 2 1 0\nv 2 1.5 0\nf 5/1 6/1 7/1\n");
   }
 
   /// A model of many triangles.
@@ -62,17 +54,12 @@ class GlviewWindow : public ::testing::Test {
 
   /// Starts glview in a folder of its own, and waits for a title.
   void Open(const std::string& aModel, const std::string& aTitle) {
-    m_glview = Start({"sh", "-c", "cd \"$0\" && exec \"$@\"", m_folder / ".", GLLIB_EXAMPLES_FOLDER "/glview",
-                      "--turn", "0,0", "--ortho", "--fsaa", "4", "--size",
-                      std::to_string(kWidth) + "x" + std::to_string(kHeight), aModel},
-                     m_screen.Display(), m_folder / "out", m_folder / "err");
-    ASSERT_TRUE(m_screen.WaitForWindow(aTitle)) << "no window came";
-    m_screen.Focus();
+    HostOnScreen::Open({"sh", "-c", "cd \"$0\" && exec \"$@\"", m_folder / ".",
+                        GLLIB_EXAMPLES_FOLDER "/glview", "--turn", "0,0", "--ortho", "--fsaa", "4", "--size",
+                        std::to_string(kWidth) + "x" + std::to_string(kHeight), aModel},
+                       aTitle);
   }
   std::uint32_t Pixel(int aX, int aY) const { return m_screen.Pixel(aX, aY); }
-  bool TitleEndsWith(const std::string& aEnd) {
-    return Eventually([&] { return m_screen.Title().ends_with(aEnd); });
-  }
   bool TitleBeginsWith(const std::string& aBegin) {
     return Eventually([&] { return m_screen.Title().starts_with(aBegin); });
   }
@@ -94,11 +81,6 @@ class GlviewWindow : public ::testing::Test {
     }
     EXPECT_LT(different * 20, kWidth * kHeight) << "the same but for lines";
   }
-  int Status() { return WaitFor(std::exchange(m_glview, -1)); }
-
-  Screen m_screen;
-  TemporaryFolder m_folder;
-  pid_t m_glview = -1;
 };
 
 TEST_F(GlviewWindow, ShowsPicksAndLeaves) {
@@ -134,8 +116,8 @@ TEST_F(GlviewWindow, ShowsPicksAndLeaves) {
 
 TEST_F(GlviewWindow, ShowsFilesThatAreDropped) {
   Open(Wall(), "triangles");
-  const std::string left = m_folder.Write("left.obj", "v -1 -1 0\nv 0 -1 0\nv 0 1 0\nv -1 1 0\nf 1 2 3 4\n");
-  const std::string bad = m_folder.Write("bad.obj", "nothing\n");
+  const std::string left = m_folder.Put("left.obj", Square("left", "", -1, -1, 0, 1));
+  const std::string bad = m_folder.Put("bad.obj", "nothing\n");
   m_screen.Drop({bad});
   EXPECT_TRUE(Eventually([&] { return m_screen.Title().find("bad.obj") != std::string::npos; }));
   EXPECT_TRUE(m_screen.Title().starts_with("wall.obj - 3 triangles")) << "what was there stays";
@@ -161,8 +143,7 @@ TEST_F(GlviewWindow, LeavesWhileAModelIsRead) {
 }
 
 TEST_F(GlviewWindow, LeavesAtOnceWhenTheModelCantBeRead) {
-  m_glview = Start({GLLIB_EXAMPLES_FOLDER "/glview", m_folder / "missing.obj"}, m_screen.Display(),
-                   m_folder / "out", m_folder / "err");
+  Run({GLLIB_EXAMPLES_FOLDER "/glview", m_folder / "missing.obj"});
   EXPECT_EQ(Status(), 2);
 }
 

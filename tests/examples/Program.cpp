@@ -5,35 +5,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 
 extern char** environ;
-
-namespace {
-
-std::string Content(const std::string& aPath) {
-  std::ostringstream text;
-  text << std::ifstream(aPath).rdbuf();
-  return text.str();
-}
-
-}  // namespace
-
-TemporaryFolder::TemporaryFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "gllib-hosts-XXXXXX").string();
-  m_path = mkdtemp(pattern.data());
-}
-
-TemporaryFolder::~TemporaryFolder() { std::filesystem::remove_all(m_path); }
-
-std::string TemporaryFolder::Write(const std::string& aName, const std::string& aText) const {
-  std::ofstream(*this / aName) << aText;
-  return *this / aName;
-}
 
 pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDisplay,
             const std::string& aOutFile, const std::string& aErrFile) {
@@ -71,9 +46,20 @@ int WaitFor(pid_t aProcess) {
 }
 
 Outcome RunProgram(const std::string& aExample, const std::vector<std::string>& aArguments) {
-  const TemporaryFolder folder;
+  const TestFolder folder;
   std::vector<std::string> command = {GLLIB_EXAMPLES_FOLDER "/" + aExample};
   command.insert(command.end(), aArguments.begin(), aArguments.end());
   const int status = WaitFor(Start(command, "", folder / "out", folder / "err"));
-  return {status, Content(folder / "out"), Content(folder / "err")};
+  return {status, folder.Get("out"), folder.Get("err")};
+}
+
+std::string Square(const std::string& aName, const std::string& aMaterial, double aX1, double aY1, double aX2,
+                   double aY2, double aZ) {
+  std::ostringstream text;
+  text << "o " << aName << '\n';
+  if (!aMaterial.empty()) text << "usemtl " << aMaterial << '\n';
+  for (const auto& [x, y] : {std::pair{aX1, aY1}, {aX2, aY1}, {aX2, aY2}, {aX1, aY2}})
+    text << "v " << x << ' ' << y << ' ' << aZ << '\n';
+  text << "f -4 -3 -2 -1\n";
+  return text.str();
 }

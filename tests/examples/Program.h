@@ -7,21 +7,7 @@
 #include <string>
 #include <vector>
 
-/// A folder that goes with all that is in it.
-class TemporaryFolder {
- public:
-  TemporaryFolder();
-  ~TemporaryFolder();
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-  std::string operator/(const std::string& aName) const { return m_path + "/" + aName; }
-  /// Writes a file. @return its path
-  std::string Write(const std::string& aName, const std::string& aText) const;
-
- private:
-  std::string m_path;
-};
+#include "support/TestFolder.h"
 
 struct Outcome {
   int status = -1;  ///< exit status; -1 when a signal ended it
@@ -38,3 +24,7 @@ int WaitFor(pid_t aProcess);
 
 /// Runs one of the examples to its end, with no display.
 Outcome RunProgram(const std::string& aExample, const std::vector<std::string>& aArguments);
+
+/// A part of a model file (OBJ): an upright square with a name, of a material where there is one.
+std::string Square(const std::string& aName, const std::string& aMaterial, double aX1, double aY1, double aX2,
+                   double aY2, double aZ = 0);

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <memory>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -209,4 +210,26 @@ void Screen::Drag(int aX1, int aY1, int aX2, int aY2, std::uint8_t aHeld) {
 void Screen::Press(std::uint8_t aKeycode) {
   Fake(XCB_KEY_PRESS, aKeycode);
   Fake(XCB_KEY_RELEASE, aKeycode);
+}
+
+HostOnScreen::~HostOnScreen() {
+  if (m_program <= 0) return;
+  kill(m_program, SIGKILL);
+  WaitFor(m_program);
+}
+
+void HostOnScreen::Run(const std::vector<std::string>& aCommand) {
+  m_program = Start(aCommand, m_screen.Display(), m_folder / "out", m_folder / "err");
+}
+
+void HostOnScreen::Open(const std::vector<std::string>& aCommand, const std::string& aTitle) {
+  Run(aCommand);
+  ASSERT_TRUE(m_screen.WaitForWindow(aTitle)) << "no window came";
+  m_screen.Focus();
+}
+
+int HostOnScreen::Status() { return WaitFor(std::exchange(m_program, -1)); }
+
+bool HostOnScreen::TitleEndsWith(const std::string& aEnd) {
+  return Eventually([&] { return m_screen.Title().ends_with(aEnd); });
 }

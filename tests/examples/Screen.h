@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <gtest/gtest.h>
 #include <sys/types.h>
 #include <xcb/xcb.h>
 
@@ -71,11 +72,30 @@ class Screen {
   bool HandOver(const std::string& aText);
   void Fake(std::uint8_t aType, std::uint8_t aDetail, int aX = 0, int aY = 0);
 
-  TemporaryFolder m_folder;
+  TestFolder m_folder;
   pid_t m_process = -1;
   std::string m_display = ":";
   xcb_connection_t* m_connection = nullptr;
   xcb_window_t m_root = 0;
   xcb_window_t m_window = 0;
   xcb_window_t m_source = 0;  // of drops
+};
+
+/// A host in a window of a screen of its own. What it is and what it says stand in the folder.
+class HostOnScreen : public testing::Test {
+ protected:
+  ~HostOnScreen() override;
+
+  void Run(const std::vector<std::string>& aCommand);
+  /// Runs it, and waits for a window whose title holds a text.
+  void Open(const std::vector<std::string>& aCommand, const std::string& aTitle);
+  /// Waits for its end. @return its exit status
+  int Status();
+  bool TitleEndsWith(const std::string& aEnd);
+
+  Screen m_screen;
+  TestFolder m_folder;
+
+ private:
+  pid_t m_program = -1;
 };

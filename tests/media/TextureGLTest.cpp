@@ -155,35 +155,6 @@ TEST(TextureGL, LevelsHalveUntilTheShorterSideIsOne) {
   }
 }
 
-TEST(TextureGL, SendsAFaceInItsOrder) {
-  const std::vector<std::string> expected = {
-      "glDisable(GL_TEXTURE_2D)",
-      "glEnable(GL_TEXTURE_1D)",
-      "glEnable(GL_BLEND)",
-      "glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)",
-      "glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL)",
-      "glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, {0.25, 0.5, 0.75, 1})",
-      "glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MAG_FILTER, GL_NEAREST)",
-      "glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_NEAREST)",
-      "glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_WRAP_S, GL_CLAMP)",
-      "glTexImage1D(GL_TEXTURE_1D, 0, 4, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, data)",
-      "gluScaleImage(GL_RGBA, 2, 1, GL_UNSIGNED_BYTE, data, 1, 1, GL_UNSIGNED_BYTE, out)",
-      "glTexImage1D(GL_TEXTURE_1D, 1, 4, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, data)",
-      "glBegin(GL_QUAD_STRIP)",
-      "glNormal3d(0, 0, 1)",
-      "glTexCoord1f(-0.5)",
-      "glVertex3d(-1, -1, -2)",
-      "glTexCoord1f(-0.5)",
-      "glVertex3d(-1, 1, -9)",
-      "glTexCoord1f(2.5)",
-      "glVertex3d(1, -1, -2)",
-      "glTexCoord1f(2.5)",
-      "glVertex3d(1, 1, -9)",
-      "glEnd()",
-      "glDisable(GL_TEXTURE_1D)"};
-  EXPECT_EQ(CallsOf([] { DrawFace(*NewTexture<IGLTexture1D>(NewPixmap(1, 2)), {9, 0, 5, 0}); }), expected);
-}
-
 TEST(TextureGL, FaceWithoutAnImageIsOpenedAllTheSame) {
   const auto draw = [] {
     const auto texture = NewTexture<IGLTexture2D>(nullptr);

@@ -188,12 +188,12 @@ TEST(Fonts, MeasuresGlyphsInEmUnits) {
       const FT_Glyph_Metrics& plain = face->glyph->metrics;
       const float em = face->units_per_EM;
       EXPECT_NEAR(metrics[code].gmfCellIncX * em, static_cast<float>(plain.horiAdvance), 0.01f) << code;
-      EXPECT_NEAR(metrics[code].gmfBlackBoxX * em, static_cast<float>(plain.width), 2.0f) << code;
-      EXPECT_NEAR(metrics[code].gmfBlackBoxY * em, static_cast<float>(plain.height), 2.0f) << code;
-      EXPECT_NEAR(metrics[code].gmfptGlyphOrigin.x * em, static_cast<float>(plain.horiBearingX), 2.0f)
-          << code;
-      EXPECT_NEAR(metrics[code].gmfptGlyphOrigin.y * em, static_cast<float>(plain.horiBearingY), 2.0f)
-          << code;
+      for (const auto& [found, wanted] : {std::pair{metrics[code].gmfBlackBoxX, plain.width},
+                                          {metrics[code].gmfBlackBoxY, plain.height},
+                                          {metrics[code].gmfptGlyphOrigin.x, plain.horiBearingX},
+                                          {metrics[code].gmfptGlyphOrigin.y, plain.horiBearingY}}) {
+        EXPECT_NEAR(found * em, static_cast<float>(wanted), 2.0f) << code;
+      }
       EXPECT_EQ(metrics[code].gmfCellIncY, 0.0f);
     }
     EXPECT_FALSE(wglUseFontOutlinesA(dc, 200, 100, base, 0, 0, WGL_FONT_POLYGONS, metrics))

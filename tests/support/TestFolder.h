@@ -2,11 +2,14 @@
 
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
+#include <string_view>
+#include <vector>
 
 class TestFolder {
  public:
@@ -21,12 +24,15 @@ class TestFolder {
   TestFolder& operator=(const TestFolder&) = delete;
 
   const std::filesystem::path& Path() const { return m_Path; }
-  /// Makes a file of text or bytes. @return its whole name
-  template <class Content>
-  std::u16string Put(const std::filesystem::path& aName, const Content& aContent) const {
-    std::ofstream(m_Path / aName, std::ios::binary)
-        .write(reinterpret_cast<const char*>(std::data(aContent)), std::ssize(aContent));
-    return (m_Path / aName).u16string();
+  std::string operator/(const std::string& aName) const { return (m_Path / aName).string(); }
+  /// Makes a file. @return its whole name
+  std::filesystem::path Put(const std::filesystem::path& aName, std::string_view aText) const {
+    std::ofstream(m_Path / aName, std::ios::binary) << aText;
+    return m_Path / aName;
+  }
+  std::filesystem::path Put(const std::filesystem::path& aName,
+                            const std::vector<std::uint8_t>& aBytes) const {
+    return Put(aName, std::string_view(reinterpret_cast<const char*>(aBytes.data()), aBytes.size()));
   }
   std::string Get(const std::filesystem::path& aName) const {
     std::ifstream file(m_Path / aName, std::ios::binary);
