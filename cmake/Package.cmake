@@ -15,6 +15,8 @@ set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "The module that programs load, and gllib-register, which enters its classes into
 the registry for those that make objects by name.")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+# EGL loads its drivers by name, and comes without any.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS libgl1-mesa-dri)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 
