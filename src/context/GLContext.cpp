@@ -7,8 +7,8 @@
 
 #include "component/Catalogue.h"
 #include "component/CreateObject.h"
+#include "component/ModuleThreads.h"
 #include "context/ContextList.h"
-#include "context/TeardownThread.h"
 #include "platform/GL.h"
 #include "platform/RenderingTurn.h"
 #include "view/GLCanvas.h"
@@ -32,7 +32,7 @@ void GLContext::FinalRelease() noexcept {
   if (m_bReleased.test_and_set()) return;
   // The end waits for a cycle: on a draw thread, of another context too, for one that may wait for this one.
   if (DrawnHere() != nullptr) {
-    RunOnTeardownThread([this]() noexcept { delete this; });
+    RunOnModuleThread([this]() noexcept { delete this; });
   } else {
     delete this;
   }
@@ -61,7 +61,7 @@ GLContext::~GLContext() {
     EndDrawThread();
     if (m_hWnd != nullptr) {
       if (m_hDC != nullptr) ReleaseDC(m_hWnd, m_hDC);
-      DestroyWindow(m_hWnd);
+      EndWindow(m_hWnd);
     }
     if (m_hPalette != nullptr) DeleteObject(m_hPalette);
   }

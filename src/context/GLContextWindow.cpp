@@ -32,21 +32,34 @@ LRESULT GLWindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcep
   return context->WindowProc(hWnd, uMsg, wParam, lParam);
 }
 
-/// Registers the window class, once a process. @return false when the system refuses
-bool RegisterGLWindowClass() noexcept {
-  static std::mutex lock;
-  static ATOM g_atomGLWindowClass = 0;
-  const std::scoped_lock hold(lock);
-  if (g_atomGLWindowClass != 0) return true;
-  WNDCLASSA windowClass{};
-  windowClass.lpszClassName = kWindowClass;
-  windowClass.style = CS_VREDRAW | CS_HREDRAW | CS_OWNDC;
-  windowClass.lpfnWndProc = GLWindowProc;
-  windowClass.hInstance = ModuleInstance();
-  windowClass.hCursor = LoadCursorA(nullptr, IDC_CROSS);
-  g_atomGLWindowClass = RegisterClassA(&windowClass);
-  return g_atomGLWindowClass != 0;
-}
+/// The window class: registered at the first use, and taken out at the module's end, since its name would
+/// else be taken, and lead to nowhere, when the module is loaded again.
+class GLWindowClass {
+ public:
+  ~GLWindowClass() {
+    if (m_Atom != 0) UnregisterClassA(kWindowClass, ModuleInstance());
+  }
+
+  /// @return false when the system refuses
+  bool Register() noexcept {
+    const std::scoped_lock hold(m_Lock);
+    if (m_Atom != 0) return true;
+    WNDCLASSA windowClass{};
+    windowClass.lpszClassName = kWindowClass;
+    windowClass.style = CS_VREDRAW | CS_HREDRAW | CS_OWNDC;
+    windowClass.lpfnWndProc = GLWindowProc;
+    windowClass.hInstance = ModuleInstance();
+    windowClass.hCursor = LoadCursorA(nullptr, IDC_CROSS);
+    m_Atom = RegisterClassA(&windowClass);
+    return m_Atom != 0;
+  }
+
+ private:
+  std::mutex m_Lock;
+  ATOM m_Atom = 0;
+};
+
+GLWindowClass g_WindowClass;
 
 }  // namespace
 
@@ -71,7 +84,7 @@ bool GLContext::CreateGLWindow() noexcept {
       others;  // the new draw thread needs its turn, and a painter of another context may call
   StopDrawThread();
   const RECT place = DestroyGLWindow();
-  if (!RegisterGLWindowClass()) return false;
+  if (!g_WindowClass.Register()) return false;
   const ParentPlacement placement(m_hParentWnd);
   const HWND window =
       CreateWindowExA(0, kWindowClass, kWindowClass, m_hParentWnd != nullptr ? kChildStyle : kPopupStyle,
@@ -127,7 +140,7 @@ RECT GLContext::DestroyGLWindow() noexcept {
   }
   if (m_hDC != nullptr) ReleaseDC(m_hWnd, m_hDC);
   m_hDC = nullptr;
-  DestroyWindow(m_hWnd);
+  EndWindow(m_hWnd);
   m_hWnd = nullptr;
   if (m_hPalette != nullptr) DeleteObject(m_hPalette);
   m_hPalette = nullptr;

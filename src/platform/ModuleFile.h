@@ -1,6 +1,9 @@
-// The file that holds the component, and the type library in it. The documented Win32 operations; any thread.
+// The file that holds the component, the type library in it, and its end. The documented Win32 operations;
+// any thread.
 
 #pragma once
+
+#include <thread>
 
 #include "platform/Types.h"
 
@@ -15,3 +18,7 @@ DWORD GetModuleFileNameA(HMODULE hModule, char* szPath, DWORD nSize) noexcept;
 HRESULT RegisterModuleTypeLib(const char* szPath) noexcept;
 /// Takes the type library out of the registry.
 HRESULT UnregisterModuleTypeLib(const char* szPath) noexcept;
+
+/// Parts with a thread of the module's own that is still known when the module's statics end: joins it, but
+/// for Windows, where the loader's lock is held then and no thread can end.
+void LeaveThreadAtModuleEnd(std::thread& aThread) noexcept;

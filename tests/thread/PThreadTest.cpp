@@ -129,9 +129,14 @@ TEST(Thread, AStopReachesItWhateverItWaitsForAndATriggerNoSleep) {
     if (wait == kForever) worker.m_Thread.SetControlled(true, PClock::kForever);
     if (wait == kPark) worker.m_Thread.RequestSuspend();
     ASSERT_TRUE(worker.m_Thread.Start(kLong, 0, 0, wait == kHeldBack));
+    const int cycles = wait == kForever || wait == kSleep ? 1 : 0;
+    ASSERT_TRUE(worker.WaitForCycles(cycles)) << wait;
+    if (wait == kPark) {
+      ASSERT_TRUE(Eventually([&] { return worker.m_Thread.IsParkedNow(); }));
+    }
     if (wait == kSleep) worker.m_Thread.Trigger();
-    std::this_thread::sleep_for(20ms);
-    EXPECT_EQ(worker.m_iCycles, wait == kForever || wait == kSleep ? 1 : 0) << wait;
+    EXPECT_FALSE(worker.Cycles()) << wait;
+    EXPECT_EQ(worker.m_iCycles, cycles) << wait;
     std::thread second([&] { worker.m_Thread.Stop(); });
     worker.m_Thread.Stop();
     second.join();

@@ -27,3 +27,5 @@ DWORD GetModuleFileNameA(HMODULE, char* szPath, DWORD nSize) noexcept {
 HRESULT RegisterModuleTypeLib(const char*) noexcept { return S_OK; }
 
 HRESULT UnregisterModuleTypeLib(const char*) noexcept { return S_OK; }
+
+void LeaveThreadAtModuleEnd(std::thread& aThread) noexcept { aThread.join(); }

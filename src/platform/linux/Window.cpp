@@ -163,3 +163,5 @@ BOOL PostMessageA(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
 }
 
 DWORD GetCurrentThreadId() noexcept { return static_cast<DWORD>(syscall(SYS_gettid)); }
+
+BOOL EndWindow(HWND hWnd) noexcept { return DestroyWindow(hWnd); }

@@ -1,5 +1,5 @@
-// The module's type library: its first TYPELIB resource, entered and taken out by COM's own operations. Any
-// thread.
+// The module's type library: its first TYPELIB resource, entered and taken out by COM's own operations; and
+// the module's end. Any thread.
 
 #include "platform/ModuleFile.h"
 
@@ -43,3 +43,6 @@ HRESULT UnregisterModuleTypeLib(const char* szPath) noexcept try {
 } catch (...) {
   return E_OUTOFMEMORY;
 }
+
+// DllCanUnloadNow has joined what ran, or the process ends, and with it all threads have ended already.
+void LeaveThreadAtModuleEnd(std::thread& aThread) noexcept { aThread.detach(); }

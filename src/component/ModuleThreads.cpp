@@ -1,0 +1,72 @@
+// Threads of the module's own that end an object whose last reference went where its end can't be waited for.
+
+#include "component/ModuleThreads.h"
+
+#include <list>
+#include <mutex>
+#include <thread>
+
+#include "component/Module.h"
+#include "platform/ModuleFile.h"
+
+namespace {
+
+struct Job {
+  std::thread m_Thread;
+  std::atomic<bool> m_bEnded{false};
+};
+
+/// The jobs that run or haven't been joined yet.
+class Jobs {
+ public:
+  ~Jobs() {
+    for (Job& job : m_Jobs) LeaveThreadAtModuleEnd(job.m_Thread);
+  }
+
+  void Run(std::function<void()> aJob) {
+    const std::scoped_lock lock(m_Lock);
+    JoinEnded();
+    Job& job = m_Jobs.emplace_back();
+    try {
+      job.m_Thread = std::thread([&job, run = std::move(aJob)] {
+        const ModuleLock module;  // lowered last of all, so that at 0 every job has ended
+        run();
+        job.m_bEnded = true;
+      });
+    } catch (...) {
+      m_Jobs.pop_back();
+      throw;
+    }
+  }
+
+  void Join() noexcept {
+    const std::scoped_lock lock(m_Lock);
+    JoinEnded();
+  }
+
+ private:
+  void JoinEnded() noexcept {
+    m_Jobs.remove_if([](Job& job) {
+      if (!job.m_bEnded) return false;
+      job.m_Thread.join();
+      return true;
+    });
+  }
+
+  std::mutex m_Lock;
+  std::list<Job> m_Jobs;
+};
+
+Jobs g_Jobs;
+
+}  // namespace
+
+void RunOnModuleThread(std::function<void()> aJob) noexcept {
+  try {
+    g_Jobs.Run(std::move(aJob));
+  } catch (...) {
+    // No thread to be had: what the job was to end can't end here, so it stays.
+  }
+}
+
+void JoinEndedModuleThreads() noexcept { g_Jobs.Join(); }
