@@ -7,11 +7,11 @@
 #include <string_view>
 #include <vector>
 
-const char* const kHelp =
-    R"(usage: glview [options] MODEL...
+#include "shared/model/ModelReader.h"
 
-Shows models in a window, side by side; any format that assimp reads.
+namespace {
 
+constexpr const char* kOptions = R"(
   --together             leave several models where their coordinates put them
   --out FILE.png         draw one picture with no display, and leave
   --zoom F               make that picture F times as large, and as much sharper (1)
@@ -38,8 +38,6 @@ Files that are dropped on the window are shown instead. Nothing is remembered fr
 Exit status: 0 done, 1 no display, no context or a file that can't be written, 2 a command line that makes no
 sense or a model that can't be read.
 )";
-
-namespace {
 
 constexpr int kLargestSide = 8192;
 constexpr double kSmallestZoom = 0.01, kLargestZoom = 64;
@@ -149,6 +147,11 @@ void RequireInside(const Options& aOptions) {
 }
 
 }  // namespace
+
+std::string HelpText() {
+  return "usage: glview [options] MODEL...\n\nShows models in a window, side by side: " +
+         std::string(kReadableFiles) + ".\n" + kOptions;
+}
 
 Options ParseOptions(int argc, const char* const* argv) {
   Options options;

@@ -27,4 +27,4 @@ struct UsageError : std::runtime_error {
 Options ParseOptions(int argc, const char* const* argv);
 
 /// The text of --help.
-extern const char* const kHelp;
+std::string HelpText();

@@ -4,10 +4,10 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <stdexcept>
 #include <utility>
 
+#include "glview/HiddenParent.h"
 #include "shared/Picture.h"
 #include "shared/model/Scene.h"
 
@@ -33,8 +33,8 @@ Picture TakePicture(Scene& aScene, const Options& aOptions) {
 }  // namespace
 
 void TakeSnapshot(std::shared_ptr<const Model> aModel, const Options& aOptions) {
-  setenv("GLLIB_DISPLAY", "headless", 1);
-  Scene scene(std::move(aModel), aOptions, 0);
+  const HiddenParent parent;
+  Scene scene(std::move(aModel), aOptions, parent.Handle());
   if (aOptions.pick) {
     const auto ids = scene.Pick(*aOptions.pick);
     for (const std::string& name : scene.NamesOf(ids)) std::printf("%s\n", name.c_str());

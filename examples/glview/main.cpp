@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
   try {
     const Options options = ParseOptions(argc, argv);
     if (options.help) {
-      std::fputs(kHelp, stdout);
+      std::fputs(HelpText().c_str(), stdout);
     } else if (options.out.empty() && !options.pick) {
       ShowWindow(options);
     } else {

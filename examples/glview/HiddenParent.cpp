@@ -1,0 +1,7 @@
+#include "glview/HiddenParent.h"
+
+#include <cstdlib>
+
+HiddenParent::HiddenParent() { setenv("GLLIB_DISPLAY", "headless", 1); }
+
+HiddenParent::~HiddenParent() = default;

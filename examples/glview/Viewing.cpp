@@ -1,0 +1,142 @@
+#include "glview/Viewing.h"
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr double kWheelStep = 0.9;
+constexpr auto kTitlePeriod = 250ms, kReadingPeriod = 50ms;
+constexpr int kCaptureZoom = 2;
+
+/// The first name of the kind model-001.png that no file has yet.
+std::string FreeName(const std::string& aModel) {
+  const std::string stem = std::filesystem::path(aModel).stem().string();
+  for (int number = 1;; ++number) {
+    char tail[24];
+    std::snprintf(tail, sizeof(tail), "-%03d.png", number);
+    if (!std::filesystem::exists(stem + tail)) return stem + tail;
+  }
+}
+
+}  // namespace
+
+Viewing::Viewing(const Options& aOptions, ULONG_PTR aParent,
+                 std::function<void(const std::string&)> aSetTitle)
+    : m_together(aOptions.together),
+      m_setTitle(std::move(aSetTitle)),
+      m_scene(m_model, aOptions, aParent),
+      m_dragging(m_scene) {
+  m_scene.DrawOnRequest();
+  m_loader.Start(aOptions.models, m_together);
+}
+
+void Viewing::Key(char aKey) {
+  switch (aKey) {
+    case '1':
+    case '4':
+      return m_scene.SetViews(aKey - '0');
+    case 'A':
+      return m_scene.SetAxes(!m_scene.HasAxes());
+    case 'C':
+      return StartCapture();
+    case 'F':
+      return m_scene.SetFog(!m_scene.HasFog());
+    case 'M':
+      return m_scene.SetTextures(!m_scene.HasTextures());
+    case 'R':
+      return m_scene.ResetCamera();
+    case 'T':
+      return m_scene.SetText(!m_scene.HasText());
+    case 'W': {
+      constexpr int kShades = 4;
+      return m_scene.SetShade(static_cast<Shade>((static_cast<int>(m_scene.GetShade()) + 1) % kShades));
+    }
+    default:
+      return;
+  }
+}
+
+void Viewing::Release() {
+  if (const auto box = m_dragging.Release()) Pick(*box);
+}
+
+void Viewing::Wheel(double aUp) { m_scene.Zoom(std::pow(kWheelStep, aUp)); }
+
+void Viewing::Pick(const PixelBox& aBox) {
+  const auto ids = m_scene.Pick(aBox);
+  m_scene.Mark(ids);
+  m_picked.clear();
+  for (const std::string& name : m_scene.NamesOf(ids)) m_picked += (m_picked.empty() ? "" : ", ") + name;
+  m_titleTime.reset();
+}
+
+void Viewing::Show(std::vector<std::string> aPaths) { m_loader.Start(std::move(aPaths), m_together); }
+
+void Viewing::Follow() {
+  FollowReading();
+  FinishCapture();
+  UpdateTitle();
+}
+
+std::chrono::milliseconds Viewing::FollowPeriod() const {
+  return m_loader.IsReading() ? kReadingPeriod : kTitlePeriod;
+}
+
+void Viewing::FollowReading() {
+  if (!m_loader.IsReading()) return;
+  const bool ready = m_loader.IsReady();
+  m_scene.ShowReading(ready ? Progress::kIdle : m_loader.Share());
+  if (!ready) return;
+  try {
+    m_model = m_loader.Take();
+  } catch (const ModelError& error) {
+    if (m_model->parts.empty()) throw;  // there is nothing to be seen without
+    return Note(error.what());
+  }
+  m_scene.SetModel(m_model);
+  m_picked.clear();
+  Note("");
+}
+
+void Viewing::StartCapture() {
+  if (m_picture.valid()) return;
+  Note("taking a picture");
+  m_picture = m_scene.Capture(kCaptureZoom);
+}
+
+void Viewing::FinishCapture() {
+  if (!m_picture.valid() || m_picture.wait_for(std::chrono::seconds(0)) != std::future_status::ready) return;
+  m_scene.Redraw();  // the window's own lists went with the capture; they come back with a frame
+  const auto picture = m_picture.get();
+  if (!picture) return Note("no picture to be had");
+  const std::string name = FreeName(m_model->name);
+  Note(WritePng(*picture, name) ? "wrote " + name : "can't write " + name);
+}
+
+void Viewing::Note(const std::string& aWord) {
+  m_note = aWord;
+  m_titleTime.reset();
+  UpdateTitle();
+}
+
+void Viewing::UpdateTitle() {
+  const auto now = std::chrono::steady_clock::now();
+  if (m_titleTime && now - *m_titleTime < kTitlePeriod) return;
+  m_titleTime = now;
+  if (m_loader.IsReading()) {
+    const int percent = static_cast<int>(m_loader.Share() * 100.0f);
+    return m_setTitle("glview - reading " + std::to_string(percent) + " %");
+  }
+  char frame[32];
+  std::snprintf(frame, sizeof(frame), "%.1f ms", m_scene.FrameMilliseconds());
+  std::string title =
+      m_model->name + " - " + std::to_string(m_model->CountTriangles()) + " triangles - " + frame;
+  if (!m_picked.empty()) title += " - " + m_picked;
+  if (!m_note.empty()) title += " - " + m_note;
+  m_setTitle(title);
+}

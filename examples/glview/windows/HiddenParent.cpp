@@ -1,0 +1,7 @@
+#include "glview/HiddenParent.h"
+
+HiddenParent::HiddenParent()
+    : m_handle(reinterpret_cast<ULONG_PTR>(
+          CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr))) {}
+
+HiddenParent::~HiddenParent() { DestroyWindow(reinterpret_cast<HWND>(m_handle)); }

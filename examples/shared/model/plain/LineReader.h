@@ -1,0 +1,66 @@
+// LineReader: the words of a text file, line by line, with what is wrong told by its line. One thread.
+
+#pragma once
+
+#include <algorithm>
+#include <charconv>
+#include <istream>
+#include <string>
+#include <string_view>
+
+#include "shared/model/Model.h"
+
+class LineReader {
+ public:
+  explicit LineReader(std::istream& aFile) : m_file(aFile) {}
+
+  /// Goes to the next line; one that ends in a backslash goes on in the next. @return false at the end
+  bool Next() {
+    m_at = 0;
+    m_line.clear();
+    for (std::string piece; std::getline(m_file, piece);) {
+      ++m_number;
+      if (piece.ends_with('\r')) piece.pop_back();
+      const bool goesOn = piece.ends_with('\\');
+      if (goesOn) piece.back() = ' ';
+      m_line += piece;
+      if (!goesOn) return true;
+    }
+    return !m_line.empty();
+  }
+
+  /// The next word of the line; empty at its end.
+  std::string_view Word() {
+    const auto start = std::min(m_line.find_first_not_of(" \t", m_at), m_line.size());
+    m_at = std::min(m_line.find_first_of(" \t", start), m_line.size());
+    return std::string_view(m_line).substr(start, m_at - start);
+  }
+
+  /// The rest of the line, without blanks around it.
+  std::string Rest() {
+    const auto start = m_line.find_first_not_of(" \t", m_at);
+    if (start == m_line.npos) return {};
+    const auto last = m_line.find_last_not_of(" \t");
+    return m_line.substr(start, last - start + 1);
+  }
+
+  /// The next word as a number. @throws ModelError when it isn't one
+  float Number() {
+    const std::string_view word = Word();
+    float value = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    if (error != std::errc{} || end != word.data() + word.size()) Fail("no number");
+    return value;
+  }
+
+  /// @throws ModelError with the line's number
+  [[noreturn]] void Fail(const std::string& aReason) const {
+    throw ModelError(aReason + " in line " + std::to_string(m_number));
+  }
+  std::size_t LineNumber() const { return m_number; }
+
+ private:
+  std::istream& m_file;
+  std::string m_line;
+  std::size_t m_at = 0, m_number = 0;
+};

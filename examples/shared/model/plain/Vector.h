@@ -1,0 +1,22 @@
+// The arithmetic of points and normals that the readers need. Plain values.
+
+#pragma once
+
+#include <array>
+#include <cmath>
+
+using Vector = std::array<float, 3>;
+
+inline Vector Difference(const Vector& a, const Vector& b) { return {a[0] - b[0], a[1] - b[1], a[2] - b[2]}; }
+
+/// Across two directions, as long as the area that they span.
+inline Vector Cross(const Vector& a, const Vector& b) {
+  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+}
+
+/// With a length of 1; towards the eye where there is no direction.
+inline Vector Normalized(const Vector& a) {
+  const float length = std::hypot(a[0], a[1], a[2]);
+  if (!(length > 0) || !std::isfinite(length)) return {0, 0, 1};
+  return {a[0] / length, a[1] / length, a[2] / length};
+}
