@@ -16,7 +16,7 @@ case $preset in
   windows)
     packages=("${packages_component[@]}" "${packages_windows[@]}")
     install_packages
-    build_preset windows unit gl gllib host
+    build_preset windows unit gl gllib host glview hosts
     say "Testing windows"
     exec scripts/windows-tests.sh
     ;;

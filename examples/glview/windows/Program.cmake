@@ -3,11 +3,17 @@
 
 file(GLOB GLVIEW_SOURCES CONFIGURE_DEPENDS glview/*.cpp glview/windows/*.cpp shared/model/*.cpp shared/model/plain/*.cpp
      shared/windows/*.cpp)
-list(FILTER GLVIEW_SOURCES EXCLUDE REGEX "/glview/(Window|NativeWindow|HiddenParent)\\.cpp$")
-add_executable(glview ${GLVIEW_SOURCES})
-target_include_directories(glview PRIVATE ${CMAKE_CURRENT_SOURCE_DIR} $<TARGET_PROPERTY:gllib,INTERFACE_INCLUDE_DIRECTORIES>)
-target_link_libraries(glview PRIVATE opengl32 gdi32 gdiplus shell32 shlwapi ole32 oleaut32)
+list(FILTER GLVIEW_SOURCES EXCLUDE REGEX "/glview/(main|Window|NativeWindow|HiddenParent)\\.cpp$")
+add_library(glview_parts STATIC ${GLVIEW_SOURCES})
+target_include_directories(glview_parts PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}
+                                               $<TARGET_PROPERTY:gllib,INTERFACE_INCLUDE_DIRECTORIES>)
+target_link_libraries(glview_parts PUBLIC opengl32 gdi32 gdiplus shell32 shlwapi ole32 oleaut32)
+add_executable(glview glview/main.cpp)
+target_link_libraries(glview PRIVATE glview_parts)
 add_dependencies(glview gllib)
 add_custom_command(TARGET glview POST_BUILD COMMAND ${CMAKE_COMMAND} -E copy_if_different $<TARGET_FILE:gllib>
                                                     $<TARGET_FILE_DIR:glview> VERBATIM)
 install(TARGETS glview COMPONENT glview)
+if(GLLIB_TESTS)
+  add_subdirectory(${PROJECT_SOURCE_DIR}/tests/examples ${PROJECT_BINARY_DIR}/tests/examples)
+endif()

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <map>
-#include <tuple>
+#include <unordered_map>
 #include <utility>
 
 #include "shared/model/plain/LineReader.h"
@@ -24,8 +24,9 @@ struct Corner {
 /// A part while it is read.
 struct Growing {
   Part part;
-  std::map<Corner, std::uint32_t> known;  // its vertices
-  std::vector<Corner> corners;            // one a vertex
+  std::map<Corner, std::uint32_t> known;           // its vertices
+  std::vector<Corner> corners;                     // one a vertex
+  std::unordered_map<std::size_t, Vector> around;  // normals of the faces at each point, added up
 };
 
 class Reader {
@@ -107,11 +108,16 @@ class Reader {
     Growing& growing = Current();
     const std::uint32_t first = VertexOf(growing, face[0]);
     std::uint32_t last = VertexOf(growing, face[1]);
+    Vector normal{};  // as long as the polygon's area
     for (std::size_t i = 2; i < face.size(); ++i) {
       const std::uint32_t next = VertexOf(growing, face[i]);
       growing.part.triangles.push_back({first, last, next});
       last = next;
+      const Vector& from = m_points[face[0].point];
+      Add(normal,
+          Cross(Difference(m_points[face[i - 1].point], from), Difference(m_points[face[i].point], from)));
     }
+    for (const Corner& corner : face) Add(growing.around[corner.point], normal);
   }
 
   /// The part of the object and material in force; one that was left goes on.
@@ -145,20 +151,10 @@ class Reader {
 
   /// Gives normals to the corners that have none: of the faces around the point, the larger ones count more.
   static void Smooth(Growing& aGrowing) {
-    Part& part = aGrowing.part;
-    std::map<std::size_t, Vector> around;
-    for (const auto& [a, b, c] : part.triangles) {
-      const Vector& from = part.vertices[a].point;
-      const Vector face =
-          Cross(Difference(part.vertices[b].point, from), Difference(part.vertices[c].point, from));
-      for (const std::uint32_t corner : {a, b, c}) {
-        Vector& sum = around[aGrowing.corners[corner].point];
-        for (std::size_t axis = 0; axis < 3; ++axis) sum[axis] += face[axis];
-      }
-    }
-    for (std::size_t i = 0; i < part.vertices.size(); ++i) {
+    for (std::size_t i = 0; i < aGrowing.corners.size(); ++i) {
       const Corner& corner = aGrowing.corners[i];
-      if (corner.normal == kNone) part.vertices[i].normal = Normalized(around[corner.point]);
+      if (corner.normal == kNone)
+        aGrowing.part.vertices[i].normal = Normalized(aGrowing.around[corner.point]);
     }
   }
 

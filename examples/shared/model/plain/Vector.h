@@ -9,6 +9,10 @@ using Vector = std::array<float, 3>;
 
 inline Vector Difference(const Vector& a, const Vector& b) { return {a[0] - b[0], a[1] - b[1], a[2] - b[2]}; }
 
+inline void Add(Vector& aSum, const Vector& a) {
+  for (std::size_t axis = 0; axis < 3; ++axis) aSum[axis] += a[axis];
+}
+
 /// Across two directions, as long as the area that they span.
 inline Vector Cross(const Vector& a, const Vector& b) {
   return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};

@@ -1,0 +1,83 @@
+// Programs by the system's own operations. A process is known by its handle.
+
+#include "Program.h"
+
+#include <windows.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+namespace {
+
+std::string Content(const std::string& aPath) {
+  std::ostringstream text;
+  text << std::ifstream(aPath).rdbuf();  // as text: an end of line is one character
+  return text.str();
+}
+
+HANDLE CreateOutput(const std::string& aPath) {
+  SECURITY_ATTRIBUTES inherited = {sizeof(inherited), nullptr, TRUE};
+  return CreateFileA(aPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0, nullptr);
+}
+
+}  // namespace
+
+TemporaryFolder::TemporaryFolder() {
+  std::random_device number;
+  const auto path = std::filesystem::temp_directory_path() / ("gllib-hosts-" + std::to_string(number()));
+  std::filesystem::create_directory(path);
+  m_path = path.generic_string();
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(m_path, ignored);
+}
+
+std::string TemporaryFolder::Write(const std::string& aName, const std::string& aText) const {
+  std::ofstream(*this / aName, std::ios::binary) << aText;
+  return *this / aName;
+}
+
+pid_t Start(const std::vector<std::string>& aCommand, const std::string&, const std::string& aOutFile,
+            const std::string& aErrFile) {
+  std::string line;
+  for (const std::string& text : aCommand) line += (line.empty() ? "\"" : " \"") + text + '"';
+  STARTUPINFOA startup{};
+  startup.cb = sizeof(startup);
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdOutput = CreateOutput(aOutFile);
+  startup.hStdError = CreateOutput(aErrFile);
+  PROCESS_INFORMATION made{};
+  const BOOL started =
+      CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &made);
+  CloseHandle(startup.hStdOutput);
+  CloseHandle(startup.hStdError);
+  if (started == FALSE) return -1;
+  CloseHandle(made.hThread);
+  return reinterpret_cast<pid_t>(made.hProcess);
+}
+
+int WaitFor(pid_t aProcess) {
+  if (aProcess < 0) return -1;
+  const auto process = reinterpret_cast<HANDLE>(aProcess);
+  constexpr DWORD kPatience = 60'000;
+  DWORD status = static_cast<DWORD>(-1);
+  if (WaitForSingleObject(process, kPatience) == WAIT_OBJECT_0) {
+    GetExitCodeProcess(process, &status);
+  } else {
+    TerminateProcess(process, status);
+  }
+  CloseHandle(process);
+  return static_cast<int>(status);
+}
+
+Outcome RunProgram(const std::string& aExample, const std::vector<std::string>& aArguments) {
+  const TemporaryFolder folder;
+  std::vector<std::string> command = {GLLIB_EXAMPLES_FOLDER "/" + aExample + ".exe"};
+  command.insert(command.end(), aArguments.begin(), aArguments.end());
+  const int status = WaitFor(Start(command, "", folder / "out", folder / "err"));
+  return {status, Content(folder / "out"), Content(folder / "err")};
+}
