@@ -10,6 +10,7 @@
 #include <iterator>
 #include <set>
 #include <sstream>
+#include <string_view>
 
 #include "Program.h"
 #include "shared/Picture.h"
@@ -36,11 +37,11 @@ class Glview : public ::testing::Test {
   std::string Squares(const std::string& aFrontOpacity = "d 1") const {
     std::string materials = kMaterials;
     materials.replace(materials.find('%'), 1, aFrontOpacity);
-    m_folder.Put("squares.mtl", materials);
-    return m_folder.Put("squares.obj", "mtllib squares.mtl\n" + Square("low", "plain", -2, -2, -1, -1) +
-                                           Square("front", "front", -1, -1, 1, 1, 1) +
-                                           Square("behind", "behind", -0.5, -0.5, 1.8, 0.5, -1) +
-                                           Square("corner", "plain", 1.5, 1.5, 2, 2));
+    Put("squares.mtl", materials);
+    return Put("squares.obj", "mtllib squares.mtl\n" + Square("low", "plain", -2, -2, -1, -1) +
+                                  Square("front", "front", -1, -1, 1, 1, 1) +
+                                  Square("behind", "behind", -0.5, -0.5, 1.8, 0.5, -1) +
+                                  Square("corner", "plain", 1.5, 1.5, 2, 2));
   }
 
   Outcome FromTheFront(const std::string& aModel, std::vector<std::string> aArguments) const {
@@ -65,6 +66,10 @@ class Glview : public ::testing::Test {
   }
   static const std::uint8_t* At(const Picture& aPicture, double aX, double aY) {
     return aPicture.At(Pixel(aX), Pixel(-aY));
+  }
+
+  std::string Put(const std::string& aName, std::string_view aText) const {
+    return m_folder.Put(aName, aText).string();
   }
 
   TestFolder m_folder;
@@ -127,12 +132,12 @@ TEST_F(Glview, RefusesAModelThatIsMissingOrBroken) {
   const std::vector<std::pair<std::string, std::string>> models = {
       {m_folder / "missing.obj", "no such file"},
       {m_folder / ".", "not a file"},
-      {m_folder.Put("empty.obj", ""), "can't read"},
-      {m_folder.Put("garbage.obj", "\x7f\x45\x4c\x46 not a model\n"), ""},
-      {m_folder.Put("text.txt", "not a model"), "can't read"},
-      {m_folder.Put("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\n"), "can't read"},
-      {m_folder.Put("nan.obj", "v 0 0 nan\nv 1 0 0\nv 0 1 0\nf 1 2 3\n"), "a coordinate is no number"},
-      {m_folder.Put("points.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\n"), ""},
+      {Put("empty.obj", ""), "can't read"},
+      {Put("garbage.obj", "\x7f\x45\x4c\x46 not a model\n"), ""},
+      {Put("text.txt", "not a model"), "can't read"},
+      {Put("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\n"), "can't read"},
+      {Put("nan.obj", "v 0 0 nan\nv 1 0 0\nv 0 1 0\nf 1 2 3\n"), "a coordinate is no number"},
+      {Put("points.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\n"), ""},
   };
   for (const auto& [model, reason] : models) ExpectRefusal({"--out", m_folder / "out.png", model}, reason);
   EXPECT_FALSE(std::filesystem::exists(m_folder / "out.png"));
@@ -166,8 +171,8 @@ TEST_F(Glview, HelpAndManualTellOfTheSameOptions) {
 
 TEST_F(Glview, LaysModelsSideBySideOrTogether) {
   // One stands far off, and is large; apart they fill a half each, together the small one is a speck.
-  const std::string small = m_folder.Put("small.obj", Square("it", "", 0, 0, 2, 2)),
-                    large = m_folder.Put("large.obj", Square("it", "", 1000, 0, 3000, 2));
+  const std::string small = Put("small.obj", Square("it", "", 0, 0, 2, 2)),
+                    large = Put("large.obj", Square("it", "", 1000, 0, 3000, 2));
   const auto picked = [&](int aX, std::vector<std::string> aMore) {
     aMore.insert(aMore.end(), {"--turn", "0,0", "--ortho", "--size", "400x200", "--pick",
                                std::to_string(aX) + ",100", small, large});
@@ -302,15 +307,15 @@ TEST_F(Glview, PutsImagesOnSurfaces) {
   for (const auto& [offset, value] : {std::pair{10, 54}, {18, 1}, {22, 1}, {26, 1}, {28, 24}, {55, 255}}) {
     bitmap[static_cast<std::size_t>(offset)] = static_cast<char>(value);
   }
-  m_folder.Put("image.bmp", bitmap);
-  m_folder.Put("walls.mtl",
-               "newmtl png\nKd 1 1 1\nmap_Kd image.png\nnewmtl bmp\nKd 1 1 1\nmap_Kd image.bmp\n"
-               "newmtl lost\nKd 1 1 1\nmap_Kd lost.png\n");
-  const std::string model = m_folder.Put(
-      "walls.obj",
-      "mtllib walls.mtl\nvt 0 0\nvt 1 0\nvt 1 1\nvt 0 1\n"
-      "v -2 -2 0\nv 0 -2 0\nv 0 0 0\nv -2 0 0\nv 0 2 0\nv -2 2 0\nv 2 0 0\nv 2 2 0\n"
-      "usemtl png\nf 1/1 2/2 3/3 4/4\nusemtl bmp\nf 4/1 3/2 5/3 6/4\nusemtl lost\nf 3/1 7/2 8/3 5/4\n");
+  Put("image.bmp", bitmap);
+  Put("walls.mtl",
+      "newmtl png\nKd 1 1 1\nmap_Kd image.png\nnewmtl bmp\nKd 1 1 1\nmap_Kd image.bmp\n"
+      "newmtl lost\nKd 1 1 1\nmap_Kd lost.png\n");
+  const std::string model =
+      Put("walls.obj",
+          "mtllib walls.mtl\nvt 0 0\nvt 1 0\nvt 1 1\nvt 0 1\n"
+          "v -2 -2 0\nv 0 -2 0\nv 0 0 0\nv -2 0 0\nv 0 2 0\nv -2 2 0\nv 2 0 0\nv 2 2 0\n"
+          "usemtl png\nf 1/1 2/2 3/3 4/4\nusemtl bmp\nf 4/1 3/2 5/3 6/4\nusemtl lost\nf 3/1 7/2 8/3 5/4\n");
   const std::string file = m_folder / "picture.png";
   const Outcome outcome = FromTheFront(model, {"--out", file});
   EXPECT_EQ(outcome.status, 0);

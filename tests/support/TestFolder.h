@@ -9,6 +9,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 class TestFolder {
@@ -19,7 +20,10 @@ class TestFolder {
       m_Path = std::filesystem::temp_directory_path() / ("gllib-" + std::to_string(number()));
     } while (!std::filesystem::create_directory(m_Path));
   }
-  ~TestFolder() { std::filesystem::remove_all(m_Path); }
+  ~TestFolder() {
+    std::error_code stays;  // what another process still holds
+    std::filesystem::remove_all(m_Path, stays);
+  }
   TestFolder(const TestFolder&) = delete;
   TestFolder& operator=(const TestFolder&) = delete;
 

@@ -4,17 +4,15 @@
 
 #include <windows.h>
 
-#include <filesystem>
-#include <fstream>
-#include <random>
-#include <sstream>
+#include <string>
 
 namespace {
 
-std::string Content(const std::string& aPath) {
-  std::ostringstream text;
-  text << std::ifstream(aPath).rdbuf();  // as text: an end of line is one character
-  return text.str();
+/// What a program wrote, with ends of lines that are one character.
+std::string Written(const TestFolder& aFolder, const char* aFile) {
+  std::string text = aFolder.Get(aFile);
+  std::erase(text, '\r');
+  return text;
 }
 
 HANDLE CreateOutput(const std::string& aPath) {
@@ -23,23 +21,6 @@ HANDLE CreateOutput(const std::string& aPath) {
 }
 
 }  // namespace
-
-TemporaryFolder::TemporaryFolder() {
-  std::random_device number;
-  const auto path = std::filesystem::temp_directory_path() / ("gllib-hosts-" + std::to_string(number()));
-  std::filesystem::create_directory(path);
-  m_path = path.generic_string();
-}
-
-TemporaryFolder::~TemporaryFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(m_path, ignored);
-}
-
-std::string TemporaryFolder::Write(const std::string& aName, const std::string& aText) const {
-  std::ofstream(*this / aName, std::ios::binary) << aText;
-  return *this / aName;
-}
 
 pid_t Start(const std::vector<std::string>& aCommand, const std::string&, const std::string& aOutFile,
             const std::string& aErrFile) {
@@ -75,9 +56,9 @@ int WaitFor(pid_t aProcess) {
 }
 
 Outcome RunProgram(const std::string& aExample, const std::vector<std::string>& aArguments) {
-  const TemporaryFolder folder;
+  const TestFolder folder;
   std::vector<std::string> command = {GLLIB_EXAMPLES_FOLDER "/" + aExample + ".exe"};
   command.insert(command.end(), aArguments.begin(), aArguments.end());
   const int status = WaitFor(Start(command, "", folder / "out", folder / "err"));
-  return {status, Content(folder / "out"), Content(folder / "err")};
+  return {status, Written(folder, "out"), Written(folder, "err")};
 }

@@ -38,22 +38,21 @@ class GlviewWindow : public ::testing::Test {
     return nullptr;
   }
 
-  TemporaryFolder m_folder;
+  TestFolder m_folder;
   pid_t m_glview = -1;
 };
 
 TEST_F(GlviewWindow, ShowsPicksWritesAPictureAndLeaves) {
-  const std::string model = m_folder.Write("wall.obj",
-                                           "o wall\nv -1 -1 0\nv 1 -1 0\nv 1 1 0\nv -1 1 0\nf 1 2 3 4\n"
-                                           "o dot\nv 1.5 1 0\nv 2 1 0\nv 2 1.5 0\nf 5 6 7\n");
+  const std::filesystem::path model =
+      m_folder.Put("wall.obj", Square("wall", "", -1, -1, 1, 1) + Square("dot", "", 1.5, 1, 2, 1.5));
   // Pictures go to the working folder.
   const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(m_folder / ".");
+  std::filesystem::current_path(m_folder.Path());
   m_glview = Start({GLLIB_EXAMPLES_FOLDER "/glview.exe", "--turn", "0,0", "--ortho", "--size",
-                    std::to_string(kWidth) + "x" + std::to_string(kHeight), model},
+                    std::to_string(kWidth) + "x" + std::to_string(kHeight), model.string()},
                    "", m_folder / "out", m_folder / "err");
   std::filesystem::current_path(before);
-  const HWND window = Await("wall.obj - 3 triangles");
+  const HWND window = Await("wall.obj - 4 triangles");
   ASSERT_NE(window, nullptr);
   EXPECT_NE(GetWindow(window, GW_CHILD), nullptr) << "the component's own stands in it";
   RECT inside{};
