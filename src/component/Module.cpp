@@ -9,3 +9,4 @@ std::atomic<float> g_fPointSizeGranularity{0.0f};
 std::atomic<float> g_afLineWidthRange[2] = {0.0f, 0.0f};
 std::atomic<float> g_fLineWidthGranularity{0.0f};
 std::atomic<int> g_iMaxClipPlanes{6};
+std::atomic<int> g_aiMaxViewport[2] = {0, 0};

@@ -29,3 +29,5 @@ extern std::atomic<float> g_afLineWidthRange[2];
 extern std::atomic<float> g_fLineWidthGranularity;
 /// GL_MAX_CLIP_PLANES; 6, which OpenGL 1.1 guarantees, before the first rendering context.
 extern std::atomic<int> g_iMaxClipPlanes;
+/// GL_MAX_VIEWPORT_DIMS: how wide and how high GL draws.
+extern std::atomic<int> g_aiMaxViewport[2];

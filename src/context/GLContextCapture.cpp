@@ -109,10 +109,12 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   const HRESULT initialized =
       target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {255, 255, 255, 255});
 
+  const auto width = static_cast<LONG>(Whole(static_cast<float>(m_iViewportWidth) * zoom));
+  const auto height = static_cast<LONG>(Whole(static_cast<float>(m_iViewportHeight) * zoom));
+  // Memory may be had for more than GL draws.
+  if (width > g_aiMaxViewport[0] || height > g_aiMaxViewport[1]) return false;
   const bool needsPalette = (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0;
-  const OffscreenSurface surface(static_cast<LONG>(Whole(static_cast<float>(m_iViewportWidth) * zoom)),
-                                 static_cast<LONG>(Whole(static_cast<float>(m_iViewportHeight) * zoom)),
-                                 needsPalette ? BYTE{24} : m_PixelFormat.cColorBits,
+  const OffscreenSurface surface(width, height, needsPalette ? BYTE{24} : m_PixelFormat.cColorBits,
                                  m_PixelFormat.cDepthBits);
   if (!surface.IsReady()) return false;
   const PLock lock(m_Lock);

@@ -187,6 +187,10 @@ void GLContext::ReadLimits() noexcept {
   GLint planes = 0;
   glGetIntegerv(GL_MAX_CLIP_PLANES, &planes);
   if (planes > 0) g_iMaxClipPlanes = planes;
+  GLint viewport[2] = {};
+  glGetIntegerv(GL_MAX_VIEWPORT_DIMS, viewport);
+  g_aiMaxViewport[0] = viewport[0];
+  g_aiMaxViewport[1] = viewport[1];
 }
 
 void GLContext::DestroyRenderingContext() noexcept {

@@ -26,6 +26,11 @@ OffscreenSurface::~OffscreenSurface() {
   if (m_hDC != nullptr) DeleteDC(m_hDC);
 }
 
+void OffscreenSurface::MakeCurrent() const noexcept {
+  wglMakeCurrent(nullptr, nullptr);
+  wglMakeCurrent(m_hDC, m_hRC);
+}
+
 bool OffscreenSurface::SetFormat(BYTE aColorBits, BYTE aDepthBits) noexcept {
   PIXELFORMATDESCRIPTOR request{};
   request.nSize = sizeof(request);

@@ -17,7 +17,9 @@ class OffscreenSurface {
   bool IsReady() const noexcept { return m_hRC != nullptr; }
   int Width() const noexcept { return m_iWidth; }
   int Height() const noexcept { return m_iHeight; }
-  void MakeCurrent() const noexcept { wglMakeCurrent(m_hDC, m_hRC); }
+  /// Lets go of what is current first: the driver of a window, where it isn't that of memory, must learn of
+  /// it.
+  void MakeCurrent() const noexcept;
   /// Leaves nothing current on this thread.
   void LetGo() const noexcept { wglMakeCurrent(m_hDC, nullptr); }
 

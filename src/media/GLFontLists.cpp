@@ -63,7 +63,7 @@ bool GLFont::CreateSystemLists(GLuint aBase) noexcept {
   if (dc == nullptr) return false;
   const HGDIOBJ old = SelectObject(dc, GetStockObject(SYSTEM_FONT));
   TEXTMETRICA metrics{};
-  bool created = wglUseFontBitmapsA(dc, 0, kCodes, aBase) && GetTextMetricsA(dc, &metrics);
+  bool created = UseFontBitmaps(dc, 0, kCodes, aBase) && GetTextMetricsA(dc, &metrics);
   if (created) {
     m_fHeight = static_cast<float>(metrics.tmHeight);
     m_fWidth = static_cast<float>(metrics.tmAveCharWidth);
@@ -95,7 +95,7 @@ bool GLFont::CreateDeviceLists(HDC aDC, GLuint aBase) noexcept {
 }
 
 bool GLFont::CreateRasterLists(HDC aDC, GLuint aBase) noexcept {
-  if (!wglUseFontBitmapsA(aDC, 0, kCodes, aBase)) return false;
+  if (!UseFontBitmaps(aDC, 0, kCodes, aBase)) return false;
   if (m_bAverageWidth) {
     TEXTMETRICA metrics{};
     if (!GetTextMetricsA(aDC, &metrics)) return false;
@@ -117,7 +117,7 @@ bool GLFont::CreateOutlineLists(HDC aDC, GLuint aBase) noexcept {
 // Widths are kept in parts of the font's width, which GetStringWidth multiplies back.
 bool GLFont::SetMetricsFromWidths(HDC aDC) noexcept {
   FLOAT widths[kCodes] = {};
-  if (!GetCharWidthFloatA(aDC, 0, kCodes - 1, widths)) return false;
+  if (!GetAdvances(aDC, 0, kCodes - 1, widths)) return false;
   GlyphMetrics metrics;
   for (std::size_t code = 0; code < metrics.size(); ++code) {
     const float width = widths[code] / m_fWidth;

@@ -38,3 +38,9 @@ BOOL wglUseFontOutlinesA(HDC hDC, DWORD first, DWORD count, DWORD listBase, FLOA
                          int format, GLYPHMETRICSFLOAT* pMetrics) noexcept;
 
 #endif
+
+/// What wglUseFontBitmapsA does, where the system's own leaves a GL error behind or minds how images are
+/// unpacked.
+BOOL UseFontBitmaps(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexcept;
+/// What GetCharWidthFloatA documents, where the system's own counts in other units: advances of device units.
+BOOL GetAdvances(HDC hDC, UINT iFirst, UINT iLast, FLOAT* pWidths) noexcept;

@@ -10,8 +10,8 @@
 #include "context/GLContext.h"
 #include "platform/GL.h"
 #include "support/Counting.h"
+#include "support/Eventually.h"
 #include "support/Scene.h"
-#include "support/ScriptedDisplay.h"
 
 namespace {
 
@@ -119,6 +119,8 @@ struct Captured {
         m_iHeight(aHeight) {
     drawn.context->EnableLighting(0);
     drawn.context->AttachCapture(capture.Get());
+    // Some drivers learn of a window's size at the end of a frame.
+    EXPECT_TRUE(Eventually([&] { return *drawn.frames > 1; }));
   }
   ~Captured() { drawn.context->DetachPainter(); }
 
@@ -151,14 +153,24 @@ struct Captured {
   std::atomic<bool> m_bRead{false};
 };
 
+/// What the platform is taken for, which decides the way of a capture: 2 renders anew, 1 reads the window.
+class PlatformVersion {
+ public:
+  explicit PlatformVersion(DWORD aPlatform) noexcept {
+    g_sVersion.dwOSVersionInfoSize = sizeof(g_sVersion);
+    g_sVersion.dwPlatformId = aPlatform;
+  }
+  ~PlatformVersion() { g_sVersion = {}; }  // asked anew
+  PlatformVersion(const PlatformVersion&) = delete;
+  PlatformVersion& operator=(const PlatformVersion&) = delete;
+};
+
 }  // namespace
 
 TEST(Capture, EqualsTheWindowsPictureBothWaysAndInParts) {
   for (const DWORD platform : {2u, 1u}) {
     SCOPED_TRACE(platform);
-    const DisplayGuard guard;
-    ScriptedDisplay::Set()->m_dwPlatformId = platform;
-    g_sVersion = {};  // asked anew
+    const PlatformVersion version(platform);
     Captured captured(200, 150);
     captured.capture->request.m_fZoom =
         platform == 1 ? 2 : 1;  // nobody asks for it on the way of reading back
@@ -173,7 +185,6 @@ TEST(Capture, EqualsTheWindowsPictureBothWaysAndInParts) {
     }
     EXPECT_EQ(others, 0) << "places count from the top";
   }
-  g_sVersion = {};
 }
 
 TEST(Capture, ZoomsTheResolutionAndTakesItsBackground) {

@@ -425,7 +425,7 @@ TEST_F(FramePicture, EqualsPlainGLInTheAxesFigure) {
     glEnd();
   });
   // The names of the axes stand in the square's corner and are left out: text has tests of its own.
-  for (int x = 6; x < 34; ++x) {
+  for (int x = 6; x < 40; ++x) {
     for (int y = kHeight - 20; y < kHeight - 4; ++y) {
       ours.Set(x, y, 0);
       plain.Set(x, y, 0);

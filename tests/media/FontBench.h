@@ -6,6 +6,7 @@
 #include <string>
 
 #include "media/GLFont.h"
+#include "support/PlainGL.h"
 #include "support/TestSite.h"
 
 enum class FontKind { kSystem, kRaster, kTrueType, kInternal };
@@ -75,4 +76,25 @@ inline void ModelInPixels(int aWidth, int aHeight) {
   glOrtho(0, aWidth, 0, aHeight, -1000, 1000);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
+}
+
+/// A picture's pixels by rows from the bottom.
+inline bool IsLit(const Picture& aPicture, int aX, int aY) {
+  return (aPicture.At(aX, aPicture.Height() - 1 - aY) >> 24) > 127;
+}
+
+/// Draws with a font of its own, in model units of a pixel.
+inline Picture DrawText(int aWidth, int aHeight, const FontOrder& aOrder, const std::u16string& aText,
+                        GLDATA_POINT aStart, float aSize = 1, float aGrey = 1) {
+  return DrawPlainGL(aWidth, aHeight, [&] {
+    ModelInPixels(aWidth, aHeight);
+    glColor3f(aGrey, aGrey, aGrey);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_ONE, GL_ONE);  // what is drawn twice is brighter
+    FontBench bench;
+    const auto font = bench.Make(aOrder);
+    font->SetWidth(aSize);
+    font->SetHeight(aSize);
+    EXPECT_EQ(Print(*font, aText, aStart), S_OK);
+  });
 }

@@ -14,6 +14,7 @@
 
 #include "media/FontBench.h"
 #include "platform/Text.h"
+#include "platform/linux/ResourceBlocks.h"
 #include "platform/linux/fonts/FontLibrary.h"
 #include "support/PlainGL.h"
 
@@ -41,27 +42,6 @@ class PlainFace {
   FT_Library m_pLibrary = nullptr;
   FT_Face m_pFace = nullptr;
 };
-
-/// A picture's pixels by rows from the bottom.
-bool IsLit(const Picture& aPicture, int aX, int aY) {
-  return (aPicture.At(aX, aPicture.Height() - 1 - aY) >> 24) > 127;
-}
-
-/// Draws with a font of its own, in model units of a pixel.
-Picture DrawText(int aWidth, int aHeight, const FontOrder& aOrder, const std::u16string& aText,
-                 GLDATA_POINT aStart, float aSize = 1, float aGrey = 1) {
-  return DrawPlainGL(aWidth, aHeight, [&] {
-    ModelInPixels(aWidth, aHeight);
-    glColor3f(aGrey, aGrey, aGrey);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_ONE, GL_ONE);  // what is drawn twice is brighter
-    FontBench bench;
-    const auto font = bench.Make(aOrder);
-    font->SetWidth(aSize);
-    font->SetHeight(aSize);
-    EXPECT_EQ(Print(*font, aText, aStart), S_OK);
-  });
-}
 
 FT_UInt GlyphOf(const PlainFace& aFace, char16_t aCharacter) {
   return FT_Get_Char_Index(aFace.Get(), aCharacter);
@@ -206,24 +186,17 @@ TEST(Fonts, MeasuresGlyphsInEmUnits) {
   });
 }
 
-TEST(Fonts, ShowsEveryStyleItIsAskedFor) {
+TEST(Fonts, TurnsAndRulesItsText) {
   for (const FontKind kind : {FontKind::kRaster, FontKind::kTrueType}) {
-    const auto draw = [kind](int aStyle, int aWeight, float aOrientation = 0) {
+    const auto draw = [kind](int aStyle, float aOrientation = 0) {
       return DrawText(160, 64,
-                      {.m_Kind = kind,
-                       .m_iStyle = aStyle,
-                       .m_iWeight = aWeight,
-                       .m_fOrientation = aOrientation,
-                       .m_iHeight = -30},
+                      {.m_Kind = kind, .m_iStyle = aStyle, .m_fOrientation = aOrientation, .m_iHeight = -30},
                       u"Hill", {20, 20, 0}, 30);
     };
-    const auto ink = [](const Picture& picture) { return picture.CountOther(0x000000FF); };
-    const Picture plain = draw(0, 400);
-    EXPECT_GT(ink(draw(0, 700)), ink(plain) * 5 / 4) << "bold";
-    EXPECT_GT(Difference(draw(GLFS_ITALIC, 400), plain), ink(plain) / 3) << "italic";
-    EXPECT_GT(Difference(draw(0, 400, 90), plain), ink(plain) / 3) << "orientation";
-    EXPECT_EQ(Difference(draw(0, 400, 360), plain), 0);
-    EXPECT_EQ(Difference(draw(0, 400, NAN), plain), 0);
+    const Picture plain = draw(0);
+    EXPECT_GT(Difference(draw(0, 90), plain), plain.CountOther(0x000000FF) / 3) << "orientation";
+    EXPECT_EQ(Difference(draw(0, 360), plain), 0);
+    EXPECT_EQ(Difference(draw(0, NAN), plain), 0);
     // A bar lies unbroken from the first pen to the last.
     const auto unbroken = [](const Picture& picture, int aFromRow, int aToRow) {
       bool found = false;
@@ -235,8 +208,8 @@ TEST(Fonts, ShowsEveryStyleItIsAskedFor) {
       return found;
     };
     EXPECT_FALSE(unbroken(plain, 0, 40));
-    EXPECT_TRUE(unbroken(draw(GLFS_UNDERLINE, 400), 13, 20));
-    EXPECT_TRUE(unbroken(draw(GLFS_STRIKEOUT, 400), 24, 36));
+    EXPECT_TRUE(unbroken(draw(GLFS_UNDERLINE), 13, 20));
+    EXPECT_TRUE(unbroken(draw(GLFS_STRIKEOUT), 24, 36));
   }
 }
 
@@ -328,4 +301,22 @@ TEST(FontsDeathTest, NeedsNoFontForTheSystemAndTheAtlasKinds) {
         std::exit(printed);
       },
       testing::ExitedWithCode(0b0110'1001), "");
+}
+
+// One byte short or one pixel long.
+TEST(Fonts, TakeNoAtlasOfAnotherSize) {
+  const std::vector<unsigned char> bytes(131072 + 4, 255);
+  const ResourceBlock cut[] = {{"SHORT", bytes.data(), 131071}, {"LONG", bytes.data(), 131076}};
+  const auto blocks = std::exchange(g_ResourceBlocks, cut);
+  DrawPlainGL(8, 8, [] {
+    FontBench bench;
+    const auto font = bench.Make(FontKind::kInternal);
+    for (const char* name : {"SHORT", "LONG"}) {
+      font->InitInternalFont(bench.m_pLink, name);
+      EXPECT_EQ(Print(*font, u"x"), E_FAIL) << name;
+      EXPECT_EQ(WidthOf(*font, u"x"), -1.0f);
+      EXPECT_FALSE(glIsTexture(1));
+    }
+  });
+  g_ResourceBlocks = blocks;
 }

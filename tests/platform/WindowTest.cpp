@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/SystemInfo.h"
 #include "support/Eventually.h"
 #include "support/ScriptedDisplay.h"
 
@@ -190,4 +191,16 @@ TEST_F(Windows, DontGetTheMessagesOfAFormerOneWithTheirNumber) {
   EXPECT_EQ(destroyed, 1);
   DestroyWindow(later);
   DestroyWindow(first);
+}
+
+TEST(Version, IsWhatTheDisplaySays) {
+  for (const DWORD platform : {DWORD{1}, DWORD{2}}) {
+    ScriptedDisplay::Set()->m_dwPlatformId = platform;
+    OSVERSIONINFOA version{};
+    EXPECT_FALSE(GetVersionExA(&version)) << "no size given";
+    version.dwOSVersionInfoSize = sizeof(version);
+    EXPECT_TRUE(GetVersionExA(&version));
+    EXPECT_EQ(version.dwPlatformId, platform);
+  }
+  SetDisplay(nullptr);
 }

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
+#include <fstream>
 #include <new>
 
 // Where the executable's own code lies, by the linker.
@@ -101,6 +102,12 @@ void AllocationFault::ForgetWays() noexcept {
 bool AllocationFault::HasFailed() const noexcept { return g_bFailed; }
 
 std::size_t AllocationsOfThisThread() noexcept { return t_uAllocations; }
+
+long ResidentKiB() {
+  long size = 0, resident = 0;
+  std::ifstream("/proc/self/statm") >> size >> resident;
+  return resident * 4;
+}
 
 void* operator new(std::size_t aSize) { return AllocateOrThrow(__builtin_return_address(0), aSize, 1); }
 void* operator new[](std::size_t aSize) { return AllocateOrThrow(__builtin_return_address(0), aSize, 1); }

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstddef>
-#include <fstream>
 
 /// How many times the calling thread has called operator new.
 std::size_t AllocationsOfThisThread() noexcept;
@@ -17,12 +16,8 @@ std::size_t CountAllocations(Function&& aFunction) {
   return AllocationsOfThisThread() - before;
 }
 
-/// What the process holds in memory, where the system tells.
-inline long ResidentKiB() {
-  long size = 0, resident = 0;
-  std::ifstream("/proc/self/statm") >> size >> resident;
-  return resident * 4;
-}
+/// What the process holds in memory.
+long ResidentKiB();
 
 /// A heap that is used up for the calling thread: after so many more calls its operator new fails, until the
 /// object's end. One at a time a thread.

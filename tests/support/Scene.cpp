@@ -89,6 +89,7 @@ ContextFixture::ContextFixture(int aWidth, int aHeight)
   };
   m_Context->AttachPainter(GLMake<TestPainter>(draw).Get());
   m_Context->AttachCapture(GLMake<FrameEnd>(m_Shared).Get());
+  Frame();  // some drivers learn of a window's size at the end of a frame
 }
 
 ContextFixture::~ContextFixture() {

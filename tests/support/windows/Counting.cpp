@@ -3,6 +3,10 @@
 
 #include "support/Counting.h"
 
+#include <windows.h>
+
+#include <psapi.h>
+
 #include <cstdint>
 #include <cstdlib>
 #include <new>
@@ -35,6 +39,12 @@ ExhaustedHeap::ExhaustedHeap(std::size_t aAllocationsLeft) noexcept {
 ExhaustedHeap::~ExhaustedHeap() { t_uLastAllocation = kUnlimited; }
 
 std::size_t AllocationsOfThisThread() noexcept { return t_uAllocations; }
+
+long ResidentKiB() {
+  PROCESS_MEMORY_COUNTERS counters{};
+  GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters));
+  return static_cast<long>(counters.WorkingSetSize / 1024);
+}
 
 void* operator new(std::size_t aSize) { return AllocateOrThrow(aSize); }
 void* operator new[](std::size_t aSize) { return AllocateOrThrow(aSize); }

@@ -45,3 +45,7 @@ BOOL wglUseFontBitmapsA(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexc
   }
   return TRUE;
 }
+
+BOOL UseFontBitmaps(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexcept {
+  return wglUseFontBitmapsA(hDC, first, count, listBase);
+}

@@ -40,3 +40,7 @@ BOOL GetCharWidthFloatA(HDC hDC, UINT iFirst, UINT iLast, FLOAT* pWidths) noexce
   }
   return TRUE;
 }
+
+BOOL GetAdvances(HDC hDC, UINT iFirst, UINT iLast, FLOAT* pWidths) noexcept {
+  return GetCharWidthFloatA(hDC, iFirst, iLast, pWidths);
+}

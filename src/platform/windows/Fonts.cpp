@@ -1,0 +1,80 @@
+// Bitmap lists and advances of a font, by GDI and WGL. With GL current where lists are compiled; else any
+// thread.
+
+#include "platform/Fonts.h"
+
+#include <initializer_list>
+
+#include "platform/GL.h"
+
+namespace {
+
+/// Images unpacked by GL's defaults: not every wglUseFontBitmapsA sees to all of them.
+class DefaultUnpacking {
+ public:
+  DefaultUnpacking() noexcept {
+    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+    for (const GLenum parameter : {GL_UNPACK_SWAP_BYTES, GL_UNPACK_LSB_FIRST, GL_UNPACK_ROW_LENGTH,
+                                   GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS}) {
+      glPixelStorei(parameter, 0);
+    }
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+  }
+  ~DefaultUnpacking() { glPopClientAttrib(); }
+  DefaultUnpacking(const DefaultUnpacking&) = delete;
+  DefaultUnpacking& operator=(const DefaultUnpacking&) = delete;
+};
+
+enum class Image { kUnknown, kBlank, kInk };
+
+/// Looks at a character's image, and gives its metrics unless the font has no outlines.
+Image LookAt(HDC aDC, DWORD aCode, GLYPHMETRICS* aMetrics) noexcept {
+  constexpr MAT2 kUpright{{0, 1}, {0, 0}, {0, 0}, {0, 1}};
+  const DWORD size = GetGlyphOutlineA(aDC, aCode, GGO_BITMAP, aMetrics, 0, nullptr, &kUpright);
+  if (size == GDI_ERROR) return Image::kUnknown;
+  return size == 0 ? Image::kBlank : Image::kInk;
+}
+
+void CompileBlank(GLuint aList, const GLYPHMETRICS& aMetrics) noexcept {
+  constexpr GLubyte kNothing = 0;
+  glNewList(aList, GL_COMPILE);
+  glBitmap(0, 0, 0.0f, 0.0f, aMetrics.gmCellIncX, aMetrics.gmCellIncY, &kNothing);
+  glEndList();
+}
+
+}  // namespace
+
+// Blank characters are compiled here: made by the system they have a null image, which some drivers take for
+// a lack of memory and report to whoever asks for GL's error next.
+BOOL UseFontBitmaps(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexcept {
+  const DefaultUnpacking unpacking;
+  DWORD begun = 0;  // where the characters with images begin that wait for their lists
+  const auto compile = [&](DWORD aEnd) {
+    return aEnd == begun || wglUseFontBitmapsA(hDC, first + begun, aEnd - begun, listBase + begun) != FALSE;
+  };
+  for (DWORD i = 0; i < count; ++i) {
+    GLYPHMETRICS metrics{};
+    if (LookAt(hDC, first + i, &metrics) != Image::kBlank) continue;
+    if (!compile(i)) return FALSE;
+    CompileBlank(listBase + i, metrics);
+    begun = i + 1;
+  }
+  return compile(count);
+}
+
+// What a list of UseFontBitmaps moves on by. Other widths differ: GetCharWidthFloatA counts in sixteenths,
+// and both it and GetCharWidth32A may measure a glyph that is hinted for grey levels, by a pixel more or
+// less.
+BOOL GetAdvances(HDC hDC, UINT iFirst, UINT iLast, FLOAT* pWidths) noexcept {
+  for (UINT code = iFirst; code <= iLast; ++code) {
+    GLYPHMETRICS metrics{};
+    INT width = 0;
+    if (LookAt(hDC, code, &metrics) != Image::kUnknown) {
+      width = metrics.gmCellIncX;
+    } else if (GetCharWidth32A(hDC, code, code, &width) == FALSE) {
+      return FALSE;
+    }
+    pWidths[code - iFirst] = static_cast<FLOAT>(width);
+  }
+  return TRUE;
+}
