@@ -219,31 +219,6 @@ TEST(ParentOffTheWorkArea, StandsAtTheOriginWhileTheWindowIsMade) {
   }
 }
 
-TEST(Initialize, FailsCleanlyAndSucceedsAfterwards) {
-  struct {
-    const char* name;
-    void (*fail)(ScriptedDisplay&);
-  } const cases[] = {
-      {"no window", [](ScriptedDisplay& display) { display.m_bMakesWindows = false; }},
-      {"no format", [](ScriptedDisplay& display) { display.m_iChosen = 0; }},
-      {"no rendering context", [](ScriptedDisplay& display) { display.m_bMakesContexts = false; }},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    const DisplayGuard guard;
-    const auto display = ScriptedDisplay::Set();
-    const auto context = GLCreate<IGLContext>(CLSID_GLContext);
-    c.fail(*display);
-    EXPECT_EQ(context->Initialize(0), E_FAIL);
-    ULONG_PTR window = 1;
-    context->GetWindow(&window);
-    EXPECT_EQ(window, 0u);
-    display->m_bMakesWindows = display->m_bMakesContexts = true;
-    display->m_iChosen = -1;
-    EXPECT_EQ(context->Initialize(0), S_OK);
-  }
-}
-
 TEST(MessageHook, PassesColourChangesDownFromTheFirstContextsTopLevelWindow) {
   const DisplayGuard guard;
   const auto display = ScriptedDisplay::Set();

@@ -5,10 +5,10 @@
 #include <atomic>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <thread>
 
 #include "platform/Window.h"
+#include "support/Counting.h"
 #include "support/Eventually.h"
 #include "support/Scene.h"
 #include "support/XServer.h"
@@ -25,35 +25,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr auto kBounded = 7s;  // the two bounded waits of a release and a cycle
 
-GLPtr<IGLContext> ContextIn(xcb_window_t aParent, int aWidth, int aHeight) {
-  auto context = GLCreate<IGLContext>(CLSID_GLContext);
-  if (FAILED(context->Initialize(aParent))) return nullptr;
-  context->SetViewport(0, 0, aWidth, aHeight);
-  IGLViewer* viewer = nullptr;
-  context->CreateViewer(1, 1, &viewer);
-  return context;
-}
-
-void Paint(IGLContext& aContext, DrawFunction aDraw) {
-  const auto painter = GLMake<TestPainter>(std::move(aDraw));
-  aContext.AttachPainter(painter.Get());
-}
-
-Clock::duration TimeOfRelease(GLPtr<IGLContext> aContext) {
-  const auto start = Clock::now();
-  aContext.Reset();
-  return Clock::now() - start;
-}
-
 int Count(const char* aFolder) {
   return static_cast<int>(std::distance(std::filesystem::directory_iterator(aFolder), {}));
-}
-
-long ResidentKiB() {
-  std::ifstream in("/proc/self/statm");
-  long size = 0, resident = 0;
-  in >> size >> resident;
-  return resident * 4;
 }
 
 }  // namespace
@@ -62,8 +35,7 @@ TEST(ForeignParent, ShowsTheFrameAndFollowsTheViewport) {
   const XServer server;
   ASSERT_TRUE(server.IsRunning());
   ForeignWindow parent(200, 150);
-  const auto context = ContextIn(parent.Xid(), 200, 150);
-  ASSERT_TRUE(context);
+  const auto context = FreeContext({}, 200, 150, parent.Xid()).context;
   GLDATA_RGBA orange{1.0f, 0.5f, 0.0f, 1.0f};
   context->SetBackgroundColor(&orange);
   ULONG_PTR window = 0;
@@ -106,7 +78,7 @@ TEST(Smoothing, ShowsOnTheScreenWhereItIsToBeHad) {
     IGLViewer* viewer = nullptr;
     context->CreateViewer(1, 1, &viewer);
     std::atomic<int> frames{0};
-    Paint(*context, [&](Scene& scene) {
+    const auto painter = GLMake<TestPainter>([&](Scene& scene) {
       ++frames;
       GLDATA_RGBA white{1, 1, 1, 1};
       scene.Canvas().SetVertexColor(&white);
@@ -115,6 +87,7 @@ TEST(Smoothing, ShowsOnTheScreenWhereItIsToBeHad) {
         scene.Canvas().Vertex3d(x, y, -10);
       scene.Canvas().EndDrawVertices();
     });
+    context->AttachPainter(painter.Get());
     ASSERT_TRUE(Eventually([&] { return frames > 2; }));
     ULONG_PTR window = 0;
     context->GetWindow(&window);
@@ -143,25 +116,27 @@ TEST(ForeignParent, MayVanishInEveryWay) {
     XServer server;
     ASSERT_TRUE(server.IsRunning());
     ForeignWindow parent(100, 100);
-    auto context = ContextIn(parent.Xid(), 100, 100);
-    ASSERT_TRUE(context);
-    std::atomic<int> frames{0};
     std::atomic<bool> hold{true};
     const bool killed = std::string(way.name) == "server killed";
-    Paint(*context, [&](Scene&) {
-      ++frames;
-      while (hold && !killed) std::this_thread::sleep_for(1ms);  // in mid-frame
-    });
-    ASSERT_TRUE(Eventually([&] { return frames > 0; }));
+    FreeContext drawn(
+        [&](Scene&) {
+          while (hold && !killed) std::this_thread::sleep_for(1ms);  // in mid-frame
+        },
+        100, 100, parent.Xid());
+    ASSERT_TRUE(Eventually([&] { return *drawn.frames > 0; }));
+    auto control = drawn.context.As<IGLContext2>();
     if (killed) {  // between two frames
-      context.As<IGLContext2>()->SetControlledDrawThread(1, 0xFFFFFFFF);
+      control->SetControlledDrawThread(1, 0xFFFFFFFF);
       std::this_thread::sleep_for(200ms);
     }
     way.end(parent, server);
     hold = false;
-    if (killed) context.As<IGLContext2>()->TriggerDrawThread();
+    if (killed) control->TriggerDrawThread();
     std::this_thread::sleep_for(100ms);
-    EXPECT_LT(TimeOfRelease(std::move(context)), kBounded);
+    const auto start = Clock::now();
+    control.Reset();
+    drawn.context.Reset();
+    EXPECT_LT(Clock::now() - start, kBounded);
   }
 }
 
@@ -183,10 +158,9 @@ namespace {
 
 /// What the component does on a host's thread, in the order of a context's life.
 void LiveAContext(xcb_window_t aParent) {
-  const auto context = ContextIn(aParent, 64, 64);
-  std::atomic<bool> drawn{false};
-  Paint(*context, [&](Scene&) { drawn = true; });
-  EXPECT_TRUE(Eventually([&] { return drawn.load(); }));
+  const FreeContext drawn({}, 64, 64, aParent);
+  const auto& context = drawn.context;
+  EXPECT_TRUE(Eventually([&] { return *drawn.frames > 0; }));
   context->SetViewport(0, 0, 80, 80);
   ULONG_PTR before = 0, after = 0;
   context->GetWindow(&before);
@@ -255,10 +229,7 @@ TEST(HostContext, MadeByGlxStaysCurrent) {
 TEST(ForeignParent, BearsTwoHundredContextsAndKeepsNothing) {
   const XServer server;
   ForeignWindow parent(100, 100);
-  const auto live = [&] {
-    const auto context = ContextIn(parent.Xid(), 64, 64);
-    ASSERT_TRUE(context);
-  };
+  const auto live = [&] { FreeContext({}, 64, 64, parent.Xid()); };
   for (int i = 0; i < 20; ++i) live();  // what the process keeps once
   const int threads = Count("/proc/self/task"), descriptors = Count("/proc/self/fd");
   const long memory = ResidentKiB();

@@ -1,5 +1,4 @@
-// Drawables and rendering contexts on the headless display: surfaces in memory, windows that grow, and a
-// host's own context beside them.
+// Windows and rendering contexts on the headless display, and a host's own context beside them.
 
 #include <gtest/gtest.h>
 
@@ -14,31 +13,19 @@
 
 namespace {
 
-constexpr int kHuge = 1 << 20;
-
-BITMAPINFO Bitmap(int aWidth, int aHeight) {
-  BITMAPINFO info{};
-  info.bmiHeader.biSize = sizeof(info);
-  info.bmiHeader.biWidth = aWidth;
-  info.bmiHeader.biHeight = aHeight;
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 24;
-  return info;
-}
-
-PIXELFORMATDESCRIPTOR Request(DWORD aFlags) {
+PIXELFORMATDESCRIPTOR Request() {
   PIXELFORMATDESCRIPTOR request{};
   request.nSize = sizeof(request);
   request.nVersion = 1;
-  request.dwFlags = aFlags | PFD_SUPPORT_OPENGL;
+  request.dwFlags = PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL;
   request.cColorBits = 24;
   request.cDepthBits = 24;
   return request;
 }
 
 /// Gives a device context a format and a rendering context, current on the calling thread.
-HGLRC Start(HDC aDC, DWORD aFlags) {
-  const PIXELFORMATDESCRIPTOR request = Request(aFlags);
+HGLRC Start(HDC aDC) {
+  const PIXELFORMATDESCRIPTOR request = Request();
   EXPECT_TRUE(SetPixelFormat(aDC, ChoosePixelFormat(aDC, &request), &request));
   const HGLRC context = wglCreateContext(aDC);
   EXPECT_TRUE(wglMakeCurrent(aDC, context));
@@ -52,40 +39,6 @@ std::uint32_t PixelAt(int x, int y) {
 }
 
 }  // namespace
-
-TEST(MemorySurface, IsDrawnAndReadToItsLastPixel) {
-  const HDC dc = CreateCompatibleDC(nullptr);
-  void* bits = nullptr;
-  const BITMAPINFO info = Bitmap(300, 200);
-  const HBITMAP bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-  ASSERT_NE(bitmap, nullptr);
-  EXPECT_NE(bits, nullptr);
-  SelectObject(dc, bitmap);
-  const HGLRC context = Start(dc, PFD_DRAW_TO_BITMAP);
-  glClearColor(1, 0.5f, 0, 1);
-  glClear(GL_COLOR_BUFFER_BIT);
-  glReadBuffer(GL_FRONT);
-  EXPECT_EQ(PixelAt(0, 0), 0xFF8000u);
-  EXPECT_EQ(PixelAt(299, 199), 0xFF8000u);
-  EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
-  wglMakeCurrent(dc, nullptr);
-  EXPECT_EQ(wglGetCurrentContext(), nullptr);
-  wglDeleteContext(context);
-  DeleteObject(bitmap);
-  DeleteDC(dc);
-}
-
-TEST(MemorySurface, IsRefusedWhenNothingCouldBeDrawnOnIt) {
-  const HDC dc = CreateCompatibleDC(nullptr);
-  for (const auto& [width, height] :
-       {std::pair{0, 10}, {10, 0}, {-5, 10}, {10, -5}, {kHuge, 10}, {10, kHuge}}) {
-    void* bits = nullptr;
-    const BITMAPINFO info = Bitmap(width, height);
-    EXPECT_EQ(CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0), nullptr)
-        << width << 'x' << height;
-  }
-  DeleteDC(dc);
-}
 
 class HeadlessWindow : public testing::Test {
  protected:
@@ -108,8 +61,8 @@ class HeadlessWindow : public testing::Test {
 };
 
 TEST_F(HeadlessWindow, IsDescribedAsItsFormatIs) {
-  const HGLRC context = Start(m_hDC, PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW);
-  const PIXELFORMATDESCRIPTOR request = Request(PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW);
+  const HGLRC context = Start(m_hDC);
+  const PIXELFORMATDESCRIPTOR request = Request();
   const int format = ChoosePixelFormat(m_hDC, &request);
   PIXELFORMATDESCRIPTOR description{};
   const int count = DescribePixelFormat(m_hDC, format, sizeof(description), &description);
@@ -131,7 +84,7 @@ TEST_F(HeadlessWindow, IsDescribedAsItsFormatIs) {
 }
 
 TEST_F(HeadlessWindow, GrowsAtTheNextMakeCurrent) {
-  const HGLRC context = Start(m_hDC, PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW);
+  const HGLRC context = Start(m_hDC);
   EXPECT_EQ(wglGetCurrentContext(), context);
   std::thread([&] { SetWindowPos(m_hWnd, nullptr, 2147483647, 5, 150, 100, 0); }).join();
   EXPECT_EQ(wglGetCurrentContext(), nullptr) << "the drawable is too small by now";

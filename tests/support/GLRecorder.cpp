@@ -4,15 +4,11 @@
 #include "support/GLRecorder.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <charconv>
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <mutex>
 #include <set>
-#include <variant>
 
 #include "support/DriverFunction.h"
 
@@ -40,25 +36,6 @@ Recording& TheRecording() {
 }
 
 // --- text of a call ---
-
-/// An argument as the text needs it. What a function writes to is left out: std::monostate.
-using Argument = std::variant<std::monostate, double, float, long long, const double*, const float*,
-                              const int*, const void*>;
-
-template <class T>
-Argument ToArgument(T aValue) {
-  if constexpr (std::is_floating_point_v<T>) {
-    return aValue;
-  } else if constexpr (std::is_integral_v<T>) {
-    return static_cast<long long>(aValue);
-  } else if constexpr (!std::is_const_v<std::remove_pointer_t<T>>) {
-    return std::monostate();
-  } else if constexpr (std::is_constructible_v<Argument, T> && !std::is_same_v<T, const void*>) {
-    return Argument(aValue);
-  } else {
-    return static_cast<const void*>(aValue);
-  }
-}
 
 template <class Number>
 std::string NumberText(Number aValue) {
@@ -124,35 +101,30 @@ std::string IntegerText(std::string_view aFunction, std::string_view aDeclaratio
 }
 
 /// @param aParameters the parameter list as it is declared: "(GLenum plane, const GLdouble* equation)"
-template <std::size_t N>
-std::string CallText(std::string_view aFunction, std::string_view aParameters,
-                     const std::array<Argument, N>& aArguments) {
+template <class... Args>
+std::string CallText(std::string_view aFunction, std::string_view aParameters, Args... aArgs) {
   std::string text = std::string(aFunction) + "(";
-  long long lastInteger = 0;  // of a vector function: the name of what is set
+  [[maybe_unused]] long long lastInteger = 0;  // of a vector function: the name of what is set
   aParameters = aParameters.substr(1, aParameters.size() - 2);
-  for (std::size_t i = 0; i < N; ++i) {
+  [[maybe_unused]] const auto add = [&](auto value) {
     const std::size_t comma = std::min(aParameters.find(", "), aParameters.size());
     const std::string_view declaration = aParameters.substr(0, comma);
     aParameters.remove_prefix(std::min(comma + 2, aParameters.size()));
-    if (i > 0) text += ", ";
-    text += std::visit(
-        [&](auto value) -> std::string {
-          using T = decltype(value);
-          if constexpr (std::is_same_v<T, std::monostate>) {
-            return "out";
-          } else if constexpr (std::is_same_v<T, long long>) {
-            lastInteger = value;
-            return IntegerText(aFunction, declaration, value);
-          } else if constexpr (std::is_same_v<T, const void*>) {
-            return value == nullptr ? "null" : "data";
-          } else if constexpr (std::is_pointer_v<T>) {
-            return VectorText(value, VectorLength(aFunction, lastInteger));
-          } else {
-            return NumberText(value);
-          }
-        },
-        aArguments[i]);
-  }
+    if (text.back() != '(') text += ", ";
+    using T = decltype(value);
+    if constexpr (std::is_floating_point_v<T>) {
+      text += NumberText(value);
+    } else if constexpr (std::is_integral_v<T>) {
+      text += IntegerText(aFunction, declaration, lastInteger = value);
+    } else if constexpr (!std::is_const_v<std::remove_pointer_t<T>>) {
+      text += "out";  // what a function writes to
+    } else if constexpr (std::is_same_v<T, const void*> || std::is_same_v<T, const GLubyte*>) {
+      text += value == nullptr ? "null" : "data";
+    } else {
+      text += VectorText(value, VectorLength(aFunction, lastInteger));
+    }
+  };
+  (add(aArgs), ...);
   return text + ")";
 }
 
@@ -193,10 +165,7 @@ class StandIn<Result(Args...)> {
 
   Result operator()(Args... aArgs) {
     if (t_iInsideGlu == 0 && s_bStands.load(std::memory_order_relaxed)) {
-      const auto text = [&] {
-        return CallText(m_szName, m_szParameters,
-                        std::array<Argument, sizeof...(Args)>{ToArgument(aArgs)...});
-      };
+      const auto text = [&] { return CallText(m_szName, m_szParameters, aArgs...); };
       if (Note(m_szName, text)) return Result();
     }
     const InsideGlu inside(m_szName[2] == 'u');

@@ -85,7 +85,7 @@ std::unique_ptr<DrawSurface> ScriptedDisplay::MakeMemorySurface(int aWidth, int 
 }
 
 std::unique_ptr<DrawContext> ScriptedDisplay::MakeContext(const DisplayFormat& aFormat) noexcept {
-  return !Fails() && m_bMakesContexts ? m_pReal->MakeContext(aFormat) : nullptr;
+  return Fails() ? nullptr : m_pReal->MakeContext(aFormat);
 }
 
 bool ScriptedDisplay::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept {

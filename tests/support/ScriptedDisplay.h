@@ -33,7 +33,7 @@ class ScriptedDisplay : public DisplayServer {
   int m_iChosen = -1;                    ///< what ChooseFormat answers; -1: the headless display's
   std::map<int, int> m_FormatOfSamples;  ///< multisample formats by count
   DWORD m_dwPlatformId = 2;
-  bool m_bMakesWindows = true, m_bMakesContexts = true;
+  bool m_bMakesWindows = true;
   int m_iFault = -1;  ///< the number of the one operation that fails, of all that can, from 0; -1: none
 
   // What was seen.
