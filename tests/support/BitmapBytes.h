@@ -7,7 +7,7 @@
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// The fields of a file that its readers look at, and what follows them.
+/// The fields of a file that readers look at, and what follows them.
 struct BitmapBytes {
   std::int32_t m_iWidth = 1;
   std::int32_t m_iHeight = 1;
@@ -23,6 +23,7 @@ struct BitmapBytes {
       for (int i = 0; i < aCount; ++i) file[aPlace++] = static_cast<std::uint8_t>(aValue >> 8 * i);
     };
     put(0, 0x4D42, 2);
+    put(2, 54 + m_Table.size() + m_Pixels.size(), 4);
     put(10, 54 + m_Table.size(), 4);
     put(14, 40, 4);
     put(18, static_cast<std::uint32_t>(m_iWidth), 4);
