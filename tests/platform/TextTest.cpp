@@ -8,11 +8,14 @@
 
 namespace {
 
+/// A text as the operations take it.
+const GLWCHAR* Units(const std::u16string& aText) { return reinterpret_cast<const GLWCHAR*>(aText.data()); }
+
 std::string ToBytes(UINT aCodePage, const std::u16string& aText) {
   const int units = static_cast<int>(aText.size());
-  const int need = WideCharToMultiByte(aCodePage, 0, aText.data(), units, nullptr, 0, nullptr, nullptr);
+  const int need = WideCharToMultiByte(aCodePage, 0, Units(aText), units, nullptr, 0, nullptr, nullptr);
   std::string bytes(static_cast<std::size_t>(need), '\0');
-  EXPECT_EQ(WideCharToMultiByte(aCodePage, 0, aText.data(), units, bytes.data(), need, nullptr, nullptr),
+  EXPECT_EQ(WideCharToMultiByte(aCodePage, 0, Units(aText), units, bytes.data(), need, nullptr, nullptr),
             need);
   return bytes;
 }
@@ -21,14 +24,16 @@ std::u16string ToWide(UINT aCodePage, const std::string& aBytes) {
   const int count = static_cast<int>(aBytes.size());
   const int need = MultiByteToWideChar(aCodePage, 0, aBytes.data(), count, nullptr, 0);
   std::u16string wide(static_cast<std::size_t>(need), u'\0');
-  EXPECT_EQ(MultiByteToWideChar(aCodePage, 0, aBytes.data(), count, wide.data(), need), need);
+  EXPECT_EQ(
+      MultiByteToWideChar(aCodePage, 0, aBytes.data(), count, reinterpret_cast<GLWCHAR*>(wide.data()), need),
+      need);
   return wide;
 }
 
 }  // namespace
 
 TEST(Text, EveryByteComesBackFromItsCharacter) {
-  for (const UINT codePage : {CP_ACP, CP_THREAD_ACP, UINT{1252}}) {
+  for (const UINT codePage : {UINT{CP_ACP}, UINT{CP_THREAD_ACP}, UINT{1252}}) {
     for (int byte = 0; byte < 256; ++byte) {
       const std::string text(1, static_cast<char>(byte));
       const std::u16string wide = ToWide(codePage, text);
@@ -49,7 +54,7 @@ TEST(Text, ConvertsBetweenItsCodePages) {
        "\x80\x93"
        "d\xFC\xDF\x94\x85\x99\x9F",
        true},
-      {CP_ACP, u"\u0100\u4E2D", "??", false},
+      {CP_ACP, u"\u0416\u4E2D", "??", false},
       {CP_ACP,
        u"a\xD83D\xDE00"
        u"b",
@@ -80,15 +85,15 @@ TEST(Text, MalformedUtf8BecomesReplacements) {
 TEST(Text, StaysWithinItsBlock) {
   BOOL used = FALSE;
   char bytes[5] = "####";
-  EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, u"abc", -1, bytes, 3, nullptr, nullptr), 0)
+  EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, Units(u"abc"), -1, bytes, 3, nullptr, nullptr), 0)
       << "no room for the end";
   EXPECT_EQ(bytes[3], '#');
-  EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, u"a\u4E2Dc", -1, bytes, 4, "*", &used), 4);
+  EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, Units(u"a\u4E2Dc"), -1, bytes, 4, "*", &used), 4);
   EXPECT_STREQ(bytes, "a*c");
   EXPECT_TRUE(used);
   GLWCHAR wide[3] = {u'#', u'#', u'#'};
-  EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "\xF0\x9F\x98\x80", 4, wide, 1), 0);
-  EXPECT_EQ(wide[1], u'#');
+  EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, "\xF0\x9F\x98\x80z", 5, wide, 2), 0);
+  EXPECT_EQ(wide[2], u'#');
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, nullptr, 1, bytes, 4, nullptr, nullptr), 0);
   EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "a", 0, wide, 3), 0);
 }

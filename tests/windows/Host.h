@@ -4,6 +4,7 @@
 
 #include <gllib/GLLibHost.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <condition_variable>
@@ -121,12 +122,12 @@ class Reading final : public GLViewerGaugeBase {
     const std::scoped_lock hold(m_Lock);
     return m_aPixels[place(aY, HostWindow::kHeight) * HostWindow::kWidth + place(aX, HostWindow::kWidth)];
   }
-  /// How many pixels of the last frame aren't as the one in the lower left corner.
-  int Covered() const {
+  /// How many pixels of the last frame aren't as the one in the lower left corner; of all rows or of some.
+  int Covered(int aFirst = 0, int aLast = HostWindow::kHeight) const {
     const std::scoped_lock hold(m_Lock);
-    int covered = 0;
-    for (const Pixel& pixel : m_aPixels) covered += pixel != m_aPixels.front();
-    return covered;
+    return static_cast<int>(std::count_if(m_aPixels.begin() + aFirst * HostWindow::kWidth,
+                                          m_aPixels.begin() + aLast * HostWindow::kWidth,
+                                          [&](const Pixel& pixel) { return pixel != m_aPixels.front(); }));
   }
 
  private:

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <string>
 
@@ -23,6 +24,37 @@ class Sphere final : public GLPainterBase {
     DrawSphere(*aCanvas, {0, 0, 0}, kRadius);
     return S_OK;
   }
+};
+
+constexpr int kFonts = 4, kInternal = 3;
+
+/// Where a font's line stands, from -1 to 1.
+constexpr double LineOf(int aFont) { return 0.6 - 0.5 * aFont; }
+
+/// Prints a word in each kind of font, one below the other.
+class Words final : public GLPainterBase {
+ public:
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
+    aCanvas->BeginDrawPoints();  // sends the state of the canvas, which text leaves alone
+    aCanvas->EndDrawVertices();
+    glDisable(GL_LIGHTING);
+    GLDATA_RGBA color = {1, 1, 1, 1};
+    aCanvas->SetVertexColor(&color);
+    for (int i = 0; i < kFonts; ++i) {
+      const double scale = i == kInternal ? 0.02 : 1;
+      GLDATA_POINT start = {-0.9 / scale, LineOf(i) / scale, 0};
+      glPushMatrix();
+      glScaled(scale, scale, 1);
+      m_iResults[i] = m_Fonts[i]->Print(m_Text, &start);
+      glPopMatrix();
+    }
+    m_uError = glGetError();
+    return S_OK;
+  }
+  const GLString m_Text = "Gl";
+  GLPtr<IGLFont> m_Fonts[kFonts];
+  std::atomic<HRESULT> m_iResults[kFonts] = {};
+  std::atomic<GLenum> m_uError{0};
 };
 
 /// A painter that holds the last reference to its context and lets go of it on the draw thread.
@@ -91,6 +123,38 @@ TEST(RegisteredModule, DrawsALitModelAndPicksIt) {
   };
   EXPECT_EQ(pick(0.1, 0.1), std::vector<ULONG>{7});
   EXPECT_EQ(pick(0.9, 0.9), std::vector<ULONG>{});
+}
+
+TEST(RegisteredModule, PrintsInAllFourKindsOfFont) {
+  const Apartment apartment;
+  const HostWindow window;
+  const auto context = window.MakeContext();
+  ASSERT_TRUE(context);
+  IGLViewer* viewer = AddViewer(*context);
+  ASSERT_NE(viewer, nullptr);
+  const auto words = GLMake<Words>();
+  const GLString face = "Arial";
+  IGLFont *raster = nullptr, *outlines = nullptr;
+  EXPECT_EQ(context->CreateSystemFont(words->m_Fonts[0].Put()), S_OK);
+  EXPECT_EQ(context->CreateRasterFont(face, 0, 400, 0, -24, 0, &raster), S_OK);
+  EXPECT_EQ(context->CreateTrueTypeFont(face, 0, 400, 0, 0, &outlines), S_OK);
+  EXPECT_EQ(context.As<IGLContext2>()->CreateInternalFont(GLString("HAND"), words->m_Fonts[kInternal].Put()),
+            S_OK);
+  ASSERT_TRUE(raster != nullptr && outlines != nullptr);
+  words->m_Fonts[1] = GLPtr<IGLFont>::FromBorrowed(raster);
+  words->m_Fonts[2] = GLPtr<IGLFont>::FromBorrowed(outlines);
+  outlines->SetHeight(0.4f);
+  outlines->SetWidth(0.4f);
+  const auto reading = Read(*viewer);
+  context->AttachPainter(words.Get());
+  const int first = reading->Frames();
+  ASSERT_TRUE(PumpUntil([&] { return reading->Frames() > first + 3; }));
+  EXPECT_EQ(words->m_uError, GLenum{GL_NO_ERROR});
+  for (int i = 0; i < kFonts; ++i) {
+    EXPECT_EQ(words->m_iResults[i], S_OK) << i;
+    const int row = static_cast<int>((LineOf(i) + 1) / 2 * HostWindow::kHeight);
+    EXPECT_GT(reading->Covered(std::max(row - 4, 0), row + 30), 30) << i;
+  }
 }
 
 TEST(RegisteredModule, MakesObjectsInBothKindsOfApartment) {

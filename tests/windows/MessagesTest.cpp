@@ -105,6 +105,23 @@ TEST_F(Messages, OfColoursRebuildAllContextsThroughTheFirstOnesTopLevelWindow) {
   EXPECT_TRUE(PumpUntil([&] { return rebuilt(0) && rebuilt(1); }));
 }
 
+TEST_F(Messages, AWindowThatSticksOutOfTheWorkAreaStandsWhereItStoodAfterwards) {
+  const HWND host = m_Windows[0].Handle();
+  m_Contexts[0].Reset();
+  MoveWindow(host, -120, -90, HostWindow::kWidth, HostWindow::kHeight, TRUE);
+  m_Contexts[0] = m_Windows[0].MakeContext();
+  ASSERT_TRUE(m_Contexts[0]);
+  RECT place{};
+  GetWindowRect(host, &place);
+  EXPECT_EQ(place.left, -120);
+  EXPECT_EQ(place.top, -90);
+  EXPECT_TRUE(LockWindowUpdate(host)) << "nobody holds the lock on drawing any more";
+  LockWindowUpdate(nullptr);
+  GetWindowRect(WindowOf(*m_Contexts[0]), &place);
+  EXPECT_EQ(place.left, -120) << "the child stands in its corner";
+  EXPECT_EQ(place.right, -120 + HostWindow::kWidth);
+}
+
 TEST_F(Messages, TheParentsEndStopsTheContextBelowItAlone) {
   GLPtr<Reading> readings[2];
   for (int i = 0; i < 2; ++i) {

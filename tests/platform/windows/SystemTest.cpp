@@ -1,0 +1,44 @@
+// What the system's own operations do where ours stand in for them on Linux: priorities, versions, monitors.
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "platform/SystemInfo.h"
+#include "platform/ThreadPriority.h"
+#include "platform/Window.h"
+
+TEST(System, GivesAThreadTheNearestPriorityThatThereIs) {
+  std::thread([] {
+    const int before = GetThreadPriority(GetCurrentThread());
+    const struct {
+      int m_iAsked, m_iNearest;
+    } cases[] = {{0, 0},       {-1, -1}, {-2, -2}, {-8, -2}, {-9, -15},
+                 {-1000, -15}, {1, 1},   {2, 2},   {8, 2},   {9, 15}};
+    for (const auto& [asked, nearest] : cases) {
+      EXPECT_TRUE(SetPriorityOfThread(ThisThreadNumber(), asked)) << asked;
+      EXPECT_EQ(GetThreadPriority(GetCurrentThread()), nearest) << asked;
+    }
+    SetPriorityOfThread(ThisThreadNumber(), before);
+  }).join();
+  EXPECT_FALSE(SetPriorityOfThread(0x7FFFFFFF, -1)) << "no such thread";
+}
+
+TEST(System, TellsThatItDrawsOffScreen) {
+  OSVERSIONINFOA info{};
+  info.dwOSVersionInfoSize = sizeof(info);
+  ASSERT_TRUE(GetVersionExA(&info));
+  EXPECT_EQ(info.dwPlatformId, DWORD{VER_PLATFORM_WIN32_NT});
+}
+
+TEST(System, TellsTheWorkAreaOfAWindowsMonitor) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof(monitor);
+  ASSERT_TRUE(GetMonitorInfoA(MonitorFromWindow(nullptr, MONITOR_DEFAULTTOPRIMARY), &monitor));
+  RECT area{};
+  ASSERT_TRUE(SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0));
+  EXPECT_TRUE(EqualRect(&monitor.rcWork, &area));
+  RECT both{};
+  EXPECT_TRUE(IntersectRect(&both, &area, &monitor.rcMonitor));
+  EXPECT_TRUE(EqualRect(&both, &area)) << "it lies within its monitor";
+}
