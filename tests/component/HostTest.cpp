@@ -36,16 +36,6 @@ class HostRegistry : public testing::Test {
   const TestRegistry m_Registry;
 };
 
-class Painter final : public GLPainterBase {
- public:
-  explicit Painter(bool& aGone) : m_bGone(aGone) {}
-  ~Painter() override { m_bGone = true; }
-  HRESULT Draw(IGLCanvas*, IGLContext*, IGLViewer*) noexcept override { return S_OK; }
-
- private:
-  bool& m_bGone;
-};
-
 class Capture final : public GLCaptureBase {
  public:
   HRESULT OnData(LONG) noexcept override { return S_OK; }
@@ -130,20 +120,6 @@ TEST_F(HostRegistry, TellsWhatIsWrongWithARegistration) {
   EXPECT_EQ(Make("Gl.GLCollection.1"), CO_E_ERRORINDLL);
   Write("user.reg", kCollection, GLLIB_MODULE_FILE);
   EXPECT_EQ(Make("Gl.GLCollection.1"), S_OK) << "the user's entry comes first";
-}
-
-TEST(HostClients, EndWithTheirLastReference) {
-  bool gone = false;
-  auto painter = GLMake<Painter>(gone);
-  void* other = &other;
-  EXPECT_EQ(painter->QueryInterface(IID_IGLCapture, &other), E_NOINTERFACE);
-  EXPECT_EQ(other, nullptr);
-  auto face = painter.As<IGLPainter>();
-  EXPECT_EQ(face.Get(), painter.Get());
-  painter.Reset();
-  EXPECT_FALSE(gone);
-  face.Reset();
-  EXPECT_TRUE(gone);
 }
 
 TEST(HostClients, CaptureServesEachRequestOnce) {

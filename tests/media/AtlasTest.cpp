@@ -36,20 +36,12 @@ Cell CellOf(const char* aName, int aCode) {
   return cell;
 }
 
-struct Lines {
-  int m_iFirst, m_iLast;
-
-  friend bool operator==(const Lines&, const Lines&) = default;
-};
-
-Lines LinesOf(const Cell& aCell) {
-  Lines lines{-1, -1};
-  for (int i = 0; i < 16; ++i) {
-    if (aCell[static_cast<std::size_t>(i)] == 0) continue;
-    if (lines.m_iFirst < 0) lines.m_iFirst = i;
-    lines.m_iLast = i;
-  }
-  return lines;
+/// The first and the last line with a texel.
+std::pair<int, int> LinesOf(const Cell& aCell) {
+  const auto isUsed = [](unsigned aLine) { return aLine != 0; };
+  const auto first = std::find_if(aCell.begin(), aCell.end(), isUsed);
+  const auto last = std::find_if(aCell.rbegin(), aCell.rend(), isUsed);
+  return {first - aCell.begin(), aCell.rend() - last - 1};
 }
 
 bool IsOfTheHand(int aCode) {
@@ -92,14 +84,14 @@ TEST(Atlas, SharesAllCellsButThoseOfItsHand) {
 TEST(Atlas, StandsOnTheLinesOfItsKindOfLetter) {
   const struct {
     const char* m_szName;
-    Lines m_Capitals, m_Small;
+    std::pair<int, int> m_Capitals, m_Small;
   } sheets[] = {{"SANSSERIF", {2, 11}, {5, 11}}, {"HAND", {1, 12}, {5, 12}}};
   for (const auto& sheet : sheets) {
     for (char c = 'A'; c <= 'Z'; ++c) EXPECT_EQ(LinesOf(CellOf(sheet.m_szName, c)), sheet.m_Capitals) << c;
     for (const char c : std::string("acemnorsuvwxz"))
       EXPECT_EQ(LinesOf(CellOf(sheet.m_szName, c)), sheet.m_Small) << c;
     for (const char c : std::string("gpqy"))
-      EXPECT_EQ(LinesOf(CellOf(sheet.m_szName, c)), (Lines{5, 14})) << c;
+      EXPECT_EQ(LinesOf(CellOf(sheet.m_szName, c)), std::pair(5, 14)) << c;
     Cell underscore{};
     underscore[14] = 0xFF;
     EXPECT_EQ(CellOf(sheet.m_szName, '_'), underscore);

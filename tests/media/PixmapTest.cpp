@@ -135,14 +135,9 @@ TEST_F(Pixmap, PlacesAndClipCountFromTheTopLeftAndStayInside) {
   }
   EXPECT_EQ(m_Pixmap->SetClip(1, 1, 2, 1), S_OK);
   const auto before = Shape();
-  for (const auto& [x, y, w, h] : {std::array{-1, 0, 1, 1},
-                                   {0, -1, 1, 1},
-                                   {0, 0, 0, 1},
-                                   {0, 0, 1, 0},
-                                   {0, 0, 4, 1},
-                                   {1, 1, 1, 2},
-                                   {kMost, 0, kMost, 1},
-                                   {0, kMost, 1, kMost}}) {
+  const int refused[][4] = {{-1, 0, 1, 1}, {0, -1, 1, 1}, {0, 0, 0, 1},         {0, 0, 1, 0},
+                            {0, 0, 4, 1},  {1, 1, 1, 2},  {kMost, 0, kMost, 1}, {0, kMost, 1, kMost}};
+  for (const auto& [x, y, w, h] : refused) {
     EXPECT_EQ(m_Pixmap->SetClip(x, y, w, h), E_GL_BADVALUE) << x << ' ' << y << ' ' << w << ' ' << h;
   }
   EXPECT_EQ(Shape(), before);
@@ -173,17 +168,10 @@ TEST_F(Pixmap, ScaleColor256KeepsTheLowByteOfEveryProduct) {
   std::vector<float> table(256, 1.0f);
   const auto scale = [&] { return m_Pixmap->ScaleColor256(256, table.data()); };
   EXPECT_EQ(After(EveryValue(), scale), EveryValue());
-  for (const auto& [factor, expected] : {std::pair{2.0f, 144},
-                                         {0.5f, 100},
-                                         {0.001f, 0},
-                                         {-1.0f, 56},
-                                         {-0.004f, 0},
-                                         {-0.0051f, 255},
-                                         {8388.61f, 154},
-                                         {1e30f, 0},
-                                         {-1e30f, 0},
-                                         {kInfinity, 0},
-                                         {kNaN, 0}}) {
+  const std::pair<float, int> products[] = {{2.0f, 144},  {0.5f, 100},     {0.001f, 0},     {-1.0f, 56},
+                                            {-0.004f, 0}, {-0.0051f, 255}, {8388.61f, 154}, {1e30f, 0},
+                                            {-1e30f, 0},  {kInfinity, 0},  {kNaN, 0}};
+  for (const auto& [factor, expected] : products) {
     table[200] = factor;
     const auto value = static_cast<std::uint8_t>(expected);
     EXPECT_EQ(After({{200, 7, 200, 200}}, scale), (Image{{value, 7, value, 200}})) << factor;
@@ -193,25 +181,17 @@ TEST_F(Pixmap, ScaleColor256KeepsTheLowByteOfEveryProduct) {
 
 TEST_F(Pixmap, MakesNegativesAndMonochromes) {
   const Image image = {{0, 100, 255, 3}, {255, 255, 255, 200}};
-  EXPECT_EQ(After(image, [&] { return m_Pixmap->MakeNegative(0); }),
-            (Image{{255, 155, 0, 3}, {0, 0, 0, 200}}));
-  EXPECT_EQ(After(image, [&] { return m_Pixmap->MakeNegative(-1); }),
-            (Image{{255, 155, 0, 252}, {0, 0, 0, 55}}));
-  EXPECT_EQ(After(image,
-                  [&] {
-                    return m_Pixmap->MakeMonochrome({255, 255, 255, 9});
-                  }),
-            (Image{{39, 39, 39, 3}, {85, 85, 85, 200}}));
-  EXPECT_EQ(After(image,
-                  [&] {
-                    return m_Pixmap->MakeMonochrome({0, 0, 0, 255});
-                  }),
-            (Image{{39, 39, 39, 3}, {84, 84, 84, 200}}));
-  EXPECT_EQ(After(image,
-                  [&] {
-                    return m_Pixmap->MakeMonochrome({7, 0, 0, 255});
-                  }),
-            (Image{{118, 0, 0, 3}, {255, 0, 0, 200}}));
+  const auto negative = [&](LONG aAlpha) {
+    return After(image, [&] { return m_Pixmap->MakeNegative(aAlpha); });
+  };
+  EXPECT_EQ(negative(0), (Image{{255, 155, 0, 3}, {0, 0, 0, 200}}));
+  EXPECT_EQ(negative(-1), (Image{{255, 155, 0, 252}, {0, 0, 0, 55}}));
+  const auto monochrome = [&](Pixel aColor) {
+    return After(image, [&] { return m_Pixmap->MakeMonochrome(aColor); });
+  };
+  EXPECT_EQ(monochrome({255, 255, 255, 9}), (Image{{39, 39, 39, 3}, {85, 85, 85, 200}}));
+  EXPECT_EQ(monochrome({0, 0, 0, 255}), (Image{{39, 39, 39, 3}, {84, 84, 84, 200}}));
+  EXPECT_EQ(monochrome({7, 0, 0, 255}), (Image{{118, 0, 0, 3}, {255, 0, 0, 200}}));
 }
 
 TEST_F(Pixmap, LoadsAFileOfAnyNameAndKeepsItWhenTheNextOneCantBeLoaded) {

@@ -186,14 +186,10 @@ TEST(TextureGL, LevelsAreMadeOnceForEveryImageAndSize) {
 }
 
 TEST(TextureGL, PixelStoreOfTheHostNeitherShowsNorChanges) {
-  constexpr std::array<std::pair<GLenum, GLint>, 8> kStore = {{{GL_UNPACK_ALIGNMENT, 8},
-                                                               {GL_UNPACK_ROW_LENGTH, 99},
-                                                               {GL_UNPACK_SKIP_ROWS, 7},
-                                                               {GL_UNPACK_SKIP_PIXELS, 50000},
-                                                               {GL_PACK_ALIGNMENT, 8},
-                                                               {GL_PACK_ROW_LENGTH, 77},
-                                                               {GL_PACK_SKIP_ROWS, 5},
-                                                               {GL_PACK_SKIP_PIXELS, 50000}}};
+  constexpr std::pair<GLenum, GLint> kStore[] = {{GL_UNPACK_ALIGNMENT, 8}, {GL_UNPACK_ROW_LENGTH, 99},
+                                                 {GL_UNPACK_SKIP_ROWS, 7}, {GL_UNPACK_SKIP_PIXELS, 50000},
+                                                 {GL_PACK_ALIGNMENT, 8},   {GL_PACK_ROW_LENGTH, 77},
+                                                 {GL_PACK_SKIP_ROWS, 5},   {GL_PACK_SKIP_PIXELS, 50000}};
   const auto draw = [&](bool aStore) {
     return DrawPlainGL(64, 64, [&] {
       glFrustum(-1, 1, -1, 1, 1, 10);

@@ -94,22 +94,16 @@ TEST_F(Collection, AWalkEndsOutsideTheSlotsAndDoesNotComeBack) {
   EXPECT_EQ(m_Coll->GetLast(&position, &member), E_FAIL);
   EXPECT_EQ(position.m_iIndex, -1);
   Fill(0, 3);  // slots 9, 8, 7
-  struct Case {
-    bool m_bUp;
-    int m_iFrom, m_iTo;
-    bool m_bFound;
-  };
   constexpr int kMin = std::numeric_limits<int>::min(), kMax = std::numeric_limits<int>::max();
-  for (const auto& [up, from, to, found] : std::initializer_list<Case>{{true, 0, 7, true},
-                                                                       {true, 9, 10, false},
-                                                                       {true, 10, 11, false},
-                                                                       {true, -1, -1, false},
-                                                                       {true, kMax, kMax, false},
-                                                                       {false, 9, 8, true},
-                                                                       {false, 7, -1, false},
-                                                                       {false, -1, -2, false},
-                                                                       {false, 10, 10, false},
-                                                                       {false, kMin, kMin, false}}) {
+  const struct {
+    bool up;
+    int from, to;
+    bool found;
+  } cases[] = {{true, 0, 7, true},        {true, 9, 10, false},      {true, 10, 11, false},
+               {true, -1, -1, false},     {true, kMax, kMax, false}, {false, 9, 8, true},
+               {false, 7, -1, false},     {false, -1, -2, false},    {false, 10, 10, false},
+               {false, kMin, kMin, false}};
+  for (const auto& [up, from, to, found] : cases) {
     position.m_iIndex = from;
     const Step step = up ? &IGLCollection::GetNext : &IGLCollection::GetPrev;
     EXPECT_EQ((m_Coll.Get()->*step)(&position, &member), found ? S_OK : E_FAIL) << from;

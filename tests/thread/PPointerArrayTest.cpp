@@ -27,15 +27,11 @@ TEST(PointerArray, FillsTheLowestFreeSlotAndKeepsItDuringAWalk) {
 }
 
 TEST(PointerArray, PacksInOrderOnceTenSlotsAreFree) {
-  struct Case {
-    int m_iElements, m_iRemoved, m_iSlots, m_iFirst;  // m_iFirst: the slot of the first that is left
-  };
-  for (const auto& [elements, removed, slots, first] : std::initializer_list<Case>{{21, 0, 30, 0},
-                                                                                   {30, 9, 30, 9},
-                                                                                   {30, 10, 20, 0},
-                                                                                   {30, 21, 10, 0},
-                                                                                   {11, 10, 10, 0},
-                                                                                   {10, 10, 0, 0}}) {
+  const struct {
+    int elements, removed, slots, first;  // first: the slot of the first that is left
+  } cases[] = {{21, 0, 30, 0},  {30, 9, 30, 9},  {30, 10, 20, 0},
+               {30, 21, 10, 0}, {11, 10, 10, 0}, {10, 10, 0, 0}};
+  for (const auto& [elements, removed, slots, first] : cases) {
     int pool[30];
     PPointerArray<int> array;
     for (int i = 0; i < elements; ++i) array.Add(&pool[i]);

@@ -60,18 +60,12 @@ struct ScriptedClock final : PClock {
 }  // namespace
 
 TEST(Thread, PausesForTheRestOfThePreferredCycleButNeverBelowTheMustSleep) {
-  struct Case {
-    DWORD m_dwStart, m_dwEnd, m_dwPreferred, m_dwMustSleep, m_dwSleep, m_dwLast;
-  };
-  for (const auto& [start, end, preferred, must, sleep, last] :
-       std::initializer_list<Case>{{100, 129, 40, 10, 11, 40},
-                                   {100, 131, 40, 10, 10, 41},
-                                   {100, 140, 40, 10, 10, 50},
-                                   {100, 160, 40, 10, 10, 70},
-                                   {100, 100, 10, 40, 40, 40},
-                                   {0xFFFFFFFB, 5, 40, 10, 30, 40},
-                                   {100, 100, 0, 0, 0, 0},
-                                   {100, 99, 40, 10, 10, 9}}) {
+  const struct {
+    DWORD start, end, preferred, must, sleep, last;
+  } cases[] = {{100, 129, 40, 10, 11, 40}, {100, 131, 40, 10, 10, 41}, {100, 140, 40, 10, 10, 50},
+               {100, 160, 40, 10, 10, 70}, {100, 100, 10, 40, 40, 40}, {0xFFFFFFFB, 5, 40, 10, 30, 40},
+               {100, 100, 0, 0, 0, 0},     {100, 99, 40, 10, 10, 9}};
+  for (const auto& [start, end, preferred, must, sleep, last] : cases) {
     EXPECT_EQ(PPause::After(start, end, preferred, must).m_dwSleep, sleep) << start << " to " << end;
     EXPECT_EQ(PPause::After(start, end, preferred, must).m_dwLastCycle, last) << start << " to " << end;
   }

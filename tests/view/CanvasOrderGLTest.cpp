@@ -221,10 +221,11 @@ TEST_F(CanvasOrder, ClipPlanesSwitchOnlyWhereTheyAreInForce) {
   OnGL([&] {
     EXPECT_EQ(CallsOf([&] { canvas->EnableClipPlanes(1); }), Calls());
     site.m_bClipPlanes = true;
-    const Calls calls = CallsOf([&] { canvas->EnableClipPlanes(1), canvas->EnableClipPlanes(0); });
-    EXPECT_EQ(calls.size(), 2 * static_cast<std::size_t>(g_iMaxClipPlanes));
-    EXPECT_EQ(calls.front(), "glEnable(GL_CLIP_PLANE0)");
-    EXPECT_EQ(calls.back(), "glDisable(" + std::to_string(GL_CLIP_PLANE0 + g_iMaxClipPlanes - 1) + ")");
+    const auto plain = [] {
+      for (int i = 0; i < g_iMaxClipPlanes; ++i) glEnable(GL_CLIP_PLANE0 + static_cast<GLenum>(i));
+      for (int i = 0; i < g_iMaxClipPlanes; ++i) glDisable(GL_CLIP_PLANE0 + static_cast<GLenum>(i));
+    };
+    EXPECT_EQ(CallsOf([&] { canvas->EnableClipPlanes(1), canvas->EnableClipPlanes(0); }), CallsOf(plain));
   });
 }
 

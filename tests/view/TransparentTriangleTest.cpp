@@ -64,27 +64,25 @@ TEST(TransparentTriangles, GiveOnlyWhatTheyHold) {
     GLDATA_POINT points[3] = {{x, 0, 0}, {x, 1, 0}, {x, 0, 1}};
     canvas->AddTransparentTriangle(points, &g_asColors[0]);
   }
-  struct Request {
-    LONG m_iOffset, m_iCount;
-    HRESULT m_Result;
-    double m_dFirst;  // x of the first record; 0 when nothing is written
-  };
-  const Request requests[] = {{0, 2, S_OK, 1},
-                              {1, 1, S_OK, 2},
-                              {-5, 2, S_OK, 1},
-                              {0, 0, S_OK, 0},
-                              {2, 0, S_OK, 0},
-                              {0, -3, S_OK, 0},
-                              {1, 2, E_INVALIDARG, 0},
-                              {0, 3, E_INVALIDARG, 0},
-                              {3, 0, E_INVALIDARG, 0},
-                              {INT_MIN, 3, E_INVALIDARG, 0},
-                              {INT_MAX, INT_MAX, E_INVALIDARG, 0}};
-  for (const Request& request : requests) {
+  const struct {
+    LONG offset, count;
+    HRESULT result;
+    double first;  // x of the first record; 0 when nothing is written
+  } requests[] = {{0, 2, S_OK, 1},
+                  {1, 1, S_OK, 2},
+                  {-5, 2, S_OK, 1},
+                  {0, 0, S_OK, 0},
+                  {2, 0, S_OK, 0},
+                  {0, -3, S_OK, 0},
+                  {1, 2, E_INVALIDARG, 0},
+                  {0, 3, E_INVALIDARG, 0},
+                  {3, 0, E_INVALIDARG, 0},
+                  {INT_MIN, 3, E_INVALIDARG, 0},
+                  {INT_MAX, INT_MAX, E_INVALIDARG, 0}};
+  for (const auto& [offset, count, result, first] : requests) {
     records[0] = {};
-    EXPECT_EQ(canvas->GetTransparentTriangles(request.m_iOffset, request.m_iCount, records), request.m_Result)
-        << request.m_iOffset << ", " << request.m_iCount;
-    EXPECT_EQ(records[0].m_sPoints[0].x, request.m_dFirst) << request.m_iOffset << ", " << request.m_iCount;
+    EXPECT_EQ(canvas->GetTransparentTriangles(offset, count, records), result) << offset << ", " << count;
+    EXPECT_EQ(records[0].m_sPoints[0].x, first) << offset << ", " << count;
   }
   EXPECT_EQ(canvas->GetTransparentTriangles(0, 1, nullptr), E_INVALIDARG);
   EXPECT_EQ(canvas->AddTransparentTriangle3(g_asFace, g_asColors, nullptr), E_INVALIDARG);
