@@ -11,7 +11,7 @@
 #include "platform/GL.h"
 #include "support/Counting.h"
 #include "support/Eventually.h"
-#include "support/Scene.h"
+#include "support/RichScene.h"
 
 namespace {
 
@@ -32,80 +32,7 @@ Picture PictureIn(IGLPixmap& aPixmap) {
   return picture;
 }
 
-/// Text of all four kinds, both kinds of texture, and triangles from a compiled list.
-class RichScene {
- public:
-  /// @param aWhole false leaves out what takes long to build: the fonts of the system, and the textures
-  explicit RichScene(bool aWhole) : m_bWhole(aWhole) {}
-
-  void Draw(IGLCanvas& aCanvas, IGLContext& aContext) {
-    if (!m_Fonts[0]) Make(aContext);
-    m_Attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_SHOW_FRONT | GLDM_SHOW_BACK), 1);
-    aCanvas.SetDrawAttributes(m_Attributes.Get());
-    DrawList(aCanvas);
-    if (m_bWhole) DrawTextures(aContext);
-    GLDATA_RGBA white{1, 1, 1, 1};
-    aCanvas.SetVertexColor(&white);
-    GLDATA_POINT start{-45, 45, -1};
-    for (const auto& font : m_Fonts) {
-      start.y -= 15;
-      EXPECT_TRUE(!font || font->Print(GLString("Text &8"), &start) == S_OK);
-    }
-  }
-
-  std::atomic<int> compiled{0};
-
- private:
-  void Make(IGLContext& aContext) {
-    m_Fonts = MakeFonts(aContext, m_bWhole);
-    if (!m_bWhole) return;
-    m_Fonts[3]->SetWidth(15);
-    m_Fonts[3]->SetHeight(15);
-    m_Image->Initialize(8, 8, {255, 160, 40, 255});
-    for (int i = 0; i < 8; ++i) m_Image->SetPixel(i, i, {40, 80, 255, 255});
-    m_Square->Initialize(m_Image.Get());
-    m_Strip->Initialize(m_Image.Get());
-  }
-  void DrawList(IGLCanvas& aCanvas) {
-    LONG valid = 0;
-    aCanvas.IsCompiledList(m_iList, &valid);
-    if (valid == 0) {
-      ++compiled;
-      aCanvas.BeginCompileList(&m_iList);
-      aCanvas.BeginDrawTriangles();
-      GLDATA_RGBA colors[] = {{1, 0, 0, 1}, {0, 1, 0, 1}, {0, 0, 1, 1}};
-      for (int i = 0; i < 3; ++i) {
-        aCanvas.SetVertexColor(&colors[i]);
-        aCanvas.Vertex3d(i == 0 ? -60 : 60, i == 2 ? 45 : -45, -10);
-      }
-      aCanvas.EndDrawVertices();
-      aCanvas.EndCompileList();
-    }
-    aCanvas.DrawCompiledList(m_iList);
-  }
-  void DrawTextures(IGLContext& aContext) {
-    GLDATA_POINT normal{0, 0, 1};
-    GLDATA_POINT corners[] = {{5, -40, -5}, {40, -35, -5}, {35, -5, -5}, {0, -10, -5}};
-    m_Square->BeginDraw(&aContext, GLTM_DECAL, 0, 0, 0, &normal, nullptr);
-    for (int i = 0; i < 4; ++i) m_Square->Draw(i == 1 || i == 2, i > 1, &corners[i]);
-    m_Square->EndDraw();
-    m_Strip->BeginDraw(&aContext, GLTM_DECAL, 1, 1, 0, &normal, nullptr);
-    for (auto& corner : corners) corner.y += 40;
-    m_Strip->Draw(&corners[0], 0, &corners[3], 0);
-    m_Strip->Draw(&corners[1], 1, &corners[2], 1);
-    m_Strip->EndDraw();
-  }
-
-  const bool m_bWhole;
-  GLPtr<IGLDrawAttr> m_Attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
-  GLPtr<IGLPixmap> m_Image = GLCreate<IGLPixmap>(CLSID_GLPixmap);
-  GLPtr<IGLTexture2D> m_Square = GLCreate<IGLTexture2D>(CLSID_GLTexture2D);
-  GLPtr<IGLTexture1D> m_Strip = GLCreate<IGLTexture1D>(CLSID_GLTexture1D);
-  Fonts m_Fonts;
-  int m_iList = 0;
-};
-
-/// A context with such a scene, free-running.
+/// A context with a rich scene, free-running.
 struct Captured {
   RichScene scene;
   GLPtr<TestCapture> capture = GLMake<TestCapture>();
@@ -136,7 +63,7 @@ struct Captured {
 
  private:
   void Draw(Scene& aScene) {
-    scene.Draw(aScene.Canvas(), aScene.Context());
+    scene.Draw(aScene);
     int width = 0;
     aScene.Context().GetViewportWidth(&width);
     if (width != m_iWidth || !m_bRead.exchange(false)) return;

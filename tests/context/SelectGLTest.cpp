@@ -196,30 +196,21 @@ TEST(Select, RefusesWhatNobodyCouldServe) {
 
 TEST(Select, RefusesTheOneThatWouldCloseACircleOfWaitingPainters) {
   constexpr int kContexts = 3;
-  struct Side {
-    GLPtr<IGLContext> m_Context;
-    IGLViewer* m_pViewer = nullptr;
-    std::atomic<bool> m_bTried{false};
-    std::atomic<HRESULT> m_hResult{S_FALSE};
-  };
-  std::array<Side, kContexts> sides;
+  std::array<std::atomic<HRESULT>, kContexts> results{S_FALSE, S_FALSE, S_FALSE};
+  std::array<std::unique_ptr<FreeContext>, kContexts> sides;
   std::atomic<int> inside{0};
-  for (Side& side : sides) side.m_Context = GLCreate<IGLContext>(CLSID_GLContext);
+  std::atomic<bool> start{false};
   for (std::size_t i = 0; i < kContexts; ++i) {
-    Side &side = sides[i], &next = sides[(i + 1) % kContexts];
-    side.m_Context->CreateViewer(1, 1, &side.m_pViewer);
-    side.m_Context->AttachPainter(GLMake<TestPainter>([&](Scene&) {
-                                    if (side.m_bTried.exchange(true)) return;
-                                    ++inside;
-                                    EXPECT_TRUE(Eventually([&] { return inside == kContexts; }));
-                                    side.m_hResult =
-                                        Pick(*next.m_Context, *next.m_pViewer, {}, {}, false, false).result;
-                                  }).Get());
+    sides[i] = std::make_unique<FreeContext>([&, i, tried = false](Scene&) mutable {
+      if (!start || std::exchange(tried, true)) return;
+      ++inside;
+      EXPECT_TRUE(Eventually([&] { return inside == kContexts; }));
+      const FreeContext& next = *sides[(i + 1) % kContexts];
+      results[i] = Pick(*next.context, *next.viewer, {}, {}, false, false).result;
+    });
   }
-  for (Side& side : sides) EXPECT_EQ(side.m_Context->Initialize(0), S_OK);
-  const auto count = [&](HRESULT result) {
-    return std::count_if(sides.begin(), sides.end(), [&](const Side& s) { return s.m_hResult == result; });
-  };
+  start = true;
+  const auto count = [&](HRESULT result) { return std::count(results.begin(), results.end(), result); };
   ASSERT_TRUE(Eventually([&] { return count(S_FALSE) == 0; }));
   EXPECT_EQ(count(E_GL_BADSTATE), 1);
   EXPECT_EQ(count(S_OK), kContexts - 1) << "the others are served once it has returned";

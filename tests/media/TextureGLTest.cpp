@@ -156,17 +156,26 @@ TEST(TextureGL, LevelsHalveUntilTheShorterSideIsOne) {
 }
 
 TEST(TextureGL, FaceWithoutAnImageIsOpenedAllTheSame) {
-  const auto draw = [] {
-    const auto texture = NewTexture<IGLTexture2D>(nullptr);
+  const auto draw = [](const auto& texture) {
     EXPECT_EQ(texture->Initialize(nullptr), E_INVALIDARG);
     EXPECT_EQ(texture->BeginDraw(nullptr, GLTM_DECAL, 0, 0, 0, nullptr, nullptr), E_INVALIDARG);
     Begin(*texture, {1, 0, 0, 0});
     texture->EndDraw();
   };
-  EXPECT_EQ(CallsOf(draw), (std::vector<std::string>{
-                               "glDisable(GL_TEXTURE_1D)", "glEnable(GL_TEXTURE_2D)", "glEnable(GL_BLEND)",
-                               "glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)", "glBegin(GL_POLYGON)",
-                               "glNormal3d(0, 0, 1)", "glEnd()", "glDisable(GL_TEXTURE_2D)"}));
+  const auto wanted = [](const std::string& own, const std::string& other, const std::string& face) {
+    return std::vector<std::string>{"glDisable(" + other + ")",
+                                    "glEnable(" + own + ")",
+                                    "glEnable(GL_BLEND)",
+                                    "glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)",
+                                    "glBegin(" + face + ")",
+                                    "glNormal3d(0, 0, 1)",
+                                    "glEnd()",
+                                    "glDisable(" + own + ")"};
+  };
+  EXPECT_EQ(CallsOf([&] { draw(NewTexture<IGLTexture2D>(nullptr)); }),
+            wanted("GL_TEXTURE_2D", "GL_TEXTURE_1D", "GL_POLYGON"));
+  EXPECT_EQ(CallsOf([&] { draw(NewTexture<IGLTexture1D>(nullptr)); }),
+            wanted("GL_TEXTURE_1D", "GL_TEXTURE_2D", "GL_QUAD_STRIP"));
 }
 
 TEST(TextureGL, LevelsAreMadeOnceForEveryImageAndSize) {

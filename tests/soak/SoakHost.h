@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "support/Scene.h"
+#include "support/RichScene.h"
 
 /// A context and a painter of everything. The thread that makes it calls Round, again and again. It doesn't
 /// select: Mesa's software driver keeps some kilobytes of each selection for ever, by plain GL too.
@@ -22,14 +22,9 @@ class SoakHost {
 
  private:
   void Draw(const Scene& aScene);
-  void DrawList(IGLCanvas& aCanvas);
-  void DrawFace(IGLContext& aContext);
 
-  GLPtr<IGLDrawAttr> m_Attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
-  GLPtr<IGLMaterial> m_Material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
-  GLPtr<IGLTexture2D> m_Texture = GLCreate<IGLTexture2D>(CLSID_GLTexture2D);
   GLPtr<TestCapture> m_Capture = GLMake<TestCapture>();
-  Fonts m_Fonts;
-  int m_iList = 0, m_iRound = 0;
+  RichScene m_Scene;
+  int m_iRound = 0;
   FreeContext m_Drawn;
 };

@@ -1,0 +1,33 @@
+// RichScene: something of everything that a painter draws. On the draw thread of its context.
+
+#pragma once
+
+#include "support/Scene.h"
+
+/// Text of all four kinds, both kinds of texture, and triangles from a compiled list.
+class RichScene {
+ public:
+  /// @param aWhole false leaves out what takes long to build: the fonts of the system, and the textures
+  explicit RichScene(bool aWhole = true) : m_bWhole(aWhole) {}
+
+  void Draw(const Scene& aScene);
+  /// Lets the list go; the next frame compiles it anew.
+  void DropList(const Scene& aScene);
+
+  std::atomic<int> compiled{0};
+
+ private:
+  void Make(IGLContext& aContext);
+  void DrawList(IGLCanvas& aCanvas);
+  void DrawTextures(IGLContext& aContext);
+
+  const bool m_bWhole;
+  GLPtr<IGLDrawAttr> m_Attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
+  GLPtr<IGLMaterial> m_Material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
+  GLPtr<IGLPixmap> m_Image = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+  GLPtr<IGLTexture2D> m_Square = GLCreate<IGLTexture2D>(CLSID_GLTexture2D);
+  GLPtr<IGLTexture1D> m_Strip = GLCreate<IGLTexture1D>(CLSID_GLTexture1D);
+  Fonts m_Fonts;
+  GLString m_Text{"Text &8"};
+  int m_iList = 0;
+};
