@@ -3,13 +3,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include <memory>
 #include <string>
 
 #include "PlainContext.h"
-#include "component/Module.h"
-#include "component/SiteLink.h"
-#include "media/GLFont.h"
+#include "media/FontBench.h"
 #include "platform/linux/fonts/FontLibrary.h"
 
 namespace {
@@ -19,65 +16,22 @@ constexpr char kText[] = "twenty characters OK";
 constexpr int kLength = sizeof kText - 1;
 constexpr int kHeight = -16;
 
-enum Kind { kSystem, kRaster, kTrueType, kInternal };
-
-/// The list keys of a context over the rendering context that is current, and nothing else of it.
-class ListSite final : public GLContextSite {
- public:
-  ~ListSite() { ReleaseDC(nullptr, m_hDC); }
-  int ViewportWidth() const noexcept override { return 1; }
-  int ViewportHeight() const noexcept override { return 1; }
-  bool HasClipPlanes() const noexcept override { return false; }
-  HDC DeviceContext() const noexcept override { return m_hDC; }
-  bool IsCurrentHere() const noexcept override { return true; }
-  ULONG WindowContextNumber() const noexcept override { return 1; }
-  void LockGL() noexcept override {}
-  void UnlockGL() noexcept override {}
-  ULONG GenListKey(int aCount) noexcept override { return g_uListGeneration << 16 | glGenLists(aCount); }
-  ULONG BeginListKey() noexcept override { return 0; }
-  void EndListKey() noexcept override {}
-  void CallListKey(ULONG) noexcept override {}
-  ULONG GetListBase(ULONG aKey) const noexcept override { return aKey & 0xFFFF; }
-  void DeleteListKey(ULONG aKey, int aCount) noexcept override { glDeleteLists(aKey & 0xFFFF, aCount); }
-  bool IsListKeyValid(ULONG aKey) const noexcept override {
-    return aKey != 0 && aKey >> 16 == (g_uListGeneration & 0xFFFF) && glIsList(aKey & 0xFFFF) != GL_FALSE;
-  }
-  bool PostTask(PEvent*) noexcept override { return false; }
-
- private:
-  HDC m_hDC = GetDC(nullptr);
-};
-
 /// A rendering context of 512 by 512 model units, and a font of one kind on it.
 struct Bench {
-  explicit Bench(Kind aKind) {
-    glMatrixMode(GL_PROJECTION);
-    glOrtho(0, 512, 0, 512, -1, 1);
-    glMatrixMode(GL_MODELVIEW);
-    switch (aKind) {
-      case kSystem:
-        m_Font->InitSystemFont(m_pLink);
-        break;
-      case kRaster:
-        m_Font->InitRasterFont(m_pLink, kFace, 0, 400, 0, kHeight, 0);
-        break;
-      case kTrueType:
-        m_Font->InitTrueTypeFont(m_pLink, kFace, 0, 400, 0, false);
-        break;
-      case kInternal:
-        m_Font->InitInternalFont(m_pLink, "SANSSERIF");
-        break;
-    }
+  explicit Bench(FontKind aKind) {
+    ModelInPixels(512, 512);
+    m_Font = m_Fonts.Make({.m_Kind = aKind, .m_szFace = kFace, .m_iHeight = kHeight});
     m_Font->SetWidth(16);
     m_Font->SetHeight(16);
     m_Font->CreateFontLists();
   }
 
   PlainContext m_Context;
-  ListSite m_Site;
-  GLSiteLinkPtr m_pLink = std::make_shared<GLSiteLink>(&m_Site);
-  GLPtr<GLFont> m_Font = GLPtr<GLFont>::FromBorrowed(new GLFont);
+  FontBench m_Fonts;
+  GLPtr<GLFont> m_Font;
 };
+
+FontKind KindOf(const benchmark::State& aState) { return static_cast<FontKind>(aState.range(0)); }
 
 template <class Draw>
 void Measure(benchmark::State& aState, const Draw& aDraw) {
@@ -92,7 +46,7 @@ void Measure(benchmark::State& aState, const Draw& aDraw) {
 }
 
 void Print(benchmark::State& aState) {
-  const Bench bench(static_cast<Kind>(aState.range(0)));
+  const Bench bench(KindOf(aState));
   std::u16string text(kText, kText + kLength);
   GLDATA_POINT start{20, 200, 0};
   Measure(aState, [&] { bench.m_Font->Print(text.data(), &start); });
@@ -100,14 +54,14 @@ void Print(benchmark::State& aState) {
 
 /// What a program that owns the lists would call, with the state that each kind needs set once.
 void BareCallLists(benchmark::State& aState) {
-  const auto kind = static_cast<Kind>(aState.range(0));
+  const auto kind = KindOf(aState);
   const Bench bench(kind);
   std::u16string text(kText, kText + kLength);
   GLDATA_POINT start{20, 200, 0};
   bench.m_Font->Print(text.data(), &start);
   GLuint base = 1;
   while (glIsList(base) == GL_FALSE) ++base;
-  if (kind == kInternal) {
+  if (kind == FontKind::kInternal) {
     GLuint texture = 1;
     while (glIsTexture(texture) == GL_FALSE) ++texture;
     glEnable(GL_TEXTURE_2D);
@@ -116,27 +70,27 @@ void BareCallLists(benchmark::State& aState) {
   }
   glListBase(base);
   Measure(aState, [&] {
-    if (kind == kSystem || kind == kRaster) {
+    if (kind == FontKind::kSystem || kind == FontKind::kRaster) {
       glRasterPos3d(start.x, start.y, start.z);
       glCallLists(kLength, GL_UNSIGNED_BYTE, kText);
       return;
     }
     glPushMatrix();
     glTranslated(start.x, start.y, start.z);
-    if (kind == kTrueType) glScalef(16, 16, 0);
+    if (kind == FontKind::kTrueType) glScalef(16, 16, 0);
     glCallLists(kLength, GL_UNSIGNED_BYTE, kText);
     glPopMatrix();
   });
 }
 
 void Build(benchmark::State& aState) {
-  const Bench bench(static_cast<Kind>(aState.range(0)));
+  const Bench bench(KindOf(aState));
   for (auto _ : aState) benchmark::DoNotOptimize(bench.m_Font->CreateFontLists());
 }
 
 /// Opening a face and loading its 256 glyphs, each drawn to one bit a pixel or left as an outline.
 void FreeTypeAlone(benchmark::State& aState) {
-  const bool draws = aState.range(0) == kRaster;
+  const bool draws = KindOf(aState) == FontKind::kRaster;
   FT_Library library = nullptr;
   FT_Init_FreeType(&library);
   for (auto _ : aState) {
@@ -152,9 +106,10 @@ void FreeTypeAlone(benchmark::State& aState) {
   FT_Done_FreeType(library);
 }
 
-BENCHMARK(Print)->ArgName("kind")->DenseRange(kSystem, kInternal);
-BENCHMARK(BareCallLists)->ArgName("kind")->DenseRange(kSystem, kInternal);
-BENCHMARK(Build)->ArgName("kind")->DenseRange(kSystem, kInternal)->Unit(benchmark::kMicrosecond);
-BENCHMARK(FreeTypeAlone)->ArgName("kind")->Arg(kRaster)->Arg(kTrueType)->Unit(benchmark::kMicrosecond);
+// Kinds by their order: system, raster, outlines, atlas.
+BENCHMARK(Print)->ArgName("kind")->DenseRange(0, 3);
+BENCHMARK(BareCallLists)->ArgName("kind")->DenseRange(0, 3);
+BENCHMARK(Build)->ArgName("kind")->DenseRange(0, 3)->Unit(benchmark::kMicrosecond);
+BENCHMARK(FreeTypeAlone)->ArgName("kind")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
