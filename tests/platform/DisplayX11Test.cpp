@@ -3,13 +3,21 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 
+#include "platform/DeviceContext.h"
+#include "platform/GL.h"
+#include "platform/PixelFormat.h"
+#include "platform/RenderingContext.h"
 #include "platform/Window.h"
 #include "support/Eventually.h"
 #include "support/XServer.h"
 
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr char kClass[] = "DisplayX11Test";
 std::atomic<int> g_iDestroyed{0}, g_iPainted{0};
@@ -40,6 +48,30 @@ class XWindow : public testing::Test {
   }
 
   XServer m_Server;
+};
+
+/// Double-buffered drawing on a window, current on the thread that makes it.
+struct Drawing {
+  explicit Drawing(HWND aWindow) : m_hWnd(aWindow), m_hDC(GetDC(aWindow)) {
+    PIXELFORMATDESCRIPTOR request{};
+    request.dwFlags = PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL;
+    request.cColorBits = 32;
+    SetPixelFormat(m_hDC, ChoosePixelFormat(m_hDC, &request), &request);
+    m_hRC = wglCreateContext(m_hDC);
+    EXPECT_TRUE(wglMakeCurrent(m_hDC, m_hRC));
+  }
+  ~Drawing() {
+    wglDeleteContext(m_hRC);
+    ReleaseDC(m_hWnd, m_hDC);
+  }
+  bool Frame() const {
+    glClearColor(0, 0, 1, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    return SwapBuffers(m_hDC) != FALSE;
+  }
+  HWND m_hWnd;
+  HDC m_hDC;
+  HGLRC m_hRC;
 };
 
 }  // namespace
@@ -101,6 +133,33 @@ TEST_F(XWindow, IsToldOfPaintingAndOfEveryEnd) {
     EXPECT_EQ(GetParent(window), nullptr);
     EXPECT_TRUE(DestroyWindow(window)) << "the record is still to be ended";
     EXPECT_EQ(g_iDestroyed, 1) << "and told once";
+  }
+}
+
+TEST_F(XWindow, DoesNotSwapOnceParentOrServerHasGone) {
+  for (const bool killed : {false, true}) {
+    SCOPED_TRACE(killed ? "server killed" : "parent destroyed");
+    XServer server;
+    ForeignWindow parent(100, 100);
+    const HWND window = Make(parent.Xid());
+    ASSERT_NE(window, nullptr);
+    std::thread([&] {
+      const Drawing drawing(window);
+      ASSERT_TRUE(drawing.Frame());
+      EXPECT_TRUE(
+          Eventually([&] { return parent.Screenshot(XidOf(window), 60, 40).CountOther(0x0000FFFF) == 0; }));
+      if (killed) {
+        server.Kill();
+      } else {
+        parent.DestroyWindow();
+        ASSERT_TRUE(Eventually([] { return g_iDestroyed > 0; }));
+      }
+      const auto start = std::chrono::steady_clock::now();
+      EXPECT_FALSE(drawing.Frame());
+      EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
+    }).join();
+    DestroyWindow(window);
+    g_iDestroyed = 0;
   }
 }
 

@@ -179,16 +179,15 @@ TEST(FogPicture, EqualsPlainGLInEveryMode) {
   fog->SetFogColor(&blue);
   fog->SetFogStartAndEnd(25, 70);
   fog->SetFogDensity(0.02f);
-  struct Case {
-    LONG m_bEnabled;
-    eGLFogCalcMode m_eMode;
-    GLint m_iPlain;
-  };
-  for (const auto& [enabled, mode, plain] :
-       std::initializer_list<Case>{{1, GLFM_CALCULATE_LINEAR, GL_LINEAR},
-                                   {1, GLFM_CALCULATE_EXPONENT, GL_EXP},
-                                   {1, GLFM_CALCULATE_EXPONENT_SQUARE, GL_EXP2},
-                                   {0, GLFM_CALCULATE_LINEAR, GL_LINEAR}}) {
+  const struct {
+    LONG enabled;
+    eGLFogCalcMode mode;
+    GLint plain;
+  } cases[] = {{1, GLFM_CALCULATE_LINEAR, GL_LINEAR},
+               {1, GLFM_CALCULATE_EXPONENT, GL_EXP},
+               {1, GLFM_CALCULATE_EXPONENT_SQUARE, GL_EXP2},
+               {0, GLFM_CALCULATE_LINEAR, GL_LINEAR}};
+  for (const auto& [enabled, mode, plain] : cases) {
     fog->SetCalcMode(mode);
     fog->Enable(enabled);
     const Picture ours = Sphere(fixture);

@@ -1,4 +1,5 @@
-// Draw attributes, materials, lights and fog as value objects: what goes in and what comes out again.
+// Draw attributes, materials, lights and fog as value objects: what goes in and what comes out again; and the
+// eight light numbers of the process: one holder each, handed on when it goes.
 
 #include <gllib/GLClasses.h>
 #include <gllib/IGLCoord.h>
@@ -8,13 +9,17 @@
 #include <gllib/IGLMaterial.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstring>
 #include <functional>
 #include <limits>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "component/CreateObject.h"
 #include "state/GLDrawAttr.h"
+#include "state/LightNumbers.h"
 
 template <class T>
 requires std::is_same_v<T, GLDATA_RGBA> || std::is_same_v<T, GLDATA_POINT>
@@ -122,16 +127,18 @@ TEST(DrawAttr, KeepsWhatItIsGivenWithinItsLimits) {
 TEST(DrawAttr, EverySetterForcesAFullApplication) {
   GLDrawAttr attr;
   GLDATA_RGBA white{1, 1, 1, 1};
-  for (int setter = 0; setter < 8; ++setter) {
-    if (setter == 1) attr.SetColor(&white);
-    if (setter == 2) attr.SetRed(1);
-    if (setter == 3) attr.SetPointSize(1);
-    if (setter == 4) attr.SetLineWidth(1);
-    if (setter == 5) attr.SetLineStipplePattern(0xFFFF);
-    if (setter == 6) attr.SetLineStippleFactor(1);
-    if (setter == 7) attr.EnableDrawMode(GLDM_SHOW_FRONT, 1);
-    EXPECT_TRUE(attr.IsModified()) << "setter " << setter;
+  EXPECT_TRUE(attr.IsModified()) << "a new one";
+  const std::function<void()> setters[] = {[&] { attr.SetColor(&white); },
+                                           [&] { attr.SetRed(1); },
+                                           [&] { attr.SetPointSize(1); },
+                                           [&] { attr.SetLineWidth(1); },
+                                           [&] { attr.SetLineStipplePattern(0xFFFF); },
+                                           [&] { attr.SetLineStippleFactor(1); },
+                                           [&] { attr.EnableDrawMode(GLDM_SHOW_FRONT, 1); }};
+  for (const auto& set : setters) {
     attr.ClearModified();
+    set();
+    EXPECT_TRUE(attr.IsModified()) << "setter " << &set - setters;
   }
 }
 
@@ -237,4 +244,26 @@ TEST(Light, CountsTheCoordinateSystemThatItShares) {
   EXPECT_EQ(shared, coord);
   coord->AddRef();
   EXPECT_EQ(coord->Release(), 3u) << "two here, one of the light";
+}
+
+TEST(LightNumbers, ThreadsThatRaceNeverShareOne) {
+  std::atomic<int> users[8] = {};
+  std::atomic<bool> shared = false;
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) {
+    threads.emplace_back([&] {
+      for (int n = 0; n < 1000; ++n) {
+        int held[3] = {LightNumbers::kNone, LightNumbers::kNone, LightNumbers::kNone};
+        for (int& number : held) {
+          if (LightNumbers::Take(number) != LightNumbers::kNone && ++users[number] != 1) shared = true;
+        }
+        for (int& number : held) {
+          if (number != LightNumbers::kNone) --users[number];
+          LightNumbers::Free(number);
+        }
+      }
+    });
+  }
+  for (auto& thread : threads) thread.join();
+  EXPECT_FALSE(shared);
 }
