@@ -194,9 +194,13 @@ TEST(RegisteredModule, GoesAfterAContextThatEndedOnItsOwnDrawThread) {
   const auto holder = GLMake<LastHolder>();
   holder->m_Context = window.MakeContext();
   ASSERT_TRUE(holder->m_Context);
+  // A smoothed picture takes a window to ask for formats by, which lives to the module's end.
+  holder->m_Context.As<IGLContext14_3>()->put_bFSAA(1);
+  ASSERT_EQ(holder->m_Context->Initialize(reinterpret_cast<ULONG_PTR>(window.Handle())), S_OK);
   const HWND child = WindowOf(*holder->m_Context);
   AddViewer(*holder->m_Context);
   holder->m_Context->AttachPainter(holder.Get());
+  EXPECT_NE(FindWindowA(nullptr, "WGLExtensions"), nullptr);
   EXPECT_NE(GetModuleHandleA("GLLib.dll"), nullptr);
   holder->m_bLetGo = true;
   // The thread that ends it destroys a window of this thread's, and so needs its messages.
@@ -205,4 +209,6 @@ TEST(RegisteredModule, GoesAfterAContextThatEndedOnItsOwnDrawThread) {
     CoFreeUnusedLibrariesEx(0, 0);
     return GetModuleHandleA("GLLib.dll") == nullptr;
   })) << "the module says that it can go, and goes";
+  EXPECT_EQ(FindWindowA(nullptr, "WGLExtensions"), nullptr) << "no window is left whose procedure went";
+  EXPECT_TRUE(window.MakeContext()) << "loaded again it begins anew";
 }
