@@ -248,7 +248,7 @@ TEST_F(Glview, DrawsEachShading) {
 
 TEST_F(Glview, LightFollowsTheNormalsAcrossAFace) {
   // A square whose right side turns away, by its normals alone.
-  const std::string bent = m_folder.Put(
+  const std::string bent = Put(
       "bent.obj", "v -1 -1 0\nv 1 -1 0\nv 1 1 0\nv -1 1 0\nvn 0 0 1\nvn 0.98 0 0.2\nf 1//1 2//2 3//2 4//1\n");
   const Picture picture = PictureOf(bent, {});
   std::set<int> greens;
