@@ -43,12 +43,26 @@ std::string NumberText(Number aValue) {
   return {text, std::to_chars(text, text + sizeof text, aValue).ptr};
 }
 
-/// How many values a vector function reads.
-int VectorLength(std::string_view aFunction, long long aName) {
+/// How many values a vector function reads. @param aInteger the argument before: what is set, or how many
+int VectorLength(std::string_view aFunction, long long aInteger) {
+  constexpr GLenum kNamesOfFour[] = {GL_AMBIENT,
+                                     GL_DIFFUSE,
+                                     GL_SPECULAR,
+                                     GL_EMISSION,
+                                     GL_POSITION,
+                                     GL_FOG_COLOR,
+                                     GL_OBJECT_PLANE,
+                                     GL_EYE_PLANE,
+                                     GL_LIGHT_MODEL_AMBIENT,
+                                     GL_TEXTURE_ENV_COLOR,
+                                     GL_TEXTURE_BORDER_COLOR};
+  if (aFunction == "glDeleteTextures") return static_cast<int>(aInteger);
   if (aFunction.find("Matrix") != aFunction.npos) return 16;
+  if (!aFunction.ends_with('v')) return 4;
   const char digit = aFunction[aFunction.size() - 3];
-  if (aFunction.ends_with('v') && digit >= '1' && digit <= '4') return digit - '0';
-  return aName == GL_SPOT_DIRECTION ? 3 : aName == GL_TEXTURE_GEN_MODE ? 1 : 4;
+  if (digit >= '1' && digit <= '4') return digit - '0';
+  if (aInteger == GL_SPOT_DIRECTION) return 3;
+  return std::ranges::find(kNamesOfFour, static_cast<GLenum>(aInteger)) != std::end(kNamesOfFour) ? 4 : 1;
 }
 
 template <class Number>
