@@ -24,6 +24,21 @@ PatternPtr PatternOf(const FaceRequest& aRequest) {
   return pattern;
 }
 
+// Where a family lacks a style, fontconfig tells of its font as if it had it, and asks by a flag and a matrix
+// for what the file itself doesn't show.
+void ReadStyle(FcPattern& aFont, FaceMatch& aMatch) {
+  double weight = FC_WEIGHT_REGULAR;
+  FcBool emboldened = FcFalse;
+  FcPatternGetDouble(&aFont, FC_WEIGHT, 0, &weight);
+  FcPatternGetBool(&aFont, FC_EMBOLDEN, 0, &emboldened);
+  if (emboldened == FcFalse) aMatch.m_iWeight = static_cast<int>(FcWeightToOpenTypeDouble(weight));
+  int slant = FC_SLANT_ROMAN;
+  FcMatrix* slanted = nullptr;
+  FcPatternGetInteger(&aFont, FC_SLANT, 0, &slant);
+  FcPatternGetMatrix(&aFont, FC_MATRIX, 0, &slanted);
+  aMatch.m_bItalic = slant != FC_SLANT_ROMAN && (slanted == nullptr || slanted->xy == 0);
+}
+
 }  // namespace
 
 FontLibrary& FontLibrary::Instance() {
@@ -50,12 +65,7 @@ std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) const {
   FaceMatch match;
   match.m_sFile = reinterpret_cast<const char*>(file);
   FcPatternGetInteger(font.get(), FC_INDEX, 0, &match.m_iIndex);
-  double weight = FC_WEIGHT_REGULAR;
-  FcPatternGetDouble(font.get(), FC_WEIGHT, 0, &weight);
-  match.m_iWeight = static_cast<int>(FcWeightToOpenTypeDouble(weight));
-  int slant = FC_SLANT_ROMAN;
-  FcPatternGetInteger(font.get(), FC_SLANT, 0, &slant);
-  match.m_bItalic = slant != FC_SLANT_ROMAN;
+  ReadStyle(*font, match);
   return match;
 }
 
