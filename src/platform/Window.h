@@ -116,6 +116,7 @@ inline HINSTANCE ModuleInstance() noexcept {
 
 #endif
 
-/// Ends a window from any thread. On Windows, where its own thread alone can, that one is asked by WM_CLOSE and
-/// waited for up to 3 s; it must pump its messages, and the window's procedure leave that one to DefWindowProcA.
+/// Ends a window from any thread. On Windows, where its own thread alone can, that one is asked by WM_CLOSE
+/// and waited for up to 3 s; it must pump its messages, and the window's procedure leave that one to
+/// DefWindowProcA.
 BOOL EndWindow(HWND hWnd) noexcept;
