@@ -8,7 +8,7 @@
 #include "component/Catalogue.h"
 #include "component/CreateObject.h"
 #include "component/ModuleThreads.h"
-#include "context/ContextList.h"
+#include "context/window/ContextList.h"
 #include "platform/GL.h"
 #include "platform/RenderingTurn.h"
 #include "view/GLCanvas.h"

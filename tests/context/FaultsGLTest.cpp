@@ -8,7 +8,7 @@
 #include <initializer_list>
 
 #include "component/Module.h"
-#include "context/WGLExtensions.h"
+#include "context/window/WGLExtensions.h"
 #include "support/Counting.h"
 #include "support/Eventually.h"
 #include "support/Scene.h"

@@ -4,8 +4,8 @@
 #include <gllib/GLLibHost.h>
 #include <gtest/gtest.h>
 
-#include "context/PixelFormatSelection.h"
-#include "context/WGLExtensions.h"
+#include "context/window/PixelFormatSelection.h"
+#include "context/window/WGLExtensions.h"
 #include "support/Eventually.h"
 #include "support/ScriptedDisplay.h"
 #include "support/TestRegistry.h"

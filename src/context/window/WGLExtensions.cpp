@@ -1,7 +1,7 @@
 // WGLExtensions: the probe for multisample formats. Constants and meanings: WGL_ARB_pixel_format,
 // WGL_ARB_multisample, WGL_ARB_extensions_string. The probe's window procedure runs while the window is made.
 
-#include "context/WGLExtensions.h"
+#include "context/window/WGLExtensions.h"
 
 #include <algorithm>
 #include <cstring>

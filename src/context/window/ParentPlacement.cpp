@@ -1,7 +1,7 @@
 // ParentPlacement: a parent that lies off the work area stands at the screen's origin while a window is made
 // in it.
 
-#include "context/ParentPlacement.h"
+#include "context/window/ParentPlacement.h"
 
 namespace {
 

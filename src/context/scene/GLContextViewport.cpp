@@ -5,8 +5,8 @@
 #include <new>
 
 #include "component/Module.h"
-#include "context/ContextTasks.h"
 #include "context/GLContext.h"
+#include "context/control/ContextTasks.h"
 #include "platform/GL.h"
 
 namespace {

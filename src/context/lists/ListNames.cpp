@@ -1,6 +1,6 @@
 // ListNames: what is held, and its end. Draw thread, with GL current.
 
-#include "context/ListNames.h"
+#include "context/lists/ListNames.h"
 
 #include <algorithm>
 

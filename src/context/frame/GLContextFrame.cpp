@@ -4,8 +4,8 @@
 #include <gllib/IGLCoord.h>
 
 #include "component/Module.h"
-#include "context/ContextTasks.h"
 #include "context/GLContext.h"
+#include "context/control/ContextTasks.h"
 #include "platform/Com.h"
 #include "platform/GL.h"
 #include "platform/RenderingTurn.h"

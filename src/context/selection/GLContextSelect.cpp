@@ -6,7 +6,7 @@
 #include <new>
 
 #include "context/GLContext.h"
-#include "context/PSelectEvent.h"
+#include "context/selection/PSelectEvent.h"
 #include "platform/RenderingTurn.h"
 
 namespace {

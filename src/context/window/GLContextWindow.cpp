@@ -6,9 +6,9 @@
 #include <thread>
 
 #include "component/Module.h"
-#include "context/ContextList.h"
 #include "context/GLContext.h"
-#include "context/ParentPlacement.h"
+#include "context/window/ContextList.h"
+#include "context/window/ParentPlacement.h"
 #include "platform/DeviceContext.h"
 #include "platform/GL.h"
 #include "platform/Palette.h"

@@ -11,7 +11,7 @@
 #include "component/Module.h"
 #include "component/Values.h"
 #include "context/GLContext.h"
-#include "context/OffscreenSurface.h"
+#include "context/capture/OffscreenSurface.h"
 #include "platform/GL.h"
 #include "platform/SystemInfo.h"
 

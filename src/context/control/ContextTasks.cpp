@@ -1,6 +1,6 @@
 // The tasks that a context hands to its draw thread. Run on the draw thread between two frames.
 
-#include "context/ContextTasks.h"
+#include "context/control/ContextTasks.h"
 
 #include "context/GLContext.h"
 #include "media/GLFont.h"

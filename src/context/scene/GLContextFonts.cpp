@@ -7,8 +7,8 @@
 #include <string>
 
 #include "component/CreateObject.h"
-#include "context/ContextTasks.h"
 #include "context/GLContext.h"
+#include "context/control/ContextTasks.h"
 #include "media/GLFont.h"
 #include "platform/Text.h"
 

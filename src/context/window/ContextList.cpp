@@ -1,7 +1,7 @@
 // The list of live contexts and the process's one message hook.
 // g_ContextsLock is held through a whole walk, so that no context goes away during it; posting doesn't wait.
 
-#include "context/ContextList.h"
+#include "context/window/ContextList.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 // The choice of a pixel format apart from any context. Runs on the thread that initialises.
 
-#include "context/PixelFormatSelection.h"
+#include "context/window/PixelFormatSelection.h"
 
 #include <mutex>
 

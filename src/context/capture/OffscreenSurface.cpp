@@ -1,6 +1,6 @@
 // OffscreenSurface: a memory device context, a bitmap section in it, a rendering context on it. Draw thread.
 
-#include "context/OffscreenSurface.h"
+#include "context/capture/OffscreenSurface.h"
 
 #include "platform/PixelFormat.h"
 

@@ -4,8 +4,8 @@
 #include <chrono>
 #include <thread>
 
-#include "context/ContextTasks.h"
 #include "context/GLContext.h"
+#include "context/control/ContextTasks.h"
 #include "platform/RenderingTurn.h"
 
 namespace {

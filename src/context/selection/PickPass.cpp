@@ -11,7 +11,7 @@
 #include <new>
 
 #include "context/GLContext.h"
-#include "context/PSelectEvent.h"
+#include "context/selection/PSelectEvent.h"
 #include "platform/GL.h"
 
 namespace {

@@ -12,7 +12,7 @@
 #include <mutex>
 #include <vector>
 
-#include "context/GLClipPlane.h"
+#include "context/scene/GLClipPlane.h"
 #include "thread/PEvent.h"
 
 class GLContext;

@@ -4,10 +4,10 @@
 #include <cstring>
 #include <vector>
 
-#include "context/ContextList.h"
 #include "context/GLContext.h"
-#include "context/PixelFormatSelection.h"
-#include "context/WGLExtensions.h"
+#include "context/window/ContextList.h"
+#include "context/window/PixelFormatSelection.h"
+#include "context/window/WGLExtensions.h"
 #include "platform/Palette.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // PSelectEvent: the run of one selection and the subtraction of what isn't wholly inside its box.
 // On the draw thread between two frames.
 
-#include "context/PSelectEvent.h"
+#include "context/selection/PSelectEvent.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,6 @@
 // GLClipPlane: on its way to GL. On the draw thread, with the eye loaded into the modelview matrix.
 
-#include "context/GLClipPlane.h"
+#include "context/scene/GLClipPlane.h"
 
 #include "platform/GL.h"
 
