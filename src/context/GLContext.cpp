@@ -5,15 +5,17 @@
 
 #include <gllib/GLClasses.h>
 
+#include <utility>
+
 #include "component/Catalogue.h"
 #include "component/CreateObject.h"
 #include "component/ModuleThreads.h"
+#include "context/control/ContextHold.h"
 #include "context/window/ContextList.h"
 #include "platform/GL.h"
-#include "platform/RenderingTurn.h"
 #include "view/GLCanvas.h"
 
-GLContext::GLContext() : m_iNextClipPlane(GL_CLIP_PLANE0), m_pLink(std::make_shared<GLSiteLink>(this)) {
+GLContext::GLContext() : m_pLink(std::make_shared<GLSiteLink>(this)) {
   AddToContextList(*this);
   m_pCanvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
   if (m_pCanvas) static_cast<GLCanvas*>(m_pCanvas.Get())->SetSite(m_pLink);
@@ -47,55 +49,58 @@ GLContext::~GLContext() {
   if (const auto thread = DrawThread()) thread->RemoveEvents(this);
   m_pLink->Clear();
   if (m_hWnd != nullptr) SetWindowLongPtrA(m_hWnd, GWLP_USERDATA, 0);
-  RemoveMessageHook(*this);
-  {
-    const PLock lock(m_Lock);
-    RemoveFromContextList(*this);
-    m_pCanvas.Reset();
-    if (IGLPainter* painter = m_pPainter.exchange(nullptr)) painter->Release();
-    if (IGLCapture* capture = m_pCapture.exchange(nullptr)) capture->Release();
-    m_pFog.Reset();
-    m_pViewers.Reset();
-    m_pLights.Reset();
-    m_pFonts.Reset();
-    EndDrawThread();
-    if (m_hWnd != nullptr) {
-      if (m_hDC != nullptr) ReleaseDC(m_hWnd, m_hDC);
-      EndWindow(m_hWnd);
-    }
-    if (m_hPalette != nullptr) DeleteObject(m_hPalette);
+  RemoveFromContextList(*this);
+  ReleaseScene();
+  EndDrawThread();
+  const PLock lock(m_Lock);
+  if (m_hWnd != nullptr) {
+    if (m_Window.m_hDC != nullptr) ReleaseDC(m_hWnd, m_Window.m_hDC);
+    EndWindow(m_hWnd);
   }
+  if (m_hPalette != nullptr) DeleteObject(m_hPalette);
+}
+
+// Clients and members are released without the lock: their ends may call anything.
+void GLContext::ReleaseScene() noexcept {
+  GLPtr<IGLPainter> painter;
+  GLPtr<IGLCapture> capture;
+  GLPtr<IGLCanvas> canvas;
+  GLPtr<IGLFog> fog;
+  GLPtr<IGLCollection> viewers, lights, fonts;
+  const PLock lock(m_Lock);
+  painter = m_Painter.Exchange(nullptr);
+  capture = m_Capture.Exchange(nullptr);
+  canvas = std::move(m_pCanvas);
+  fog = std::move(m_pFog);
+  viewers = std::move(m_pViewers);
+  lights = std::move(m_pLights);
+  fonts = std::move(m_pFonts);
+}
+
+// Waits for all calls to the client before, except on the draw thread, which may make one.
+template <class Client>
+HRESULT GLContext::Attach(ClientSlot<Client>& aSlot, Client* aClient) noexcept {
+  if (aClient != nullptr && aSlot.Holds(aClient)) return S_OK;
+  GLPtr<Client> old;  // released when the locks are left
+  std::optional<ContextHold> calls;
+  if (!IsDrawThread() && !calls.emplace(*this, m_ClientCalls)) return E_GL_BADSTATE;
+  const ContextHold hold(*this, m_Lock);
+  if (!hold) return E_GL_BADSTATE;
+  old = aSlot.Exchange(aClient);
+  return S_OK;
 }
 
 HRESULT GLContext::AttachPainter(IGLPainter* aPainter) noexcept {
-  if (aPainter == nullptr) return E_INVALIDARG;
-  if (aPainter == m_pPainter) return S_OK;
-  const PLock lock(m_Lock);
-  aPainter->AddRef();
-  if (IGLPainter* old = m_pPainter.exchange(aPainter)) old->Release();
-  return S_OK;
+  return aPainter != nullptr ? Attach(m_Painter, aPainter) : E_INVALIDARG;
 }
 
-HRESULT GLContext::DetachPainter() noexcept {
-  const PLock lock(m_Lock);
-  if (IGLPainter* old = m_pPainter.exchange(nullptr)) old->Release();
-  return S_OK;
-}
+HRESULT GLContext::DetachPainter() noexcept { return Attach<IGLPainter>(m_Painter, nullptr); }
 
 HRESULT GLContext::AttachCapture(IGLCapture* aCapture) noexcept {
-  if (aCapture == nullptr) return E_INVALIDARG;
-  if (aCapture == m_pCapture) return S_OK;
-  const PLock lock(m_Lock);
-  aCapture->AddRef();
-  if (IGLCapture* old = m_pCapture.exchange(aCapture)) old->Release();
-  return S_OK;
+  return aCapture != nullptr ? Attach(m_Capture, aCapture) : E_INVALIDARG;
 }
 
-HRESULT GLContext::DetachCapture() noexcept {
-  const PLock lock(m_Lock);
-  if (IGLCapture* old = m_pCapture.exchange(nullptr)) old->Release();
-  return S_OK;
-}
+HRESULT GLContext::DetachCapture() noexcept { return Attach<IGLCapture>(m_Capture, nullptr); }
 
 HRESULT GLContext::GetCanvas(IGLCanvas** ppICanvas) noexcept {
   if (ppICanvas == nullptr) return E_INVALIDARG;
@@ -103,26 +108,49 @@ HRESULT GLContext::GetCanvas(IGLCanvas** ppICanvas) noexcept {
   return *ppICanvas != nullptr ? S_OK : E_GL_BADSTATE;
 }
 
-// Only the draw thread makes the rendering context current; elsewhere the bracket is the lock alone.
-// A draw thread takes its turn before the lock, so that nobody waits for both at once.
+// A task on the draw thread works in a pass of the window. All other callers need the lock only: inside a
+// pass its rendering context is current, and no other thread can have it.
 void GLContext::LockGL() noexcept {
-  if (DrawnHere() == this) RenderingTurn::Begin();
-  m_Lock.Enter();
-  if (!IsDrawThread()) return;
-  const HGLRC context = m_hRC;
-  if (context != wglGetCurrentContext()) wglMakeCurrent(m_hDC, context);
+  if (IsDrawThread() && (m_TaskPass || GLPass::Here() == nullptr)) {
+    if (m_iTaskLocks++ == 0) m_TaskPass.emplace(m_Lock, m_Window);
+  } else {
+    m_Lock.Enter();
+  }
 }
 
 void GLContext::UnlockGL() noexcept {
-  m_Lock.Leave();
-  if (DrawnHere() == this) RenderingTurn::End();
+  if (!IsDrawThread() || !m_TaskPass) {
+    m_Lock.Leave();
+  } else if (--m_iTaskLocks == 0) {
+    m_TaskPass.reset();
+  }
 }
 
 ULONG GLContext::WindowContextNumber() const noexcept {
-  return m_hRC != nullptr && m_hRC == wglGetCurrentContext() ? m_uContextNumber : 0;
+  return IsCurrentHere() ? GLPass::Here()->Target().m_uNumber : 0;
 }
 
-bool GLContext::IsCurrentHere() const noexcept { return IsDrawThread() && wglGetCurrentContext() != nullptr; }
+bool GLContext::IsCurrentHere() const noexcept {
+  if (!IsDrawThread()) return false;
+  const GLPass* pass = GLPass::Here();
+  return pass != nullptr && pass->IsCurrent();
+}
+
+const GLPass* GLContext::PictureHere() const noexcept {
+  if (!IsDrawThread()) return nullptr;
+  const GLPass* pass = GLPass::Here();
+  return pass != nullptr && pass->DrawsPicture() ? pass : nullptr;
+}
+
+int GLContext::ViewportWidth() const noexcept {
+  const GLPass* picture = PictureHere();
+  return picture != nullptr ? picture->Width() : int(m_iViewportWidth);
+}
+
+int GLContext::ViewportHeight() const noexcept {
+  const GLPass* picture = PictureHere();
+  return picture != nullptr ? picture->Height() : int(m_iViewportHeight);
+}
 
 HRESULT CreateGLContext(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLContext>(aOuter, riid, ppv);

@@ -1,5 +1,6 @@
 // GLContext: the GL window, its rendering context, the draw thread, and all that a frame is drawn with.
 // Hosts call the interfaces from any thread; frames, selections and captures run on the draw thread.
+// The .cpp files lie in one folder per topic: window, frame, selection, capture, lists, control, scene.
 
 #pragma once
 
@@ -14,22 +15,24 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 #include "component/ContextSite.h"
 #include "component/Object.h"
 #include "component/SiteLink.h"
-#include "context/lists/ListNames.h"
-#include "context/scene/GLClipPlane.h"
+#include "context/control/ClientSlot.h"
+#include "context/frame/GLPass.h"
+#include "context/frame/GLRenderTarget.h"
+#include "context/scene/ClipPlanes.h"
 #include "platform/PixelFormat.h"
-#include "platform/RenderingContext.h"
 #include "platform/SystemInfo.h"
 #include "platform/Window.h"
 #include "thread/PCriticalSection.h"
 #include "thread/PThread.h"
 #include "thread/Relaxed.h"
 
-/// What the platform told of itself: asked at the first capture of the process, which its size member marks.
+/// Platform version, queried at the first capture. A size of 0 means not queried yet.
 extern OSVERSIONINFOA g_sVersion;
 
 class GLContext final
@@ -106,11 +109,12 @@ class GLContext final
   HRESULT put_lFSAAMaxSamples(LONG newVal) noexcept override;
 
   // GLContextSite
-  int ViewportWidth() const noexcept override { return m_iViewportWidth; }
-  int ViewportHeight() const noexcept override { return m_iViewportHeight; }
-  bool HasClipPlanes() const noexcept override { return m_bClipPlanes; }
-  HDC DeviceContext() const noexcept override { return m_hDC; }
+  int ViewportWidth() const noexcept override;
+  int ViewportHeight() const noexcept override;
+  bool HasClipPlanes() const noexcept override { return !m_ClipPlanes.IsEmpty(); }
+  HDC DeviceContext() const noexcept override { return m_Window.m_hDC; }
   bool IsCurrentHere() const noexcept override;
+  bool IsListOpen() const noexcept override;
   ULONG WindowContextNumber() const noexcept override;
   void LockGL() noexcept override;
   void UnlockGL() noexcept override;
@@ -126,24 +130,32 @@ class GLContext final
   // What the tasks, the message hook and the window procedure use.
   HWND Window() const noexcept { return m_hWnd; }
   bool HasFont(IGLFont* aFont) noexcept;
+  PCriticalSection& Lock() noexcept { return m_Lock; }
+  /// Held by the draw thread while it calls clients without m_Lock; taken before m_Lock.
+  PCriticalSection& ClientCalls() noexcept { return m_ClientCalls; }
+  GLRenderTarget& WindowTarget() noexcept { return m_Window; }
+  const ClientSlot<IGLPainter>& Painter() const noexcept { return m_Painter; }
+  const ClipPlanes& Planes() const noexcept { return m_ClipPlanes; }
+  IGLCanvas* Canvas() const noexcept { return m_pCanvas.Get(); }
+  /// Builds the fonts that are new, or whose lists were lost with their rendering context. Inside a pass.
+  void BuildFonts() noexcept;
   /// The context whose draw thread is the calling one; null on any other thread.
   static GLContext* DrawnHere() noexcept;
   /// Whether the calling thread is this context's draw thread.
   bool IsDrawThread() const noexcept { return DrawnHere() == this; }
-  /// Switches every clip plane off in GL. Draw thread, with GL current.
-  void DisableAllClipPlanes() noexcept;
+  /// Disables all clip planes in the window's GL state if a reset is due. Inside a pass of the window.
+  void ResetGLClipPlanes() noexcept;
   LRESULT WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept;
 
  private:
-  friend class PSelectEvent;
-  friend class PResetClipPlanesEvent;
-  class DrawThreadWait;
+  friend class DrawThreadWait;  // m_pAwaited
 
   // Window and rendering context: GLContextWindow.cpp.
   bool CreateGLWindow() noexcept;
   bool StartDrawing(HWND aWindow) noexcept;
   bool WaitForRenderingContext() noexcept;
   void StopDrawThread() noexcept;
+  void AllowParks() noexcept;
   void EndDrawThread() noexcept;
   RECT DestroyGLWindow() noexcept;
   bool CreateRenderingContext() noexcept;
@@ -164,8 +176,7 @@ class GLContext final
   static void DrawThreadCallback(void* aContext) noexcept;
   static void DrawThreadEnd(void* aContext) noexcept;
   void DrawFrame() noexcept;
-  void BeginFrame() noexcept;
-  void EndFrame() noexcept;
+  void SetFrameState() noexcept;
   void DrawViewers() noexcept;
   void SetupViewerPass(IGLViewer& aViewer) noexcept;
   void SetupEye(IGLViewer& aViewer) noexcept;
@@ -178,13 +189,14 @@ class GLContext final
   bool CaptureFromScreen(IGLCapture& aCapture) noexcept;
   bool CaptureOffscreen(IGLCapture& aCapture) noexcept;
   bool CaptureRectangle(IGLCapture& aCapture, RECT* aRect) noexcept;
-  void DrawOffscreen(IGLCapture& aCapture, const class OffscreenSurface& aSurface) noexcept;
-  static constexpr int kDroppedLists = 32767;  // the names that DropAllLists takes along, from 1
-  void DropAllLists() noexcept;
-  void DropStaleLists() noexcept;
-  unsigned GenLists(int aCount) noexcept;
-  unsigned FindFreeLists(int aCount) noexcept;
+  void DrawOffscreen(IGLCapture& aCapture, GLPass& aPass, const class OffscreenSurface& aSurface) noexcept;
 
+  void ReleaseScene() noexcept;
+  template <class Client>
+  HRESULT Attach(ClientSlot<Client>& aSlot, Client* aClient) noexcept;
+  DisplayLists* ListsHere() const noexcept;
+  /// The pass on this thread, if it draws another picture than the window's.
+  const GLPass* PictureHere() const noexcept;
   std::shared_ptr<PThread> DrawThread() const noexcept;
   template <class Describe>
   HRESULT CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept;
@@ -194,24 +206,22 @@ class GLContext final
 
   Relaxed<HWND> m_hWnd = nullptr;
   HWND m_hParentWnd = nullptr;
-  Relaxed<HDC> m_hDC = nullptr;
   HGDIOBJ m_hPalette = nullptr;
   PIXELFORMATDESCRIPTOR m_PixelFormat{};
-  std::atomic<HGLRC> m_hRC{nullptr};  // the draw thread's, but for CreateGLWindow after that thread's end
+  GLRenderTarget m_Window;         // the draw thread's, but for CreateGLWindow after that thread's end
+  PCriticalSection m_ClientCalls;  // taken before m_Lock; see ClientCalls
   PCriticalSection m_Lock;
   std::atomic<bool> m_bTearDown{false};
   Relaxed<bool> m_bDepthEnabled = true;
   RelaxedColor m_sBackgroundColor{0.0f, 0.0f, 0.0f, 1.0f};
   std::shared_ptr<PThread> m_pDrawThread;  // guarded by m_DrawThreadLock; DrawThread() gives a counted one
   GLPtr<IGLCanvas> m_pCanvas;
-  std::atomic<IGLPainter*> m_pPainter{nullptr};  // one reference while attached; changed under m_Lock
-  std::atomic<IGLCapture*> m_pCapture{nullptr};  // likewise
+  ClientSlot<IGLPainter> m_Painter;  // changed under m_Lock
+  ClientSlot<IGLCapture> m_Capture;  // likewise
   GLPtr<IGLCollection> m_pViewers;
   Relaxed<int> m_iViewportWidth = 1;
   Relaxed<int> m_iViewportHeight = 1;
-  Relaxed<bool> m_bClipPlanes = false;
-  int m_iNextClipPlane;
-  std::vector<GLClipPlane> m_aClipPlanes;  // guarded by m_Lock
+  ClipPlanes m_ClipPlanes;  // changed under m_Lock
   Relaxed<bool> m_bLighting = true;
   Relaxed<bool> m_bAmbientLight = true;
   RelaxedColor m_sAmbientLight{0.2f, 0.2f, 0.2f, 1.0f};
@@ -222,16 +232,13 @@ class GLContext final
   Relaxed<LONG> m_bFSAA = 0;
   Relaxed<LONG> m_lFSAAMaxSamples = 4;
 
-  GLSiteLinkPtr m_pLink;                     // the parts' way back, cut at teardown
-  mutable std::mutex m_DrawThreadLock;       // for the copying of m_pDrawThread alone
-  std::mutex m_ReplaceLock;                  // one replacement of window and thread at a time
-  std::mutex m_SelectLock;                   // one selection at a time
-  const GLContext* m_pAwaited = nullptr;     // in whose selection the draw thread waits; see DrawThreadWait
-  ListNames m_Lists;                         // named by list keys; the draw thread's alone, as the next two
-  ULONG m_uListsGeneration = 0;              // of the keys that name them
-  unsigned m_uNextList = 1;                  // where a search for free lists goes on; the draw thread's alone
-  std::atomic<bool> m_bClipResetDue{false};  // clip planes still to be switched off in GL
-  std::atomic_flag m_bReleased;              // the last reference has gone
-  ULONG m_uContextNumber = 0;                // of the rendering context; draw thread
-  unsigned m_uLitNumbers = 0;                // GL lights that the last viewer pass used; draw thread
+  GLSiteLinkPtr m_pLink;                   // the parts' way back, cut at teardown
+  mutable std::mutex m_DrawThreadLock;     // for the copying of m_pDrawThread alone
+  std::mutex m_ReplaceLock;                // one replacement of window and thread at a time
+  std::mutex m_SelectLock;                 // one selection at a time
+  const GLContext* m_pAwaited = nullptr;   // whom the draw thread waits for; see DrawThreadWait
+  std::optional<GLPass> m_TaskPass;        // between LockGL and UnlockGL of a task; draw thread
+  int m_iTaskLocks = 0;                    // how often the pass of a task was entered; draw thread
+  std::atomic<bool> m_bFontsAdded{false};  // fonts that no pass has looked at yet
+  std::atomic_flag m_bReleased;            // the last reference has gone
 };

@@ -46,9 +46,8 @@ class DeleteFontTask final : public PEvent {
       site = &*use;
     }
     // The context outlives its draw thread, which runs this; the link must be free while its lock is taken.
-    site->LockGL();
+    const GLSiteLock gl(*site);
     if (site->IsCurrentHere()) m_Remains.Delete(*site);
-    site->UnlockGL();
   }
 
  private:

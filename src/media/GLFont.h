@@ -40,6 +40,9 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
   /// Builds the lists and the widths in the rendering context that is current. Draw thread.
   /// @return whether the font can print
   bool CreateFontLists() noexcept;
+  /// Builds the lists unless they are valid in the pass in progress. Draw thread, with no list open.
+  /// @return whether the font can print
+  bool EnsureLists(GLContextSite& aSite) noexcept;
 
   HRESULT IsTrueType(LONG* aTrueType) noexcept override;
   HRESULT GetFace(BSTR* aFace) noexcept override;

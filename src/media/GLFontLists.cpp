@@ -37,6 +37,12 @@ bool GLFont::CreateFontLists() noexcept {
   return site && CreateFontLists(*site);
 }
 
+bool GLFont::EnsureLists(GLContextSite& aSite) noexcept {
+  if (aSite.IsListKeyValid(m_uListKey)) return true;
+  m_uListKey = 0;
+  return CreateFontLists(aSite);
+}
+
 bool GLFont::CreateFontLists(GLContextSite& aSite) noexcept {
   if (aSite.IsListKeyValid(m_uListKey)) aSite.DeleteListKey(m_uListKey, kCodes);
   m_uListKey = aSite.GenListKey(kCodes);

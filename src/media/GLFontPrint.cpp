@@ -59,10 +59,10 @@ HRESULT GLFont::GetStringWidth(BSTR aString, float* aWidth) noexcept {
 HRESULT GLFont::Print(BSTR aString, GLDATA_POINT* aStart) noexcept {
   if (aStart == nullptr) return E_INVALIDARG;
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere()) return E_GL_BADSTATE;
   if (!site->IsListKeyValid(m_uListKey)) {
-    m_uListKey = 0;
-    if (!CreateFontLists(*site)) return E_FAIL;
+    if (site->IsListOpen()) return E_GL_BADSTATE;  // the build would close the host's list
+    if (!EnsureLists(*site)) return E_FAIL;
   }
   char stack[kStackText];
   const Text text = Convert(aString, stack, kStackText);

@@ -20,3 +20,7 @@ HGLRC wglGetCurrentContext() noexcept;
 PROC wglGetProcAddress(const char* szName) noexcept;
 
 #endif
+
+/// Whether a context of the component's is the one that GL works with on the calling thread, also when its
+/// window has changed its size meanwhile, which wglGetCurrentContext takes for none.
+bool IsCurrentContext(HGLRC hRC) noexcept;

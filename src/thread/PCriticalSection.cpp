@@ -34,6 +34,17 @@ void PCriticalSection::Enter() noexcept {
   m_iEntries = 1;
 }
 
+bool PCriticalSection::TryEnter() noexcept {
+  if (!IsHeldHere()) {
+    const std::lock_guard gate(m_Gate);
+    if (m_Holder.load(std::memory_order_relaxed) != std::thread::id()) return false;
+    m_Holder.store(std::this_thread::get_id(), std::memory_order_relaxed);
+    m_iEntries = 0;
+  }
+  ++m_iEntries;
+  return true;
+}
+
 void PCriticalSection::Leave() {
   if (!IsHeldHere()) throw E_FAIL;
   if (--m_iEntries > 0) return;

@@ -19,6 +19,8 @@ class PCriticalSection {
 
   /// Waits until the calling thread holds the lock, and counts the entry.
   void Enter() noexcept;
+  /// Enters only if no wait is needed. @return whether the calling thread holds the lock now
+  bool TryEnter() noexcept;
   /// Takes one entry back; the last one hands the lock over. Throws E_FAIL as an HRESULT, and leaves nothing,
   /// when the calling thread hasn't entered: a fault of the caller.
   void Leave();

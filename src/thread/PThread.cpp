@@ -77,7 +77,7 @@ void PThread::Body() noexcept {
 /// Leaves the state lock for the length of a park. The count of resumes is noted under that lock, which every
 /// resume takes, so that none can fall between the look and the wait.
 void PThread::ParkIfRequested() noexcept {
-  if (!m_bSuspendRequested) return;
+  if (!m_bSuspendRequested || m_bParksHeld) return;
   std::unique_lock gate(m_WakeGate);
   const unsigned resumes = m_uResumes;
   m_bParked = true;

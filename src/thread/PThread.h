@@ -60,6 +60,10 @@ class PThread {
   /// want. On the worker it only requests the end.
   void Stop() noexcept;
 
+  /// Puts parks off until AllowParks: a suspension that comes before takes effect then. Before Start.
+  void HoldParks() noexcept { m_bParksHeld = true; }
+  /// Ends HoldParks. Any thread.
+  void AllowParks() noexcept { m_bParksHeld = false; }
   /// Asks the worker to park at the start of its next cycle. Any thread; waits for a running cycle.
   void RequestSuspend() noexcept;
   /// Whether the worker has parked. Any thread; waits for a running cycle.
@@ -132,6 +136,7 @@ class PThread {
   DWORD m_dwThreadNumber = 0;    // the system's, while the worker lives
   bool m_bSuspendRequested = false;
   std::atomic<bool> m_bParked{false};
+  std::atomic<bool> m_bParksHeld{false};
 
   std::atomic<bool> m_bControlled{false};
   std::atomic<DWORD> m_dwMaxWait{0};

@@ -141,6 +141,8 @@ class GLCanvas final : public GLObject<GLCanvas, IGLCanvas, IGLCanvas2, IGLCanva
  private:
   struct Setup;
 
+  bool HasGL() const noexcept;
+
   HRESULT AddTriangle(const GLDATA_POINT* aPoints, const GLDATA_RGBA* aColors,
                       const GLDATA_POINT* aNormals) noexcept;
   void CutStoreTo(std::size_t aTriangles) noexcept;

@@ -9,7 +9,7 @@ HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
   if (aList == nullptr) return E_INVALIDARG;
   *aList = 0;
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere() || site->IsListOpen()) return E_GL_BADSTATE;
   const ULONG key = site->BeginListKey();
   if (site->GetListBase(key) == 0) return E_FAIL;
   *aList = static_cast<int>(key);
@@ -18,29 +18,30 @@ HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
 
 HRESULT GLCanvas::EndCompileList() noexcept {
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere() || !site->IsListOpen()) return E_GL_BADSTATE;
   site->EndListKey();
   return S_OK;
 }
 
 HRESULT GLCanvas::DrawCompiledList(int aList) noexcept {
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere()) return E_GL_BADSTATE;
   site->CallListKey(static_cast<ULONG>(aList));
   return S_OK;
 }
 
 HRESULT GLCanvas::DeleteCompiledList(int aList) noexcept {
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere()) return E_GL_BADSTATE;
   site->DeleteListKey(static_cast<ULONG>(aList), 1);
   return S_OK;
 }
 
 HRESULT GLCanvas::IsCompiledList(int aList, LONG* aValid) noexcept {
   if (aValid == nullptr) return E_INVALIDARG;
+  *aValid = 0;
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere()) return E_GL_BADSTATE;
   *aValid = site->IsListKeyValid(static_cast<ULONG>(aList)) ? 1 : 0;
   return S_OK;
 }

@@ -3,8 +3,15 @@
 
 #include <algorithm>
 
+#include "component/ContextSite.h"
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
+
+// A canvas without a context works with whatever rendering context is current.
+bool GLCanvas::HasGL() const noexcept {
+  if (const GLSiteLink::Use site(m_pContext.get()); site) return site->IsCurrentHere();
+  return IsGLCurrent();
+}
 
 void GLCanvas::RefreshCachedSetup() noexcept {
   double modelview[16], projection[16];
@@ -33,7 +40,10 @@ struct GLCanvas::Setup {
 HRESULT GLCanvas::GetWindowCoords(GLDATA_POINT* pModelCoord, LONG bUseCachedSetup,
                                   GLDATA_POINT* pWindowCoord) noexcept {
   if (pModelCoord == nullptr || pWindowCoord == nullptr) return E_INVALIDARG;
-  if (bUseCachedSetup == 0) RefreshCachedSetup();
+  if (bUseCachedSetup == 0) {
+    if (!HasGL()) return E_GL_BADSTATE;
+    RefreshCachedSetup();
+  }
   const Setup setup(*this);
   GLDATA_POINT window = *pWindowCoord;  // what GLU can't map keeps its value
   gluProject(pModelCoord->x, pModelCoord->y, pModelCoord->z, setup.m_adModelview, setup.m_adProjection,
@@ -45,7 +55,10 @@ HRESULT GLCanvas::GetWindowCoords(GLDATA_POINT* pModelCoord, LONG bUseCachedSetu
 HRESULT GLCanvas::GetModelCoords(GLDATA_POINT* pWindowCoord, LONG bUseCachedSetup,
                                  GLDATA_POINT* pModelCoord) noexcept {
   if (pWindowCoord == nullptr || pModelCoord == nullptr) return E_INVALIDARG;
-  if (bUseCachedSetup == 0) RefreshCachedSetup();
+  if (bUseCachedSetup == 0) {
+    if (!HasGL()) return E_GL_BADSTATE;
+    RefreshCachedSetup();
+  }
   const Setup setup(*this);
   GLDATA_POINT model = *pModelCoord;
   gluUnProject(pWindowCoord->x, pWindowCoord->y, pWindowCoord->z, setup.m_adModelview, setup.m_adProjection,

@@ -83,6 +83,7 @@ HRESULT GLCanvas::ResetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
 
 HRESULT GLCanvas::GetModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
   if (aMatrix == nullptr) return E_INVALIDARG;
+  if (!HasGL()) return E_GL_BADSTATE;
   GLDATA_MATRIX16D inverse;
   glGetDoublev(GL_MODELVIEW_MATRIX, &inverse.m[0][0]);
   if (const HRESULT result = Invert(inverse); FAILED(result)) return result;
@@ -92,6 +93,7 @@ HRESULT GLCanvas::GetModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
 
 HRESULT GLCanvas::GetRawModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
   if (aMatrix == nullptr) return E_INVALIDARG;
+  if (!HasGL()) return E_GL_BADSTATE;
   glGetDoublev(GL_MODELVIEW_MATRIX, &aMatrix->m[0][0]);
   return S_OK;
 }

@@ -68,9 +68,11 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
   HRESULT GetShowAxes(LONG* pbShowAxes) noexcept override;
   HRESULT SetShowAxes(LONG bShowAxes) noexcept override;
 
+  /// What a pass draws: the window, whose aspect the conversions of this class go by, or another picture.
+  enum class Target { kWindow, kPicture };
   /// The projection pass: scissor, viewport, clear and projection for a view of that size.
   /// Draw thread, GL_PROJECTION selected with the identity loaded; GL_MODELVIEW is selected afterwards.
-  void PrepareProjection(int aWidth, int aHeight) noexcept;
+  void PrepareProjection(int aWidth, int aHeight, Target aTarget) noexcept;
 
   /// The overlay pass: clip frame, gauges, axes. Draw thread, after the painter.
   void DrawOverlay(IGLCanvas* aCanvas, IGLContext* aContext, const GLContextSite& aSite) noexcept;
@@ -78,7 +80,7 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
  private:
   void DrawFrame() noexcept;
   void DrawGauges(IGLCanvas* aCanvas, IGLContext* aContext) noexcept;
-  void DrawAxes(IGLContext* aContext) noexcept;
+  void DrawAxes(IGLContext* aContext, const GLContextSite& aSite) noexcept;
   void TurnWithEye() noexcept;
   void PrintAxisNames() noexcept;
   bool HasGauges() noexcept;
@@ -94,7 +96,7 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
   Relaxed<double> m_dEyeZNear = 0.1;
   Relaxed<double> m_dEyeZFar = 1000.0;
   Relaxed<double> m_dEyeAspect = 1.0;     // the host's own factor on the window's aspect
-  Relaxed<double> m_dWindowAspect = 1.0;  // width over height, from the last projection pass
+  Relaxed<double> m_dWindowAspect = 1.0;  // width over height, from the last pass of the window
   RelaxedPoint m_sOrthoMin{-50.0, -50.0, 0.0};
   RelaxedPoint m_sOrthoMax{50.0, 50.0, 1000.0};
   // The clip rectangle, in window pixels from the lower left.
@@ -102,9 +104,6 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
   Relaxed<int> m_iClipY = 10;
   Relaxed<int> m_iClipWidth = 100;
   Relaxed<int> m_iClipHeight = 100;
-  // The size of the context's view, from the last projection pass; draw thread only.
-  int m_iWindowWidth = 0;
-  int m_iWindowHeight = 0;
   RelaxedColor m_sFrameColor{1.0f, 1.0f, 1.0f, 1.0f};
   Relaxed<float> m_fFrameThickness = 1.0f;
   Relaxed<float> m_fFrameOffset = 0.0f;  // in normalised device units

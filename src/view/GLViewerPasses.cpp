@@ -9,9 +9,7 @@
 #include "platform/GL.h"
 #include "view/GLViewer.h"
 
-void GLViewer::PrepareProjection(int aWidth, int aHeight) noexcept {
-  m_iWindowWidth = aWidth;
-  m_iWindowHeight = aHeight;
+void GLViewer::PrepareProjection(int aWidth, int aHeight, Target aTarget) noexcept {
   double aspect = static_cast<double>(aWidth) / aHeight;
   if (m_bClipped) {
     const int x = m_iClipX, y = m_iClipY, width = m_iClipWidth, height = m_iClipHeight;
@@ -27,7 +25,7 @@ void GLViewer::PrepareProjection(int aWidth, int aHeight) noexcept {
     glDisable(GL_SCISSOR_TEST);
     glViewport(0, 0, aWidth, aHeight);
   }
-  m_dWindowAspect = aspect;
+  if (aTarget == Target::kWindow) m_dWindowAspect = aspect;
 
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);  // within the scissor: each viewer clears its own
 
@@ -66,7 +64,7 @@ void GLViewer::DrawOverlay(IGLCanvas* aCanvas, IGLContext* aContext, const GLCon
 
   if (drawFrame) DrawFrame();
   if (drawGauges) DrawGauges(aCanvas, aContext);
-  if (m_bShowAxes) DrawAxes(aContext);
+  if (m_bShowAxes) DrawAxes(aContext, aSite);
 
   glPopAttrib();
   glMatrixMode(GL_PROJECTION);
@@ -136,10 +134,10 @@ void Axis(float aX, float aY, float aZ) noexcept {
 }  // namespace
 
 /// The figure in the lower left corner; a unit is a pixel of the whole window.
-void GLViewer::DrawAxes(IGLContext* aContext) noexcept {
+void GLViewer::DrawAxes(IGLContext* aContext, const GLContextSite& aSite) noexcept {
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
-  glOrtho(0.0, m_iWindowWidth, 0.0, m_iWindowHeight, -60.0, 60.0);
+  glOrtho(0.0, aSite.ViewportWidth(), 0.0, aSite.ViewportHeight(), -60.0, 60.0);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
   glTranslatef(0.375f, 0.375f, 0.0f);  // pixel centres rather than corners

@@ -22,6 +22,7 @@ class TestSite final : public GLContextSite {
   bool HasClipPlanes() const noexcept override { return m_bClipPlanes; }
   HDC DeviceContext() const noexcept override { return m_hDC; }
   bool IsCurrentHere() const noexcept override { return m_bCurrent; }
+  bool IsListOpen() const noexcept override { return m_bListOpen; }
   ULONG WindowContextNumber() const noexcept override { return m_uWindowContext; }
   void LockGL() noexcept override {}
   void UnlockGL() noexcept override {}
@@ -46,7 +47,7 @@ class TestSite final : public GLContextSite {
   }
 
   int m_iWidth = 800, m_iHeight = 400;
-  bool m_bClipPlanes = false, m_bCurrent = true;
+  bool m_bClipPlanes = false, m_bCurrent = true, m_bListOpen = false;
   ULONG m_uWindowContext = 1;                    ///< the window's rendering context that stands for
   ULONG m_uNextKey = 0xFFFF0007, m_uCalled = 0;  ///< of a list that a canvas compiles, and draws
   std::vector<std::unique_ptr<PEvent>> m_vTasks;

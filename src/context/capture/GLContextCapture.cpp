@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <cstdint>
 #include <mutex>
-#include <utility>
 
 #include "component/Module.h"
 #include "component/Values.h"
 #include "context/GLContext.h"
 #include "context/capture/OffscreenSurface.h"
 #include "platform/GL.h"
+#include "platform/RenderingTurn.h"
 #include "platform/SystemInfo.h"
 
 OSVERSIONINFOA g_sVersion{};
@@ -63,10 +63,12 @@ std::int64_t Whole(float aValue) noexcept {
 }  // namespace
 
 void GLContext::CaptureFrame() noexcept {
-  GLPtr<IGLCapture> capture;
-  if (m_pCapture != nullptr) {
-    const PLock lock(m_Lock);  // the object may be detached during its own callbacks
-    capture = GLPtr<IGLCapture>::FromBorrowed(m_pCapture);
+  if (m_Capture.IsEmpty()) return;
+  GLPtr<IGLCapture> capture;         // released after the lock: the client's end may call anything
+  const PLock calls(m_ClientCalls);  // a detach on another thread waits for the whole
+  {
+    const PLock lock(m_Lock);
+    capture = m_Capture.Get();
   }
   if (!capture) return;
   LONG enabled = 0;
@@ -94,6 +96,7 @@ bool GLContext::CaptureFromScreen(IGLCapture& aCapture) noexcept {
   RECT rect{};
   if (!target || !CaptureRectangle(aCapture, &rect)) return false;
   if (FAILED(target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {0, 0, 0, 0}))) return false;
+  const GLPass pass(m_Lock, m_Window);
   return ReadPixels(*target, GL_BACK, rect, m_iViewportHeight);
 }
 
@@ -111,40 +114,35 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
 
   const auto width = static_cast<LONG>(Whole(static_cast<float>(m_iViewportWidth) * zoom));
   const auto height = static_cast<LONG>(Whole(static_cast<float>(m_iViewportHeight) * zoom));
-  // Memory may be had for more than GL draws.
+  // Memory may be available for more than GL draws.
   if (width > g_aiMaxViewport[0] || height > g_aiMaxViewport[1]) return false;
+  const RenderingTurn turn;  // for the making of the surface too
   const bool needsPalette = (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0;
-  const OffscreenSurface surface(width, height, needsPalette ? BYTE{24} : m_PixelFormat.cColorBits,
-                                 m_PixelFormat.cDepthBits);
+  OffscreenSurface surface(width, height, needsPalette ? BYTE{24} : m_PixelFormat.cColorBits,
+                           m_PixelFormat.cDepthBits);
   if (!surface.IsReady()) return false;
-  const PLock lock(m_Lock);
-  DrawOffscreen(aCapture, surface);
+  const GLPass window(m_Lock, m_Window);
+  m_Window.m_Lists.DropAll();
+  GLPass picture(m_Lock, surface.Target());
+  DrawOffscreen(aCapture, picture, surface);
   // A zoom below 1 leaves an empty rectangle: nothing to read, and no failure.
   const bool success =
       factor == 0 || (SUCCEEDED(initialized) && ReadPixels(*target, GL_FRONT, rect, surface.Height()));
-  DropAllLists();
-  surface.LetGo();
+  surface.Target().m_Lists.DropAll();
   return success;
 }
 
-// Draws the scene anew, for a viewport of the surface's size, with the capture's background. m_Lock is held;
-// the surface's rendering context is current afterwards.
-void GLContext::DrawOffscreen(IGLCapture& aCapture, const OffscreenSurface& aSurface) noexcept {
-  const int width = m_iViewportWidth, height = m_iViewportHeight;
-  const GLDATA_RGBA ownBackground = m_sBackgroundColor;
-  const unsigned litNumbers = std::exchange(m_uLitNumbers, 0u);
-  const bool clipResetDue = m_bClipResetDue;
-  m_iViewportWidth = aSurface.Width();
-  m_iViewportHeight = aSurface.Height();
-  wglMakeCurrent(m_hDC, m_hRC);
-  DropAllLists();
-  aSurface.MakeCurrent();
-
+// Draws the scene for a viewport of the surface's size, with the capture's background. What no viewer reaches
+// shows that background too.
+void GLContext::DrawOffscreen(IGLCapture& aCapture, GLPass& aPass,
+                              const OffscreenSurface& aSurface) noexcept {
   GLDATA_RGBA background{};
   aCapture.GetBackgroundColor(&background);
-  m_sBackgroundColor = GLDATA_RGBA{LimitColor(background.m_fRed), LimitColor(background.m_fGreen),
-                                   LimitColor(background.m_fBlue), ownBackground.m_fAlpha};
+  aPass.DrawPicture(aSurface.Width(), aSurface.Height(),
+                    {LimitColor(background.m_fRed), LimitColor(background.m_fGreen),
+                     LimitColor(background.m_fBlue), m_sBackgroundColor.m_fAlpha});
   glClearColor(background.m_fRed, background.m_fGreen, background.m_fBlue, 1.0f);
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   glEnable(GL_NORMALIZE);
   if (m_bDepthEnabled) {
     glEnable(GL_DEPTH_TEST);
@@ -153,18 +151,6 @@ void GLContext::DrawOffscreen(IGLCapture& aCapture, const OffscreenSurface& aSur
   }
   glEnable(GL_BLEND);
   glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  BuildFonts();
   DrawViewers();
-
-  m_iViewportWidth = width;
-  m_iViewportHeight = height;
-  m_sBackgroundColor = ownBackground;
-  m_uLitNumbers = litNumbers;
-  if (clipResetDue) m_bClipResetDue = true;  // still due in the window's rendering context
-}
-
-// All lists of the current rendering context go, and every list key with them.
-void GLContext::DropAllLists() noexcept {
-  m_Lists.Delete();
-  glDeleteLists(1, kDroppedLists);  // those too that the painter made by itself
-  m_uListsGeneration = ++g_uListGeneration;
 }

@@ -5,8 +5,10 @@
 #include "platform/PixelFormat.h"
 
 OffscreenSurface::OffscreenSurface(LONG aWidth, LONG aHeight, BYTE aColorBits, BYTE aDepthBits) noexcept
-    : m_iWidth(aWidth), m_iHeight(aHeight), m_hDC(CreateCompatibleDC(nullptr)) {
-  if (m_hDC == nullptr) return;
+    : m_iWidth(aWidth), m_iHeight(aHeight) {
+  const HDC dc = CreateCompatibleDC(nullptr);
+  m_Target.m_hDC = dc;
+  if (dc == nullptr) return;
   BITMAPINFO info{};
   info.bmiHeader.biSize = sizeof(info);
   info.bmiHeader.biWidth = aWidth;
@@ -14,21 +16,16 @@ OffscreenSurface::OffscreenSurface(LONG aWidth, LONG aHeight, BYTE aColorBits, B
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = aColorBits;
   void* bits = nullptr;
-  m_hBitmap = CreateDIBSection(m_hDC, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  m_hBitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
   if (m_hBitmap == nullptr || bits == nullptr) return;
-  SelectObject(m_hDC, m_hBitmap);
-  if (SetFormat(aColorBits, aDepthBits)) m_hRC = wglCreateContext(m_hDC);
+  SelectObject(dc, m_hBitmap);
+  if (SetFormat(aColorBits, aDepthBits)) m_Target.m_hRC = wglCreateContext(dc);
 }
 
 OffscreenSurface::~OffscreenSurface() {
-  if (m_hRC != nullptr) wglDeleteContext(m_hRC);
+  if (m_Target.m_hRC != nullptr) wglDeleteContext(m_Target.m_hRC);
   if (m_hBitmap != nullptr) DeleteObject(m_hBitmap);
-  if (m_hDC != nullptr) DeleteDC(m_hDC);
-}
-
-void OffscreenSurface::MakeCurrent() const noexcept {
-  wglMakeCurrent(nullptr, nullptr);
-  wglMakeCurrent(m_hDC, m_hRC);
+  if (m_Target.m_hDC != nullptr) DeleteDC(m_Target.m_hDC);
 }
 
 bool OffscreenSurface::SetFormat(BYTE aColorBits, BYTE aDepthBits) noexcept {
@@ -39,6 +36,6 @@ bool OffscreenSurface::SetFormat(BYTE aColorBits, BYTE aDepthBits) noexcept {
   request.iPixelType = PFD_TYPE_RGBA;
   request.cColorBits = aColorBits;
   request.cDepthBits = aDepthBits;
-  const int format = ChoosePixelFormat(m_hDC, &request);
-  return format != 0 && SetPixelFormat(m_hDC, format, &request);
+  const int format = ChoosePixelFormat(m_Target.m_hDC, &request);
+  return format != 0 && SetPixelFormat(m_Target.m_hDC, format, &request);
 }

@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "context/frame/GLRenderTarget.h"
 #include "platform/DeviceContext.h"
-#include "platform/RenderingContext.h"
 
 class OffscreenSurface {
  public:
@@ -14,20 +14,16 @@ class OffscreenSurface {
   OffscreenSurface(const OffscreenSurface&) = delete;
   OffscreenSurface& operator=(const OffscreenSurface&) = delete;
 
-  bool IsReady() const noexcept { return m_hRC != nullptr; }
+  bool IsReady() const noexcept { return m_Target.m_hRC != nullptr; }
   int Width() const noexcept { return m_iWidth; }
   int Height() const noexcept { return m_iHeight; }
-  /// Lets go of what is current first: the driver of a window, where it isn't that of memory, must learn of
-  /// it.
-  void MakeCurrent() const noexcept;
-  /// Leaves nothing current on this thread.
-  void LetGo() const noexcept { wglMakeCurrent(m_hDC, nullptr); }
+  /// What a pass draws on.
+  GLRenderTarget& Target() noexcept { return m_Target; }
 
  private:
   bool SetFormat(BYTE aColorBits, BYTE aDepthBits) noexcept;
 
   LONG m_iWidth, m_iHeight;
-  HDC m_hDC;
   HBITMAP m_hBitmap = nullptr;
-  HGLRC m_hRC = nullptr;
+  GLRenderTarget m_Target;
 };

@@ -9,10 +9,9 @@ PCreateFontEvent::PCreateFontEvent(GLContext& aContext, GLFont& aFont)
     : PEvent(&aContext, true, false), m_Context(aContext), m_pFont(GLPtr<GLFont>::FromBorrowed(&aFont)) {}
 
 void PCreateFontEvent::Run() {
-  m_Context.LockGL();
-  // Before the first rendering context there is nothing to build in; the first Print builds then.
-  if (m_Context.HasFont(m_pFont.Get()) && m_Context.IsCurrentHere()) m_pFont->CreateFontLists();
-  m_Context.UnlockGL();
+  const GLSiteLock gl(m_Context);
+  // Before the first rendering context there is nothing to build in; the first frame builds then.
+  if (m_Context.HasFont(m_pFont.Get()) && m_Context.IsCurrentHere()) m_pFont->EnsureLists(m_Context);
   m_bDone = true;
   SetActive(false);
 }
@@ -21,7 +20,6 @@ PResetClipPlanesEvent::PResetClipPlanesEvent(GLContext& aContext)
     : PEvent(&aContext, true, false), m_Context(aContext) {}
 
 void PResetClipPlanesEvent::Run() {
-  m_Context.LockGL();  // a capture leaves nothing current
-  if (m_Context.IsCurrentHere()) m_Context.DisableAllClipPlanes();
-  m_Context.UnlockGL();
+  const GLSiteLock gl(m_Context);
+  if (m_Context.IsCurrentHere()) m_Context.ResetGLClipPlanes();
 }

@@ -6,7 +6,7 @@
 
 #include "context/GLContext.h"
 #include "context/control/ContextTasks.h"
-#include "platform/RenderingTurn.h"
+#include "context/control/DrawThreadWait.h"
 
 namespace {
 
@@ -54,6 +54,8 @@ HRESULT GLContext::GetDrawThreadPars(int* aPriority, ULONG* aPreferredCycle,
 HRESULT GLContext::SetDrawThreadPars(int aPriority, ULONG aPreferredCycle, ULONG aMustSleepCycle) noexcept {
   const auto thread = DrawThread();
   if (thread == nullptr) return E_GL_BADSTATE;
+  const DrawThreadWait wait(*this);
+  if (!wait.IsAllowed()) return E_GL_BADSTATE;
   const ULONG preferred = std::clamp(aPreferredCycle, kShortestCycle, kLongestCycle);
   const ULONG mustSleep = std::clamp(aMustSleepCycle, kShortestCycle, kLongestCycle);
   const int priority = KnownPriority(aPriority);
@@ -80,6 +82,8 @@ HRESULT GLContext::TriggerDrawThread() noexcept {
 HRESULT GLContext::SuspendDrawThread() noexcept {
   const auto thread = DrawThread();
   if (thread == nullptr) return E_GL_BADSTATE;
+  const DrawThreadWait wait(*this);
+  if (!wait.IsAllowed()) return E_GL_BADSTATE;
   const auto start = Clock::now();
   thread->RequestSuspend();
   thread->Trigger();
@@ -89,9 +93,16 @@ HRESULT GLContext::SuspendDrawThread() noexcept {
   return S_OK;
 }
 
+// A suspension that came before the rendering context was made takes effect now.
+void GLContext::AllowParks() noexcept {
+  if (const auto thread = DrawThread()) thread->AllowParks();
+}
+
 HRESULT GLContext::ResumeDrawThread() noexcept {
   const auto thread = DrawThread();
   if (thread == nullptr) return E_GL_BADSTATE;
+  const DrawThreadWait wait(*this);
+  if (!wait.IsAllowed()) return E_GL_BADSTATE;
   thread->Resume();
   return S_OK;
 }
@@ -116,11 +127,12 @@ void GLContext::StopDrawThread() noexcept {
 void GLContext::EndDrawThread() noexcept {
   const auto thread = DrawThread();
   if (thread == nullptr) return;
-  const RenderingBreak others;  // the draw thread needs its turn to come to its end
+  const DrawThreadWait wait(*this);
   const auto start = Clock::now();
   m_bTearDown = true;
   thread->Resume();
   thread->Trigger();
-  while (m_hRC != nullptr && Clock::now() - start < kBoundedWait) std::this_thread::sleep_for(kPollStep);
+  while (m_Window.m_hRC != nullptr && Clock::now() - start < kBoundedWait)
+    std::this_thread::sleep_for(kPollStep);
   StopDrawThread();
 }

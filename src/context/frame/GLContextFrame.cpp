@@ -3,6 +3,8 @@
 
 #include <gllib/IGLCoord.h>
 
+#include <utility>
+
 #include "component/Module.h"
 #include "context/GLContext.h"
 #include "context/control/ContextTasks.h"
@@ -16,22 +18,21 @@
 
 // Three phases: creation of the rendering context, frames, its end.
 void GLContext::DrawThreadCallback(void* aContext) noexcept {
-  const RenderingTurn turn;
   auto& context = *static_cast<GLContext*>(aContext);
   MarkDrawThread(&context);
   if (!context.m_bTearDown) {
-    if (context.m_hRC != nullptr) {
+    if (context.m_Window.m_hRC != nullptr) {
       context.DrawFrame();
     } else {
       CoInitialize(nullptr);
-      context.CreateRenderingContext();
+      if (context.CreateRenderingContext()) context.AllowParks();
     }
-  } else if (context.m_hRC != nullptr) {
+  } else if (context.m_Window.m_hRC != nullptr) {
     context.DestroyRenderingContext();
   }
 }
 
-// The rendering context mustn't stay current on a thread that is gone.
+// The rendering context must not stay current on a thread that is gone.
 void GLContext::DrawThreadEnd(void*) noexcept {
   const RenderingTurn turn;
   wglMakeCurrent(nullptr, nullptr);
@@ -39,16 +40,24 @@ void GLContext::DrawThreadEnd(void*) noexcept {
 }
 
 void GLContext::DrawFrame() noexcept {
-  BeginFrame();
-  DrawViewers();
-  EndFrame();
+  {
+    const GLPass pass(m_Lock, m_Window);
+    BuildFonts();
+    SetFrameState();
+    DrawViewers();
+    SwapBuffers(m_Window.m_hDC);
+  }
+  CaptureFrame();
 }
 
-void GLContext::BeginFrame() noexcept {
-  LockGL();
-  DropStaleLists();
+// A new surface holds the driver's memory until it is cleared: viewers clear only what they show.
+void GLContext::SetFrameState() noexcept {
   const GLDATA_RGBA color = m_sBackgroundColor;
   glClearColor(color.m_fRed, color.m_fGreen, color.m_fBlue, color.m_fAlpha);
+  if (std::exchange(m_Window.m_bIsNew, false)) {
+    glDisable(GL_SCISSOR_TEST);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  }
   if (m_bDepthEnabled) {
     glEnable(GL_DEPTH_TEST);
   } else {
@@ -69,7 +78,7 @@ void GLContext::DrawViewers() noexcept {
     if (visible == 0) continue;
     SetupViewerPass(viewer);
     // The painter may detach itself while it draws.
-    if (const auto painter = GLPtr<IGLPainter>::FromBorrowed(m_pPainter)) {
+    if (const auto painter = m_Painter.Get()) {
       painter->Draw(m_pCanvas.Get(), this, &viewer);
     }
     static_cast<GLViewer&>(viewer).DrawOverlay(m_pCanvas.Get(), this, *this);
@@ -77,17 +86,13 @@ void GLContext::DrawViewers() noexcept {
   }
 }
 
-void GLContext::EndFrame() noexcept {
-  SwapBuffers(m_hDC);
-  UnlockGL();
-  CaptureFrame();
-}
-
 // Makes the GL state that a painter can count on.
 void GLContext::SetupViewerPass(IGLViewer& aViewer) noexcept {
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
-  static_cast<GLViewer&>(aViewer).PrepareProjection(m_iViewportWidth, m_iViewportHeight);
+  const bool picture = PictureHere() != nullptr;
+  static_cast<GLViewer&>(aViewer).PrepareProjection(
+      ViewportWidth(), ViewportHeight(), picture ? GLViewer::Target::kPicture : GLViewer::Target::kWindow);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
   static_cast<GLFog&>(*m_pFog).ApplyFog();
@@ -105,15 +110,14 @@ void GLContext::SetupEye(IGLViewer& aViewer) noexcept {
   m_pCanvas->ResetModelview6d(&placement);
 }
 
-// The equations are made anew each time, in world coordinates, since the eye is already loaded.
+// The equations are sent at each pass, in world coordinates, since the eye is already loaded.
 void GLContext::SetupClipPlanes() noexcept {
-  if (m_bClipResetDue) DisableAllClipPlanes();
-  if (!m_bClipPlanes) return;
-  for (const GLClipPlane& plane : m_aClipPlanes) SendClipPlane(plane);
+  if (PictureHere() == nullptr) ResetGLClipPlanes();
+  for (const GLClipPlane& plane : m_ClipPlanes.All()) SendClipPlane(plane);
 }
 
-void GLContext::DisableAllClipPlanes() noexcept {
-  m_bClipResetDue = false;
+void GLContext::ResetGLClipPlanes() noexcept {
+  if (!m_ClipPlanes.TakeReset()) return;
   for (int i = 0; i < g_iMaxClipPlanes; ++i) glDisable(static_cast<GLenum>(GL_CLIP_PLANE0 + i));
 }
 
@@ -141,8 +145,9 @@ void GLContext::ApplyLights() noexcept {
     const int name = light.ApplyLight(m_pCanvas.Get());
     if (name >= GL_LIGHT0) lit |= 1u << (name - GL_LIGHT0);
   }
-  for (unsigned gone = m_uLitNumbers & ~lit, i = 0; gone != 0; gone >>= 1, ++i) {
+  unsigned& litBefore = GLPass::Here()->Target().m_uLitNumbers;
+  for (unsigned gone = litBefore & ~lit, i = 0; gone != 0; gone >>= 1, ++i) {
     if ((gone & 1) != 0) glDisable(GL_LIGHT0 + i);
   }
-  m_uLitNumbers = lit;
+  litBefore = lit;
 }

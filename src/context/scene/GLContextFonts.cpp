@@ -8,6 +8,7 @@
 
 #include "component/CreateObject.h"
 #include "context/GLContext.h"
+#include "context/control/ContextHold.h"
 #include "context/control/ContextTasks.h"
 #include "media/GLFont.h"
 #include "platform/Text.h"
@@ -43,11 +44,17 @@ HRESULT GLContext::CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescrib
     return E_OUTOFMEMORY;
   }
   {
-    const PLock lock(m_Lock);
+    const ContextHold hold(*this, m_Lock);
+    if (!hold) return E_GL_BADSTATE;
     if (FAILED(m_pFonts->Add(font.Get()))) return E_FAIL;
   }
-  // Without a draw thread, or memory for the task, the first Print builds.
-  if (DrawThread() != nullptr) PostTask(new (std::nothrow) PCreateFontEvent(*this, FontOf(font.Get())));
+  if (IsCurrentHere() && !IsListOpen()) {
+    FontOf(font.Get()).EnsureLists(*this);
+  } else {
+    m_bFontsAdded = true;
+    // Without a draw thread, or memory for the task, the next frame builds.
+    if (DrawThread() != nullptr) PostTask(new (std::nothrow) PCreateFontEvent(*this, FontOf(font.Get())));
+  }
   *aFont = font.Get();
   if (!aBorrowed) font.Detach();
   return S_OK;
@@ -91,19 +98,35 @@ bool GLContext::HasFont(IGLFont* aFont) noexcept {
   return has != 0;
 }
 
+// The walk is left out where all fonts have been looked at since the last change of the list generation.
+void GLContext::BuildFonts() noexcept {
+  if (!IsCurrentHere()) return;
+  GLRenderTarget& target = GLPass::Here()->Target();
+  const ULONG generation = target.m_Lists.Generation();
+  const bool added = m_bFontsAdded.exchange(false);
+  if (!added && target.m_uFontsGeneration == generation) return;
+  target.m_uFontsGeneration = generation;
+  GLPOSITION position{};
+  GLPtr<IUnknown> member;
+  for (m_pFonts->GetFirst(&position, member.Put()); member; m_pFonts->GetNext(&position, member.Put())) {
+    FontOf(static_cast<IGLFont*>(member.Get())).EnsureLists(*this);
+  }
+}
+
 HRESULT GLContext::DestroyFont(IGLFont* aFont) noexcept {
   if (aFont == nullptr) return E_INVALIDARG;
   if (!m_pFonts) return E_GL_BADSTATE;
-  LockGL();
+  const ContextHold hold(*this, m_Lock);
+  if (!hold) return E_GL_BADSTATE;
   if (m_pDefaultFont == aFont) m_pDefaultFont = nullptr;
   m_pFonts->Remove(aFont);
-  UnlockGL();
   return S_OK;
 }
 
 HRESULT GLContext::GetDefaultFont(IGLFont** aFont) noexcept {
   if (aFont == nullptr) return E_INVALIDARG;
-  const PLock lock(m_Lock);
+  const ContextHold hold(*this, m_Lock);
+  if (!hold) return E_GL_BADSTATE;
   *aFont = m_pDefaultFont;
   if (m_pDefaultFont != nullptr) m_pDefaultFont->AddRef();
   return S_OK;
@@ -111,7 +134,8 @@ HRESULT GLContext::GetDefaultFont(IGLFont** aFont) noexcept {
 
 HRESULT GLContext::SetDefaultFont(IGLFont* aFont) noexcept {
   if (!m_pFonts) return E_GL_BADSTATE;
-  const PLock lock(m_Lock);
+  const ContextHold hold(*this, m_Lock);
+  if (!hold) return E_GL_BADSTATE;
   if (!HasFont(aFont)) return E_FAIL;  // null is no member, so a default can't be cleared
   m_pDefaultFont = aFont;
   return S_OK;

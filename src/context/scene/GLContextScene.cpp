@@ -100,7 +100,10 @@ HRESULT GLContext::EnableAmbientLight(LONG aEnable) noexcept {
 HRESULT GLContext::IsAmbientLightEnabled(LONG* aEnabled) noexcept { return Tell(m_bAmbientLight, aEnabled); }
 
 HRESULT GLContext::GetBackgroundColor(GLDATA_RGBA* aColor) noexcept {
-  return Tell(m_sBackgroundColor, aColor);
+  if (aColor == nullptr) return E_INVALIDARG;
+  const GLPass* picture = PictureHere();
+  *aColor = picture != nullptr ? picture->Background() : m_sBackgroundColor;
+  return S_OK;
 }
 
 HRESULT GLContext::SetBackgroundColor(GLDATA_RGBA* aColor) noexcept {

@@ -4,10 +4,9 @@
 #include <limits>
 #include <new>
 
-#include "component/Module.h"
 #include "context/GLContext.h"
+#include "context/control/ContextHold.h"
 #include "context/control/ContextTasks.h"
-#include "platform/GL.h"
 
 namespace {
 
@@ -26,30 +25,35 @@ GPoint ToPoint(const GLDATA_POINT& aPoint) noexcept { return {aPoint.x, aPoint.y
 
 HRESULT GLContext::GetViewportWidth(int* aValue) noexcept {
   if (aValue == nullptr) return E_INVALIDARG;
-  *aValue = m_iViewportWidth;
+  *aValue = ViewportWidth();
   return S_OK;
 }
 
 HRESULT GLContext::GetViewportHeight(int* aValue) noexcept {
   if (aValue == nullptr) return E_INVALIDARG;
-  *aValue = m_iViewportHeight;
+  *aValue = ViewportHeight();
   return S_OK;
 }
 
 HRESULT GLContext::SetViewport(int aX, int aY, int aWidth, int aHeight) noexcept {
+  const int widthBefore = m_iViewportWidth, heightBefore = m_iViewportHeight;
   m_iViewportWidth = aWidth > 0 ? aWidth : 1;
   m_iViewportHeight = aHeight > 0 ? aHeight : 1;
-  LockGL();
+  const ContextHold hold(*this, m_Lock);
+  if (!hold) {
+    m_iViewportWidth = widthBefore;
+    m_iViewportHeight = heightBefore;
+    return E_GL_BADSTATE;
+  }
   SetWindowPos(
       m_hWnd, nullptr, aX, aY, m_iViewportWidth, m_iViewportHeight,
       SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_DEFERERASE | SWP_ASYNCWINDOWPOS);
-  UnlockGL();
   return S_OK;
 }
 
 HRESULT GLContext::DeviceToSCS(int aWinX, int aWinY, double* aScsX, double* aScsY) noexcept {
   if (aScsX == nullptr || aScsY == nullptr) return E_INVALIDARG;
-  const double w = m_iViewportWidth, h = m_iViewportHeight, aspect = w / h;
+  const double w = ViewportWidth(), h = ViewportHeight(), aspect = w / h;
   const double winX = aWinX, winY = aWinY;
   const double x = (winX + winX) / w - 1.0, y = 1.0 - (winY + winY) / h;
   *aScsX = 1.0 > aspect ? x : x * aspect;
@@ -59,7 +63,7 @@ HRESULT GLContext::DeviceToSCS(int aWinX, int aWinY, double* aScsX, double* aScs
 
 HRESULT GLContext::SCSToDevice(double aScsX, double aScsY, int* aWinX, int* aWinY) noexcept {
   if (aWinX == nullptr || aWinY == nullptr) return E_INVALIDARG;
-  const double w = m_iViewportWidth, h = m_iViewportHeight, aspect = w / h;
+  const double w = ViewportWidth(), h = ViewportHeight(), aspect = w / h;
   const double x = 1.0 > aspect ? aScsX : aScsX / aspect, y = 1.0 > aspect ? aScsY * aspect : aScsY;
   *aWinX = ToPixel(((x + 1.0) * 0.5) * w);
   *aWinY = ToPixel(((y - 1.0) * -0.5) * h);
@@ -70,24 +74,15 @@ HRESULT GLContext::ClipPlane(GLDATA_POINT* aPntA, GLDATA_POINT* aPntB, GLDATA_PO
   if (aPntA == nullptr || aPntB == nullptr || aPntC == nullptr) return E_INVALIDARG;
   const GPlane plane(ToPoint(*aPntA), ToPoint(*aPntB), ToPoint(*aPntC));
   if (!plane.IsValid()) return E_GL_BADVALUE;
-  const PLock lock(m_Lock);
-  try {
-    m_aClipPlanes.push_back({plane, m_iNextClipPlane});
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
-  // The names run round: a later plane wins the name of an earlier one.
-  if (++m_iNextClipPlane >= GL_CLIP_PLANE0 + g_iMaxClipPlanes) m_iNextClipPlane = GL_CLIP_PLANE0;
-  m_bClipPlanes = true;
-  return S_OK;
+  const ContextHold hold(*this, m_Lock);
+  if (!hold) return E_GL_BADSTATE;
+  return m_ClipPlanes.Add(plane) ? S_OK : E_OUTOFMEMORY;
 }
 
 HRESULT GLContext::ResetClipPlanes() noexcept {
-  const PLock lock(m_Lock);
-  m_aClipPlanes.clear();
-  m_iNextClipPlane = GL_CLIP_PLANE0;
-  m_bClipPlanes = false;
-  m_bClipResetDue = true;
+  const ContextHold hold(*this, m_Lock);
+  if (!hold) return E_GL_BADSTATE;
+  m_ClipPlanes.Clear();
   PostTask(new (std::nothrow) PResetClipPlanesEvent(*this));
   return S_OK;
 }

@@ -6,41 +6,8 @@
 #include <new>
 
 #include "context/GLContext.h"
+#include "context/control/DrawThreadWait.h"
 #include "context/selection/PSelectEvent.h"
-#include "platform/RenderingTurn.h"
-
-namespace {
-
-std::mutex g_WaitsLock;  // guards m_pAwaited of all contexts
-
-}  // namespace
-
-/// Notes for its length that a draw thread waits for another context's. One that would close a circle isn't
-/// noted: nobody in it would ever be served.
-class GLContext::DrawThreadWait {
- public:
-  DrawThreadWait(GLContext* aWaiting, GLContext& aAwaited) noexcept : m_pWaiting(aWaiting) {
-    if (aWaiting == nullptr) return;
-    const std::scoped_lock lock(g_WaitsLock);
-    for (const GLContext* next = &aAwaited; next != nullptr; next = next->m_pAwaited) {
-      if (next == aWaiting) m_bClosesCircle = true;
-    }
-    if (!m_bClosesCircle) aWaiting->m_pAwaited = &aAwaited;
-  }
-  ~DrawThreadWait() {
-    if (m_pWaiting == nullptr || m_bClosesCircle) return;
-    const std::scoped_lock lock(g_WaitsLock);
-    m_pWaiting->m_pAwaited = nullptr;
-  }
-  DrawThreadWait(const DrawThreadWait&) = delete;
-  DrawThreadWait& operator=(const DrawThreadWait&) = delete;
-
-  bool IsAllowed() const noexcept { return !m_bClosesCircle; }
-
- private:
-  GLContext* m_pWaiting;
-  bool m_bClosesCircle = false;
-};
 
 // The viewer that a host means, counted: it may be destroyed by another thread at any moment.
 GLPtr<IGLViewer> GLContext::FindViewer(IGLViewer* aViewer) noexcept {
@@ -62,11 +29,11 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
   }
   if (*aArraySize < 1) return S_OK;
   HRESULT result = E_GL_BADSTATE;
-  if (IsUsable()) {
+  if (IsUsable() && !IsDrawThread()) {
     const GLPtr<IGLViewer> viewer = FindViewer(aViewer);
     if (!viewer) {
       result = E_INVALIDARG;
-    } else if (const DrawThreadWait wait(DrawnHere(), *this); wait.IsAllowed()) {
+    } else if (const DrawThreadWait wait(*this); wait.IsAllowed()) {
       const std::scoped_lock oneAtATime(m_SelectLock);
       try {
         const auto outcome = std::make_shared<PSelectOutcome>();
@@ -90,7 +57,6 @@ HRESULT GLContext::WaitForSelection(PSelectEvent* aEvent, PSelectOutcome& aOutco
     return E_GL_BADSTATE;
   }
   thread->PostEvent(aEvent);
-  const RenderingBreak others;  // a painter may select in another context
   while (!aOutcome.Wait() && !thread->IsParkedNow() && !thread->IsStopped()) {
   }
   // The event is gone before the caller's memory may go; the context's other queued tasks go with it.

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "context/GLContext.h"
+#include "context/frame/GLPass.h"
 
 namespace {
 
@@ -47,8 +48,13 @@ PSelectEvent::PSelectEvent(GLContext& aContext, IGLViewer& aViewer, GLDATA_POINT
 PSelectEvent::~PSelectEvent() { m_pOutcome->Set(E_GL_BADSTATE); }
 
 void PSelectEvent::Run() {
+  const PLock calls(m_Context.ClientCalls());  // a detach on another thread waits for all passes
+  GLPass pass(m_Context.Lock(), m_Context.WindowTarget());
+  if (!pass.IsCurrent()) return;  // stays active: the next cycle has a rendering context
+  m_Context.BuildFonts();
+  m_Context.ResetGLClipPlanes();
   TakeScene();
-  if (!m_Context.IsCurrentHere()) return;  // stays active: the next cycle has a rendering context
+  pass.ReleaseLock();
   const int capacity = *m_piArraySize;
   RunPickPass(*m_pPoint1, *m_pPoint2, m_piArraySize, m_puIDArray);
   if (m_bSelectEnclosed && *m_piArraySize != 0) {
@@ -65,17 +71,14 @@ void PSelectEvent::Run() {
   m_pOutcome->Set(m_hResult);
 }
 
-// Makes GL current too: a capture leaves nothing current.
 void PSelectEvent::TakeScene() noexcept {
-  m_Context.LockGL();
-  m_pPainter = GLPtr<IGLPainter>::FromBorrowed(m_Context.m_pPainter);
+  m_pPainter = m_Context.Painter().Get();
   try {
-    m_aClipPlanes = m_Context.m_aClipPlanes;
+    m_aClipPlanes = m_Context.Planes().All();
   } catch (const std::bad_alloc&) {
     m_aClipPlanes.clear();
     m_hResult = E_OUTOFMEMORY;
   }
-  m_Context.UnlockGL();
 }
 
 // Drops what shows up in one of four thin strips just outside the box: it crosses an edge.
@@ -95,6 +98,8 @@ void PSelectEvent::KeepEnclosed(int aCapacity, ULONG* aScratch) noexcept {
 void PSelectEvent::SubtractStrip(int aCapacity, ULONG* aScratch, const GLDATA_POINT& aPoint1,
                                  const GLDATA_POINT& aPoint2) noexcept {
   int& size = *m_piArraySize;
+  // A painter that has detached itself meanwhile is not called again: nothing of it is left to be found.
+  if (!m_Context.Painter().Holds(m_pPainter.Get())) size = 0;
   if (size == 0) return;
   int found = aCapacity;
   RunPickPass(aPoint1, aPoint2, &found, aScratch);

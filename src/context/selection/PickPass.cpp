@@ -45,7 +45,7 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   SetupProjection(static_cast<double>(view.width) / view.height);
   SetupEye();
   SetupClipPlanes();
-  if (m_pPainter) m_pPainter->Draw(m_Context.m_pCanvas.Get(), &m_Context, &m_Viewer);
+  if (m_pPainter) m_pPainter->Draw(m_Context.Canvas(), &m_Context, &m_Viewer);
   glFlush();
   std::fill_n(aIDArray, capacity, ULONG{0});
   *aArraySize = ReadHits(glRenderMode(GL_RENDER), buffer.get(), records, aIDArray);
@@ -119,7 +119,7 @@ void PSelectEvent::SetupEye() noexcept {
   GLDATA_MATRIX6D placement{};
   m_Viewer.GetCoord(eye.Put());
   if (eye) eye->GetMatrix6d(&placement);
-  m_Context.m_pCanvas->ResetModelview6d(&placement);
+  m_Context.Canvas()->ResetModelview6d(&placement);
 }
 
 void PSelectEvent::SetupClipPlanes() noexcept {

@@ -52,15 +52,12 @@ LRESULT MessageHookProc(int nCode, WPARAM wParam, LPARAM lParam) noexcept {
 
 void AddToContextList(GLContext& aContext) noexcept { g_Contexts.Add(&aContext); }
 
-void RemoveFromContextList(GLContext& aContext) noexcept { g_Contexts.Remove(&aContext); }
-
-void RemoveMessageHook(GLContext& aContext) noexcept {
+void RemoveFromContextList(GLContext& aContext) noexcept {
   HHOOK hook = nullptr;
   {
     const PLock lock(g_ContextsLock);
-    int position = 0;
-    if (g_Contexts.GetCount() != 1 || g_Contexts.GetFirst(position) != &aContext) return;
-    hook = std::exchange(g_hMessageHook, nullptr);
+    g_Contexts.Remove(&aContext);
+    if (g_Contexts.GetCount() == 0) hook = std::exchange(g_hMessageHook, nullptr);
   }
   if (hook != nullptr) UnhookWindowsHookEx(hook);
 }

@@ -9,8 +9,6 @@ class GLContext;
 void AddToContextList(GLContext& aContext) noexcept;
 /// Takes a context out, and the hook with the last one. Waits for a walk over the list.
 void RemoveFromContextList(GLContext& aContext) noexcept;
-/// Takes the hook out if this is the only context.
-void RemoveMessageHook(GLContext& aContext) noexcept;
 /// Installs the hook on the calling thread's messages, unless there is one.
 void InstallMessageHook() noexcept;
 /// Number of context objects in the process, initialised or not.

@@ -17,7 +17,7 @@ constexpr WORD kPaletteVersion = 0x300;
 
 }  // namespace
 
-// Gives m_hDC its format. aFormatSet tells whether it has one, even where a later step fails.
+// Gives m_Window.m_hDC its format. aFormatSet tells whether it has one, even where a later step fails.
 bool GLContext::SetupPixelFormat(bool* aFormatSet) noexcept {
   const PLock lock(m_Lock);
   *aFormatSet = false;
@@ -25,9 +25,9 @@ bool GLContext::SetupPixelFormat(bool* aFormatSet) noexcept {
   ReadUserSwitches();
   m_PixelFormat = PixelFormatRequest();
   const int format = ChooseFormat();
-  if (format == 0 || !SetPixelFormat(m_hDC, format, &m_PixelFormat)) return false;
+  if (format == 0 || !SetPixelFormat(m_Window.m_hDC, format, &m_PixelFormat)) return false;
   *aFormatSet = true;
-  if (DescribePixelFormat(m_hDC, format, sizeof(m_PixelFormat), &m_PixelFormat) == 0) return false;
+  if (DescribePixelFormat(m_Window.m_hDC, format, sizeof(m_PixelFormat), &m_PixelFormat) == 0) return false;
   return (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) == 0 || SetupPalette();
 }
 
@@ -45,13 +45,14 @@ void GLContext::ReadUserSwitches() noexcept {
 
 // The number of contexts decides, not that of monitors.
 int GLContext::ChooseFormat() noexcept {
-  if (!g_bAccel || (!g_bMultiAccel && CountContexts() > 1)) return FindPixelFormat(m_hDC, m_PixelFormat);
+  if (!g_bAccel || (!g_bMultiAccel && CountContexts() > 1))
+    return FindPixelFormat(m_Window.m_hDC, m_PixelFormat);
   Zentig::WGLExtensions* extensions = Zentig::WGLExtensions::GetInstance(ModuleInstance());
   if (extensions != nullptr && m_bFSAA != 0) {
-    const int format = extensions->ChooseMultisampleFormat(m_hDC, m_PixelFormat, m_lFSAAMaxSamples);
+    const int format = extensions->ChooseMultisampleFormat(m_Window.m_hDC, m_PixelFormat, m_lFSAAMaxSamples);
     if (format != 0) return format;
   }
-  return ChoosePixelFormat(m_hDC, &m_PixelFormat);
+  return ChoosePixelFormat(m_Window.m_hDC, &m_PixelFormat);
 }
 
 bool GLContext::SetupPalette() noexcept {
@@ -71,8 +72,8 @@ bool GLContext::SetupPalette() noexcept {
   if (m_hPalette != nullptr) DeleteObject(m_hPalette);
   m_hPalette = CreatePalette(reinterpret_cast<const LOGPALETTE*>(block.data()));
   if (m_hPalette == nullptr) return false;
-  const HPALETTE previous = SelectPalette(m_hDC, static_cast<HPALETTE>(m_hPalette), FALSE);
-  const bool realized = RealizePalette(m_hDC) != GDI_ERROR;
+  const HPALETTE previous = SelectPalette(m_Window.m_hDC, static_cast<HPALETTE>(m_hPalette), FALSE);
+  const bool realized = RealizePalette(m_Window.m_hDC) != GDI_ERROR;
   if (previous != nullptr) DeleteObject(previous);
   return realized;
 }

@@ -7,6 +7,7 @@
 
 #include "component/Module.h"
 #include "context/GLContext.h"
+#include "context/control/DrawThreadWait.h"
 #include "context/window/ContextList.h"
 #include "context/window/ParentPlacement.h"
 #include "platform/DeviceContext.h"
@@ -65,9 +66,11 @@ GLWindowClass g_WindowClass;
 
 HRESULT GLContext::Initialize(ULONG_PTR aParentWnd) noexcept {
   if (IsDrawThread() || !IsUsable()) return E_GL_BADSTATE;
+  const DrawThreadWait wait(*this);
+  if (!wait.IsAllowed()) return E_GL_BADSTATE;
   const std::scoped_lock replace(m_ReplaceLock);
   m_hParentWnd = reinterpret_cast<HWND>(aParentWnd);
-  if (m_hRC != nullptr) ++g_uListGeneration;  // no key may name a list of the new rendering context
+  if (m_Window.m_hRC != nullptr) ++g_uListGeneration;  // no key may name a list of the new rendering context
   if (!CreateGLWindow()) return E_FAIL;
   InstallMessageHook();
   return S_OK;
@@ -80,8 +83,6 @@ HRESULT GLContext::GetWindow(ULONG_PTR* aHandle) noexcept {
 }
 
 bool GLContext::CreateGLWindow() noexcept {
-  const RenderingBreak
-      others;  // the new draw thread needs its turn, and a painter of another context may call
   StopDrawThread();
   const RECT place = DestroyGLWindow();
   if (!g_WindowClass.Register()) return false;
@@ -101,13 +102,14 @@ bool GLContext::CreateGLWindow() noexcept {
 bool GLContext::StartDrawing(HWND aWindow) noexcept {
   const PLock lock(m_Lock);
   m_hWnd = aWindow;
-  m_hDC = GetDC(aWindow);
+  m_Window.m_hDC = GetDC(aWindow);
   bool formatSet = false;
   SetupPixelFormat(&formatSet);
   SetWindowLongPtrA(aWindow, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   if (!formatSet) return false;
   try {
     auto thread = std::make_shared<PThread>(DrawThreadCallback, this, DrawThreadEnd);
+    thread->HoldParks();
     const std::scoped_lock hold(m_DrawThreadLock);
     m_pDrawThread = thread;
     return thread->Start(kPreferredCycle, kMustSleepCycle, kHighestPriority, false);
@@ -118,7 +120,7 @@ bool GLContext::StartDrawing(HWND aWindow) noexcept {
 
 bool GLContext::WaitForRenderingContext() noexcept {
   const auto end = std::chrono::steady_clock::now() + kLongestStart;
-  while (m_hRC == nullptr) {
+  while (m_Window.m_hRC == nullptr) {
     if (std::chrono::steady_clock::now() >= end) return false;
     std::this_thread::sleep_for(kPollStep);
   }
@@ -129,17 +131,19 @@ bool GLContext::WaitForRenderingContext() noexcept {
 // parent.
 RECT GLContext::DestroyGLWindow() noexcept {
   RECT place{};
+  const RenderingTurn turn;
   const PLock lock(m_Lock);
-  if (const HGLRC context = m_hRC.exchange(nullptr)) wglDeleteContext(context);
+  if (const HGLRC context = m_Window.m_hRC.exchange(nullptr)) wglDeleteContext(context);
   if (m_hWnd == nullptr) return place;
+  SetWindowLongPtrA(m_hWnd, GWLP_USERDATA, 0);  // a window that outlives this must not find the context
   if (GetWindowRect(m_hWnd, &place) == FALSE) place = RECT{};
   if (m_hParentWnd != nullptr) {
     POINT corners[2] = {{place.left, place.top}, {place.right, place.bottom}};
     for (POINT& corner : corners) ScreenToClient(m_hParentWnd, &corner);
     place = {corners[0].x, corners[0].y, corners[1].x, corners[1].y};
   }
-  if (m_hDC != nullptr) ReleaseDC(m_hWnd, m_hDC);
-  m_hDC = nullptr;
+  if (m_Window.m_hDC != nullptr) ReleaseDC(m_hWnd, m_Window.m_hDC);
+  m_Window.m_hDC = nullptr;
   EndWindow(m_hWnd);
   m_hWnd = nullptr;
   if (m_hPalette != nullptr) DeleteObject(m_hPalette);
@@ -149,11 +153,12 @@ RECT GLContext::DestroyGLWindow() noexcept {
 
 // The first pass of the draw thread, and each further one for as long as it fails.
 bool GLContext::CreateRenderingContext() noexcept {
-  if (m_hDC == nullptr) return false;
+  if (m_Window.m_hDC == nullptr) return false;
+  const RenderingTurn turn;
   const PLock lock(m_Lock);
-  const HGLRC context = wglCreateContext(m_hDC);
+  const HGLRC context = wglCreateContext(m_Window.m_hDC);
   if (context == nullptr) return false;
-  if (!wglMakeCurrent(m_hDC, context)) {
+  if (!wglMakeCurrent(m_Window.m_hDC, context)) {
     wglDeleteContext(context);
     return false;
   }
@@ -164,11 +169,9 @@ bool GLContext::CreateRenderingContext() noexcept {
   ReadLimits();
   glEnable(GL_NORMALIZE);
   static std::atomic<ULONG> lastNumber{0};
-  m_uContextNumber = ++lastNumber;
-  m_uLitNumbers = 0;
-  m_bClipResetDue = false;
-  m_Lists.Clear();
-  m_hRC = context;
+  m_Window.Restart(++lastNumber);
+  m_ClipPlanes.TakeReset();  // nothing is enabled in a new one
+  m_Window.m_hRC = context;
   return true;
 }
 
@@ -194,10 +197,11 @@ void GLContext::ReadLimits() noexcept {
 }
 
 void GLContext::DestroyRenderingContext() noexcept {
-  const HGLRC context = m_hRC;
-  wglMakeCurrent(m_hDC, context);
+  const RenderingTurn turn;
+  const HGLRC context = m_Window.m_hRC;
+  wglMakeCurrent(m_Window.m_hDC, context);
   wglDeleteContext(context);
-  m_hRC = nullptr;
+  m_Window.m_hRC = nullptr;
 }
 
 LRESULT GLContext::WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
@@ -225,30 +229,31 @@ LRESULT GLContext::WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam
 
 void GLContext::OnSysColorChange() noexcept {
   const std::scoped_lock replace(m_ReplaceLock);
-  if (m_hRC == nullptr || m_bReleased.test()) return;
-  LockGL();
-  if (IsCurrentHere()) glDeleteLists(1, kDroppedLists);  // elsewhere they go with their rendering context
-  ++g_uListGeneration;
-  UnlockGL();
+  if (m_Window.m_hRC == nullptr || m_bReleased.test()) return;
+  {
+    const PLock lock(m_Lock);
+    ++g_uListGeneration;  // the lists go with their rendering context
+  }
   CreateGLWindow();
 }
 
 LRESULT GLContext::OnQueryNewPalette() noexcept {
   const PLock lock(m_Lock);
   if (!NeedsPalette()) return 0;
-  SelectPalette(m_hDC, static_cast<HPALETTE>(m_hPalette), TRUE);
-  RealizePalette(m_hDC);
+  SelectPalette(m_Window.m_hDC, static_cast<HPALETTE>(m_hPalette), TRUE);
+  RealizePalette(m_Window.m_hDC);
   return 1;
 }
 
 void GLContext::OnPaletteChanged(WPARAM wParam) noexcept {
   const PLock lock(m_Lock);
   if (reinterpret_cast<HWND>(wParam) == m_hWnd || !NeedsPalette()) return;
-  SelectPalette(m_hDC, static_cast<HPALETTE>(m_hPalette), FALSE);
-  RealizePalette(m_hDC);
-  UpdateColors(m_hDC);
+  SelectPalette(m_Window.m_hDC, static_cast<HPALETTE>(m_hPalette), FALSE);
+  RealizePalette(m_Window.m_hDC);
+  UpdateColors(m_Window.m_hDC);
 }
 
 bool GLContext::NeedsPalette() const noexcept {
-  return m_hRC != nullptr && (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0 && m_hPalette != nullptr;
+  return m_Window.m_hRC != nullptr && (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0 &&
+         m_hPalette != nullptr;
 }

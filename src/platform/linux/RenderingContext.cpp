@@ -33,7 +33,7 @@ BOOL wglDeleteContext(HGLRC hRC) noexcept {
 
 BOOL wglMakeCurrent(HDC hDC, HGLRC hRC) noexcept {
   if (hRC == nullptr) {
-    if (t_hCurrent != nullptr) t_hCurrent->m_pDisplay->MakeCurrent(nullptr, nullptr);
+    if (IsCurrentContext(t_hCurrent)) t_hCurrent->m_pDisplay->MakeCurrent(nullptr, nullptr);
     t_hCurrent = nullptr;
     t_hCurrentDC = nullptr;
     return TRUE;
@@ -51,10 +51,14 @@ BOOL wglMakeCurrent(HDC hDC, HGLRC hRC) noexcept {
   return TRUE;
 }
 
-// One whose drawable has been outgrown doesn't count: to be drawn with it must be made current anew.
+// A context whose window has outgrown its drawable does not count: it must be made current again before use.
 HGLRC wglGetCurrentContext() noexcept {
   const bool outgrown = t_hCurrentDC != nullptr && t_hCurrentDC->m_pSurface->IsOutgrown();
-  return outgrown ? nullptr : t_hCurrent;
+  return !outgrown && IsCurrentContext(t_hCurrent) ? t_hCurrent : nullptr;
+}
+
+bool IsCurrentContext(HGLRC hRC) noexcept {
+  return hRC != nullptr && hRC == t_hCurrent && hRC->m_pContext->IsCurrent();
 }
 
 PROC wglGetProcAddress(const char* szName) noexcept {

@@ -22,6 +22,8 @@ class DrawSurface {
 class DrawContext {
  public:
   virtual ~DrawContext() = default;
+  /// Whether the driver has it current on the calling thread: a host may have made its own current meanwhile.
+  virtual bool IsCurrent() const noexcept { return true; }
 };
 
 /// Where a pixel format is for; each kind has its own numbers.

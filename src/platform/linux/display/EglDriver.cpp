@@ -18,6 +18,7 @@ class EglContext final : public DrawContext {
   EglContext(const EglContext&) = delete;
   EglContext& operator=(const EglContext&) = delete;
 
+  bool IsCurrent() const noexcept override { return eglGetCurrentContext() == m_Context; }
   EGLContext Handle() const noexcept { return m_Context; }
 
  private:

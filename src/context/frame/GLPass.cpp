@@ -1,0 +1,50 @@
+// GLPass: what becomes current at the start and the end of GL work. Draw thread.
+
+#include "context/frame/GLPass.h"
+
+#include <utility>
+
+namespace {
+
+thread_local GLPass* t_pInnermost = nullptr;
+
+}  // namespace
+
+GLPass* GLPass::Here() noexcept { return t_pInnermost; }
+
+GLPass::GLPass(PCriticalSection& aLock, GLRenderTarget& aTarget) noexcept
+    : m_Lock(aLock), m_Target(aTarget), m_pOuter(std::exchange(t_pInnermost, this)) {
+  m_Lock.Enter();
+  MakeCurrent();
+  if (IsCurrent()) m_Target.m_Lists.DropStale();
+}
+
+GLPass::~GLPass() {
+  t_pInnermost = m_pOuter;
+  if (m_pOuter != nullptr) m_pOuter->MakeCurrent();
+  if (m_bLocked) m_Lock.Leave();
+}
+
+bool GLPass::IsCurrent() const noexcept {
+  return m_Target.m_hRC != nullptr && IsCurrentContext(m_Target.m_hRC);
+}
+
+void GLPass::ReleaseLock() noexcept {
+  if (std::exchange(m_bLocked, false)) m_Lock.Leave();
+}
+
+void GLPass::DrawPicture(int aWidth, int aHeight, const GLDATA_RGBA& aBackground) noexcept {
+  m_iWidth = aWidth;
+  m_iHeight = aHeight;
+  m_sBackground = aBackground;
+}
+
+// A window that has changed its size may need another surface, which then is not current yet.
+void GLPass::MakeCurrent() noexcept {
+  const HGLRC context = m_Target.m_hRC;
+  if (context == nullptr || context == wglGetCurrentContext()) return;
+  // Another driver's context must be released first: the driver of a window, where it isn't that of memory,
+  // must learn of it.
+  if (m_pOuter != nullptr) wglMakeCurrent(nullptr, nullptr);
+  if (wglMakeCurrent(m_Target.m_hDC, context)) m_Target.m_bIsNew = true;
+}

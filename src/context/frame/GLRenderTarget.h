@@ -1,0 +1,33 @@
+// GLRenderTarget: a rendering context of a GLContext, its surface, and what the component has left in its GL
+// state. A context has one for its window and makes one for each off-screen capture.
+
+#pragma once
+
+#include <atomic>
+
+#include "context/lists/DisplayLists.h"
+#include "platform/DeviceContext.h"
+#include "platform/RenderingContext.h"
+#include "thread/Relaxed.h"
+
+struct GLRenderTarget {
+  // Read by any thread.
+  Relaxed<HDC> m_hDC = nullptr;
+  std::atomic<HGLRC> m_hRC{nullptr};
+
+  // Draw thread.
+  ULONG m_uNumber = 0;             ///< tells the window's rendering contexts apart; 0 off-screen
+  unsigned m_uLitNumbers = 0;      ///< GL lights that the last viewer pass used, one bit each
+  bool m_bIsNew = true;            ///< the surface holds the driver's memory: no frame has cleared it
+  ULONG m_uFontsGeneration = ~0u;  ///< of lists, when all fonts were last looked at; no generation at first
+  DisplayLists m_Lists;
+
+  /// A new rendering context was made: nothing of the one before is left.
+  void Restart(ULONG aNumber) noexcept {
+    m_uNumber = aNumber;
+    m_uLitNumbers = 0;
+    m_bIsNew = true;
+    m_uFontsGeneration = ~0u;
+    m_Lists.Forget();
+  }
+};

@@ -1,0 +1,75 @@
+// DisplayLists: names and generations of display lists. Draw thread, with GL current.
+
+#include "context/lists/DisplayLists.h"
+
+#include "component/Module.h"
+#include "platform/GL.h"
+
+namespace {
+
+constexpr GLuint kPastDropped = DisplayLists::kDropped + 1;
+
+}  // namespace
+
+ULONG DisplayLists::Generate(int aCount) noexcept {
+  const GLuint name = TakeNames(aCount);
+  if (name != 0) m_Names.Add(name, aCount);
+  return (m_uGeneration << 16) | name;
+}
+
+// Some drivers give no name a second time, and each capture uses up all names of a scene twice. So where GL's
+// names are past those that DropAll deletes, this looks for free ones among these. A name that does not fit a
+// key is given back.
+unsigned DisplayLists::TakeNames(int aCount) noexcept {
+  const GLuint name = glGenLists(aCount);
+  const GLuint end = name + static_cast<GLuint>(aCount);
+  if (end <= kPastDropped) return name;
+  const GLuint free = FindFreeNames(aCount);
+  if (free == 0 && end <= kLastName + 1) return name;
+  glDeleteLists(name, aCount);
+  for (GLuint list = free; free != 0 && list < free + static_cast<GLuint>(aCount); ++list) {
+    glNewList(list, GL_COMPILE);  // takes the name
+    glEndList();
+  }
+  return free;
+}
+
+// The search goes on where the last one ended, so that many lists in a row cost one walk. 0 for none.
+unsigned DisplayLists::FindFreeNames(int aCount) noexcept {
+  const auto count = static_cast<GLuint>(aCount);
+  GLuint run = 0;
+  for (GLuint step = 0; step < 2 * kPastDropped; ++step) {
+    if (m_uNextSearch >= kPastDropped) {
+      m_uNextSearch = 1;
+      run = 0;
+    }
+    run = glIsList(m_uNextSearch++) == GL_FALSE ? run + 1 : 0;
+    if (run == count) return m_uNextSearch - count;
+  }
+  return 0;
+}
+
+void DisplayLists::Delete(ULONG aKey, int aCount) noexcept {
+  if (aKey >> 16 != (m_uGeneration & 0xFFFF)) return;
+  glDeleteLists(NameOf(aKey), aCount);
+  m_Names.Remove(NameOf(aKey), aCount);
+}
+
+bool DisplayLists::IsValid(ULONG aKey) const noexcept {
+  return aKey != 0 && aKey >> 16 == (m_uGeneration & 0xFFFF) && glIsList(NameOf(aKey)) != GL_FALSE;
+}
+
+void DisplayLists::DropStale() noexcept {
+  const ULONG generation = g_uListGeneration;
+  if (m_uGeneration == generation) return;
+  m_Names.Delete();
+  m_uGeneration = generation;
+}
+
+void DisplayLists::DropAll() noexcept {
+  m_Names.Delete();
+  glDeleteLists(1, kDropped);
+  m_uGeneration = ++g_uListGeneration;
+}
+
+void DisplayLists::Forget() noexcept { m_Names.Clear(); }
