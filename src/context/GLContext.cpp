@@ -17,16 +17,12 @@
 
 GLContext::GLContext() : m_pLink(std::make_shared<GLSiteLink>(this)) {
   AddToContextList(*this);
-  m_pCanvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
-  if (m_pCanvas) static_cast<GLCanvas*>(m_pCanvas.Get())->SetSite(m_pLink);
-  m_pFog = CreateObject<IGLFog>(CLSID_GLFog);
-  m_pViewers = CreateObject<IGLCollection>(CLSID_GLCollection);
-  m_pLights = CreateObject<IGLCollection>(CLSID_GLCollection);
-  m_pFonts = CreateObject<IGLCollection>(CLSID_GLCollection);
-}
-
-bool GLContext::IsUsable() const noexcept {
-  return m_pCanvas && m_pFog && m_pViewers && m_pLights && m_pFonts;
+  m_Scene.m_pCanvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
+  if (m_Scene.m_pCanvas) static_cast<GLCanvas*>(m_Scene.m_pCanvas.Get())->SetSite(m_pLink);
+  m_Scene.m_pFog = CreateObject<IGLFog>(CLSID_GLFog);
+  m_Scene.m_pViewers = CreateObject<IGLCollection>(CLSID_GLCollection);
+  m_Scene.m_pLights = CreateObject<IGLCollection>(CLSID_GLCollection);
+  m_Scene.m_pFonts = CreateObject<IGLCollection>(CLSID_GLCollection);
 }
 
 void GLContext::FinalRelease() noexcept {
@@ -48,33 +44,27 @@ GLContext::~GLContext() {
   SuspendDrawThread();
   if (const auto thread = DrawThread()) thread->RemoveEvents(this);
   m_pLink->Clear();
-  if (m_hWnd != nullptr) SetWindowLongPtrA(m_hWnd, GWLP_USERDATA, 0);
+  if (m_Window.m_hWnd != nullptr) SetWindowLongPtrA(m_Window.m_hWnd, GWLP_USERDATA, 0);
   RemoveFromContextList(*this);
   ReleaseScene();
   EndDrawThread();
   const PLock lock(m_Lock);
-  if (m_hWnd != nullptr) {
-    if (m_Window.m_hDC != nullptr) ReleaseDC(m_hWnd, m_Window.m_hDC);
-    EndWindow(m_hWnd);
+  if (m_Window.m_hWnd != nullptr) {
+    if (m_Window.m_Target.m_hDC != nullptr) ReleaseDC(m_Window.m_hWnd, m_Window.m_Target.m_hDC);
+    EndWindow(m_Window.m_hWnd);
   }
-  if (m_hPalette != nullptr) DeleteObject(m_hPalette);
+  if (m_Window.m_hPalette != nullptr) DeleteObject(m_Window.m_hPalette);
 }
 
 // Clients and members are released without the lock: their ends may call anything.
 void GLContext::ReleaseScene() noexcept {
   GLPtr<IGLPainter> painter;
   GLPtr<IGLCapture> capture;
-  GLPtr<IGLCanvas> canvas;
-  GLPtr<IGLFog> fog;
-  GLPtr<IGLCollection> viewers, lights, fonts;
+  SceneMembers members;
   const PLock lock(m_Lock);
   painter = m_Painter.Exchange(nullptr);
   capture = m_Capture.Exchange(nullptr);
-  canvas = std::move(m_pCanvas);
-  fog = std::move(m_pFog);
-  viewers = std::move(m_pViewers);
-  lights = std::move(m_pLights);
-  fonts = std::move(m_pFonts);
+  members = std::exchange(m_Scene, SceneMembers());
 }
 
 // Waits for all calls to the client before, except on the draw thread, which may make one.
@@ -104,7 +94,7 @@ HRESULT GLContext::DetachCapture() noexcept { return Attach<IGLCapture>(m_Captur
 
 HRESULT GLContext::GetCanvas(IGLCanvas** ppICanvas) noexcept {
   if (ppICanvas == nullptr) return E_INVALIDARG;
-  *ppICanvas = GLPtr(m_pCanvas).Detach();
+  *ppICanvas = GLPtr(m_Scene.m_pCanvas).Detach();
   return *ppICanvas != nullptr ? S_OK : E_GL_BADSTATE;
 }
 
@@ -112,7 +102,7 @@ HRESULT GLContext::GetCanvas(IGLCanvas** ppICanvas) noexcept {
 // pass its rendering context is current, and no other thread can have it.
 void GLContext::LockGL() noexcept {
   if (IsDrawThread() && (m_TaskPass || GLPass::Here() == nullptr)) {
-    if (m_iTaskLocks++ == 0) m_TaskPass.emplace(m_Lock, m_Window);
+    if (m_iTaskLocks++ == 0) m_TaskPass.emplace(m_Lock, m_Window.m_Target);
   } else {
     m_Lock.Enter();
   }
@@ -144,12 +134,12 @@ const GLPass* GLContext::PictureHere() const noexcept {
 
 int GLContext::ViewportWidth() const noexcept {
   const GLPass* picture = PictureHere();
-  return picture != nullptr ? picture->Width() : int(m_iViewportWidth);
+  return picture != nullptr ? picture->Width() : int(m_Settings.m_iViewportWidth);
 }
 
 int GLContext::ViewportHeight() const noexcept {
   const GLPass* picture = PictureHere();
-  return picture != nullptr ? picture->Height() : int(m_iViewportHeight);
+  return picture != nullptr ? picture->Height() : int(m_Settings.m_iViewportHeight);
 }
 
 HRESULT CreateGLContext(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {

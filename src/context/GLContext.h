@@ -4,11 +4,8 @@
 
 #pragma once
 
-#include <gllib/IGLCanvas.h>
 #include <gllib/IGLCapture.h>
-#include <gllib/IGLCollection.h>
 #include <gllib/IGLContext.h>
-#include <gllib/IGLFog.h>
 #include <gllib/IGLPainter.h>
 #include <gllib/IGLViewer.h>
 
@@ -23,11 +20,11 @@
 #include "component/SiteLink.h"
 #include "context/control/ClientSlot.h"
 #include "context/frame/GLPass.h"
-#include "context/frame/GLRenderTarget.h"
 #include "context/scene/ClipPlanes.h"
-#include "platform/PixelFormat.h"
+#include "context/scene/SceneMembers.h"
+#include "context/scene/SceneSettings.h"
+#include "context/window/WindowState.h"
 #include "platform/SystemInfo.h"
-#include "platform/Window.h"
 #include "thread/PCriticalSection.h"
 #include "thread/PThread.h"
 #include "thread/Relaxed.h"
@@ -112,7 +109,7 @@ class GLContext final
   int ViewportWidth() const noexcept override;
   int ViewportHeight() const noexcept override;
   bool HasClipPlanes() const noexcept override { return !m_ClipPlanes.IsEmpty(); }
-  HDC DeviceContext() const noexcept override { return m_Window.m_hDC; }
+  HDC DeviceContext() const noexcept override { return m_Window.m_Target.m_hDC; }
   bool IsCurrentHere() const noexcept override;
   bool IsListOpen() const noexcept override;
   ULONG WindowContextNumber() const noexcept override;
@@ -128,15 +125,15 @@ class GLContext final
   bool PostTask(PEvent* aTask) noexcept override;
 
   // What the tasks, the message hook and the window procedure use.
-  HWND Window() const noexcept { return m_hWnd; }
+  HWND Window() const noexcept { return m_Window.m_hWnd; }
   bool HasFont(IGLFont* aFont) noexcept;
   PCriticalSection& Lock() noexcept { return m_Lock; }
   /// Held by the draw thread while it calls clients without m_Lock; taken before m_Lock.
   PCriticalSection& ClientCalls() noexcept { return m_ClientCalls; }
-  GLRenderTarget& WindowTarget() noexcept { return m_Window; }
+  GLRenderTarget& WindowTarget() noexcept { return m_Window.m_Target; }
   const ClientSlot<IGLPainter>& Painter() const noexcept { return m_Painter; }
   const ClipPlanes& Planes() const noexcept { return m_ClipPlanes; }
-  IGLCanvas* Canvas() const noexcept { return m_pCanvas.Get(); }
+  IGLCanvas* Canvas() const noexcept { return m_Scene.m_pCanvas.Get(); }
   /// Builds the fonts that are new, or whose lists were lost with their rendering context. Inside a pass.
   void BuildFonts() noexcept;
   /// The context whose draw thread is the calling one; null on any other thread.
@@ -202,36 +199,18 @@ class GLContext final
   HRESULT CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept;
   HRESULT WaitForSelection(class PSelectEvent* aEvent, class PSelectOutcome& aOutcome) noexcept;
   GLPtr<IGLViewer> FindViewer(IGLViewer* aViewer) noexcept;
-  bool IsUsable() const noexcept;
 
-  Relaxed<HWND> m_hWnd = nullptr;
-  HWND m_hParentWnd = nullptr;
-  HGDIOBJ m_hPalette = nullptr;
-  PIXELFORMATDESCRIPTOR m_PixelFormat{};
-  GLRenderTarget m_Window;         // the draw thread's, but for CreateGLWindow after that thread's end
+  WindowState m_Window;
+  SceneSettings m_Settings;
+  SceneMembers m_Scene;
+  ClipPlanes m_ClipPlanes;           // changed under m_Lock
+  ClientSlot<IGLPainter> m_Painter;  // changed under m_Lock
+  ClientSlot<IGLCapture> m_Capture;  // changed under m_Lock
+
   PCriticalSection m_ClientCalls;  // taken before m_Lock; see ClientCalls
   PCriticalSection m_Lock;
-  std::atomic<bool> m_bTearDown{false};
-  Relaxed<bool> m_bDepthEnabled = true;
-  RelaxedColor m_sBackgroundColor{0.0f, 0.0f, 0.0f, 1.0f};
   std::shared_ptr<PThread> m_pDrawThread;  // guarded by m_DrawThreadLock; DrawThread() gives a counted one
-  GLPtr<IGLCanvas> m_pCanvas;
-  ClientSlot<IGLPainter> m_Painter;  // changed under m_Lock
-  ClientSlot<IGLCapture> m_Capture;  // likewise
-  GLPtr<IGLCollection> m_pViewers;
-  Relaxed<int> m_iViewportWidth = 1;
-  Relaxed<int> m_iViewportHeight = 1;
-  ClipPlanes m_ClipPlanes;  // changed under m_Lock
-  Relaxed<bool> m_bLighting = true;
-  Relaxed<bool> m_bAmbientLight = true;
-  RelaxedColor m_sAmbientLight{0.2f, 0.2f, 0.2f, 1.0f};
-  GLPtr<IGLCollection> m_pLights;
-  GLPtr<IGLFog> m_pFog;
-  GLPtr<IGLCollection> m_pFonts;
-  IGLFont* m_pDefaultFont = nullptr;  // holds no reference; guarded by m_Lock
-  Relaxed<LONG> m_bFSAA = 0;
-  Relaxed<LONG> m_lFSAAMaxSamples = 4;
-
+  std::atomic<bool> m_bTearDown{false};
   GLSiteLinkPtr m_pLink;                   // the parts' way back, cut at teardown
   mutable std::mutex m_DrawThreadLock;     // for the copying of m_pDrawThread alone
   std::mutex m_ReplaceLock;                // one replacement of window and thread at a time

@@ -1,16 +1,14 @@
-// RenderingTurn: keeps the rendering contexts of several threads from drawing at the same time where the
-// driver can't bear it. Draw threads.
+// RenderingTurn: keeps the rendering contexts of several threads from drawing at the same time, on drivers
+// that crash then. GLPass holds the turn; DrawThreadWait gives it away. Draw threads.
 
 #pragma once
 
 #ifdef _WIN32
 
-/// Drivers here bear contexts on several threads.
+/// Drivers here draw on several threads at the same time.
 class RenderingTurn {
  public:
   RenderingTurn() noexcept {}
-  static void Begin() noexcept {}
-  static void End() noexcept {}
 };
 class RenderingBreak {
  public:
@@ -19,22 +17,18 @@ class RenderingBreak {
 
 #else
 
-/// The calling thread's turn to use GL, for the object's length or from Begin to End; turns nest. Where the
-/// driver needs turns, a thread waits for its own, first come, first served, for at most two seconds: then it
-/// draws without one, so that painters that wait for each other come to an end.
+/// The calling thread's turn to use GL, for the object's length; turns nest. Where the driver needs turns, a
+/// thread waits for its turn in FIFO order, for at most two seconds. Then it draws without one, so that
+/// painters that wait for each other through the host's own locks come to an end.
 class RenderingTurn {
  public:
-  RenderingTurn() noexcept { Begin(); }
-  ~RenderingTurn() { End(); }
+  RenderingTurn() noexcept;
+  ~RenderingTurn();
   RenderingTurn(const RenderingTurn&) = delete;
   RenderingTurn& operator=(const RenderingTurn&) = delete;
-
-  static void Begin() noexcept;
-  static void End() noexcept;
 };
 
-/// Gives the calling thread's turn, if it has one, to others for the object's length. For a thread that waits
-/// for another's drawing.
+/// Gives the calling thread's turn, if it has one, to other threads for the object's length.
 class RenderingBreak {
  public:
   RenderingBreak() noexcept;
@@ -46,7 +40,7 @@ class RenderingBreak {
   int m_iDepth;
 };
 
-/// Looks at the driver of the rendering context that has just become current. Any thread.
+/// Finds out whether the driver of the current rendering context needs turns. Any thread.
 void NoteRenderingDriver() noexcept;
 
 #endif

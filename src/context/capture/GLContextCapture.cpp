@@ -82,7 +82,7 @@ void GLContext::CaptureFrame() noexcept {
 bool GLContext::CaptureRectangle(IGLCapture& aCapture, RECT* aRect) noexcept {
   int x = 0, y = 0, width = 0, height = 0;
   aCapture.GetRectangle(&x, &y, &width, &height);
-  const int viewWidth = m_iViewportWidth, viewHeight = m_iViewportHeight;
+  const int viewWidth = m_Settings.m_iViewportWidth, viewHeight = m_Settings.m_iViewportHeight;
   if (x < 0 || y < 0 || x >= viewWidth || y >= viewHeight) return false;
   width = std::min(width, viewWidth - x);
   height = std::min(height, viewHeight - y);
@@ -96,8 +96,8 @@ bool GLContext::CaptureFromScreen(IGLCapture& aCapture) noexcept {
   RECT rect{};
   if (!target || !CaptureRectangle(aCapture, &rect)) return false;
   if (FAILED(target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {0, 0, 0, 0}))) return false;
-  const GLPass pass(m_Lock, m_Window);
-  return ReadPixels(*target, GL_BACK, rect, m_iViewportHeight);
+  const GLPass pass(m_Lock, m_Window.m_Target);
+  return ReadPixels(*target, GL_BACK, rect, m_Settings.m_iViewportHeight);
 }
 
 bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
@@ -112,17 +112,17 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   const HRESULT initialized =
       target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {255, 255, 255, 255});
 
-  const auto width = static_cast<LONG>(Whole(static_cast<float>(m_iViewportWidth) * zoom));
-  const auto height = static_cast<LONG>(Whole(static_cast<float>(m_iViewportHeight) * zoom));
+  const auto width = static_cast<LONG>(Whole(static_cast<float>(m_Settings.m_iViewportWidth) * zoom));
+  const auto height = static_cast<LONG>(Whole(static_cast<float>(m_Settings.m_iViewportHeight) * zoom));
   // Memory may be available for more than GL draws.
   if (width > g_aiMaxViewport[0] || height > g_aiMaxViewport[1]) return false;
   const RenderingTurn turn;  // for the making of the surface too
-  const bool needsPalette = (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0;
-  OffscreenSurface surface(width, height, needsPalette ? BYTE{24} : m_PixelFormat.cColorBits,
-                           m_PixelFormat.cDepthBits);
+  const bool needsPalette = (m_Window.m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0;
+  OffscreenSurface surface(width, height, needsPalette ? BYTE{24} : m_Window.m_PixelFormat.cColorBits,
+                           m_Window.m_PixelFormat.cDepthBits);
   if (!surface.IsReady()) return false;
-  const GLPass window(m_Lock, m_Window);
-  m_Window.m_Lists.DropAll();
+  const GLPass window(m_Lock, m_Window.m_Target);
+  m_Window.m_Target.m_Lists.DropAll();
   GLPass picture(m_Lock, surface.Target());
   DrawOffscreen(aCapture, picture, surface);
   // A zoom below 1 leaves an empty rectangle: nothing to read, and no failure.
@@ -140,11 +140,11 @@ void GLContext::DrawOffscreen(IGLCapture& aCapture, GLPass& aPass,
   aCapture.GetBackgroundColor(&background);
   aPass.DrawPicture(aSurface.Width(), aSurface.Height(),
                     {LimitColor(background.m_fRed), LimitColor(background.m_fGreen),
-                     LimitColor(background.m_fBlue), m_sBackgroundColor.m_fAlpha});
+                     LimitColor(background.m_fBlue), m_Settings.m_sBackgroundColor.m_fAlpha});
   glClearColor(background.m_fRed, background.m_fGreen, background.m_fBlue, 1.0f);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   glEnable(GL_NORMALIZE);
-  if (m_bDepthEnabled) {
+  if (m_Settings.m_bDepthEnabled) {
     glEnable(GL_DEPTH_TEST);
   } else {
     glDisable(GL_DEPTH_TEST);

@@ -132,7 +132,7 @@ void GLContext::EndDrawThread() noexcept {
   m_bTearDown = true;
   thread->Resume();
   thread->Trigger();
-  while (m_Window.m_hRC != nullptr && Clock::now() - start < kBoundedWait)
+  while (m_Window.m_Target.m_hRC != nullptr && Clock::now() - start < kBoundedWait)
     std::this_thread::sleep_for(kPollStep);
   StopDrawThread();
 }

@@ -21,13 +21,13 @@ void GLContext::DrawThreadCallback(void* aContext) noexcept {
   auto& context = *static_cast<GLContext*>(aContext);
   MarkDrawThread(&context);
   if (!context.m_bTearDown) {
-    if (context.m_Window.m_hRC != nullptr) {
+    if (context.m_Window.m_Target.m_hRC != nullptr) {
       context.DrawFrame();
     } else {
       CoInitialize(nullptr);
       if (context.CreateRenderingContext()) context.AllowParks();
     }
-  } else if (context.m_Window.m_hRC != nullptr) {
+  } else if (context.m_Window.m_Target.m_hRC != nullptr) {
     context.DestroyRenderingContext();
   }
 }
@@ -41,24 +41,24 @@ void GLContext::DrawThreadEnd(void*) noexcept {
 
 void GLContext::DrawFrame() noexcept {
   {
-    const GLPass pass(m_Lock, m_Window);
+    const GLPass pass(m_Lock, m_Window.m_Target);
     BuildFonts();
     SetFrameState();
     DrawViewers();
-    SwapBuffers(m_Window.m_hDC);
+    SwapBuffers(m_Window.m_Target.m_hDC);
   }
   CaptureFrame();
 }
 
 // A new surface holds the driver's memory until it is cleared: viewers clear only what they show.
 void GLContext::SetFrameState() noexcept {
-  const GLDATA_RGBA color = m_sBackgroundColor;
+  const GLDATA_RGBA color = m_Settings.m_sBackgroundColor;
   glClearColor(color.m_fRed, color.m_fGreen, color.m_fBlue, color.m_fAlpha);
-  if (std::exchange(m_Window.m_bIsNew, false)) {
+  if (std::exchange(m_Window.m_Target.m_bIsNew, false)) {
     glDisable(GL_SCISSOR_TEST);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   }
-  if (m_bDepthEnabled) {
+  if (m_Settings.m_bDepthEnabled) {
     glEnable(GL_DEPTH_TEST);
   } else {
     glDisable(GL_DEPTH_TEST);
@@ -71,7 +71,8 @@ void GLContext::SetFrameState() noexcept {
 void GLContext::DrawViewers() noexcept {
   GLPOSITION position{};
   GLPtr<IUnknown> member;
-  for (m_pViewers->GetFirst(&position, member.Put()); member; m_pViewers->GetNext(&position, member.Put())) {
+  for (m_Scene.m_pViewers->GetFirst(&position, member.Put()); member;
+       m_Scene.m_pViewers->GetNext(&position, member.Put())) {
     auto& viewer = static_cast<IGLViewer&>(*member);
     LONG visible = 0;
     viewer.IsVisible(&visible);
@@ -79,9 +80,9 @@ void GLContext::DrawViewers() noexcept {
     SetupViewerPass(viewer);
     // The painter may detach itself while it draws.
     if (const auto painter = m_Painter.Get()) {
-      painter->Draw(m_pCanvas.Get(), this, &viewer);
+      painter->Draw(m_Scene.m_pCanvas.Get(), this, &viewer);
     }
-    static_cast<GLViewer&>(viewer).DrawOverlay(m_pCanvas.Get(), this, *this);
+    static_cast<GLViewer&>(viewer).DrawOverlay(m_Scene.m_pCanvas.Get(), this, *this);
     glFlush();
   }
 }
@@ -95,11 +96,11 @@ void GLContext::SetupViewerPass(IGLViewer& aViewer) noexcept {
       ViewportWidth(), ViewportHeight(), picture ? GLViewer::Target::kPicture : GLViewer::Target::kWindow);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
-  static_cast<GLFog&>(*m_pFog).ApplyFog();
+  static_cast<GLFog&>(*m_Scene.m_pFog).ApplyFog();
   SetupEye(aViewer);
   SetupClipPlanes();
   SetupLighting();
-  static_cast<GLCanvas&>(*m_pCanvas).RefreshCachedSetup();
+  static_cast<GLCanvas&>(*m_Scene.m_pCanvas).RefreshCachedSetup();
 }
 
 void GLContext::SetupEye(IGLViewer& aViewer) noexcept {
@@ -107,7 +108,7 @@ void GLContext::SetupEye(IGLViewer& aViewer) noexcept {
   GLDATA_MATRIX6D placement{};
   aViewer.GetCoord(eye.Put());
   if (eye) eye->GetMatrix6d(&placement);
-  m_pCanvas->ResetModelview6d(&placement);
+  m_Scene.m_pCanvas->ResetModelview6d(&placement);
 }
 
 // The equations are sent at each pass, in world coordinates, since the eye is already loaded.
@@ -122,14 +123,15 @@ void GLContext::ResetGLClipPlanes() noexcept {
 }
 
 void GLContext::SetupLighting() noexcept {
-  if (!m_bLighting) {
+  if (!m_Settings.m_bLighting) {
     glDisable(GL_LIGHTING);
     return;
   }
   glEnable(GL_LIGHTING);
   glEnable(GL_COLOR_MATERIAL);
   glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
-  const GLDATA_RGBA ambient = m_bAmbientLight ? GLDATA_RGBA(m_sAmbientLight) : GLDATA_RGBA{0, 0, 0, 1};
+  const GLDATA_RGBA ambient =
+      m_Settings.m_bAmbientLight ? GLDATA_RGBA(m_Settings.m_sAmbientLight) : GLDATA_RGBA{0, 0, 0, 1};
   const GLfloat components[4] = {ambient.m_fRed, ambient.m_fGreen, ambient.m_fBlue, ambient.m_fAlpha};
   glLightModelfv(GL_LIGHT_MODEL_AMBIENT, components);
   ApplyLights();
@@ -140,9 +142,10 @@ void GLContext::ApplyLights() noexcept {
   unsigned lit = 0;
   GLPOSITION position{};
   GLPtr<IUnknown> member;
-  for (m_pLights->GetFirst(&position, member.Put()); member; m_pLights->GetNext(&position, member.Put())) {
+  for (m_Scene.m_pLights->GetFirst(&position, member.Put()); member;
+       m_Scene.m_pLights->GetNext(&position, member.Put())) {
     auto& light = static_cast<GLLight&>(static_cast<IGLLight&>(*member));
-    const int name = light.ApplyLight(m_pCanvas.Get());
+    const int name = light.ApplyLight(m_Scene.m_pCanvas.Get());
     if (name >= GL_LIGHT0) lit |= 1u << (name - GL_LIGHT0);
   }
   unsigned& litBefore = GLPass::Here()->Target().m_uLitNumbers;

@@ -34,7 +34,7 @@ template <class Describe>
 HRESULT GLContext::CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept {
   if (aFont == nullptr) return E_INVALIDARG;
   *aFont = nullptr;
-  if (!m_pFonts) return E_GL_BADSTATE;
+  if (!m_Scene.m_pFonts) return E_GL_BADSTATE;
   GLPtr<IGLFont> font = CreateObject<IGLFont>(CLSID_GLFont);
   if (!font) return E_FAIL;
   try {
@@ -46,7 +46,7 @@ HRESULT GLContext::CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescrib
   {
     const ContextHold hold(*this, m_Lock);
     if (!hold) return E_GL_BADSTATE;
-    if (FAILED(m_pFonts->Add(font.Get()))) return E_FAIL;
+    if (FAILED(m_Scene.m_pFonts->Add(font.Get()))) return E_FAIL;
   }
   if (IsCurrentHere() && !IsListOpen()) {
     FontOf(font.Get()).EnsureLists(*this);
@@ -94,7 +94,7 @@ HRESULT GLContext::CreateInternalFont(BSTR aFace, IGLFont** aFont) noexcept {
 
 bool GLContext::HasFont(IGLFont* aFont) noexcept {
   LONG has = 0;
-  m_pFonts->Has(aFont, &has);
+  m_Scene.m_pFonts->Has(aFont, &has);
   return has != 0;
 }
 
@@ -108,18 +108,19 @@ void GLContext::BuildFonts() noexcept {
   target.m_uFontsGeneration = generation;
   GLPOSITION position{};
   GLPtr<IUnknown> member;
-  for (m_pFonts->GetFirst(&position, member.Put()); member; m_pFonts->GetNext(&position, member.Put())) {
+  for (m_Scene.m_pFonts->GetFirst(&position, member.Put()); member;
+       m_Scene.m_pFonts->GetNext(&position, member.Put())) {
     FontOf(static_cast<IGLFont*>(member.Get())).EnsureLists(*this);
   }
 }
 
 HRESULT GLContext::DestroyFont(IGLFont* aFont) noexcept {
   if (aFont == nullptr) return E_INVALIDARG;
-  if (!m_pFonts) return E_GL_BADSTATE;
+  if (!m_Scene.m_pFonts) return E_GL_BADSTATE;
   const ContextHold hold(*this, m_Lock);
   if (!hold) return E_GL_BADSTATE;
-  if (m_pDefaultFont == aFont) m_pDefaultFont = nullptr;
-  m_pFonts->Remove(aFont);
+  if (m_Scene.m_pDefaultFont == aFont) m_Scene.m_pDefaultFont = nullptr;
+  m_Scene.m_pFonts->Remove(aFont);
   return S_OK;
 }
 
@@ -127,21 +128,21 @@ HRESULT GLContext::GetDefaultFont(IGLFont** aFont) noexcept {
   if (aFont == nullptr) return E_INVALIDARG;
   const ContextHold hold(*this, m_Lock);
   if (!hold) return E_GL_BADSTATE;
-  *aFont = m_pDefaultFont;
-  if (m_pDefaultFont != nullptr) m_pDefaultFont->AddRef();
+  *aFont = m_Scene.m_pDefaultFont;
+  if (m_Scene.m_pDefaultFont != nullptr) m_Scene.m_pDefaultFont->AddRef();
   return S_OK;
 }
 
 HRESULT GLContext::SetDefaultFont(IGLFont* aFont) noexcept {
-  if (!m_pFonts) return E_GL_BADSTATE;
+  if (!m_Scene.m_pFonts) return E_GL_BADSTATE;
   const ContextHold hold(*this, m_Lock);
   if (!hold) return E_GL_BADSTATE;
   if (!HasFont(aFont)) return E_FAIL;  // null is no member, so a default can't be cleared
-  m_pDefaultFont = aFont;
+  m_Scene.m_pDefaultFont = aFont;
   return S_OK;
 }
 
 HRESULT GLContext::EnumFonts(IGLCollection* aColl) noexcept {
   if (aColl == nullptr) return E_INVALIDARG;
-  return m_pFonts ? m_pFonts->CopyTo(aColl) : E_GL_BADSTATE;
+  return m_Scene.m_pFonts ? m_Scene.m_pFonts->CopyTo(aColl) : E_GL_BADSTATE;
 }

@@ -47,7 +47,7 @@ HRESULT GLContext::CreateViewer(LONG aShow, LONG aOrtho, IGLViewer** aI) noexcep
   if (aI == nullptr) return E_INVALIDARG;
   *aI = nullptr;
   GLPtr<IGLViewer> viewer;
-  const HRESULT result = CreateMember(CLSID_GLViewer, m_pViewers, &viewer);
+  const HRESULT result = CreateMember(CLSID_GLViewer, m_Scene.m_pViewers, &viewer);
   if (FAILED(result)) return result;
   viewer->Show(aShow);
   viewer->SetOrtho(aOrtho);
@@ -55,91 +55,99 @@ HRESULT GLContext::CreateViewer(LONG aShow, LONG aOrtho, IGLViewer** aI) noexcep
   return S_OK;
 }
 
-HRESULT GLContext::DestroyViewer(IGLViewer* aI) noexcept { return TakeOut(m_pViewers, aI); }
+HRESULT GLContext::DestroyViewer(IGLViewer* aI) noexcept { return TakeOut(m_Scene.m_pViewers, aI); }
 
-HRESULT GLContext::EnumViewers(IGLCollection* aColl) noexcept { return CopyOut(m_pViewers, aColl); }
+HRESULT GLContext::EnumViewers(IGLCollection* aColl) noexcept { return CopyOut(m_Scene.m_pViewers, aColl); }
 
 HRESULT GLContext::CreateLight(IGLLight** aLight) noexcept {
   if (aLight == nullptr) return E_INVALIDARG;
   *aLight = nullptr;
   GLPtr<IGLLight> light;
-  const HRESULT result = CreateMember(CLSID_GLLight, m_pLights, &light);
+  const HRESULT result = CreateMember(CLSID_GLLight, m_Scene.m_pLights, &light);
   if (SUCCEEDED(result)) *aLight = light.Get();
   return result;
 }
 
-HRESULT GLContext::DestroyLight(IGLLight* aLight) noexcept { return TakeOut(m_pLights, aLight); }
+HRESULT GLContext::DestroyLight(IGLLight* aLight) noexcept { return TakeOut(m_Scene.m_pLights, aLight); }
 
-HRESULT GLContext::EnumLights(IGLCollection* aColl) noexcept { return CopyOut(m_pLights, aColl); }
+HRESULT GLContext::EnumLights(IGLCollection* aColl) noexcept { return CopyOut(m_Scene.m_pLights, aColl); }
 
 HRESULT GLContext::GetFog(IGLFog** aFog) noexcept {
   if (aFog == nullptr) return E_INVALIDARG;
-  *aFog = GLPtr(m_pFog).Detach();
+  *aFog = GLPtr(m_Scene.m_pFog).Detach();
   return *aFog != nullptr ? S_OK : E_GL_BADSTATE;
 }
 
 HRESULT GLContext::EnableDepth(LONG aEnable) noexcept {
-  m_bDepthEnabled = aEnable != 0;
+  m_Settings.m_bDepthEnabled = aEnable != 0;
   return S_OK;
 }
 
-HRESULT GLContext::IsDepthEnabled(LONG* aEnable) noexcept { return Tell(m_bDepthEnabled, aEnable); }
+HRESULT GLContext::IsDepthEnabled(LONG* aEnable) noexcept {
+  return Tell(m_Settings.m_bDepthEnabled, aEnable);
+}
 
 HRESULT GLContext::EnableLighting(LONG aEnable) noexcept {
-  m_bLighting = aEnable != 0;
+  m_Settings.m_bLighting = aEnable != 0;
   return S_OK;
 }
 
-HRESULT GLContext::IsLightingEnabled(LONG* aEnabled) noexcept { return Tell(m_bLighting, aEnabled); }
+HRESULT GLContext::IsLightingEnabled(LONG* aEnabled) noexcept {
+  return Tell(m_Settings.m_bLighting, aEnabled);
+}
 
 HRESULT GLContext::EnableAmbientLight(LONG aEnable) noexcept {
-  m_bAmbientLight = aEnable != 0;
+  m_Settings.m_bAmbientLight = aEnable != 0;
   return S_OK;
 }
 
-HRESULT GLContext::IsAmbientLightEnabled(LONG* aEnabled) noexcept { return Tell(m_bAmbientLight, aEnabled); }
+HRESULT GLContext::IsAmbientLightEnabled(LONG* aEnabled) noexcept {
+  return Tell(m_Settings.m_bAmbientLight, aEnabled);
+}
 
 HRESULT GLContext::GetBackgroundColor(GLDATA_RGBA* aColor) noexcept {
   if (aColor == nullptr) return E_INVALIDARG;
   const GLPass* picture = PictureHere();
-  *aColor = picture != nullptr ? picture->Background() : m_sBackgroundColor;
+  *aColor = picture != nullptr ? picture->Background() : m_Settings.m_sBackgroundColor;
   return S_OK;
 }
 
 HRESULT GLContext::SetBackgroundColor(GLDATA_RGBA* aColor) noexcept {
   if (aColor == nullptr) return E_INVALIDARG;
-  m_sBackgroundColor = LimitColor(*aColor);
+  m_Settings.m_sBackgroundColor = LimitColor(*aColor);
   return S_OK;
 }
 
-HRESULT GLContext::GetAmbientLight(GLDATA_RGBA* aLight) noexcept { return Tell(m_sAmbientLight, aLight); }
+HRESULT GLContext::GetAmbientLight(GLDATA_RGBA* aLight) noexcept {
+  return Tell(m_Settings.m_sAmbientLight, aLight);
+}
 
 HRESULT GLContext::SetAmbientLight(GLDATA_RGBA* aLight) noexcept {
   if (aLight == nullptr) return E_INVALIDARG;
-  m_sAmbientLight.m_fRed = LimitColor(aLight->m_fRed);
-  m_sAmbientLight.m_fGreen = LimitColor(aLight->m_fGreen);
-  m_sAmbientLight.m_fBlue = LimitColor(aLight->m_fBlue);
+  m_Settings.m_sAmbientLight.m_fRed = LimitColor(aLight->m_fRed);
+  m_Settings.m_sAmbientLight.m_fGreen = LimitColor(aLight->m_fGreen);
+  m_Settings.m_sAmbientLight.m_fBlue = LimitColor(aLight->m_fBlue);
   return S_OK;
 }
 
 HRESULT GLContext::get_bFSAA(LONG* pVal) noexcept {
   if (pVal == nullptr) return E_INVALIDARG;
-  *pVal = m_bFSAA;
+  *pVal = m_Window.m_bFSAA;
   return S_OK;
 }
 
 HRESULT GLContext::put_bFSAA(LONG newVal) noexcept {
-  m_bFSAA = newVal;
+  m_Window.m_bFSAA = newVal;
   return S_OK;
 }
 
 HRESULT GLContext::get_lFSAAMaxSamples(LONG* pVal) noexcept {
   if (pVal == nullptr) return E_INVALIDARG;
-  *pVal = m_lFSAAMaxSamples;
+  *pVal = m_Window.m_lFSAAMaxSamples;
   return S_OK;
 }
 
 HRESULT GLContext::put_lFSAAMaxSamples(LONG newVal) noexcept {
-  m_lFSAAMaxSamples = newVal;
+  m_Window.m_lFSAAMaxSamples = newVal;
   return S_OK;
 }

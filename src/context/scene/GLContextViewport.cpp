@@ -36,17 +36,17 @@ HRESULT GLContext::GetViewportHeight(int* aValue) noexcept {
 }
 
 HRESULT GLContext::SetViewport(int aX, int aY, int aWidth, int aHeight) noexcept {
-  const int widthBefore = m_iViewportWidth, heightBefore = m_iViewportHeight;
-  m_iViewportWidth = aWidth > 0 ? aWidth : 1;
-  m_iViewportHeight = aHeight > 0 ? aHeight : 1;
+  const int widthBefore = m_Settings.m_iViewportWidth, heightBefore = m_Settings.m_iViewportHeight;
+  m_Settings.m_iViewportWidth = aWidth > 0 ? aWidth : 1;
+  m_Settings.m_iViewportHeight = aHeight > 0 ? aHeight : 1;
   const ContextHold hold(*this, m_Lock);
   if (!hold) {
-    m_iViewportWidth = widthBefore;
-    m_iViewportHeight = heightBefore;
+    m_Settings.m_iViewportWidth = widthBefore;
+    m_Settings.m_iViewportHeight = heightBefore;
     return E_GL_BADSTATE;
   }
   SetWindowPos(
-      m_hWnd, nullptr, aX, aY, m_iViewportWidth, m_iViewportHeight,
+      m_Window.m_hWnd, nullptr, aX, aY, m_Settings.m_iViewportWidth, m_Settings.m_iViewportHeight,
       SWP_NOZORDER | SWP_NOREDRAW | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_DEFERERASE | SWP_ASYNCWINDOWPOS);
   return S_OK;
 }

@@ -13,7 +13,8 @@
 GLPtr<IGLViewer> GLContext::FindViewer(IGLViewer* aViewer) noexcept {
   GLPOSITION position{};
   GLPtr<IUnknown> member;
-  for (m_pViewers->GetFirst(&position, member.Put()); member; m_pViewers->GetNext(&position, member.Put())) {
+  for (m_Scene.m_pViewers->GetFirst(&position, member.Put()); member;
+       m_Scene.m_pViewers->GetNext(&position, member.Put())) {
     if (member.Get() == aViewer)
       return GLPtr<IGLViewer>::FromCounted(static_cast<IGLViewer*>(member.Detach()));
   }
@@ -29,7 +30,7 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
   }
   if (*aArraySize < 1) return S_OK;
   HRESULT result = E_GL_BADSTATE;
-  if (IsUsable() && !IsDrawThread()) {
+  if (m_Scene.IsComplete() && !IsDrawThread()) {
     const GLPtr<IGLViewer> viewer = FindViewer(aViewer);
     if (!viewer) {
       result = E_INVALIDARG;

@@ -17,18 +17,21 @@ constexpr WORD kPaletteVersion = 0x300;
 
 }  // namespace
 
-// Gives m_Window.m_hDC its format. aFormatSet tells whether it has one, even where a later step fails.
+// Gives m_Window.m_Target.m_hDC its format. aFormatSet tells whether it has one, even where a later step
+// fails.
 bool GLContext::SetupPixelFormat(bool* aFormatSet) noexcept {
   const PLock lock(m_Lock);
   *aFormatSet = false;
   ReadMachineSwitches();
   ReadUserSwitches();
-  m_PixelFormat = PixelFormatRequest();
+  m_Window.m_PixelFormat = PixelFormatRequest();
   const int format = ChooseFormat();
-  if (format == 0 || !SetPixelFormat(m_Window.m_hDC, format, &m_PixelFormat)) return false;
+  if (format == 0 || !SetPixelFormat(m_Window.m_Target.m_hDC, format, &m_Window.m_PixelFormat)) return false;
   *aFormatSet = true;
-  if (DescribePixelFormat(m_Window.m_hDC, format, sizeof(m_PixelFormat), &m_PixelFormat) == 0) return false;
-  return (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) == 0 || SetupPalette();
+  if (DescribePixelFormat(m_Window.m_Target.m_hDC, format, sizeof(m_Window.m_PixelFormat),
+                          &m_Window.m_PixelFormat) == 0)
+    return false;
+  return (m_Window.m_PixelFormat.dwFlags & PFD_NEED_PALETTE) == 0 || SetupPalette();
 }
 
 void GLContext::ReadUserSwitches() noexcept {
@@ -37,8 +40,8 @@ void GLContext::ReadUserSwitches() noexcept {
     return;
   DWORD value = 0;
   if (ReadSwitch(key, "FSAA", &value) && value != 0) {
-    m_bFSAA = 1;
-    if (ReadSwitch(key, "FSAALevel", &value)) m_lFSAAMaxSamples = static_cast<LONG>(value);
+    m_Window.m_bFSAA = 1;
+    if (ReadSwitch(key, "FSAALevel", &value)) m_Window.m_lFSAAMaxSamples = static_cast<LONG>(value);
   }
   RegCloseKey(key);
 }
@@ -46,18 +49,19 @@ void GLContext::ReadUserSwitches() noexcept {
 // The number of contexts decides, not that of monitors.
 int GLContext::ChooseFormat() noexcept {
   if (!g_bAccel || (!g_bMultiAccel && CountContexts() > 1))
-    return FindPixelFormat(m_Window.m_hDC, m_PixelFormat);
+    return FindPixelFormat(m_Window.m_Target.m_hDC, m_Window.m_PixelFormat);
   Zentig::WGLExtensions* extensions = Zentig::WGLExtensions::GetInstance(ModuleInstance());
-  if (extensions != nullptr && m_bFSAA != 0) {
-    const int format = extensions->ChooseMultisampleFormat(m_Window.m_hDC, m_PixelFormat, m_lFSAAMaxSamples);
+  if (extensions != nullptr && m_Window.m_bFSAA != 0) {
+    const int format = extensions->ChooseMultisampleFormat(m_Window.m_Target.m_hDC, m_Window.m_PixelFormat,
+                                                           m_Window.m_lFSAAMaxSamples);
     if (format != 0) return format;
   }
-  return ChoosePixelFormat(m_Window.m_hDC, &m_PixelFormat);
+  return ChoosePixelFormat(m_Window.m_Target.m_hDC, &m_Window.m_PixelFormat);
 }
 
 bool GLContext::SetupPalette() noexcept {
   const PLock lock(m_Lock);
-  const std::vector<PALETTEENTRY> entries = PaletteEntries(m_PixelFormat);
+  const std::vector<PALETTEENTRY> entries = PaletteEntries(m_Window.m_PixelFormat);
   if (entries.empty()) return false;
   std::vector<std::byte> block;
   try {
@@ -69,11 +73,12 @@ bool GLContext::SetupPalette() noexcept {
   std::memcpy(block.data(), head, sizeof(head));
   std::memcpy(block.data() + offsetof(LOGPALETTE, palPalEntry), entries.data(),
               entries.size() * sizeof(PALETTEENTRY));
-  if (m_hPalette != nullptr) DeleteObject(m_hPalette);
-  m_hPalette = CreatePalette(reinterpret_cast<const LOGPALETTE*>(block.data()));
-  if (m_hPalette == nullptr) return false;
-  const HPALETTE previous = SelectPalette(m_Window.m_hDC, static_cast<HPALETTE>(m_hPalette), FALSE);
-  const bool realized = RealizePalette(m_Window.m_hDC) != GDI_ERROR;
+  if (m_Window.m_hPalette != nullptr) DeleteObject(m_Window.m_hPalette);
+  m_Window.m_hPalette = CreatePalette(reinterpret_cast<const LOGPALETTE*>(block.data()));
+  if (m_Window.m_hPalette == nullptr) return false;
+  const HPALETTE previous =
+      SelectPalette(m_Window.m_Target.m_hDC, static_cast<HPALETTE>(m_Window.m_hPalette), FALSE);
+  const bool realized = RealizePalette(m_Window.m_Target.m_hDC) != GDI_ERROR;
   if (previous != nullptr) DeleteObject(previous);
   return realized;
 }

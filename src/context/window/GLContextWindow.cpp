@@ -65,12 +65,13 @@ GLWindowClass g_WindowClass;
 }  // namespace
 
 HRESULT GLContext::Initialize(ULONG_PTR aParentWnd) noexcept {
-  if (IsDrawThread() || !IsUsable()) return E_GL_BADSTATE;
+  if (IsDrawThread() || !m_Scene.IsComplete()) return E_GL_BADSTATE;
   const DrawThreadWait wait(*this);
   if (!wait.IsAllowed()) return E_GL_BADSTATE;
   const std::scoped_lock replace(m_ReplaceLock);
-  m_hParentWnd = reinterpret_cast<HWND>(aParentWnd);
-  if (m_Window.m_hRC != nullptr) ++g_uListGeneration;  // no key may name a list of the new rendering context
+  m_Window.m_hParentWnd = reinterpret_cast<HWND>(aParentWnd);
+  if (m_Window.m_Target.m_hRC != nullptr)
+    ++g_uListGeneration;  // no key may name a list of the new rendering context
   if (!CreateGLWindow()) return E_FAIL;
   InstallMessageHook();
   return S_OK;
@@ -78,7 +79,7 @@ HRESULT GLContext::Initialize(ULONG_PTR aParentWnd) noexcept {
 
 HRESULT GLContext::GetWindow(ULONG_PTR* aHandle) noexcept {
   if (aHandle == nullptr) return E_INVALIDARG;
-  *aHandle = reinterpret_cast<ULONG_PTR>(HWND(m_hWnd));
+  *aHandle = reinterpret_cast<ULONG_PTR>(HWND(m_Window.m_hWnd));
   return S_OK;
 }
 
@@ -86,11 +87,11 @@ bool GLContext::CreateGLWindow() noexcept {
   StopDrawThread();
   const RECT place = DestroyGLWindow();
   if (!g_WindowClass.Register()) return false;
-  const ParentPlacement placement(m_hParentWnd);
-  const HWND window =
-      CreateWindowExA(0, kWindowClass, kWindowClass, m_hParentWnd != nullptr ? kChildStyle : kPopupStyle,
-                      place.left, place.top, place.right - place.left, place.bottom - place.top, m_hParentWnd,
-                      nullptr, ModuleInstance(), nullptr);
+  const ParentPlacement placement(m_Window.m_hParentWnd);
+  const HWND window = CreateWindowExA(
+      0, kWindowClass, kWindowClass, m_Window.m_hParentWnd != nullptr ? kChildStyle : kPopupStyle, place.left,
+      place.top, place.right - place.left, place.bottom - place.top, m_Window.m_hParentWnd, nullptr,
+      ModuleInstance(), nullptr);
   if (window == nullptr) return false;
   if (StartDrawing(window) && WaitForRenderingContext()) return true;
   StopDrawThread();
@@ -101,8 +102,8 @@ bool GLContext::CreateGLWindow() noexcept {
 // Gives the window its format and starts the draw thread on it. False when there is no format or no thread.
 bool GLContext::StartDrawing(HWND aWindow) noexcept {
   const PLock lock(m_Lock);
-  m_hWnd = aWindow;
-  m_Window.m_hDC = GetDC(aWindow);
+  m_Window.m_hWnd = aWindow;
+  m_Window.m_Target.m_hDC = GetDC(aWindow);
   bool formatSet = false;
   SetupPixelFormat(&formatSet);
   SetWindowLongPtrA(aWindow, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -120,7 +121,7 @@ bool GLContext::StartDrawing(HWND aWindow) noexcept {
 
 bool GLContext::WaitForRenderingContext() noexcept {
   const auto end = std::chrono::steady_clock::now() + kLongestStart;
-  while (m_Window.m_hRC == nullptr) {
+  while (m_Window.m_Target.m_hRC == nullptr) {
     if (std::chrono::steady_clock::now() >= end) return false;
     std::this_thread::sleep_for(kPollStep);
   }
@@ -133,32 +134,33 @@ RECT GLContext::DestroyGLWindow() noexcept {
   RECT place{};
   const RenderingTurn turn;
   const PLock lock(m_Lock);
-  if (const HGLRC context = m_Window.m_hRC.exchange(nullptr)) wglDeleteContext(context);
-  if (m_hWnd == nullptr) return place;
-  SetWindowLongPtrA(m_hWnd, GWLP_USERDATA, 0);  // a window that outlives this must not find the context
-  if (GetWindowRect(m_hWnd, &place) == FALSE) place = RECT{};
-  if (m_hParentWnd != nullptr) {
+  if (const HGLRC context = m_Window.m_Target.m_hRC.exchange(nullptr)) wglDeleteContext(context);
+  if (m_Window.m_hWnd == nullptr) return place;
+  SetWindowLongPtrA(m_Window.m_hWnd, GWLP_USERDATA,
+                    0);  // a window that outlives this must not find the context
+  if (GetWindowRect(m_Window.m_hWnd, &place) == FALSE) place = RECT{};
+  if (m_Window.m_hParentWnd != nullptr) {
     POINT corners[2] = {{place.left, place.top}, {place.right, place.bottom}};
-    for (POINT& corner : corners) ScreenToClient(m_hParentWnd, &corner);
+    for (POINT& corner : corners) ScreenToClient(m_Window.m_hParentWnd, &corner);
     place = {corners[0].x, corners[0].y, corners[1].x, corners[1].y};
   }
-  if (m_Window.m_hDC != nullptr) ReleaseDC(m_hWnd, m_Window.m_hDC);
-  m_Window.m_hDC = nullptr;
-  EndWindow(m_hWnd);
-  m_hWnd = nullptr;
-  if (m_hPalette != nullptr) DeleteObject(m_hPalette);
-  m_hPalette = nullptr;
+  if (m_Window.m_Target.m_hDC != nullptr) ReleaseDC(m_Window.m_hWnd, m_Window.m_Target.m_hDC);
+  m_Window.m_Target.m_hDC = nullptr;
+  EndWindow(m_Window.m_hWnd);
+  m_Window.m_hWnd = nullptr;
+  if (m_Window.m_hPalette != nullptr) DeleteObject(m_Window.m_hPalette);
+  m_Window.m_hPalette = nullptr;
   return place;
 }
 
 // The first pass of the draw thread, and each further one for as long as it fails.
 bool GLContext::CreateRenderingContext() noexcept {
-  if (m_Window.m_hDC == nullptr) return false;
+  if (m_Window.m_Target.m_hDC == nullptr) return false;
   const RenderingTurn turn;
   const PLock lock(m_Lock);
-  const HGLRC context = wglCreateContext(m_Window.m_hDC);
+  const HGLRC context = wglCreateContext(m_Window.m_Target.m_hDC);
   if (context == nullptr) return false;
-  if (!wglMakeCurrent(m_Window.m_hDC, context)) {
+  if (!wglMakeCurrent(m_Window.m_Target.m_hDC, context)) {
     wglDeleteContext(context);
     return false;
   }
@@ -169,9 +171,9 @@ bool GLContext::CreateRenderingContext() noexcept {
   ReadLimits();
   glEnable(GL_NORMALIZE);
   static std::atomic<ULONG> lastNumber{0};
-  m_Window.Restart(++lastNumber);
+  m_Window.m_Target.Restart(++lastNumber);
   m_ClipPlanes.TakeReset();  // nothing is enabled in a new one
-  m_Window.m_hRC = context;
+  m_Window.m_Target.m_hRC = context;
   return true;
 }
 
@@ -198,10 +200,10 @@ void GLContext::ReadLimits() noexcept {
 
 void GLContext::DestroyRenderingContext() noexcept {
   const RenderingTurn turn;
-  const HGLRC context = m_Window.m_hRC;
-  wglMakeCurrent(m_Window.m_hDC, context);
+  const HGLRC context = m_Window.m_Target.m_hRC;
+  wglMakeCurrent(m_Window.m_Target.m_hDC, context);
   wglDeleteContext(context);
-  m_Window.m_hRC = nullptr;
+  m_Window.m_Target.m_hRC = nullptr;
 }
 
 LRESULT GLContext::WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
@@ -229,7 +231,7 @@ LRESULT GLContext::WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam
 
 void GLContext::OnSysColorChange() noexcept {
   const std::scoped_lock replace(m_ReplaceLock);
-  if (m_Window.m_hRC == nullptr || m_bReleased.test()) return;
+  if (m_Window.m_Target.m_hRC == nullptr || m_bReleased.test()) return;
   {
     const PLock lock(m_Lock);
     ++g_uListGeneration;  // the lists go with their rendering context
@@ -240,20 +242,20 @@ void GLContext::OnSysColorChange() noexcept {
 LRESULT GLContext::OnQueryNewPalette() noexcept {
   const PLock lock(m_Lock);
   if (!NeedsPalette()) return 0;
-  SelectPalette(m_Window.m_hDC, static_cast<HPALETTE>(m_hPalette), TRUE);
-  RealizePalette(m_Window.m_hDC);
+  SelectPalette(m_Window.m_Target.m_hDC, static_cast<HPALETTE>(m_Window.m_hPalette), TRUE);
+  RealizePalette(m_Window.m_Target.m_hDC);
   return 1;
 }
 
 void GLContext::OnPaletteChanged(WPARAM wParam) noexcept {
   const PLock lock(m_Lock);
-  if (reinterpret_cast<HWND>(wParam) == m_hWnd || !NeedsPalette()) return;
-  SelectPalette(m_Window.m_hDC, static_cast<HPALETTE>(m_hPalette), FALSE);
-  RealizePalette(m_Window.m_hDC);
-  UpdateColors(m_Window.m_hDC);
+  if (reinterpret_cast<HWND>(wParam) == m_Window.m_hWnd || !NeedsPalette()) return;
+  SelectPalette(m_Window.m_Target.m_hDC, static_cast<HPALETTE>(m_Window.m_hPalette), FALSE);
+  RealizePalette(m_Window.m_Target.m_hDC);
+  UpdateColors(m_Window.m_Target.m_hDC);
 }
 
 bool GLContext::NeedsPalette() const noexcept {
-  return m_Window.m_hRC != nullptr && (m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0 &&
-         m_hPalette != nullptr;
+  return m_Window.m_Target.m_hRC != nullptr && (m_Window.m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0 &&
+         m_Window.m_hPalette != nullptr;
 }

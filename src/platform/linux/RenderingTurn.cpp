@@ -1,5 +1,6 @@
-// RenderingTurn on Linux. Mesa's software renderer reads memory that it has freed when contexts of two
-// threads flush at the same time (seen with 22.3.6, by plain EGL and GL too); it gets turns. Draw threads.
+// RenderingTurn on Linux. Mesa's software renderer (seen with 22.3.6) reads memory that it has freed when two
+// threads draw with contexts of one display; tests/platform/driver/ContextRace.cpp shows it by plain EGL and
+// GL. On this driver draw threads take turns.
 
 #include "platform/RenderingTurn.h"
 
@@ -81,11 +82,11 @@ void Give() noexcept {
 
 }  // namespace
 
-void RenderingTurn::Begin() noexcept {
+RenderingTurn::RenderingTurn() noexcept {
   if (t_iDepth++ == 0) Take();
 }
 
-void RenderingTurn::End() noexcept {
+RenderingTurn::~RenderingTurn() {
   if (--t_iDepth == 0) Give();
 }
 

@@ -14,6 +14,9 @@
 #include <atomic>
 #include <climits>
 #include <mutex>
+#include <thread>
+#include <utility>
+#include <vector>
 
 /// An object of a host's own behind one interface. It lives on the heap, from GLMake to its last Release.
 template <class Interface>
@@ -85,48 +88,62 @@ struct GLCaptureRequest {
 };
 
 /// A capture that takes one picture for each Request. The host writes OnData(aSuccess), in which the pixmap
-/// of the request holds the picture when aSuccess is 1. That pixmap is held until the next request is served.
+/// of the request holds the picture when aSuccess is 1. That pixmap is held until the same draw thread serves
+/// the next request. One object may be attached to several contexts: the first to end a frame serves a
+/// request.
 class GLCaptureBase : public GLClient<IGLCapture> {
  public:
   /// Asks for a picture of the next frame; a request that isn't served yet is replaced. Any thread.
   void Request(IGLPixmap* aTarget, const GLCaptureRequest& aRequest = {}) noexcept {
-    auto target = GLPtr<IGLPixmap>::FromBorrowed(aTarget);  // the one replaced goes when the lock is left
+    auto target = GLPtr<IGLPixmap>::FromBorrowed(aTarget);  // the one before is released without the lock
     const std::scoped_lock lock(m_Lock);
     std::swap(m_Waiting.m_pTarget, target);
     m_Waiting.m_Request = aRequest;
     m_bWanted = true;
   }
 
+  /// Without memory the request waits for a later frame.
   HRESULT IsEnabled(LONG* aEnabled) noexcept override {
     if (aEnabled == nullptr) return E_INVALIDARG;
-    Job done;
+    *aEnabled = 0;
+    Job done;  // released without the lock
     const std::scoped_lock lock(m_Lock);
-    *aEnabled = m_bWanted ? 1 : 0;
-    if (!std::exchange(m_bWanted, false)) return S_OK;
-    done = std::exchange(m_Serving, std::exchange(m_Waiting, Job()));
+    if (!m_bWanted) return S_OK;
+    Job* serving = ServedHere();
+    if (serving == nullptr) {
+      try {
+        serving = &m_Serving.emplace_back(std::this_thread::get_id(), Job()).second;
+      } catch (...) {
+        return E_OUTOFMEMORY;
+      }
+    }
+    done = std::exchange(*serving, std::exchange(m_Waiting, Job()));
+    m_bWanted = false;
+    *aEnabled = 1;
     return S_OK;
   }
   HRESULT GetPixmap(IGLPixmap** aPixmap) noexcept override {
     if (aPixmap == nullptr) return E_INVALIDARG;
-    *aPixmap = GLPtr(m_Serving.m_pTarget).Detach();
+    *aPixmap = Served().m_pTarget.Detach();
     return S_OK;
   }
   HRESULT GetPixelZoom(float* aZoom) noexcept override {
     if (aZoom == nullptr) return E_INVALIDARG;
-    *aZoom = m_Serving.m_Request.m_fZoom;
+    *aZoom = Served().m_Request.m_fZoom;
     return S_OK;
   }
   HRESULT GetRectangle(int* aX, int* aY, int* aWidth, int* aHeight) noexcept override {
     if (aX == nullptr || aY == nullptr || aWidth == nullptr || aHeight == nullptr) return E_INVALIDARG;
-    *aX = m_Serving.m_Request.m_iX;
-    *aY = m_Serving.m_Request.m_iY;
-    *aWidth = m_Serving.m_Request.m_iWidth;
-    *aHeight = m_Serving.m_Request.m_iHeight;
+    const GLCaptureRequest request = Served().m_Request;
+    *aX = request.m_iX;
+    *aY = request.m_iY;
+    *aWidth = request.m_iWidth;
+    *aHeight = request.m_iHeight;
     return S_OK;
   }
   HRESULT GetBackgroundColor(GLDATA_RGBA* aColor) noexcept override {
     if (aColor == nullptr) return E_INVALIDARG;
-    *aColor = m_Serving.m_Request.m_sBackground;
+    *aColor = Served().m_Request.m_sBackground;
     return S_OK;
   }
 
@@ -136,8 +153,22 @@ class GLCaptureBase : public GLClient<IGLCapture> {
     GLCaptureRequest m_Request;
   };
 
-  std::mutex m_Lock;  // guards what waits
+  /// What the calling draw thread serves, under the lock; null if it has served nothing yet.
+  Job* ServedHere() noexcept {
+    for (auto& [thread, job] : m_Serving) {
+      if (thread == std::this_thread::get_id()) return &job;
+    }
+    return nullptr;
+  }
+  /// A copy of it, with a reference to the pixmap.
+  Job Served() noexcept {
+    const std::scoped_lock lock(m_Lock);
+    const Job* job = ServedHere();
+    return job != nullptr ? *job : Job();
+  }
+
+  std::mutex m_Lock;  // guards all that follows
   Job m_Waiting;
   bool m_bWanted = false;
-  Job m_Serving;  // the draw thread's alone
+  std::vector<std::pair<std::thread::id, Job>> m_Serving;  // one per draw thread that has served a request
 };
