@@ -1,0 +1,55 @@
+// Operations: the rows of the table of situations, a file a theme. Each runs on whichever thread its situation has.
+
+#pragma once
+
+#include <initializer_list>
+#include <span>
+
+#include "situations/Stage.h"
+
+/// The columns: from where an operation is called. The last three but one are callbacks of another context.
+enum Situation : unsigned {
+  kInFrame,
+  kInCapture,
+  kInPick,
+  kInGauge,
+  kInOpenList,
+  kInTask,
+  kInOnData,
+  kInOthersFrame,
+  kInOthersCapture,
+  kInTeardown,
+  kSituations
+};
+
+/// A set of columns.
+constexpr unsigned In(std::initializer_list<Situation> aSituations) {
+  unsigned set = 0;
+  for (const Situation situation : aSituations) set |= 1u << situation;
+  return set;
+}
+constexpr unsigned kNowhere = 0;
+constexpr unsigned kOnOwnThread =
+    In({kInFrame, kInCapture, kInPick, kInGauge, kInOpenList, kInTask, kInOnData});
+/// Where the context's own rendering context isn't current.
+constexpr unsigned kWithoutGL = In({kInOnData, kInOthersFrame, kInOthersCapture});
+
+struct Operation {
+  const char* m_szName;
+  HRESULT (*m_pfnRun)(Stage&);
+  unsigned m_uRefused = kNowhere;  ///< the columns that answer E_GL_BADSTATE; in the teardown each may
+};
+
+/// The first result that isn't S_OK.
+inline HRESULT All(std::initializer_list<HRESULT> aResults) {
+  for (const HRESULT result : aResults) {
+    if (result != S_OK) return result;
+  }
+  return S_OK;
+}
+
+/// What changes settings, or nothing: after it a context is as after a call between two frames.
+std::span<const Operation> ContextOperations();
+std::span<const Operation> SceneOperations();
+/// What draws: out of sight, and with everything set back.
+std::span<const Operation> DrawingOperations();

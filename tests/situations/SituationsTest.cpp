@@ -1,0 +1,198 @@
+// Every operation in every situation from which a callback can call it. The table's reference is the same operation
+// called while nothing is under way.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "platform/GL.h"
+#include "platform/RenderingContext.h"
+#include "situations/Operations.h"
+#include "situations/Watchdog.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::seconds kLongestCall(GLLIB_SANITIZED != 0 ? 10 : 1);
+constexpr std::chrono::seconds kHang(60);
+constexpr const char* kNames[kSituations] = {"Frame",  "Capture", "Pick",        "Gauge",         "OpenList",
+                                             "Task",   "OnData",  "OthersFrame", "OthersCapture", "Teardown"};
+
+/// What a callback finds current, and has to find again.
+struct Found {
+  HGLRC context = nullptr;
+  std::array<GLint, 6> values{};
+
+  static Found Now() {
+    Found found{wglGetCurrentContext(), {}};
+    constexpr GLenum kNames[] = {GL_LIST_INDEX,           GL_LIST_MODE,
+                                 GL_RENDER_MODE,          GL_MODELVIEW_STACK_DEPTH,
+                                 GL_PROJECTION_STACK_DEPTH, GL_ATTRIB_STACK_DEPTH};
+    for (std::size_t i = 0; i < found.values.size(); ++i) glGetIntegerv(kNames[i], &found.values[i]);
+    return found;
+  }
+};
+
+/// One call of an operation, made on whichever thread the situation has.
+struct Call {
+  void Make(const Operation& aOperation, Stage& aStage) {
+    before = Found::Now();
+    const auto start = Clock::now();
+    result = aOperation.m_pfnRun(aStage);
+    length = Clock::now() - start;
+    after = Found::Now();
+    made = true;
+  }
+
+  bool made = false;
+  HRESULT result = S_OK;
+  Clock::duration length{};
+  Found before, after;
+};
+
+/// What comes after an operation.
+struct Aftermath {
+  Settings settings;
+  Outcome frame, capture, pick;
+};
+
+Aftermath After(Stage& aStage) {
+  aStage.Control();
+  Aftermath after{aStage.Read(), {}, {}, {}};
+  after.frame = aStage.Frame();
+  after.capture = aStage.Capture();
+  after.pick = aStage.Pick();
+  return after;
+}
+
+void ExpectSame(const Outcome& aFound, const Outcome& aWanted, const char* aWhat) {
+  EXPECT_EQ(Difference(aFound.picture, aWanted.picture), 0) << "pixels of " << aWhat;
+  EXPECT_EQ(aFound.ids, aWanted.ids) << "identifiers of " << aWhat;
+  EXPECT_EQ(aFound.error, aWanted.error) << "GL's error in " << aWhat;
+}
+
+/// A painter whose end, in that of its context, calls the context once more.
+class Farewell final : public GLPainterBase {
+ public:
+  explicit Farewell(std::function<void()> aCall) : m_Call(std::move(aCall)) {}
+  ~Farewell() override { m_Call(); }
+  HRESULT Draw(IGLCanvas*, IGLContext*, IGLViewer*) noexcept override { return S_OK; }
+
+ private:
+  std::function<void()> m_Call;
+};
+
+class Situations : public testing::TestWithParam<Situation> {
+ protected:
+  void SetUp() override {
+    m_Stage = std::make_unique<Stage>();
+    m_Other = std::make_unique<Stage>();
+    m_Stage->Reset();
+    m_Base = After(*m_Stage);
+    EXPECT_GT(m_Base.frame.picture.CountOther(m_Base.frame.picture.At(0, 0)), 200) << "the scene";
+    EXPECT_EQ(m_Base.pick.ids, (std::vector<ULONG>{1, 2, 3}));
+    m_BasePass = Pass([](Stage&) {});
+  }
+
+  /// A pass of the situation, in which a function is called. @return what it drew, captured or found
+  Outcome Pass(std::function<void(Stage&)> aCall) {
+    Stage& stage = *m_Stage;
+    Stage& other = *m_Other;
+    const auto call = [&stage, aCall] { aCall(stage); };
+    switch (GetParam()) {
+      case kInFrame:
+        return stage.Arm(Place::kFrame, call), stage.Frame();
+      case kInCapture:
+        return stage.Arm(Place::kCapture, call), stage.Capture();
+      case kInPick:
+        return stage.Arm(Place::kPick, call), stage.Pick();
+      case kInGauge:
+        return stage.Arm(Place::kGauge, call), stage.Frame();
+      case kInOpenList:
+        return stage.Arm(Place::kOpenList, call), stage.Frame();
+      case kInTask:
+        return stage.Task(call), Outcome();
+      case kInOnData:
+        return stage.Arm(Place::kOnData, call), stage.Capture();
+      case kInOthersFrame:
+        return other.Arm(Place::kFrame, call), other.Frame();
+      case kInOthersCapture:
+        return other.Arm(Place::kCapture, call), other.Capture();
+      default:
+        return Teardown(aCall);
+    }
+  }
+
+  /// The end of a context, in which its painter's destructor calls. @return the next frame of another one
+  Outcome Teardown(const std::function<void(Stage&)>& aCall) {
+    auto ending = std::make_unique<Stage>();
+    IGLContext* const last = ending->context.Detach();
+    last->AttachPainter(GLMake<Farewell>([&] {
+                          ending->context = GLPtr<IGLContext>::FromBorrowed(last);
+                          aCall(*ending);
+                          ending->context.Reset();
+                        }).Get());
+    last->Release();
+    return m_Other->Frame();
+  }
+
+  void Check(const Operation& aOperation, bool aDraws) {
+    m_Dog.Begin(std::string(aOperation.m_szName) + " in " + kNames[GetParam()]);
+    SCOPED_TRACE(std::string(aOperation.m_szName) + " in " + kNames[GetParam()]);
+    Aftermath wanted = m_Base;
+    if (!aDraws && GetParam() != kInTeardown && !IsRefused(aOperation)) {
+      m_Stage->Reset();
+      EXPECT_EQ(aOperation.m_pfnRun(*m_Stage), S_OK) << "between two frames";
+      wanted = After(*m_Stage);
+    }
+    m_Stage->Reset();
+    m_Stage->Frame();
+    Call call;
+    ExpectSame(Pass([&](Stage& stage) { call.Make(aOperation, stage); }), m_BasePass, "the pass");
+    ASSERT_TRUE(call.made);
+    CheckCall(call, IsRefused(aOperation) ? E_GL_BADSTATE : S_OK);
+    if (GetParam() == kInTeardown) return;
+    const Aftermath after = After(*m_Stage);
+    for (std::size_t i = 0; i < wanted.settings.size(); ++i) {
+      EXPECT_EQ(after.settings[i].second, wanted.settings[i].second) << wanted.settings[i].first;
+    }
+    ExpectSame(after.frame, wanted.frame, "the next frame");
+    ExpectSame(after.capture, wanted.capture, "the next capture");
+    ExpectSame(after.pick, wanted.pick, "the next pick");
+  }
+
+ private:
+  bool IsRefused(const Operation& aOperation) const { return (aOperation.m_uRefused & 1u << GetParam()) != 0; }
+
+  void CheckCall(const Call& aCall, HRESULT aWanted) {
+    const bool refusedAtTheEnd = GetParam() == kInTeardown && aCall.result == E_GL_BADSTATE;
+    EXPECT_TRUE(aCall.result == aWanted || refusedAtTheEnd)
+        << "the result is " << std::hex << aCall.result << " instead of " << aWanted;
+    EXPECT_LT(aCall.length, kLongestCall) << "the call takes "
+                                          << std::chrono::duration<double>(aCall.length).count() << " s";
+    EXPECT_EQ(aCall.after.context, aCall.before.context) << "the current rendering context";
+    EXPECT_EQ(aCall.after.values, aCall.before.values) << "open list, mode and depth of stacks";
+  }
+
+  Watchdog m_Dog{kHang};
+  std::unique_ptr<Stage> m_Stage, m_Other;
+  Aftermath m_Base;
+  Outcome m_BasePass;
+};
+
+}  // namespace
+
+TEST_P(Situations, KeepPassesAndSettings) {
+  for (const Operation& operation : ContextOperations()) Check(operation, false);
+  for (const Operation& operation : SceneOperations()) Check(operation, false);
+  for (const Operation& operation : DrawingOperations()) Check(operation, true);
+}
+
+INSTANTIATE_TEST_SUITE_P(In, Situations,
+                         testing::Values(kInFrame, kInCapture, kInPick, kInGauge, kInOpenList, kInTask, kInOnData,
+                                         kInOthersFrame, kInOthersCapture, kInTeardown),
+                         [](const auto& info) { return std::string(kNames[info.param]); });

@@ -1,0 +1,338 @@
+// Stage: the scene, its callbacks, and what its getters answer.
+
+#include "situations/Stage.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "context/GLContext.h"
+#include "platform/GL.h"
+#include "support/Eventually.h"
+#include "support/TestDisplay.h"
+
+namespace {
+
+constexpr ULONG kForever = 0xFFFFFFFF;
+
+void Square(IGLCanvas& aCanvas, double aX, double aY, double aSide, double aZ) {
+  aCanvas.BeginDrawQuads();
+  aCanvas.SetVertexNormal3d(0, 0, 1);
+  for (const auto& [x, y] : {std::pair(0., 0.), {1., 0.}, {1., 1.}, {0., 1.}})
+    aCanvas.Vertex3d(aX + x * aSide, aY + y * aSide, aZ);
+  aCanvas.EndDrawVertices();
+}
+
+template <class Function>
+void ForEach(IGLCollection& aMembers, Function aFunction) {
+  GLPOSITION at{};
+  GLPtr<IUnknown> member;
+  for (aMembers.GetFirst(&at, member.Put()); member; aMembers.GetNext(&at, member.Put())) aFunction(member.Get());
+}
+
+class CallingTask final : public PEvent {
+ public:
+  CallingTask(const void* aOwner, std::function<void()> aCall)
+      : PEvent(aOwner, true, false), m_Call(std::move(aCall)) {}
+  void Run() override { m_Call(); }
+
+ private:
+  std::function<void()> m_Call;
+};
+
+}  // namespace
+
+/// Drawn after the painter: ends the pass over the viewer.
+class Stage::Gauge final : public GLViewerGaugeBase {
+ public:
+  explicit Gauge(Stage& aStage) : m_Stage(aStage) {}
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*) noexcept override {
+    if (!m_Stage.m_bCapturing) m_Stage.CallAt(Place::kGauge);
+    GLDATA_RGBA color{1, 1, 0, 1};
+    aCanvas->SetVertexColor(&color);
+    Square(*aCanvas, 0.5, -0.9, 0.3, 0);
+    m_Stage.m_uError |= glGetError();
+    if (m_Stage.m_bCapturing || !m_Stage.m_bWanted || m_Stage.m_Armed != Place::kNowhere) return S_OK;
+    m_Stage.m_Picture = Picture::Read(kWidth, kHeight);
+    m_Stage.m_bWanted = false;
+    return S_OK;
+  }
+
+ private:
+  Stage& m_Stage;
+};
+
+/// Tells the stage when its scene is drawn for a picture.
+class Stage::Picturing final : public TestCapture {
+ public:
+  explicit Picturing(Stage& aStage) : m_Stage(aStage) {}
+  HRESULT IsEnabled(LONG* aEnabled) noexcept override {
+    const HRESULT result = TestCapture::IsEnabled(aEnabled);
+    m_Stage.m_bCapturing = *aEnabled != 0;
+    return result;
+  }
+  HRESULT OnData(LONG aSuccess) noexcept override {
+    m_Stage.m_bCapturing = false;
+    m_Stage.CallAt(Place::kOnData);
+    return TestCapture::OnData(aSuccess);
+  }
+
+ private:
+  Stage& m_Stage;
+};
+
+Stage::Stage() {
+  PrepareDisplay();
+  if (!context || FAILED(context->Initialize(0))) throw std::runtime_error("no context");
+  context.As<IGLContext14_2>()->GetCanvas(canvas.Put());
+  context->GetFog(fog.Put());
+  IGLViewer* made = nullptr;
+  context->CreateViewer(0, 1, &made);
+  spare = GLPtr<IGLViewer>::FromBorrowed(made);
+  context->CreateViewer(0, 1, &made);
+  viewer = GLPtr<IGLViewer>::FromBorrowed(made);
+  m_Gauge = GLMake<Gauge>(*this).As<IGLViewerGauge>();
+  viewer->AddGauge(m_Gauge.Get());
+  viewer->ShowGauges(1);
+  context.As<IGLContext2>()->CreateInternalFont(GLString("HAND"), font.Put());
+  context->CreateSystemFont(system.Put());
+  painter = GLMake<TestPainter>([this](Scene& scene) { Draw(scene); }).As<IGLPainter>();
+  capture = GLPtr<TestCapture>::FromBorrowed(GLMake<Picturing>(*this).Get());
+  capture->request = {.m_fZoom = 2, .m_sBackground = {0.1f, 0.3f, 0.1f, 1}};
+  Reset();
+  Frame();  // some drivers learn of a window's size at the end of a frame
+}
+
+Stage::~Stage() { context.Reset(); }
+
+void Stage::Control() {
+  const auto control = context.As<IGLContext2>();
+  control->SetControlledDrawThread(1, kForever);
+  context.As<IGLContext12>()->ResumeDrawThread();
+  context->AttachCapture(capture.Get());
+}
+
+void Stage::Reset() {
+  Arm(Place::kNowhere, {});
+  Control();
+  GLDATA_RGBA background{0.1f, 0.1f, 0.3f, 1}, ambient{0.4f, 0.4f, 0.4f, 1}, grey{0.5f, 0.5f, 0.5f, 1};
+  context->AttachPainter(painter.Get());
+  context->SetViewport(0, 0, kWidth, kHeight);
+  context->SetBackgroundColor(&background);
+  context->EnableDepth(1);
+  context->EnableLighting(1);
+  context->EnableAmbientLight(1);
+  context->SetAmbientLight(&ambient);
+  context->ResetClipPlanes();
+  context->SetDrawThreadPars(2, 40, 10);
+  context.As<IGLContext14_3>()->put_bFSAA(0);
+  context.As<IGLContext14_3>()->put_lFSAAMaxSamples(4);
+  ForgetMembers();
+  light->Enable(1);
+  light->SetDiffuseLight(&grey);
+  light->SetConstantAttenuation(1);
+  fog->Enable(0);
+  fog->SetFogDensity(0.01f);
+  GLDATA_POINT low{-10, -10, 0}, high{10, 10, 100};
+  viewer->SetOrthoExtents(&low, &high);
+  viewer->SetOrtho(1);
+  viewer->Show(1);
+  GLPtr<IGLCoord> eye;
+  viewer->GetCoord(eye.Put());
+  eye->ResetRotation();
+  eye->SetOrigin3d(0, 0, 50);
+  canvas.As<IGLCanvas13_1>()->SetSelectionMode(0);
+  canvas.As<IGLCanvas13_1>()->ClearTransparentTriangles();
+}
+
+// Of the viewers and lights only the stage's own stay.
+void Stage::ForgetMembers() {
+  const auto members = GLCreate<IGLCollection>(CLSID_GLCollection);
+  context->EnumViewers(members.Get());
+  ForEach(*members, [&](IUnknown* member) {
+    auto* const other = static_cast<IGLViewer*>(member);
+    if (viewer.Get() != other && spare.Get() != other) context->DestroyViewer(other);
+  });
+  LONG has = 0;
+  context->EnumLights(members.Get());
+  ForEach(*members, [&](IUnknown* member) {
+    if (light.Get() != member) context->DestroyLight(static_cast<IGLLight*>(member));
+  });
+  members->Has(light.Get(), &has);
+  if (has != 0) return;
+  IGLLight* made = nullptr;
+  context->CreateLight(&made);
+  light = GLPtr<IGLLight>::FromBorrowed(made);
+}
+
+void Stage::Arm(Place aPlace, std::function<void()> aCall) {
+  m_Armed = Place::kNowhere;
+  m_Call = std::move(aCall);
+  m_Armed = aPlace;
+}
+
+void Stage::CallAt(Place aPlace) {
+  if (m_Armed != aPlace) return;
+  m_Call();
+  m_Armed = Place::kNowhere;
+}
+
+void Stage::Task(std::function<void()> aCall) {
+  std::atomic<bool> done{false};
+  static_cast<GLContext&>(*context).PostTask(new CallingTask(this, [&] { aCall(), done = true; }));
+  EXPECT_TRUE(Eventually([&] { return done.load(); })) << "no task";
+}
+
+Outcome Stage::Frame() {
+  m_uError = 0;
+  m_bWanted = true;
+  context.As<IGLContext2>()->TriggerDrawThread();
+  EXPECT_TRUE(Eventually([&] { return !m_bWanted; })) << "no frame";
+  return {std::exchange(m_Picture, Picture()), {}, m_uError};
+}
+
+Outcome Stage::Capture() {
+  m_uError = 0;
+  capture->answer = -1;
+  capture->Request(capture->target.Get(), capture->request);
+  context.As<IGLContext2>()->TriggerDrawThread();
+  EXPECT_TRUE(Eventually([&] { return capture->answer != -1; })) << "no capture";
+  EXPECT_EQ(capture->answer, 1) << "the capture fails";
+  Picture picture(2 * kWidth, 2 * kHeight);
+  for (int y = 0; y < picture.Height(); ++y) {
+    for (int x = 0; x < picture.Width(); ++x) {
+      GLDATA_RGBA4B p{};
+      capture->target->GetPixel(x, y, &p);
+      picture.Set(x, y, std::uint32_t{p.m_bRed} << 24 | p.m_bGreen << 16 | p.m_bBlue << 8 | 0xFF);
+    }
+  }
+  return {picture, {}, m_uError};
+}
+
+Outcome Stage::Pick() {
+  m_uError = 0;
+  GLDATA_POINT first{-0.95, -0.95, 0}, second{0.95, 0.95, 0};
+  int size = 16;
+  Outcome outcome;
+  outcome.ids.resize(16);
+  EXPECT_EQ(context->Select(viewer.Get(), &first, &second, 0, 1, &size, outcome.ids.data()), S_OK);
+  outcome.ids.resize(static_cast<std::size_t>(size));
+  outcome.error = m_uError;
+  return outcome;
+}
+
+// First the list, then the call, then everything else: what the call does to the pass shows.
+void Stage::Draw(Scene& aScene) {
+  IGLCanvas& drawn = aScene.Canvas();
+  GLint mode = GL_RENDER;
+  glGetIntegerv(GL_RENDER_MODE, &mode);
+  const Place place = mode == GL_SELECT ? Place::kPick : m_bCapturing ? Place::kCapture : Place::kFrame;
+  const bool listed = place == Place::kFrame && m_Armed == Place::kOpenList;
+  LONG valid = 0;
+  drawn.IsCompiledList(list, &valid);
+  if (valid == 0) {
+    drawn.BeginCompileList(&list);
+    DrawFirst(drawn, false);
+    drawn.EndCompileList();
+  }
+  GLDATA_POINT outside{1e4, 0, 0};
+  for (const auto& text : {font, system}) text->Print(m_Text, &outside);  // built with no list open
+  int open = 0;
+  if (listed) drawn.BeginCompileList(&open);
+  DrawFirst(drawn, true);
+  CallAt(listed ? Place::kOpenList : place);
+  DrawSecond(drawn);
+  if (listed) {
+    drawn.EndCompileList();
+    drawn.DrawCompiledList(open);
+    drawn.DeleteCompiledList(open);
+  }
+  if (place == Place::kPick) m_uError |= glGetError();
+}
+
+void Stage::DrawFirst(IGLCanvas& aCanvas, bool aFromList) {
+  if (aFromList) {
+    aCanvas.SetTestID(1);
+    aCanvas.DrawCompiledList(list);
+    return;
+  }
+  GLDATA_RGBA red{1, 0.2f, 0.2f, 1};
+  aCanvas.SetVertexColor(&red);
+  Square(aCanvas, -9, -9, 6, 0);
+}
+
+void Stage::DrawSecond(IGLCanvas& aCanvas) {
+  GLDATA_RGBA green{0.2f, 1, 0.2f, 1}, white{1, 1, 1, 1};
+  aCanvas.SetTestID(2);
+  aCanvas.SetVertexColor(&green);
+  Square(aCanvas, -6, -6, 6, -5);
+  aCanvas.SetTestID(3);
+  aCanvas.SetVertexColor(&white);
+  GLDATA_POINT low{-9, -9, 1}, high{0, 1, 1};
+  system->Print(m_Text, &low);
+  aCanvas.PushModelviewMatrix(0);
+  GLDATA_POINT half{0.4, 0.4, 1};
+  aCanvas.Scale(&half);
+  font->Print(m_Text, &high);
+  aCanvas.PopModelviewMatrix();
+}
+
+Settings Stage::Read() {
+  Settings settings;
+  const auto flag = [&](const char* aName, auto aGet) {
+    LONG value = -1;
+    aGet(&value);
+    settings.emplace_back(aName, value);
+  };
+  const auto color = [&](const char* aName, auto aGet) {
+    GLDATA_RGBA c{-1, -1, -1, -1};
+    aGet(&c);
+    for (const float part : {c.m_fRed, c.m_fGreen, c.m_fBlue, c.m_fAlpha}) settings.emplace_back(aName, part);
+  };
+  const auto members = [&](const char* aName, auto aEnum) {
+    const auto all = GLCreate<IGLCollection>(CLSID_GLCollection);
+    int size = -1;
+    aEnum(all.Get());
+    all->GetSize(&size);
+    settings.emplace_back(aName, size);
+  };
+  flag("depth", [&](LONG* v) { context->IsDepthEnabled(v); });
+  flag("lighting", [&](LONG* v) { context->IsLightingEnabled(v); });
+  flag("ambient light on", [&](LONG* v) { context->IsAmbientLightEnabled(v); });
+  flag("multisampling", [&](LONG* v) { context.As<IGLContext14_3>()->get_bFSAA(v); });
+  flag("samples", [&](LONG* v) { context.As<IGLContext14_3>()->get_lFSAAMaxSamples(v); });
+  flag("light", [&](LONG* v) { light->IsEnabled(v); });
+  flag("fog", [&](LONG* v) { fog->IsEnabled(v); });
+  flag("visible", [&](LONG* v) { viewer->IsVisible(v); });
+  flag("parallel", [&](LONG* v) { viewer->IsOrtho(v); });
+  flag("selection mode", [&](LONG* v) { canvas.As<IGLCanvas13_1>()->GetSelectionMode(v); });
+  flag("triangles", [&](LONG* v) { canvas.As<IGLCanvas13_1>()->GetNumTransparentTriangles(v); });
+  color("background", [&](GLDATA_RGBA* c) { context->GetBackgroundColor(c); });
+  color("ambient light", [&](GLDATA_RGBA* c) { context->GetAmbientLight(c); });
+  color("diffuse light", [&](GLDATA_RGBA* c) { light->GetDiffuseLight(c); });
+  members("viewers", [&](IGLCollection* m) { context->EnumViewers(m); });
+  members("lights", [&](IGLCollection* m) { context->EnumLights(m); });
+  members("fonts", [&](IGLCollection* m) { context->EnumFonts(m); });
+  int priority = 99;
+  ULONG preferred = 0, mustSleep = 0;
+  context->GetDrawThreadPars(&priority, &preferred, &mustSleep);
+  for (const int value : {priority, static_cast<int>(preferred), static_cast<int>(mustSleep)})
+    settings.emplace_back("pace", value);
+  int width = 0, height = 0;
+  context->GetViewportWidth(&width);
+  context->GetViewportHeight(&height);
+  for (const int value : {width, height}) settings.emplace_back("viewport", value);
+  float density = 0;
+  fog->GetFogDensity(&density);
+  settings.emplace_back("fog's density", density);
+  GLDATA_POINT low{}, high{};
+  viewer->GetOrthoExtents(&low, &high);
+  for (const double value : {low.x, low.y, low.z, high.x, high.y, high.z}) settings.emplace_back("extents", value);
+  GLPtr<IGLCoord> eye;
+  GLDATA_MATRIX6D at{};
+  viewer->GetCoord(eye.Put());
+  eye->GetMatrix6d(&at);
+  for (const double value : {at.x, at.y, at.z, at.m_dAngleX, at.m_dAngleY, at.m_dAngleZ})
+    settings.emplace_back("eye", value);
+  return settings;
+}

@@ -1,0 +1,83 @@
+// Stage: a context with a scene, which draws, captures and picks on request, and calls a function of the test at one
+// place of the next pass. The test's thread drives it; the callbacks run on the draw thread.
+
+#pragma once
+
+#include <gllib/GLLibHost.h>
+
+#include <atomic>
+#include <functional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "support/Picture.h"
+#include "support/Scene.h"
+
+/// Where the function is called.
+enum class Place : int { kNowhere, kFrame, kCapture, kPick, kGauge, kOpenList, kOnData };
+
+/// What a pass gave.
+struct Outcome {
+  Picture picture;
+  std::vector<ULONG> ids;
+  unsigned error = 0;  ///< GL's
+  friend bool operator==(const Outcome&, const Outcome&) = default;
+};
+
+/// Everything that getters of a context and its parts answer, by name.
+using Settings = std::vector<std::pair<std::string_view, double>>;
+
+class Stage {
+ public:
+  static constexpr int kWidth = 64, kHeight = 48;
+
+  Stage();
+  ~Stage();
+  Stage(const Stage&) = delete;
+  Stage& operator=(const Stage&) = delete;
+
+  /// Sets everything back that an operation may have changed.
+  void Reset();
+  /// Has a function called once, at a place of a pass to come.
+  void Arm(Place aPlace, std::function<void()> aCall);
+  /// Runs a function as a task of the draw thread, and waits for it.
+  void Task(std::function<void()> aCall);
+  /// Goes back to drawing on request, and attaches its own capture.
+  void Control();
+
+  // The passes. Each waits for its end, at most ten seconds.
+  Outcome Frame();
+  Outcome Capture();
+  Outcome Pick();
+
+  Settings Read();
+
+  GLPtr<IGLContext> context = GLCreate<IGLContext>(CLSID_GLContext);
+  GLPtr<IGLCanvas> canvas;
+  GLPtr<IGLViewer> viewer, spare;  ///< the visible one, and a hidden one
+  GLPtr<IGLLight> light;
+  GLPtr<IGLFog> fog;
+  GLPtr<IGLFont> font, system;  ///< both printed in every pass
+  GLPtr<IGLPainter> painter;
+  GLPtr<TestCapture> capture;
+  int list = 0;  ///< drawn in every pass
+
+ private:
+  class Gauge;
+  class Picturing;
+
+  void ForgetMembers();
+  void Draw(Scene& aScene);
+  void DrawFirst(IGLCanvas& aCanvas, bool aFromList);
+  void DrawSecond(IGLCanvas& aCanvas);
+  void CallAt(Place aPlace);
+
+  GLPtr<IGLViewerGauge> m_Gauge;
+  GLString m_Text{"Ab"};
+  std::function<void()> m_Call;
+  std::atomic<Place> m_Armed{Place::kNowhere};
+  std::atomic<bool> m_bCapturing{false}, m_bWanted{false};
+  std::atomic<unsigned> m_uError{0};
+  Picture m_Picture;  // written before m_bWanted is cleared
+};
