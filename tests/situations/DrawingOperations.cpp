@@ -1,4 +1,5 @@
-// The rows of what draws: out of sight, with all stacks and states set back, so that the pass stays what it is.
+// The rows of what draws: out of sight, with all stacks and states set back, so that the pass stays what it
+// is.
 
 #include <gllib/IGLBitmap.h>
 #include <gllib/IGLDrawAttr.h>
@@ -78,9 +79,9 @@ constexpr Operation kOperations[] = {
        IGLCanvas& c = *s.canvas;
        for (const auto begin :
             {&IGLCanvas::BeginDrawPoints, &IGLCanvas::BeginDrawLines, &IGLCanvas::BeginDrawLineStrip,
-             &IGLCanvas::BeginDrawLineLoop, &IGLCanvas::BeginDrawTriangles, &IGLCanvas::BeginDrawTriangleStrip,
-             &IGLCanvas::BeginDrawTriangleFan, &IGLCanvas::BeginDrawQuads, &IGLCanvas::BeginDrawQuadStrip,
-             &IGLCanvas::BeginDrawPolygon}) {
+             &IGLCanvas::BeginDrawLineLoop, &IGLCanvas::BeginDrawTriangles,
+             &IGLCanvas::BeginDrawTriangleStrip, &IGLCanvas::BeginDrawTriangleFan, &IGLCanvas::BeginDrawQuads,
+             &IGLCanvas::BeginDrawQuadStrip, &IGLCanvas::BeginDrawPolygon}) {
          (c.*begin)();
          for (int i = 0; i < 4; ++i) c.Vertex3d(1e4, i, 0);
          if (c.EndDrawVertices() != S_OK) return E_FAIL;
@@ -88,7 +89,9 @@ constexpr Operation kOperations[] = {
        return S_OK;
      }},
     {"IGLCanvas::EnableClipPlanes",
-     [](Stage& s) { return All({s.canvas->EnableClipPlanes(0), s.canvas->EnableClipPlanes(1)}); }},
+     [](Stage& s) {
+       return All({s.canvas->EnableClipPlanes(0), s.canvas->EnableClipPlanes(1)});
+     }},
     {"IGLCanvas::BeginCompileList", Compile, kWithoutGL | In({kInOpenList})},
     {"IGLCanvas::DrawCompiledList", [](Stage& s) { return s.canvas->DrawCompiledList(s.list); }, kWithoutGL},
     {"IGLCanvas::DeleteCompiledList", [](Stage& s) { return s.canvas->DeleteCompiledList(0); }, kWithoutGL},
@@ -104,28 +107,31 @@ constexpr Operation kOperations[] = {
        return All({s.canvas.As<IGLCanvas2>()->GetModelviewMatrix(&matrix),
                    s.canvas.As<IGLCanvas14_2>()->GetRawModelviewMatrix(&matrix)});
      },
-     In({kInOnData})},
+     kWithoutGL},
     {"IGLCanvas3, cached",
      [](Stage& s) {
        GLDATA_POINT window{}, model{};
        const auto mapping = s.canvas.As<IGLCanvas3>();
-       return All({mapping->GetWindowCoords(&model, 1, &window), mapping->GetModelCoords(&window, 1, &model)});
+       return All(
+           {mapping->GetWindowCoords(&model, 1, &window), mapping->GetModelCoords(&window, 1, &model)});
      }},
     {"IGLCanvas3, of the moment",
      [](Stage& s) {
        GLDATA_POINT window{}, model{};
        const auto mapping = s.canvas.As<IGLCanvas3>();
-       return All({mapping->GetWindowCoords(&model, 0, &window), mapping->GetModelCoords(&window, 0, &model)});
+       return All(
+           {mapping->GetWindowCoords(&model, 0, &window), mapping->GetModelCoords(&window, 0, &model)});
      },
-     In({kInOnData})},
+     kWithoutGL},
     {"IGLCanvas13_1, transparent triangles",
      [](Stage& s) {
        const auto store = s.canvas.As<IGLCanvas13_1>();
        GLDATA_POINT points[3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
        GLDATA_TRANS_TRIANGLE triangle{};
        LONG count = 0;
-       return All({store->AddTransparentTriangle(points, &g_sColor), store->GetNumTransparentTriangles(&count),
-                   store->GetTransparentTriangles(0, 1, &triangle), store->ClearTransparentTriangles()});
+       return All({store->AddTransparentTriangle(points, &g_sColor),
+                   store->GetNumTransparentTriangles(&count), store->GetTransparentTriangles(0, 1, &triangle),
+                   store->ClearTransparentTriangles()});
      }},
     {"IGLCanvas14_4",
      [](Stage& s) {

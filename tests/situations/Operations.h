@@ -1,4 +1,5 @@
-// Operations: the rows of the table of situations, a file a theme. Each runs on whichever thread its situation has.
+// Operations: the rows of the table of situations, a file a theme. Each runs on whichever thread its
+// situation has.
 
 #pragma once
 
@@ -31,8 +32,8 @@ constexpr unsigned In(std::initializer_list<Situation> aSituations) {
 constexpr unsigned kNowhere = 0;
 constexpr unsigned kOnOwnThread =
     In({kInFrame, kInCapture, kInPick, kInGauge, kInOpenList, kInTask, kInOnData});
-/// Where the context's own rendering context isn't current.
-constexpr unsigned kWithoutGL = In({kInOnData, kInOthersFrame, kInOthersCapture});
+/// Outside of any pass of the context.
+constexpr unsigned kWithoutGL = In({kInTask, kInOnData, kInOthersFrame, kInOthersCapture});
 
 struct Operation {
   const char* m_szName;

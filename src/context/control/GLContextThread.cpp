@@ -87,6 +87,7 @@ HRESULT GLContext::SuspendDrawThread() noexcept {
   const auto start = Clock::now();
   thread->RequestSuspend();
   thread->Trigger();
+  if (IsDrawThread()) return S_OK;  // parks after this cycle: a wait here would be for itself
   while (!thread->IsParked() && !thread->IsStopped() && Clock::now() - start < kBoundedWait) {
     std::this_thread::sleep_for(kPollStep);
   }
@@ -100,7 +101,7 @@ void GLContext::AllowParks() noexcept {
 
 HRESULT GLContext::ResumeDrawThread() noexcept {
   const auto thread = DrawThread();
-  if (thread == nullptr) return E_GL_BADSTATE;
+  if (thread == nullptr || m_bReleased.test()) return E_GL_BADSTATE;  // the teardown keeps it parked
   const DrawThreadWait wait(*this);
   if (!wait.IsAllowed()) return E_GL_BADSTATE;
   thread->Resume();

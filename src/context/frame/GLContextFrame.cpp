@@ -22,7 +22,7 @@ void GLContext::DrawThreadCallback(void* aContext) noexcept {
   MarkDrawThread(&context);
   if (!context.m_bTearDown) {
     if (context.m_Window.m_Target.m_hRC != nullptr) {
-      context.DrawFrame();
+      if (!context.m_bReleased.test()) context.DrawFrame();
     } else {
       CoInitialize(nullptr);
       if (context.CreateRenderingContext()) context.AllowParks();

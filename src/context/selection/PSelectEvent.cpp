@@ -73,6 +73,9 @@ void PSelectEvent::Run() {
 
 void PSelectEvent::TakeScene() noexcept {
   m_pPainter = m_Context.Painter().Get();
+  m_iWidth = m_Context.ViewportWidth();
+  m_iHeight = m_Context.ViewportHeight();
+  ReadView();
   try {
     m_aClipPlanes = m_Context.Planes().All();
   } catch (const std::bad_alloc&) {
@@ -98,8 +101,6 @@ void PSelectEvent::KeepEnclosed(int aCapacity, ULONG* aScratch) noexcept {
 void PSelectEvent::SubtractStrip(int aCapacity, ULONG* aScratch, const GLDATA_POINT& aPoint1,
                                  const GLDATA_POINT& aPoint2) noexcept {
   int& size = *m_piArraySize;
-  // A painter that has detached itself meanwhile is not called again: nothing of it is left to be found.
-  if (!m_Context.Painter().Holds(m_pPainter.Get())) size = 0;
   if (size == 0) return;
   int found = aCapacity;
   RunPickPass(aPoint1, aPoint2, &found, aScratch);

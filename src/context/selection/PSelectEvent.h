@@ -50,16 +50,25 @@ class PSelectEvent final : public PEvent {
   struct ViewRectangle {
     int x, y, width, height;
   };
+  /// The viewer as it is when the selection begins: a painter that changes it during one pass must not change
+  /// what the next pass of the same selection sees.
+  struct View {
+    ViewRectangle m_Clip{};  ///< of a clipped viewer
+    bool m_bClipped = false, m_bScaled = false, m_bOrtho = false;
+    GLDATA_POINT m_sLow{}, m_sHigh{};  ///< parallel extents
+    double m_dFovy = 0, m_dAspect = 0, m_dNear = 0, m_dFar = 0;
+    GLDATA_MATRIX6D m_sEye{};
+  };
 
   // RunPickPass and its steps: PickPass.cpp.
   void RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2, int* aArraySize,
                    ULONG* aIDArray) noexcept;
-  ViewRectangle SetupView() noexcept;
+  void ReadView() noexcept;
+  ViewRectangle SetupView() const noexcept;
   void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
-                       const GLDATA_POINT& aPoint2) noexcept;
-  void SetupProjection(double aAspect) noexcept;
-  void SetupEye() noexcept;
-  void SetupClipPlanes() noexcept;
+                       const GLDATA_POINT& aPoint2) const noexcept;
+  void SetupProjection(double aAspect) const noexcept;
+  void SetupClipPlanes() const noexcept;
   int ReadHits(int aHits, const unsigned* aRecords, int aCapacity, ULONG* aIDArray) const noexcept;
 
   void KeepEnclosed(int aCapacity, ULONG* aScratch) noexcept;
@@ -80,6 +89,8 @@ class PSelectEvent final : public PEvent {
   // The scene of this run, taken under a brief m_Lock.
   GLPtr<IGLPainter> m_pPainter;
   std::vector<GLClipPlane> m_aClipPlanes;
+  View m_View;
+  int m_iWidth = 1, m_iHeight = 1;  // of the window
 
   const std::shared_ptr<PSelectOutcome> m_pOutcome;
 };

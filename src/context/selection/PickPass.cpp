@@ -43,7 +43,7 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   SetupPickMatrix(view, aPoint1, aPoint2);
   glClear(GL_DEPTH_BUFFER_BIT);
   SetupProjection(static_cast<double>(view.width) / view.height);
-  SetupEye();
+  m_Context.Canvas()->ResetModelview6d(&m_View.m_sEye);
   SetupClipPlanes();
   if (m_pPainter) m_pPainter->Draw(m_Context.Canvas(), &m_Context, &m_Viewer);
   glFlush();
@@ -51,28 +51,42 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   *aArraySize = ReadHits(glRenderMode(GL_RENDER), buffer.get(), records, aIDArray);
 }
 
-// Scissor and viewport as the viewer's frames have them.
-PSelectEvent::ViewRectangle PSelectEvent::SetupView() noexcept {
-  const int width = m_Context.ViewportWidth(), height = m_Context.ViewportHeight();
-  LONG clipped = 0, scaled = 0;
+void PSelectEvent::ReadView() noexcept {
+  LONG clipped = 0, scaled = 0, ortho = 0;
   m_Viewer.IsClipped(&clipped);
-  if (clipped == 0) {
+  m_Viewer.IsClipScaled(&scaled);
+  m_Viewer.IsOrtho(&ortho);
+  m_View.m_bClipped = clipped != 0;
+  m_View.m_bScaled = scaled != 0;
+  m_View.m_bOrtho = ortho != 0;
+  m_Viewer.GetClipX(&m_View.m_Clip.x);
+  m_Viewer.GetClipY(&m_View.m_Clip.y);
+  m_Viewer.GetClipWidth(&m_View.m_Clip.width);
+  m_Viewer.GetClipHeight(&m_View.m_Clip.height);
+  m_Viewer.GetOrthoExtents(&m_View.m_sLow, &m_View.m_sHigh);
+  m_Viewer.GetEyeFovy_DEG(&m_View.m_dFovy);
+  m_Viewer.GetEyeAspect(&m_View.m_dAspect);
+  m_Viewer.GetEyeZNear(&m_View.m_dNear);
+  m_Viewer.GetEyeZFar(&m_View.m_dFar);
+  GLPtr<IGLCoord> eye;
+  m_Viewer.GetCoord(eye.Put());
+  if (eye) eye->GetMatrix6d(&m_View.m_sEye);
+}
+
+// Scissor and viewport as the viewer's frames have them.
+PSelectEvent::ViewRectangle PSelectEvent::SetupView() const noexcept {
+  const ViewRectangle& clip = m_View.m_Clip;
+  if (!m_View.m_bClipped) {
     glDisable(GL_SCISSOR_TEST);
-    glViewport(0, 0, width, height);
-    return {0, 0, width, height};
+    glViewport(0, 0, m_iWidth, m_iHeight);
+    return {0, 0, m_iWidth, m_iHeight};
   }
-  ViewRectangle clip{};
-  m_Viewer.GetClipX(&clip.x);
-  m_Viewer.GetClipY(&clip.y);
-  m_Viewer.GetClipWidth(&clip.width);
-  m_Viewer.GetClipHeight(&clip.height);
   glEnable(GL_SCISSOR_TEST);
   glScissor(clip.x, clip.y, clip.width, clip.height);
-  m_Viewer.IsClipScaled(&scaled);
-  if (scaled != 0) {
+  if (m_View.m_bScaled) {
     glViewport(clip.x, clip.y, clip.width, clip.height);
   } else {
-    glViewport(0, 0, width, height);
+    glViewport(0, 0, m_iWidth, m_iHeight);
   }
   return clip;
 }
@@ -80,7 +94,7 @@ PSelectEvent::ViewRectangle PSelectEvent::SetupView() noexcept {
 // The points run from -1 to 1 over the visible rectangle wherever it lies; the matrix goes by the viewport in
 // force.
 void PSelectEvent::SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
-                                   const GLDATA_POINT& aPoint2) noexcept {
+                                   const GLDATA_POINT& aPoint2) const noexcept {
   const double x1 = aView.x + (aPoint1.x + 1.0) * (aView.width * 0.5);
   const double y1 = aView.y + (aPoint1.y + 1.0) * (aView.height * 0.5);
   const double x2 = aView.x + (aPoint2.x + 1.0) * (aView.width * 0.5);
@@ -92,37 +106,21 @@ void PSelectEvent::SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POIN
                 viewport);
 }
 
-// The arithmetic of the viewer's own projection, with nothing of the viewer written.
-void PSelectEvent::SetupProjection(double aAspect) noexcept {
-  LONG ortho = 0;
-  m_Viewer.IsOrtho(&ortho);
-  if (ortho != 0) {
-    GLDATA_POINT low{}, high{};
-    m_Viewer.GetOrthoExtents(&low, &high);
-    if (1.0 >= aAspect) {
-      glOrtho(low.x, high.x, low.y / aAspect, high.y / aAspect, low.z, high.z);
-    } else {
-      glOrtho(low.x * aAspect, high.x * aAspect, low.y, high.y, low.z, high.z);
-    }
+// The arithmetic of the viewer's own projection.
+void PSelectEvent::SetupProjection(double aAspect) const noexcept {
+  if (!m_View.m_bOrtho) {
+    gluPerspective(m_View.m_dFovy, m_View.m_dAspect * aAspect, m_View.m_dNear, m_View.m_dFar);
     return;
   }
-  double fovy = 0, aspect = 0, zNear = 0, zFar = 0;
-  m_Viewer.GetEyeFovy_DEG(&fovy);
-  m_Viewer.GetEyeAspect(&aspect);
-  m_Viewer.GetEyeZNear(&zNear);
-  m_Viewer.GetEyeZFar(&zFar);
-  gluPerspective(fovy, aspect * aAspect, zNear, zFar);
+  const GLDATA_POINT &low = m_View.m_sLow, &high = m_View.m_sHigh;
+  if (1.0 >= aAspect) {
+    glOrtho(low.x, high.x, low.y / aAspect, high.y / aAspect, low.z, high.z);
+  } else {
+    glOrtho(low.x * aAspect, high.x * aAspect, low.y, high.y, low.z, high.z);
+  }
 }
 
-void PSelectEvent::SetupEye() noexcept {
-  GLPtr<IGLCoord> eye;
-  GLDATA_MATRIX6D placement{};
-  m_Viewer.GetCoord(eye.Put());
-  if (eye) eye->GetMatrix6d(&placement);
-  m_Context.Canvas()->ResetModelview6d(&placement);
-}
-
-void PSelectEvent::SetupClipPlanes() noexcept {
+void PSelectEvent::SetupClipPlanes() const noexcept {
   for (const GLClipPlane& plane : m_aClipPlanes) SendClipPlane(plane);
 }
 

@@ -264,8 +264,8 @@ struct IGLContext12 : IUnknown {
       0xDE4AB195, 0xE238, 0x48A1, {0x9F, 0x8D, 0xDF, 0x00, 0x4F, 0xC1, 0xEE, 0x2A}};
 
   /// Stops drawing: waits for the running cycle, and at most 3 s for the thread to park. After that no frame
-  /// begins, no font is built and no callback comes until ResumeDrawThread. On the draw thread the 3 s pass
-  /// in full, and the thread parks after the frame.
+  /// begins, no font is built and no callback comes until ResumeDrawThread. On the draw thread it returns at
+  /// once, and the thread parks after the running cycle.
   /// @return S_OK; E_GL_BADSTATE before Initialize
   virtual HRESULT SuspendDrawThread() noexcept = 0;
   /// Goes on drawing. One call ends any number of suspensions.
