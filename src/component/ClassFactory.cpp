@@ -2,11 +2,16 @@
 
 #include "component/ClassFactory.h"
 
+#include <gllib/GLPtr.h>
+
 #include <array>
 #include <mutex>
+#include <utility>
 
 #include "component/Catalogue.h"
 #include "component/Module.h"
+#include "component/ModuleEnd.h"
+#include "platform/ProcessWide.h"
 
 namespace {
 
@@ -55,23 +60,29 @@ class ClassFactory final : public IClassFactory {
   std::atomic<LONG> m_iReferences{0};
 };
 
+void ReleaseFactories() noexcept;
+
 /// One slot a class, filled at the first request, released at the module's end.
 class FactoryTable {
  public:
-  ~FactoryTable() {
-    for (ClassFactory* slot : m_Slots) {
-      if (slot != nullptr) slot->Release();
+  void ReleaseAll() noexcept {
+    const std::scoped_lock lock(m_Lock);
+    for (ClassFactory*& slot : m_Slots) {
+      if (slot != nullptr) std::exchange(slot, nullptr)->Release();
     }
   }
 
-  ClassFactory* Get(const CatalogueEntry& aEntry) {
+  /// @return a counted pointer, which an end of the module leaves alone
+  GLPtr<ClassFactory> Get(const CatalogueEntry& aEntry) {
     const auto index = static_cast<std::size_t>(&aEntry - Catalogue().data());
     const std::scoped_lock lock(m_Lock);
     if (m_Slots[index] == nullptr) {
       m_Slots[index] = new ClassFactory(aEntry);
       m_Slots[index]->AddRef();
+      ModuleEnd::Register(ReleaseFactories);
     }
-    return m_Slots[index];
+    m_Slots[index]->AddRef();
+    return GLPtr<ClassFactory>::FromCounted(m_Slots[index]);
   }
 
  private:
@@ -79,7 +90,9 @@ class FactoryTable {
   std::array<ClassFactory*, 14> m_Slots{};
 };
 
-FactoryTable g_Factories;
+constinit ProcessWide<FactoryTable> g_Factories;
+
+void ReleaseFactories() noexcept { g_Factories.Get().ReleaseAll(); }
 
 }  // namespace
 
@@ -89,7 +102,7 @@ HRESULT GetClassFactory(REFCLSID aClassId, REFIID riid, void** ppv) noexcept {
   const CatalogueEntry* entry = FindInCatalogue(aClassId);
   if (entry == nullptr) return CLASS_E_CLASSNOTAVAILABLE;
   try {
-    return g_Factories.Get(*entry)->QueryInterface(riid, ppv);
+    return g_Factories.Get().Get(*entry)->QueryInterface(riid, ppv);
   } catch (...) {
     return E_OUTOFMEMORY;
   }

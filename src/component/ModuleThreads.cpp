@@ -7,7 +7,8 @@
 #include <thread>
 
 #include "component/Module.h"
-#include "platform/ModuleFile.h"
+#include "platform/ProcessWide.h"
+#include "platform/Thread.h"
 
 namespace {
 
@@ -19,16 +20,12 @@ struct Job {
 /// The jobs that run or haven't been joined yet.
 class Jobs {
  public:
-  ~Jobs() {
-    for (Job& job : m_Jobs) LeaveThreadAtModuleEnd(job.m_Thread);
-  }
-
   void Run(std::function<void()> aJob) {
     const std::scoped_lock lock(m_Lock);
     JoinEnded();
     Job& job = m_Jobs.emplace_back();
     try {
-      job.m_Thread = std::thread([&job, run = std::move(aJob)] {
+      job.m_Thread = StartThread([&job, run = std::move(aJob)] {
         const ModuleLock module;  // lowered last of all, so that at 0 every job has ended
         run();
         job.m_bEnded = true;
@@ -57,16 +54,16 @@ class Jobs {
   std::list<Job> m_Jobs;
 };
 
-Jobs g_Jobs;
+constinit ProcessWide<Jobs> g_Jobs;
 
 }  // namespace
 
 void RunOnModuleThread(std::function<void()> aJob) noexcept {
   try {
-    g_Jobs.Run(std::move(aJob));
+    g_Jobs.Get().Run(std::move(aJob));
   } catch (...) {
-    // No thread to be had: what the job was to end can't end here, so it stays.
+    // Without a thread, what the job was to end stays.
   }
 }
 
-void JoinEndedModuleThreads() noexcept { g_Jobs.Join(); }
+void JoinEndedModuleThreads() noexcept { g_Jobs.Get().Join(); }

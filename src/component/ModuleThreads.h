@@ -5,8 +5,8 @@
 
 #include <functional>
 
-/// Runs aJob on a thread of its own. Where no thread can be made the job is dropped: what it was to end
-/// stays.
+/// Runs aJob on a thread of its own, which nothing waits for while the process exits. Where no thread can be
+/// made the job is dropped: what it was to end stays.
 void RunOnModuleThread(std::function<void()> aJob) noexcept;
 
 /// Joins the threads whose jobs have ended. With no object and no lock of the module left those are all.

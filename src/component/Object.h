@@ -7,8 +7,10 @@
 
 #include <atomic>
 #include <new>
+#include <thread>
 
 #include "component/Module.h"
+#include "component/ReferenceCount.h"
 
 /// The base of a class of the component: IUnknown for all of its interfaces, in the order of its interface
 /// map. Identity is the first interface. A class T derives from GLObject<T, Interfaces...>.
@@ -20,19 +22,22 @@ class GLObject : public First, public Others... {
 
   // What interface pointers reach: the outer object when there is one.
   HRESULT QueryInterface(REFIID riid, void** ppv) noexcept final {
-    return m_pOuter != nullptr ? m_pOuter->QueryInterface(riid, ppv) : InnerQueryInterface(riid, ppv);
+    const OuterCall call(*this);
+    return call.Outer() != nullptr ? call.Outer()->QueryInterface(riid, ppv) : InnerQueryInterface(riid, ppv);
   }
   ULONG AddRef() noexcept final {
-    return m_pOuter != nullptr ? m_pOuter->AddRef() : static_cast<ULONG>(++m_iReferences);
+    const OuterCall call(*this);
+    return call.Outer() != nullptr ? call.Outer()->AddRef() : m_References.Raise();
   }
   ULONG Release() noexcept final {
-    if (m_pOuter != nullptr) return m_pOuter->Release();
-    const LONG left = --m_iReferences;
-    if (left == 0) {
+    if (IUnknown* outer = m_pOuter) return outer->Release();
+    bool last = false;
+    const ULONG left = m_References.Lower(&last);
+    if (last) {
       const ModuleLock lock;
       static_cast<T*>(this)->FinalRelease();
     }
-    return static_cast<ULONG>(left);
+    return left;
   }
 
   /// The class's own interface map. AddRef goes through the interface that is found.
@@ -52,16 +57,48 @@ class GLObject : public First, public Others... {
   /// The end of an object of its own. A class whose end can't run on every thread replaces it.
   void FinalRelease() noexcept { delete static_cast<T*>(this); }
 
-  /// Set by the aggregate that holds this object; not counted.
+  /// Set by the aggregate that holds this object, before anybody else knows it; not counted.
   void SetOuter(IUnknown* aOuter) noexcept { m_pOuter = aOuter; }
+
+  /// Ends an object that the outer one gives up: from its return on nothing calls the outer object any more.
+  /// Waits for calls of other threads to the outer object, which are short.
+  void EndInner() noexcept {
+    m_References.End();
+    m_pOuter = nullptr;
+    while (m_iOuterCalls != 0) std::this_thread::yield();
+    static_cast<T*>(this)->FinalRelease();
+  }
 
  protected:
   GLObject() noexcept { ++g_iModuleLocks; }
   ~GLObject() { --g_iModuleLocks; }
 
  private:
-  std::atomic<LONG> m_iReferences{0};
-  IUnknown* m_pOuter = nullptr;
+  /// A call to the outer object that needs no reference to it, as of a painter that counts its context.
+  class OuterCall {
+   public:
+    explicit OuterCall(GLObject& aObject) noexcept : m_Object(aObject) {
+      if (m_Object.m_pOuter == nullptr) return;
+      ++m_Object.m_iOuterCalls;
+      m_pOuter = m_Object.m_pOuter;  // looked at again: EndInner waits for the count alone
+      if (m_pOuter == nullptr) --m_Object.m_iOuterCalls;
+    }
+    ~OuterCall() {
+      if (m_pOuter != nullptr) --m_Object.m_iOuterCalls;
+    }
+    OuterCall(const OuterCall&) = delete;
+    OuterCall& operator=(const OuterCall&) = delete;
+
+    IUnknown* Outer() const noexcept { return m_pOuter; }
+
+   private:
+    GLObject& m_Object;
+    IUnknown* m_pOuter = nullptr;
+  };
+
+  ReferenceCount m_References;
+  std::atomic<IUnknown*> m_pOuter{nullptr};
+  std::atomic<int> m_iOuterCalls{0};
 };
 
 /// Holds an object of class T within an outer one: the inner IUnknown, with a count of its own.
@@ -79,21 +116,22 @@ class GLAggregate final : public IUnknown {
     AddRef();
     return S_OK;
   }
-  ULONG AddRef() noexcept override { return static_cast<ULONG>(++m_iReferences); }
+  ULONG AddRef() noexcept override { return m_References.Raise(); }
   ULONG Release() noexcept override {
-    const LONG left = --m_iReferences;
-    if (left == 0) {
+    bool last = false;
+    const ULONG left = m_References.Lower(&last);
+    if (last) {
       const ModuleLock lock;
-      m_Object->FinalRelease();
+      m_Object->EndInner();
       delete this;
     }
-    return static_cast<ULONG>(left);
+    return left;
   }
 
  private:
   ~GLAggregate() = default;
 
-  std::atomic<LONG> m_iReferences{0};
+  ReferenceCount m_References;
   T* m_Object;
 };
 

@@ -12,6 +12,7 @@
 #include "component/ModuleThreads.h"
 #include "context/control/ContextHold.h"
 #include "context/window/ContextList.h"
+#include "platform/ExitGate.h"
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
 
@@ -25,9 +26,13 @@ GLContext::GLContext() : m_pLink(std::make_shared<GLSiteLink>(this)) {
   m_Scene.m_pFonts = CreateObject<IGLCollection>(CLSID_GLCollection);
 }
 
+bool GLContext::IsUsable() const noexcept { return !IsInherited() && m_Scene.IsComplete(); }
+
 void GLContext::FinalRelease() noexcept {
   // A frame that is still being drawn may count the context up and down again.
   if (m_bReleased.test_and_set()) return;
+  // What belongs to another process, or to one that exits, stays as it is.
+  if (IsInherited() || ExitGate::IsClosed()) return;
   // The end waits for a cycle: on a draw thread, of another context too, for one that may wait for this one.
   if (DrawnHere() != nullptr) {
     RunOnModuleThread([this]() noexcept { delete this; });

@@ -24,6 +24,7 @@
 #include "context/scene/SceneMembers.h"
 #include "context/scene/SceneSettings.h"
 #include "context/window/WindowState.h"
+#include "platform/ProcessIdentity.h"
 #include "platform/SystemInfo.h"
 #include "thread/PCriticalSection.h"
 #include "thread/PThread.h"
@@ -138,6 +139,8 @@ class GLContext final
   void BuildFonts() noexcept;
   /// The context whose draw thread is the calling one; null on any other thread.
   static GLContext* DrawnHere() noexcept;
+  /// Whether the context was made before a fork, in the parent: its draw thread does not exist here.
+  bool IsInherited() const noexcept { return m_uProcess != ProcessGeneration(); }
   /// Whether the calling thread is this context's draw thread.
   bool IsDrawThread() const noexcept { return DrawnHere() == this; }
   /// Disables all clip planes in the window's GL state if a reset is due. Inside a pass of the window.
@@ -199,7 +202,9 @@ class GLContext final
   HRESULT CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept;
   HRESULT WaitForSelection(class PSelectEvent* aEvent, class PSelectOutcome& aOutcome) noexcept;
   GLPtr<IGLViewer> FindViewer(IGLViewer* aViewer) noexcept;
+  bool IsUsable() const noexcept;
 
+  const unsigned m_uProcess = ProcessGeneration();
   WindowState m_Window;
   SceneSettings m_Settings;
   SceneMembers m_Scene;

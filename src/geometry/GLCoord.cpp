@@ -3,20 +3,27 @@
 #include "geometry/GLCoord.h"
 
 #include "component/Catalogue.h"
+#include "platform/ProcessWide.h"
+#include "thread/PCriticalSection.h"
 
-PCriticalSection g_CoordLock;
+namespace {
+
+/// Guards the six numbers of every GLCoord. Held only while they are copied.
+constinit ProcessWide<PCriticalSection> g_CoordLock;
+
+}  // namespace
 
 HRESULT CreateGLCoord(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLCoord>(aOuter, riid, ppv);
 }
 
 GCoord GLCoord::Load() const noexcept {
-  const PLock lock(g_CoordLock);
+  const PLock lock(g_CoordLock.Get());
   return m_Coord;
 }
 
 void GLCoord::Store(const GCoord& aCoord) noexcept {
-  const PLock lock(g_CoordLock);
+  const PLock lock(g_CoordLock.Get());
   m_Coord = aCoord;
 }
 
@@ -46,7 +53,7 @@ HRESULT GLCoord::SetOrigin(GLDATA_POINT* aPoint) noexcept {
 }
 
 HRESULT GLCoord::SetOrigin3d(double aX, double aY, double aZ) noexcept {
-  const PLock lock(g_CoordLock);
+  const PLock lock(g_CoordLock.Get());
   m_Coord = GPoint(aX, aY, aZ);
   return S_OK;
 }
@@ -92,7 +99,7 @@ HRESULT GLCoord::Rotate_RAD(double aAngle, GLDATA_POINT* aAxis, GLDATA_POINT* aO
 }
 
 HRESULT GLCoord::ResetRotation() noexcept {
-  const PLock lock(g_CoordLock);
+  const PLock lock(g_CoordLock.Get());
   m_Coord.ResetRotation();
   return S_OK;
 }

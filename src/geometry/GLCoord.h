@@ -1,5 +1,5 @@
 // GLCoord: a coordinate system as an object.
-// Any thread at any time: numbers are copied in and out under g_CoordLock, calculations run outside it.
+// Any thread at any time: numbers are copied in and out under one lock, calculations run outside it.
 
 #pragma once
 
@@ -7,10 +7,6 @@
 
 #include "component/Object.h"
 #include "geometry/GCoord.h"
-#include "thread/PCriticalSection.h"
-
-/// Guards the six numbers of every GLCoord. Held only while they are copied.
-extern PCriticalSection g_CoordLock;
 
 /// Publishes a GCoord. Of two moves or rotations of one object at the same time one can be lost, never torn.
 class GLCoord final : public GLObject<GLCoord, IGLCoord> {

@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <thread>
-
 #include "platform/Types.h"
 
 #ifndef _WIN32
@@ -19,6 +17,15 @@ HRESULT RegisterModuleTypeLib(const char* szPath) noexcept;
 /// Takes the type library out of the registry.
 HRESULT UnregisterModuleTypeLib(const char* szPath) noexcept;
 
-/// Parts with a thread of the module's own that is still known when the module's statics end: joins it, but
-/// for Windows, where the loader's lock is held then and no thread can end.
-void LeaveThreadAtModuleEnd(std::thread& aThread) noexcept;
+/// Holds a reference of the module's own to its file, so that a host that unloads it with objects left does
+/// not take the code from their threads. Once; on Windows the host's count alone decides.
+void KeepModuleLoaded() noexcept;
+/// Gives that reference back. The caller's code stays until the host gives back its own.
+void ReleaseModule() noexcept;
+
+/// Ends the layer's own threads and its display, with all their windows gone. They start again at their next
+/// use. On Windows there are none.
+void EndPlatform() noexcept;
+/// Has a function run when the module is detached, on Windows; elsewhere a module that is kept by a reference
+/// of its own can't be detached unasked.
+void RunAtDetach(void (*aFunction)()) noexcept;

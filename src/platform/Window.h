@@ -104,9 +104,12 @@ LRESULT CallNextHookEx(HHOOK hHook, int nCode, WPARAM wParam, LPARAM lParam) noe
 /// Queues a message for a window of the component; never waits.
 BOOL PostMessageA(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept;
 DWORD GetCurrentThreadId() noexcept;
+/// Decides again which display new windows are made on: the X server may have gone or come back.
+void ChooseDisplay() noexcept;
 
 #else
 
+inline void ChooseDisplay() noexcept {}
 inline HINSTANCE ModuleInstance() noexcept {
   HMODULE module = nullptr;
   GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,

@@ -6,6 +6,7 @@
 #include <gllib/GLPlatform.h>
 
 #include <condition_variable>
+#include <new>
 
 /// A thread that waits; lives on that thread's stack.
 struct PCriticalSection::Waiter {
@@ -15,13 +16,30 @@ struct PCriticalSection::Waiter {
   Waiter* m_pNext = nullptr;
 };
 
-PCriticalSection::~PCriticalSection() { Enter(); }
+PCriticalSection::~PCriticalSection() {
+  Enter();
+  m_iEntries = 1;
+  Leave();  // for one who enters although the lock ends, as a thread may while a process exits
+}
+
+// In a forked child: threads of the parent neither hold nor wait here. Its first thread comes first.
+void PCriticalSection::Renew() noexcept {
+  while (g_bMakingProcessObject.exchange(true)) std::this_thread::yield();
+  if (m_uProcess != ProcessGeneration()) {
+    ::new (static_cast<void*>(&m_Gate)) std::mutex;
+    m_pFirst = m_pLast = nullptr;
+    if (!IsHeldHere()) m_Holder = std::thread::id();
+    m_uProcess = ProcessGeneration();
+  }
+  g_bMakingProcessObject = false;
+}
 
 void PCriticalSection::Enter() noexcept {
   if (IsHeldHere()) {
     ++m_iEntries;
     return;
   }
+  if (m_uProcess.load(std::memory_order_relaxed) != ProcessGeneration()) Renew();
   std::unique_lock gate(m_Gate);
   if (m_Holder.load(std::memory_order_relaxed) == std::thread::id()) {
     m_Holder.store(std::this_thread::get_id(), std::memory_order_relaxed);
@@ -36,6 +54,7 @@ void PCriticalSection::Enter() noexcept {
 
 bool PCriticalSection::TryEnter() noexcept {
   if (!IsHeldHere()) {
+    if (m_uProcess.load(std::memory_order_relaxed) != ProcessGeneration()) Renew();
     const std::lock_guard gate(m_Gate);
     if (m_Holder.load(std::memory_order_relaxed) != std::thread::id()) return false;
     m_Holder.store(std::this_thread::get_id(), std::memory_order_relaxed);
@@ -48,6 +67,7 @@ bool PCriticalSection::TryEnter() noexcept {
 void PCriticalSection::Leave() {
   if (!IsHeldHere()) throw E_FAIL;
   if (--m_iEntries > 0) return;
+  if (m_uProcess.load(std::memory_order_relaxed) != ProcessGeneration()) Renew();
   const std::lock_guard gate(m_Gate);
   Waiter* next = m_pFirst;
   m_Holder.store(next != nullptr ? next->m_Id : std::thread::id(), std::memory_order_relaxed);

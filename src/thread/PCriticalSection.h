@@ -7,8 +7,11 @@
 #include <mutex>
 #include <thread>
 
+#include "platform/ProcessIdentity.h"
+
 /// A lock that its holder can enter again. Who waits gets in before the last holder enters again, in the
-/// order of arrival: a thread that leaves and enters without a pause doesn't starve the others.
+/// order of arrival: a thread that leaves and enters without a pause doesn't starve the others. In a forked
+/// child only the thread that forked still holds what it held.
 class PCriticalSection {
  public:
   PCriticalSection() noexcept = default;
@@ -31,11 +34,13 @@ class PCriticalSection {
 
  private:
   struct Waiter;
+  void Renew() noexcept;
 
   std::mutex m_Gate;                               // guards the queue and every change of holder
   std::atomic<std::thread::id> m_Holder{};         // a thread finds its own id here only if it holds the lock
   int m_iEntries = 0;                              // Enter calls not yet matched by Leave
   Waiter *m_pFirst = nullptr, *m_pLast = nullptr;  // who waits, in the order of arrival
+  std::atomic<unsigned> m_uProcess{ProcessGeneration()};
 };
 
 /// Holds a lock for the length of a scope.

@@ -3,6 +3,8 @@
 
 #include "thread/PThread.h"
 
+#include "platform/ExitGate.h"
+#include "platform/Thread.h"
 #include "platform/ThreadPriority.h"
 
 PThread::PThread(Function pfnCycle, void* pArg, Function pfnEnd, PClock& aClock) noexcept
@@ -18,7 +20,7 @@ bool PThread::Start(DWORD aPreferredCycle, DWORD aMustSleepCycle, int aPriority,
   m_dwMustSleepCycle = aMustSleepCycle;
   m_bHeldBack = aSuspended;
   try {
-    m_Thread = std::thread([this] { Body(); });
+    m_Thread = StartThread([this] { Body(); });
   } catch (...) {  // no thread, or no memory for one
     return false;
   }
@@ -29,7 +31,16 @@ void PThread::Stop() noexcept {
   RequestStop();
   if (IsWorker()) return;
   const PLock one(m_StopLock);
-  if (m_Thread.joinable()) m_Thread.join();
+  if (m_Thread.joinable()) {
+    std::unique_lock gate(m_WakeGate);
+    m_Wake.wait(gate, [this] { return IsStopped(); });
+    gate.unlock();
+    if (ExitGate::IsClosed()) {
+      m_Thread.detach();  // a worker that the gate keeps never ends
+    } else {
+      m_Thread.join();
+    }
+  }
   m_dwFlags |= PTHREAD_STOPPED;  // also of a thread that was never started
   CloseQueue();
 }
@@ -55,6 +66,7 @@ void PThread::Body() noexcept {
   for (;;) {
     const auto start = static_cast<DWORD>(m_Clock.Now());
     PPause pause{};
+    bool exits = false;
     {
       const PLock state(m_StateLock);
       ParkIfRequested();
@@ -62,16 +74,31 @@ void PThread::Body() noexcept {
         m_dwThreadNumber = 0;
         break;
       }
-      RunEvents();
-      m_pfnCycle(m_pCycleArg);
+      const ExitGate::Pass pass;
+      if (pass) {
+        RunEvents();
+        m_pfnCycle(m_pCycleArg);
+      }
+      exits = !pass;
       pause = PPause::After(start, static_cast<DWORD>(m_Clock.Now()), m_dwPreferredCycle, m_dwMustSleepCycle);
       m_dwLastCycle = pause.m_dwLastCycle;
+    }
+    if (exits) {
+      NoteStopped();
+      ExitGate::ParkForEver();
     }
     Pause(pause.m_dwSleep);
   }
   if (m_pfnEnd != nullptr) m_pfnEnd(m_pCycleArg);
+  NoteStopped();
+}
+
+/// The worker's last use of the object.
+void PThread::NoteStopped() noexcept {
+  const std::lock_guard gate(m_WakeGate);
   m_Worker = std::thread::id();  // the system may give this id to another thread
   m_dwFlags |= PTHREAD_STOPPED;
+  m_Wake.notify_all();
 }
 
 /// Leaves the state lock for the length of a park. The count of resumes is noted under that lock, which every

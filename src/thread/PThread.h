@@ -110,6 +110,7 @@ class PThread {
 
  private:
   void Body() noexcept;
+  void NoteStopped() noexcept;
   void ParkIfRequested() noexcept;
   void Pause(DWORD aSleep) noexcept;
   void Wake() noexcept;

@@ -36,6 +36,7 @@ void MarkDrawThread(GLContext* aContext) noexcept { t_pDrawnContext = aContext; 
 GLContext* GLContext::DrawnHere() noexcept { return t_pDrawnContext; }
 
 std::shared_ptr<PThread> GLContext::DrawThread() const noexcept {
+  if (IsInherited()) return nullptr;
   const std::scoped_lock lock(m_DrawThreadLock);
   return m_pDrawThread;
 }

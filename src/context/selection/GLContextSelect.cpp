@@ -30,7 +30,7 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
   }
   if (*aArraySize < 1) return S_OK;
   HRESULT result = E_GL_BADSTATE;
-  if (m_Scene.IsComplete() && !IsDrawThread()) {
+  if (IsUsable() && !IsDrawThread()) {
     const GLPtr<IGLViewer> viewer = FindViewer(aViewer);
     if (!viewer) {
       result = E_INVALIDARG;

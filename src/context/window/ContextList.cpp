@@ -1,22 +1,29 @@
 // The list of live contexts and the process's one message hook.
-// g_ContextsLock is held through a whole walk, so that no context goes away during it; posting doesn't wait.
+// Its lock is held through a whole walk, so that no context goes away during it; posting doesn't wait.
 
 #include "context/window/ContextList.h"
 
 #include <utility>
 
+#include "component/ModuleEnd.h"
 #include "context/GLContext.h"
+#include "platform/ProcessWide.h"
 #include "thread/PPointerArray.h"
 
 namespace {
 
-PCriticalSection g_ContextsLock;
-PPointerArray<GLContext> g_Contexts(&g_ContextsLock);
-HHOOK g_hMessageHook = nullptr;  // guarded by g_ContextsLock
+struct List {
+  PCriticalSection m_Lock;
+  PPointerArray<GLContext> m_Contexts{&m_Lock};
+  HHOOK m_hHook = nullptr;  // guarded by m_Lock
+};
+
+constinit ProcessWide<List> g_List;
 
 HHOOK CurrentHook() noexcept {
-  const PLock lock(g_ContextsLock);
-  return g_hMessageHook;
+  List& list = g_List.Get();
+  const PLock lock(list.m_Lock);
+  return list.m_hHook;
 }
 
 bool IsForGLWindows(UINT aMessage) noexcept {
@@ -31,11 +38,12 @@ HWND TopLevelOf(HWND aWindow) noexcept {
 // Only the first context's top-level window counts; on a match every context is served. One without a parent
 // is its own top-level window and has had the message.
 void PassDown(const CWPRETSTRUCT& aMessage) noexcept {
-  const PLock lock(g_ContextsLock);
+  List& list = g_List.Get();
+  const PLock lock(list.m_Lock);
   int position = 0;
-  GLContext* context = g_Contexts.GetFirst(position);
+  GLContext* context = list.m_Contexts.GetFirst(position);
   if (context == nullptr || TopLevelOf(context->Window()) != aMessage.hwnd) return;
-  for (; context != nullptr; context = g_Contexts.GetNext(position)) {
+  for (; context != nullptr; context = list.m_Contexts.GetNext(position)) {
     const HWND window = context->Window();
     if (window != nullptr && window != aMessage.hwnd)
       PostMessageA(window, aMessage.message, aMessage.wParam, aMessage.lParam);
@@ -50,14 +58,18 @@ LRESULT MessageHookProc(int nCode, WPARAM wParam, LPARAM lParam) noexcept {
 
 }  // namespace
 
-void AddToContextList(GLContext& aContext) noexcept { g_Contexts.Add(&aContext); }
+void AddToContextList(GLContext& aContext) noexcept {
+  ModuleEnd::KeepLoaded();
+  g_List.Get().m_Contexts.Add(&aContext);
+}
 
 void RemoveFromContextList(GLContext& aContext) noexcept {
+  List& list = g_List.Get();
   HHOOK hook = nullptr;
   {
-    const PLock lock(g_ContextsLock);
-    g_Contexts.Remove(&aContext);
-    if (g_Contexts.GetCount() == 0) hook = std::exchange(g_hMessageHook, nullptr);
+    const PLock lock(list.m_Lock);
+    list.m_Contexts.Remove(&aContext);
+    if (list.m_Contexts.GetCount() == 0) hook = std::exchange(list.m_hHook, nullptr);
   }
   if (hook != nullptr) UnhookWindowsHookEx(hook);
 }
@@ -66,11 +78,12 @@ void InstallMessageHook() noexcept {
   if (CurrentHook() != nullptr) return;
   // Installed with no lock held, since a hook that runs at the time wants it.
   HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROCRET, MessageHookProc, nullptr, GetCurrentThreadId());
+  List& list = g_List.Get();
   {
-    const PLock lock(g_ContextsLock);
-    if (g_hMessageHook == nullptr) std::swap(g_hMessageHook, hook);
+    const PLock lock(list.m_Lock);
+    if (list.m_hHook == nullptr) std::swap(list.m_hHook, hook);
   }
   if (hook != nullptr) UnhookWindowsHookEx(hook);  // another thread was first
 }
 
-int CountContexts() noexcept { return g_Contexts.GetCount(); }
+int CountContexts() noexcept { return g_List.Get().m_Contexts.GetCount(); }

@@ -5,7 +5,7 @@
 
 class GLContext;
 
-/// Enters a context, from its constructor.
+/// Enters a context, from its constructor, and keeps the module loaded for it.
 void AddToContextList(GLContext& aContext) noexcept;
 /// Takes a context out, and the hook with the last one. Waits for a walk over the list.
 void RemoveFromContextList(GLContext& aContext) noexcept;

@@ -6,13 +6,16 @@
 #include <thread>
 
 #include "component/Module.h"
+#include "component/ModuleEnd.h"
 #include "context/GLContext.h"
 #include "context/control/DrawThreadWait.h"
 #include "context/window/ContextList.h"
 #include "context/window/ParentPlacement.h"
 #include "platform/DeviceContext.h"
+#include "platform/ExitGate.h"
 #include "platform/GL.h"
 #include "platform/Palette.h"
+#include "platform/ProcessWide.h"
 #include "platform/RenderingTurn.h"
 
 namespace {
@@ -33,18 +36,23 @@ LRESULT GLWindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcep
   return context->WindowProc(hWnd, uMsg, wParam, lParam);
 }
 
+void UnregisterWindowClass() noexcept;
+
 /// The window class: registered at the first use, and taken out at the module's end, since its name would
 /// else be taken, and lead to nowhere, when the module is loaded again.
 class GLWindowClass {
  public:
-  ~GLWindowClass() {
+  void Unregister() noexcept {
+    const std::scoped_lock hold(m_Lock);
     if (m_Atom != 0) UnregisterClassA(kWindowClass, ModuleInstance());
+    m_Atom = 0;
   }
 
   /// @return false when the system refuses
   bool Register() noexcept {
     const std::scoped_lock hold(m_Lock);
     if (m_Atom != 0) return true;
+    ModuleEnd::Register(UnregisterWindowClass);
     WNDCLASSA windowClass{};
     windowClass.lpszClassName = kWindowClass;
     windowClass.style = CS_VREDRAW | CS_HREDRAW | CS_OWNDC;
@@ -60,15 +68,18 @@ class GLWindowClass {
   ATOM m_Atom = 0;
 };
 
-GLWindowClass g_WindowClass;
+constinit ProcessWide<GLWindowClass> g_WindowClass;
+
+void UnregisterWindowClass() noexcept { g_WindowClass.Get().Unregister(); }
 
 }  // namespace
 
 HRESULT GLContext::Initialize(ULONG_PTR aParentWnd) noexcept {
-  if (IsDrawThread() || !m_Scene.IsComplete()) return E_GL_BADSTATE;
+  if (IsDrawThread() || !IsUsable()) return E_GL_BADSTATE;
   const DrawThreadWait wait(*this);
   if (!wait.IsAllowed()) return E_GL_BADSTATE;
   const std::scoped_lock replace(m_ReplaceLock);
+  ChooseDisplay();
   m_Window.m_hParentWnd = reinterpret_cast<HWND>(aParentWnd);
   if (m_Window.m_Target.m_hRC != nullptr)
     ++g_uListGeneration;  // no key may name a list of the new rendering context
@@ -86,7 +97,7 @@ HRESULT GLContext::GetWindow(ULONG_PTR* aHandle) noexcept {
 bool GLContext::CreateGLWindow() noexcept {
   StopDrawThread();
   const RECT place = DestroyGLWindow();
-  if (!g_WindowClass.Register()) return false;
+  if (!g_WindowClass.Get().Register()) return false;
   const ParentPlacement placement(m_Window.m_hParentWnd);
   const HWND window = CreateWindowExA(
       0, kWindowClass, kWindowClass, m_Window.m_hParentWnd != nullptr ? kChildStyle : kPopupStyle, place.left,
@@ -122,7 +133,7 @@ bool GLContext::StartDrawing(HWND aWindow) noexcept {
 bool GLContext::WaitForRenderingContext() noexcept {
   const auto end = std::chrono::steady_clock::now() + kLongestStart;
   while (m_Window.m_Target.m_hRC == nullptr) {
-    if (std::chrono::steady_clock::now() >= end) return false;
+    if (std::chrono::steady_clock::now() >= end || ExitGate::IsClosed()) return false;
     std::this_thread::sleep_for(kPollStep);
   }
   return true;

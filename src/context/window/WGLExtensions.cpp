@@ -8,6 +8,9 @@
 #include <memory>
 #include <vector>
 
+#include "component/ModuleEnd.h"
+#include "platform/ProcessWide.h"
+
 namespace Zentig {
 
 namespace {
@@ -25,9 +28,12 @@ constexpr int WGL_DRAW_TO_WINDOW_ARB = 0x2001, WGL_DRAW_TO_BITMAP_ARB = 0x2002, 
 constexpr int kSampleCounts[] = {32, 16, 8, 6, 4, 2};
 constexpr BYTE kMostBits = 16;  // colour and depth bits are lower limits in this search
 
-std::mutex g_InstanceLock;
-// Ends with the module.
-std::unique_ptr<WGLExtensions> g_pInstance;
+struct Instance {
+  std::mutex m_Lock;
+  std::unique_ptr<WGLExtensions> m_pProbe;
+};
+
+constinit ProcessWide<Instance> g_Instance;
 
 template <class Function>
 Function EntryPoint(const char* aName) noexcept {
@@ -37,18 +43,23 @@ Function EntryPoint(const char* aName) noexcept {
 }  // namespace
 
 WGLExtensions* WGLExtensions::GetInstance(HINSTANCE hInstance) noexcept {
-  const std::scoped_lock lock(g_InstanceLock);
+  Instance& instance = g_Instance.Get();
+  const std::scoped_lock lock(instance.m_Lock);
   try {
-    if (g_pInstance == nullptr) g_pInstance = std::make_unique<WGLExtensions>(hInstance);
-    return g_pInstance.get();
+    if (instance.m_pProbe == nullptr) {
+      ModuleEnd::Register(DeleteInstance);
+      instance.m_pProbe = std::make_unique<WGLExtensions>(hInstance);
+    }
+    return instance.m_pProbe.get();
   } catch (...) {
     return nullptr;
   }
 }
 
 void WGLExtensions::DeleteInstance() noexcept {
-  const std::scoped_lock lock(g_InstanceLock);
-  g_pInstance.reset();
+  Instance& instance = g_Instance.Get();
+  const std::scoped_lock lock(instance.m_Lock);
+  instance.m_pProbe.reset();
 }
 
 WGLExtensions::WGLExtensions(HINSTANCE hInstance) : m_hInstance(hInstance) {

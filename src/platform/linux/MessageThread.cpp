@@ -2,34 +2,21 @@
 
 #include "platform/linux/MessageThread.h"
 
-#include <utility>
-
+#include "platform/ProcessWide.h"
+#include "platform/Thread.h"
 #include "platform/linux/WindowTable.h"
 
-namespace {
-
-MessageThread* g_pThread = nullptr;  // from its first use on
-
-/// The thread mustn't outlive the module's code.
-struct EndWithModule {
-  ~EndWithModule() {
-    if (g_pThread != nullptr) g_pThread->End();
-  }
-} g_EndWithModule;
-
-}  // namespace
-
 MessageThread& MessageThread::Get() noexcept {
-  static MessageThread& thread = *(g_pThread = new MessageThread);
-  return thread;
+  static constinit ProcessWide<MessageThread> thread;
+  return thread.Get();
 }
 
 bool MessageThread::Post(HWND aWindow, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
   const std::uint64_t record = WindowTable::Get().NumberOf(aWindow);
   const std::scoped_lock lock(m_Lock);
-  if (m_bEnded) return false;
+  if (m_bStop) return false;
   try {
-    if (!m_Thread.joinable()) m_Thread = std::thread([this] { Body(); });
+    if (!m_Thread.joinable()) m_Thread = StartThread([this] { Body(); });
     m_Queue.push_back({aWindow, record, uMsg, wParam, lParam});
   } catch (...) {
     return false;
@@ -51,26 +38,24 @@ void MessageThread::ClearHook() noexcept {
 }
 
 void MessageThread::End() noexcept {
-  std::thread thread;
   {
     const std::scoped_lock lock(m_Lock);
-    m_bEnded = true;
+    if (!m_Thread.joinable()) return;
+    m_bStop = true;
     m_Changed.notify_all();
-    thread.swap(m_Thread);
   }
-  if (!thread.joinable()) return;
-  if (thread.get_id() == std::this_thread::get_id()) {
-    thread.detach();  // the process ends from within a procedure
-  } else {
-    thread.join();
-  }
+  m_Thread.join();
+  const std::scoped_lock lock(m_Lock);
+  m_Thread = std::thread();
+  m_Queue.clear();
+  m_bStop = false;
 }
 
 void MessageThread::Body() noexcept {
   std::unique_lock lock(m_Lock);
   for (;;) {
-    m_Changed.wait(lock, [this] { return m_bEnded || !m_Queue.empty(); });
-    if (m_bEnded) return;
+    m_Changed.wait(lock, [this] { return m_bStop || !m_Queue.empty(); });
+    if (m_bStop) return;
     const Message message = m_Queue.front();
     m_Queue.pop_front();
     lock.unlock();

@@ -1,5 +1,6 @@
 // MessageThread: the layer's own thread that runs window procedures and the message hook.
-// Started at the first message, ended with the module. Posting is for any thread and never waits.
+// Started at a message, ended with the module, and started again by a message that comes later. Posting is for
+// any thread and never waits.
 
 #pragma once
 
@@ -19,7 +20,7 @@ class MessageThread {
   /// @return false when there is a hook already
   bool SetHook(HOOKPROC aHook) noexcept;
   void ClearHook() noexcept;
-  /// Ends the thread for good, after the message that it delivers; what is posted later is refused.
+  /// Ends the thread after the message that it delivers; the others are dropped. Not on the thread itself.
   void End() noexcept;
 
  private:
@@ -39,5 +40,5 @@ class MessageThread {
   std::deque<Message> m_Queue;
   std::thread m_Thread;
   HOOKPROC m_pfnHook = nullptr;
-  bool m_bEnded = false;
+  bool m_bStop = false;
 };

@@ -1,4 +1,5 @@
-// The file that holds the component, as the dynamic loader knows it. Any thread.
+// The file that holds the component, as the dynamic loader knows it, and the end of the platform layer. Any
+// thread.
 
 #include "platform/ModuleFile.h"
 
@@ -7,6 +8,16 @@
 #include <cstring>
 #include <filesystem>
 #include <string>
+#include <utility>
+
+#include "platform/linux/MessageThread.h"
+#include "platform/linux/display/DisplayServer.h"
+
+namespace {
+
+void* g_pSelf = nullptr;  // guarded by the end of the module
+
+}  // namespace
 
 DWORD GetModuleFileNameA(HMODULE, char* szPath, DWORD nSize) noexcept {
   // The folder is resolved, the name stays: a link with the interface's version outlives the file's version.
@@ -28,4 +39,22 @@ HRESULT RegisterModuleTypeLib(const char*) noexcept { return S_OK; }
 
 HRESULT UnregisterModuleTypeLib(const char*) noexcept { return S_OK; }
 
-void LeaveThreadAtModuleEnd(std::thread& aThread) noexcept { aThread.join(); }
+void KeepModuleLoaded() noexcept {
+  if (g_pSelf != nullptr) return;
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<const void*>(&KeepModuleLoaded), &info) == 0 || info.dli_fname == nullptr)
+    return;
+  g_pSelf = dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD);  // null where it is part of the program
+}
+
+void ReleaseModule() noexcept {
+  if (void* self = std::exchange(g_pSelf, nullptr)) dlclose(self);
+}
+
+// The display's thread posts messages, so that it ends first.
+void EndPlatform() noexcept {
+  EndDisplay();
+  MessageThread::Get().End();
+}
+
+void RunAtDetach(void (*)()) noexcept {}

@@ -7,6 +7,7 @@
 
 #include <thread>
 
+#include "platform/Thread.h"
 #include "platform/linux/MessageThread.h"
 #include "platform/linux/WindowTable.h"
 #include "platform/linux/display/DisplayServer.h"
@@ -18,7 +19,7 @@ HHOOK const kHook = reinterpret_cast<HHOOK>(std::uintptr_t{1});
 // On a thread of the layer's: what a procedure makes current at WM_CREATE must not touch the caller's thread.
 LRESULT DeliverCreate(const WindowRecordPtr& aRecord, CREATESTRUCTA aCreate) {
   LRESULT result = -1;
-  std::thread([&] {
+  StartThread([&] {
     result = WindowTable::Get().Call(aRecord, WM_CREATE, 0, reinterpret_cast<LPARAM>(&aCreate));
     wglMakeCurrent(nullptr, nullptr);  // a context that stayed current on an ended thread couldn't end
   }).join();
@@ -161,6 +162,8 @@ LRESULT CallNextHookEx(HHOOK, int, WPARAM, LPARAM) noexcept { return 0; }
 BOOL PostMessageA(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
   return MessageThread::Get().Post(hWnd, uMsg, wParam, lParam) ? TRUE : FALSE;
 }
+
+void ChooseDisplay() noexcept { DecideDisplay(); }
 
 DWORD GetCurrentThreadId() noexcept { return static_cast<DWORD>(syscall(SYS_gettid)); }
 

@@ -4,11 +4,12 @@
 
 #include <utility>
 
+#include "platform/ProcessWide.h"
 #include "platform/linux/display/DisplayServer.h"
 
 WindowTable& WindowTable::Get() noexcept {
-  static WindowTable& table = *new WindowTable;
-  return table;
+  static constinit ProcessWide<WindowTable> table;
+  return table.Get();
 }
 
 ATOM WindowTable::RegisterWindowClass(const char* aName, WNDPROC aProc) {

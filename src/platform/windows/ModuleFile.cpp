@@ -5,6 +5,7 @@
 
 #include <gllib/GLPtr.h>
 
+#include <cstdlib>
 #include <string>
 
 #include "platform/Text.h"
@@ -44,5 +45,10 @@ HRESULT UnregisterModuleTypeLib(const char* szPath) noexcept try {
   return E_OUTOFMEMORY;
 }
 
-// DllCanUnloadNow has joined what ran, or the process ends, and with it all threads have ended already.
-void LeaveThreadAtModuleEnd(std::thread& aThread) noexcept { aThread.detach(); }
+void KeepModuleLoaded() noexcept {}
+
+void ReleaseModule() noexcept {}
+
+void EndPlatform() noexcept {}
+
+void RunAtDetach(void (*aFunction)()) noexcept { std::atexit(aFunction); }

@@ -6,46 +6,44 @@
 #include <cstring>
 #include <mutex>
 #include <string_view>
+#include <utility>
 
+#include "platform/ProcessWide.h"
 #include "platform/linux/display/PixelFormatArb.h"
 #include "platform/linux/display/headless/HeadlessDisplay.h"
 #include "platform/linux/display/x11/X11Display.h"
 
 namespace {
 
-/// Lives as long as the process: windows may end while the module does.
 struct Choice {
   std::mutex m_Lock;
   std::shared_ptr<DisplayServer> m_pSet, m_pFound;
-  bool m_bEnded = false;  // the module ends: no display is opened any more
+  bool m_bMakeshift = false;  // m_pFound stands in for an X server that does not answer
 };
 
-Choice* g_pChoice = nullptr;  // from its first use on
-
 Choice& TheChoice() noexcept {
-  static Choice& choice = *(g_pChoice = new Choice);
-  return choice;
+  static constinit ProcessWide<Choice> choice;
+  return choice.Get();
 }
 
-/// A display's threads mustn't outlive the module's code.
-struct EndWithModule {
-  ~EndWithModule() {
-    if (g_pChoice == nullptr) return;
-    std::shared_ptr<DisplayServer> last;
-    const std::scoped_lock lock(g_pChoice->m_Lock);
-    g_pChoice->m_bEnded = true;
-    last.swap(g_pChoice->m_pFound);
-  }
-} g_EndWithModule;
-
-std::shared_ptr<DisplayServer> Open() noexcept {
+// Keeps what was found before if nothing else is there.
+void Find(Choice& aChoice) noexcept {
   const char* name = std::getenv("GLLIB_DISPLAY");
   const std::string_view wanted = name != nullptr ? name : "";
+  const bool broken = aChoice.m_pFound == nullptr || aChoice.m_pFound->IsBroken();
   if (wanted != "headless") {
-    if (auto display = X11Display::Open()) return display;
-    if (wanted == "x11") return nullptr;
+    if (auto display = X11Display::Open()) {
+      aChoice.m_pFound = std::move(display);
+      aChoice.m_bMakeshift = false;
+      return;
+    }
+    if (wanted == "x11") return;
   }
-  return HeadlessDisplay::Open();
+  if (!broken) return;
+  if (auto display = HeadlessDisplay::Open()) {
+    aChoice.m_pFound = std::move(display);
+    aChoice.m_bMakeshift = wanted != "headless";
+  }
 }
 
 int Distance(int a, int b) noexcept { return a > b ? a - b : b - a; }
@@ -71,10 +69,24 @@ std::shared_ptr<DisplayServer> TheDisplay() noexcept {
   Choice& choice = TheChoice();
   const std::scoped_lock lock(choice.m_Lock);
   if (choice.m_pSet != nullptr) return choice.m_pSet;
-  if (!choice.m_bEnded && (choice.m_pFound == nullptr || choice.m_pFound->IsBroken())) {
-    if (auto fresh = Open()) choice.m_pFound = fresh;
-  }
+  if (choice.m_pFound == nullptr || choice.m_pFound->IsBroken()) Find(choice);
   return choice.m_pFound;
+}
+
+void DecideDisplay() noexcept {
+  Choice& choice = TheChoice();
+  std::shared_ptr<DisplayServer> old;  // ends when the lock is left
+  const std::scoped_lock lock(choice.m_Lock);
+  if (choice.m_pSet != nullptr || choice.m_pFound == nullptr) return;
+  old = choice.m_pFound;
+  if (choice.m_bMakeshift || old->IsBroken()) Find(choice);
+}
+
+void EndDisplay() noexcept {
+  Choice& choice = TheChoice();
+  std::shared_ptr<DisplayServer> last;
+  const std::scoped_lock lock(choice.m_Lock);
+  last.swap(choice.m_pFound);
 }
 
 void SetDisplay(std::shared_ptr<DisplayServer> aDisplay) noexcept {

@@ -84,8 +84,14 @@ class DisplayServer {
 };
 
 /// The display: the one that a test has set, else the one that GLLIB_DISPLAY names (x11, headless), else X11
-/// where a server answers, else headless. A broken one is replaced by a fresh one of its kind.
+/// where a server answers, else headless. A broken one is replaced by a fresh one.
 std::shared_ptr<DisplayServer> TheDisplay() noexcept;
+
+/// Replaces a broken display, and one without a screen that was only taken because no X server answered, if
+/// one answers now. What stands on the old display keeps it.
+void DecideDisplay() noexcept;
+/// Gives the display up; the next use opens one.
+void EndDisplay() noexcept;
 
 /// Puts a display in place of all others; null takes it back. For tests, with no window about.
 void SetDisplay(std::shared_ptr<DisplayServer> aDisplay) noexcept;

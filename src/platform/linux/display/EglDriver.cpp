@@ -6,15 +6,25 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <map>
+#include <mutex>
 #include <new>
-#include <thread>
+#include <utility>
+
+#include "platform/ExitGate.h"
+#include "platform/ProcessWide.h"
+#include "platform/Thread.h"
+#include "platform/linux/display/PipeSignal.h"
 
 namespace {
 
 class EglContext final : public DrawContext {
  public:
   EglContext(EGLDisplay aDisplay, EGLContext aContext) noexcept : m_Display(aDisplay), m_Context(aContext) {}
-  ~EglContext() override { eglDestroyContext(m_Display, m_Context); }
+  ~EglContext() override {
+    const PipeSignal quiet;
+    if (const ExitGate::Pass pass; pass) eglDestroyContext(m_Display, m_Context);
+  }
   EglContext(const EglContext&) = delete;
   EglContext& operator=(const EglContext&) = delete;
 
@@ -28,30 +38,93 @@ class EglContext final : public DrawContext {
 
 constexpr int kLeastLargest = 2048;
 
-/// Keeps the driver in the process beyond the module, as its displays are never terminated: a module that is
-/// loaded again finds the display there, and the driver starts no further threads.
+/// Keeps the driver's library beyond the module: not every driver can be loaded twice.
 void KeepDriver() noexcept { dlopen("libEGL.so.1", RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE); }
 
-}  // namespace
+bool IsInitialised(EGLDisplay aDisplay) noexcept {
+  return eglQueryString(aDisplay, EGL_VERSION) != nullptr;
+}
 
-bool EglDriver::Start(EGLDisplay aDisplay, EGLint aVisual) noexcept {
-  if (aDisplay == EGL_NO_DISPLAY) return false;
-  m_Display = aDisplay;
-  KeepDriver();
-  bool started = false;
-  try {
-    std::thread([&] {
-      started = StartHere(aVisual);
-      eglReleaseThread();
-    }).join();
+/// How many drivers of the component use an EGL display. EGL itself does not count.
+class DisplayUsers {
+ public:
+  /// @return false when the display can't be initialised here
+  bool Add(EGLDisplay aDisplay) noexcept try {
+    const std::scoped_lock lock(m_Lock);
+    Users& users = m_Users[aDisplay];
+    if (users.m_iCount == 0) {
+      users.m_bForeign = IsInitialised(aDisplay);
+      // The threads of a display that was initialised before a fork do not exist in the child.
+      if (users.m_bForeign && ProcessGeneration() > 1) return false;
+    }
+    if (eglInitialize(aDisplay, nullptr, nullptr) == EGL_FALSE) return false;
+    ++users.m_iCount;
+    return true;
   } catch (...) {
     return false;
   }
+
+  void Remove(EGLDisplay aDisplay) noexcept {
+    const std::scoped_lock lock(m_Lock);
+    const auto found = m_Users.find(aDisplay);
+    if (found == m_Users.end() || --found->second.m_iCount > 0) return;
+    const bool foreign = found->second.m_bForeign;
+    m_Users.erase(found);
+    const ExitGate::Pass pass;
+    if (pass && !foreign) eglTerminate(aDisplay);
+  }
+
+ private:
+  struct Users {
+    int m_iCount = 0;
+    bool m_bForeign = false;  // the host has initialised it
+  };
+
+  std::mutex m_Lock;
+  std::map<EGLDisplay, Users> m_Users;
+};
+
+constinit ProcessWide<DisplayUsers> g_Users;
+
+}  // namespace
+
+EglSurface::~EglSurface() {
+  const PipeSignal quiet;
+  if (const ExitGate::Pass pass; pass) eglDestroySurface(m_Display, m_Surface);
+}
+
+bool EglDriver::Start(EGLDisplay aDisplay, EGLint aVisual) noexcept {
+  const ExitGate::Pass pass;
+  if (!pass || aDisplay == EGL_NO_DISPLAY) return false;
+  KeepDriver();
+  bool started = false;
+  try {
+    StartThread([&] {
+      if (g_Users.Get().Add(aDisplay)) {
+        m_Display = aDisplay;
+        started = StartHere(aVisual);
+      }
+      eglReleaseThread();
+    }).join();
+  } catch (...) {
+    // without a thread
+  }
+  if (!started) End();
   return started;
 }
 
+void EglDriver::End() noexcept {
+  if (m_Display == EGL_NO_DISPLAY) return;
+  const PipeSignal quiet;
+  g_Users.Get().Remove(std::exchange(m_Display, EGL_NO_DISPLAY));
+}
+
+bool EglDriver::IsUsable() const noexcept {
+  const ExitGate::Pass pass;
+  return pass && IsInitialised(m_Display);
+}
+
 bool EglDriver::StartHere(EGLint aVisual) noexcept {
-  if (eglInitialize(m_Display, nullptr, nullptr) == EGL_FALSE) return false;
   if (eglBindAPI(EGL_OPENGL_API) == EGL_FALSE) return false;
   try {
     constexpr DWORD kWindowFlags = PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_DOUBLEBUFFER;
@@ -123,6 +196,8 @@ int EglDriver::ReadLargest() noexcept {
 
 std::unique_ptr<DrawSurface> EglDriver::MakePbuffer(int aWidth, int aHeight,
                                                     const DisplayFormat& aFormat) noexcept {
+  const ExitGate::Pass pass;
+  if (!pass) return nullptr;
   const EGLint attributes[] = {EGL_WIDTH, std::max(aWidth, 1), EGL_HEIGHT, std::max(aHeight, 1), EGL_NONE};
   const EGLSurface surface = eglCreatePbufferSurface(m_Display, aFormat.m_pConfig, attributes);
   if (surface == EGL_NO_SURFACE) return nullptr;
@@ -130,6 +205,8 @@ std::unique_ptr<DrawSurface> EglDriver::MakePbuffer(int aWidth, int aHeight,
 }
 
 std::unique_ptr<DrawContext> EglDriver::MakeContext(const DisplayFormat& aFormat) noexcept {
+  const ExitGate::Pass pass;
+  if (!pass) return nullptr;
   eglBindAPI(EGL_OPENGL_API);
   const EGLContext context = eglCreateContext(m_Display, aFormat.m_pConfig, EGL_NO_CONTEXT, nullptr);
   if (context == EGL_NO_CONTEXT) return nullptr;
@@ -137,6 +214,8 @@ std::unique_ptr<DrawContext> EglDriver::MakeContext(const DisplayFormat& aFormat
 }
 
 bool EglDriver::MakeCurrent(EGLSurface aSurface, DrawContext* aContext) noexcept {
+  const ExitGate::Pass pass;
+  if (!pass) return false;
   eglBindAPI(EGL_OPENGL_API);
   const EGLContext context =
       aContext != nullptr ? static_cast<EglContext*>(aContext)->Handle() : EGL_NO_CONTEXT;

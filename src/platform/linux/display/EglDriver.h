@@ -1,6 +1,7 @@
 // EglDriver: formats, surfaces and contexts of an EGL display, which the X11 and the headless display share.
-// EGL may be called from any thread; eglBindAPI is said anew on each. The EGL display is never terminated:
-// the driver keeps threads and caches for the next one.
+// EGL may be called from any thread; eglBindAPI is said anew on each. No function of the driver is called
+// while the process exits. The EGL display is terminated with its last user, and the driver's threads with it,
+// unless somebody else had initialised it before.
 
 #pragma once
 
@@ -13,10 +14,20 @@
 
 class EglDriver {
  public:
+  EglDriver() noexcept = default;
+  EglDriver(const EglDriver&) = delete;
+  EglDriver& operator=(const EglDriver&) = delete;
+  ~EglDriver() { End(); }
+
   /// Works on a thread of its own, so that the caller's choice of client API stays.
   /// @param aVisual the native visual that window formats must have; 0 makes windows of pbuffers
   /// @return false when the display can't be used
   bool Start(EGLDisplay aDisplay, EGLint aVisual) noexcept;
+
+  /// Gives the display up, after all of its surfaces and contexts.
+  void End() noexcept;
+  /// Whether the display still works: the host may have terminated one that it uses too.
+  bool IsUsable() const noexcept;
 
   EGLDisplay Handle() const noexcept { return m_Display; }
   const std::vector<DisplayFormat>& Formats(SurfaceKind aKind) const noexcept {
@@ -44,7 +55,7 @@ class EglDriver {
 class EglSurface : public DrawSurface {
  public:
   EglSurface(EGLDisplay aDisplay, EGLSurface aSurface) noexcept : m_Display(aDisplay), m_Surface(aSurface) {}
-  ~EglSurface() override { eglDestroySurface(m_Display, m_Surface); }
+  ~EglSurface() override;
   EglSurface(const EglSurface&) = delete;
   EglSurface& operator=(const EglSurface&) = delete;
 

@@ -59,8 +59,8 @@ bool HeadlessDisplay::Start() noexcept {
   const auto getDisplay =
       reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(eglGetProcAddress("eglGetPlatformDisplayEXT"));
   if (getDisplay == nullptr) return false;
-  if (m_Egl.Start(getDisplay(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr), 0)) return true;
-  return m_Egl.Start(FirstDevice(getDisplay), 0);
+  if (m_Egl.Start(FirstDevice(getDisplay), 0)) return true;
+  return m_Egl.Start(getDisplay(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr), 0);
 }
 
 HWND HeadlessDisplay::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {

@@ -10,11 +10,12 @@
 
 class HeadlessDisplay : public DisplayServer {
  public:
-  /// EGL without a surface where the driver is Mesa's, else on the first EGL device. @return null when
-  /// neither is
+  /// The EGL display of the first device, else the one without a surface: hosts that use EGL themselves tend to
+  /// take the latter, and to terminate it. @return null when neither is
   static std::shared_ptr<DisplayServer> Open() noexcept;
 
-  bool IsBroken() const noexcept override { return false; }
+  /// Whether the host has terminated the EGL display.
+  bool IsBroken() const noexcept override { return !m_Egl.IsUsable(); }
   HWND MakeWindow(HWND aParent, const RECT& aPlace) noexcept override;
   bool Show(HWND) noexcept override { return true; };
   void EndWindow(HWND aWindow) noexcept override;

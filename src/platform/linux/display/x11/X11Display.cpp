@@ -7,6 +7,8 @@
 #include <X11/Xlib-xcb.h>
 #include <X11/Xlib.h>
 #include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -14,8 +16,11 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/ExitGate.h"
+#include "platform/Thread.h"
 #include "platform/linux/MessageThread.h"
 #include "platform/linux/WindowTable.h"
+#include "platform/linux/display/PipeSignal.h"
 
 namespace {
 
@@ -44,10 +49,11 @@ std::uint32_t Side(int aLength) noexcept { return static_cast<std::uint32_t>(std
 }  // namespace
 
 std::shared_ptr<DisplayServer> X11Display::Open() noexcept {
+  const PipeSignal quiet;
   try {
     auto display = std::make_shared<X11Display>();
     if (!display->Connect() || !display->StartEgl()) return nullptr;
-    display->m_EventThread = std::thread([raw = display.get()] { raw->ReadEvents(); });
+    display->m_EventThread = StartThread([raw = display.get()] { raw->ReadEvents(); });
     return display;
   } catch (...) {
     return nullptr;
@@ -74,9 +80,6 @@ bool X11Display::Connect() noexcept {
   m_Colormap = xcb_generate_id(m_pConnection);
   xcb_create_colormap(m_pConnection, XCB_COLORMAP_ALLOC_NONE, m_Colormap, m_pScreen->root,
                       m_pScreen->root_visual);
-  m_WakeWindow = xcb_generate_id(m_pConnection);
-  xcb_create_window(m_pConnection, 0, m_WakeWindow, m_pScreen->root, -1, -1, 1, 1, 0,
-                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
   return xcb_flush(m_pConnection) > 0;
 }
 
@@ -91,17 +94,20 @@ bool X11Display::StartEgl() noexcept {
   return m_Egl.Start(display, static_cast<EGLint>(m_pScreen->root_visual));
 }
 
-// The connection stays open with the EGL display, which is never terminated.
+// The connection is shut down on this side: the reading thread wakes also when the server does not answer.
 X11Display::~X11Display() {
-  m_bStop = true;
-  if (!m_EventThread.joinable()) return;
-  xcb_client_message_event_t wake{};
-  wake.response_type = XCB_CLIENT_MESSAGE;
-  wake.format = 32;
-  wake.window = m_WakeWindow;
-  xcb_send_event(m_pConnection, 0, m_WakeWindow, 0, reinterpret_cast<const char*>(&wake));
-  xcb_flush(m_pConnection);
-  m_EventThread.join();
+  const PipeSignal quiet;
+  m_Egl.End();
+  if (m_EventThread.joinable()) {
+    m_bStop = true;
+    shutdown(xcb_get_file_descriptor(m_pConnection), SHUT_RDWR);
+    m_EventThread.join();
+  }
+  if (m_pXlib == nullptr) {
+    xcb_disconnect(m_pConnection);  // also takes one that failed, or none
+  } else {
+    close(xcb_get_file_descriptor(m_pConnection));  // Xlib's own end would ask the server
+  }
 }
 
 bool X11Display::IsBroken() const noexcept {
@@ -113,7 +119,7 @@ void X11Display::ReadEvents() noexcept {
   while (!m_bStop) {
     const auto event = Owned(xcb_wait_for_event(m_pConnection));
     if (event == nullptr) {
-      OnBroken();
+      if (!m_bStop) OnBroken();
       return;
     }
     switch (event->response_type & 0x7F) {
@@ -161,6 +167,7 @@ bool X11Display::IsAlive(HWND aWindow) noexcept {
 }
 
 HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
+  const PipeSignal quiet;
   if (IsBroken()) return nullptr;
   // A number that a window of a server before this one still bears would name two windows.
   xcb_window_t window = 0;
@@ -190,12 +197,14 @@ HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
 }
 
 bool X11Display::Show(HWND aWindow) noexcept {
+  const PipeSignal quiet;
   if (IsBroken() || !IsAlive(aWindow)) return false;
   xcb_map_window(m_pConnection, XidOf(aWindow));
   return xcb_flush(m_pConnection) > 0;
 }
 
 void X11Display::EndWindow(HWND aWindow) noexcept {
+  const PipeSignal quiet;
   const bool alive = IsAlive(aWindow);
   {
     const std::scoped_lock lock(m_Lock);
@@ -207,6 +216,7 @@ void X11Display::EndWindow(HWND aWindow) noexcept {
 }
 
 bool X11Display::Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept {
+  const PipeSignal quiet;
   if (IsBroken()) return false;
   constexpr std::uint16_t kMask =
       XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
@@ -217,6 +227,7 @@ bool X11Display::Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noex
 }
 
 bool X11Display::ScreenRectangle(HWND aWindow, RECT* aRect) noexcept {
+  const PipeSignal quiet;
   if (IsBroken()) return false;
   const xcb_window_t window = XidOf(aWindow);
   const auto askedSize = xcb_get_geometry(m_pConnection, window);
@@ -229,6 +240,7 @@ bool X11Display::ScreenRectangle(HWND aWindow, RECT* aRect) noexcept {
 }
 
 HWND X11Display::ParentOf(HWND aWindow) noexcept {
+  const PipeSignal quiet;
   if (IsBroken()) return nullptr;
   const auto asked = xcb_query_tree(m_pConnection, XidOf(aWindow));
   const auto tree = Owned(xcb_query_tree_reply(m_pConnection, asked, nullptr));
@@ -239,7 +251,9 @@ HWND X11Display::Desktop() noexcept { return HandleOf(m_pScreen->root); }
 
 std::unique_ptr<DrawSurface> X11Display::MakeWindowSurface(HWND aWindow,
                                                            const DisplayFormat& aFormat) noexcept {
-  if (IsBroken() || !IsAlive(aWindow)) return nullptr;
+  const PipeSignal quiet;
+  const ExitGate::Pass pass;
+  if (!pass || IsBroken() || !IsAlive(aWindow)) return nullptr;
   const auto create = reinterpret_cast<PFNEGLCREATEPLATFORMWINDOWSURFACEEXTPROC>(
       eglGetProcAddress("eglCreatePlatformWindowSurfaceEXT"));
   if (create == nullptr) return nullptr;

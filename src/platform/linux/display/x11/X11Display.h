@@ -52,7 +52,6 @@ class X11Display final : public DisplayServer {
   xcb_screen_t* m_pScreen = nullptr;
   int m_iScreen = 0;
   xcb_colormap_t m_Colormap = 0;
-  xcb_window_t m_WakeWindow = 0;  // for the message that ends the event thread
   EglDriver m_Egl;
   bool m_bXcbPlatform = false;
   std::thread m_EventThread;

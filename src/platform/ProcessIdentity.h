@@ -1,0 +1,25 @@
+// ProcessIdentity: tells a process from the forked children that inherit its memory. Any thread.
+
+#pragma once
+
+#include <atomic>
+
+/// Guards the creation of process-wide objects. A forked child finds it open.
+inline constinit std::atomic<bool> g_bMakingProcessObject{false};
+
+#ifdef _WIN32
+
+/// Processes here do not fork.
+constexpr unsigned ProcessGeneration() noexcept { return 1; }
+
+#else
+
+/// 1 in the process that loaded the module, one more in each forked child of it. Changed in the child alone,
+/// before fork returns there.
+inline constinit std::atomic<unsigned> g_uProcessGeneration{1};
+
+/// Number of this process among its ancestors since the module was loaded; never 0. Threads, connections and
+/// locks that were made under another number are dead here.
+inline unsigned ProcessGeneration() noexcept { return g_uProcessGeneration.load(std::memory_order_relaxed); }
+
+#endif

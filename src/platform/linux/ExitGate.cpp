@@ -1,0 +1,75 @@
+// ExitGate: counts the threads inside, and closes as an exit handler. Handlers run in the reverse order of
+// their registration, and a driver registers some of its own as late as in a frame. So the gate's handler is
+// registered again after the 1st, 2nd, 4th, 8th ... pass, and its latest registration is the one that counts.
+
+#include "platform/ExitGate.h"
+
+#include <bit>
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <cstdlib>
+#include <mutex>
+
+#include "platform/ProcessWide.h"
+
+namespace {
+
+constexpr auto kLongestWait = std::chrono::seconds(2);
+
+struct Gate {
+  std::mutex m_Lock;
+  std::condition_variable m_Left, m_Never;
+  int m_iInside = 0;
+  bool m_bClosed = false;
+  std::uint64_t m_uPasses = 0;
+};
+
+constinit ProcessWide<Gate> g_Gate;
+thread_local int t_iDepth = 0;  // nested passes of this thread
+
+void Close() noexcept {
+  Gate& gate = g_Gate.Get();
+  std::unique_lock lock(gate.m_Lock);
+  if (gate.m_bClosed) return;
+  gate.m_bClosed = true;
+  const int own = t_iDepth > 0 ? 1 : 0;  // a painter may call exit
+  gate.m_Left.wait_for(lock, kLongestWait, [&] { return gate.m_iInside <= own; });
+}
+
+}  // namespace
+
+ExitGate::Pass::Pass() noexcept : m_uProcess(ProcessGeneration()), m_bInside(true) {
+  if (t_iDepth == 0) {
+    Gate& gate = g_Gate.Get();
+    const std::scoped_lock lock(gate.m_Lock);
+    m_bInside = !gate.m_bClosed;
+    if (m_bInside) ++gate.m_iInside;
+  }
+  if (m_bInside) ++t_iDepth;
+}
+
+ExitGate::Pass::~Pass() {
+  if (!m_bInside || --t_iDepth > 0 || m_uProcess != ProcessGeneration()) return;
+  Gate& gate = g_Gate.Get();
+  bool enrol = false;
+  {
+    const std::scoped_lock lock(gate.m_Lock);
+    --gate.m_iInside;
+    enrol = std::has_single_bit(++gate.m_uPasses) && !gate.m_bClosed;
+    if (gate.m_bClosed) gate.m_Left.notify_all();
+  }
+  if (enrol) std::atexit(Close);
+}
+
+bool ExitGate::IsClosed() noexcept {
+  Gate& gate = g_Gate.Get();
+  const std::scoped_lock lock(gate.m_Lock);
+  return gate.m_bClosed;
+}
+
+void ExitGate::ParkForEver() noexcept {
+  Gate& gate = g_Gate.Get();
+  std::unique_lock lock(gate.m_Lock);
+  for (;;) gate.m_Never.wait(lock);
+}
