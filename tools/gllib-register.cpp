@@ -69,6 +69,10 @@ const char* Reason(HRESULT aResult) {
       return "a registry file is damaged; it was left as it is";
     case 0x8007001D:
       return "the registry couldn't be written to its end; it was left as it was";
+    case 0x8007001E:
+      return "a registry file can't be read to its end; it was left as it is";
+    case 0x80070021:
+      return "another program has locked the registry; it was left as it is";
     default:
       return "the module refused";
   }

@@ -1,43 +1,67 @@
-// Feeds the reader of registry files. What it accepts has to read the same again once it is written, and a
-// key that is made has to be there, until it is removed.
+// Feeds the reader of registry files. What it accepts has to read the same again once it is written, a key
+// that is made has to be there until it is removed, and GLCreateObjectByProgID's view has to agree with the
+// module's.
 
-#include <unistd.h>
+#include <gllib/GLByProgID.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/linux/registry/RegistryFile.h"
 
 namespace {
 
-std::string Written(const RegistryFile& aFile) {
-  const std::string name =
-      (std::filesystem::temp_directory_path() / ("gllib-fuzz-" + std::to_string(getpid()) + ".reg")).string();
-  if (aFile.Save(name) != ERROR_SUCCESS) std::abort();
-  std::ifstream in(name, std::ios::binary);
-  std::string text(std::istreambuf_iterator<char>(in), {});
-  std::filesystem::remove(name);
-  return text;
+void Expect(bool aTrue) {
+  if (!aTrue) std::abort();
+}
+
+/// The names of all keys of a text.
+struct KeyNames {
+  std::vector<std::string> m_vNames;
+
+  void Key(std::string_view aName, const std::string&) { m_vNames.emplace_back(aName); }
+  void Entry(const std::string&, const GLRegistration::Value&, std::string_view, const std::string&) {}
+  void End(const std::string&) {}
+};
+
+/// The class texts that a host reads are the default values that the module reads.
+void CompareTexts(std::string_view aText, RegistryFile& aFile) {
+  GLRegistration::ClassTexts texts;
+  KeyNames keys;
+  Expect(GLRegistration::ReadScript(aText, texts) && GLRegistration::ReadScript(aText, keys));
+  constexpr std::string_view kRoot = "HKEY_CLASSES_ROOT\\";
+  for (const std::string& name : keys.m_vNames) {
+    const RegistryKey* key = aFile.Find(name);
+    Expect(key != nullptr);
+    if (!GLNames::StartsWith(name, kRoot)) continue;
+    const std::string* text = texts.Find(name.substr(kRoot.size()));
+    const auto value = key->m_Values.find("");
+    const bool isText = value != key->m_Values.end() && value->second.m_dwType == REG_SZ;
+    Expect((text != nullptr) == isText);
+    if (!isText) continue;
+    Expect(*text == reinterpret_cast<const char*>(value->second.m_vData.data()));
+    GLRegistration::ParseClassId(*text);
+  }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* aData, std::size_t aSize) {
+  const std::string_view text(reinterpret_cast<const char*>(aData), aSize);
   RegistryFile file;
-  if (!file.Parse({aData, aData + aSize})) return 0;
-  const std::string once = Written(file);
+  if (!file.Parse(text)) return 0;
+  CompareTexts(text, file);
+  const std::string once = file.Text();
   RegistryFile again;
-  if (!again.Parse(once) || Written(again) != once) std::abort();
+  Expect(again.Parse(once) && again.Text() == once);
 
   const std::string key = "HKEY_CURRENT_USER\\Software\\Probe";
-  file.Make(key + "\\Below").m_Values["name"].m_vData = {'x', 0};
+  file.SetText(key + "\\Below", "name", "a \"text\" in C:\\");
   RegistryFile more;
-  if (!more.Parse(Written(file)) || more.Find(key) == nullptr) std::abort();
-  if (!more.Remove(key) || more.Find(key + "\\Below") != nullptr) std::abort();
+  Expect(more.Parse(file.Text()) && more.Find(key) != nullptr);
+  Expect(more.Remove(key) && more.Find(key + "\\Below") == nullptr);
   return 0;
 }

@@ -1,21 +1,19 @@
-// The file that holds the component, the type library in it, and its end. The documented Win32 operations;
-// any thread.
+// The file that holds the component, the type library in it, and its end. Any thread.
 
 #pragma once
 
+#include <string>
+
 #include "platform/Types.h"
 
-#ifndef _WIN32
-
-/// The full path of a module. @return its length; 0 on failure, nSize when it doesn't fit
-DWORD GetModuleFileNameA(HMODULE hModule, char* szPath, DWORD nSize) noexcept;
-
-#endif
+/// The full path of the module: UTF-8 on Windows, elsewhere the bytes of the file system. It is the path by
+/// which the module was loaded, whatever the working folder is now. @return empty on failure
+std::string ModulePath();
 
 /// Enters the module's type library into the registry; off Windows there is none to enter.
-HRESULT RegisterModuleTypeLib(const char* szPath) noexcept;
+HRESULT RegisterModuleTypeLib(const std::string& aPath) noexcept;
 /// Takes the type library out of the registry.
-HRESULT UnregisterModuleTypeLib(const char* szPath) noexcept;
+HRESULT UnregisterModuleTypeLib(const std::string& aPath) noexcept;
 
 /// Holds a reference of the module's own to its file, so that a host that unloads it with objects left does
 /// not take the code from their threads. Once; on Windows the host's count alone decides.

@@ -1,6 +1,6 @@
-// The registry: the documented Win32 operations. Off Windows over text files in the registry-script format,
-// machine.reg and user.reg, in the folder GLLIB_REGISTRY_DIR, else gllib/ under the XDG configuration
-// folders. A file is replaced whole or not at all. Any thread.
+// The registry: the documented Win32 operations that read it; RegistryBatch changes it. Off Windows over text
+// files in the registry-script format, machine.reg and user.reg, in the folder GLLIB_REGISTRY_DIR, else
+// gllib/ under the XDG configuration folders. A file is replaced as a whole. Any thread.
 
 #pragma once
 
@@ -18,15 +18,13 @@ inline constexpr REGSAM KEY_READ = 0x20019, KEY_WOW64_64KEY = 0x100;
 inline constexpr DWORD REG_NONE = 0, REG_SZ = 1, REG_BINARY = 3, REG_DWORD = 4;
 inline constexpr LSTATUS ERROR_SUCCESS = 0, ERROR_FILE_NOT_FOUND = 2, ERROR_ACCESS_DENIED = 5,
                          ERROR_INVALID_HANDLE = 6, ERROR_MORE_DATA = 234, ERROR_INVALID_PARAMETER = 87,
-                         ERROR_BADDB = 1009, ERROR_WRITE_FAULT = 29;
+                         ERROR_BADDB = 1009, ERROR_WRITE_FAULT = 29, ERROR_READ_FAULT = 30,
+                         ERROR_LOCK_VIOLATION = 33;
 
 LSTATUS RegOpenKeyExA(HKEY hKey, const char* szSubKey, DWORD dwOptions, REGSAM samDesired,
                       HKEY* phkResult) noexcept;
 LSTATUS RegQueryValueExA(HKEY hKey, const char* szValueName, DWORD* pReserved, DWORD* pType, BYTE* pData,
                          DWORD* pcbData) noexcept;
-LSTATUS RegSetKeyValueA(HKEY hKey, const char* szSubKey, const char* szValueName, DWORD dwType,
-                        const void* pData, DWORD cbData) noexcept;
-LSTATUS RegDeleteTreeA(HKEY hKey, const char* szSubKey) noexcept;
 LSTATUS RegCloseKey(HKEY hKey) noexcept;
 
 #endif

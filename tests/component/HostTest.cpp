@@ -3,8 +3,13 @@
 #include <dlfcn.h>
 #include <gllib/GLLibHost.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 
 #include "support/TestRegistry.h"
 
@@ -106,6 +111,41 @@ TEST_F(HostRegistry, ModuleRegistersItselfAndIsFound) {
   dlclose(module);
 }
 
+TEST_F(HostRegistry, ModuleKnowsThePathThatItWasLoadedBy) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::copy_file(GLLIB_MODULE_FILE, m_Registry.Path() / "moved.so");
+  std::filesystem::current_path(m_Registry.Path());
+  void* module = dlopen("./moved.so", RTLD_NOW | RTLD_LOCAL);
+  std::filesystem::current_path(before);
+  ASSERT_NE(module, nullptr) << dlerror();
+  ASSERT_EQ(reinterpret_cast<HRESULT (*)()>(dlsym(module, "DllRegisterServer"))(), S_OK);
+  EXPECT_EQ(Make("Gl.GLCollection.1"), S_OK) << m_Registry.Get("machine.reg");
+  dlclose(module);
+}
+
+TEST_F(HostRegistry, APrivilegedProgramGoesByNoEnvironment) {
+  EXPECT_TRUE(GLRegistration::MayLoad("/usr/lib/libgllib.so.1", true));
+  for (const char* name : {"", "libgllib.so.1", "./libgllib.so.1"})
+    EXPECT_FALSE(GLRegistration::MayLoad(name, true)) << name;
+  EXPECT_TRUE(GLRegistration::MayLoad("libgllib.so.1", false));
+
+  // A setuid program of another user, beside a registry of this one.
+  const auto host = m_Registry.Path() / "host", module = m_Registry.Path() / "module.so";
+  std::filesystem::copy_file(GLLIB_PROGID_HOST_FILE, host);
+  std::filesystem::copy_file(GLLIB_MODULE_FILE, module);
+  Write("user.reg", kCollection, module);
+  const auto run = [&] { return WEXITSTATUS(std::system(host.c_str())); };
+  constexpr int kMade = 0, kPrivileged = 2;
+  EXPECT_EQ(run(), kMade);
+  constexpr uid_t kNobody = 65534;
+  if (chown(host.c_str(), kNobody, kNobody) != 0 || chmod(host.c_str(), 04755) != 0)
+    GTEST_SKIP() << "only root can make a program of another user";
+  const int status = run();
+  if (status == kMade && (std::system((host.string() + " privileged").c_str()) == 0))
+    GTEST_SKIP() << "this system runs no setuid programs";
+  EXPECT_EQ(status, kPrivileged) << "neither the user's file nor the environment's folder count";
+}
+
 TEST_F(HostRegistry, TellsWhatIsWrongWithARegistration) {
   EXPECT_EQ(GLCreateObjectByProgID("Gl.GLCollection.1", IID_IGLCollection, nullptr), E_POINTER);
   EXPECT_EQ(Make(nullptr), E_INVALIDARG);
@@ -118,6 +158,8 @@ TEST_F(HostRegistry, TellsWhatIsWrongWithARegistration) {
   EXPECT_EQ(Make("Gl.GLCollection.1"), CO_E_DLLNOTFOUND);
   Write("machine.reg", kCollection, "libm.so.6");
   EXPECT_EQ(Make("Gl.GLCollection.1"), CO_E_ERRORINDLL);
+  m_Registry.Put("user.reg", "damaged");
+  EXPECT_EQ(Make("Gl.GLCollection.1"), REGDB_E_READREGDB);
   Write("user.reg", kCollection, GLLIB_MODULE_FILE);
   EXPECT_EQ(Make("Gl.GLCollection.1"), S_OK) << "the user's entry comes first";
 }

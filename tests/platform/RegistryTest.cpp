@@ -1,15 +1,19 @@
 // The registry files: what a registry editor writes is read, what isn't ours stays, a broken file breaks
-// nothing.
+// nothing. GLCreateObjectByProgID's reading of the same files agrees.
 
 #include "platform/Registry.h"
 
+#include <gllib/GLByProgID.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <string>
+#include <thread>
 
+#include "platform/RegistryBatch.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -40,8 +44,15 @@ class Registry : public testing::Test {
     if (status != ERROR_SUCCESS) return "no value";
     return std::to_string(type) + ":" + std::string(data, data + size);
   }
-  static LSTATUS Set(HKEY aRoot, const char* aKey, const char* aName, const std::string& aText) {
-    return RegSetKeyValueA(aRoot, aKey, aName, REG_SZ, aText.c_str(), static_cast<DWORD>(aText.size() + 1));
+  static LSTATUS Set(const std::string& aKey, const std::string& aName, const std::string& aText) {
+    RegistryBatch batch;
+    batch.SetText(aKey, aText, aName);
+    return batch.Commit();
+  }
+  static LSTATUS Remove(const std::string& aKey) {
+    RegistryBatch batch;
+    batch.Remove(aKey);
+    return batch.Commit();
   }
 
   const TestRegistry m_Folder;
@@ -78,7 +89,7 @@ TEST_F(Registry, RefusesABrokenFileAndLeavesItAlone) {
     const bool readable = text == key + "\"a\"=";  // an unknown type with no data is somebody else's
     EXPECT_EQ(Open(HKEY_CLASSES_ROOT, "A"), readable ? ERROR_SUCCESS : ERROR_BADDB);
     if (readable) continue;
-    EXPECT_EQ(Set(HKEY_CLASSES_ROOT, "B", "x", "y"), ERROR_BADDB);
+    EXPECT_EQ(Set("B", "x", "y"), ERROR_BADDB);
     EXPECT_EQ(Get(), text);
   }
 }
@@ -87,8 +98,8 @@ TEST_F(Registry, KeepsTheLinesOfOthers) {
   Put(std::string(kHeader) +
       "\r\n; about B\r\n[HKEY_CLASSES_ROOT\\B]\r\n; about x\r\n\"x\"=\"old\"\r\n"
       "\"y\"=hex(7):00,00\r\n\r\n; the end\r\n");
-  ASSERT_EQ(Set(HKEY_CLASSES_ROOT, "b", "X", "C:\\\"new\""), ERROR_SUCCESS);
-  EXPECT_EQ(Set(HKEY_CLASSES_ROOT, "B", "x", "two\nlines"), ERROR_INVALID_PARAMETER);
+  ASSERT_EQ(Set("b", "X", "C:\\\"new\""), ERROR_SUCCESS);
+  EXPECT_EQ(Set("B", "x", "two\nlines"), ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Get(),
             std::string(kHeader) +
                 "\r\n; about B\r\n[HKEY_CLASSES_ROOT\\B]\r\n; about x\r\n\"x\"=\"C:\\\\\\\"new\\\"\"\r\n"
@@ -96,21 +107,22 @@ TEST_F(Registry, KeepsTheLinesOfOthers) {
 }
 
 TEST_F(Registry, TakesTheUsersClassesBeforeTheMachines) {
-  ASSERT_EQ(Set(HKEY_CLASSES_ROOT, "Gl.A", nullptr, "machine's"), ERROR_SUCCESS);
-  ASSERT_EQ(Set(HKEY_CLASSES_ROOT, "Gl.AB\\CLSID", nullptr, "neighbour"), ERROR_SUCCESS);
+  ASSERT_EQ(Set("Gl.A", "", "machine's"), ERROR_SUCCESS);
+  ASSERT_EQ(Set("Gl.AB\\CLSID", "", "neighbour"), ERROR_SUCCESS);
   setenv("GLLIB_REGISTRY_USER", "1", 1);
-  ASSERT_EQ(Set(HKEY_CLASSES_ROOT, "Gl.A", nullptr, "user's"), ERROR_SUCCESS);
+  ASSERT_EQ(Set("Gl.A", "", "user's"), ERROR_SUCCESS);
   EXPECT_EQ(Query(HKEY_CLASSES_ROOT, "Gl.A", ""), Text("user's"));
-  EXPECT_EQ(RegDeleteTreeA(HKEY_CLASSES_ROOT, "gl.a"), ERROR_SUCCESS);
+  EXPECT_EQ(Remove("gl.a"), ERROR_SUCCESS);
   EXPECT_EQ(Query(HKEY_CLASSES_ROOT, "Gl.A", ""), Text("machine's"));
   unsetenv("GLLIB_REGISTRY_USER");
-  EXPECT_EQ(RegDeleteTreeA(HKEY_CLASSES_ROOT, "Gl.A"), ERROR_SUCCESS);
+  EXPECT_EQ(Remove("Gl.A"), ERROR_SUCCESS);
+  EXPECT_EQ(Remove("Gl.A"), ERROR_SUCCESS) << "an absent key is no failure";
   EXPECT_EQ(Open(HKEY_CLASSES_ROOT, "Gl.A"), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(Query(HKEY_CLASSES_ROOT, "Gl.AB\\CLSID", nullptr), Text("neighbour"));
 }
 
 TEST_F(Registry, TellsTheRoomThatAValueNeeds) {
-  ASSERT_EQ(Set(HKEY_CLASSES_ROOT, "A", "x", "four"), ERROR_SUCCESS);
+  ASSERT_EQ(Set("A", "x", "four"), ERROR_SUCCESS);
   HKEY key = nullptr;
   ASSERT_EQ(RegOpenKeyExA(HKEY_CLASSES_ROOT, "A", 0, KEY_READ, &key), ERROR_SUCCESS);
   BYTE small[2] = {7, 7};
@@ -121,19 +133,87 @@ TEST_F(Registry, TellsTheRoomThatAValueNeeds) {
   RegCloseKey(key);
 }
 
-TEST_F(Registry, LosesNothingToAnotherProcess) {
+TEST_F(Registry, LosesNothingToOtherThreadsAndProcesses) {
   const auto write = [](const std::string& name) {
-    for (int i = 0; i < 40; ++i) Set(HKEY_CLASSES_ROOT, (name + std::to_string(i)).c_str(), "x", "y");
+    for (int i = 0; i < 20; ++i) Set(name + std::to_string(i), "x", "y");
   };
   const pid_t other = fork();
   if (other == 0) {
     write("other");
     _exit(0);
   }
+  std::thread thread([&] { write("thread"); });
   write("own");
+  thread.join();
   waitpid(other, nullptr, 0);
-  for (const std::string name : {"own", "other"}) {
-    for (int i = 0; i < 40; ++i)
+  for (const std::string name : {"own", "thread", "other"}) {
+    for (int i = 0; i < 20; ++i)
       EXPECT_EQ(Open(HKEY_CLASSES_ROOT, (name + std::to_string(i)).c_str()), ERROR_SUCCESS);
   }
+}
+
+TEST_F(Registry, OthersSeeAllChangesOfABatchOrNone) {
+  constexpr int kClasses = 14;
+  const auto name = [](int i) { return "Gl.Class" + std::to_string(i) + "\\CLSID"; };
+  const auto enter = [&](const std::string& text) {
+    RegistryBatch batch;
+    for (int i = 0; i < kClasses; ++i) {
+      batch.Remove(name(i));
+      batch.SetText(name(i), text);
+    }
+    return batch.Commit();
+  };
+  ASSERT_EQ(enter("first"), ERROR_SUCCESS);
+  std::atomic<bool> done{false};
+  std::thread writer([&] {
+    for (int turn = 0; turn < 40; ++turn) EXPECT_EQ(enter("turn " + std::to_string(turn)), ERROR_SUCCESS);
+    done = true;
+  });
+  do {
+    GLRegistration::ClassTexts texts;
+    ASSERT_TRUE(texts.Load(m_Folder.Path() / "machine.reg"));
+    const std::string* first = texts.Find(name(0));
+    ASSERT_NE(first, nullptr) << "a class has disappeared";
+    for (int i = 1; i < kClasses; ++i) {
+      const std::string* text = texts.Find(name(i));
+      EXPECT_TRUE(text != nullptr && *text == *first) << i;
+    }
+  } while (!done);
+  writer.join();
+}
+
+TEST_F(Registry, ReadsTextsForHostsAsTheModuleDoes) {
+  // Blanks, continued lines, comments, keys and values that come twice, any case.
+  Put(std::string(kHeader) +
+      "\r\n  [HKEY_CLASSES_ROOT\\Gl.A\\CLSID]  \r\n\t@=\"first\"\r\n; a comment\r\n @=\"sec\\\r\nond\" \r\n"
+      "[HKEY_CLASSES_ROOT\\Gl.B]\r\n@=dword:1\r\n"
+      "[hkey_classes_root\\GL.a\\clsid]\n\"@\"=\"no default\"\n"
+      "[HKEY_CURRENT_USER\\Gl.C]\r\n@=\"not a class\"\r\n");
+  GLRegistration::ClassTexts texts;
+  ASSERT_TRUE(texts.Load(m_Folder.Path() / "machine.reg"));
+  ASSERT_NE(texts.Find("gl.A\\CLSID"), nullptr);
+  EXPECT_EQ(*texts.Find("gl.A\\CLSID"), "second");
+  EXPECT_EQ(Query(HKEY_CLASSES_ROOT, "gl.A\\CLSID", nullptr), Text("second"));
+  EXPECT_EQ(texts.Find("Gl.B"), nullptr);
+  EXPECT_EQ(texts.Find("Gl.C"), nullptr);
+}
+
+TEST_F(Registry, TakesNoRelativeXdgFolder) {
+  unsetenv("GLLIB_REGISTRY_DIR");
+  const auto files = [](const char* aHome, const char* aUser, const char* aMachine) {
+    setenv("XDG_CONFIG_HOME", aUser, 1);
+    setenv("XDG_CONFIG_DIRS", aMachine, 1);
+    const std::string home = getenv("HOME") != nullptr ? getenv("HOME") : "";
+    setenv("HOME", aHome, 1);
+    const auto result = std::pair(GLRegistration::UserFile(), GLRegistration::MachineFile());
+    setenv("HOME", home.c_str(), 1);
+    unsetenv("XDG_CONFIG_HOME");
+    unsetenv("XDG_CONFIG_DIRS");
+    return result;
+  };
+  EXPECT_EQ(files("/h", "/u", "/m:/n"),
+            std::pair(std::string("/u/gllib/user.reg"), std::string("/m/gllib/machine.reg")));
+  EXPECT_EQ(files("/h", "u", "m:/n"),
+            std::pair(std::string("/h/.config/gllib/user.reg"), std::string("/etc/xdg/gllib/machine.reg")));
+  EXPECT_EQ(files("", "", "").first, "");
 }

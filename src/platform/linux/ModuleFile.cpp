@@ -5,7 +5,6 @@
 
 #include <dlfcn.h>
 
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -19,25 +18,30 @@ void* g_pSelf = nullptr;  // guarded by the end of the module
 
 }  // namespace
 
-DWORD GetModuleFileNameA(HMODULE, char* szPath, DWORD nSize) noexcept {
-  // The folder is resolved, the name stays: a link with the interface's version outlives the file's version.
+namespace {
+
+/// The loader keeps the name that the host gave. One that is relative counts from the working folder of that
+/// moment, so it is completed while the module is loaded. The folder is resolved, the name stays: a link with
+/// the interface's version outlives the file's version.
+std::string PathWhileLoading() noexcept try {
+  static const char here = 0;
   Dl_info info{};
-  if (dladdr(reinterpret_cast<const void*>(&GetModuleFileNameA), &info) == 0 || info.dli_fname == nullptr)
-    return 0;
-  try {
-    const std::filesystem::path file = std::filesystem::absolute(info.dli_fname);
-    const std::string path = std::filesystem::canonical(file.parent_path()) / file.filename();
-    if (path.size() >= nSize) return nSize;
-    std::memcpy(szPath, path.c_str(), path.size() + 1);
-    return static_cast<DWORD>(path.size());
-  } catch (...) {
-    return 0;
-  }
+  if (dladdr(&here, &info) == 0 || info.dli_fname == nullptr) return {};
+  const std::filesystem::path file = std::filesystem::absolute(info.dli_fname);
+  return std::filesystem::canonical(file.parent_path()) / file.filename();
+} catch (...) {
+  return {};
 }
 
-HRESULT RegisterModuleTypeLib(const char*) noexcept { return S_OK; }
+const std::string g_ModulePath = PathWhileLoading();
 
-HRESULT UnregisterModuleTypeLib(const char*) noexcept { return S_OK; }
+}  // namespace
+
+std::string ModulePath() { return g_ModulePath; }
+
+HRESULT RegisterModuleTypeLib(const std::string&) noexcept { return S_OK; }
+
+HRESULT UnregisterModuleTypeLib(const std::string&) noexcept { return S_OK; }
 
 void KeepModuleLoaded() noexcept {
   if (g_pSelf != nullptr) return;

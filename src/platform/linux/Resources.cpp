@@ -2,7 +2,7 @@
 
 #include "platform/Resources.h"
 
-#include <strings.h>
+#include <gllib/GLNames.h>
 
 #include "platform/linux/ResourceBlocks.h"
 
@@ -17,7 +17,7 @@ const ResourceBlock& BlockOf(HRSRC aResource) noexcept {
 HRSRC FindResourceA(HMODULE, const char* szName, const char* szType) noexcept {
   if (szName == nullptr || szType != RT_RCDATA) return nullptr;
   for (const ResourceBlock& block : g_ResourceBlocks) {
-    if (strcasecmp(block.m_szName, szName) != 0) continue;
+    if (!GLNames::Equal(block.m_szName, szName)) continue;
     return reinterpret_cast<HRSRC>(const_cast<ResourceBlock*>(&block));
   }
   return nullptr;

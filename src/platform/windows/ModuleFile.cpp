@@ -8,21 +8,25 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/Text.h"
+#include "platform/Window.h"
+#include "platform/windows/WideText.h"
 
-namespace {
-
-std::wstring Wide(const char* aText) {
-  const int units = MultiByteToWideChar(CP_ACP, 0, aText, -1, nullptr, 0);
-  std::wstring wide(units > 0 ? static_cast<std::size_t>(units) : 1, L'\0');
-  MultiByteToWideChar(CP_ACP, 0, aText, -1, wide.data(), units);
-  return wide;
+std::string ModulePath() {
+  constexpr std::size_t kLongestPath = 32768;  // with its zero
+  std::wstring path(kLongestPath, L'\0');
+  const DWORD length = GetModuleFileNameW(ModuleInstance(), path.data(), static_cast<DWORD>(path.size()));
+  if (length == 0 || length >= path.size()) return {};
+  const int units = static_cast<int>(length);
+  std::string text(static_cast<std::size_t>(
+                       WideCharToMultiByte(CP_UTF8, 0, path.data(), units, nullptr, 0, nullptr, nullptr)),
+                   '\0');
+  WideCharToMultiByte(CP_UTF8, 0, path.data(), units, text.data(), static_cast<int>(text.size()), nullptr,
+                      nullptr);
+  return text;
 }
 
-}  // namespace
-
-HRESULT RegisterModuleTypeLib(const char* szPath) noexcept try {
-  std::wstring path = Wide(szPath);
+HRESULT RegisterModuleTypeLib(const std::string& aPath) noexcept try {
+  std::wstring path = WideText(aPath);
   GLPtr<ITypeLib> library;
   const HRESULT loaded = LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Put());
   return FAILED(loaded) ? loaded : RegisterTypeLib(library.Get(), path.data(), nullptr);
@@ -30,9 +34,9 @@ HRESULT RegisterModuleTypeLib(const char* szPath) noexcept try {
   return E_OUTOFMEMORY;
 }
 
-HRESULT UnregisterModuleTypeLib(const char* szPath) noexcept try {
+HRESULT UnregisterModuleTypeLib(const std::string& aPath) noexcept try {
   GLPtr<ITypeLib> library;
-  const HRESULT loaded = LoadTypeLibEx(Wide(szPath).c_str(), REGKIND_NONE, library.Put());
+  const HRESULT loaded = LoadTypeLibEx(WideText(aPath).c_str(), REGKIND_NONE, library.Put());
   if (FAILED(loaded)) return loaded;
   TLIBATTR* attributes = nullptr;
   const HRESULT asked = library->GetLibAttr(&attributes);

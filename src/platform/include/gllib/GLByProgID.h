@@ -1,6 +1,6 @@
 /// @file
 /// Creation of an object by its ProgID, over the class registration of this system: COM's own on Windows,
-/// elsewhere the registry-script files that the module's DllRegisterServer writes. Any thread.
+/// elsewhere the registry files that the module's DllRegisterServer writes. Any thread.
 
 #pragma once
 
@@ -10,33 +10,40 @@
 
 #include <objbase.h>
 
+#include <cstring>
 #include <string>
 
 /// Makes an object of a registered class, in process. The thread must have called CoInitializeEx.
 /// @param aProgID ASCII, such as "Gl.GLContext.1"
 /// @param riid    the wanted interface
 /// @param ppv     receives a counted reference, or null
-/// @return S_OK; E_POINTER; or what COM's look-up, the module or its factory answered
-inline HRESULT GLCreateObjectByProgID(const char* aProgID, REFIID riid, void** ppv) noexcept {
+/// @return S_OK; E_POINTER; E_INVALIDARG when aProgID is null; E_OUTOFMEMORY; or what COM's look-up, the
+/// module
+///         or its factory answered
+inline HRESULT GLCreateObjectByProgID(const char* aProgID, REFIID riid, void** ppv) noexcept try {
   if (ppv == nullptr) return E_POINTER;
   *ppv = nullptr;
   if (aProgID == nullptr) return E_INVALIDARG;
   CLSID classId;
-  const std::wstring wide(aProgID, aProgID + std::strlen(aProgID));
+  const auto* bytes = reinterpret_cast<const unsigned char*>(aProgID);
+  const std::wstring wide(bytes, bytes + std::strlen(aProgID));
   const HRESULT found = CLSIDFromProgID(wide.c_str(), &classId);
   return FAILED(found) ? found : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, riid, ppv);
+} catch (...) {
+  return E_OUTOFMEMORY;
 }
 
 #else
 
 #include <dlfcn.h>
+#include <gllib/GLNames.h>
+#include <gllib/GLRegistryFile.h>
 
 #include <algorithm>
-#include <fstream>
-#include <optional>
-#include <string>
-#include <string_view>
+#include <map>
 
+/// A registry file can't be read, or is damaged.
+inline constexpr HRESULT REGDB_E_READREGDB = static_cast<HRESULT>(0x80040150);
 /// No class is registered under the name or the identifier.
 inline constexpr HRESULT REGDB_E_CLASSNOTREG = static_cast<HRESULT>(0x80040154);
 /// A class is registered with an identifier that isn't one.
@@ -49,70 +56,39 @@ inline constexpr HRESULT CO_E_ERRORINDLL = static_cast<HRESULT>(0x800401F9);
 /// Reads the registration; a part of GLCreateObjectByProgID.
 namespace GLRegistration {
 
-/// The value of an environment variable; empty for none.
-inline std::string Environment(const char* aName) {
-  const char* value = std::getenv(aName);
-  return value != nullptr ? value : "";
-}
-
-/// The folder that GLLIB_REGISTRY_DIR names, else gllib/ under an XDG folder.
-inline std::string Folder(const std::string& aXdgFolder) {
-  const std::string own = Environment("GLLIB_REGISTRY_DIR");
-  return own.empty() ? aXdgFolder + "/gllib" : own;
-}
-
-/// The user's file.
-inline std::string UserFile() {
-  const std::string xdg = Environment("XDG_CONFIG_HOME");
-  return Folder(xdg.empty() ? Environment("HOME") + "/.config" : xdg) + "/user.reg";
-}
-
-/// The machine's file: of the folders in XDG_CONFIG_DIRS the first, which is the most important one.
-inline std::string MachineFile() {
-  const std::string xdg = Environment("XDG_CONFIG_DIRS");
-  return Folder(xdg.empty() ? "/etc/xdg" : xdg.substr(0, xdg.find(':'))) + "/machine.reg";
-}
-
-/// Whether two names of keys are the same: case doesn't count.
-inline bool EqualNames(std::string_view a, std::string_view b) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [&](char x, char y) { return lower(x) == lower(y); });
-}
-
-/// The text of a quoted value, a backslash standing before each backslash and quote of it.
-inline std::optional<std::string> Unquote(std::string_view aQuoted) {
-  if (aQuoted.empty() || aQuoted.front() != '"') return std::nullopt;
-  std::string text;
-  for (std::size_t i = 1; i < aQuoted.size(); ++i) {
-    if (aQuoted[i] == '"') return text;
-    if (aQuoted[i] == '\\' && ++i == aQuoted.size()) break;
-    text += aQuoted[i];
+/// The default values of the keys under the class root in one registry file.
+class ClassTexts {
+ public:
+  /// Reads a file. One that is absent, or that this program may not read, has no keys.
+  bool Load(const std::string& aFile) {
+    std::string text;
+    const FileState state = ReadFile(aFile, text);
+    if (state == FileState::kAbsent || state == FileState::kDenied) return true;
+    return state == FileState::kRead && (text.empty() || ReadScript(text, *this));
   }
-  return std::nullopt;
-}
-
-/// The default value of a key in one file.
-inline std::optional<std::string> DefaultValue(const std::string& aFile, std::string_view aKey) {
-  std::ifstream file(aFile);
-  bool inKey = false;
-  for (std::string line; std::getline(file, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (!line.empty() && line.front() == '[' && line.back() == ']') {
-      inKey = EqualNames(std::string_view(line).substr(1, line.size() - 2), aKey);
-    } else if (inKey && line.compare(0, 2, "@=") == 0) {
-      return Unquote(std::string_view(line).substr(2));
-    }
+  const std::string* Find(const std::string& aKey) const {
+    const auto found = m_Texts.find(aKey);
+    return found != m_Texts.end() ? &found->second : nullptr;
   }
-  return std::nullopt;
-}
 
-/// The default value of a key under the class root; the user's entry comes before the machine's.
-inline std::optional<std::string> ClassValue(const std::string& aKey) {
-  const std::string key = "HKEY_CLASSES_ROOT\\" + aKey;
-  std::optional<std::string> value = DefaultValue(UserFile(), key);
-  return value ? value : DefaultValue(MachineFile(), key);
-}
+  // For ReadScript.
+  void Key(std::string_view aName, const std::string&) {
+    constexpr std::string_view kRoot = "HKEY_CLASSES_ROOT\\";
+    m_bClass = GLNames::StartsWith(aName, kRoot);
+    if (m_bClass) m_sKey = aName.substr(kRoot.size());
+  }
+  void Entry(const std::string& aName, const Value& aValue, std::string_view, const std::string&) {
+    if (!m_bClass || !aName.empty()) return;
+    m_Texts.erase(m_sKey);  // the last value counts
+    if (aValue.m_dwType == kTypeText) m_Texts[m_sKey] = reinterpret_cast<const char*>(aValue.m_vData.data());
+  }
+  void End(const std::string&) noexcept {}
+
+ private:
+  std::map<std::string, std::string, GLNames::Less> m_Texts;
+  std::string m_sKey;
+  bool m_bClass = false;
+};
 
 /// Reads "{1750378D-FDFD-11D3-A317-000000000000}".
 inline std::optional<CLSID> ParseClassId(std::string_view aText) {
@@ -121,15 +97,11 @@ inline std::optional<CLSID> ParseClassId(std::string_view aText) {
   std::uint8_t bytes[16] = {};
   std::size_t digits = 0;
   for (std::size_t i = 0; i < kShape.size(); ++i) {
-    const char c = aText[i];
     if (kShape[i] != '0') {
-      if (c != kShape[i]) return std::nullopt;
+      if (aText[i] != kShape[i]) return std::nullopt;
       continue;
     }
-    const int digit = c >= '0' && c <= '9'   ? c - '0'
-                      : c >= 'A' && c <= 'F' ? c - 'A' + 10
-                      : c >= 'a' && c <= 'f' ? c - 'a' + 10
-                                             : -1;
+    const int digit = Script::Digit(aText[i]);
     if (digit < 0) return std::nullopt;
     bytes[digits / 2] = static_cast<std::uint8_t>(bytes[digits / 2] * 16 + digit);
     ++digits;
@@ -140,32 +112,64 @@ inline std::optional<CLSID> ParseClassId(std::string_view aText) {
   return id;
 }
 
+/// A registered class: its identifier and the file of its module.
+struct RegisteredClass {
+  CLSID m_Id;
+  std::string m_sModule;
+};
+
+/// Looks a class up. The user's entry comes before the machine's.
+/// @return S_OK; REGDB_E_READREGDB, REGDB_E_CLASSNOTREG, CO_E_CLASSSTRING
+inline HRESULT FindClass(const std::string& aProgID, RegisteredClass& aClass) {
+  ClassTexts user, machine;
+  if (!user.Load(UserFile()) || !machine.Load(MachineFile())) return REGDB_E_READREGDB;
+  const auto find = [&](const std::string& aKey) {
+    const std::string* text = user.Find(aKey);
+    return text != nullptr ? text : machine.Find(aKey);
+  };
+  const std::string* idText = find(aProgID + "\\CLSID");
+  if (idText == nullptr) return REGDB_E_CLASSNOTREG;
+  const auto id = ParseClassId(*idText);
+  if (!id) return CO_E_CLASSSTRING;
+  const std::string* module = find("CLSID\\" + *idText + "\\InprocServer32");
+  if (module == nullptr) return REGDB_E_CLASSNOTREG;
+  aClass = {*id, *module};
+  return S_OK;
+}
+
+/// Whether a program may load a module by this name. A privileged one goes by absolute paths alone: any other
+/// name leaves it to the working folder, which the caller chooses, what is loaded.
+inline bool MayLoad(const std::string& aModule, bool aPrivileged) noexcept {
+  return !aPrivileged || (!aModule.empty() && aModule.front() == '/');
+}
+
 }  // namespace GLRegistration
 
 /// Makes an object of a registered class, in process. The module that holds it is loaded, and stays so.
+/// A program with rights that its caller lacks (setuid) goes by /etc/xdg/gllib/machine.reg alone, and by
+/// absolute paths of modules in it.
 /// @param aProgID "Gl.GLContext.1", or "Gl.GLContext" for the current version
 /// @param riid    the wanted interface
 /// @param ppv     receives a counted reference, or null
-/// @return S_OK; E_POINTER; E_INVALIDARG when aProgID is null; REGDB_E_CLASSNOTREG, CO_E_CLASSSTRING,
-///         CO_E_DLLNOTFOUND, CO_E_ERRORINDLL; E_OUTOFMEMORY; or what the module or its factory answered
+/// @return S_OK; E_POINTER; E_INVALIDARG when aProgID is null; REGDB_E_READREGDB, REGDB_E_CLASSNOTREG,
+///         CO_E_CLASSSTRING, CO_E_DLLNOTFOUND, CO_E_ERRORINDLL; E_OUTOFMEMORY; or what the module or its
+///         factory answered
 inline HRESULT GLCreateObjectByProgID(const char* aProgID, REFIID riid, void** ppv) noexcept try {
   if (ppv == nullptr) return E_POINTER;
   *ppv = nullptr;
   if (aProgID == nullptr) return E_INVALIDARG;
-  const auto idText = GLRegistration::ClassValue(std::string(aProgID) + "\\CLSID");
-  if (!idText) return REGDB_E_CLASSNOTREG;
-  const auto classId = GLRegistration::ParseClassId(*idText);
-  if (!classId) return CO_E_CLASSSTRING;
-  const auto path = GLRegistration::ClassValue("CLSID\\" + *idText + "\\InprocServer32");
-  if (!path) return REGDB_E_CLASSNOTREG;
+  GLRegistration::RegisteredClass registered;
+  const HRESULT found = GLRegistration::FindClass(aProgID, registered);
+  if (FAILED(found)) return found;
+  if (!GLRegistration::MayLoad(registered.m_sModule, GLRegistration::IsPrivileged())) return CO_E_DLLNOTFOUND;
 
-  void* module = dlopen(path->c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* module = dlopen(registered.m_sModule.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (module == nullptr) return CO_E_DLLNOTFOUND;
   using GetClassObject = HRESULT (*)(REFCLSID, REFIID, void**);
   const auto get = reinterpret_cast<GetClassObject>(dlsym(module, "DllGetClassObject"));
   if (get == nullptr) return CO_E_ERRORINDLL;
   IClassFactory* factory = nullptr;
-  const HRESULT got = get(*classId, IID_IClassFactory, reinterpret_cast<void**>(&factory));
+  const HRESULT got = get(registered.m_Id, IID_IClassFactory, reinterpret_cast<void**>(&factory));
   if (FAILED(got)) return got;
   const HRESULT made = factory->CreateInstance(nullptr, riid, ppv);
   factory->Release();

@@ -1,56 +1,53 @@
-// RegistryFile: one registry file in the registry-script format, as keys with their values. Lines of others
-// are written back as they stood, comments before what they precede. Used by one thread at a time.
+// RegistryFile: one registry file in the registry-script format, as keys with their values. Lines that aren't
+// changed are written back as they were, comments before the line that they precede. Used by one thread at a
+// time.
 
 #pragma once
 
+#include <gllib/GLNames.h>
+#include <gllib/GLRegistryFile.h>
+
 #include <map>
-#include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "platform/Registry.h"
 
-/// One value: its type and its bytes; text with its terminating zero.
-struct RegistryValue {
-  DWORD m_dwType = REG_SZ;
-  std::vector<BYTE> m_vData;
-  std::string m_szLine;   ///< the line as it stood, written back while the value isn't set anew
+/// One value, and how it is written.
+struct RegistryValue : GLRegistration::Value {
+  std::string m_szLine;   ///< its line in the file
   std::string m_szAbove;  ///< comments before it
-};
-
-/// Names compare without regard to case.
-struct LessWithoutCase {
-  bool operator()(const std::string& a, const std::string& b) const noexcept;
 };
 
 struct RegistryKey {
   std::string m_szName;   ///< the full path, as it is written
   std::string m_szAbove;  ///< comments before it
-  std::map<std::string, RegistryValue, LessWithoutCase> m_Values;
+  std::map<std::string, RegistryValue, GLNames::Less> m_Values;
 };
 
 class RegistryFile {
  public:
-  /// Reads a file; one that isn't there is empty. @return ERROR_BADDB for one that is no registry script
+  /// Reads a file; an absent one is empty.
+  /// @return ERROR_SUCCESS; ERROR_ACCESS_DENIED; ERROR_READ_FAULT when the file can't be read to its end;
+  ///         ERROR_BADDB for a file that isn't a registry script
   LSTATUS Load(const std::string& aPath);
-  /// Replaces the file whole, by way of one beside it; a link to it stays one, and who may read it may go on
-  /// to.
-  /// @return what hindered it, the old file then stands
+  /// Replaces the file; see ReplaceFile.
   LSTATUS Save(const std::string& aPath) const;
-  /// Reads the text of a file. @return false for text that is no registry script
-  bool Parse(const std::string& aText);
+  /// Reads the text of a file. @return false for text that isn't a registry script
+  bool Parse(std::string_view aText);
 
-  /// All of it, as it is written.
+  /// The text of the file.
   std::string Text() const;
 
   RegistryKey* Find(const std::string& aPath);
   RegistryKey& Make(const std::string& aPath);
+  void SetText(const std::string& aPath, const std::string& aName, const std::string& aText);
   /// Removes a key and all below it. @return false when there is none
   bool Remove(const std::string& aPath);
 
  private:
-  bool ParseValue(const std::string& aLine, RegistryKey& aKey, std::string aAbove);
+  class Reader;
 
-  std::map<std::string, RegistryKey, LessWithoutCase> m_Keys;
+  std::map<std::string, RegistryKey, GLNames::Less> m_Keys;
   std::string m_szBelow;  // comments behind everything
 };

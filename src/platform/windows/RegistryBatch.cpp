@@ -1,0 +1,24 @@
+// RegistryBatch on Windows: one operation of the registry after the other, by Unicode names.
+
+#include "platform/RegistryBatch.h"
+
+#include "platform/windows/WideText.h"
+
+LSTATUS RegistryBatch::Commit() const noexcept try {
+  for (const Change& change : m_vChanges) {
+    const std::wstring key = WideText(change.m_sKey);
+    LSTATUS status = ERROR_SUCCESS;
+    if (change.m_bRemove) {
+      status = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
+      if (status == ERROR_FILE_NOT_FOUND) status = ERROR_SUCCESS;
+    } else {
+      const std::wstring name = WideText(change.m_sName), text = WideText(change.m_sText);
+      status = RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), name.empty() ? nullptr : name.c_str(), REG_SZ,
+                               text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+    }
+    if (status != ERROR_SUCCESS) return status;
+  }
+  return ERROR_SUCCESS;
+} catch (...) {
+  return ERROR_NOT_ENOUGH_MEMORY;
+}

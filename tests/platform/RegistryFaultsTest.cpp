@@ -1,0 +1,255 @@
+// The registry files when the system fails: every read, write, sync and rename of a change fails in turn,
+// signals interrupt it, and processes are forked in the middle. The functions of the C library are replaced
+// in this program and fail where a test asks for it.
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <gllib/GLByProgID.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <thread>
+
+#include "platform/RegistryBatch.h"
+#include "support/TestRegistry.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+enum class Call { kRead, kWrite, kSync, kRename };
+
+/// The fault that the calling thread asks for: the m_iTurn-th call fails by m_iError, or writes half.
+struct Fault {
+  Call m_Call = Call::kRead;
+  int m_iTurn = 0;                 // counts down; 0 for none
+  int m_iError = 0;                // 0: half of the bytes
+  std::function<void()> m_Before;  // runs before the call, which then succeeds
+};
+thread_local Fault* g_pFault = nullptr;
+
+/// Whether this call is the one. @param aHalf receives whether it is to write half
+bool Fails(Call aCall, bool& aHalf) {
+  Fault* fault = g_pFault;
+  aHalf = false;
+  if (fault == nullptr || fault->m_Call != aCall || fault->m_iTurn == 0 || --fault->m_iTurn > 0) return false;
+  if (fault->m_Before) {
+    g_pFault = nullptr;
+    fault->m_Before();
+    g_pFault = fault;
+    return false;
+  }
+  aHalf = fault->m_iError == 0;
+  errno = fault->m_iError;
+  return !aHalf;
+}
+
+template <class Function>
+Function* Next(Function*, const char* aName) {
+  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, aName));
+}
+
+}  // namespace
+
+extern "C" {
+
+ssize_t read(int aFile, void* aBytes, size_t aCount) {
+  static const auto next = Next(&read, "read");
+  bool half = false;
+  return Fails(Call::kRead, half) ? -1 : next(aFile, aBytes, half && aCount > 1 ? 10 : aCount);
+}
+
+ssize_t write(int aFile, const void* aBytes, size_t aCount) {
+  static const auto next = Next(&write, "write");
+  bool half = false;
+  return Fails(Call::kWrite, half) ? -1 : next(aFile, aBytes, half ? (aCount + 1) / 2 : aCount);
+}
+
+int fsync(int aFile) {
+  static const auto next = Next(&fsync, "fsync");
+  bool half = false;
+  return Fails(Call::kSync, half) ? -1 : next(aFile);
+}
+
+int rename(const char* aOld, const char* aNew) noexcept {
+  static const auto next = Next(&rename, "rename");
+  bool half = false;
+  return Fails(Call::kRename, half) ? -1 : next(aOld, aNew);
+}
+
+}  // extern "C"
+
+namespace {
+
+const std::string kOthers =
+    "Windows Registry Editor Version 5.00\r\n\r\n; kept by "
+    "hand\r\n[HKEY_CLASSES_ROOT\\Other]\r\n@=\"kept\"\r\n" +
+    std::string("\"Long\"=\"") + std::string(40000, 'x') + "\"\r\n";
+
+class RegistryFaults : public testing::Test {
+ protected:
+  ~RegistryFaults() override { g_pFault = nullptr; }
+
+  /// Enters a text while a fault is due.
+  LSTATUS Enter(Fault aFault = {}) const {
+    RegistryBatch batch;
+    batch.SetText("New", "text");
+    g_pFault = &aFault;
+    const LSTATUS status = batch.Commit();
+    g_pFault = nullptr;
+    return status;
+  }
+  void Put() const { m_Folder.Put("machine.reg", kOthers); }
+  std::string Get() const { return m_Folder.Get("machine.reg"); }
+  bool IsEntered() const {
+    return Get().find("[HKEY_CLASSES_ROOT\\New]\r\n@=\"text\"\r\n") != std::string::npos;
+  }
+  std::string Files() const {
+    std::string names;
+    for (const auto& file : std::filesystem::directory_iterator(m_Folder.Path()))
+      names += file.path().filename().string() + ' ';
+    return names;
+  }
+
+  const TestRegistry m_Folder;
+};
+
+}  // namespace
+
+TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOneAndNothingElse) {
+  const struct {
+    Call m_Call;
+    int m_iTurn, m_iError;
+    LSTATUS m_iStatus;
+    bool m_bEntered;
+  } cases[] = {
+      {Call::kRead, 1, EIO, ERROR_READ_FAULT, false},
+      {Call::kRead, 2, EIO, ERROR_READ_FAULT, false},  // a part of the file has been read
+      {Call::kRead, 3, EIO, ERROR_READ_FAULT, false},
+      {Call::kRead, 4, EIO, ERROR_READ_FAULT, false},  // at its end
+      {Call::kRead, 1, EINTR, ERROR_SUCCESS, true},
+      {Call::kRead, 2, 0, ERROR_SUCCESS, true},  // fewer bytes than were asked for
+      {Call::kWrite, 1, EIO, ERROR_WRITE_FAULT, false},
+      {Call::kWrite, 1, ENOSPC, ERROR_WRITE_FAULT, false},
+      {Call::kWrite, 1, EINTR, ERROR_SUCCESS, true},
+      {Call::kWrite, 1, 0, ERROR_SUCCESS, true},
+      {Call::kSync, 1, EIO, ERROR_WRITE_FAULT, false},
+      {Call::kSync, 1, EINTR, ERROR_SUCCESS, true},
+      {Call::kRename, 1, EIO, ERROR_WRITE_FAULT, false},
+      {Call::kRename, 1, EACCES, ERROR_ACCESS_DENIED, false},
+      {Call::kSync, 2, EIO, ERROR_WRITE_FAULT, true},  // of the folder: the new file is in place
+      {Call::kSync, 2, EINVAL, ERROR_SUCCESS, true},   // a file system that doesn't sync folders
+  };
+  for (const auto& one : cases) {
+    SCOPED_TRACE(std::to_string(static_cast<int>(one.m_Call)) + ", turn " + std::to_string(one.m_iTurn) +
+                 ", error " + std::to_string(one.m_iError));
+    Put();
+    EXPECT_EQ(Enter({one.m_Call, one.m_iTurn, one.m_iError, {}}), one.m_iStatus);
+    EXPECT_EQ(IsEntered(), one.m_bEntered);
+    if (!one.m_bEntered) {
+      EXPECT_EQ(Get(), kOthers);
+    }
+    EXPECT_NE(Get().find(kOthers.substr(kOthers.find("; kept by hand"))), std::string::npos)
+        << "others' lines stay";
+    EXPECT_EQ(Files(), "machine.reg ");
+  }
+}
+
+TEST_F(RegistryFaults, AHostIsToldOfAReadError) {
+  Put();
+  for (const int turn : {1, 2}) {
+    Fault fault{Call::kRead, turn, EIO, {}};
+    g_pFault = &fault;
+    void* object = nullptr;
+    EXPECT_EQ(GLCreateObjectByProgID("Other", IID_IUnknown, &object), REGDB_E_READREGDB);
+    g_pFault = nullptr;
+  }
+}
+
+TEST_F(RegistryFaults, NoFileThatSomebodyPutThereIsWrittenThrough) {
+  const auto victim = m_Folder.Put("victim", "precious");
+  // Whatever can be foreseen of the new file's name is a link to the victim.
+  std::filesystem::create_symlink(victim, m_Folder / ("machine.reg." + std::to_string(getpid()) + ".new"));
+  std::string first, second;
+  const auto name = [&](std::string& into) {
+    into = Files();
+    into.erase(0, into.find("machine.reg."));
+  };
+  Put();
+  EXPECT_EQ(Enter({Call::kSync, 1, 0, [&] { name(first); }}), ERROR_SUCCESS);
+  Put();
+  EXPECT_EQ(Enter({Call::kSync, 1, 0, [&] { name(second); }}), ERROR_SUCCESS);
+  EXPECT_NE(first, second) << "a new name each time";
+  EXPECT_EQ(m_Folder.Get("victim"), "precious");
+  EXPECT_TRUE(IsEntered());
+}
+
+TEST_F(RegistryFaults, ASignalDoesNotBreakTheLock) {
+  Put();
+  const int folder = open(m_Folder.Path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  ASSERT_EQ(flock(folder, LOCK_EX), 0);
+  struct sigaction handler {
+  }, before{};
+  handler.sa_handler = [](int) {};  // no SA_RESTART: calls are interrupted
+  sigaction(SIGUSR1, &handler, &before);
+  std::atomic<LSTATUS> status{-1};
+  std::thread writer([&] { status = Enter(); });
+  for (int i = 0; i < 50; ++i) {
+    pthread_kill(writer.native_handle(), SIGUSR1);
+    std::this_thread::sleep_for(2ms);
+  }
+  EXPECT_EQ(status, -1) << "it waits";
+  EXPECT_EQ(Get(), kOthers) << "the lock is held by another program";
+  flock(folder, LOCK_UN);
+  close(folder);
+  writer.join();
+  sigaction(SIGUSR1, &before, nullptr);
+  EXPECT_EQ(status, ERROR_SUCCESS);
+  EXPECT_TRUE(IsEntered());
+}
+
+TEST_F(RegistryFaults, AForkedChildHoldsNoLock) {
+  Put();
+  // While the file is written another part of the program forks a child that stays.
+  pid_t child = 0;
+  ASSERT_EQ(Enter({Call::kSync, 1, 0,
+                   [&] {
+                     child = fork();
+                     if (child == 0) {
+                       for (;;) pause();
+                     }
+                   }}),
+            ERROR_SUCCESS);
+  Put();
+  EXPECT_EQ(Enter(), ERROR_SUCCESS);
+
+  // A child that is forked in the middle of a change can make one itself.
+  pid_t writer = 0;
+  Put();
+  ASSERT_EQ(Enter({Call::kSync, 1, 0,
+                   [&] {
+                     writer = fork();
+                     if (writer != 0) return;
+                     RegistryBatch batch;
+                     batch.SetText("Childs", "text");
+                     _exit(batch.Commit() == ERROR_SUCCESS ? 0 : 1);
+                   }}),
+            ERROR_SUCCESS);
+  int exited = -1;
+  waitpid(writer, &exited, 0);
+  EXPECT_EQ(exited, 0);
+  EXPECT_TRUE(IsEntered());
+  EXPECT_NE(Get().find("[HKEY_CLASSES_ROOT\\Childs]"), std::string::npos);
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
+}
