@@ -3,6 +3,7 @@
 #include "geometry/GPlane.h"
 
 #include <algorithm>
+#include <cmath>
 
 GPlane::GPlane(const GPoint& aNormal, const GPoint& aPoint) noexcept
     : m_ptA(aPoint), m_ptB(aPoint), m_ptC(aPoint) {
@@ -30,8 +31,9 @@ GPlaneEquation GPlane::GetEquation() const noexcept {
 }
 
 bool GPlane::IsValid() const noexcept {
-  const GPoint n = Normal();
-  return n.x != 0.0 || n.y != 0.0 || n.z != 0.0;
+  const auto [a, b, c, d] = GetEquation();
+  const bool finite = std::isfinite(a) && std::isfinite(b) && std::isfinite(c) && std::isfinite(d);
+  return finite && (a != 0.0 || b != 0.0 || c != 0.0);
 }
 
 GPoint GPlane::GetUnitNormal() const noexcept { return (m_ptA - m_ptB).Cross(m_ptB - m_ptC).SetLength(1.0); }

@@ -19,7 +19,8 @@ enum GPlaneRelation : int {
 };
 
 /// The plane through three points, its normal by the right-hand rule from the first over the second to the
-/// third. Points on one line give a plane with no normal, which IsValid tells.
+/// third. Points on one line give a plane with no normal; IsValid is false then, and where the equation has a
+/// number that isn't finite.
 class GPlane {
  public:
   GPoint m_ptA{0.0, 0.0, 0.0};

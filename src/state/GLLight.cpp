@@ -126,10 +126,12 @@ HRESULT GLLight::AttachCoord(IGLCoord* aCS) noexcept {
 HRESULT GLLight::GetDirection(GLDATA_POINT* aVector) noexcept { return Give(aVector, m_sDirection); }
 
 /// A distant light stands on the +z axis, and is turned from there to where it comes from. Only the direction
-/// of the vector counts, so the rotation is worked out from one of ordinary length.
+/// of the vector counts, so the rotation is worked out from one of ordinary length. A vector with infinite
+/// components has no direction.
 HRESULT GLLight::SetDirection(GLDATA_POINT* aVector) noexcept {
   if (aVector == nullptr) return E_INVALIDARG;
-  if (!IsVector(*aVector)) return E_GL_BADVALUE;
+  if (!IsVector(*aVector) || std::isinf(aVector->x) || std::isinf(aVector->y) || std::isinf(aVector->z))
+    return E_GL_BADVALUE;
   m_sDirection = *aVector;
   const double largest =
       std::fmax(std::fabs(aVector->x), std::fmax(std::fabs(aVector->y), std::fabs(aVector->z)));

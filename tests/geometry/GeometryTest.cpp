@@ -319,6 +319,9 @@ TEST(Geometry, DefaultPlaneAndDegenerateOnes) {
   EXPECT_EQ(GPlane({0, 0, 0}, {0, 1, 0}, {1, 0, 0}).GetUnitNormal(), GPoint(0, 0, -1)) << "clockwise";
   const GPlane none({0, 0, 0}, {1, 1, 1}, {2, 2, 2});
   EXPECT_FALSE(none.IsValid());
+  for (const double bad : {std::nan(""), HUGE_VAL, 1e300}) {
+    EXPECT_FALSE(GPlane({bad, 0, 0}, {0, bad, 0}, {0, 0, 1}).IsValid()) << bad;
+  }
   EXPECT_EQ(none.GetUnitNormal(), GPoint(0, 0, 0));
   EXPECT_EQ(errors.Take(), kGeomZeroLength);
   GPoint point(7, 7, 7);

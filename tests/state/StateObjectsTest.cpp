@@ -230,7 +230,15 @@ TEST(Light, RefusesLimitsOrMapsPropertyByProperty) {
                                                              {{1e-200, 5, kInf}, S_OK, {1e-200, 5, kInf}}};
   Property(*light, "position", &I::GetSpotPosition, GLDATA_POINT{0, 0, 1})
       .Takes(&I::SetSpotPosition, vectors);
-  Property(*light, "direction", &I::GetDirection, GLDATA_POINT{0, 0, -1}).Takes(&I::SetDirection, vectors);
+  Property(*light, "direction", &I::GetDirection, GLDATA_POINT{0, 0, -1})
+      .Takes(&I::SetDirection, {{{0, 0, 2}, S_OK, {0, 0, 2}},
+                                {{0, -0.0, 0}, E_GL_BADVALUE, {0, 0, 2}},
+                                {{kNaN, 1, 1}, E_GL_BADVALUE, {0, 0, 2}},
+                                {{1, 1, kNaN}, E_GL_BADVALUE, {0, 0, 2}},
+                                {{kInf, 0, 0}, E_GL_BADVALUE, {0, 0, 2}},
+                                {{0, -kInf, 1}, E_GL_BADVALUE, {0, 0, 2}},
+                                {{1, 1, kInf}, E_GL_BADVALUE, {0, 0, 2}},
+                                {{1e-200, 5, 1e200}, S_OK, {1e-200, 5, 1e200}}});
 }
 
 TEST(Light, CountsTheCoordinateSystemThatItShares) {
