@@ -76,6 +76,41 @@ struct Drawing {
 
 }  // namespace
 
+TEST_F(XWindow, CutsCoordinatesToWhatTheServerCanHold) {
+  const HWND window = Make(0);
+  ASSERT_NE(window, nullptr);
+  for (const int far : {70000, 32768, -70000}) {
+    EXPECT_TRUE(MoveWindow(window, far, far, 60, 40, FALSE));
+    RECT rect{};
+    ASSERT_TRUE(GetWindowRect(window, &rect));
+    const int expected = far > 0 ? 32767 : -32768;
+    EXPECT_EQ(rect.left, expected) << far;
+    EXPECT_EQ(rect.top, expected) << far;
+    EXPECT_EQ(rect.right - rect.left, 60);
+  }
+  DestroyWindow(window);
+  const HWND made =
+      CreateWindowExA(0, kClass, "", WS_POPUP, 70000, -70000, 60, 40, nullptr, nullptr, nullptr, nullptr);
+  RECT rect{};
+  ASSERT_TRUE(GetWindowRect(made, &rect));
+  EXPECT_EQ(rect.left, 32767);
+  EXPECT_EQ(rect.top, -32768);
+  DestroyWindow(made);
+}
+
+TEST_F(XWindow, RefusesHandlesOfMoreThan32Bits) {
+  const HWND window = Make(0);
+  ASSERT_NE(window, nullptr);
+  const auto wide =
+      reinterpret_cast<HWND>(reinterpret_cast<std::uintptr_t>(window) | std::uintptr_t{1} << 32);
+  EXPECT_EQ(CreateWindowExA(0, kClass, "", WS_CHILD, 0, 0, 60, 40, wide, nullptr, nullptr, nullptr), nullptr);
+  RECT rect{};
+  EXPECT_FALSE(GetWindowRect(wide, &rect));
+  EXPECT_FALSE(MoveWindow(wide, 0, 0, 8, 8, FALSE));
+  EXPECT_EQ(GetParent(wide), nullptr);
+  DestroyWindow(window);
+}
+
 TEST_F(XWindow, FitsUnderAParentOfAnotherVisualAndTakesNoInput) {
   ForeignWindow host(100, 100);
   xcb_connection_t* connection = host.Connection();

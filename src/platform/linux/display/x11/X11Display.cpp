@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <limits>
 #include <memory>
@@ -41,6 +42,16 @@ HWND HandleOf(xcb_window_t aXid) noexcept { return reinterpret_cast<HWND>(std::u
 bool HasXcbPlatform() noexcept {
   const char* names = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
   return names != nullptr && std::string_view(names).find("EGL_EXT_platform_xcb") != std::string_view::npos;
+}
+
+/// Window identifiers have 32 bits. A handle with more names no window.
+bool IsXid(HWND aWindow) noexcept {
+  return reinterpret_cast<std::uintptr_t>(aWindow) <= std::numeric_limits<std::uint32_t>::max();
+}
+
+/// The protocol has 16 bits for a coordinate: one outside of them would come out at the other end.
+std::int16_t Coordinate(int aValue) noexcept {
+  return static_cast<std::int16_t>(std::clamp(aValue, -32768, 32767));
 }
 
 /// The server's least is 1, the component's 0.
@@ -168,7 +179,7 @@ bool X11Display::IsAlive(HWND aWindow) noexcept {
 
 HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
   const PipeSignal quiet;
-  if (IsBroken()) return nullptr;
+  if (IsBroken() || !IsXid(aParent)) return nullptr;
   // A number that a window of a server before this one still bears would name two windows.
   xcb_window_t window = 0;
   do {
@@ -182,8 +193,8 @@ HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
   const std::uint32_t values[] = {0, aParent == nullptr ? 1u : 0u,
                                   XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY, m_Colormap};
   const auto created = xcb_create_window_checked(
-      m_pConnection, m_pScreen->root_depth, window, parent, static_cast<std::int16_t>(aPlace.left),
-      static_cast<std::int16_t>(aPlace.top), static_cast<std::uint16_t>(Side(aPlace.right - aPlace.left)),
+      m_pConnection, m_pScreen->root_depth, window, parent, Coordinate(aPlace.left), Coordinate(aPlace.top),
+      static_cast<std::uint16_t>(Side(aPlace.right - aPlace.left)),
       static_cast<std::uint16_t>(Side(aPlace.bottom - aPlace.top)), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
       m_pScreen->root_visual, kMask, values);
   if (Owned(xcb_request_check(m_pConnection, created)) != nullptr || IsBroken()) return nullptr;
@@ -217,18 +228,18 @@ void X11Display::EndWindow(HWND aWindow) noexcept {
 
 bool X11Display::Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept {
   const PipeSignal quiet;
-  if (IsBroken()) return false;
+  if (IsBroken() || !IsXid(aWindow)) return false;
   constexpr std::uint16_t kMask =
       XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
-  const std::uint32_t values[] = {static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y), Side(aWidth),
-                                  Side(aHeight)};
+  const std::uint32_t values[] = {static_cast<std::uint32_t>(Coordinate(x)),
+                                  static_cast<std::uint32_t>(Coordinate(y)), Side(aWidth), Side(aHeight)};
   const auto placed = xcb_configure_window_checked(m_pConnection, XidOf(aWindow), kMask, values);
   return Owned(xcb_request_check(m_pConnection, placed)) == nullptr;
 }
 
 bool X11Display::ScreenRectangle(HWND aWindow, RECT* aRect) noexcept {
   const PipeSignal quiet;
-  if (IsBroken()) return false;
+  if (IsBroken() || !IsXid(aWindow)) return false;
   const xcb_window_t window = XidOf(aWindow);
   const auto askedSize = xcb_get_geometry(m_pConnection, window);
   const auto askedPlace = xcb_translate_coordinates(m_pConnection, window, m_pScreen->root, 0, 0);
@@ -241,7 +252,7 @@ bool X11Display::ScreenRectangle(HWND aWindow, RECT* aRect) noexcept {
 
 HWND X11Display::ParentOf(HWND aWindow) noexcept {
   const PipeSignal quiet;
-  if (IsBroken()) return nullptr;
+  if (IsBroken() || !IsXid(aWindow)) return nullptr;
   const auto asked = xcb_query_tree(m_pConnection, XidOf(aWindow));
   const auto tree = Owned(xcb_query_tree_reply(m_pConnection, asked, nullptr));
   return tree == nullptr || tree->parent == tree->root ? nullptr : HandleOf(tree->parent);
@@ -286,6 +297,10 @@ bool X11Display::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexc
 // A swap on a broken connection doesn't return, so the connection is looked at first.
 bool X11Display::Swap(HWND aWindow, DrawSurface& aSurface) noexcept {
   pollfd look{xcb_get_file_descriptor(m_pConnection), 0, 0};
-  if (IsBroken() || !IsAlive(aWindow) || poll(&look, 1, 0) < 0 || look.revents != 0) return false;
+  if (IsBroken() || !IsAlive(aWindow)) return false;
+  int looked = 0;
+  do looked = poll(&look, 1, 0);
+  while (looked < 0 && errno == EINTR);
+  if (looked < 0 || look.revents != 0) return false;
   return eglSwapBuffers(m_Egl.Handle(), static_cast<EglSurface&>(aSurface).Handle()) == EGL_TRUE;
 }
