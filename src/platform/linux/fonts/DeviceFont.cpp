@@ -18,6 +18,7 @@ constexpr int kDefaultCell = 16;     // pixels of a font whose height is left op
 constexpr int kLargestSize = 4096;   // pixels an em; larger one-bit glyphs would take hundreds of megabytes
 constexpr FT_Fixed kSlant = 0x3333;  // the tangent of some 11 degrees, in 16.16
 constexpr int kBoldFrom = 550;       // weights above are bold, and drawn so where the face isn't
+constexpr int kLongestBar = 16;      // em; a font with wider characters has no bars beyond
 
 const char* GenericOf(DWORD aPitchAndFamily) noexcept {
   switch (aPitchAndFamily & 0xF0) {
@@ -98,6 +99,9 @@ void DeviceFont::Measure() {
   m.m_iUnderlineTop = m_pFace->underline_position + m.m_iUnderlineSize / 2;
   m.m_iStrikeOutSize = os2 != nullptr && os2->yStrikeoutSize > 0 ? os2->yStrikeoutSize : m.m_iUnderlineSize;
   m.m_iStrikeOutTop = os2 != nullptr && os2->yStrikeoutPosition > 0 ? os2->yStrikeoutPosition : em * 3 / 10;
+  // A file may hold any number. Bars far from the line of text would make images of gigabytes.
+  for (int* size : {&m.m_iUnderlineSize, &m.m_iStrikeOutSize}) *size = std::clamp(*size, 1, em);
+  for (int* top : {&m.m_iUnderlineTop, &m.m_iStrikeOutTop}) *top = std::clamp(*top, -em, 2 * em);
 }
 
 // Whole pixels an em in both directions, as a mapper of device fonts gives them.
@@ -190,32 +194,35 @@ GlyphBitmap DeviceFont::Bitmap(unsigned char aCode) const {
 
 namespace {
 
-/// The image enlarged to hold a bar from the pen to the advance, and the bar in it.
-void DrawBar(GlyphBitmap& aBitmap, int aTop, int aSize) {
+/// The image enlarged to hold a bar of a length from the pen on, and the bar in it.
+void DrawBar(GlyphBitmap& aBitmap, int aLength, int aTop, int aSize) {
   const GlyphBitmap old = std::move(aBitmap);
   const bool empty = old.m_iRows == 0;
   GlyphBitmap& grown = aBitmap = {};
   grown.m_iAdvance = old.m_iAdvance;
   grown.m_iLeft = std::min(empty ? 0 : old.m_iLeft, 0);
   grown.m_iBottom = empty ? aTop - aSize : std::min(old.m_iBottom, aTop - aSize);
-  const int right = std::max(empty ? 0 : old.m_iLeft + old.m_iWidth, old.m_iAdvance);
+  const int right = std::max(empty ? 0 : old.m_iLeft + old.m_iWidth, aLength);
   const int top = empty ? aTop : std::max(old.m_iBottom + old.m_iRows, aTop);
   grown.m_iWidth = right - grown.m_iLeft;
   grown.m_iRows = top - grown.m_iBottom;
   grown.m_vBits.resize(static_cast<std::size_t>(grown.RowBytes()) * static_cast<std::size_t>(grown.m_iRows));
   const auto set = [&grown](int x, int y) {
     const int column = x - grown.m_iLeft;
-    const int index = (y - grown.m_iBottom) * grown.RowBytes() + column / 8;
-    grown.m_vBits[static_cast<std::size_t>(index)] |= static_cast<unsigned char>(0x80 >> (column % 8));
+    const auto row =
+        static_cast<std::size_t>(y - grown.m_iBottom) * static_cast<std::size_t>(grown.RowBytes());
+    grown.m_vBits[row + static_cast<std::size_t>(column / 8)] |=
+        static_cast<unsigned char>(0x80 >> (column % 8));
   };
   for (int y = 0; y < old.m_iRows; ++y) {
     for (int x = 0; x < old.m_iWidth; ++x) {
-      const auto byte = old.m_vBits[static_cast<std::size_t>(y * old.RowBytes() + x / 8)];
+      const auto byte = old.m_vBits[static_cast<std::size_t>(y) * static_cast<std::size_t>(old.RowBytes()) +
+                                    static_cast<std::size_t>(x / 8)];
       if ((byte & (0x80 >> (x % 8))) != 0) set(old.m_iLeft + x, old.m_iBottom + y);
     }
   }
   for (int y = aTop - aSize; y < aTop; ++y) {
-    for (int x = 0; x < old.m_iAdvance; ++x) set(x, y);
+    for (int x = 0; x < aLength; ++x) set(x, y);
   }
 }
 
@@ -225,10 +232,13 @@ void DrawBar(GlyphBitmap& aBitmap, int aTop, int aSize) {
 void DeviceFont::DrawBars(GlyphBitmap& aBitmap) const {
   const FT_Fixed scale = m_pFace->size->metrics.y_scale;
   const FaceMeasures& m = m_Measures;
+  const int length = std::min(aBitmap.m_iAdvance, kLongestBar * m_pFace->size->metrics.x_ppem);
   if (m_bUnderline)
-    DrawBar(aBitmap, Scaled(m.m_iUnderlineTop, scale), std::max(Scaled(m.m_iUnderlineSize, scale), 1));
+    DrawBar(aBitmap, length, Scaled(m.m_iUnderlineTop, scale),
+            std::max(Scaled(m.m_iUnderlineSize, scale), 1));
   if (m_bStrikeOut)
-    DrawBar(aBitmap, Scaled(m.m_iStrikeOutTop, scale), std::max(Scaled(m.m_iStrikeOutSize, scale), 1));
+    DrawBar(aBitmap, length, Scaled(m.m_iStrikeOutTop, scale),
+            std::max(Scaled(m.m_iStrikeOutSize, scale), 1));
 }
 
 void DeviceFont::AddBars(GlyphOutline& aOutline, bool aClockwise) const {
