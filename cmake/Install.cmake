@@ -1,5 +1,6 @@
 # What is installed. Runtime: the module, and the tool that registers it. Development: what hosts are built with, that is
-# the public headers, the type library's source, the package for find_package(GLLib) and the pkg-config file.
+# the public headers, the type library's source, the package for find_package(GLLib) and the pkg-config file. The Python
+# package installs itself (bindings/python).
 
 include(CMakePackageConfigHelpers)
 set(GLLIB_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/GLLib)

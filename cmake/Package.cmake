@@ -1,4 +1,5 @@
-# What cpack makes: libgllib1, which programs need to run, and libgllib-dev, which they are built with.
+# What cpack makes: libgllib1, which programs need to run, libgllib-dev, which they are built with, and python3-gllib for
+# programs in Python.
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME gllib)
@@ -26,5 +27,20 @@ set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
     "Headers, the source of the type library, and the files by which CMake and
 pkg-config find the module.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION})")
+
+if(TARGET python_package)
+  list(APPEND CPACK_COMPONENTS_ALL Python)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-gllib)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
+  set(CPACK_COMPONENT_PYTHON_DESCRIPTION
+      "The package gllib, by which programs in Python draw with the module, and examples
+of its use. Drawing from arrays and looking at pictures as arrays take NumPy.")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+      "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION}), python3 (>= 3.9)")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-numpy)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/bindings/python/debian/postinst
+                                                ${PROJECT_SOURCE_DIR}/bindings/python/debian/prerm)
+endif()
 
 include(CPack)

@@ -12,6 +12,8 @@ packages_drawing=(libgl1-mesa-dri libegl-mesa0 fonts-dejavu-core)
 packages_examples=(libassimp-dev libglfw3-dev libpng-dev qtbase5-dev libsdl2-dev glmark2-data)
 # What the tests and the benchmarks are built from.
 packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev libxcb-xtest0-dev xvfb doxygen groff-base)
+# What the Python package is made and tested with, and what its examples show.
+packages_python=(python3 python3-numpy python3-pyqt5 python3-nbclient python3-ipykernel)
 # What the packages are made with.
 packages_package=(dpkg-dev file)
 # What the build for 64-bit Windows and its tests need.
@@ -21,7 +23,7 @@ packages_windows=(
 )
 
 packages=("${packages_component[@]}" "${packages_drawing[@]}" "${packages_examples[@]}" "${packages_tests[@]}"
-          "${packages_package[@]}")
+          "${packages_python[@]}" "${packages_package[@]}")
 
 say() { printf '== %s\n' "$*"; }
 

@@ -1,0 +1,227 @@
+"""Interfaces as tables of functions, and the objects of the component behind them.
+
+An Object holds one reference for each of its interfaces that was used, from its first use to close() or to the end of
+the Python object. Calls release the interpreter's lock, so that the draw thread can call painters meanwhile.
+"""
+
+import atexit
+import ctypes
+import gc
+import sys
+import traceback
+import uuid
+import weakref
+from ctypes import c_char_p, c_int32, c_uint32, c_void_p
+
+from gllib import _library
+from gllib.errors import error_of
+
+_WORD = ctypes.sizeof(c_void_p)
+
+
+def identifier(text):
+    """The 16 bytes of an identifier."""
+    return uuid.UUID(text).bytes_le
+
+
+class Interface:
+    """An interface: its identifier and its operations in slot order, those of IUnknown first."""
+
+    def __init__(self, name, text, operations):
+        self.name = name
+        self.identifier = identifier(text)
+        self.operations = [
+            ("QueryInterface", [c_char_p, c_void_p]),
+            ("AddRef", []),
+            ("Release", []),
+            *operations,
+        ]
+        self.prototypes = [
+            ctypes.CFUNCTYPE(c_uint32 if slot in (1, 2) else c_int32, c_void_p, *types)
+            for slot, (_, types) in enumerate(self.operations)
+        ]
+        self._tables = {}
+
+    def slot(self, operation):
+        """The number of an operation, counted from QueryInterface."""
+        return [name for name, _ in self.operations].index(operation)
+
+    def functions(self, pointer):
+        """The functions behind a pointer to this interface. Objects of one class share them."""
+        table = c_void_p.from_address(pointer).value
+        found = self._tables.get(table)
+        if found is None:
+            addresses = (c_void_p * len(self.operations)).from_address(table)
+            found = tuple(prototype(address) for prototype, address in zip(self.prototypes, addresses))
+            self._tables[table] = found
+        return found
+
+    def __repr__(self):
+        return f"<interface {self.name}>"
+
+
+IUnknown = Interface("IUnknown", "00000000-0000-0000-C000-000000000046", [])
+
+# Objects whose references must go before the interpreter ends. Keyed by id(): two of them can be equal.
+_alive = weakref.WeakValueDictionary()
+# Objects that are written in Python, by the address that the component knows: all, and those that it holds.
+clients = weakref.WeakValueDictionary()
+held_clients = {}
+_classes = {}
+
+
+def class_of_interface(cls):
+    """Makes cls the class of objects that operations return as its first interface."""
+    _classes[cls.INTERFACES[0]] = cls
+    return cls
+
+
+@class_of_interface
+class Object:
+    """An object of the component. One without a class of its own is known by IUnknown alone: see query()."""
+
+    CLASS_ID = None
+    INTERFACES = (IUnknown,)
+    _faces = ()
+    _owned = ()
+
+    def __init__(self):
+        if self.CLASS_ID is None:
+            raise TypeError("objects of this class come from operations")
+        self._take(_library.create(self.CLASS_ID, self.INTERFACES[0].identifier), True)
+
+    @classmethod
+    def _wrap(cls, pointer, counted):
+        """An object for a pointer. counted: whether the pointer comes with a reference, which it then owns."""
+        result = cls.__new__(cls)
+        if not counted:
+            cls.INTERFACES[0].functions(pointer)[1](pointer)
+        result._take(pointer, True)
+        return result
+
+    @classmethod
+    def _borrow(cls, pointer):
+        """An object for a pointer that is good until close(), without a reference."""
+        result = cls.__new__(cls)
+        result._take(pointer, False)
+        return result
+
+    def _take(self, pointer, owns):
+        functions = self.INTERFACES[0].functions(pointer)
+        self._faces = [(pointer, functions)] + [None] * (len(self.INTERFACES) - 1)
+        self._owned = []
+        if owns:
+            self._owned.append((pointer, functions))
+            _alive[id(self)] = self
+
+    def _bind(self, face):
+        """The pointer and functions of an interface; asks the object for it at the first use."""
+        if not self._faces:
+            raise ReferenceError(
+                f"this {type(self).__name__} is closed. What a painter gets is good until its draw returns: keep() it"
+            )
+        bound = self._faces[face]
+        if bound is None:
+            interface = self.INTERFACES[face]
+            pointer = self._query(interface)
+            bound = self._faces[face] = (pointer, interface.functions(pointer))
+            self._owned.append(bound)
+        return bound
+
+    def _query(self, interface):
+        pointer, functions = self._bind(0)
+        found = c_void_p()
+        result = functions[0](pointer, interface.identifier, ctypes.byref(found))
+        if result < 0:
+            raise error_of(result, "QueryInterface")
+        return found.value
+
+    def _call(self, face, slot, *arguments):
+        pointer, functions = (self._faces and self._faces[face]) or self._bind(face)
+        result = functions[slot](pointer, *arguments)
+        if result < 0:
+            raise error_of(result, f"{self.INTERFACES[face].name}::{self.INTERFACES[face].operations[slot][0]}")
+
+    @property
+    def address(self):
+        """The address of the object's first interface, which identifies it."""
+        return self._bind(0)[0]
+
+    def query(self, cls):
+        """The same object as another class, by one more reference. Raises NoInterface when it is none."""
+        return cls._wrap(self._query(cls.INTERFACES[0]), True)
+
+    def keep(self):
+        """The same object with a reference of its own, for use after the call that lent it."""
+        return type(self)._wrap(self.address, False)
+
+    def close(self):
+        """Gives all references back now. The last one of a context ends its drawing."""
+        owned, self._owned, self._faces = self._owned, (), ()
+        for pointer, functions in owned:
+            functions[2](pointer)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def __del__(self):
+        self.close()
+
+    def __eq__(self, other):
+        return self.address == other.address if isinstance(other, Object) else NotImplemented
+
+    def __hash__(self):
+        return hash(self.address)
+
+    def __repr__(self):
+        state = f"at 0x{self._faces[0][0]:x}" if self._faces else "closed"
+        return f"<gllib.{type(self).__name__} {state}>"
+
+
+def pointer_of(interface, value):
+    """The pointer that an operation takes for an object; None is a null pointer."""
+    if value is None:
+        return None
+    if isinstance(value, Object):
+        if interface is IUnknown:
+            return value.address
+        if interface in value.INTERFACES:
+            return value._bind(value.INTERFACES.index(interface))[0]
+    elif clients.get(getattr(value, "address", None)) is value and interface in (value.INTERFACE, IUnknown):
+        return value.address
+    raise TypeError(f"{value!r} has no {interface.name}")
+
+
+def object_of(interface, pointer, counted):
+    """The object for a pointer that an operation gave; None for a null pointer."""
+    if not pointer:
+        return None
+    client = clients.get(pointer)
+    if client is None:
+        return _classes[interface]._wrap(pointer, counted)
+    if counted:
+        interface.functions(pointer)[2](pointer)
+    return client
+
+
+def report(client, error):
+    """Shows an exception that nobody asked for."""
+    print(f"gllib: an exception in {type(client).__qualname__} was not asked for:", file=sys.stderr)
+    traceback.print_exception(error, file=sys.stderr)
+
+
+@atexit.register
+def _end():
+    """Ends all drawing while the interpreter still runs: a draw thread that called a painter later would never
+    return."""
+    for value in list(_alive.values()):
+        value.close()
+    gc.collect()
+    library = _library.loaded()
+    if library is not None:
+        library.can_unload_now()  # waits for contexts whose last reference went on a draw thread
+    for client in list(clients.values()):
+        client.report_error()

@@ -1,0 +1,71 @@
+"""What a failed operation raises: one exception for each HRESULT of the component."""
+
+S_OK = 0
+E_NOINTERFACE = 0x80004002
+E_POINTER = 0x80004003
+E_FAIL = 0x80004005
+E_OUTOFMEMORY = 0x8007000E
+E_INVALIDARG = 0x80070057
+E_GL_BADVALUE = 0x800400C8
+E_GL_BADSTATE = 0x800400C9
+
+
+class GLError(Exception):
+    """An operation failed. hresult holds its result as an unsigned number, operation its name."""
+
+    meaning = "failed"
+
+    def __init__(self, hresult, operation):
+        self.hresult = hresult & 0xFFFFFFFF
+        self.operation = operation
+        super().__init__(f"{operation}: {self.meaning} (0x{self.hresult:08X})")
+
+
+class Failed(GLError):
+    """E_FAIL: a creation or look-up failed, or a walk is at its end."""
+
+
+class BadValue(GLError, ValueError):
+    """E_GL_BADVALUE: the operation refuses a value; what was set before stays."""
+
+    meaning = "the value is refused"
+
+
+class BadState(GLError, RuntimeError):
+    """E_GL_BADSTATE: something that the operation needs does not exist yet, or not any more."""
+
+    meaning = "not possible in this state"
+
+
+class InvalidArgument(GLError, ValueError):
+    """E_INVALIDARG: None, or an object of another owner, where a value must be."""
+
+    meaning = "invalid argument"
+
+
+class NoInterface(GLError, TypeError):
+    """E_NOINTERFACE: the object does not have the interface."""
+
+    meaning = "the object does not have this interface"
+
+
+class OutOfMemory(GLError, MemoryError):
+    """E_OUTOFMEMORY: no memory; nothing was changed."""
+
+    meaning = "out of memory"
+
+
+_CLASSES = {
+    E_NOINTERFACE: NoInterface,
+    E_FAIL: Failed,
+    E_OUTOFMEMORY: OutOfMemory,
+    E_INVALIDARG: InvalidArgument,
+    E_POINTER: InvalidArgument,
+    E_GL_BADVALUE: BadValue,
+    E_GL_BADSTATE: BadState,
+}
+
+
+def error_of(hresult, operation):
+    """The exception for a failure."""
+    return _CLASSES.get(hresult & 0xFFFFFFFF, GLError)(hresult, operation)

@@ -1,0 +1,56 @@
+"""The examples that need no display: what they print and show."""
+
+import base64
+import os
+import struct
+import subprocess
+import sys
+import unittest
+import zlib
+from pathlib import Path
+
+import nbclient
+import nbformat
+import numpy
+
+EXAMPLES = Path(os.environ["GLLIB_SOURCE_DIR"]) / "bindings/python/examples"
+
+
+def pixels_of(data):
+    """The picture in a PNG file of 8-bit RGB rows without filters."""
+    at, chunks = 8, {}
+    while at < len(data):
+        (length,), kind = struct.unpack_from(">I", data, at), data[at + 4 : at + 8]
+        body = data[at + 4 : at + 8 + length]
+        if struct.unpack_from(">I", data, at + 8 + length)[0] != zlib.crc32(body):
+            raise ValueError(f"the checksum of {kind}")
+        chunks[kind], at = body[4:], at + 12 + length
+    width, height, *form = struct.unpack(">2I5B", chunks[b"IHDR"])
+    rows = numpy.frombuffer(zlib.decompress(chunks[b"IDAT"]), "u1").reshape(height, 1 + 3 * width)
+    if form != [8, 2, 0, 0, 0] or rows[:, 0].any():
+        raise ValueError(f"another kind of PNG: {form}")
+    return rows[:, 1:].reshape(height, width, 3)
+
+
+class Examples(unittest.TestCase):
+    def test_triangle_prints_the_colour_in_its_middle(self):
+        program = EXAMPLES / "triangle.py"
+        result = subprocess.run([sys.executable, "-B", program], capture_output=True, text=True, timeout=120)
+        self.assertEqual((result.stdout, result.stderr), ("255 102 0\n", ""))
+
+    def test_notebook_shows_two_pictures_of_its_surface(self):
+        notebook = nbformat.read(EXAMPLES / "picture.ipynb", 4)
+        nbclient.NotebookClient(notebook, timeout=120, resources={"metadata": {"path": str(EXAMPLES)}}).execute()
+        outputs = [output for cell in notebook.cells for output in cell.get("outputs", [])]
+        files = [base64.b64decode(o.data["image/png"]) for o in outputs if "image/png" in o.get("data", {})]
+        pictures = [pixels_of(file) for file in files]
+        self.assertEqual([picture.shape for picture in pictures], [(800, 1280, 3)] * 2)
+        for picture in pictures:
+            surface = (picture != 255).any(axis=-1)
+            self.assertTrue(0.15 < surface.mean() < 0.8, surface.mean())
+            self.assertGreater(len(numpy.unique(picture[surface][:, 0])), 50, "it is shaded")
+        self.assertTrue((pictures[0] != pictures[1]).any())
+
+
+if __name__ == "__main__":
+    unittest.main()

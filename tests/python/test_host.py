@@ -1,0 +1,222 @@
+"""A host in Python: values, failures, picking, references, and the end of the interpreter."""
+
+import gc
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import textwrap
+import threading
+import unittest
+from pathlib import Path
+
+import gllib
+from scene import Drawing, Scene, references, square
+
+SOURCE = Path(os.environ["GLLIB_SOURCE_DIR"])
+
+
+class Values(unittest.TestCase):
+    def test_sequences_take_the_place_of_structures(self):
+        coord = gllib.Coord()
+        coord.set_origin((1, 2, 3))
+        self.assertEqual(coord.get_origin(), (1, 2, 3))
+        self.assertEqual(coord.point_lcs_to_pcs([1, 0, 0]), (2, 2, 3))
+        columns = [(1, 0, 0, 0), (0, 1, 0, 0), (0, 0, 1, 0), (4, 5, 6, 1)]
+        coord.set_matrix16d(columns)
+        self.assertEqual([list(column) for column in coord.get_matrix16d().m], [list(column) for column in columns])
+        attributes = gllib.DrawAttr()
+        attributes.set_color((0.25, 0.5, 1))
+        self.assertEqual(attributes.get_color(), (0.25, 0.5, 1, 1))
+        attributes.enable_draw_mode(gllib.DrawMode.SHOW_BACK, True)
+        self.assertIs(attributes.is_draw_mode_enabled(gllib.DrawMode.SHOW_BACK), True)
+        with self.assertRaises(ValueError):
+            coord.set_origin((1, 2))
+
+    def test_arguments_are_given_back_unchanged(self):
+        point = gllib.Point(1, 0, 0)
+        coord = gllib.Coord()
+        coord.set_origin3d(5, 0, 0)
+        self.assertEqual(coord.point_lcs_to_pcs(point), (6, 0, 0))
+        self.assertEqual(point, (1, 0, 0))
+
+    def test_text_goes_both_ways(self):
+        context = gllib.Context()
+        for face in ("DejaVu Sans", "", "Grüße", "10 €"):  # faces are 8-bit text within the component
+            font = context.create_raster_font(face, 0, 400, 0, 16, 0)
+            self.assertEqual(font.get_face(), face)
+
+    def test_text_keeps_every_character(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for name in ("Grüße", "clef \U0001d11e", "日本"):
+                path = f"{folder}/{name}.bmp"
+                shutil.copy(SOURCE / "fuzz/corpus/bitmapfile/ok-1-bit-width-33.bmp", path)
+                pixmap = gllib.Pixmap()
+                pixmap.load_image_file(path)
+                self.assertEqual(pixmap.get_width(), 33)
+        with self.assertRaises(gllib.Failed):
+            gllib.Pixmap().load_image_file(path)
+
+    def test_buffers_and_sequences_fill_arrays(self):
+        pixmap = gllib.Pixmap()
+        pixmap.initialize(2, 1)
+        for pixels in (bytes([1, 2, 3, 4, 5, 6, 7, 8]), [(1, 2, 3, 4), gllib.Rgba4b(5, 6, 7, 8)]):
+            pixmap.initialize(2, 1)
+            pixmap.set_pixels(pixels)
+            self.assertEqual([pixmap.get_pixel(x, 0) for x in (0, 1)], [(1, 2, 3, 4), (5, 6, 7, 8)])
+        pixmap.scale_color256([2.0] * 256)
+        self.assertEqual(pixmap.get_pixel(0, 0), (2, 4, 6, 4))
+        with self.assertRaises(ValueError):
+            pixmap.set_pixels(b"\0" * 5)
+
+
+class Failures(unittest.TestCase):
+    def test_results_become_exceptions(self):
+        context, fog, empty = gllib.Context(), gllib.Fog(), gllib.Collection()
+        viewer = context.create_viewer(True, False)
+        for error, operation in (
+            (gllib.BadState, context.trigger_draw_thread),
+            (gllib.BadValue, lambda: fog.set_fog_density(-1)),
+            (gllib.InvalidArgument, lambda: fog.set_fog_color(None)),
+            (gllib.Failed, empty.get_first),
+            (gllib.NoInterface, lambda: viewer.query(gllib.Fog)),
+        ):
+            with self.assertRaises(error) as caught:
+                operation()
+            self.assertLess(caught.exception.hresult - (1 << 32), 0)
+        self.assertIn("IGLFog::SetFogDensity", str(self.failure(lambda: fog.set_fog_density(-1))))
+
+    def failure(self, operation):
+        with self.assertRaises(gllib.GLError) as caught:
+            operation()
+        return caught.exception
+
+    def test_objects_of_another_class_and_closed_ones_are_refused(self):
+        context, painter = gllib.Context(), gllib.Painter()
+        for wrong in (gllib.Fog(), painter, 17, "viewer"):
+            with self.assertRaises(TypeError):
+                context.destroy_viewer(wrong)
+        context.close()
+        with self.assertRaises(ReferenceError):
+            context.create_light()
+
+
+class References(unittest.TestCase):
+    def test_lent_and_counted_objects_hold_one_reference_each(self):
+        context = gllib.Context()
+        viewer, light, font = context.create_viewer(1, 1), context.create_light(), context.create_system_font()
+        context.set_default_font(font)
+        made = [viewer, light, font, context.create_raster_font("", 0, 0, 0, 0, 0),
+                context.create_true_type_font("", 0, 0, 0, 0), context.create_internal_font("HAND")]
+        self.assertEqual([references(value) for value in made], [2] * 6, "the context's and the host's")
+        canvas, attributes, material = context.get_canvas(), gllib.DrawAttr(), gllib.Material()
+        canvas.set_draw_attributes(attributes)
+        canvas.set_material(material)
+        everything = gllib.Collection()
+        everything.add(attributes)
+        for again in (context.get_fog, context.get_canvas, context.get_default_font, viewer.get_coord, light.get_coord,
+                      canvas.get_draw_attributes, canvas.get_material, lambda: everything.get_first()[1]):
+            first = again()
+            before = references(first)
+            second = again()
+            self.assertEqual(references(first), before + 1, again)
+            self.assertEqual(first, second)
+            del second
+            self.assertEqual(references(first), before, again)
+
+    def test_the_end_of_an_object_gives_its_references_back(self):
+        coord = gllib.Coord()
+        with gllib.Context() as context:
+            light = context.create_light()
+            light.attach_coord(coord)
+            self.assertEqual(references(coord), 2)
+            context.destroy_light(light)
+            del light
+            self.assertEqual(references(coord), 1)
+        self.assertEqual(references(coord), 1)
+
+    def test_the_component_keeps_a_painter_alive(self):
+        scene = Scene(Drawing(lambda canvas, *_: square(canvas, (1, 0, 0))))
+        gc.collect()
+        with scene:
+            self.assertEqual(scene.picture().get_pixel(100, 100), (255, 0, 0, 255))
+            ended = threading.Event()
+            painter = Drawing(lambda *_: None)
+            painter.guard = type("Guard", (), {"__del__": lambda self: ended.set()})()
+            scene.context.attach_painter(painter)
+            self.assertEqual(references(painter), 1)
+            del painter
+            self.assertFalse(ended.is_set())
+            scene.context.detach_painter()
+            self.assertTrue(ended.is_set())
+
+    def test_collections_hold_objects_of_both_kinds(self):
+        context, gauges, all_ = gllib.Context(), [gllib.Gauge(), gllib.Gauge()], gllib.Collection()
+        viewer = context.create_viewer(True, True)
+        for gauge in gauges:
+            viewer.add_gauge(gauge)
+        viewer.enum_gauges(all_)
+        self.assertEqual(set(map(id, all_)), set(map(id, gauges)), "a gauge comes back as itself")
+        self.assertEqual([references(gauge) for gauge in gauges], [2, 2])
+        context.enum_viewers(all_)
+        self.assertEqual(list(all_.members(gllib.Viewer)), [viewer])
+        self.assertTrue(all_.has(viewer))
+        self.assertEqual(len(all_), 1)
+
+
+class Picking(unittest.TestCase):
+    def test_finds_what_lies_at_a_point_and_in_a_box(self):
+        def draw(canvas, *_):
+            for number, x in ((7, -25), (8, 25), (9, 25)):
+                canvas.set_test_id(number)
+                square(canvas, (1, 1, 1), x=x)
+
+        with Scene(Drawing(draw)) as scene:
+            select = scene.context.select
+            self.assertEqual(select(scene.viewer, (-0.5, 0)), [7])
+            self.assertEqual(sorted(select(scene.viewer, (0.5, 0))), [8, 9])
+            self.assertEqual(len(select(scene.viewer, (0.5, 0), closest=True)), 1)
+            self.assertEqual(sorted(set(select(scene.viewer, (-1, -1), (1, 1)))), [7, 8, 9])
+            self.assertEqual(select(scene.viewer, (-1, -1), (-0.5, 1), enclosed=True), [], "it reaches over the edge")
+            self.assertEqual(select(scene.viewer, (0, 0)), [])
+            other = gllib.Context().create_viewer(True, True)
+            with self.assertRaises(gllib.InvalidArgument):
+                select(other, (0, 0))
+
+
+class Exit(unittest.TestCase):
+    def run_host(self, end):
+        """A host that leaves while its painter draws; the process must end by itself."""
+        program = textwrap.dedent("""
+            import gllib, sys, threading
+            drawn = threading.Event()
+            class Painter(gllib.Painter):
+                def draw(self, canvas, context, viewer):
+                    self.sum = sum(range(20000))
+                    drawn.set()
+            context = gllib.Context()
+            context.initialize(0)
+            context.set_draw_thread_pars(0, 5, 5)
+            context.create_viewer(True, True)
+            painter = Painter()
+            context.attach_painter(painter)
+            drawn.wait(30)
+            """)
+        return subprocess.run([sys.executable, "-c", program + end], capture_output=True, text=True, timeout=120)
+
+    def test_the_interpreter_ends_while_contexts_draw(self):
+        for end in ("", "painter.context = context", "del context", "sys.exit(0)"):
+            result = self.run_host(end)
+            self.assertEqual((result.returncode, result.stderr), (0, ""), end)
+
+    def test_an_exception_that_nobody_asked_for_is_shown(self):
+        end = "Painter.draw = lambda *_: 1 / 0\ncontext.attach_painter(p := Painter())\nimport time\n" \
+              "while p.error is None: time.sleep(0.01)"
+        result = self.run_host(end)
+        self.assertEqual(result.returncode, 0)
+        self.assertIn("ZeroDivisionError", result.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,88 @@
+"""What the package says of the interfaces, against the public headers and against the module itself."""
+
+import ctypes
+import enum
+import inspect
+import os
+import re
+import unittest
+from pathlib import Path
+
+import gllib
+from gllib import interfaces
+
+SOURCE = Path(os.environ["GLLIB_SOURCE_DIR"])
+HEADERS = SOURCE / "src/component/include/gllib"
+SIZES = {"long": 4, "LONG": 4, "int": 4, "ULONG": 4, "unsigned int": 4, "std::uint16_t": 2, "float": 4, "double": 8}
+
+
+def header_interfaces():
+    """The operations of each interface with their argument types, in the order of the headers."""
+    found = {}
+    for header in HEADERS.glob("IGL*.h"):
+        text = re.sub(r"//[^\n]*", "", header.read_text())
+        for name, body in re.findall(r"struct (IGL\w+) : IUnknown \{(.*?)\n\};", text, re.S):
+            found[name] = [
+                (operation, [" ".join(part.split()) for part in arguments.split(",") if part.strip()])
+                for operation, arguments in re.findall(r"virtual HRESULT (\w+)\(([^)]*)\)", body)
+            ]
+    return found
+
+
+class Interfaces(unittest.TestCase):
+    def test_operations_stand_in_the_slots_of_the_headers(self):
+        headers = header_interfaces()
+        self.assertEqual(len(headers), 27)
+        for name, operations in headers.items():
+            table = getattr(interfaces, name)
+            self.assertEqual([o[0] for o in table.operations[3:]], [o[0] for o in operations], name)
+        last = re.findall(r"SLOT\((\w+)::(\w+), (\d+)\)", (SOURCE / "tests/component/InterfaceLayoutTest.cpp").read_text())
+        self.assertEqual(len(last), 27)
+        for name, operation, slot in last:
+            self.assertEqual(getattr(interfaces, name).slot(operation), int(slot), operation)
+
+    def test_arguments_are_as_wide_as_in_the_headers(self):
+        for name, operations in header_interfaces().items():
+            for operation, arguments in operations:
+                types = getattr(interfaces, name).operations[getattr(interfaces, name).slot(operation)][1]
+                self.assertEqual(len(types), len(arguments), operation)
+                for kind, argument in zip(types, arguments):
+                    written = argument.rsplit(" ", 1)[0]
+                    size = 8 if "*" in argument or written in ("BSTR", "ULONG_PTR") else SIZES.get(written, 4)
+                    self.assertEqual(ctypes.sizeof(kind), size, f"{operation}: {argument}")
+                    self.assertEqual(written in ("float", "double"), kind in (ctypes.c_float, ctypes.c_double), argument)
+
+    def test_all_classes_answer_to_their_interfaces(self):
+        classes = [getattr(gllib, name) for name in gllib.__all__]
+        classes = [c for c in classes if inspect.isclass(c) and issubclass(c, gllib.Object) and c.CLASS_ID]
+        self.assertEqual(len(classes), 14)
+        for cls in classes:
+            with cls() as value:
+                for face, interface in enumerate(cls.INTERFACES):
+                    self.assertTrue(value._bind(face)[0], interface)
+
+    def test_structures_have_their_sizes(self):
+        sizes = {"Point": 24, "Rgba": 16, "Rgba4b": 4, "Matrix6d": 48, "Matrix16d": 128, "TransTriangle": 224, "Position": 4}
+        for name, size in sizes.items():
+            self.assertEqual(ctypes.sizeof(getattr(gllib, name)), size, name)
+
+    def test_enumerations_carry_the_values_of_the_headers(self):
+        values = {}
+        for header in HEADERS.glob("IGL*.h"):
+            values.update(re.findall(r"\b(GL[A-Z]{1,4}_\w+) =\s+(\d+)", re.sub(r"//[^\n]*", "", header.read_text())))
+        package = sorted(int(v) for n in gllib.__all__ if isinstance(e := getattr(gllib, n), enum.EnumMeta)
+                         and e is not gllib.Primitive for v in e)
+        self.assertEqual(package, sorted(map(int, values.values())))
+        self.assertEqual(gllib.DrawMode.SHOW_FRONT | gllib.DrawMode.SHOW_BACK, 48)
+
+    def test_operations_have_the_comments_of_the_headers(self):
+        self.assertIn("waits for the draw thread", gllib.Context.select.__doc__.lower())
+        self.assertIn("non-zero", gllib.Fog.enable.__doc__)
+        bare = [f"{cls.__name__}.{name}" for cls in vars(gllib).values()
+                if inspect.isclass(cls) and issubclass(cls, gllib.Object)
+                for name, value in vars(cls).items() if inspect.isfunction(value) and name[0] != "_" and not value.__doc__]
+        self.assertEqual(bare, [])
+
+
+if __name__ == "__main__":
+    unittest.main()
