@@ -1,6 +1,7 @@
 # Makes the packages, unpacks them, and builds and runs hosts against what is there alone: found by CMake, by
 # pkg-config, from the compiler's command line, and with nothing but the module's file.
-# Run with -DBUILD=... -DSOURCE=... -DLIBDIR=... -DWORK=... -DCXX=...
+# The README's host in Python runs from its package alone.
+# Run with -DBUILD=... -DSOURCE=... -DLIBDIR=... -DWORK=... -DCXX=... [-DPYTHON=...]
 
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
@@ -19,7 +20,11 @@ endfunction()
 
 get_filename_component(cpack ${CMAKE_COMMAND} DIRECTORY)
 run(${cpack}/cpack -G DEB --config ${BUILD}/CPackConfig.cmake -B ${WORK})
-foreach(package libgllib1 libgllib-dev)
+set(packages libgllib1 libgllib-dev)
+if(PYTHON)
+  list(APPEND packages python3-gllib)
+endif()
+foreach(package ${packages})
   file(GLOB file ${WORK}/${package}_*.deb)
   run(dpkg-deb --field ${file} Depends)
   set(depends_${package} "${output}")
@@ -41,6 +46,14 @@ foreach(host build/by_package build/by_pkg_config build/by_tables host)
   run(${WORK}/${host})
   expect("^255 102 0\n$" ${host})
 endforeach()
+if(PYTHON)
+  set(output "${depends_python3-gllib}")
+  expect("libgllib1 \\(= 1.*python3 " "what python3-gllib depends on")
+  unset(ENV{GLLIB_MODULE})
+  set(ENV{PYTHONPATH} ${prefix}/lib/python3/dist-packages)
+  run(${PYTHON} -B ${prefix}/share/doc/python3-gllib/examples/triangle.py)
+  expect("^255 102 0\n$" triangle.py)
+endif()
 
 # The tool finds the module that came with it, by its own place.
 unset(ENV{LD_LIBRARY_PATH})
