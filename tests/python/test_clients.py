@@ -2,6 +2,7 @@
 
 import concurrent.futures
 import contextlib
+import ctypes
 import gc
 import io
 import threading
@@ -66,19 +67,23 @@ class Painters(unittest.TestCase):
 
     def test_what_an_exception_leaves_open_does_not_harm_the_next_frame(self):
         def draw(canvas, *_):
-            if broken.is_set():
+            number = ctypes.c_int(-1)
+            opengl.glGetIntegerv(0x0B33, ctypes.byref(number))  # GL_LIST_INDEX: the open list
+            open_lists.append(number.value)
+            if len(open_lists) < 5:
                 canvas.begin_compile_list()
                 canvas.begin_draw_triangles()
                 canvas.vertex2d(0, 0)
                 raise RuntimeError
             square(canvas, (0, 1, 0))
 
-        broken = threading.Event()
-        broken.set()
+        open_lists, opengl = [], ctypes.CDLL("libOpenGL.so.0")
         with Scene(painter := Drawing(draw)) as scene:
-            scene.wait_for_frames()
-            broken.clear()
+            while len(open_lists) < 5:
+                scene.wait_for_frames()
             self.assertEqual(scene.picture().get_pixel(100, 100), GREEN)
+            scene.context.detach_painter()
+            self.assertEqual(set(open_lists), {0})
             with self.assertRaises(RuntimeError):
                 painter.raise_pending()
 

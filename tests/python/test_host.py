@@ -193,8 +193,8 @@ class Exit(unittest.TestCase):
             drawn = threading.Event()
             class Painter(gllib.Painter):
                 def draw(self, canvas, context, viewer):
-                    self.sum = sum(range(20000))
                     drawn.set()
+                    self.sum = sum(range(2000000))
             context = gllib.Context()
             context.initialize(0)
             context.set_draw_thread_pars(0, 5, 5)

@@ -210,7 +210,7 @@ def object_of(interface, pointer, counted):
 def report(client, error):
     """Shows an exception that nobody asked for."""
     print(f"gllib: an exception in {type(client).__qualname__} was not asked for:", file=sys.stderr)
-    traceback.print_exception(error, file=sys.stderr)
+    traceback.print_exception(type(error), error, error.__traceback__, file=sys.stderr)
 
 
 @atexit.register

@@ -130,7 +130,7 @@ class _Use:
 
     def __init__(self):
         self.block = None  # a weak reference to the block that arrays look at
-        self.requests = 0  # captures that are to write into it
+        self.requests = []  # an item for each capture that is to write into it: draw threads take items off, with no lock
 
 
 _uses = {}
@@ -176,12 +176,11 @@ class Pixmap(interfaces.Pixmap):
         """Refuses arrays until unlock(): a capture is to write into the pixmap."""
         with _uses_lock:
             self._refuse_if_in_use()
-            self._use().requests += 1
+            self._use().requests.append(None)
 
     def unlock(self):
         """Ends one lock()."""
-        with _uses_lock:
-            self._use().requests -= 1
+        self._use().requests.pop()
 
     def _use(self):
         address = self.address
@@ -203,7 +202,7 @@ class Pixmap(interfaces.Pixmap):
 
 def _forget(address, use):
     with _uses_lock:
-        if _uses.get(address) is use and use.requests == 0 and (use.block is None or use.block() is None):
+        if _uses.get(address) is use and not use.requests and (use.block is None or use.block() is None):
             del _uses[address]
 
 

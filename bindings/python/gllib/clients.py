@@ -15,7 +15,8 @@ from gllib._objects import IUnknown, clients, held_clients
 from gllib.errors import E_FAIL, E_NOINTERFACE, S_OK, Failed
 
 _INT_MAX = 0x7FFFFFFF
-_count_lock = threading.RLock()  # a collection of garbage can come back here on the same thread
+# Nothing is allocated while it is held: a collection of garbage there could end a context, and wait for its draw thread.
+_count_lock = threading.RLock()
 
 
 def _signed(hresult):
@@ -85,8 +86,8 @@ def _query_interface(this, identifier, found):
 
 
 def _add_ref(this):
+    client = _client(this)
     with _count_lock:
-        client = _client(this)
         client._references += 1
         held_clients[this] = client
         return client._references
