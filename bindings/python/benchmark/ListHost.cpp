@@ -1,13 +1,15 @@
 // The twin of list_host.py in C++: compiles a mesh into a list, vertex by vertex, and draws it. Its painter
 // measures, on the draw thread.
 //
-//   list_host MESH FRAMES      prints the milliseconds of the compilation and of each frame
+//   list_host MESH FRAMES      prints milliseconds: of the compilation, of its thread, of the
+//                              process for each frame, and of each frame
 
 #include <gllib/GLLibHost.h>
 
 #include <array>
 #include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <future>
 #include <iostream>
@@ -19,6 +21,13 @@ using Clock = std::chrono::steady_clock;
 
 double Milliseconds(Clock::duration aTime) {
   return std::chrono::duration<double, std::milli>(aTime).count();
+}
+
+/// The processor time of a thread or of the process.
+double ProcessorMilliseconds(clockid_t aClock) {
+  timespec time = {};
+  clock_gettime(aClock, &time);
+  return 1e3 * static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_nsec);
 }
 
 /// The vertices, which are the normals too, and the triangles.
@@ -45,18 +54,26 @@ class MeshPainter final : public GLPainterBase {
 
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
     const auto start = Clock::now();
+    const double thread = ProcessorMilliseconds(CLOCK_THREAD_CPUTIME_ID);
+    const double process = ProcessorMilliseconds(CLOCK_PROCESS_CPUTIME_ID);
     if (m_iList == 0) {
       Compile(*aCanvas);
       m_dCompilation = Milliseconds(Clock::now() - start);
+      m_dCompilationThread = ProcessorMilliseconds(CLOCK_THREAD_CPUTIME_ID) - thread;
     }
     aCanvas->DrawCompiledList(m_iList);
-    if (m_Starts.size() <= m_uFrames) m_Starts.push_back(start);
-    if (m_Starts.size() == m_uFrames + 1 && !std::exchange(m_bDone, true)) m_Done.set_value();
+    if (m_Starts.size() <= m_uFrames) {
+      m_Starts.push_back(start);
+      if (m_Starts.size() == 2) m_dProcessStart = process;
+    } else if (!std::exchange(m_bDone, true)) {
+      m_dProcess = process - m_dProcessStart;
+      m_Done.set_value();
+    }
     return S_OK;
   }
 
   std::promise<void> m_Done;
-  double m_dCompilation = 0;
+  double m_dCompilation = 0, m_dCompilationThread = 0, m_dProcess = 0;
   std::vector<Clock::time_point> m_Starts;
 
  private:
@@ -77,6 +94,7 @@ class MeshPainter final : public GLPainterBase {
   const Mesh& m_Mesh;
   const std::size_t m_uFrames;
   int m_iList = 0;
+  double m_dProcessStart = 0;
   bool m_bDone = false;
 };
 
@@ -101,7 +119,8 @@ int main(int argc, char** argv) {
   context->AttachPainter(painter.Get());
   painter->m_Done.get_future().wait();
   context = nullptr;
-  std::cout << painter->m_dCompilation << '\n';
+  std::cout << painter->m_dCompilation << ' ' << painter->m_dCompilationThread << ' '
+            << painter->m_dProcess / std::strtod(argv[2], nullptr) << '\n';
   for (std::size_t i = 2; i < painter->m_Starts.size(); ++i)  // the first frame compiles
     std::cout << Milliseconds(painter->m_Starts[i] - painter->m_Starts[i - 1]) << '\n';
 }
