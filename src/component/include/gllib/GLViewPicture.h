@@ -1,0 +1,205 @@
+/// @file
+/// A picture of all viewers at a factor, header only: what GLViewing::TakePicture plans, draws and cuts out.
+/// A part of gllib/GLViewing.h. Draw thread, except where a host makes one.
+
+#pragma once
+
+#include <GL/gl.h>
+#include <gllib/GLScaledCanvas.h>
+#include <gllib/GLViewerStack.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <future>
+#include <initializer_list>
+#include <utility>
+
+/// One picture, from the request to its end.
+///
+/// Where a viewer is clipped, the component clears its rectangle at the place that it has in the window, and
+/// would so erase parts of viewers that have been drawn. The picture is therefore drawn above and to the
+/// right of the window's own size, which no clip rectangle reaches, on a surface that is larger by one
+/// window.
+class GLViewPicture {
+ public:
+  GLViewPicture() = default;
+  /// @param aTarget takes the picture
+  GLViewPicture(IGLPixmap* aTarget, const GLCaptureRequest& aRequest)
+      : m_pTarget(GLPtr<IGLPixmap>::FromBorrowed(aTarget)), m_Request(aRequest) {}
+
+  /// Whether the picture is there, as soon as Complete says so.
+  std::future<bool> Taken() { return m_Taken.get_future(); }
+  /// Tells the host.
+  void Complete(bool aTaken) { m_Taken.set_value(aTaken); }
+
+  /// Decides how to draw. @return false when there is nothing to draw
+  bool Plan(IGLContext& aContext) noexcept {
+    m_iFactor =
+        m_Request.m_fZoom >= 1.0f && m_Request.m_fZoom < 16384.0f ? static_cast<int>(m_Request.m_fZoom) : 0;
+    aContext.GetViewportWidth(&m_iWidth);
+    aContext.GetViewportHeight(&m_iHeight);
+    m_bShifted = m_iFactor > 1 && (m_bClippedMet || HasClippedViewer(aContext));
+    m_bClippedMet = false;
+    m_fLineWidth = m_fPointSize = 0.0f;
+    if (m_bShifted) m_pSurface = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+    return m_iFactor >= 1 && m_pTarget && (!m_bShifted || m_pSurface) && m_Request.m_iX >= 0 &&
+           m_Request.m_iY >= 0 && m_Request.m_iX < m_iWidth && m_Request.m_iY < m_iHeight &&
+           m_Request.m_iWidth >= 1 && m_Request.m_iHeight >= 1;
+  }
+
+  // What the component's capture is to be given.
+
+  /// The pixmap; borrowed.
+  IGLPixmap* Pixmap() const noexcept { return m_bShifted ? m_pSurface.Get() : m_pTarget.Get(); }
+  /// The zoom.
+  float Zoom() const noexcept { return static_cast<float>(m_bShifted ? m_iFactor + 1 : m_iFactor); }
+  /// The part of the window.
+  GLCaptureRequest Rectangle() const noexcept { return m_bShifted ? GLCaptureRequest() : m_Request; }
+  /// The colour behind the scene.
+  const GLDATA_RGBA& Background() const noexcept { return m_Request.m_sBackground; }
+  /// How much larger than the window the picture is.
+  int Factor() const noexcept { return m_iFactor; }
+
+  /// Draws one viewer by the host's painter.
+  HRESULT Draw(IGLPainter& aPainter, IGLCanvas& aCanvas, IGLContext& aContext, IGLViewer& aViewer) noexcept {
+    if (m_iFactor == 1) return aPainter.Draw(&aCanvas, &aContext, &aViewer);
+    const bool clipped = glIsEnabled(GL_SCISSOR_TEST) != GL_FALSE;
+    if (clipped && !m_bShifted) m_bClippedMet = true;
+    if (m_bShifted) Shift(aCanvas, clipped);
+    // What the component's overlay has set since the viewer before isn't enlarged yet.
+    GLfloat width = 1, size = 1;
+    glGetFloatv(GL_LINE_WIDTH, &width);
+    glGetFloatv(GL_POINT_SIZE, &size);
+    if (width != m_fLineWidth) glLineWidth(width * static_cast<GLfloat>(m_iFactor));
+    if (size != m_fPointSize) glPointSize(size * static_cast<GLfloat>(m_iFactor));
+    GLScaledCanvas canvas(aCanvas, m_iFactor);
+    const HRESULT result = aPainter.Draw(&canvas, &aContext, &aViewer);
+    glGetFloatv(GL_LINE_WIDTH, &m_fLineWidth);
+    glGetFloatv(GL_POINT_SIZE, &m_fPointSize);
+    if (clipped && m_bShifted) DrawFrame(aViewer);
+    return result;
+  }
+
+  /// Whether the window's size or a viewer's clip changed between plan and drawing, so that the next frame
+  /// must try again; a few times at most.
+  bool HasToRepeat() noexcept {
+    constexpr int kMostAttempts = 8;
+    return (m_bClippedMet || !FitsPlan()) && ++m_iAttempts < kMostAttempts;
+  }
+
+  /// Copies what is wanted from the surface, whose rows run from the bottom up.
+  bool CutOut() const noexcept {
+    if (!FitsPlan()) return false;
+    if (!m_bShifted) return true;
+    const int f = m_iFactor;
+    const int columns = std::min(m_Request.m_iWidth, m_iWidth - m_Request.m_iX);
+    const int rows = std::min(m_Request.m_iHeight, m_iHeight - m_Request.m_iY);
+    int size = 0;
+    GLDATA_RGBA4B *from = nullptr, *to = nullptr;
+    if (FAILED(m_pTarget->Initialize(columns * f, rows * f, {0, 0, 0, 255})) ||
+        FAILED(m_pSurface->AccessPixmapData(&size, &from)) ||
+        FAILED(m_pTarget->AccessPixmapData(&size, &to))) {
+      return false;
+    }
+    const std::ptrdiff_t pitch = std::ptrdiff_t{m_iWidth} * (f + 1);
+    from += (m_iHeight + std::ptrdiff_t{m_iHeight - m_Request.m_iY - rows} * f) * pitch + m_iWidth +
+            std::ptrdiff_t{m_Request.m_iX} * f;
+    for (int row = 0; row < rows * f; ++row, from += pitch, to += columns * f) {
+      std::copy_n(from, columns * f, to);
+    }
+    return true;
+  }
+
+ private:
+  static bool HasClippedViewer(IGLContext& aContext) noexcept try {
+    for (const auto& viewer : GLViewersOf(aContext)) {
+      LONG visible = 0, clipped = 0;
+      viewer->IsVisible(&visible);
+      viewer->IsClipped(&clipped);
+      if (visible != 0 && clipped != 0) return true;
+    }
+    return false;
+  } catch (...) {
+    return true;
+  }
+
+  /// Whether the component took the window's size as the plan did.
+  bool FitsPlan() const noexcept {
+    if (!m_bShifted) return true;
+    int width = 0, height = 0;
+    m_pSurface->GetWidth(&width);
+    m_pSurface->GetHeight(&height);
+    return width == m_iWidth * (m_iFactor + 1) && height == m_iHeight * (m_iFactor + 1);
+  }
+
+  /// Takes the pass of a viewer from its place in the window to its place in the picture.
+  void Shift(IGLCanvas& aCanvas, bool aClipped) const noexcept {
+    const int f = m_iFactor;
+    GLint viewport[4] = {}, box[4] = {0, 0, m_iWidth, m_iHeight};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    if (aClipped) glGetIntegerv(GL_SCISSOR_BOX, box);
+    const bool whole = viewport[2] == m_iWidth * (f + 1) && viewport[3] == m_iHeight * (f + 1);
+    const GLint drawn[4] = {m_iWidth + box[0] * f, m_iHeight + box[1] * f, box[2] * f, box[3] * f};
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(drawn[0], drawn[1], drawn[2], drawn[3]);
+    if (whole) {
+      glViewport(m_iWidth, m_iHeight, m_iWidth * f, m_iHeight * f);
+    } else {
+      glViewport(drawn[0], drawn[1], drawn[2], drawn[3]);
+    }
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    // Lets the conversions of the canvas follow.
+    GLDATA_POINT point{}, window{};
+    if (const auto mapping = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas3>()) {
+      mapping->GetWindowCoords(&point, 0, &window);
+    }
+  }
+
+  /// Draws the frame as the component does afterwards, with its width enlarged.
+  void DrawFrame(IGLViewer& aViewer) const noexcept {
+    LONG shown = 0;
+    aViewer.IsClipFrameVisible(&shown);
+    if (shown == 0) return;
+    GLDATA_RGBA color{};
+    float offset = 0, thickness = 1;
+    aViewer.GetFrameColor(&color);
+    aViewer.GetFrameOffset(&offset);
+    aViewer.GetFrameThickness(&thickness);
+    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LINE_BIT | GL_TRANSFORM_BIT);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_LINE_STIPPLE);
+    GLint planes = 0;
+    glGetIntegerv(GL_MAX_CLIP_PLANES, &planes);
+    for (GLint i = 0; i < planes; ++i) glDisable(GL_CLIP_PLANE0 + static_cast<GLenum>(i));
+    for (const GLenum matrix : std::initializer_list<GLenum>{GL_PROJECTION, GL_MODELVIEW}) {
+      glMatrixMode(matrix);
+      glPushMatrix();
+      glLoadIdentity();
+    }
+    const GLfloat edge = 1.0f - offset;
+    glLineWidth(thickness * static_cast<GLfloat>(m_iFactor));
+    glColor4f(color.m_fRed, color.m_fGreen, color.m_fBlue, color.m_fAlpha);
+    glBegin(GL_LINE_LOOP);
+    glVertex2f(-edge, -edge);
+    glVertex2f(edge, -edge);
+    glVertex2f(edge, edge);
+    glVertex2f(-edge, edge);
+    glEnd();
+    for (const GLenum matrix : std::initializer_list<GLenum>{GL_PROJECTION, GL_MODELVIEW}) {
+      glMatrixMode(matrix);
+      glPopMatrix();
+    }
+    glPopAttrib();
+  }
+
+  GLPtr<IGLPixmap> m_pTarget;
+  GLCaptureRequest m_Request;
+  std::promise<bool> m_Taken;
+  int m_iAttempts = 0;
+  int m_iFactor = 1;
+  int m_iWidth = 0, m_iHeight = 0;  // of the window
+  bool m_bShifted = false;
+  bool m_bClippedMet = false;                  // a clipped viewer came up where none was expected
+  GLPtr<IGLPixmap> m_pSurface;                 // of a shifted picture, with what lies around it
+  GLfloat m_fLineWidth = 0, m_fPointSize = 0;  // as the painter left them
+};
