@@ -19,6 +19,7 @@
 inline constexpr GLDATA_POINT GLUpward = {0, 1, 0};
 
 /// Turns the eye about a pivot, which keeps its pixel exactly, wherever it lies.
+/// @param aView  changes
 /// @param aPivot a point of the world, for instance the one under the mouse
 /// @param aRight radians about the upward axis: above 0 the eye goes to the right
 /// @param aUp    radians about the eye's own horizontal: above 0 the eye goes up, at most to the pole
@@ -47,6 +48,7 @@ inline void GLOrbit(GLViewGeometry& aView, const GLDATA_POINT& aPivot, double aR
 }
 
 /// Moves the eye parallel to the screen so that a point of the world appears at a place of the window.
+/// @param aView  changes
 /// @param aPoint for instance the point that was under the mouse when the drag began
 /// @param aPixel where the mouse is now
 inline void GLPan(GLViewGeometry& aView, const GLDATA_POINT& aPoint, const GLPixelPlace& aPixel) noexcept {
@@ -56,6 +58,7 @@ inline void GLPan(GLViewGeometry& aView, const GLDATA_POINT& aPoint, const GLPix
 }
 
 /// Brings the picture nearer or further away. A point of the world keeps its pixel: the one under the cursor.
+/// @param aView   changes
 /// @param aPoint  a perspective eye goes towards it or away from it; it must not be the eye's own place
 /// @param aFactor of the distance in a perspective, of the extents in a parallel projection; below 1 is
 /// nearer.
@@ -80,6 +83,7 @@ inline void GLWalk(GLViewGeometry& aView, double aRight, double aUp, double aFor
 }
 
 /// Turns the head: the eye keeps its place.
+/// @param aView changes
 /// @param aLeft radians about the upward axis: above 0 looks to the left
 /// @param aUp   radians: above 0 looks up, at most straight up
 /// @param aUpward of length 1
@@ -91,6 +95,8 @@ inline void GLLook(GLViewGeometry& aView, double aLeft, double aUp,
 }
 
 /// Sets near and far plane so that a ball lies between them. To be called after each movement.
+/// @param aView   changes
+/// @param aCentre of the ball
 /// @param aRadius above 0. A perspective's near plane keeps 1/1000 of the far one's distance at least
 inline void GLFitDepth(GLViewGeometry& aView, const GLDATA_POINT& aCentre, double aRadius) noexcept {
   const double distance = -aView.m_Eye.PointToEye(aCentre).z;
@@ -101,6 +107,8 @@ inline void GLFitDepth(GLViewGeometry& aView, const GLDATA_POINT& aCentre, doubl
 }
 
 /// Brings a ball into view, in the middle, as large as fits; the direction of sight stays.
+/// @param aView   changes
+/// @param aCentre of the ball
 /// @param aRadius above 0
 /// @param aMargin 1 lets the ball touch the edge, 1.1 leaves a tenth
 /// @return false, with nothing changed, in a perspective that has no field of view
@@ -126,6 +134,7 @@ inline bool GLFitBall(GLViewGeometry& aView, const GLDATA_POINT& aCentre, double
 }
 
 /// Brings a box into view, as large as its eight corners fit; the direction of sight stays.
+/// @param aView      changes
 /// @param aMin, aMax two opposite corners, of a box that isn't a single point
 /// @param aMargin    as at GLFitBall
 /// @return false, with nothing changed, in a perspective that has no field of view
@@ -176,6 +185,8 @@ enum class GLStandardView { Front, Back, Left, Right, Top, Bottom, Isometric };
 
 /// Turns the eye to a standard view; its place stays, so a fit should follow. Front looks along -z in a world
 /// whose y points upward, and along y in one whose z does.
+/// @param aView      changes
+/// @param aDirection the view
 /// @param aZUpward whether the world's z points upward
 inline void GLTurnTo(GLViewGeometry& aView, GLStandardView aDirection, bool aZUpward = false) noexcept {
   using namespace GLVector;

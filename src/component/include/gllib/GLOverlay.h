@@ -50,6 +50,7 @@ enum class GLOverlayUnits {
 /// overlay in pixels isn't where the picture has it: draw none there.
 class GLOverlay {
  public:
+  /// @param aUnits what coordinates mean
   /// @param aScale for a picture that is larger than the window (GLViewing::Scale); pixels are the window's
   explicit GLOverlay(GLOverlayUnits aUnits = GLOverlayUnits::World, double aScale = 1.0) noexcept
       : m_Area(GLPassArea::Current()), m_dScale(aScale) {
@@ -122,7 +123,10 @@ class GLRasterText {
 
   /// Prints in the current colour, with the lower left corner at a point of the current coordinates. Its
   /// first use at a factor creates a font of the context, so not with a list open.
-  /// @param aScale as at GLOverlay
+  /// @param aContext the context that is drawn
+  /// @param aText     as at IGLFont::Print
+  /// @param aPlace    in the current coordinates
+  /// @param aScale    as at GLOverlay
   /// @return as IGLFont::Print
   HRESULT Print(IGLContext& aContext, BSTR aText, GLDATA_POINT aPlace, double aScale = 1.0) {
     Size& size = aScale == 1.0 ? m_Window : m_Picture;
@@ -155,7 +159,9 @@ class GLRasterText {
 
 /// Reads the depth buffer: the point of the world that the running pass has drawn at a pixel. To be called at
 /// the end of a painter, in a frame's pass. GLViewing::PointUnder asks from the host's side.
-/// @param aPixel in the window; the point is the one under the middle of its pixel
+/// @param aCanvas  the painter's
+/// @param aContext the painter's
+/// @param aPixel   in the window; the point is the one under the middle of its pixel
 /// @return nothing where nothing was drawn, or outside what the viewer shows
 inline std::optional<GLDATA_POINT> GLReadPoint(IGLCanvas& aCanvas, IGLContext& aContext,
                                                const GLPixelPlace& aPixel) noexcept {

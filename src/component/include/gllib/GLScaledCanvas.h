@@ -14,6 +14,7 @@
 class GLScaledCanvas final : public IGLCanvas {
  public:
   /// @param aCanvas the component's own; borrowed, for as long as the object lives
+  /// @param aFactor how much larger
   GLScaledCanvas(IGLCanvas& aCanvas, int aFactor) noexcept : m_Canvas(aCanvas), m_iFactor(aFactor) {}
   GLScaledCanvas(const GLScaledCanvas&) = delete;
   GLScaledCanvas& operator=(const GLScaledCanvas&) = delete;

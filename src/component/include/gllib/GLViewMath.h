@@ -47,6 +47,7 @@ inline GLDATA_POINT Unit(const GLDATA_POINT& a) noexcept {
   return length > 0.0 ? Scaled(a, 1.0 / length) : a;
 }
 /// Turns a vector about an axis through the origin, counter-clockwise seen from the axis's tip.
+/// @param a the vector
 /// @param aAxis a unit vector
 /// @param aAngle radians
 inline GLDATA_POINT Turned(const GLDATA_POINT& a, const GLDATA_POINT& aAxis, double aAngle) noexcept {

@@ -24,6 +24,7 @@ class GLViewPicture {
  public:
   GLViewPicture() = default;
   /// @param aTarget takes the picture
+  /// @param aRequest what it is to show
   GLViewPicture(IGLPixmap* aTarget, const GLCaptureRequest& aRequest)
       : m_pTarget(GLPtr<IGLPixmap>::FromBorrowed(aTarget)), m_Request(aRequest) {}
 
@@ -39,7 +40,7 @@ class GLViewPicture {
     aContext.GetViewportWidth(&m_iWidth);
     aContext.GetViewportHeight(&m_iHeight);
     m_bShifted = m_iFactor > 1 && (m_bClippedMet || HasClippedViewer(aContext));
-    m_bClippedMet = false;
+    m_bClippedMet = m_bCleared = false;
     m_fLineWidth = m_fPointSize = 0.0f;
     if (m_bShifted) m_pSurface = GLCreate<IGLPixmap>(CLSID_GLPixmap);
     return m_iFactor >= 1 && m_pTarget && (!m_bShifted || m_pSurface) && m_Request.m_iX >= 0 &&
@@ -133,7 +134,7 @@ class GLViewPicture {
   }
 
   /// Takes the pass of a viewer from its place in the window to its place in the picture.
-  void Shift(IGLCanvas& aCanvas, bool aClipped) const noexcept {
+  void Shift(IGLCanvas& aCanvas, bool aClipped) noexcept {
     const int f = m_iFactor;
     GLint viewport[4] = {}, box[4] = {0, 0, m_iWidth, m_iHeight};
     glGetIntegerv(GL_VIEWPORT, viewport);
@@ -141,6 +142,10 @@ class GLViewPicture {
     const bool whole = viewport[2] == m_iWidth * (f + 1) && viewport[3] == m_iHeight * (f + 1);
     const GLint drawn[4] = {m_iWidth + box[0] * f, m_iHeight + box[1] * f, box[2] * f, box[3] * f};
     glEnable(GL_SCISSOR_TEST);
+    if (!std::exchange(m_bCleared, true)) {  // what no viewer reaches
+      glScissor(m_iWidth, m_iHeight, m_iWidth * f, m_iHeight * f);
+      glClear(GL_COLOR_BUFFER_BIT);
+    }
     glScissor(drawn[0], drawn[1], drawn[2], drawn[3]);
     if (whole) {
       glViewport(m_iWidth, m_iHeight, m_iWidth * f, m_iHeight * f);
@@ -199,6 +204,7 @@ class GLViewPicture {
   int m_iFactor = 1;
   int m_iWidth = 0, m_iHeight = 0;  // of the window
   bool m_bShifted = false;
+  bool m_bCleared = false;
   bool m_bClippedMet = false;                  // a clipped viewer came up where none was expected
   GLPtr<IGLPixmap> m_pSurface;                 // of a shifted picture, with what lies around it
   GLfloat m_fLineWidth = 0, m_fPointSize = 0;  // as the painter left them

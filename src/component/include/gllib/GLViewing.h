@@ -94,6 +94,7 @@ class GLViewing final : public GLClient<IGLCapture> {
   /// Asks what the next frame draws at a pixel: the point of the world, from the depth buffer at the end of
   /// the painter. Triggers a frame.
   /// @param aViewer one of the context's, such as GLViewerAt gives
+  /// @param aPixel in the window
   /// @return the point; nothing where nothing is drawn or the viewer isn't visible; broken when the context
   /// ends
   ///         before. Wait for it with a bound: a parked draw thread draws no frame
