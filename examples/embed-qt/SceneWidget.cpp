@@ -2,11 +2,9 @@
 
 #include <QMouseEvent>
 #include <QWheelEvent>
-#include <cmath>
 
 namespace {
 
-constexpr double kWheelStep = 0.9;
 constexpr double kWheelNotch = 120;  // in Qt's unit, eighths of a degree
 
 }  // namespace
@@ -58,5 +56,5 @@ void SceneWidget::mouseReleaseEvent(QMouseEvent* aEvent) {
 }
 
 void SceneWidget::wheelEvent(QWheelEvent* aEvent) {
-  m_scene.Zoom(std::pow(kWheelStep, aEvent->angleDelta().y() / kWheelNotch));
+  m_dragging.Wheel(aEvent->angleDelta().y() / kWheelNotch);
 }

@@ -2,7 +2,6 @@
 
 #include <SDL.h>
 
-#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <memory>
@@ -15,8 +14,6 @@
 #include "shared/model/Scene.h"
 
 namespace {
-
-constexpr double kWheelStep = 0.9;
 
 /// SDL from its start to its end.
 struct Session {
@@ -78,7 +75,7 @@ class EventLoop {
         if (const auto box = m_dragging.Release()) Pick(*box);
         break;
       case SDL_MOUSEWHEEL:
-        m_scene.Zoom(std::pow(kWheelStep, aEvent.wheel.preciseY));
+        m_dragging.Wheel(aEvent.wheel.preciseY);
         break;
       case SDL_KEYDOWN:
         OnKey(aEvent.key.keysym.sym);

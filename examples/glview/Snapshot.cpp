@@ -24,8 +24,8 @@ Picture TakePicture(Scene& aScene, const Options& aOptions) {
                    static_cast<int>(std::lround(aOptions.height * rest)));
   }
   auto picture = aScene.Capture(whole);
-  if (picture.wait_for(kPatience) != std::future_status::ready) throw std::runtime_error("no frame came");
-  auto result = picture.get();
+  if (!picture.IsThere(kPatience)) throw std::runtime_error("no frame came");
+  auto result = picture.Take();
   if (!result) throw std::runtime_error("no picture of that size is to be had");
   return std::move(*result);
 }

@@ -1,6 +1,5 @@
 #include "glview/Viewing.h"
 
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <utility>
@@ -9,7 +8,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr double kWheelStep = 0.9;
 constexpr auto kTitlePeriod = 250ms, kReadingPeriod = 50ms;
 constexpr int kCaptureZoom = 2;
 
@@ -65,7 +63,7 @@ void Viewing::Release() {
   if (const auto box = m_dragging.Release()) Pick(*box);
 }
 
-void Viewing::Wheel(double aUp) { m_scene.Zoom(std::pow(kWheelStep, aUp)); }
+void Viewing::Wheel(double aUp) { m_dragging.Wheel(aUp); }
 
 void Viewing::Pick(const PixelBox& aBox) {
   const auto ids = m_scene.Pick(aBox);
@@ -104,15 +102,15 @@ void Viewing::FollowReading() {
 }
 
 void Viewing::StartCapture() {
-  if (m_picture.valid()) return;
+  if (m_picture.IsAsked()) return;
   Note("taking a picture");
   m_picture = m_scene.Capture(kCaptureZoom);
 }
 
 void Viewing::FinishCapture() {
-  if (!m_picture.valid() || m_picture.wait_for(std::chrono::seconds(0)) != std::future_status::ready) return;
+  if (!m_picture.IsAsked() || !m_picture.IsThere(0ms)) return;
   m_scene.Redraw();  // the window's own lists went with the capture; they come back with a frame
-  const auto picture = m_picture.get();
+  const auto picture = m_picture.Take();
   if (!picture) return Note("no picture to be had");
   const std::string name = FreeName(m_model->name);
   Note(WritePng(*picture, name) ? "wrote " + name : "can't write " + name);

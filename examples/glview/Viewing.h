@@ -5,7 +5,6 @@
 
 #include <chrono>
 #include <functional>
-#include <future>
 #include <memory>
 #include <optional>
 #include <string>
@@ -55,7 +54,7 @@ class Viewing {
   Scene m_scene;
   Dragging m_dragging;
   std::string m_picked;
-  std::future<std::optional<Picture>> m_picture;  // one that is to come
+  SceneCapture m_picture;
   std::string m_note;
   Loader m_loader;
   std::optional<std::chrono::steady_clock::time_point> m_titleTime;  // none: at once

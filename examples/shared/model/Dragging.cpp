@@ -6,6 +6,7 @@
 namespace {
 
 constexpr int kClickSlack = 3;  // pixels that a click may move
+constexpr double kWheelStep = 0.9;
 
 }  // namespace
 
@@ -21,25 +22,33 @@ void Dragging::Press(Kind aKind) {
   m_startX = m_x;
   m_startY = m_y;
   m_moved = false;
+  m_pivot.reset();
+}
+
+void Dragging::Wheel(double aUp) { m_scene.Zoom({m_x, m_y}, PointUnderPointer(), std::pow(kWheelStep, aUp)); }
+
+GLDATA_POINT Dragging::PointUnderPointer() {
+  if (!m_zoomed || !m_scene.Shows(*m_zoomed, {m_x, m_y}))
+    m_zoomed = m_scene.PointUnder(static_cast<int>(m_x), static_cast<int>(m_y));
+  return *m_zoomed;
 }
 
 void Dragging::Move(double aX, double aY) {
-  const double right = aX - m_x;
-  const double down = aY - m_y;
+  const GLPixelPlace from = {m_x, m_y}, to = {aX, aY};
   m_x = aX;
   m_y = aY;
   if (m_kind == Kind::Idle) return;
-  m_moved = m_moved || std::hypot(m_x - m_startX, m_y - m_startY) > kClickSlack;
+  const bool wasMoved =
+      std::exchange(m_moved, m_moved || std::hypot(m_x - m_startX, m_y - m_startY) > kClickSlack);
   if (!m_moved) return;
+  if (m_kind != Kind::Turn && m_kind != Kind::Pan) return m_scene.ShowBand(Spanned());
   // What a view does with a drag is settled by where the drag began.
-  const int x = static_cast<int>(m_startX);
-  const int y = static_cast<int>(m_startY);
+  const GLPixelPlace start = {m_startX, m_startY};
+  if (!m_pivot) m_pivot = m_scene.PointUnder(static_cast<int>(m_startX), static_cast<int>(m_startY));
   if (m_kind == Kind::Turn) {
-    m_scene.Turn(x, y, right, down);
-  } else if (m_kind == Kind::Pan) {
-    m_scene.Pan(x, y, right, down);
+    m_scene.Turn(wasMoved ? from : start, to, start, *m_pivot);
   } else {
-    m_scene.ShowBand(Spanned());
+    m_scene.Pan({aX + 0.5, aY + 0.5}, start, *m_pivot);  // as the pivot, in the pixel's middle
   }
 }
 

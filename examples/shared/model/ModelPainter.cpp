@@ -14,22 +14,14 @@ constexpr int kFaces = kBothSides | GLDM_SMOOTH_LIGHTING;
 constexpr int kLines = kBothSides | GLDM_LINE_FRONT | GLDM_LINE_BACK;
 constexpr int kPoints = kFaces | GLDM_POINT_FRONT | GLDM_POINT_BACK;
 
-/// Tells a pick pass from a frame: only in a frame does an overlay projection report its extents.
-bool IsPickPass(IGLCanvas& aCanvas) {
-  GLDATA_POINT extents{};
-  aCanvas.PushProjectionMatrix(1, &extents);
-  aCanvas.PopProjectionMatrix();
-  return extents.z == 0;
-}
-
 GLDATA_POINT PointOf(const std::array<float, 3>& aValue) { return {aValue[0], aValue[1], aValue[2]}; }
 
 }  // namespace
 
-ModelPainter::ModelPainter(FrameClock& aClock, Progress& aProgress, GLPtr<SceneCapture> aCapture)
+ModelPainter::ModelPainter(FrameClock& aClock, Progress& aProgress, GLPtr<GLViewing> aViewing)
     : m_clock(aClock),
       m_progress(aProgress),
-      m_capture(std::move(aCapture)),
+      m_viewing(std::move(aViewing)),
       m_mode(GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr)) {
   m_mode->SetPointSize(kPointSize);
 }
@@ -64,9 +56,9 @@ void ModelPainter::SetMarked(const std::vector<ULONG>& aIds) {
 HRESULT ModelPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* aViewer) noexcept {
   const Look look = TakeLook(*aCanvas);
   if (!m_shown) return S_OK;
-  const bool picking = IsPickPass(*aCanvas);
-  Prepare(*aCanvas, *aContext, picking);
-  if (picking) {
+  const GLPassKind pass = m_viewing->Pass();
+  Prepare(*aCanvas, *aContext, pass);
+  if (pass == GLPassKind::Selection) {
     DrawForPicking(*aCanvas);
     return S_OK;
   }
@@ -109,8 +101,8 @@ ModelPainter::Look ModelPainter::TakeLook(IGLCanvas& aCanvas) {
 }
 
 // A pick and a picture want all of the model, a window wants its frame.
-void ModelPainter::Prepare(IGLCanvas& aCanvas, IGLContext& aContext, bool aPicking) {
-  const bool everything = aPicking || !m_stepwise || m_capture->IsTaking();
+void ModelPainter::Prepare(IGLCanvas& aCanvas, IGLContext& aContext, GLPassKind aPass) {
+  const bool everything = !m_stepwise || aPass != GLPassKind::Frame;
   const float share = m_shown->lists.Compile(aCanvas, everything);
   m_progress.preparing = share < 1 ? share : Progress::kIdle;
   if (share < 1) GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->TriggerDrawThread();

@@ -3,8 +3,7 @@
 
 #pragma once
 
-#include <gllib/GLLib.h>
-#include <gllib/GLLibHost.h>
+#include <gllib/GLViewing.h>
 
 #include <atomic>
 #include <memory>
@@ -16,15 +15,14 @@
 #include "shared/model/Model.h"
 #include "shared/model/ModelLists.h"
 #include "shared/model/Progress.h"
-#include "shared/model/SceneCapture.h"
 #include "shared/model/SceneOptions.h"
 
 class ModelPainter final : public GLPainterBase {
  public:
   /// @param aClock    told when a frame begins; must outlive the painter
   /// @param aProgress told how far the lists of a large model are; must outlive the painter
-  /// @param aCapture  asked whether a picture is being taken, which is to show all of the model
-  ModelPainter(FrameClock& aClock, Progress& aProgress, GLPtr<SceneCapture> aCapture);
+  /// @param aViewing  asked what pass it is: a picture is to show all of the model
+  ModelPainter(FrameClock& aClock, Progress& aProgress, GLPtr<GLViewing> aViewing);
 
   /// Draws another model from the next frame on; nothing of it is marked.
   void SetModel(std::shared_ptr<const Model> aModel);
@@ -61,7 +59,7 @@ class ModelPainter final : public GLPainterBase {
 
   /// Takes what the host's thread has set, another model too.
   Look TakeLook(IGLCanvas& aCanvas);
-  void Prepare(IGLCanvas& aCanvas, IGLContext& aContext, bool aPicking);
+  void Prepare(IGLCanvas& aCanvas, IGLContext& aContext, GLPassKind aPass);
   void StoreTransparent(IGLCanvas& aCanvas);
   void DrawForPicking(IGLCanvas& aCanvas);
   void DrawShaded(IGLCanvas& aCanvas, IGLContext& aContext, const Look& aLook);
@@ -76,7 +74,7 @@ class ModelPainter final : public GLPainterBase {
 
   FrameClock& m_clock;
   Progress& m_progress;
-  const GLPtr<SceneCapture> m_capture;
+  const GLPtr<GLViewing> m_viewing;
   std::atomic<bool> m_stepwise{false};
   std::mutex m_lock;  // guards what the host's thread sets
   Look m_look;

@@ -1,9 +1,10 @@
 #include "shared/model/Overlay.h"
 
-#include <GL/gl.h>
+#include <utility>
 
 namespace {
 
+constexpr int kTextHeight = -13;  // of the letters, pixels
 constexpr std::uint16_t kDashes = 0x0F0F;
 constexpr GLDATA_RGBA kFillColor{1.0f, 0.55f, 0.1f, 0.15f};
 constexpr GLDATA_RGBA kEdgeColor{1.0f, 0.55f, 0.1f, 1.0f};
@@ -29,12 +30,14 @@ void EmitCorners(IGLCanvas& aCanvas, const Band& aBand) {
 
 }  // namespace
 
-Overlay::Overlay(FrameClock* aClock, const Progress* aProgress)
-    : m_clock(aClock),
+Overlay::Overlay(GLPtr<GLViewing> aViewing, FrameClock* aClock, const Progress* aProgress)
+    : m_viewing(std::move(aViewing)),
+      m_clock(aClock),
       m_progress(aProgress),
       m_fill(MakeAttributes(kFillColor)),
       m_edge(MakeAttributes(kEdgeColor)),
-      m_bar(MakeAttributes(kEdgeColor)) {
+      m_bar(MakeAttributes(kEdgeColor)),
+      m_text(GLString("DejaVu Sans"), kTextHeight) {
   m_edge->SetLineStipplePattern(kDashes);
 }
 
@@ -57,7 +60,7 @@ HRESULT Overlay::Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept {
     label = m_label;
   }
   if (band) DrawBand(*aCanvas, *band);
-  if (SysStringLen(label) > 0) DrawLabel(*aCanvas, *aContext, label, kLabelPlace);
+  if (SysStringLen(label) > 0) DrawLabel(*aContext, label, kLabelPlace);
   if (m_progress != nullptr) DrawProgress(*aCanvas, *aContext);
   if (m_clock != nullptr) {
     glFinish();  // else the time would be that of asking, not of drawing
@@ -67,16 +70,15 @@ HRESULT Overlay::Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept {
 }
 
 void Overlay::DrawBand(IGLCanvas& aCanvas, const Band& aBand) {
-  aCanvas.PushDepthAttribute();
+  const GLOverlay overlay;
   aCanvas.SetDrawAttributes(m_fill.Get());
   aCanvas.BeginDrawQuads();
   EmitCorners(aCanvas, aBand);
   aCanvas.EndDrawVertices();
-  aCanvas.SetDrawAttributes(m_edge.Get());
+  GLScaledCanvas(aCanvas, m_viewing->Scale()).SetDrawAttributes(m_edge.Get());
   aCanvas.BeginDrawLineLoop();
   EmitCorners(aCanvas, aBand);
   aCanvas.EndDrawVertices();
-  aCanvas.PopDepthAttribute();
 }
 
 void Overlay::DrawProgress(IGLCanvas& aCanvas, IGLContext& aContext) {
@@ -84,25 +86,19 @@ void Overlay::DrawProgress(IGLCanvas& aCanvas, IGLContext& aContext) {
   const float share = reading >= 0 ? reading : m_progress->preparing.load();
   if (share < 0) return;
   const double reached = kBar.from.x + share * (kBar.to.x - kBar.from.x);
-  DrawLabel(aCanvas, aContext, reading >= 0 ? "Reading" : "Preparing", kBarLabelPlace);
-  aCanvas.PushDepthAttribute();
-  aCanvas.SetDrawAttributes(m_bar.Get());
+  DrawLabel(aContext, reading >= 0 ? "Reading" : "Preparing", kBarLabelPlace);
+  const GLOverlay overlay;
+  GLScaledCanvas(aCanvas, m_viewing->Scale()).SetDrawAttributes(m_bar.Get());
   aCanvas.BeginDrawQuads();
   EmitCorners(aCanvas, {kBar.from, {reached, kBar.to.y, 0}});
   aCanvas.EndDrawVertices();
   aCanvas.BeginDrawLineLoop();
   EmitCorners(aCanvas, kBar);
   aCanvas.EndDrawVertices();
-  aCanvas.PopDepthAttribute();
 }
 
-void Overlay::DrawLabel(IGLCanvas& aCanvas, IGLContext& aContext, const GLString& aLabel,
-                        GLDATA_POINT aPlace) {
-  if (!m_font) aContext.CreateSystemFont(m_font.Put());
-  if (!m_font) return;
-  aCanvas.PushDepthAttribute();
-  GLDATA_RGBA color = kLabelColor;
-  aCanvas.SetVertexColor(&color);  // before the place, which takes the colour along
-  m_font->Print(aLabel, &aPlace);
-  aCanvas.PopDepthAttribute();
+void Overlay::DrawLabel(IGLContext& aContext, const GLString& aLabel, const GLDATA_POINT& aPlace) {
+  const GLOverlay overlay;
+  glColor4f(kLabelColor.m_fRed, kLabelColor.m_fGreen, kLabelColor.m_fBlue, kLabelColor.m_fAlpha);
+  m_text.Print(aContext, aLabel, aPlace, m_viewing->Scale());
 }

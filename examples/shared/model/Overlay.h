@@ -3,8 +3,7 @@
 
 #pragma once
 
-#include <gllib/GLLib.h>
-#include <gllib/GLLibHost.h>
+#include <gllib/GLViewing.h>
 
 #include <mutex>
 #include <optional>
@@ -20,9 +19,10 @@ struct Band {
 
 class Overlay final : public GLViewerGaugeBase {
  public:
+  /// @param aViewing asked how large a picture is
   /// @param aClock stopped at the end of the view; null for a view that isn't the last one drawn
   /// @param aProgress shown while there is any; null for a view that doesn't
-  Overlay(FrameClock* aClock, const Progress* aProgress);
+  Overlay(GLPtr<GLViewing> aViewing, FrameClock* aClock, const Progress* aProgress);
 
   /// Shows a rubber band, or none.
   void SetBand(std::optional<Band> aBand);
@@ -34,16 +34,17 @@ class Overlay final : public GLViewerGaugeBase {
 
  private:
   void DrawBand(IGLCanvas& aCanvas, const Band& aBand);
-  void DrawLabel(IGLCanvas& aCanvas, IGLContext& aContext, const GLString& aLabel, GLDATA_POINT aPlace);
+  void DrawLabel(IGLContext& aContext, const GLString& aLabel, const GLDATA_POINT& aPlace);
   void DrawProgress(IGLCanvas& aCanvas, IGLContext& aContext);
 
+  const GLPtr<GLViewing> m_viewing;
   FrameClock* m_clock;
   const Progress* m_progress;
   GLPtr<IGLDrawAttr> m_fill;
   GLPtr<IGLDrawAttr> m_edge;
   GLPtr<IGLDrawAttr> m_bar;
-  GLPtr<IGLFont> m_font;  // made at the first label, on the draw thread
-  std::mutex m_lock;      // guards m_band and m_label
+  GLRasterText m_text;  // the draw thread's
+  std::mutex m_lock;    // guards m_band and m_label
   std::optional<Band> m_band;
   GLString m_label;
 };

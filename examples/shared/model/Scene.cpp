@@ -1,6 +1,7 @@
 #include "shared/model/Scene.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numbers>
 #include <stdexcept>
 
@@ -10,8 +11,8 @@ constexpr GLDATA_RGBA kAmbient{0.22f, 0.22f, 0.25f, 1.0f};
 constexpr GLDATA_RGBA kFrame{0.35f, 0.38f, 0.44f, 1.0f};
 constexpr float kFrameOffset = 0.006f;  // keeps the frame a pixel inside, where no edge rule drops it
 constexpr double kDegree = std::numbers::pi / 180;
-constexpr ULONG kLongestWait = 1000;  // ms from one frame to the next when nothing happens
-constexpr double kTurnPerPixel = 0.5 * kDegree;
+constexpr ULONG kLongestWait = 1000;   // ms from one frame to the next when nothing happens
+constexpr double kFieldOfView = 30.0;  // degrees, across the shorter side
 
 }  // namespace
 
@@ -19,7 +20,6 @@ Scene::Scene(std::shared_ptr<const Model> aModel, const SceneOptions& aOptions, 
     : m_model(std::move(aModel)),
       m_yaw(aOptions.yaw * kDegree),
       m_pitch(aOptions.pitch * kDegree),
-      m_camera(m_model->centre, m_model->radius),
       m_context(GLCreate<IGLContext>(CLSID_GLContext)),
       m_background(aOptions.background),
       m_width(aOptions.width),
@@ -38,21 +38,20 @@ Scene::Scene(std::shared_ptr<const Model> aModel, const SceneOptions& aOptions, 
   }
   m_control = m_context.As<IGLContext2>();
   m_context->SetBackgroundColor(&m_background);
-  m_capture = GLMake<SceneCapture>();
-  m_context->AttachCapture(m_capture.Get());
+  m_viewing = GLMake<GLViewing>(*m_context.Get());
   AddView(Direction::Free, aOptions.ortho);
   AddView(Direction::Front, true);
   AddView(Direction::Right, true);
   AddView(Direction::Top, true);
   AddLights();
-  m_camera.Turn(m_yaw, m_pitch);
   SetAxes(m_axes);
   SetText(aOptions.text);
   SetSize(m_width, m_height);
-  m_painter = GLMake<ModelPainter>(m_clock, m_progress, m_capture);
+  ResetCamera();
+  m_painter = GLMake<ModelPainter>(m_clock, m_progress, m_viewing);
   m_painter->SetModel(m_model);
   m_painter->SetShade(m_shade);
-  m_context->AttachPainter(m_painter.Get());
+  m_viewing->AttachPainter(m_painter.Get());
 }
 
 void Scene::AddView(Direction aDirection, bool aOrtho) {
@@ -60,7 +59,7 @@ void Scene::AddView(Direction aDirection, bool aOrtho) {
   view.direction = aDirection;
   if (FAILED(m_context->CreateViewer(0, aOrtho ? 1 : 0, &view.viewer))) throw std::runtime_error("no viewer");
   const bool last = aDirection == Direction::Free;
-  view.overlay = GLMake<Overlay>(last ? &m_clock : nullptr, last ? &m_progress : nullptr);
+  view.overlay = GLMake<Overlay>(m_viewing, last ? &m_clock : nullptr, last ? &m_progress : nullptr);
   view.viewer->AddGauge(view.overlay.Get());
   view.viewer->ShowGauges(1);
   GLDATA_RGBA color = kFrame;
@@ -111,21 +110,19 @@ void Scene::Layout() {
   const int lower = m_height / 2;
   const int right = m_width - left;
   const int upper = m_height - lower;
-  std::vector<SceneCapture::Place> places;
   for (View& view : m_views) {
     const bool quarter = m_count == 4;
-    view.shown = quarter || view.direction == Direction::Free;
     const bool onRight = view.direction == Direction::Free || view.direction == Direction::Right;
     const bool above = view.direction == Direction::Free || view.direction == Direction::Top;
-    view.x = quarter && onRight ? left : 0;
-    view.y = quarter && above ? lower : 0;
-    view.width = std::max(quarter ? (onRight ? right : left) : m_width, 1);
-    view.height = std::max(quarter ? (above ? upper : lower) : m_height, 1);
-    places.push_back({view.viewer, view.x, view.y, view.width, view.height});
+    const int width = std::max(quarter ? (onRight ? right : left) : m_width, 1);
+    const int height = std::max(quarter ? (above ? upper : lower) : m_height, 1);
+    view.viewer->SetClipRectangle(quarter && onRight ? left : 0, quarter && above ? lower : 0, width, height);
     view.viewer->Clip(quarter ? 1 : 0);
-    view.viewer->Show(view.shown ? 1 : 0);
+    view.viewer->Show(quarter || view.direction == Direction::Free ? 1 : 0);
+    // The field of view counts in the vertical; a tall view widens it so that the shorter side keeps its own.
+    const double aspect = std::min(static_cast<double>(width) / height, 1.0);
+    view.viewer->SetEyeFovy_DEG(2 * std::atan(std::tan(kFieldOfView / 2 * kDegree) / aspect) / kDegree);
   }
-  m_capture->SetPlaces(std::move(places));
   Refresh();
 }
 
@@ -166,36 +163,7 @@ void Scene::SetTextures(bool aOn) {
   Redraw();
 }
 
-std::future<std::optional<Picture>> Scene::Capture(int aZoom) {
-  auto picture = m_capture->Take(aZoom, m_background);
-  Redraw();
-  return picture;
-}
-
-void Scene::Turn(int aX, int aY, double aRight, double aDown) {
-  // The parallel views keep their directions; what would turn them moves them.
-  if (ViewAt(aX, aY).direction != Direction::Free) return Pan(aX, aY, aRight, aDown);
-  m_camera.Turn(-aRight * kTurnPerPixel, aDown * kTurnPerPixel);
-  Refresh();
-}
-
-void Scene::Pan(int aX, int aY, double aRight, double aDown) {
-  const View& view = ViewAt(aX, aY);
-  const double side = std::min(view.width, view.height);
-  m_camera.Pan(view.direction, aRight / side, -aDown / side);
-  Refresh();
-}
-
-void Scene::Zoom(double aFactor) {
-  m_camera.Zoom(aFactor);
-  Refresh();
-}
-
-void Scene::ResetCamera() {
-  m_camera = Camera(m_model->centre, m_model->radius);
-  m_camera.Turn(m_yaw, m_pitch);
-  Refresh();
-}
+SceneCapture Scene::Capture(int aZoom) { return SceneCapture(*m_viewing.Get(), aZoom, m_background); }
 
 void Scene::SetModel(std::shared_ptr<const Model> aModel) {
   m_model = std::move(aModel);
@@ -210,14 +178,13 @@ void Scene::ShowReading(float aShare) {
 }
 
 void Scene::Refresh() {
-  for (View& view : m_views) {
-    m_camera.Apply(*view.viewer, view.direction, static_cast<double>(view.width) / view.height);
-  }
   GLPtr<IGLFog> fog;
   m_context->GetFog(fog.Put());
-  const double start = std::max(m_camera.Distance() - m_camera.Radius(), 0.0);
+  const GLDATA_POINT eye = GeometryOf(m_views.front()).m_Eye.m_sOrigin;
+  const double distance = GLVector::Length(GLVector::Difference(m_model->centre, eye));
+  const double start = std::max(distance - m_model->radius, 0.0);
   fog->SetCalcMode(GLFM_CALCULATE_LINEAR);
-  fog->SetFogStartAndEnd(static_cast<float>(start), static_cast<float>(start + 2.4 * m_camera.Radius()));
+  fog->SetFogStartAndEnd(static_cast<float>(start), static_cast<float>(start + 2.4 * m_model->radius));
   fog->SetFogColor(&m_background);
   fog->Enable(m_fog ? 1 : 0);
   Redraw();

@@ -3,17 +3,16 @@
 
 #pragma once
 
-#include <gllib/GLLib.h>
-#include <gllib/GLLibHost.h>
+#include <gllib/GLNavigation.h>
+#include <gllib/GLViewing.h>
 
 #include <array>
-#include <future>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "shared/model/Camera.h"
 #include "shared/model/FrameClock.h"
 #include "shared/model/Model.h"
 #include "shared/model/ModelPainter.h"
@@ -56,11 +55,30 @@ class Scene {
   void SetTextures(bool aOn);
   bool HasTextures() const { return m_textures; }
 
-  /// Turns, pans and zooms as a drag or wheel at a pixel asks. Pixels from the top left, y down.
-  void Turn(int aX, int aY, double aRight, double aDown);
-  void Pan(int aX, int aY, double aRight, double aDown);
-  void Zoom(double aFactor);
-  /// Goes back to where the camera was at first.
+  // Navigation. Pixels count from the top left, y down.
+
+  /// The point of the model under a pixel; where there is none, the point of the pixel's ray that is closest
+  /// to the model's middle. Waits for a frame.
+  GLDATA_POINT PointUnder(int aX, int aY);
+  /// The point of the model under a pixel, or nothing. Waits for a frame.
+  std::optional<GLDATA_POINT> PointHit(int aX, int aY);
+  /// Whether a point appears in a pixel of the view that is seen there.
+  bool Shows(const GLDATA_POINT& aPoint, const GLPixelPlace& aPixel);
+  /// Turns the view at a pixel about a point; a view of a fixed direction is moved instead.
+  void Turn(const GLPixelPlace& aFrom, const GLPixelPlace& aTo, const GLPixelPlace& aView,
+            const GLDATA_POINT& aPivot);
+  /// Moves the view at a pixel so that a point appears at a place.
+  void Pan(const GLPixelPlace& aTo, const GLPixelPlace& aView, const GLDATA_POINT& aPoint);
+  /// Zooms the view at a pixel, where a point stays in its place.
+  /// @param aFactor below 1 brings the model nearer
+  void Zoom(const GLPixelPlace& aView, const GLDATA_POINT& aPoint, double aFactor);
+  /// Flies the free view's eye: shares of the model's radius, and radians to the left.
+  void Walk(double aForward, double aUp, double aLeft);
+  /// Turns the free view to a standard direction, over a moment.
+  void GoTo(GLStandardView aDirection);
+  /// Moves on what GoTo began. @return whether it goes on
+  bool Animate();
+  /// Goes back to where all eyes were at first.
   void ResetCamera();
 
   /// Shows a rubber band in the view that it starts in, or none.
@@ -73,37 +91,42 @@ class Scene {
 
   double FrameMilliseconds() const { return m_clock.Milliseconds(); }
   /// Asks for a picture of what is shown. @param aZoom times the window's size
-  /// @return as SceneCapture::Take
-  std::future<std::optional<Picture>> Capture(int aZoom);
+  SceneCapture Capture(int aZoom);
 
  private:
+  enum class Direction { Free, Front, Right, Top };
   struct View {
     Direction direction = Direction::Free;
     IGLViewer* viewer = nullptr;  // borrowed, the context's
     GLPtr<Overlay> overlay;
-    int x = 0, y = 0, width = 1, height = 1;  // in pixels from the lower left; the capture sends them
-    bool shown = false;
   };
+  using Clock = std::chrono::steady_clock;
 
   void AddView(Direction aDirection, bool aOrtho);
   void AddLights();
   void AddLight(const GLDATA_POINT& aDirection, GLDATA_RGBA aColor, float aShine);
   void Layout();
-  /// Sends the camera to all views and asks for a frame.
+  /// Lets the fog follow the eye and asks for a frame.
   void Refresh();
-  View& ViewAt(int aX, int aY);
-  /// The place of a pixel in a view, each coordinate from -1 to 1.
-  GLDATA_POINT Place(const View& aView, double aX, double aY) const;
+  View& ViewAt(const GLPixelPlace& aPixel);
+  GLViewGeometry GeometryOf(const View& aView) const {
+    return GLViewGeometry::Of(*m_context.Get(), *aView.viewer);
+  }
+  /// Sends a view's new eye, with planes that hold the model.
+  void Send(const View& aView, GLViewGeometry aGeometry);
+  /// Where a view looks from at first.
+  GLViewGeometry FirstGeometry(const View& aView) const;
 
   std::shared_ptr<const Model> m_model;
   FrameClock m_clock;
   Progress m_progress;
-  const double m_yaw, m_pitch;  // of the camera at first, radians
-  Camera m_camera;
+  const double m_yaw, m_pitch;  // of the free eye at first, radians
   GLPtr<IGLContext> m_context;  // goes after all that stands below, and with it the draw thread
   GLPtr<IGLContext2> m_control;
   GLPtr<ModelPainter> m_painter;
-  GLPtr<SceneCapture> m_capture;
+  GLPtr<GLViewing> m_viewing;
+  std::optional<GLTransition> m_transition;  // of the free view
+  Clock::time_point m_transitionStart;
   std::vector<View> m_views;  // the free one first, which is so drawn last
   GLDATA_RGBA m_background;
   int m_width;

@@ -1,51 +1,33 @@
-// SceneCapture: pictures of all views at a multiple of the window's size.
-// The host's thread places the views and asks; the context's draw thread serves.
+// SceneCapture: a picture of a scene that has been asked for. The host's thread asks whether it is there.
 
 #pragma once
 
-#include <gllib/GLLib.h>
-#include <gllib/GLLibHost.h>
+#include <gllib/GLViewing.h>
 
 #include <future>
-#include <mutex>
 #include <optional>
-#include <vector>
 
 #include "shared/Picture.h"
 
-class SceneCapture final : public GLCaptureBase {
+class SceneCapture {
  public:
-  /// A viewer and its clip rectangle, in pixels of the window.
-  struct Place {
-    IGLViewer* viewer;  // borrowed, the context's
-    int x, y, width, height;
-  };
-
-  /// Sends clip rectangles to the viewers, now and, larger by the zoom, for each picture: a capture enlarges
-  /// all that is drawn, but a rectangle is in pixels whatever they show.
-  void SetPlaces(std::vector<Place> aPlaces);
-
-  /// Asks for a picture. One that was asked for earlier and hasn't come is given up.
+  /// None is asked for.
+  SceneCapture() = default;
+  /// Asks for one.
   /// @param aZoom       times the window's size
   /// @param aBackground behind the model
-  /// @return the picture to come; nothing when it can't be made, for its size or for lack of memory
-  std::future<std::optional<Picture>> Take(int aZoom, const GLDATA_RGBA& aBackground);
+  SceneCapture(GLViewing& aViewing, int aZoom, const GLDATA_RGBA& aBackground);
 
-  /// Whether what is drawn now is a picture. The draw thread's to ask.
-  bool IsTaking() const { return m_taking; }
-
-  HRESULT IsEnabled(LONG* aEnabled) noexcept override;
-  HRESULT OnData(LONG aSuccess) noexcept override;
+  /// Whether one is asked for that has not been taken yet.
+  bool IsAsked() const { return m_taken.valid(); }
+  /// Waits. @return whether Take would not wait any more
+  bool IsThere(std::chrono::milliseconds aPatience) const {
+    return m_taken.wait_for(aPatience) == std::future_status::ready;
+  }
+  /// Waits for the picture. @return nothing when it can't be made, for its size or for lack of memory
+  std::optional<Picture> Take();
 
  private:
-  void Zoom(int aZoom);
-  /// With the lock held.
-  void SendPlaces() const;
-
-  GLPtr<IGLPixmap> m_pixmap = GLCreate<IGLPixmap>(CLSID_GLPixmap);
-  bool m_taking = false;  // the draw thread's
-  std::mutex m_lock;      // guards what follows
-  std::vector<Place> m_places;
-  int m_zoom = 1;  // of the moment
-  std::promise<std::optional<Picture>> m_result;
+  GLPtr<IGLPixmap> m_pixmap;
+  std::future<bool> m_taken;
 };

@@ -12,33 +12,32 @@ constexpr double kMiddle = 0.5;
 
 }  // namespace
 
-Scene::View& Scene::ViewAt(int aX, int aY) {
-  const int y = m_height - 1 - aY;
-  const auto holds = [&](const View& view) {
-    return view.shown && aX >= view.x && aX < view.x + view.width && y >= view.y && y < view.y + view.height;
-  };
-  const auto found = std::find_if(m_views.begin(), m_views.end(), holds);
+Scene::View& Scene::ViewAt(const GLPixelPlace& aPixel) {
+  const auto viewer = GLViewerAt(*m_context.Get(), aPixel);
+  const auto is = [&](const View& view) { return view.viewer == viewer.Get(); };
+  const auto found = std::find_if(m_views.begin(), m_views.end(), is);
   return found != m_views.end() ? *found : m_views.front();
-}
-
-GLDATA_POINT Scene::Place(const View& aView, double aX, double aY) const {
-  return {(aX - aView.x) / aView.width * 2 - 1, (m_height - aY - aView.y) / aView.height * 2 - 1, 0};
 }
 
 void Scene::ShowBand(const std::optional<PixelBox>& aBox) {
   for (View& view : m_views) view.overlay->SetBand(std::nullopt);
   if (aBox) {
-    View& view = ViewAt(aBox->x1, aBox->y1);
-    view.overlay->SetBand(Band{Place(view, aBox->x1, aBox->y1), Place(view, aBox->x2, aBox->y2)});
+    const View& view = ViewAt(GLMiddleOfPixel(aBox->x1, aBox->y1));
+    const GLViewGeometry geometry = GeometryOf(view);
+    const auto place = [&](int aX, int aY) {
+      return geometry.SelectPoint({static_cast<double>(aX), static_cast<double>(aY)});
+    };
+    view.overlay->SetBand(Band{place(aBox->x1, aBox->y1), place(aBox->x2, aBox->y2)});
   }
   Redraw();
 }
 
 std::vector<ULONG> Scene::Pick(const PixelBox& aBox) {
-  const View& view = ViewAt(aBox.x1, aBox.y1);
+  const View& view = ViewAt(GLMiddleOfPixel(aBox.x1, aBox.y1));
+  const GLViewGeometry geometry = GeometryOf(view);
   const double shift = aBox.point ? kMiddle : 0;
-  GLDATA_POINT from = Place(view, aBox.x1 + shift, aBox.y1 + shift);
-  GLDATA_POINT to = Place(view, aBox.x2 + shift, aBox.y2 + shift);
+  GLDATA_POINT from = geometry.SelectPoint({aBox.x1 + shift, aBox.y1 + shift});
+  GLDATA_POINT to = geometry.SelectPoint({aBox.x2 + shift, aBox.y2 + shift});
   // One record for each part that is hit, and one for whatever has no identifier.
   int count = static_cast<int>(m_model->parts.size()) + 1;
   std::vector<ULONG> ids(static_cast<std::size_t>(count));
