@@ -28,11 +28,16 @@ constexpr const char* kOptions = R"(
   --pick X,Y             print the name of the part at a pixel, and leave
   --pick-box X1,Y1,X2,Y2[,inside]
                          print the names of the parts in a box, or of those wholly inside it
+  --section AXIS[,SHARE] cut the model open square to x, y or z, at a share of its size (0.5)
+  --measure X1,Y1,X2,Y2[,X3,Y3]
+                         print the distance between the points at two pixels, or the angle at the second
+                         of three, in degrees
   --help                 this text
 
 In the window: drag to turn, right or middle drag to pan, wheel to zoom; click to pick a part, Shift-drag to
 pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, M textures, F fog, A axes,
-T text, R the first camera; C writes a picture at twice the window's size to a numbered PNG file; Esc leaves.
+T text, R the first camera; V the next standard view, arrows walk and turn; S cuts the model open, square to x, y,
+z, - and + or the slider move the cut; D measures between clicks, two a distance, three an angle; C writes a picture at twice the window's size to a numbered PNG file; Esc leaves.
 Files that are dropped on the window are shown instead. Nothing is remembered from one run to the next.
 
 Exit status: 0 done, 1 no display, no context or a file that can't be written, 2 a command line that makes no
@@ -135,6 +140,28 @@ PixelBox ParsePickBox(std::string_view aText) {
   return {corners[0], corners[1], corners[2], corners[3], inside, false};
 }
 
+Section ParseSection(std::string_view aText) {
+  const std::string_view axes = "xyz";
+  const auto axis = aText.empty() ? axes.npos : axes.find(aText.front());
+  Section section{static_cast<int>(axis)};
+  if (aText.size() > 1) {
+    const auto share = aText[1] == ',' ? Numbers<double>(aText.substr(2), ',') : std::vector<double>();
+    section.share = share.size() == 1 ? share[0] : -1;
+  }
+  if (axis == axes.npos || !(section.share >= 0 && section.share <= 1)) {
+    throw UsageError("--section takes x, y or z and a share from 0 to 1, not '" + std::string(aText) + "'");
+  }
+  return section;
+}
+
+std::vector<int> ParseMeasure(std::string_view aText) {
+  const auto pixels = Numbers<int>(aText, ',');
+  if (pixels.size() != 4 && pixels.size() != 6) {
+    throw UsageError("--measure takes two or three X,Y in pixels, not '" + std::string(aText) + "'");
+  }
+  return pixels;
+}
+
 void RequireInside(const Options& aOptions) {
   const auto& box = *aOptions.pick;
   const auto within = [&](int aX, int aY) {
@@ -189,6 +216,10 @@ Options ParseOptions(int argc, const char* const* argv) {
       ParseTurn(value(), options);
     else if (option == "--pick")
       options.pick = ParsePick(value());
+    else if (option == "--section")
+      options.section = ParseSection(value());
+    else if (option == "--measure")
+      options.measure = ParseMeasure(value());
     else if (option == "--pick-box")
       options.pick = ParsePickBox(value());
     else if (option == "--views") {

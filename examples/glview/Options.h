@@ -16,6 +16,7 @@ struct Options : SceneOptions {
   double zoom = 1;        ///< of the picture; the window has none
   bool help = false;
   std::optional<PixelBox> pick;
+  std::vector<int> measure;  ///< two or three pixels, x and y of each
 };
 
 /// A command line that makes no sense; what() is one line for the user.

@@ -30,6 +30,16 @@ Picture TakePicture(Scene& aScene, const Options& aOptions) {
   return std::move(*result);
 }
 
+void PrintMeasured(Scene& aScene, const std::vector<int>& aPixels) {
+  for (std::size_t i = 0; i < aPixels.size(); i += 2) {
+    if (!aScene.MeasureAt(aPixels[i], aPixels[i + 1])) {
+      throw std::runtime_error("no point of the model at " + std::to_string(aPixels[i]) + "," +
+                               std::to_string(aPixels[i + 1]));
+    }
+  }
+  std::printf("%s\n", aScene.Measured().c_str());
+}
+
 }  // namespace
 
 void TakeSnapshot(std::shared_ptr<const Model> aModel, const Options& aOptions) {
@@ -41,6 +51,7 @@ void TakeSnapshot(std::shared_ptr<const Model> aModel, const Options& aOptions) 
     scene.Mark(ids);
     if (!aOptions.pick->point) scene.ShowBand(aOptions.pick);
   }
+  if (!aOptions.measure.empty()) PrintMeasured(scene, aOptions.measure);
   if (aOptions.out.empty()) return;
   const Picture picture = TakePicture(scene, aOptions);
   if (!WritePng(picture, aOptions.out)) throw std::runtime_error("can't write " + aOptions.out);

@@ -9,7 +9,10 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kTitlePeriod = 250ms, kReadingPeriod = 50ms;
+constexpr auto kAnimationPeriod = 15ms;
 constexpr int kCaptureZoom = 2;
+constexpr double kStep = 0.1, kLook = 0.05;  // of an arrow: radii and radians
+constexpr double kSectionStep = 0.02;
 
 /// The first name of the kind model-001.png that no file has yet.
 std::string FreeName(const std::string& aModel) {
@@ -40,16 +43,35 @@ void Viewing::Key(char aKey) {
       return m_scene.SetViews(aKey - '0');
     case 'A':
       return m_scene.SetAxes(!m_scene.HasAxes());
+    case '^':
+      return m_scene.Walk(kStep, 0, 0);
+    case 'v':
+      return m_scene.Walk(-kStep, 0, 0);
+    case '<':
+      return m_scene.Walk(0, 0, kLook);
+    case '>':
+      return m_scene.Walk(0, 0, -kLook);
+    case '-':
+      return MoveSection(-kSectionStep);
+    case '+':
+    case '=':
+      return MoveSection(kSectionStep);
     case 'C':
       return StartCapture();
+    case 'D':
+      return ToggleMeasuring();
     case 'F':
       return m_scene.SetFog(!m_scene.HasFog());
     case 'M':
       return m_scene.SetTextures(!m_scene.HasTextures());
     case 'R':
       return m_scene.ResetCamera();
+    case 'S':
+      return NextSection();
     case 'T':
       return m_scene.SetText(!m_scene.HasText());
+    case 'V':
+      return NextStandardView();
     case 'W': {
       constexpr int kShades = 4;
       return m_scene.SetShade(static_cast<Shade>((static_cast<int>(m_scene.GetShade()) + 1) % kShades));
@@ -66,6 +88,11 @@ void Viewing::Release() {
 void Viewing::Wheel(double aUp) { m_dragging.Wheel(aUp); }
 
 void Viewing::Pick(const PixelBox& aBox) {
+  if (m_measuring && aBox.point) {
+    m_scene.MeasureAt(aBox.x1, aBox.y1);
+    const std::string text = m_scene.Measured();
+    return Note(text.empty() ? "measuring" : text);
+  }
   const auto ids = m_scene.Pick(aBox);
   m_scene.Mark(ids);
   m_picked.clear();
@@ -73,15 +100,42 @@ void Viewing::Pick(const PixelBox& aBox) {
   m_titleTime.reset();
 }
 
+void Viewing::NextSection() {
+  Section section = m_scene.GetSection();
+  constexpr int kAxes = 3;
+  section.axis = section.axis + 1 == kAxes ? -1 : section.axis + 1;
+  m_scene.SetSection(section);
+}
+
+void Viewing::MoveSection(double aShare) {
+  Section section = m_scene.GetSection();
+  section.share += aShare;
+  if (section.IsOn()) m_scene.SetSection(section);
+}
+
+void Viewing::NextStandardView() {
+  constexpr int kViews = static_cast<int>(GLStandardView::Isometric) + 1;
+  m_standardView = (m_standardView + 1) % kViews;
+  m_scene.GoTo(static_cast<GLStandardView>(m_standardView));
+}
+
+void Viewing::ToggleMeasuring() {
+  m_measuring = !m_measuring;
+  m_scene.EndMeasuring();
+  Note(m_measuring ? "measuring" : "");
+}
+
 void Viewing::Show(std::vector<std::string> aPaths) { m_loader.Start(std::move(aPaths), m_together); }
 
 void Viewing::Follow() {
+  m_scene.Animate();
   FollowReading();
   FinishCapture();
   UpdateTitle();
 }
 
 std::chrono::milliseconds Viewing::FollowPeriod() const {
+  if (m_scene.IsAnimated()) return kAnimationPeriod;
   return m_loader.IsReading() ? kReadingPeriod : kTitlePeriod;
 }
 

@@ -22,7 +22,7 @@ class Viewing {
   Viewing(const Options& aOptions, ULONG_PTR aParent, std::function<void(const std::string&)> aSetTitle);
 
   void SetSize(int aWidth, int aHeight) { m_scene.SetSize(aWidth, aHeight); }
-  /// Does what a key stands for, by the digit or capital letter on it.
+  /// Does what a key stands for, by the digit, sign or capital letter on it; arrows are ^ v < >.
   void Key(char aKey);
   void Press(Dragging::Kind aKind) { m_dragging.Press(aKind); }
   void Move(double aX, double aY) { m_dragging.Move(aX, aY); }
@@ -39,6 +39,11 @@ class Viewing {
 
  private:
   void Pick(const PixelBox& aBox);
+  /// Cuts the model open square to the next axis, or not at all.
+  void NextSection();
+  void MoveSection(double aShare);
+  void NextStandardView();
+  void ToggleMeasuring();
   /// Shows how far reading is, and what was read once it is there.
   void FollowReading();
   void StartCapture();
@@ -56,6 +61,8 @@ class Viewing {
   std::string m_picked;
   SceneCapture m_picture;
   std::string m_note;
+  int m_standardView = -1;  // the last one that was gone to
+  bool m_measuring = false;
   Loader m_loader;
   std::optional<std::chrono::steady_clock::time_point> m_titleTime;  // none: at once
 };

@@ -3,6 +3,7 @@
 #include <GLFW/glfw3.h>
 
 #include <chrono>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -12,6 +13,11 @@
 #include "glview/Viewing.h"
 
 namespace {
+
+/// Keys that aren't named by what stands on them.
+const std::map<int, char> kNamedKeys = {{GLFW_KEY_UP, '^'},          {GLFW_KEY_DOWN, 'v'},
+                                        {GLFW_KEY_LEFT, '<'},        {GLFW_KEY_RIGHT, '>'},
+                                        {GLFW_KEY_KP_SUBTRACT, '-'}, {GLFW_KEY_KP_ADD, '+'}};
 
 /// GLFW from its start to its end.
 struct Session {
@@ -72,7 +78,8 @@ void Window::Listen() {
     Of(aWindow).m_viewing->SetSize(aWidth, aHeight);
   });
   glfwSetKeyCallback(m_window, [](GLFWwindow* aWindow, int aKey, int, int aAction, int) {
-    if (aAction == GLFW_PRESS) Of(aWindow).OnKey(aKey);
+    const bool repeats = kNamedKeys.contains(aKey) || aKey == GLFW_KEY_MINUS || aKey == GLFW_KEY_EQUAL;
+    if (aAction == GLFW_PRESS || (aAction == GLFW_REPEAT && repeats)) Of(aWindow).OnKey(aKey);
   });
   glfwSetMouseButtonCallback(m_window, [](GLFWwindow* aWindow, int aButton, int aAction, int aModifiers) {
     Of(aWindow).OnButton(aButton, aAction, aModifiers);
@@ -97,6 +104,8 @@ void Window::Run() {
 void Window::OnKey(int aKey) {
   if (aKey == GLFW_KEY_ESCAPE) return glfwSetWindowShouldClose(m_window, GLFW_TRUE);
   if (aKey >= GLFW_KEY_KP_0 && aKey <= GLFW_KEY_KP_9) aKey += '0' - GLFW_KEY_KP_0;
+  const auto named = kNamedKeys.find(aKey);
+  if (named != kNamedKeys.end()) return m_viewing->Key(named->second);
   if (aKey <= 'Z') m_viewing->Key(static_cast<char>(aKey));  // letters and digits go by their characters
 }
 

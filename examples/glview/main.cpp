@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
     const Options options = ParseOptions(argc, argv);
     if (options.help) {
       std::fputs(HelpText().c_str(), stdout);
-    } else if (options.out.empty() && !options.pick) {
+    } else if (options.out.empty() && !options.pick && options.measure.empty()) {
       ShowWindow(options);
     } else {
       TakeSnapshot(LoadWithProgressLine(options), options);

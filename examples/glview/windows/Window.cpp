@@ -4,6 +4,7 @@
 #include <shellapi.h>
 #include <windowsx.h>
 
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -12,6 +13,11 @@
 #include "glview/Viewing.h"
 
 namespace {
+
+/// Keys that aren't named by what stands on them.
+const std::map<WPARAM, char> kNamedKeys = {{VK_UP, '^'},        {VK_DOWN, 'v'},     {VK_LEFT, '<'},
+                                           {VK_RIGHT, '>'},     {VK_SUBTRACT, '-'}, {VK_ADD, '+'},
+                                           {VK_OEM_MINUS, '-'}, {VK_OEM_PLUS, '+'}};
 
 constexpr char kClass[] = "glview";
 
@@ -100,6 +106,10 @@ bool Window::On(UINT aMessage, WPARAM aWord, LPARAM aLong) {
     case WM_KEYDOWN:
       if (aWord == VK_ESCAPE) m_leaving = true;
       if (aWord >= VK_NUMPAD0 && aWord <= VK_NUMPAD9) aWord += '0' - VK_NUMPAD0;
+      if (const auto named = kNamedKeys.find(aWord); named != kNamedKeys.end()) {
+        m_viewing->Key(named->second);
+        return true;
+      }
       if (aWord <= 'Z')
         m_viewing->Key(static_cast<char>(aWord));  // letters and digits go by their characters
       return true;

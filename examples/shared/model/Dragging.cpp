@@ -18,11 +18,12 @@ Dragging::Kind Dragging::KindOf(bool aLeft, bool aShift, bool aControl) {
 
 void Dragging::Press(Kind aKind) {
   if (m_kind != Kind::Idle) return;
-  m_kind = aKind;
+  m_kind = m_scene.IsOnSlider({m_x, m_y}) ? Kind::Slide : aKind;
   m_startX = m_x;
   m_startY = m_y;
   m_moved = false;
   m_pivot.reset();
+  if (m_kind == Kind::Slide) m_scene.DragSlider({m_x, m_y});
 }
 
 void Dragging::Wheel(double aUp) { m_scene.Zoom({m_x, m_y}, PointUnderPointer(), std::pow(kWheelStep, aUp)); }
@@ -38,6 +39,7 @@ void Dragging::Move(double aX, double aY) {
   m_x = aX;
   m_y = aY;
   if (m_kind == Kind::Idle) return;
+  if (m_kind == Kind::Slide) return m_scene.DragSlider(to);
   const bool wasMoved =
       std::exchange(m_moved, m_moved || std::hypot(m_x - m_startX, m_y - m_startY) > kClickSlack);
   if (!m_moved) return;
@@ -54,7 +56,7 @@ void Dragging::Move(double aX, double aY) {
 
 std::optional<PixelBox> Dragging::Release() {
   const Kind kind = std::exchange(m_kind, Kind::Idle);
-  if (kind == Kind::Idle) return std::nullopt;
+  if (kind == Kind::Idle || kind == Kind::Slide) return std::nullopt;
   PixelBox box = Spanned();
   if (!m_moved && kind != Kind::Pan) {
     box.x2 = box.x1;

@@ -9,7 +9,7 @@
 
 class Dragging {
  public:
-  enum class Kind { Idle, Turn, Pan, Box, BoxInside };
+  enum class Kind { Idle, Turn, Pan, Box, BoxInside, Slide };
 
   /// What a drag does by the button and the keys that are held with it.
   static Kind KindOf(bool aLeft, bool aShift, bool aControl);

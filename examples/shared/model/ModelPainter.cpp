@@ -1,13 +1,12 @@
 #include "shared/model/ModelPainter.h"
 
-#include <GL/gl.h>
-
 #include <algorithm>
 
 namespace {
 
 constexpr GLDATA_RGBA kMarkColor{1.0f, 0.55f, 0.1f, 1.0f};
 constexpr float kPointSize = 2.0f;
+constexpr GLenum kSectionPlane = GL_CLIP_PLANE0;  // the context has no planes of its own
 constexpr int kAllModes = 0xFFF;
 constexpr int kBothSides = GLDM_SHOW_FRONT | GLDM_SHOW_BACK;
 constexpr int kFaces = kBothSides | GLDM_SMOOTH_LIGHTING;
@@ -18,9 +17,11 @@ GLDATA_POINT PointOf(const std::array<float, 3>& aValue) { return {aValue[0], aV
 
 }  // namespace
 
-ModelPainter::ModelPainter(FrameClock& aClock, Progress& aProgress, GLPtr<GLViewing> aViewing)
+ModelPainter::ModelPainter(FrameClock& aClock, Progress& aProgress, Measuring& aMeasure,
+                           GLPtr<GLViewing> aViewing)
     : m_clock(aClock),
       m_progress(aProgress),
+      m_measure(aMeasure),
       m_viewing(std::move(aViewing)),
       m_mode(GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr)) {
   m_mode->SetPointSize(kPointSize);
@@ -43,6 +44,11 @@ void ModelPainter::SetTextures(bool aOn) {
   m_look.textures = aOn;
 }
 
+void ModelPainter::SetSection(const Section& aSection) {
+  const std::lock_guard lock(m_lock);
+  m_look.section = aSection;
+}
+
 void ModelPainter::SetMarked(const std::vector<ULONG>& aIds) {
   std::vector<bool> marked;
   for (const ULONG id : aIds) {
@@ -58,29 +64,44 @@ HRESULT ModelPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* 
   if (!m_shown) return S_OK;
   const GLPassKind pass = m_viewing->Pass();
   Prepare(*aCanvas, *aContext, pass);
+  Cut(look);
   if (pass == GLPassKind::Selection) {
     DrawForPicking(*aCanvas);
-    return S_OK;
+  } else {
+    DrawModel(*aCanvas, *aContext, *aViewer, look);
   }
+  glDisable(kSectionPlane);
+  // After the model, whose points are read from the depths: an overlay writes none.
+  if (pass != GLPassKind::Selection) m_measure.Draw(*aCanvas, *aContext, m_viewing->Scale());
+  return S_OK;
+}
+
+void ModelPainter::Cut(const Look& aLook) const {
+  if (!aLook.section.IsOn()) return;
+  glClipPlane(kSectionPlane, aLook.section.Equation(*m_shown->model).data());
+  glEnable(kSectionPlane);
+}
+
+void ModelPainter::DrawModel(IGLCanvas& aCanvas, IGLContext& aContext, IGLViewer& aViewer,
+                             const Look& aLook) {
   m_clock.Start();
   glEnable(GL_DEPTH_TEST);  // the axes figure of the viewer before leaves it off for the rest of the frame
   glDepthFunc(GL_LEQUAL);   // a capture starts with GL's own, which drops edges on faces square to the eye
-  switch (look.shade) {
+  switch (aLook.shade) {
     case Shade::Shaded:
-      DrawShaded(*aCanvas, *aContext, look);
-      DrawTransparent(*aCanvas, *aViewer, look);
+      DrawShaded(aCanvas, aContext, aLook);
+      DrawTransparent(aCanvas, aViewer, aLook);
       break;
     case Shade::Wire:
-      DrawUnlit(*aCanvas, look);
+      DrawUnlit(aCanvas, aLook);
       break;
     case Shade::Hidden:
-      DrawHiddenLine(*aCanvas, *aContext, look);
+      DrawHiddenLine(aCanvas, aContext, aLook);
       break;
     case Shade::Points:
-      DrawPoints(*aCanvas, look);
+      DrawPoints(aCanvas, aLook);
       break;
   }
-  return S_OK;
 }
 
 ModelPainter::Look ModelPainter::TakeLook(IGLCanvas& aCanvas) {

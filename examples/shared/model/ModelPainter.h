@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "shared/model/FrameClock.h"
+#include "shared/model/Measuring.h"
 #include "shared/model/Model.h"
 #include "shared/model/ModelLists.h"
 #include "shared/model/Progress.h"
@@ -21,8 +22,9 @@ class ModelPainter final : public GLPainterBase {
  public:
   /// @param aClock    told when a frame begins; must outlive the painter
   /// @param aProgress told how far the lists of a large model are; must outlive the painter
+  /// @param aMeasure  drawn over the model; must outlive the painter
   /// @param aViewing  asked what pass it is: a picture is to show all of the model
-  ModelPainter(FrameClock& aClock, Progress& aProgress, GLPtr<GLViewing> aViewing);
+  ModelPainter(FrameClock& aClock, Progress& aProgress, Measuring& aMeasure, GLPtr<GLViewing> aViewing);
 
   /// Draws another model from the next frame on; nothing of it is marked.
   void SetModel(std::shared_ptr<const Model> aModel);
@@ -31,6 +33,8 @@ class ModelPainter final : public GLPainterBase {
   void SetShade(Shade aShade);
   /// Shows the images of surfaces, or their colours alone.
   void SetTextures(bool aOn);
+  /// Cuts the model open.
+  void SetSection(const Section& aSection);
   /// Draws these parts in the colour of what is picked.
   void SetMarked(const std::vector<ULONG>& aIds);
 
@@ -41,6 +45,7 @@ class ModelPainter final : public GLPainterBase {
   struct Look {
     Shade shade = Shade::Shaded;
     bool textures = true;
+    Section section;
     std::vector<bool> marked;  // by identifier
   };
   /// A triangle that is seen through, and whose it is.
@@ -57,6 +62,9 @@ class ModelPainter final : public GLPainterBase {
     std::vector<Pane*> order;  // of the panes, farthest first
   };
 
+  /// Switches the section's plane on, in the painter's coordinates.
+  void Cut(const Look& aLook) const;
+  void DrawModel(IGLCanvas& aCanvas, IGLContext& aContext, IGLViewer& aViewer, const Look& aLook);
   /// Takes what the host's thread has set, another model too.
   Look TakeLook(IGLCanvas& aCanvas);
   void Prepare(IGLCanvas& aCanvas, IGLContext& aContext, GLPassKind aPass);
@@ -74,6 +82,7 @@ class ModelPainter final : public GLPainterBase {
 
   FrameClock& m_clock;
   Progress& m_progress;
+  Measuring& m_measure;
   const GLPtr<GLViewing> m_viewing;
   std::atomic<bool> m_stepwise{false};
   std::mutex m_lock;  // guards what the host's thread sets

@@ -9,7 +9,7 @@ constexpr std::uint16_t kDashes = 0x0F0F;
 constexpr GLDATA_RGBA kFillColor{1.0f, 0.55f, 0.1f, 0.15f};
 constexpr GLDATA_RGBA kEdgeColor{1.0f, 0.55f, 0.1f, 1.0f};
 constexpr GLDATA_RGBA kLabelColor{0.9f, 0.9f, 0.85f, 1.0f};
-constexpr GLDATA_POINT kLabelPlace{-0.97, 0.92, 0.0};
+constexpr GLDATA_POINT kLabelPlace{-0.97, 0.9, 0.0};
 constexpr Band kBar{{-0.5, -0.9, 0}, {0.5, -0.87, 0}};
 constexpr GLDATA_POINT kBarLabelPlace{-0.5, -0.84, 0};
 
@@ -51,16 +51,24 @@ void Overlay::SetLabel(const std::string& aText) {
   m_label = GLString(aText);
 }
 
+void Overlay::SetSection(const Section& aSection) {
+  const std::lock_guard lock(m_lock);
+  m_section = aSection;
+}
+
 HRESULT Overlay::Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept {
   std::optional<Band> band;
   GLString label;
+  Section section;
   {
     const std::lock_guard lock(m_lock);
     band = m_band;
     label = m_label;
+    section = m_section;
   }
   if (band) DrawBand(*aCanvas, *band);
   if (SysStringLen(label) > 0) DrawLabel(*aContext, label, kLabelPlace);
+  if (section.IsOn()) DrawSlider(section);
   if (m_progress != nullptr) DrawProgress(*aCanvas, *aContext);
   if (m_clock != nullptr) {
     glFinish();  // else the time would be that of asking, not of drawing
@@ -79,6 +87,23 @@ void Overlay::DrawBand(IGLCanvas& aCanvas, const Band& aBand) {
   aCanvas.BeginDrawLineLoop();
   EmitCorners(aCanvas, aBand);
   aCanvas.EndDrawVertices();
+}
+
+void Overlay::DrawSlider(const Section& aSection) {
+  const GLOverlay overlay(GLOverlayUnits::Pixels, m_viewing->Scale());
+  const SectionSlider slider = SectionSlider::In(overlay.Width(), overlay.Height());
+  const auto bar = [](double aLeft, double aTop, double aRight, double aBottom, const GLDATA_RGBA& aColor) {
+    glColor4f(aColor.m_fRed, aColor.m_fGreen, aColor.m_fBlue, aColor.m_fAlpha);
+    glRectd(aLeft, aBottom, aRight, aTop);
+  };
+  const double at = slider.HeightOf(aSection.share);
+  const auto channel = [&](int aAxis) { return aAxis == aSection.axis ? 1.0f : 0.4f; };
+  GLDATA_RGBA faint = kLabelColor;
+  faint.m_fAlpha = 0.3f;
+  const GLDATA_RGBA axis{channel(0), channel(1), channel(2), 1.0f};  // as in the axes figure
+  bar(slider.left, slider.top, slider.right, slider.bottom, faint);
+  bar(slider.left, at, slider.right, slider.bottom, axis);
+  bar(slider.left - 5, at - 3, slider.right + 5, at + 3, kLabelColor);
 }
 
 void Overlay::DrawProgress(IGLCanvas& aCanvas, IGLContext& aContext) {

@@ -11,6 +11,7 @@
 
 #include "shared/model/FrameClock.h"
 #include "shared/model/Progress.h"
+#include "shared/model/Section.h"
 
 /// A rectangle of a view, each coordinate from -1 at the left or lower edge to 1.
 struct Band {
@@ -30,11 +31,15 @@ class Overlay final : public GLViewerGaugeBase {
   /// Shows a line of text in the upper left corner, or none for an empty one.
   void SetLabel(const std::string& aText);
 
+  /// Shows the slider of a section, while that is on.
+  void SetSection(const Section& aSection);
+
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept override;
 
  private:
   void DrawBand(IGLCanvas& aCanvas, const Band& aBand);
   void DrawLabel(IGLContext& aContext, const GLString& aLabel, const GLDATA_POINT& aPlace);
+  void DrawSlider(const Section& aSection);
   void DrawProgress(IGLCanvas& aCanvas, IGLContext& aContext);
 
   const GLPtr<GLViewing> m_viewing;
@@ -44,7 +49,8 @@ class Overlay final : public GLViewerGaugeBase {
   GLPtr<IGLDrawAttr> m_edge;
   GLPtr<IGLDrawAttr> m_bar;
   GLRasterText m_text;  // the draw thread's
-  std::mutex m_lock;    // guards m_band and m_label
+  std::mutex m_lock;    // guards what follows
   std::optional<Band> m_band;
   GLString m_label;
+  Section m_section;
 };

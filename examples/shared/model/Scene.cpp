@@ -48,10 +48,11 @@ Scene::Scene(std::shared_ptr<const Model> aModel, const SceneOptions& aOptions, 
   SetText(aOptions.text);
   SetSize(m_width, m_height);
   ResetCamera();
-  m_painter = GLMake<ModelPainter>(m_clock, m_progress, m_viewing);
+  m_painter = GLMake<ModelPainter>(m_clock, m_progress, m_measure, m_viewing);
   m_painter->SetModel(m_model);
   m_painter->SetShade(m_shade);
   m_viewing->AttachPainter(m_painter.Get());
+  SetSection(aOptions.section);
 }
 
 void Scene::AddView(Direction aDirection, bool aOrtho) {
@@ -168,6 +169,7 @@ SceneCapture Scene::Capture(int aZoom) { return SceneCapture(*m_viewing.Get(), a
 void Scene::SetModel(std::shared_ptr<const Model> aModel) {
   m_model = std::move(aModel);
   m_painter->SetModel(m_model);
+  m_measure.Clear();
   SetText(m_text);
   ResetCamera();
 }

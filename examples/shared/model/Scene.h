@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "shared/model/FrameClock.h"
+#include "shared/model/Measuring.h"
 #include "shared/model/Model.h"
 #include "shared/model/ModelPainter.h"
 #include "shared/model/Overlay.h"
@@ -55,6 +56,18 @@ class Scene {
   void SetTextures(bool aOn);
   bool HasTextures() const { return m_textures; }
 
+  /// Cuts the model open, with a slider at the right edge of the free view.
+  void SetSection(const Section& aSection);
+  const Section& GetSection() const { return m_section; }
+  /// Whether a pixel lies on the slider. From the top left, y down.
+  bool IsOnSlider(const GLPixelPlace& aPixel) const;
+  /// Moves the section to where the slider is dragged to.
+  void DragSlider(const GLPixelPlace& aPixel);
+  /// Measures from one more point of the model. @return false with no point under the pixel
+  bool MeasureAt(int aX, int aY);
+  void EndMeasuring();
+  std::string Measured() const { return m_measure.Text(); }
+
   // Navigation. Pixels count from the top left, y down.
 
   /// The point of the model under a pixel; where there is none, the point of the pixel's ray that is closest
@@ -76,8 +89,9 @@ class Scene {
   void Walk(double aForward, double aUp, double aLeft);
   /// Turns the free view to a standard direction, over a moment.
   void GoTo(GLStandardView aDirection);
-  /// Moves on what GoTo began. @return whether it goes on
-  bool Animate();
+  /// Moves on what GoTo began, while it goes on.
+  void Animate();
+  bool IsAnimated() const { return m_transition.has_value(); }
   /// Goes back to where all eyes were at first.
   void ResetCamera();
 
@@ -120,6 +134,7 @@ class Scene {
   std::shared_ptr<const Model> m_model;
   FrameClock m_clock;
   Progress m_progress;
+  Measuring m_measure;
   const double m_yaw, m_pitch;  // of the free eye at first, radians
   GLPtr<IGLContext> m_context;  // goes after all that stands below, and with it the draw thread
   GLPtr<IGLContext2> m_control;
@@ -138,4 +153,5 @@ class Scene {
   bool m_text = false;
   bool m_textures = true;
   bool m_onRequest = false;
+  Section m_section;
 };

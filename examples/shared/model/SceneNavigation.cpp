@@ -98,13 +98,12 @@ void Scene::GoTo(GLStandardView aDirection) {
   m_transitionStart = Clock::now();
 }
 
-bool Scene::Animate() {
-  if (!m_transition) return false;
+void Scene::Animate() {
+  if (!m_transition) return;
   const double seconds = Seconds(Clock::now() - m_transitionStart);
   Send(m_views.front(), m_transition->At(seconds));
   if (m_transition->IsOver(seconds)) m_transition.reset();
   Refresh();
-  return m_transition.has_value();
 }
 
 GLViewGeometry Scene::FirstGeometry(const View& aView) const {

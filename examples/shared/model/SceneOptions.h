@@ -4,6 +4,8 @@
 
 #include <gllib/GLLib.h>
 
+#include "shared/model/Section.h"
+
 /// How faces are drawn.
 enum class Shade { Shaded, Wire, Hidden, Points };
 
@@ -27,4 +29,5 @@ struct SceneOptions {
   Shade shade = Shade::Shaded;
   double yaw = 30;    ///< degrees
   double pitch = 15;  ///< degrees
+  Section section;
 };
