@@ -120,7 +120,11 @@ TEST_F(Glview, RefusesABadCommandLineInOneLine) {
                            "--zoom nan --out x.png",
                            "--background 12345",
                            "--background 12345g",
-                           "--fsaa 0"}) {
+                           "--fsaa 0",
+                           "--section w",
+                           "--section x,2",
+                           "--section x0.5",
+                           "--measure 1,2,3"}) {
     std::istringstream in(line);
     std::vector<std::string> arguments{std::istream_iterator<std::string>(in), {}};
     arguments.push_back(Squares());
@@ -221,6 +225,41 @@ TEST_F(Glview, PicksInTheQuarterThatThePixelLiesIn) {
                               std::to_string(x) + "," + std::to_string(kSide + kSide / 2), model});
     EXPECT_EQ(outcome.out, name) << outcome.err;
   }
+}
+
+TEST_F(Glview, MeasuresInTheModelsUnits) {
+  const auto measured = [&](std::vector<std::pair<double, double>> aPoints) {
+    std::string pixels;
+    for (const auto& [x, y] : aPoints) {
+      if (!pixels.empty()) pixels += ',';
+      pixels += std::to_string(Pixel(x));
+      pixels += ',';
+      pixels += std::to_string(Pixel(-y));
+    }
+    return FromTheFront(Squares(), {"--measure", pixels});
+  };
+  const double pixel = 2 * 1.04 * std::hypot(2, 2) / kSide;
+  EXPECT_NEAR(std::stod(measured({{-0.5, 0.4}, {0.5, -0.4}}).out), std::hypot(1, 0.8), 2 * pixel);
+  EXPECT_NEAR(std::stod(measured({{0, 0.8}, {1.5, 0}}).out), std::hypot(1.5, 0.8, 2), 2 * pixel)
+      << "from the front square to the one 2 behind it";
+  EXPECT_NEAR(std::stod(measured({{0.6, 0}, {0, 0}, {0, 0.6}}).out), 90, 2);
+  EXPECT_EQ(measured({{0, 0}, {-1.5, 1.5}}).status, 1) << "where there is nothing, nothing is measured";
+}
+
+TEST_F(Glview, CutsTheModelOpen) {
+  const auto picked = [&](const std::string& aSection, double aX) {
+    std::string pixel = std::to_string(Pixel(aX));
+    pixel += ',';
+    pixel += std::to_string(Pixel(0));
+    return FromTheFront(Squares(), {"--section", aSection, "--pick", pixel}).out;
+  };
+  EXPECT_EQ(picked("x", -0.4), "front\n");
+  EXPECT_EQ(picked("x", 0.4), "") << "cut off";
+  EXPECT_EQ(picked("z,0.5", 0), "behind\n") << "seen through the cut";
+  EXPECT_EQ(picked("z,1", 0), "front\n");
+  const Picture cut = PictureOf(Squares(), {"--section", "x"});
+  EXPECT_TRUE(IsDrawn(cut, At(cut, -0.4, 0)));
+  EXPECT_FALSE(IsDrawn(cut, At(cut, 0.4, 0)));
 }
 
 TEST_F(Glview, DrawsEachShading) {

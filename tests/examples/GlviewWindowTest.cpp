@@ -16,7 +16,8 @@ constexpr int kHeight = 240;
 constexpr int kMiddleX = kWidth / 2, kMiddleY = kHeight / 2;
 constexpr std::uint32_t kBackground = 0x212630;
 // The server's keycodes.
-constexpr std::uint8_t kEscape = 9, kFour = 13, kW = 25, kControl = 37, kShift = 50, kC = 54, kM = 58;
+constexpr std::uint8_t kEscape = 9, kFour = 13, kW = 25, kS = 39, kD = 40, kV = 55, kControl = 37,
+                       kShift = 50, kC = 54, kM = 58;
 
 class GlviewWindow : public HostOnScreen {
  protected:
@@ -110,6 +111,34 @@ TEST_F(GlviewWindow, ShowsPicksAndLeaves) {
   ExpectPicture("wall-001.png");
   ExpectPicture("wall-002.png");
 
+  m_screen.Press(kEscape);
+  EXPECT_EQ(Status(), 0);
+}
+
+TEST_F(GlviewWindow, MeasuresCutsAndTurns) {
+  Open(Wall(), "triangles");
+  const auto shows = [&](int aX, int aY) { return Eventually([&] { return Pixel(aX, aY) != kBackground; }); };
+  const auto hides = [&](int aX, int aY) { return Eventually([&] { return Pixel(aX, aY) == kBackground; }); };
+  const int x = kMiddleX - 40, y = kMiddleY + 10;
+  ASSERT_TRUE(shows(x, y)) << "the wall never showed";
+  m_screen.Press(kD);
+  for (const auto& [clickX, end] : {std::pair{x, "measuring"}, {x + 40, ""}, {x + 20, "\u00B0"}}) {
+    m_screen.Click(clickX, y);
+    EXPECT_TRUE(TitleEndsWith(end)) << m_screen.Title();
+  }
+  m_screen.Press(kD);
+  EXPECT_TRUE(TitleEndsWith("ms")) << m_screen.Title();
+
+  m_screen.Press(kS);
+  const int slider = kWidth - 17;
+  m_screen.Drag(slider, kMiddleY, slider, kHeight - 2);
+  EXPECT_TRUE(hides(x, y)) << "all is cut off";
+  m_screen.Drag(slider, kHeight - 24, slider, 5);
+  EXPECT_TRUE(shows(x, y));
+  for (int i = 0; i < 3; ++i) m_screen.Press(kS);  // y, z, none
+
+  for (int i = 0; i < 3; ++i) m_screen.Press(kV);  // front, back, left: edge-on
+  EXPECT_TRUE(hides(x, y));
   m_screen.Press(kEscape);
   EXPECT_EQ(Status(), 0);
 }

@@ -98,6 +98,23 @@ TEST_F(Navigation, OrbitsUprightAndStopsAtThePoles) {
   EXPECT_NEAR(view.m_Eye.m_sRight.z, 0, kClose);
 }
 
+TEST_F(Navigation, NamesByHowMuchACoordIsOffWhereAnOrbitIsExact) {
+  for (int round = 0; round < 100; ++round) {
+    const GLViewGeometry view = Random();
+    GLPtr<IGLCoord> coord;
+    m_pViewer->GetCoord(coord.Put());
+    GLDATA_POINT up = {0, 1, 0}, pivot = m_Random.Point(10);  // of the eye's system
+    const double angle = m_Random.Number(-3, 3);
+    GLViewGeometry exact = view;
+    GLOrbit(exact, view.m_Eye.PointToWorld(pivot), angle, 0, view.m_Eye.m_sUp);
+    coord->Rotate_RAD(angle, &up, &pivot);
+    const GLDATA_POINT off =
+        Difference(GLViewGeometry::Of(*m_Context, *m_pViewer).m_Eye.m_sOrigin, exact.m_Eye.m_sOrigin);
+    const GLDATA_POINT told = GLVector::Scaled(view.m_Eye.m_sUp, pivot.y * (1 - std::cos(angle)));
+    EXPECT_LT(Length(Difference(off, told)), 1e-6) << "as its description says";
+  }
+}
+
 TEST_F(Navigation, WalksAndLooks) {
   GLViewGeometry view;
   GLLook(view, kPi / 2, 0);

@@ -52,7 +52,9 @@ struct IGLCoord : IUnknown {
   /// Turns about local z.
   virtual HRESULT RotateAboutZ_RAD(double aAngle) noexcept = 0;
   /// Turns the system about any axis through a pivot, both given in the local system; moves the origin if the
-  /// axis doesn't pass through it.
+  /// axis doesn't pass through it. Exact only for a pivot without a component along the axis: with one, the
+  /// origin is off along the axis by that component times 1 - cos(aAngle). Take the component off the pivot,
+  /// which stays on the same axis, or turn by GLOrbit (gllib/GLNavigation.h).
   /// @param aAngle  radians
   /// @param aAxis   of any length; 0, 0, 0 turns nothing
   /// @param aOrigin the pivot

@@ -123,8 +123,13 @@ struct IGLViewer : IUnknown {
   /// Converts a point of the world to the viewer's screen coordinates, in place: x and y from -1 to 1 over
   /// the shorter side (the whole extents in parallel projection), z as in the eye's system. Uses the aspect
   /// of the last pass. A field of view of 0 gives 0, 0.
+  ///
+  /// The perspective form has a model of its own and does not match the picture: the eye's plane z = 0 is the
+  /// screen, and the eye stands in front of it. GLViewGeometry (gllib/GLViewMath.h) gives the pixel that a
+  /// point really has.
   virtual HRESULT PointWCStoSCS(GLDATA_POINT* aPntWCS) noexcept = 0;
-  /// The way back: the point of the world at screen coordinates x, y and depth z of the eye's system.
+  /// The way back: the point of the world at screen coordinates x, y and depth z of the eye's system. As
+  /// PointWCStoSCS it does not match the perspective picture; GLViewGeometry gives the ray of a pixel.
   virtual HRESULT PointSCStoWCS(GLDATA_POINT* aPntSCS) noexcept = 0;
 
  protected:
