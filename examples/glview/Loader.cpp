@@ -8,12 +8,25 @@
 Loader::~Loader() { m_read->givenUp = true; }
 
 void Loader::Start(std::vector<std::string> aPaths, bool aTogether) {
+  m_together = aTogether;
+  m_folder = aPaths.size() == 1 ? ModelFolder(aPaths.front()) : ModelFolder();
+  Read(m_folder.IsEmpty() ? std::move(aPaths) : std::vector{m_folder.Model()});
+}
+
+void Loader::Step(int aBy) {
+  if (m_folder.IsEmpty()) return;
+  m_folder.Step(aBy);
+  Read({m_folder.Model()});
+}
+
+void Loader::Read(std::vector<std::string> aPaths) {
   std::erase_if(m_givenUp, IsOver);
   m_read->givenUp = true;
   if (m_model.valid()) m_givenUp.push_back(std::move(m_model));
-  m_read = std::make_shared<Read>();
-  m_model = std::async(std::launch::async, [read = m_read, paths = std::move(aPaths), aTogether] {
-    return std::make_shared<const Model>(LoadModels(paths, aTogether, [&](float aShare) {
+  m_read = std::make_shared<Reading>();
+  m_model = std::async(std::launch::async, [read = m_read, paths = std::move(aPaths), limits = m_limits,
+                                            together = m_together] {
+    return std::make_shared<const Model>(LoadModels(paths, limits, together, [&](float aShare) {
       if (read->givenUp) throw ModelError("given up");
       read->share = aShare;
     }));

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "glview/ReaderProcess.h"
+
 namespace {
 
 constexpr double kSpacing = 2.2;  // from middle to middle, in radii
@@ -45,11 +47,12 @@ Model Join(std::vector<Model> aModels) {
 
 }  // namespace
 
-Model LoadModels(const std::vector<std::string>& aPaths, bool aTogether, const ReadProgress& aProgress) {
+Model LoadModels(const std::vector<std::string>& aPaths, const ReadLimits& aLimits, bool aTogether,
+                 const ReadProgress& aProgress) {
   std::vector<Model> models;
   for (const std::string& path : aPaths) {
     const auto before = static_cast<float>(models.size());
-    models.push_back(LoadModel(path, [&](float aShare) {
+    models.push_back(LoadModelWithin(aLimits, path, [&](float aShare) {
       if (aProgress) aProgress((before + aShare) / static_cast<float>(aPaths.size()));
     }));
   }

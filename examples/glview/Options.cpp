@@ -32,12 +32,14 @@ constexpr const char* kOptions = R"(
   --measure X1,Y1,X2,Y2[,X3,Y3]
                          print the distance between the points at two pixels, or the angle at the second
                          of three, in degrees
+  --read-memory MIB      give up a model that takes more memory to read (half of what is available)
+  --read-time SECONDS    give up a model that takes longer to read (15, and 1 for each MiB of the file)
   --help                 this text
 
 In the window: drag to turn, right or middle drag to pan, wheel to zoom; click to pick a part, Shift-drag to
 pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, M textures, F fog, A axes,
 T text, R the first camera; V the next standard view, arrows walk and turn; S cuts the model open, square to x, y,
-z, - and + or the slider move the cut; D measures between clicks, two a distance, three an angle; C writes a picture at twice the window's size to a numbered PNG file; Esc leaves.
+z, - and + or the slider move the cut; D measures between clicks, two a distance, three an angle; Page Up and Page Down step through a folder's models; C writes a picture at twice the window's size to a numbered PNG file; Esc leaves.
 Files that are dropped on the window are shown instead. Nothing is remembered from one run to the next.
 
 Exit status: 0 done, 1 no display, no context or a file that can't be written, 2 a command line that makes no
@@ -110,6 +112,17 @@ int ParseSamples(std::string_view aText) {
   return samples[0];
 }
 
+/// A limit of reading.
+unsigned ParseLimit(std::string_view aOption, std::string_view aText) {
+  constexpr unsigned kLargest = 1 << 24;
+  const auto limit = Numbers<unsigned>(aText, ',');
+  if (limit.size() != 1 || limit[0] < 1 || limit[0] > kLargest) {
+    throw UsageError(std::string(aOption) + " takes a number from 1 to 16777216, not '" + std::string(aText) +
+                     "'");
+  }
+  return limit[0];
+}
+
 GLDATA_RGBA ParseColor(std::string_view aText) {
   unsigned color = 0;
   const char* const end = aText.data() + aText.size();
@@ -176,7 +189,7 @@ void RequireInside(const Options& aOptions) {
 }  // namespace
 
 std::string HelpText() {
-  return "usage: glview [options] MODEL...\n\nShows models in a window, side by side: " +
+  return "usage: glview [options] MODEL... | FOLDER\n\nShows models in a window, side by side: " +
          std::string(kReadableFiles) + ".\n" + kOptions;
 }
 
@@ -212,6 +225,10 @@ Options ParseOptions(int argc, const char* const* argv) {
       options.axes = true;
     else if (option == "--text")
       options.text = true;
+    else if (option == "--read-memory")
+      options.limits.mebibytes = ParseLimit(option, value());
+    else if (option == "--read-time")
+      options.limits.seconds = ParseLimit(option, value());
     else if (option == "--turn")
       ParseTurn(value(), options);
     else if (option == "--pick")

@@ -7,10 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "glview/ReadLimits.h"
 #include "shared/model/SceneOptions.h"
 
 struct Options : SceneOptions {
-  std::vector<std::string> models;
+  std::vector<std::string> models;  ///< files, or one folder
+  ReadLimits limits;
   bool together = false;  ///< models stand where their coordinates put them
   std::string out;        ///< empty: a window
   double zoom = 1;        ///< of the picture; the window has none

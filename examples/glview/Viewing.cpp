@@ -31,7 +31,8 @@ Viewing::Viewing(const Options& aOptions, ULONG_PTR aParent,
     : m_together(aOptions.together),
       m_setTitle(std::move(aSetTitle)),
       m_scene(m_model, aOptions, aParent),
-      m_dragging(m_scene) {
+      m_dragging(m_scene),
+      m_loader(aOptions.limits) {
   m_scene.DrawOnRequest();
   m_loader.Start(aOptions.models, m_together);
 }
@@ -147,12 +148,13 @@ void Viewing::FollowReading() {
   try {
     m_model = m_loader.Take();
   } catch (const ModelError& error) {
-    if (m_model->parts.empty()) throw;  // there is nothing to be seen without
-    return Note(error.what());
+    const std::string place = m_loader.Place();
+    if (m_model->parts.empty() && place.empty()) throw;  // there is nothing to be seen without
+    return Note(place.empty() ? error.what() : place + ": " + error.what());
   }
   m_scene.SetModel(m_model);
   m_picked.clear();
-  Note("");
+  Note(m_loader.Place());
 }
 
 void Viewing::StartCapture() {

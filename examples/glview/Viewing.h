@@ -29,6 +29,8 @@ class Viewing {
   void Release();
   /// @param aUp steps of the wheel, away from the user
   void Wheel(double aUp);
+  /// Shows the model that many places further on in the folder that is shown.
+  void Step(int aBy) { m_loader.Step(aBy); }
   /// Shows other models in place of these.
   void Show(std::vector<std::string> aPaths);
 

@@ -103,6 +103,8 @@ void Window::Run() {
 
 void Window::OnKey(int aKey) {
   if (aKey == GLFW_KEY_ESCAPE) return glfwSetWindowShouldClose(m_window, GLFW_TRUE);
+  if (aKey == GLFW_KEY_PAGE_UP) return m_viewing->Step(-1);
+  if (aKey == GLFW_KEY_PAGE_DOWN) return m_viewing->Step(1);
   if (aKey >= GLFW_KEY_KP_0 && aKey <= GLFW_KEY_KP_9) aKey += '0' - GLFW_KEY_KP_0;
   const auto named = kNamedKeys.find(aKey);
   if (named != kNamedKeys.end()) return m_viewing->Key(named->second);

@@ -6,6 +6,7 @@
 #include "glview/ModelSet.h"
 #include "glview/Options.h"
 #include "glview/ProgressLine.h"
+#include "glview/ReaderProcess.h"
 #include "glview/Snapshot.h"
 #include "glview/Window.h"
 
@@ -21,13 +22,14 @@ int Complain(const std::exception& aReason, int aStatus) {
 
 std::shared_ptr<const Model> LoadWithProgressLine(const Options& aOptions) {
   ProgressLine line;
-  return std::make_shared<const Model>(
-      LoadModels(aOptions.models, aOptions.together, [&](float aShare) { line.Show(aShare); }));
+  return std::make_shared<const Model>(LoadModels(aOptions.models, aOptions.limits, aOptions.together,
+                                                  [&](float aShare) { line.Show(aShare); }));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (const auto status = RunReader(argc, argv)) return *status;
   try {
     const Options options = ParseOptions(argc, argv);
     if (options.help) {

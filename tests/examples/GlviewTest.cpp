@@ -124,7 +124,9 @@ TEST_F(Glview, RefusesABadCommandLineInOneLine) {
                            "--section w",
                            "--section x,2",
                            "--section x0.5",
-                           "--measure 1,2,3"}) {
+                           "--measure 1,2,3",
+                           "--read-memory 0",
+                           "--read-time 1.5"}) {
     std::istringstream in(line);
     std::vector<std::string> arguments{std::istream_iterator<std::string>(in), {}};
     arguments.push_back(Squares());

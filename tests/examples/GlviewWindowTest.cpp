@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+#include <tuple>
 
 #include "Program.h"
 #include "Screen.h"
@@ -17,7 +19,7 @@ constexpr int kMiddleX = kWidth / 2, kMiddleY = kHeight / 2;
 constexpr std::uint32_t kBackground = 0x212630;
 // The server's keycodes.
 constexpr std::uint8_t kEscape = 9, kFour = 13, kW = 25, kS = 39, kD = 40, kV = 55, kControl = 37,
-                       kShift = 50, kC = 54, kM = 58;
+                       kShift = 50, kC = 54, kM = 58, kPageUp = 112, kPageDown = 117;
 
 class GlviewWindow : public HostOnScreen {
  protected:
@@ -152,6 +154,29 @@ TEST_F(GlviewWindow, ShowsFilesThatAreDropped) {
   EXPECT_TRUE(m_screen.Title().starts_with("wall.obj - 3 triangles")) << "what was there stays";
   m_screen.Drop({left, left});
   EXPECT_TRUE(TitleBeginsWith("left.obj, left.obj - 4 triangles")) << m_screen.Title();
+  m_screen.Press(kEscape);
+  EXPECT_EQ(Status(), 0);
+}
+
+TEST_F(GlviewWindow, StepsThroughTheModelsOfAFolder) {
+  std::filesystem::create_directory(m_folder / "models");
+  m_folder.Put("models/a.obj", "nothing\n");
+  m_folder.Put("models/b.obj", Square("left", "", -1, -1, 0, 1));
+  m_folder.Put("models/c.obj", Square("left", "", -1, -1, 0, 1) + Square("right", "", 1, -1, 2, 1));
+  m_folder.Put("models/d.text", "no model by its name\n");
+  Open(m_folder / "models", "1 of 3: ");
+  EXPECT_NE(m_screen.Title().find("a.obj"), std::string::npos) << "one that can't be read ends nothing";
+  for (const auto& [key, begin, end] : {std::tuple{kPageDown, "b.obj - 2 triangles", "2 of 3"},
+                                        {kPageDown, "c.obj - 4 triangles", "3 of 3"},
+                                        {kPageUp, "b.obj - 2 triangles", "2 of 3"}}) {
+    m_screen.Press(key);
+    EXPECT_TRUE(TitleBeginsWith(begin)) << m_screen.Title();
+    EXPECT_TRUE(TitleEndsWith(end)) << m_screen.Title();
+  }
+  m_screen.Drop({m_folder / "models"});
+  EXPECT_TRUE(Eventually([&] { return m_screen.Title().find("1 of 3: ") != std::string::npos; }));
+  m_screen.Press(kPageUp);
+  EXPECT_TRUE(TitleEndsWith("3 of 3")) << "before the first comes the last";
   m_screen.Press(kEscape);
   EXPECT_EQ(Status(), 0);
 }

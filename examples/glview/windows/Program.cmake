@@ -3,7 +3,7 @@
 
 file(GLOB GLVIEW_SOURCES CONFIGURE_DEPENDS glview/*.cpp glview/windows/*.cpp shared/model/*.cpp shared/model/plain/*.cpp
      shared/windows/*.cpp)
-list(FILTER GLVIEW_SOURCES EXCLUDE REGEX "/glview/(main|Window|NativeWindow|HiddenParent)\\.cpp$")
+list(FILTER GLVIEW_SOURCES EXCLUDE REGEX "/glview/(main|Window|NativeWindow|HiddenParent|ReaderProcess|ReaderChild)\\.cpp$")
 add_library(glview_parts STATIC ${GLVIEW_SOURCES})
 target_include_directories(glview_parts PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}
                                                $<TARGET_PROPERTY:gllib,INTERFACE_INCLUDE_DIRECTORIES>)

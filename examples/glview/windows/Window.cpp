@@ -105,6 +105,8 @@ bool Window::On(UINT aMessage, WPARAM aWord, LPARAM aLong) {
       return true;
     case WM_KEYDOWN:
       if (aWord == VK_ESCAPE) m_leaving = true;
+      if (aWord == VK_PRIOR) m_viewing->Step(-1);
+      if (aWord == VK_NEXT) m_viewing->Step(1);
       if (aWord >= VK_NUMPAD0 && aWord <= VK_NUMPAD9) aWord += '0' - VK_NUMPAD0;
       if (const auto named = kNamedKeys.find(aWord); named != kNamedKeys.end()) {
         m_viewing->Key(named->second);

@@ -12,5 +12,8 @@
 /// @throws ModelError without the file's name, and what aProgress throws
 std::vector<Part> ReadParts(const std::string& aPath, const ReadProgress& aProgress);
 
+/// Whether a file's name has an ending of models.
+bool IsModelName(const std::string& aName);
+
 /// The files that can be read, in the words of the help text.
 extern const char* const kReadableFiles;

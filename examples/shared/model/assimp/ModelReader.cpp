@@ -123,6 +123,10 @@ std::string FirstLine(const std::string& aText) { return aText.substr(0, aText.f
 
 const char* const kReadableFiles = "any format that assimp reads";
 
+bool IsModelName(const std::string& aName) {
+  return Assimp::Importer().IsExtensionSupported(std::filesystem::path(aName).extension().string());
+}
+
 std::vector<Part> ReadParts(const std::string& aPath, const ReadProgress& aProgress) {
   if (IsCutPly(aPath)) throw ModelError("its header has no end");
   Assimp::Importer importer;

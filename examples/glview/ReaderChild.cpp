@@ -1,0 +1,131 @@
+// The reader's side of ReaderProcess: limits itself, reads one model and writes it to a file in memory.
+// The only thread of its process.
+
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <csignal>
+#include <fstream>
+#include <new>
+#include <string_view>
+#include <vector>
+
+#include "glview/ReaderProcess.h"
+#include "glview/ReaderProtocol.h"
+#include "shared/model/ModelBytes.h"
+
+namespace {
+
+[[noreturn]] void LeaveWithoutMemory() { _exit(kNoMemory); }
+
+/// The address space in use. With a sanitizer that is far more than the memory.
+std::uint64_t AddressSpace() {
+  std::uint64_t pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+}
+
+template <class Resource>
+void Limit(Resource aResource, std::uint64_t aMost) {
+  const rlimit limit{aMost, aMost};
+  setrlimit(aResource, &limit);
+}
+
+/// Limits the process to what the reading may take on top of the program itself.
+void LimitSelf(std::uint64_t aBytes, std::uint64_t aSeconds) {
+  prctl(PR_SET_PDEATHSIG, SIGKILL);  // doesn't outlive the viewer's thread that waits for it
+  pollfd viewer{kProgressPipe, 0, 0};
+  if (poll(&viewer, 1, 0) > 0) _exit(kModelRefused);  // the viewer has ended before that
+  std::signal(SIGXFSZ, SIG_IGN);                      // a write beyond the limit fails instead
+  Limit(RLIMIT_CORE, 0);
+  Limit(RLIMIT_CPU, aSeconds + 1);  // the viewer's own clock comes first
+  Limit(RLIMIT_FSIZE, aBytes);
+  Limit(RLIMIT_AS, AddressSpace() + aBytes);
+  std::set_new_handler(&LeaveWithoutMemory);
+}
+
+bool WriteAll(int aFile, const void* aBytes, std::size_t aSize) {
+  const char* at = static_cast<const char*>(aBytes);
+  while (aSize > 0) {
+    const ssize_t written = write(aFile, at, aSize);
+    if (written <= 0) return false;
+    at += written;
+    aSize -= static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+/// Collects small writes, and lets large ones through.
+class ResultFile {
+ public:
+  void Put(const void* aBytes, std::size_t aSize) {
+    constexpr std::size_t kLargest = 1 << 16;
+    if (m_waiting.size() + aSize > kLargest) Flush();
+    const auto* bytes = static_cast<const char*>(aBytes);
+    if (aSize > kLargest) {
+      Write(aBytes, aSize);
+    } else {
+      m_waiting.insert(m_waiting.end(), bytes, bytes + aSize);
+    }
+  }
+  void Flush() {
+    Write(m_waiting.data(), m_waiting.size());
+    m_waiting.clear();
+  }
+
+ private:
+  static void Write(const void* aBytes, std::size_t aSize) {
+    if (!WriteAll(kResultFile, aBytes, aSize)) LeaveWithoutMemory();
+  }
+
+  std::vector<char> m_waiting;
+};
+
+/// Tells the viewer of each further percent.
+class ShareReport {
+ public:
+  void operator()(float aShare) {
+    if (aShare < m_told + 0.01f) return;
+    m_told = aShare;
+    if (!WriteAll(kProgressPipe, &aShare, sizeof(aShare))) _exit(kModelRefused);  // nobody waits any more
+  }
+
+ private:
+  float m_told = 0;
+};
+
+int Refuse(std::string_view aReason) {
+  WriteAll(kResultFile, aReason.data(), std::min(aReason.size(), kLongestReason));
+  return kModelRefused;
+}
+
+int Read(const std::string& aPath) {
+  try {
+    const Model model = LoadModel(aPath, ShareReport());
+    ResultFile file;
+    WriteModel(model, [&](const void* aBytes, std::size_t aSize) { file.Put(aBytes, aSize); });
+    file.Flush();
+    _exit(kModelRead);  // what was read needn't be taken apart
+  } catch (const ModelError& error) {
+    return Refuse(error.what());
+  } catch (const std::exception& error) {
+    return Refuse("can't read " + aPath + ": " + error.what());
+  }
+}
+
+}  // namespace
+
+std::optional<int> RunReader(int argc, const char* const* argv) {
+  if (argc != kReaderArguments || std::string_view(argv[1]) != kReaderCommand) return std::nullopt;
+  const auto number = [](std::string_view aText) {
+    std::uint64_t value = 0;
+    std::from_chars(aText.data(), aText.data() + aText.size(), value);
+    return value;
+  };
+  LimitSelf(number(argv[2]), number(argv[3]));
+  _exit(Read(argv[4]));
+}

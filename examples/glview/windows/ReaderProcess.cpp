@@ -1,0 +1,7 @@
+#include "glview/ReaderProcess.h"
+
+Model LoadModelWithin(const ReadLimits&, const std::string& aPath, const ReadProgress& aProgress) {
+  return LoadModel(aPath, aProgress);
+}
+
+std::optional<int> RunReader(int, const char* const*) { return std::nullopt; }

@@ -1,0 +1,206 @@
+// The process in which glview reads a model: what ends it, what it inherits, and the block that it hands
+// over.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include "Program.h"
+#include "Screen.h"
+#include "shared/model/ImageFile.h"
+#include "shared/model/ModelBytes.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// A model of many triangles, which takes a while to read.
+std::string Grid(const TestFolder& aFolder) {
+  constexpr int kSide = 500;
+  const std::string model = aFolder / "grid.obj";
+  std::ofstream file(model);
+  for (int i = 0; i < kSide * kSide; ++i) file << "v " << i % kSide << ' ' << i / kSide << " 0\n";
+  for (int i = 1; i < kSide * (kSide - 1); ++i) {
+    file << "f " << i << ' ' << i + 1 << ' ' << i + kSide + 1 << ' ' << i + kSide << '\n';
+  }
+  return model;
+}
+
+/// glview while its reader works on a large model.
+class ReaderProcess : public testing::Test {
+ protected:
+  ~ReaderProcess() override {
+    if (m_glview > 0) {
+      kill(m_glview, SIGKILL);
+      WaitFor(m_glview);
+    }
+  }
+
+  /// Whether the reader has limited itself to a processor time.
+  bool HasLimits(int aSeconds) const {
+    std::ifstream limits(Proc("limits"));
+    for (std::string line; std::getline(limits, line);) {
+      int seconds = 0;
+      if (std::sscanf(line.c_str(), "Max cpu time %d", &seconds) == 1) return seconds == aSeconds;
+    }
+    return false;
+  }
+  /// Starts glview, and stops its reader at some place on its way.
+  void StartAndStop(int aSeconds) {
+    m_glview = Start({GLLIB_EXAMPLES_FOLDER "/glview", "--read-time", std::to_string(aSeconds), "--out",
+                      m_folder / "out.png", Grid(m_folder)},
+                     "", m_folder / "out", m_folder / "err");
+    ASSERT_TRUE(Eventually([&] {
+      const std::string self = std::to_string(m_glview);
+      std::ifstream("/proc/" + self + "/task/" + self + "/children") >> m_reader;
+      return m_reader > 0 && HasLimits(aSeconds + 1);
+    }));
+    ASSERT_EQ(kill(m_reader, SIGSTOP), 0);
+  }
+  std::string Proc(const std::string& aFile) const {
+    return "/proc/" + std::to_string(m_reader) + "/" + aFile;
+  }
+  int Status() { return WaitFor(std::exchange(m_glview, -1)); }
+
+  TestFolder m_folder;
+  pid_t m_glview = -1, m_reader = -1;
+};
+
+TEST_F(ReaderProcess, GetsNothingButItsFiles) {
+  StartAndStop(100);
+  std::set<std::string> files;
+  for (const auto& file : std::filesystem::directory_iterator(Proc("fd")))
+    files.insert(file.path().filename());
+  EXPECT_THAT(files, testing::IsSubsetOf({"0", "1", "2", "3", "4", "5"})) << "5 is the model";
+  std::string environment;
+  std::getline(std::ifstream(Proc("environ")), environment);
+  EXPECT_THAT(environment, testing::Not(HasSubstr("HOME=")));
+}
+
+TEST_F(ReaderProcess, IsGivenUpWhenItTakesTooLong) {
+  StartAndStop(3);
+  EXPECT_EQ(Status(), 2);
+  EXPECT_EQ(m_folder.Get("err"),
+            "glview: can't read " + m_folder / "grid.obj" + ": reading it takes longer than 3 s\n");
+}
+
+TEST_F(ReaderProcess, CrashesAlone) {
+  StartAndStop(100);
+  kill(m_reader, SIGBUS);
+  kill(m_reader, SIGCONT);
+  EXPECT_EQ(Status(), 2);
+  EXPECT_EQ(m_folder.Get("err"),
+            "glview: can't read " + m_folder / "grid.obj" + ": its reader crashed by signal 7\n");
+}
+
+TEST_F(ReaderProcess, EndsWithTheViewer) {
+  StartAndStop(100);
+  kill(m_glview, SIGKILL);
+  EXPECT_EQ(Status(), -1);
+  EXPECT_TRUE(Eventually([&] {
+    std::string state;
+    std::getline(std::ifstream(Proc("stat")), state);
+    return state.empty() || state.find(") Z") != std::string::npos;
+  }));
+}
+
+TEST_F(ReaderProcess, RefusesAFileThatClaimsMoreThanMemoryHolds) {
+  const std::string header =
+      "ply\nformat ascii 1.0\nelement vertex %\nproperty float x\nproperty float y\nproperty float z\n"
+      "element face 1\nproperty list uchar int vertex_indices\nend_header\n0 0 0\n1 0 0\n0 1 0\n3 0 1 2\n";
+  for (const char* count : {"100000000000", "4000000000", "100000000"}) {
+    std::string text = header;
+    text.replace(text.find('%'), 1, count);
+    const std::string model = m_folder.Put("claim.ply", text);
+    const Outcome outcome =
+        RunProgram("glview", {"--read-memory", "300", "--out", m_folder / "out.png", model});
+    EXPECT_EQ(outcome.status, 2) << count;
+    EXPECT_THAT(outcome.err, StartsWith("glview: can't read " + model)) << count;
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+    if (!GLLIB_SANITIZED) {  // whose allocators end the process in words of their own
+      EXPECT_THAT(outcome.err, HasSubstr("more than 300 MiB of memory")) << count;
+    }
+  }
+}
+
+/// Two parts, the second with colours, the first with an image.
+Model Sample() {
+  Model model;
+  model.name = "sample";
+  for (int i = 0; i < 2; ++i) {
+    Part part;
+    part.id = static_cast<ULONG>(i + 1);
+    part.name = "part " + std::to_string(part.id);
+    part.vertices.resize(3);
+    for (std::size_t corner = 0; corner < 3; ++corner)
+      part.vertices[corner].point = {float(corner), float(i), 1};
+    part.triangles = {{0, 1, 2}};
+    model.parts.push_back(part);
+  }
+  Picture image(2, 1);
+  image.pixels = {1, 2, 3, 4, 5, 6, 7, 8};
+  model.parts[0].image = PixmapOf(image);
+  model.parts[0].places = {{0, 0}, {1, 0}, {1, 1}};
+  model.parts[1].colors = {{1, 0, 0, 1}, {0, 1, 0, 1}, {0, 0, 1, 0.5f}};
+  Measure(model);
+  return model;
+}
+
+std::vector<std::byte> BytesOf(const Model& aModel) {
+  std::vector<std::byte> bytes;
+  WriteModel(aModel, [&](const void* aBytes, std::size_t aSize) {
+    const auto* first = static_cast<const std::byte*>(aBytes);
+    bytes.insert(bytes.end(), first, first + aSize);
+  });
+  return bytes;
+}
+
+TEST(ModelBytes, BringTheWholeModel) {
+  const Model sent = Sample(), came = ModelFromBytes(BytesOf(sent));
+  EXPECT_EQ(came.radius, sent.radius);
+  ASSERT_EQ(came.parts.size(), 2u);
+  EXPECT_EQ(came.parts[1].name, "part 2");
+  EXPECT_EQ(came.parts[1].id, 2u);
+  EXPECT_EQ(came.parts[1].vertices[2].point, sent.parts[1].vertices[2].point);
+  EXPECT_EQ(came.parts[1].colors[2].m_fAlpha, 0.5f);
+  EXPECT_EQ(came.parts[1].triangles, sent.parts[1].triangles);
+  EXPECT_EQ(came.parts[0].places, sent.parts[0].places);
+  GLDATA_RGBA4B pixel{};
+  ASSERT_TRUE(came.parts[0].image);
+  came.parts[0].image->GetPixel(1, 0, &pixel);
+  EXPECT_EQ(pixel.m_bGreen, 6);
+  EXPECT_FALSE(came.parts[1].image);
+}
+
+TEST(ModelBytes, AreRefusedWhenDamaged) {
+  const auto whole = BytesOf(Sample());
+  for (std::size_t size = 0; size < whole.size(); ++size) {
+    EXPECT_THROW(ModelFromBytes(std::span(whole).first(size)), ModelError) << "cut after " << size;
+  }
+  auto longer = whole;
+  longer.push_back({});
+  EXPECT_THROW(ModelFromBytes(longer), ModelError);
+  // Each byte damaged in turn: what is made of it, if anything, holds together.
+  for (std::size_t i = 0; i < whole.size(); ++i) {
+    auto damaged = whole;
+    damaged[i] ^= std::byte{0xFF};
+    try {
+      for (const Part& part : ModelFromBytes(damaged).parts) {
+        for (const auto& triangle : part.triangles) {
+          for (const std::uint32_t corner : triangle) EXPECT_LT(corner, part.vertices.size()) << i;
+        }
+        EXPECT_TRUE(part.colors.empty() || part.colors.size() == part.vertices.size()) << i;
+        EXPECT_TRUE(!part.image || part.places.size() == part.vertices.size()) << i;
+      }
+    } catch (const ModelError&) {
+    }
+  }
+}
+
+}  // namespace
