@@ -42,6 +42,8 @@ class Scene {
   void Redraw();
   void SetSize(int aWidth, int aHeight);
   void SetViews(int aCount);
+  /// Adds a gauge to the view that is drawn last. It finds all of the frame but the axes.
+  void AddGauge(IGLViewerGauge& aGauge) { m_views.front().viewer->AddGauge(&aGauge); }
   void SetShade(Shade aShade);
   void SetFog(bool aOn);
   void SetAxes(bool aOn);

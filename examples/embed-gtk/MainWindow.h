@@ -1,0 +1,44 @@
+// MainWindow: a scene under a row of buttons. The scene can go to a window of its own and come back, and can
+// be closed while the program goes on. The host's thread only.
+
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "embed-gtk/SceneArea.h"
+
+class MainWindow {
+ public:
+  explicit MainWindow(std::shared_ptr<const Model> aModel);
+  ~MainWindow();
+  MainWindow(const MainWindow&) = delete;
+  MainWindow& operator=(const MainWindow&) = delete;
+
+  /// Runs until the user leaves. @throws std::runtime_error when no context can be made
+  void Run();
+
+ private:
+  void AddButton(GtkWidget* aRow, const char* aText, void (*aClicked)(GtkButton*, MainWindow*));
+  void OnKey(guint aKey);
+  /// Moves the scene to a window of its own, or back.
+  void Detach();
+  /// Ends the scene and its widget.
+  void CloseScene();
+  void SetTitle(const std::string& aEnd);
+  void Leave() { g_main_loop_quit(m_loop); }
+
+  const std::shared_ptr<const Model> m_model;
+  GMainLoop* const m_loop = g_main_loop_new(nullptr, FALSE);
+  const std::function<void(guint)> m_onKey = [this](guint aKey) { OnKey(aKey); };
+  const std::function<void()> m_onClose = [this] { Leave(); };
+  const std::function<void()> m_onOtherClose = [this] { Detach(); };
+  GtkWindow* m_window;
+  GtkWindow* m_other = nullptr;  // the scene's own, while it is detached
+  GtkWidget* m_box;
+  SceneArea* m_area = nullptr;  // its widget's; null once the scene is closed
+  std::string m_failure;
+};

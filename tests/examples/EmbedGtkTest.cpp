@@ -1,0 +1,98 @@
+// The host inside of GTK 3 and of GTK 4, on plain and on dense screens: the scene follows its widget to any
+// size and into another window, and ends with it.
+
+#include <gtest/gtest.h>
+
+#include <tuple>
+#include <utility>
+
+#include "Embed.h"
+
+namespace {
+
+constexpr std::uint8_t kEscape = 9, kW = 25, kD = 40, kX = 53;  // the server's keycodes
+
+/// By the host, and by how many pixels GTK makes of one.
+class EmbedGtk : public Embed, public testing::WithParamInterface<std::tuple<const char*, int>> {
+ protected:
+  void Open() {
+    const auto& [host, scale] = GetParam();
+    Embed::Open(host, {"env", "GDK_SCALE=" + std::to_string(scale)});
+  }
+  bool ShowsLeftMarked() const {
+    return Eventually([&] { return IsMarked(PixelAt(kLeft)) && !IsMarked(PixelAt(kRight)); });
+  }
+  bool FillsWindow(int aWidth, int aHeight) const {
+    return Eventually([&] {
+      const Extents scene = SceneExtents();
+      // A row of buttons is above the scene.
+      return scene.left == 0 && scene.Width() == aWidth && scene.bottom == aHeight - 1 && scene.top > 20 &&
+             scene.top < aHeight / 4;
+    });
+  }
+};
+
+TEST_P(EmbedGtk, SceneFollowsTheWindowAndPicks) {
+  Open();
+  const int scale = std::get<1>(GetParam());
+  for (const auto& [width, height] : {std::pair{480, 400}, {900, 700}, {600, 600}}) {
+    m_screen.Resize(width, height);
+    EXPECT_TRUE(FillsWindow(width, height)) << width << " by " << height << ", scale " << scale;
+    ClickAt(kRight);
+    EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
+    ClickAt(kLeft);
+    EXPECT_TRUE(TitleEndsWith("pair.obj - left")) << m_screen.Title();
+    EXPECT_TRUE(ShowsLeftMarked());
+  }
+  const Extents scene = SceneExtents();
+  const int y = scene.top + scene.Height() / 2;
+  m_screen.Drag(420, y, 300, y);  // 60 degrees and the 30 at first: the squares stand edge-on
+  EXPECT_TRUE(Eventually([&] { return PixelAt(kLeft) == kBackground; }));
+  m_screen.Close();
+  EXPECT_EQ(Status(), 0);
+}
+
+TEST_P(EmbedGtk, SceneMovesToAnotherWindowAndEndsWithItsWidget) {
+  Open();
+  ClickAt(kLeft);
+  ASSERT_TRUE(ShowsLeftMarked());
+  for (int i = 0; i < 2; ++i) {
+    m_screen.Press(kD);
+    ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
+    m_screen.Focus();
+    EXPECT_TRUE(ShowsLeftMarked()) << "as it was";
+    EXPECT_EQ(SceneExtents().top, 0) << "there are no buttons";
+    m_screen.Press(kD);
+    ASSERT_TRUE(Eventually([&] { return m_screen.Title().empty(); })) << "the window is gone";
+    ASSERT_TRUE(m_screen.WaitForWindow("pair.obj"));
+    m_screen.Focus();
+    EXPECT_TRUE(ShowsLeftMarked()) << "back again";
+    EXPECT_GT(SceneExtents().top, 20);
+  }
+  m_screen.Press(kX);
+  EXPECT_TRUE(TitleEndsWith("pair.obj - closed")) << m_screen.Title();
+  EXPECT_TRUE(Eventually([&] { return SceneExtents().right < 0; })) << "nothing of it is left on the screen";
+  m_screen.Press(kEscape);
+  EXPECT_EQ(Status(), 0);
+}
+
+TEST_P(EmbedGtk, DetachedSceneEndsWithTheProgram) {
+  Open();
+  m_screen.Press(kD);
+  ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
+  m_screen.Focus();
+  ASSERT_TRUE(ShowsModel());
+  m_screen.Press(kW);
+  EXPECT_TRUE(Eventually([&] { return PixelAt(kLeft) == kBackground; })) << "wires can be looked through";
+  m_screen.Press(kEscape);
+  EXPECT_EQ(Status(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Hosts, EmbedGtk,
+                         testing::Combine(testing::Values("embed-gtk3", "embed-gtk4"), testing::Values(1, 2)),
+                         [](const auto& aInfo) {
+                           return std::string(std::get<0>(aInfo.param)).substr(6) + "_scale" +
+                                  std::to_string(std::get<1>(aInfo.param));
+                         });
+
+}  // namespace
