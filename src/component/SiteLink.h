@@ -4,9 +4,9 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 
 #include "component/ContextSite.h"
+#include "thread/PCriticalSection.h"
 
 /// A back pointer that a context clears at its end, after which every part finds null.
 class GLSiteLink {
@@ -14,17 +14,23 @@ class GLSiteLink {
   /// The context, for as long as this object stands: Clear waits for it. Not to be held across LockGL.
   class Use {
    public:
-    explicit Use(GLSiteLink* aLink) noexcept {
-      if (aLink == nullptr) return;
-      m_Hold = std::unique_lock(aLink->m_Lock);
-      m_pSite = aLink->m_pSite;
+    explicit Use(GLSiteLink* aLink) noexcept : m_pLink(aLink) {
+      if (m_pLink == nullptr) return;
+      m_pLink->m_Lock.Enter();
+      m_pSite = m_pLink->m_pSite;
     }
+    ~Use() {
+      if (m_pLink != nullptr) m_pLink->m_Lock.Leave();
+    }
+    Use(const Use&) = delete;
+    Use& operator=(const Use&) = delete;
+
     explicit operator bool() const noexcept { return m_pSite != nullptr; }
     GLContextSite* operator->() const noexcept { return m_pSite; }
     GLContextSite& operator*() const noexcept { return *m_pSite; }
 
    private:
-    std::unique_lock<std::recursive_mutex> m_Hold;
+    GLSiteLink* m_pLink;
     GLContextSite* m_pSite = nullptr;
   };
 
@@ -32,12 +38,12 @@ class GLSiteLink {
 
   /// The end of the context. Not with a lock held that a user of the link may want.
   void Clear() noexcept {
-    const std::scoped_lock lock(m_Lock);
+    const PLock lock(m_Lock);
     m_pSite = nullptr;
   }
 
  private:
-  std::recursive_mutex m_Lock;
+  PCriticalSection m_Lock;
   GLContextSite* m_pSite;
 };
 

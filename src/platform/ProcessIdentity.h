@@ -16,7 +16,7 @@ constexpr unsigned ProcessGeneration() noexcept { return 1; }
 
 /// 1 in the process that loaded the module, one more in each forked child of it. Changed in the child alone,
 /// before fork returns there.
-inline constinit std::atomic<unsigned> g_uProcessGeneration{1};
+extern std::atomic<unsigned> g_uProcessGeneration;
 
 /// Number of this process among its ancestors since the module was loaded; never 0. Threads, connections and
 /// locks that were made under another number are dead here.

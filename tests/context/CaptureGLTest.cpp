@@ -205,3 +205,56 @@ TEST(Capture, LeavesTheWindowAsItWasAThousandTimes) {
   EXPECT_EQ(captured.textures, textures);
   EXPECT_EQ(captured.lists, lists);
 }
+
+TEST(Capture, ShowsTheBackgroundWhereNoViewerDraws) {
+  Captured captured;
+  IGLViewer& first = *captured.drawn.viewer;
+  captured.capture->request = {.m_fZoom = 3, .m_sBackground = {1, 1, 0, 1}};
+  captured.Take();  // leaves memory that is no background
+  first.Clip(1);
+  first.ShowClipFrame(0);
+  first.SetClipRectangle(0, 0, 20, 20);
+  IGLViewer* second = nullptr;
+  captured.drawn.context->CreateViewer(1, 1, &second);
+  second->Clip(1);
+  second->ShowClipFrame(0);
+  second->SetClipRectangle(40, 0, 20, 20);
+  captured.capture->request.m_sBackground = {0, 0, 1, 1};
+  for (int round = 0; round < 5; ++round) {
+    const Picture picture = captured.Take();
+    int others = 0;
+    for (int y = 0; y < 3 * kHeight - 20; ++y) {
+      for (int x = 0; x < 3 * kWidth; ++x) others += picture.At(x, y) != 0x0000FFFF ? 1 : 0;
+    }
+    EXPECT_EQ(others, 0) << "above the viewers";
+  }
+}
+
+TEST(Capture, OfOneObjectServesTwoContextsAtOnce) {
+  struct Shared final : TestCapture {
+    HRESULT IsEnabled(LONG* aEnabled) noexcept override {
+      const HRESULT result = TestCapture::IsEnabled(aEnabled);
+      if (*aEnabled == 0) return result;
+      ++asked;
+      EXPECT_TRUE(Eventually([&] { return asked == 2; }));
+      return result;
+    }
+    HRESULT OnData(LONG aSuccess) noexcept override {
+      EXPECT_EQ(aSuccess, 1);
+      ++answered;
+      return S_OK;
+    }
+    std::atomic<int> asked{0}, answered{0};
+  };
+  const FreeContext one({}, 16, 16), other({}, 16, 16);
+  const auto capture = GLMake<Shared>();
+  for (const FreeContext* drawn : {&one, &other}) drawn->context->AttachCapture(capture.Get());
+  GLPtr<IGLPixmap> targets[2];
+  for (int i = 0; i < 2; ++i) {
+    targets[i] = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+    capture->Request(targets[i].Get());
+    ASSERT_TRUE(Eventually([&] { return capture->asked > i; }));
+  }
+  ASSERT_TRUE(Eventually([&] { return capture->answered == 2; }));
+  for (const auto& target : targets) EXPECT_EQ(PictureIn(*target).Width(), 16) << "each has its picture";
+}

@@ -2,14 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
+#include <functional>
+#include <initializer_list>
 #include <memory>
 #include <thread>
 #include <utility>
 #include <vector>
 
 #include "component/Module.h"
+#include "context/window/ContextList.h"
+#include "platform/Window.h"
 #include "support/Eventually.h"
 #include "support/Scene.h"
 
@@ -222,4 +228,125 @@ TEST(Context, ServesSixThreadsWhileItsWorkerNeverPauses) {
   }
   for (std::thread& caller : callers) caller.join();
   EXPECT_EQ(rounds, 120);
+}
+
+TEST(DrawThread, IsSteeredByAPainterOfAnotherContextAtOnce) {
+  const FreeContext steered;
+  ASSERT_TRUE(Eventually([&] { return *steered.frames > 0; }));
+  std::atomic<bool> done{false};
+  std::chrono::steady_clock::duration longest{};
+  const FreeContext steering([&](Scene&) {
+    if (done) return;
+    const auto suspension = steered.context.As<IGLContext12>();
+    for (const auto& call : std::initializer_list<std::function<HRESULT()>>{
+             [&] { return steered.context->SetDrawThreadPars(0, 20, 5); },
+             [&] { return suspension->SuspendDrawThread(); }, [&] { return suspension->ResumeDrawThread(); }}) {
+      const auto start = std::chrono::steady_clock::now();
+      EXPECT_EQ(call(), S_OK);
+      longest = std::max(longest, std::chrono::steady_clock::now() - start);
+    }
+    done = true;
+  });
+  ASSERT_TRUE(Eventually([&] { return done.load(); }));
+  EXPECT_LT(longest, 1s);
+  const int before = *steered.frames;
+  EXPECT_TRUE(Eventually([&] { return *steered.frames > before; }));
+}
+
+TEST(DrawThread, IsSuspendedDuringItsStart) {
+  for (int round = 0; round < 5; ++round) {
+    const auto context = NewContext();
+    const auto suspension = context.As<IGLContext12>();
+    std::atomic<bool> started{false};
+    std::thread host([&] {
+      while (suspension->SuspendDrawThread() == E_GL_BADSTATE && !started) {
+      }
+    });
+    EXPECT_EQ(context->Initialize(0), S_OK);
+    started = true;
+    host.join();
+    suspension->ResumeDrawThread();
+  }
+}
+
+TEST(Context, ReleasesClientsWithNoLockHeld) {
+  // The painter's or capture's end suspends the draw thread, which needs the context's lock to come to a park.
+  struct Ending {
+    IGLContext* m_pContext;
+    std::chrono::steady_clock::duration* m_pLength;
+    ~Ending() {
+      const auto start = std::chrono::steady_clock::now();
+      const auto suspension = GLPtr<IGLContext>::FromBorrowed(m_pContext).As<IGLContext12>();
+      suspension->SuspendDrawThread();
+      *m_pLength = std::chrono::steady_clock::now() - start;
+      suspension->ResumeDrawThread();
+    }
+  };
+  struct EndingPainter final : TestPainter {
+    explicit EndingPainter(const Ending& aEnding) : TestPainter([](Scene&) {}), m_Ending(aEnding) {}
+    Ending m_Ending;
+  };
+  struct EndingCapture final : TestCapture {
+    explicit EndingCapture(const Ending& aEnding) : m_Ending(aEnding) {}
+    Ending m_Ending;
+  };
+  const FreeContext drawn;
+  drawn.context.As<IGLContext2>()->SetControlledDrawThread(1, 0);
+  IGLContext& context = *drawn.context;
+  const std::function<void()> ends[] = {
+      [&] { context.DetachPainter(); }, [&] { context.AttachPainter(GLMake<TestPainter>([](Scene&) {}).Get()); },
+      [&] { context.DetachCapture(); }, [&] { context.AttachCapture(GLMake<TestCapture>().Get()); }};
+  for (std::size_t i = 0; i < std::size(ends); ++i) {
+    SCOPED_TRACE(i);
+    std::chrono::steady_clock::duration length = 10s;
+    const Ending ending{&context, &length};
+    if (i < 2) {
+      context.AttachPainter(GLPtr<EndingPainter>::FromCounted(new EndingPainter(ending)).Get());
+    } else {
+      context.AttachCapture(GLPtr<EndingCapture>::FromCounted(new EndingCapture(ending)).Get());
+    }
+    ends[i]();
+    EXPECT_LT(length, 2s) << "the draw thread doesn't park";
+  }
+}
+
+TEST(Context, IsInitialisedByAPainterThatItsOwnPainterInitialises) {
+  std::array<std::atomic<HRESULT>, 2> results{S_FALSE, S_FALSE};
+  std::atomic<bool> start{false};
+  std::atomic<int> inside{0};
+  std::array<std::unique_ptr<FreeContext>, 2> sides;
+  for (std::size_t i = 0; i < 2; ++i) {
+    sides[i] = std::make_unique<FreeContext>([&, i, tried = false](Scene&) mutable {
+      if (!start || std::exchange(tried, true)) return;
+      ++inside;
+      EXPECT_TRUE(Eventually([&] { return inside == 2; }));
+      results[i] = sides[1 - i]->context->Initialize(0);
+    });
+  }
+  start = true;
+  ASSERT_TRUE(Eventually([&] { return results[0] != S_FALSE && results[1] != S_FALSE; }));
+  for (const HRESULT result : results) EXPECT_TRUE(result == S_OK || result == E_GL_BADSTATE) << result;
+}
+
+TEST(Context, TakesTheMessageHookAlongWhenTwoEndAtOnce) {
+  int left = 0;
+  for (int round = 0; round < 1000; ++round) {
+    std::array<GLPtr<IGLContext>, 2> contexts{NewContext(), NewContext()};
+    InstallMessageHook();
+    std::atomic<int> ready{0};
+    const auto end = [&](std::size_t i) {
+      ++ready;
+      while (ready < 2) {
+      }
+      contexts[i].Reset();
+    };
+    std::thread other([&] { end(1); });
+    end(0);
+    other.join();
+    const HHOOK own = SetWindowsHookExA(
+        WH_CALLWNDPROCRET, [](int, WPARAM, LPARAM) noexcept -> LRESULT { return 0; }, nullptr, 0);
+    left += own == nullptr ? 1 : 0;
+    if (own != nullptr) UnhookWindowsHookEx(own);
+  }
+  EXPECT_EQ(left, 0) << "the component's hook is in the way";
 }

@@ -5,6 +5,7 @@
 
 #include <atomic>
 
+#include "component/Module.h"
 #include "platform/GL.h"
 #include "support/Eventually.h"
 #include "support/Scene.h"
@@ -127,4 +128,62 @@ TEST(ContextFonts, PrintAndMeasureOverCaptures) {
   EXPECT_EQ(WidthsOf(fonts), widths);
   EXPECT_EQ(textures, before) << "one texture at the window, whatever the captures had";
   drawn.context->DetachPainter();
+}
+
+TEST(ContextFonts, StayInTheListsOfAPainterOverCaptures) {
+  ContextFixture fixture(64, 64);
+  IGLContext& context = fixture.Context();
+  context.EnableLighting(0);
+  const Fonts fonts = MakeFonts(context);
+  GLString text("text");
+  int list = 0;
+  const DrawFunction draw = [&](Scene& scene) {
+    IGLCanvas& canvas = scene.Canvas();
+    LONG valid = 0;
+    canvas.IsCompiledList(list, &valid);
+    if (valid == 0) {
+      EXPECT_EQ(canvas.BeginCompileList(&list), S_OK);
+      canvas.BeginDrawTriangles();
+      for (const auto& [x, y] : {std::pair(-40., -40.), {40., -40.}, {0., 0.}}) canvas.Vertex3d(x, y, -10);
+      canvas.EndDrawVertices();
+      GLDATA_POINT start{-45, 40, -5};
+      for (const auto& font : fonts) {
+        EXPECT_EQ(font->Print(text, &start), S_OK);
+        start.y -= 12;
+      }
+      canvas.EndCompileList();
+    }
+    canvas.DrawCompiledList(list);
+  };
+  const Picture before = fixture.FramePicture(draw);
+  EXPECT_GT(before.CountOther(0x000000FF), 64 * 64 / 8);
+  ++g_uListGeneration;  // as a capture of another context does
+  const Picture after = fixture.FramePicture(draw);
+  EXPECT_EQ(Difference(after, before), 0);
+}
+
+TEST(ContextFonts, AreNotBuiltIntoAnOpenList) {
+  ContextFixture fixture(64, 64);
+  fixture.Context().EnableLighting(0);
+  for (const bool early : {true, false}) {
+    SCOPED_TRACE(early ? "made before the list" : "made in the list");
+    const Picture picture = fixture.FramePicture([&](Scene& scene) {
+      IGLCanvas& canvas = scene.Canvas();
+      GLPtr<IGLFont> font;
+      GLDATA_POINT start{-45, 40, -5};
+      int list = 0;
+      if (early) scene.Context().CreateSystemFont(font.Put());
+      canvas.BeginCompileList(&list);
+      if (!early) scene.Context().CreateSystemFont(font.Put());
+      EXPECT_EQ(font->Print(GLString("text"), &start), early ? S_OK : E_GL_BADSTATE);
+      canvas.BeginDrawQuads();
+      for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 0.}, {-50., 0.}}) canvas.Vertex2d(x, y);
+      canvas.EndDrawVertices();
+      canvas.EndCompileList();
+      canvas.DrawCompiledList(list);
+      scene.Context().DestroyFont(font.Get());
+    });
+    EXPECT_EQ(picture.At(32, 60), 0xFFFFFFFF) << "the list is whole";
+    EXPECT_EQ(picture.CountOther(0x000000FF) > 64 * 32, early) << "text above the square";
+  }
 }

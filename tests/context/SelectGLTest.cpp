@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cmath>
 #include <mutex>
 #include <numbers>
@@ -12,6 +13,7 @@
 #include <thread>
 #include <vector>
 
+#include "support/Counting.h"
 #include "support/Eventually.h"
 #include "support/Scene.h"
 
@@ -307,4 +309,74 @@ TEST(Select, AgreesWithGeometryOnAThousandScenes) {
   EXPECT_LT(doubtful, kScenes * kSquares / 50) << "left out";
   EXPECT_GT(hits, 500);
   EXPECT_GT(enclosed, 20);
+}
+
+TEST(Select, ServesAPainterOfAnotherContextBesideAHost) {
+  const Picking served(32, 32, {{1, -1, -1, 1, 1, 0}});
+  std::atomic<bool> stop{false};
+  std::thread host([&] {
+    while (!stop) EXPECT_EQ(served.At({}, {}), Ids{1});
+  });
+  std::atomic<int> picks{0}, good{0};
+  const auto start = std::chrono::steady_clock::now();
+  {
+    const FreeContext asking([&](Scene&) {
+      if (picks < 5) good += served.At({}, {}) == Ids{1} ? 1 : 0;
+      ++picks;
+    });
+    EXPECT_TRUE(Eventually([&] { return picks >= 5; }));
+  }
+  stop = true;
+  host.join();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+  EXPECT_EQ(good, 5);
+}
+
+TEST(Select, EndsBeforeItsPainterIsDetached) {
+  std::atomic<int> inside{0}, calls{0};
+  std::atomic<bool> picks{false};
+  ContextFixture fixture(32, 32);
+  const auto painter = GLMake<TestPainter>([&](Scene&) {
+    if (!picks) return;
+    ++inside;
+    ++calls;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    --inside;
+  });
+  fixture.Context().AttachPainter(painter.Get());
+  picks = true;
+  std::thread host(
+      [&] { Pick(fixture.Context(), fixture.Viewer(), {-0.9, -0.9, 0}, {0.9, 0.9, 0}, false, true); });
+  ASSERT_TRUE(Eventually([&] { return inside == 1; }));
+  fixture.Context().DetachPainter();
+  const int ended = calls;
+  EXPECT_EQ(inside, 0) << "detached while it draws";
+  host.join();
+  EXPECT_EQ(calls, ended) << "called after its detach";
+}
+
+TEST(Select, SeesPlanesGoWithNoFrameBetween) {
+  ContextFixture fixture(32, 32);
+  IGLContext& context = fixture.Context();
+  const auto painter = GLMake<TestPainter>([](Scene& scene) { Draw(scene.Canvas(), {{1, -9, -9, 9, 9, -10}}); });
+  context.AttachPainter(painter.Get());
+  const auto found = [&] { return Pick(context, fixture.Viewer(), {}, {}, false, false).ids; };
+  ASSERT_EQ(found(), Ids{1});
+  GLDATA_POINT a{20, 0, 0}, b{20, 1, 0}, c{20, 0, 1};
+  context.ClipPlane(&a, &b, &c);  // keeps x above 20
+  std::atomic<bool> drawn{false};
+  const auto seen = GLMake<TestPainter>([&](Scene& scene) {
+    Draw(scene.Canvas(), {{1, -9, -9, 9, 9, -10}});
+    drawn = true;
+  });
+  context.AttachPainter(seen.Get());
+  fixture.ContextAs<IGLContext2>()->TriggerDrawThread();
+  ASSERT_TRUE(Eventually([&] { return drawn.load(); }));
+  ASSERT_EQ(found(), Ids{});
+  fixture.Viewer().Show(0);  // no pass over a viewer makes the reset up
+  {
+    const ExhaustedHeap heap(0);  // nor does a task
+    context.ResetClipPlanes();
+  }
+  EXPECT_EQ(found(), Ids{1});
 }

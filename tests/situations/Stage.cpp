@@ -215,7 +215,7 @@ Outcome Stage::Pick() {
   int size = 16;
   Outcome outcome;
   outcome.ids.resize(16);
-  EXPECT_EQ(context->Select(viewer.Get(), &first, &second, 0, 1, &size, outcome.ids.data()), S_OK);
+  EXPECT_EQ(context->Select(viewer.Get(), &first, &second, 0, 0, &size, outcome.ids.data()), S_OK);
   outcome.ids.resize(static_cast<std::size_t>(size));
   outcome.error = m_uError;
   return outcome;

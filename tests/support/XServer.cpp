@@ -36,9 +36,13 @@ XServer::XServer() {
 
 XServer::~XServer() { Kill(); }
 
-void XServer::Kill() {
+void XServer::Kill() { End(SIGKILL); }
+
+void XServer::Signal(int aSignal) const { kill(m_Process, aSignal); }
+
+void XServer::End(int aSignal) {
   if (m_Process <= 0) return;
-  kill(m_Process, SIGKILL);
+  Signal(aSignal);
   waitpid(m_Process, nullptr, 0);
   m_Process = -1;
 }

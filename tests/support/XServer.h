@@ -21,6 +21,9 @@ class XServer {
   bool IsRunning() const { return m_Process > 0; }
   /// Ends the server at once, as a crash would.
   void Kill();
+  /// Ends the server by a signal of the caller's choice.
+  void End(int aSignal);
+  void Signal(int aSignal) const;
 
  private:
   pid_t m_Process = -1;

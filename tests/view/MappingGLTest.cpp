@@ -9,6 +9,7 @@
 #include <functional>
 
 #include "component/CreateObject.h"
+#include "component/Module.h"
 #include "platform/GL.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
@@ -108,6 +109,67 @@ TEST(Mapping, ReadsTheMatrixAndItsInverse) {
     EXPECT_EQ(canvas.As<IGLCanvas3>()->GetModelCoords(&window, 0, &model), S_OK);
     ExpectNear(model, {7, 8, 9}, 0.0, "what can't be mapped stays");
   });
+}
+
+TEST(Mapping, NeedsARenderingContext) {
+  ContextFixture context(kWidth, kHeight);
+  context.Frame();
+  GLPtr<IGLCanvas> canvas;
+  context.ContextAs<IGLContext14_2>()->GetCanvas(canvas.Put());
+  const auto mapping = canvas.As<IGLCanvas3>();
+  GLDATA_POINT model{1, 2, -3}, before{}, window{7, 8, 9}, after{};
+  ASSERT_EQ(mapping->GetWindowCoords(&model, 1, &before), S_OK);
+  EXPECT_EQ(mapping->GetWindowCoords(&model, 0, &window), E_GL_BADSTATE);
+  EXPECT_EQ(mapping->GetModelCoords(&model, 0, &window), E_GL_BADSTATE);
+  ExpectNear(window, {7, 8, 9}, 0.0, "nothing is written");
+  mapping->GetWindowCoords(&model, 1, &after);
+  ExpectNear(after, before, 0.0, "the cached set-up stays");
+  GLDATA_MATRIX16D matrix{{{5}}};
+  EXPECT_EQ(canvas.As<IGLCanvas2>()->GetModelviewMatrix(&matrix), E_GL_BADSTATE);
+  EXPECT_EQ(canvas.As<IGLCanvas14_2>()->GetRawModelviewMatrix(&matrix), E_GL_BADSTATE);
+  EXPECT_EQ(matrix.m[0][0], 5.0);
+}
+
+TEST(Lists, BelongToTheirDrawThreadAndStayForAFrame) {
+  ContextFixture context(32, 32);
+  context.Context().EnableLighting(0);
+  GLPtr<IGLCanvas> canvas;
+  context.ContextAs<IGLContext14_2>()->GetCanvas(canvas.Put());
+  int kept = 0, other = 0;
+  LONG valid = 7;
+  const auto compile = [&](IGLCanvas& aCanvas, int* aList) {
+    ASSERT_EQ(aCanvas.BeginCompileList(aList), S_OK);
+    aCanvas.BeginDrawTriangles();
+    for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {0., 50.}}) aCanvas.Vertex2d(x, y);
+    aCanvas.EndDrawVertices();
+    aCanvas.EndCompileList();
+  };
+  const Picture whole = context.FramePicture([&](Scene& scene) {
+    compile(scene.Canvas(), &kept);
+    scene.Canvas().DrawCompiledList(kept);
+  });
+  EXPECT_GT(whole.CountOther(0x000000FF), 32 * 32 / 4);
+  // A thread of the host's, with no rendering context and with one of its own.
+  const auto refused = [&] {
+    EXPECT_EQ(canvas->BeginCompileList(&other), E_GL_BADSTATE);
+    EXPECT_EQ(canvas->EndCompileList(), E_GL_BADSTATE);
+    EXPECT_EQ(canvas->DrawCompiledList(kept), E_GL_BADSTATE);
+    EXPECT_EQ(canvas->IsCompiledList(kept, &valid), E_GL_BADSTATE);
+    EXPECT_EQ(canvas->DeleteCompiledList(kept), E_GL_BADSTATE);
+  };
+  refused();
+  DrawPlainGL(8, 8, [&] {
+    for (GLuint name = 1; name < 1000; ++name) glNewList(name, GL_COMPILE), glEndList();
+    refused();
+    for (GLuint name = 1; name < 1000; ++name) ASSERT_TRUE(glIsList(name)) << "a list of the host's";
+  });
+  const Picture again = context.FramePicture([&](Scene& scene) {
+    ++g_uListGeneration;  // another context captures
+    int late = 0;
+    compile(scene.Canvas(), &late);
+    scene.Canvas().DrawCompiledList(kept);
+  });
+  EXPECT_EQ(Difference(again, whole), 0) << "a list of the frame goes in its middle";
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "context/GLContext.h"
 #include "context/control/DrawThreadWait.h"
 #include "thread/PCriticalSection.h"
 

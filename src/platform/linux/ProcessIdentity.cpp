@@ -5,6 +5,8 @@
 
 #include <pthread.h>
 
+constinit std::atomic<unsigned> g_uProcessGeneration{1};
+
 namespace {
 
 void CountFork() noexcept {

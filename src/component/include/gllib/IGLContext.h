@@ -29,9 +29,10 @@ struct IGLViewer;
 /// Threads: any, at any time, unless an operation says otherwise. "Waits for the frame" stands where an
 /// operation takes the context's lock, which the draw thread holds for the length of a frame: such an
 /// operation may be called from a painter, but not by a host thread that holds a lock that the painter wants.
-/// Of another context a painter may call it only if that one's painter doesn't wait for this one in turn.
-/// Results: S_OK; E_INVALIDARG when a pointer is null, with nothing changed or written; E_GL_BADSTATE where
-/// the context's parts couldn't be made; what else stands at the operation.
+/// A painter may call it on another context; if that one's painter waits for this one in turn, it is refused.
+/// Results: S_OK; E_INVALIDARG when a pointer is null, with nothing changed or written; E_GL_BADSTATE if the
+/// context's parts could not be made, or if the wait would close a circle of draw threads; other results are
+/// documented at the operation.
 struct IGLContext : IUnknown {
   /// The interface's identifier.
   static constexpr IID Identifier = {
@@ -56,7 +57,7 @@ struct IGLContext : IUnknown {
   virtual HRESULT EnableDepth(LONG aEnable) noexcept = 0;
   /// @param aEnable receives 1 or 0
   virtual HRESULT IsDepthEnabled(LONG* aEnable) noexcept = 0;
-  /// Gives what viewers are cleared to.
+  /// Gives the colour that viewers are cleared to; on the draw thread during an off-screen capture the picture's.
   virtual HRESULT GetBackgroundColor(GLDATA_RGBA* aColor) noexcept = 0;
   /// Sets what viewers are cleared to, from the next frame on; each component cut to 0 to 1. One frame may
   /// see it half-changed.
@@ -79,15 +80,17 @@ struct IGLContext : IUnknown {
   /// Attaches the painter, in place of the one before, with a reference of its own. Waits for the frame: a
   /// painter is never exchanged during one. The one that is attached already changes nothing.
   virtual HRESULT AttachPainter(IGLPainter* aPainter) noexcept = 0;
-  /// Releases the painter. Waits for the frame; on return it isn't called any more.
+  /// Releases the painter. Waits for the frame, a running selection and a capture: on return no call to the
+  /// painter is running or will follow. On the draw thread it does not wait.
   virtual HRESULT DetachPainter() noexcept = 0;
   /// Attaches the capture, in place of the one before, with a reference of its own. Waits for the frame.
   virtual HRESULT AttachCapture(IGLCapture* aCapture) noexcept = 0;
-  /// Releases the capture. Waits for the frame; a capture that is being asked meanwhile is asked to its end.
+  /// Releases the capture. Waits for the frame and for a capture in progress: on return no call to the object is
+  /// running or will follow. On the draw thread it does not wait.
   virtual HRESULT DetachCapture() noexcept = 0;
 
   /// Gives the viewport's width.
-  /// @param aValue receives pixels, 1 or more; during an off-screen capture the picture's size
+  /// @param aValue receives pixels, 1 or more; on the draw thread during an off-screen capture the picture's size
   virtual HRESULT GetViewportWidth(int* aValue) noexcept = 0;
   /// As GetViewportWidth.
   virtual HRESULT GetViewportHeight(int* aValue) noexcept = 0;

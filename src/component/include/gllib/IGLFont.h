@@ -83,7 +83,8 @@ struct IGLFont : IUnknown {
   /// @param aStart  the left end of the base line, in the painter's present coordinates; of the internal kind
   ///                the cell's lower left corner
   /// @return S_OK; E_FAIL when the font can't be built, with nothing drawn; E_GL_BADSTATE when it has no
-  ///         context; E_OUTOFMEMORY
+  ///         context, outside of a painter or gauge, and when the font would have to be built while a list is
+  ///         open (one that was created since the list was opened); E_OUTOFMEMORY
   virtual HRESULT Print(BSTR aString, GLDATA_POINT* aStart) noexcept = 0;
 
  protected:

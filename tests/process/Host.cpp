@@ -1,0 +1,354 @@
+// A host program, one way of ending or of disturbing its process for each argument. It is linked to the module
+// as other hosts are, returns kIntended from main, and writes a line once it is where the argument says.
+
+#include <EGL/egl.h>
+#include <EGL/eglext.h>
+#include <gllib/GLLibHost.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <future>
+#include <iostream>
+#include <string>
+#include <thread>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kIntended = 7, kFailed = 1;
+
+/// Draws a text and a triangle, then whatever the argument wants.
+struct Painter final : GLPainterBase {
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {
+    GLDATA_RGBA orange = {1.0f, 0.4f, 0.0f, 1.0f};
+    aCanvas->SetVertexColor(&orange);
+    aCanvas->BeginDrawTriangles();
+    aCanvas->Vertex3d(-90, -90, 0);
+    aCanvas->Vertex3d(90, -90, 0);
+    aCanvas->Vertex3d(0, 90, 0);
+    const HRESULT drawn = aCanvas->EndDrawVertices();
+    ++m_iFrames;
+    if (m_Extra) m_Extra(*aContext);
+    return drawn;
+  }
+  std::atomic<int> m_iFrames{0};
+  std::function<void(IGLContext&)> m_Extra;  // set before the painter is attached
+};
+
+struct Snapshot final : GLCaptureBase {
+  HRESULT OnData(LONG aSuccess) noexcept override { return m_Taken.set_value(aSuccess != 0), S_OK; }
+  std::promise<bool> m_Taken;
+};
+
+/// Wants a picture of every frame.
+struct Camera final : GLCaptureBase {
+  explicit Camera(IGLPixmap* aPicture) : m_pPicture(GLPtr<IGLPixmap>::FromBorrowed(aPicture)) { Request(aPicture); }
+  HRESULT OnData(LONG) noexcept override { return ++m_iPictures, Request(m_pPicture.Get()), S_OK; }
+  GLPtr<IGLPixmap> m_pPicture;
+  std::atomic<int> m_iPictures{0};
+};
+
+struct Scene {
+  explicit Scene(std::function<void(IGLContext&)> aExtra = nullptr) {
+    if (!m_pContext || FAILED(m_pContext->Initialize(0))) std::exit(kFailed);
+    m_pPainter->m_Extra = std::move(aExtra);
+    m_pContext->SetViewport(0, 0, 160, 120);
+    m_pContext->EnableLighting(0);
+    m_pContext->CreateViewer(1, 1, &m_pViewer);
+    m_pContext->SetDrawThreadPars(0, 5, 5);
+    m_pContext->AttachPainter(m_pPainter.Get());
+  }
+  void AwaitFrames(int aCount) const {
+    for (const int start = m_pPainter->m_iFrames; m_pPainter->m_iFrames < start + aCount;)
+      std::this_thread::sleep_for(1ms);
+  }
+  HRESULT Select() const {
+    GLDATA_POINT low = {-1, -1, 0}, high = {1, 1, 0};
+    int count = 4;
+    ULONG found[4];
+    return m_pContext->Select(m_pViewer, &low, &high, 0, 0, &count, found);
+  }
+  bool ShowsOrange() const {
+    const auto picture = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+    const auto snapshot = GLMake<Snapshot>();
+    snapshot->Request(picture.Get());
+    m_pContext->AttachCapture(snapshot.Get());
+    auto taken = snapshot->m_Taken.get_future();
+    if (taken.wait_for(10s) != std::future_status::ready || !taken.get()) return false;
+    GLDATA_RGBA4B middle = {};
+    picture->GetPixel(80, 60, &middle);
+    return middle.m_bRed == 255 && middle.m_bGreen == 102 && middle.m_bBlue == 0;
+  }
+
+  GLPtr<IGLContext> m_pContext = GLCreate<IGLContext>(CLSID_GLContext);
+  GLPtr<Painter> m_pPainter = GLMake<Painter>();
+  IGLViewer* m_pViewer = nullptr;
+};
+
+GLPtr<IGLContext12> ControlOf(IGLContext& aContext) {
+  GLPtr<IGLContext12> control;
+  aContext.QueryInterface(IGLContext12::Identifier, control.PutVoid());
+  return control;
+}
+
+int Ready() {
+  std::cout << "ready" << std::endl;
+  return kIntended;
+}
+
+void AwaitWord() {
+  std::string word;
+  std::getline(std::cin, word);
+}
+
+/// Objects that live as long as the program, or longer.
+template <class T>
+T& Kept(T* aObject) {
+  static T* kept = nullptr;
+  return *(kept = aObject);
+}
+
+Scene& Drawing(std::function<void(IGLContext&)> aExtra = nullptr) {
+  Scene& scene = Kept(new Scene(std::move(aExtra)));
+  scene.AwaitFrames(2);
+  return scene;
+}
+
+int Created() {
+  Kept(new GLPtr<IGLContext>(GLCreate<IGLContext>(CLSID_GLContext)));
+  return Ready();
+}
+
+int Initialised() {
+  static const auto context = GLCreate<IGLContext>(CLSID_GLContext);  // released after main
+  if (FAILED(context->Initialize(0))) return kFailed;
+  return Ready();
+}
+
+int Draws() {
+  Drawing();
+  return Ready();
+}
+
+int Captures() {
+  Scene& scene = Drawing();
+  auto& camera = Kept(new GLPtr<Camera>(GLMake<Camera>(GLCreate<IGLPixmap>(CLSID_GLPixmap).Get())));
+  scene.m_pContext->AttachCapture(camera.Get());
+  while (camera->m_iPictures < 2) std::this_thread::sleep_for(1ms);
+  return Ready();
+}
+
+int Selects() {
+  Scene& scene = Drawing();
+  std::promise<void> selected;
+  std::thread([&scene, &selected] {
+    scene.Select();
+    selected.set_value();
+    for (;;) scene.Select();
+  }).detach();
+  selected.get_future().wait();
+  return Ready();
+}
+
+int BuildsFonts() {
+  Drawing([](IGLContext& aContext) {
+    IGLFont* font = nullptr;
+    if (SUCCEEDED(aContext.CreateSystemFont(&font)) && font != nullptr) aContext.DestroyFont(font);
+  });
+  return Ready();
+}
+
+/// The painter gives the last reference back, and main returns while the context ends.
+int EndsInPainter() {
+  static std::promise<void> released;
+  static std::atomic_flag once;
+  auto& scene = Kept(new Scene);
+  scene.m_pContext->DetachPainter();
+  static auto& last = Kept(new GLPtr<IGLContext>(scene.m_pContext));
+  scene.m_pContext.Reset();
+  const auto painter = GLMake<Painter>();
+  painter->m_Extra = [](IGLContext&) {
+    if (once.test_and_set()) return;
+    last.Reset();
+    released.set_value();
+  };
+  last->AttachPainter(painter.Get());
+  released.get_future().wait();
+  return Ready();
+}
+
+int ExitsInPainter() {
+  Kept(new Scene([](IGLContext&) { std::exit(Ready()); }));
+  std::this_thread::sleep_for(60s);
+  return kFailed;
+}
+
+/// A handler that waits for a thread which uses the context: nothing may keep that one.
+int JoinsAtExit() {
+  static Scene& scene = Drawing();
+  static std::atomic<bool> stop{false};
+  static std::thread user([] {
+    auto control = ControlOf(*scene.m_pContext);
+    while (!stop) {
+      scene.Select();
+      scene.m_pContext->SetViewport(0, 0, 100, 100);
+      control->SuspendDrawThread();
+      control->ResumeDrawThread();
+    }
+    control.Reset();
+    scene.m_pContext.Reset();
+  });
+  struct Join {
+    ~Join() {
+      stop = true;
+      user.join();
+    }
+  };
+  static const Join first;
+  return Ready();
+}
+
+bool ChildEndsWith(const std::function<int()>& aChild, bool aHandlers) {
+  const pid_t child = fork();
+  if (child == 0) {
+    alarm(20);
+    const int code = aChild();
+    if (aHandlers) std::exit(code);
+    _exit(code);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  if (!WIFEXITED(status)) std::cerr << "child ended by signal " << WTERMSIG(status) << '\n';
+  return WIFEXITED(status) && WEXITSTATUS(status) == kIntended;
+}
+
+/// What a child finds of its parent's context: every operation refuses at once, and all may be released.
+int UseInherited(Scene& aScene) {
+  IGLContext& context = *aScene.m_pContext;
+  const auto snapshot = GLMake<Snapshot>();
+  auto control = ControlOf(context);
+  const HRESULT results[] = {context.Initialize(0),
+                             context.SetViewport(0, 0, 9, 9),
+                             context.AttachCapture(snapshot.Get()),
+                             context.DetachPainter(),
+                             context.SetDrawThreadPars(0, 9, 9),
+                             control->SuspendDrawThread(),
+                             aScene.Select()};
+  for (const HRESULT result : results) {
+    if (result != E_GL_BADSTATE) return kFailed;
+  }
+  control.Reset();
+  aScene.m_pContext.Reset();
+  return kIntended;
+}
+
+int Forks() {
+  Scene& scene = Drawing();
+  for (int i = 0; i < 10; ++i) {
+    for (const bool handlers : {true, false}) {
+      if (!ChildEndsWith([&] { return UseInherited(scene); }, handlers)) return kFailed;
+      if (!ChildEndsWith([] { return kIntended; }, handlers)) return kFailed;
+    }
+    if (!scene.ShowsOrange()) return kFailed;
+  }
+  return Ready();
+}
+
+int DrawsInChild() {
+  Scene& scene = Drawing();
+  const auto draw = [] { return Kept(new Scene).ShowsOrange() ? kIntended : kFailed; };
+  for (int i = 0; i < 3; ++i) {
+    if (!ChildEndsWith(draw, true)) return kFailed;
+  }
+  return scene.ShowsOrange() ? Ready() : kFailed;
+}
+
+/// A signal that the host blocks after the start and takes by itself must find no thread that lets it through.
+int WaitsForSignals() {
+  Drawing();
+  sigset_t wanted;
+  sigemptyset(&wanted);
+  for (const int number : {SIGTERM, SIGUSR1, SIGALRM, SIGCHLD}) sigaddset(&wanted, number);
+  pthread_sigmask(SIG_BLOCK, &wanted, nullptr);
+  for (const int number : {SIGTERM, SIGUSR1, SIGALRM}) {
+    for (int i = 0; i < 20; ++i) {
+      kill(getpid(), number);
+      int taken = 0;
+      sigwait(&wanted, &taken);
+      if (taken != number) return kFailed;
+    }
+  }
+  return Ready();
+}
+
+/// The host's own use of EGL ends while a context draws.
+int TerminatesEgl() {
+  const EGLDisplay own = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr);
+  Scene& scene = Drawing();
+  if (eglInitialize(own, nullptr, nullptr) == EGL_FALSE || eglTerminate(own) == EGL_FALSE) return kFailed;
+  if (!scene.ShowsOrange()) return kFailed;
+  eglInitialize(own, nullptr, nullptr);
+  if (!(new Scene)->ShowsOrange()) return kFailed;
+  return eglTerminate(own) == EGL_TRUE && scene.ShowsOrange() ? Ready() : kFailed;
+}
+
+/// Draws and moves its window on two threads without a pause until the server has gone.
+int LosesServer() {
+  Scene& scene = Drawing();
+  std::atomic<bool> stop{false};
+  std::thread mover([&] {
+    for (int i = 0; !stop; ++i) scene.m_pContext->SetViewport(0, 0, 100 + i % 50, 100);
+  });
+  Ready();
+  AwaitWord();
+  stop = true;
+  mover.join();
+  (void)scene.m_pContext->Initialize(0);  // with no server it fails
+  scene.m_pContext.Reset();
+  return kIntended;
+}
+
+/// Exits when it is told to, with a context that draws.
+int DrawsUntilTold() {
+  Drawing();
+  Ready();
+  AwaitWord();
+  return kIntended;
+}
+
+constexpr struct {
+  const char* m_szName;
+  int (*m_pfnRun)();
+} kWays[] = {{"created", Created},
+             {"initialised", Initialised},
+             {"drawing", Draws},
+             {"capturing", Captures},
+             {"selecting", Selects},
+             {"fonts", BuildsFonts},
+             {"ending", EndsInPainter},
+             {"painter", ExitsInPainter},
+             {"joining", JoinsAtExit},
+             {"forks", Forks},
+             {"child-draws", DrawsInChild},
+             {"signals", WaitsForSignals},
+             {"eglterminate", TerminatesEgl},
+             {"loses-server", LosesServer},
+             {"told", DrawsUntilTold}};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  for (const auto& way : kWays) {
+    if (argc > 1 && std::strcmp(argv[1], way.m_szName) == 0) return way.m_pfnRun();
+  }
+  return kFailed;
+}

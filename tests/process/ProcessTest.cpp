@@ -1,0 +1,85 @@
+// What the process of a host lives through: exits at each stage of a context's life, forks, signals, the loss
+// of its X server. Each host is a process of its own. GLLIB_PROCESS_REPEATS raises the number of repeats.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+
+#include "process/Child.h"
+#include "support/XServer.h"
+
+namespace {
+
+const char* const kStages[] = {"created", "initialised", "drawing", "capturing", "selecting",
+                               "fonts",   "ending",      "painter", "joining"};
+
+int Repeats() {
+  const char* text = std::getenv("GLLIB_PROCESS_REPEATS");
+  return text != nullptr ? std::max(1, std::atoi(text)) : GLLIB_SANITIZED ? 2 : 5;
+}
+
+void ExpectIntendedExits(const char* aWay, int aTimes) {
+  std::chrono::milliseconds longest{};
+  for (int i = 0; i < aTimes; ++i) {
+    Child host({GLLIB_HOST_FILE, aWay});
+    EXPECT_TRUE(host.AwaitLine()) << aWay;
+    ASSERT_EQ(host.End(), "exit 7") << aWay << ", run " << i;
+    longest = std::max(longest, host.ExitTime());
+  }
+  std::cout << aWay << ": " << aTimes << " exits, the longest " << longest.count() << " ms\n";
+}
+
+}  // namespace
+
+TEST(ProcessHeadless, ExitsAtEachStageWithTheIntendedCode) {
+  setenv("GLLIB_DISPLAY", "headless", 1);
+  for (const char* stage : kStages) ExpectIntendedExits(stage, Repeats());
+}
+
+TEST(ProcessHeadless, LivesThroughForksSignalsAndTheHostsOwnUseOfEgl) {
+  setenv("GLLIB_DISPLAY", "headless", 1);
+  for (const char* way : {"forks", "child-draws", "signals", "eglterminate"}) ExpectIntendedExits(way, 1);
+}
+
+TEST(ProcessX11, ExitsAtEachStageWithTheIntendedCode) {
+  const XServer server;
+  for (const char* stage : kStages) ExpectIntendedExits(stage, Repeats());
+}
+
+TEST(ProcessX11, LivesThroughForksAndSignals) {
+  const XServer server;
+  for (const char* way : {"forks", "child-draws", "signals"}) ExpectIntendedExits(way, 1);
+}
+
+TEST(ProcessX11, LivesThroughTheEndOfItsServer) {
+  for (int i = 0; i < 2 * Repeats(); ++i) {
+    XServer server;
+    Child host({GLLIB_HOST_FILE, "loses-server"});
+    ASSERT_TRUE(host.AwaitLine());
+    server.End(i % 2 == 0 ? SIGKILL : SIGTERM);
+    host.Tell();
+    ASSERT_EQ(host.End(), "exit 7") << "run " << i;
+  }
+}
+
+TEST(ProcessX11, ExitsWhileTheServerIsFrozen) {
+  XServer server;
+  Child host({GLLIB_HOST_FILE, "told"});
+  ASSERT_TRUE(host.AwaitLine());
+  server.Signal(SIGSTOP);
+  host.Tell();
+  EXPECT_EQ(host.End(), "exit 7");
+  std::cout << "frozen server: " << host.ExitTime().count() << " ms\n";
+  server.Signal(SIGCONT);
+}
+
+#if !GLLIB_SANITIZED
+TEST(ProcessX11, ReloadsTheModuleWithoutLeavingAConnectionOrAThread) {
+  const XServer server;
+  Child host({GLLIB_RELOAD_FILE, "--gtest_brief=1"});
+  EXPECT_EQ(host.End(), "exit 0");
+}
+#endif
