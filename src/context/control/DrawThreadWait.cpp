@@ -6,17 +6,18 @@
 #include <utility>
 
 #include "context/GLContext.h"
+#include "platform/ProcessWide.h"
 
 namespace {
 
-std::mutex g_WaitsLock;  // guards the awaited context of all contexts
+constinit ProcessWide<std::mutex> g_WaitsLock;  // guards the awaited context of all contexts
 
 }  // namespace
 
 DrawThreadWait::DrawThreadWait(GLContext& aAwaited) noexcept
     : m_pWaiting(GLContext::DrawnHere() != &aAwaited ? GLContext::DrawnHere() : nullptr) {
   if (m_pWaiting == nullptr) return;
-  const std::scoped_lock lock(g_WaitsLock);
+  const std::scoped_lock lock(g_WaitsLock.Get());
   for (const GLContext* next = &aAwaited; next != nullptr; next = next->m_pAwaited) {
     if (next == m_pWaiting) m_bClosesCircle = true;
   }
@@ -25,6 +26,6 @@ DrawThreadWait::DrawThreadWait(GLContext& aAwaited) noexcept
 
 DrawThreadWait::~DrawThreadWait() {
   if (m_pWaiting == nullptr || m_bClosesCircle) return;
-  const std::scoped_lock lock(g_WaitsLock);
+  const std::scoped_lock lock(g_WaitsLock.Get());
   m_pWaiting->m_pAwaited = m_pBefore;
 }

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/GL.h"
+#include "platform/ProcessWide.h"
 
 namespace {
 
@@ -63,21 +64,19 @@ class Queue {
   Waiter* m_pFirst = nullptr;
 };
 
-/// Lives as long as the process: a draw thread that nobody ended may wait in it when the process goes.
-Queue& Turns() noexcept {
-  static Queue& turns = *new Queue;
-  return turns;
-}
+// A draw thread may wait in it while the process exits. A forked child gets a queue of its own: a thread that
+// does not exist there may have had the turn.
+constinit ProcessWide<Queue> g_Turns;
 
 thread_local int t_iDepth = 0;
 thread_local bool t_bHasTurn = false;
 
 void Take() noexcept {
-  if (g_Driver == Driver::kNeedsTurns) t_bHasTurn = Turns().Take();
+  if (g_Driver == Driver::kNeedsTurns) t_bHasTurn = g_Turns.Get().Take();
 }
 
 void Give() noexcept {
-  if (std::exchange(t_bHasTurn, false)) Turns().Give();
+  if (std::exchange(t_bHasTurn, false)) g_Turns.Get().Give();
 }
 
 }  // namespace

@@ -56,6 +56,7 @@ inline constexpr HRESULT CO_E_ERRORINDLL = static_cast<HRESULT>(0x800401F9);
 /// Reads the registration; a part of GLCreateObjectByProgID.
 namespace GLRegistration {
 
+/// @cond
 /// The default values of the keys under the class root in one registry file.
 class ClassTexts {
  public:
@@ -89,6 +90,7 @@ class ClassTexts {
   std::string m_sKey;
   bool m_bClass = false;
 };
+/// @endcond
 
 /// Reads "{1750378D-FDFD-11D3-A317-000000000000}".
 inline std::optional<CLSID> ParseClassId(std::string_view aText) {
@@ -114,8 +116,8 @@ inline std::optional<CLSID> ParseClassId(std::string_view aText) {
 
 /// A registered class: its identifier and the file of its module.
 struct RegisteredClass {
-  CLSID m_Id;
-  std::string m_sModule;
+  CLSID m_Id;             ///< class identifier
+  std::string m_sModule;  ///< path of the module that has it
 };
 
 /// Looks a class up. The user's entry comes before the machine's.

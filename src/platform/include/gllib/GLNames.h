@@ -4,6 +4,8 @@
 
 #pragma once
 
+/// @cond parts of other headers, not for hosts
+
 #include <algorithm>
 #include <string_view>
 
@@ -30,3 +32,5 @@ struct Less {
 };
 
 }  // namespace GLNames
+
+/// @endcond

@@ -5,6 +5,8 @@
 
 #pragma once
 
+/// @cond parts of other headers, not for hosts
+
 #ifndef _WIN32
 
 #include <fcntl.h>
@@ -246,3 +248,5 @@ bool ReadScript(std::string_view aText, Out&& aOut) {
 }  // namespace GLRegistration
 
 #endif
+
+/// @endcond
