@@ -8,7 +8,7 @@
 
 #include "situations/Stage.h"
 
-/// The columns: from where an operation is called. The last three but one are callbacks of another context.
+/// The columns: from where an operation is called. kInOthers... are callbacks of another context.
 enum Situation : unsigned {
   kInFrame,
   kInCapture,
