@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 #include <initializer_list>
+#include <thread>
 
 #include "component/Module.h"
 #include "context/window/WGLExtensions.h"
@@ -190,4 +191,19 @@ TEST(Faults, OfAllocationsEndNoLifeAndSpoilNone) {
   }
   EXPECT_GT(fault, 40) << "ways to an allocation";
   RecordProperty("faults", fault);
+}
+
+TEST(Faults, OfTheFirstRenderingContextsLetASuspensionWait) {
+  const DisplayGuard guard;
+  const auto display = ScriptedDisplay::Set();
+  display->m_iRefusedContexts = 4;  // the draw thread tries again in each cycle
+  const auto context = GLCreate<IGLContext>(CLSID_GLContext);
+  const auto suspension = context.As<IGLContext12>();
+  std::thread host([&] {
+    EXPECT_TRUE(Eventually([&] { return display->m_iRefusedContexts < 4; }));
+    EXPECT_EQ(suspension->SuspendDrawThread(), S_OK);
+  });
+  EXPECT_EQ(context->Initialize(0), S_OK);
+  host.join();
+  suspension->ResumeDrawThread();
 }

@@ -80,7 +80,8 @@ constexpr Operation kOperations[] = {
        int pixelX = 0, pixelY = 0;
        return All({s.context->DeviceToSCS(3, 4, &x, &y), s.context->SCSToDevice(x, y, &pixelX, &pixelY)});
      }},
-    {"CreateViewer", [](Stage& s) {
+    {"CreateViewer",
+     [](Stage& s) {
        IGLViewer* viewer = nullptr;
        return s.context->CreateViewer(0, 1, &viewer);
      }},
@@ -134,7 +135,8 @@ constexpr Operation kOperations[] = {
      [](Stage& s) { return MakeFont<true>(s, [&](IGLFont** f) { return s.context->CreateSystemFont(f); }); }},
     {"CreateInternalFont",
      [](Stage& s) {
-       return MakeFont<true>(s, [&](IGLFont** f) { return Control(s)->CreateInternalFont(GLString("HAND"), f); });
+       return MakeFont<true>(
+           s, [&](IGLFont** f) { return Control(s)->CreateInternalFont(GLString("HAND"), f); });
      }},
     {"CreateRasterFont",
      [](Stage& s) {

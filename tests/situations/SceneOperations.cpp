@@ -1,5 +1,5 @@
-// The rows of the objects that a scene is made of, a row an interface where no operation meets GL or a lock of the
-// context.
+// The rows of the objects that a scene is made of, a row an interface where no operation meets GL or a lock
+// of the context.
 
 #include <gllib/IGLBitmap.h>
 #include <gllib/IGLCoord.h>
@@ -45,14 +45,31 @@ constexpr Operation kOperations[] = {
        int number = 0;
        float share = 0;
        GLDATA_RGBA color{};
-       return All({v.Show(0), v.IsVisible(&flag), v.Clip(1), v.IsClipped(&flag), v.ScaleClip(1),
-                   v.IsClipScaled(&flag), v.ShowClipFrame(1), v.IsClipFrameVisible(&flag), v.ShowGauges(1),
-                   v.AreGaugesVisible(&flag), v.SetClipRectangle(1, 2, 3, 4), v.GetClipX(&number),
-                   v.GetClipY(&number), v.GetClipWidth(&number), v.GetClipHeight(&number),
-                   v.SetFrameColor(&g_sColor), v.GetFrameColor(&color), v.SetFrameThickness(2),
-                   v.GetFrameThickness(&share), v.SetFrameOffset(0.5f), v.GetFrameOffset(&share),
-                   v.EnumGauges(members.Get()), v.RemoveAllGauges(),
-                   s.spare.As<IGLViewer2>()->SetShowAxes(1), s.spare.As<IGLViewer2>()->GetShowAxes(&flag)});
+       return All({v.Show(0),
+                   v.IsVisible(&flag),
+                   v.Clip(1),
+                   v.IsClipped(&flag),
+                   v.ScaleClip(1),
+                   v.IsClipScaled(&flag),
+                   v.ShowClipFrame(1),
+                   v.IsClipFrameVisible(&flag),
+                   v.ShowGauges(1),
+                   v.AreGaugesVisible(&flag),
+                   v.SetClipRectangle(1, 2, 3, 4),
+                   v.GetClipX(&number),
+                   v.GetClipY(&number),
+                   v.GetClipWidth(&number),
+                   v.GetClipHeight(&number),
+                   v.SetFrameColor(&g_sColor),
+                   v.GetFrameColor(&color),
+                   v.SetFrameThickness(2),
+                   v.GetFrameThickness(&share),
+                   v.SetFrameOffset(0.5f),
+                   v.GetFrameOffset(&share),
+                   v.EnumGauges(members.Get()),
+                   v.RemoveAllGauges(),
+                   s.spare.As<IGLViewer2>()->SetShowAxes(1),
+                   s.spare.As<IGLViewer2>()->GetShowAxes(&flag)});
      }},
     {"IGLViewer::AddGauge, RemoveGauge",
      [](Stage& s) {
@@ -68,13 +85,14 @@ constexpr Operation kOperations[] = {
        GLDATA_POINT point{0.5, 0, 50}, axis{0, 0, 1};
        GLDATA_MATRIX6D six{};
        GLDATA_MATRIX16D sixteen{};
-       return All({eye->SetOrigin(&point), eye->SetOrigin3d(1, 0, 50), eye->MoveOrigin(&axis),
-                   eye->MoveOrigin3d(0, 0, -1), eye->MoveRight(0.5), eye->MoveUp(1), eye->MoveForward(1),
-                   eye->RotateAboutX_RAD(0.1), eye->RotateAboutY_RAD(0.1), eye->RotateAboutZ_RAD(0.1),
-                   eye->GetOrigin(&point), eye->Rotate_RAD(0.1, &axis, &axis), eye->GetMatrix6d(&six),
-                   eye->SetMatrix6d(&six), eye->GetMatrix16d(&sixteen), eye->SetMatrix16d(&sixteen),
-                   eye->VectorPCStoLCS(&axis), eye->VectorLCStoPCS(&axis), eye->PointPCStoLCS(&axis),
-                   eye->PointLCStoPCS(&axis)});
+       return All(
+           {eye->SetOrigin(&point),      eye->SetOrigin3d(1, 0, 50), eye->MoveOrigin(&axis),
+            eye->MoveOrigin3d(0, 0, -1), eye->MoveRight(0.5),        eye->MoveUp(1),
+            eye->MoveForward(1),         eye->RotateAboutX_RAD(0.1), eye->RotateAboutY_RAD(0.1),
+            eye->RotateAboutZ_RAD(0.1),  eye->GetOrigin(&point),     eye->Rotate_RAD(0.1, &axis, &axis),
+            eye->GetMatrix6d(&six),      eye->SetMatrix6d(&six),     eye->GetMatrix16d(&sixteen),
+            eye->SetMatrix16d(&sixteen), eye->VectorPCStoLCS(&axis), eye->VectorLCStoPCS(&axis),
+            eye->PointPCStoLCS(&axis),   eye->PointLCStoPCS(&axis)});
      }},
     {"IGLLight",
      [](Stage& s) {
@@ -83,13 +101,26 @@ constexpr Operation kOperations[] = {
        float value = 0;
        GLDATA_POINT point{};
        GLPtr<IGLCoord> place;
-       return All({l.Enable(1), l.IsEnabled(&flag), l.SetAsSpotlight(1), l.IsSpotlight(&flag),
-                   l.SetDiffuseLight(&g_sColor), l.GetDiffuseLight(&g_sColor), l.GetSpotPosition(&point),
-                   l.SetSpotPosition(&point), l.GetCutOffAngle_DEG(&value), l.SetCutOffAngle_DEG(value),
-                   l.GetSpotExponent(&value), l.SetSpotExponent(value), l.SetConstantAttenuation(1.5f),
-                   l.GetLinearAttenuation(&value), l.SetLinearAttenuation(value),
-                   l.GetQuadraticAttenuation(&value), l.SetQuadraticAttenuation(value),
-                   l.GetDirection(&point), l.SetDirection(&point), l.GetCoord(place.Put()),
+       return All({l.Enable(1),
+                   l.IsEnabled(&flag),
+                   l.SetAsSpotlight(1),
+                   l.IsSpotlight(&flag),
+                   l.SetDiffuseLight(&g_sColor),
+                   l.GetDiffuseLight(&g_sColor),
+                   l.GetSpotPosition(&point),
+                   l.SetSpotPosition(&point),
+                   l.GetCutOffAngle_DEG(&value),
+                   l.SetCutOffAngle_DEG(value),
+                   l.GetSpotExponent(&value),
+                   l.SetSpotExponent(value),
+                   l.SetConstantAttenuation(1.5f),
+                   l.GetLinearAttenuation(&value),
+                   l.SetLinearAttenuation(value),
+                   l.GetQuadraticAttenuation(&value),
+                   l.SetQuadraticAttenuation(value),
+                   l.GetDirection(&point),
+                   l.SetDirection(&point),
+                   l.GetCoord(place.Put()),
                    l.AttachCoord(place.Get())});
      }},
     {"IGLFog",
@@ -117,14 +148,16 @@ constexpr Operation kOperations[] = {
      }},
     {"IGLCollection",
      [](Stage& s) {
-       const auto from = GLCreate<IGLCollection>(CLSID_GLCollection), to = GLCreate<IGLCollection>(CLSID_GLCollection);
+       const auto from = GLCreate<IGLCollection>(CLSID_GLCollection),
+                  to = GLCreate<IGLCollection>(CLSID_GLCollection);
        LONG has = 0;
        int size = 0;
        GLPOSITION at{};
        GLPtr<IUnknown> member;
        return All({from->Add(s.viewer.Get()), from->Has(s.viewer.Get(), &has), from->GetSize(&size),
-                   from->GetFirst(&at, member.Put()), from->GetLast(&at, member.Put()), from->CopyTo(to.Get()),
-                   from->AppendTo(to.Get()), from->Remove(s.viewer.Get()), to->Empty()});
+                   from->GetFirst(&at, member.Put()), from->GetLast(&at, member.Put()),
+                   from->CopyTo(to.Get()), from->AppendTo(to.Get()), from->Remove(s.viewer.Get()),
+                   to->Empty()});
      }},
     {"IGLDrawAttr, IGLMaterial",
      [](Stage&) {

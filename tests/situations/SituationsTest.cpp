@@ -1,5 +1,5 @@
-// Every operation in every situation from which a callback can call it. The table's reference is the same operation
-// called while nothing is under way.
+// Every operation in every situation from which a callback can call it. The table's reference is the same
+// operation called while nothing is under way.
 
 #include <EGL/egl.h>
 #include <gtest/gtest.h>
@@ -19,8 +19,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kLongestCall(GLLIB_SANITIZED != 0 ? 10 : 1);
 constexpr std::chrono::seconds kHang(60);
-constexpr const char* kNames[kSituations] = {"Frame",  "Capture", "Pick",        "Gauge",         "OpenList",
-                                             "Task",   "OnData",  "OthersFrame", "OthersCapture", "Teardown"};
+constexpr const char* kNames[kSituations] = {"Frame", "Capture", "Pick",        "Gauge",         "OpenList",
+                                             "Task",  "OnData",  "OthersFrame", "OthersCapture", "Teardown"};
 
 /// What a callback finds current, and has to find again.
 struct Found {
@@ -29,15 +29,18 @@ struct Found {
 
   static Found Now() {
     Found found{eglGetCurrentContext(), {}};
-    constexpr GLenum kNames[] = {GL_LIST_INDEX,           GL_LIST_MODE,
-                                 GL_RENDER_MODE,          GL_MODELVIEW_STACK_DEPTH,
-                                 GL_PROJECTION_STACK_DEPTH, GL_ATTRIB_STACK_DEPTH};
+    constexpr GLenum kNames[] = {GL_LIST_INDEX,
+                                 GL_LIST_MODE,
+                                 GL_RENDER_MODE,
+                                 GL_MODELVIEW_STACK_DEPTH,
+                                 GL_PROJECTION_STACK_DEPTH,
+                                 GL_ATTRIB_STACK_DEPTH};
     for (std::size_t i = 0; i < found.values.size(); ++i) glGetIntegerv(kNames[i], &found.values[i]);
     return found;
   }
 };
 
-/// One call of an operation, made on whichever thread the situation has.
+/// One call of an operation, made on the thread of the situation.
 struct Call {
   void Make(const Operation& aOperation, Stage& aStage) {
     before = Found::Now();
@@ -166,14 +169,16 @@ class Situations : public testing::TestWithParam<Situation> {
   }
 
  private:
-  bool IsRefused(const Operation& aOperation) const { return (aOperation.m_uRefused & 1u << GetParam()) != 0; }
+  bool IsRefused(const Operation& aOperation) const {
+    return (aOperation.m_uRefused & 1u << GetParam()) != 0;
+  }
 
   void CheckCall(const Call& aCall, HRESULT aWanted) {
     const bool refusedAtTheEnd = GetParam() == kInTeardown && aCall.result == E_GL_BADSTATE;
     EXPECT_TRUE(aCall.result == aWanted || refusedAtTheEnd)
         << "the result is " << std::hex << aCall.result << " instead of " << aWanted;
-    EXPECT_LT(aCall.length, kLongestCall) << "the call takes "
-                                          << std::chrono::duration<double>(aCall.length).count() << " s";
+    EXPECT_LT(aCall.length, kLongestCall)
+        << "the call takes " << std::chrono::duration<double>(aCall.length).count() << " s";
     EXPECT_EQ(aCall.after.context, aCall.before.context) << "the current rendering context";
     EXPECT_EQ(aCall.after.values, aCall.before.values) << "open list, mode and depth of stacks";
   }
@@ -193,6 +198,6 @@ TEST_P(Situations, KeepPassesAndSettings) {
 }
 
 INSTANTIATE_TEST_SUITE_P(In, Situations,
-                         testing::Values(kInFrame, kInCapture, kInPick, kInGauge, kInOpenList, kInTask, kInOnData,
-                                         kInOthersFrame, kInOthersCapture, kInTeardown),
+                         testing::Values(kInFrame, kInCapture, kInPick, kInGauge, kInOpenList, kInTask,
+                                         kInOnData, kInOthersFrame, kInOthersCapture, kInTeardown),
                          [](const auto& info) { return std::string(kNames[info.param]); });

@@ -27,7 +27,8 @@ template <class Function>
 void ForEach(IGLCollection& aMembers, Function aFunction) {
   GLPOSITION at{};
   GLPtr<IUnknown> member;
-  for (aMembers.GetFirst(&at, member.Put()); member; aMembers.GetNext(&at, member.Put())) aFunction(member.Get());
+  for (aMembers.GetFirst(&at, member.Put()); member; aMembers.GetNext(&at, member.Put()))
+    aFunction(member.Get());
 }
 
 class CallingTask final : public PEvent {
@@ -215,7 +216,7 @@ Outcome Stage::Pick() {
   int size = 16;
   Outcome outcome;
   outcome.ids.resize(16);
-  EXPECT_EQ(context->Select(viewer.Get(), &first, &second, 0, 0, &size, outcome.ids.data()), S_OK);
+  EXPECT_EQ(context->Select(viewer.Get(), &first, &second, 0, 1, &size, outcome.ids.data()), S_OK);
   outcome.ids.resize(static_cast<std::size_t>(size));
   outcome.error = m_uError;
   return outcome;
@@ -327,7 +328,8 @@ Settings Stage::Read() {
   settings.emplace_back("fog's density", density);
   GLDATA_POINT low{}, high{};
   viewer->GetOrthoExtents(&low, &high);
-  for (const double value : {low.x, low.y, low.z, high.x, high.y, high.z}) settings.emplace_back("extents", value);
+  for (const double value : {low.x, low.y, low.z, high.x, high.y, high.z})
+    settings.emplace_back("extents", value);
   GLPtr<IGLCoord> eye;
   GLDATA_MATRIX6D at{};
   viewer->GetCoord(eye.Put());

@@ -1,5 +1,5 @@
-// Stage: a context with a scene, which draws, captures and picks on request, and calls a function of the test at one
-// place of the next pass. The test's thread drives it; the callbacks run on the draw thread.
+// Stage: a context with a scene, which draws, captures and picks on request, and calls a function of the test
+// at one place of the next pass. The test's thread drives it; the callbacks run on the draw thread.
 
 #pragma once
 

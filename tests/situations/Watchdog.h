@@ -1,4 +1,5 @@
-// Watchdog: ends the process, by the name of what it watches, when a step takes far too long. Its own thread looks.
+// Watchdog: ends the process, by the name of what it watches, when a step takes far too long. Its own thread
+// looks.
 
 #pragma once
 

@@ -85,6 +85,10 @@ std::unique_ptr<DrawSurface> ScriptedDisplay::MakeMemorySurface(int aWidth, int 
 }
 
 std::unique_ptr<DrawContext> ScriptedDisplay::MakeContext(const DisplayFormat& aFormat) noexcept {
+  if (m_iRefusedContexts > 0) {
+    --m_iRefusedContexts;
+    return nullptr;
+  }
   return Fails() ? nullptr : m_pReal->MakeContext(aFormat);
 }
 

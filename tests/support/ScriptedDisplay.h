@@ -34,6 +34,7 @@ class ScriptedDisplay : public DisplayServer {
   std::map<int, int> m_FormatOfSamples;  ///< multisample formats by count
   DWORD m_dwPlatformId = 2;
   bool m_bMakesWindows = true;
+  std::atomic<int> m_iRefusedContexts{0};  ///< so many rendering contexts fail first
   int m_iFault = -1;  ///< the number of the one operation that fails, of all that can, from 0; -1: none
 
   // What was seen.
