@@ -1,5 +1,5 @@
-// Operations: the rows of the table of situations, a file a theme. Each runs on whichever thread its
-// situation has.
+// Operations: the rows of the table of situations, one file per topic. Each runs on the thread of its
+// situation.
 
 #pragma once
 

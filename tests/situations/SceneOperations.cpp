@@ -1,5 +1,5 @@
-// The rows of the objects that a scene is made of, a row an interface where no operation meets GL or a lock
-// of the context.
+// The rows of the objects that a scene is made of, one row per interface where no operation needs GL or a
+// lock of the context.
 
 #include <gllib/IGLBitmap.h>
 #include <gllib/IGLCoord.h>

@@ -1,5 +1,5 @@
-// Every operation in every situation from which a callback can call it. The table's reference is the same
-// operation called while nothing is under way.
+// Every operation, called from every callback that can reach it. The reference is the same operation, called
+// while no pass runs.
 
 #include <EGL/egl.h>
 #include <gtest/gtest.h>
