@@ -32,10 +32,10 @@ TEST_F(ViewMath, AgreesWithTheMatricesOfEveryViewer) {
     const GLPixelPlace pixel = {window.x, height - window.y};
     const glm::dvec3 point = plain.UnProject(window);
     const double size = 1 + glm::length(point);
-    const auto near = [&](const GLDATA_POINT& a, const glm::dvec3& b) {
+    const auto expectNear = [&](const GLDATA_POINT& a, const glm::dvec3& b) {
       EXPECT_LT(glm::distance(ToVec(a), b), kClose * size);
     };
-    near(view.PointAtDepth(pixel, window.z), point);
+    expectNear(view.PointAtDepth(pixel, window.z), point);
     const auto seen = view.PixelOf(ToPoint(point));
     ASSERT_TRUE(seen);
     EXPECT_NEAR(seen->m_sPixel.x, pixel.x, kClose * 1000);
@@ -45,8 +45,8 @@ TEST_F(ViewMath, AgreesWithTheMatricesOfEveryViewer) {
     visible += seen->m_bVisible;
 
     const GLRay ray = view.Ray(pixel);
-    near(ray.m_sStart, plain.UnProject({window.x, window.y, 0}));
-    near(ray.ClosestTo(ToPoint(point)), point);
+    expectNear(ray.m_sStart, plain.UnProject({window.x, window.y, 0}));
+    expectNear(ray.ClosestTo(ToPoint(point)), point);
     EXPECT_NEAR(GLVector::Length(ray.m_sDirection), 1, kClose);
     EXPECT_GT(glm::dot(ToVec(ray.m_sDirection), point - ToVec(ray.m_sStart)), 0);
 

@@ -268,7 +268,7 @@ TEST_F(Viewing, DrawsOverlaysOverEverythingAndBringsAllBack) {
   GLDATA_POINT a{0, 0, -5}, b{1, 0, -5}, c{0, 1, -5};  // what stands nearer than -5 is cut off
   m_Context->ClipPlane(&a, &c, &b);
   m_Context->EnableLighting(1);
-  const GLDATA_POINT far = {0, 0, -20};
+  const GLDATA_POINT distant = {0, 0, -20};
   std::atomic<int> changed{0};
   const auto draw = [&](bool aBracket) {
     return [&, aBracket](Scene& scene) {
@@ -294,8 +294,9 @@ TEST_F(Viewing, DrawsOverlaysOverEverythingAndBringsAllBack) {
         EXPECT_EQ(overlay.Width(), 60);
         EXPECT_EQ(overlay.Height(), 40);
         DrawQuad(scene.Canvas(), {0, 0, 1, 1}, {{{2, 3, 0}, {8, 3, 0}, {8, 5, 0}, {2, 5, 0}}});
-        const auto place = overlay.PlaceOf(scene.Canvas(), far);
-        const GLPixelPlace pixel = GLViewGeometry::Of(scene.Context(), scene.Viewer()).PixelOf(far)->m_sPixel;
+        const auto place = overlay.PlaceOf(scene.Canvas(), distant);
+        const GLPixelPlace pixel =
+            GLViewGeometry::Of(scene.Context(), scene.Viewer()).PixelOf(distant)->m_sPixel;
         EXPECT_NEAR(place->x, pixel.x - 20, 1e-3);
         EXPECT_NEAR(place->y, pixel.y - 10, 1e-3);
         EXPECT_FALSE(overlay.PlaceOf(scene.Canvas(), {0, 0, 5})) << "behind the eye";
