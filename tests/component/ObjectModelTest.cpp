@@ -159,3 +159,66 @@ TEST(ObjectModel, CountsAreExactOnManyThreads) {
   EXPECT_EQ(object->AddRef(), 2u);
   EXPECT_EQ(object->Release(), 1u);
 }
+
+namespace {
+
+/// A member that still uses its collection while the collection ends, as one with a counted pointer does.
+class Returning final : public IUnknown {
+ public:
+  HRESULT QueryInterface(REFIID, void**) noexcept override { return E_NOINTERFACE; }
+  ULONG AddRef() noexcept override { return ++m_uReferences; }
+  ULONG Release() noexcept override {
+    if (--m_uReferences == 1 && m_pHolder != nullptr) {
+      ++m_iEnds;
+      const auto again = GLPtr<IUnknown>::FromBorrowed(m_pHolder);
+    }
+    return m_uReferences;
+  }
+
+  IUnknown* m_pHolder = nullptr;
+  ULONG m_uReferences = 1;
+  int m_iEnds = 0;
+};
+
+/// An outer object that notes what is called after its end.
+class Ending final : public IUnknown {
+ public:
+  HRESULT QueryInterface(REFIID, void**) noexcept override { return E_NOINTERFACE; }
+  ULONG AddRef() noexcept override { return Count(1); }
+  ULONG Release() noexcept override { return Count(-1); }
+
+  bool m_bEnded = false;
+  int m_iLateCalls = 0;
+
+ private:
+  ULONG Count(int aStep) noexcept {
+    if (m_bEnded) ++m_iLateCalls;
+    return static_cast<ULONG>(m_iReferences += aStep);
+  }
+  int m_iReferences = 1;
+};
+
+}  // namespace
+
+TEST(ObjectEnd, IsNotRepeatedByAMemberThatCountsItsCollectionThen) {
+  for (const bool aggregated : {false, true}) {
+    SCOPED_TRACE(aggregated ? "within an outer object" : "of its own");
+    const LONG locks = g_iModuleLocks;
+    Returning member;
+    Ending outer;
+    {
+      const auto factory = FactoryOf("{C1F0DF9D-ECE9-4EDF-82A3-700105F2D74F}");
+      GLPtr<IUnknown> object;
+      ASSERT_EQ(factory->CreateInstance(aggregated ? &outer : nullptr, IID_IUnknown, object.PutVoid()), S_OK);
+      IGLCollection* collection = nullptr;  // its count is the outer object's, or the object's own
+      ASSERT_EQ(object->QueryInterface(IGLCollection::Identifier, reinterpret_cast<void**>(&collection)), S_OK);
+      collection->Add(&member);
+      member.m_pHolder = collection;
+      collection->Release();
+      outer.m_bEnded = true;
+    }
+    EXPECT_EQ(member.m_iEnds, 1);
+    EXPECT_EQ(outer.m_iLateCalls, 0) << "the outer object has gone by then";
+    EXPECT_EQ(g_iModuleLocks, locks) << "ended twice, or not at all";
+  }
+}

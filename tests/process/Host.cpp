@@ -263,11 +263,19 @@ int Forks() {
   return Ready();
 }
 
+/// A child may draw if its parent has not, and is refused else: the driver has state of the parent's.
 int DrawsInChild() {
-  Scene& scene = Drawing();
+  const auto early = GLCreate<IGLContext>(CLSID_GLContext);
   const auto draw = [] { return Kept(new Scene).ShowsOrange() ? kIntended : kFailed; };
+  const auto isRefused = [] {
+    return GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0) == E_FAIL ? kIntended : kFailed;
+  };
   for (int i = 0; i < 3; ++i) {
     if (!ChildEndsWith(draw, true)) return kFailed;
+  }
+  const Scene& scene = Drawing();
+  for (int i = 0; i < 3; ++i) {
+    if (!ChildEndsWith(isRefused, true)) return kFailed;
   }
   return scene.ShowsOrange() ? Ready() : kFailed;
 }

@@ -6,6 +6,7 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <new>
@@ -86,6 +87,16 @@ class DisplayUsers {
 
 constinit ProcessWide<DisplayUsers> g_Users;
 
+/// The process that started a driver first; 0 before.
+std::atomic<unsigned> g_uStartedIn{0};
+
+/// Whether a driver may run in this process. In a child of a process that ran one, a driver's exit handlers
+/// wait for threads of the parent, and for ever if the child has threads of its own in their place.
+bool MayRunHere() noexcept {
+  unsigned starter = 0;
+  return g_uStartedIn.compare_exchange_strong(starter, ProcessGeneration()) || starter == ProcessGeneration();
+}
+
 }  // namespace
 
 EglSurface::~EglSurface() {
@@ -95,7 +106,7 @@ EglSurface::~EglSurface() {
 
 bool EglDriver::Start(EGLDisplay aDisplay, EGLint aVisual) noexcept {
   const ExitGate::Pass pass;
-  if (!pass || aDisplay == EGL_NO_DISPLAY) return false;
+  if (!pass || aDisplay == EGL_NO_DISPLAY || !MayRunHere()) return false;
   KeepDriver();
   bool started = false;
   try {
