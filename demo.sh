@@ -31,6 +31,8 @@ draw_gallery() {
   "$glview" --size 640x480 --views 4 --axes --out "$pictures/views.png" "$bunny"
   "$glview" --size 640x480 --shade hidden --out "$pictures/hidden.png" "$(model horse.3ds)"
   "$glview" --size 640x480 --fog --out "$pictures/fog.png" "$(model asteroid-high.3ds)"
+  "$glview" --size 640x480 --turn 40,20 --section z,0.6 --out "$pictures/section.png" "$bunny"
+  "$glview" --size 640x480 --measure 250,120,360,300 --out "$pictures/measure.png" "$bunny" >/dev/null
   local example
   for example in "${examples[@]}"; do
     build/release/examples/"$example" --out "$pictures/$example.png" >/dev/null

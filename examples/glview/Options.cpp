@@ -38,8 +38,10 @@ constexpr const char* kOptions = R"(
 
 In the window: drag to turn, right or middle drag to pan, wheel to zoom; click to pick a part, Shift-drag to
 pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, M textures, F fog, A axes,
-T text, R the first camera; V the next standard view, arrows walk and turn; S cuts the model open, square to x, y,
-z, - and + or the slider move the cut; D measures between clicks, two a distance, three an angle; Page Up and Page Down step through a folder's models; C writes a picture at twice the window's size to a numbered PNG file; Esc leaves.
+T text, R the first camera; V the next standard view, arrows walk and turn; S cuts the model open, square to x,
+y or z, - and + or the slider move the cut; D measures between clicks, two a distance, three an angle; Page Up
+and Page Down step through a folder's models; C writes a picture at twice the window's size to a numbered PNG
+file; Esc leaves.
 Files that are dropped on the window are shown instead. Nothing is remembered from one run to the next.
 
 Exit status: 0 done, 1 no display, no context or a file that can't be written, 2 a command line that makes no

@@ -18,7 +18,7 @@ std::string TextOf(const std::vector<GLDATA_POINT>& aPoints) {
     return text;
   }
   const GLDATA_POINT b = Difference(aPoints[2], aPoints[1]);
-  std::snprintf(text, sizeof(text), "%.1f\u00B0", std::atan2(Length(Cross(a, b)), Dot(a, b)) * 180 / kPi);
+  std::snprintf(text, sizeof(text), "%.1f deg", std::atan2(Length(Cross(a, b)), Dot(a, b)) * 180 / kPi);
   return text;
 }
 
