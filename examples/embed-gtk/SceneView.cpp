@@ -1,13 +1,6 @@
 #include "embed-gtk/SceneView.h"
 
-#include <cmath>
 #include <utility>
-
-namespace {
-
-constexpr double kWheelStep = 0.9;
-
-}  // namespace
 
 SceneView::SceneView(std::shared_ptr<const Model> aModel, Picked aPicked)
     : m_model(std::move(aModel)), m_picked(std::move(aPicked)) {}
@@ -48,7 +41,7 @@ void SceneView::Release(double aX, double aY) {
 }
 
 void SceneView::Wheel(double aDown) {
-  if (m_scene) m_scene->Zoom(std::pow(kWheelStep, -aDown));
+  if (m_dragging) m_dragging->Wheel(-aDown);
 }
 
 void SceneView::Key(char aKey) {

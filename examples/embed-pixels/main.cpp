@@ -5,7 +5,6 @@
 #include <SDL.h>
 
 #include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -22,8 +21,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr auto kPeriod = std::chrono::microseconds(1'000'000 / 30);  // from frame to frame
-constexpr double kTurnPerFrame = 2;                                  // pixels of a drag
-constexpr double kWheelStep = 0.9;
+constexpr double kTurnPerFrame = -0.0175;                            // radians
 
 /// Hands SDL's events to the scene and its frames to the window, until the user leaves.
 class Host {
@@ -49,7 +47,7 @@ class Host {
       if (Clock::now() < next) continue;
       next += kPeriod;
       if (next < Clock::now()) next = Clock::now() + kPeriod;  // late: what was missed isn't made up
-      if (m_turning) m_scene.Turn(0, 0, kTurnPerFrame, 0);
+      if (m_turning) m_scene.Spin(kTurnPerFrame);
     }
     const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
     std::printf("%d frames in %.1f s\n", m_frames, seconds);
@@ -82,7 +80,7 @@ class Host {
         if (const auto box = m_dragging.Release()) Pick(*box);
         break;
       case SDL_MOUSEWHEEL:
-        m_scene.Zoom(std::pow(kWheelStep, aEvent.wheel.preciseY));
+        m_dragging.Wheel(aEvent.wheel.preciseY);
         break;
       case SDL_KEYDOWN:
         if (aEvent.key.keysym.sym == SDLK_ESCAPE) m_leaving = true;

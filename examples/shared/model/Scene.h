@@ -82,6 +82,8 @@ class Scene {
   /// Turns the view at a pixel about a point; a view of a fixed direction is moved instead.
   void Turn(const GLPixelPlace& aFrom, const GLPixelPlace& aTo, const GLPixelPlace& aView,
             const GLDATA_POINT& aPivot);
+  /// Turns the free view about the model's middle; radians, above 0 the eye goes to the right.
+  void Spin(double aRight);
   /// Moves the view at a pixel so that a point appears at a place.
   void Pan(const GLPixelPlace& aTo, const GLPixelPlace& aView, const GLDATA_POINT& aPoint);
   /// Zooms the view at a pixel, where a point stays in its place.

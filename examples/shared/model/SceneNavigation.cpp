@@ -54,6 +54,14 @@ void Scene::Turn(const GLPixelPlace& aFrom, const GLPixelPlace& aTo, const GLPix
   Refresh();
 }
 
+void Scene::Spin(double aRight) {
+  const View& view = m_views.front();
+  GLViewGeometry geometry = GeometryOf(view);
+  GLOrbit(geometry, m_model->centre, aRight, 0);
+  Send(view, geometry);
+  Refresh();
+}
+
 void Scene::Pan(const GLPixelPlace& aTo, const GLPixelPlace& aView, const GLDATA_POINT& aPoint) {
   const View& view = ViewAt(aView);
   GLViewGeometry geometry = GeometryOf(view);
