@@ -41,7 +41,7 @@ TEST(ProcessHeadless, ExitsAtEachStageWithTheIntendedCode) {
 
 TEST(ProcessHeadless, LivesThroughForksSignalsAndTheHostsOwnUseOfEgl) {
   setenv("GLLIB_DISPLAY", "headless", 1);
-  for (const char* way : {"forks", "signals", "eglterminate"}) ExpectIntendedExits(way, 1);
+  for (const char* way : {"forks", "child-draws", "signals", "eglterminate"}) ExpectIntendedExits(way, 1);
 }
 
 TEST(ProcessX11, ExitsAtEachStageWithTheIntendedCode) {
@@ -51,7 +51,7 @@ TEST(ProcessX11, ExitsAtEachStageWithTheIntendedCode) {
 
 TEST(ProcessX11, LivesThroughForksAndSignals) {
   const XServer server;
-  for (const char* way : {"forks", "signals"}) ExpectIntendedExits(way, 1);
+  for (const char* way : {"forks", "child-draws", "signals"}) ExpectIntendedExits(way, 1);
 }
 
 TEST(ProcessX11, LivesThroughTheEndOfItsServer) {
