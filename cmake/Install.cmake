@@ -16,6 +16,7 @@ endif()
 install(DIRECTORY src/component/include/gllib src/platform/include/gllib DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         COMPONENT Development)
 install(FILES src/component/GLLib.idl DESTINATION ${CMAKE_INSTALL_DATADIR}/gllib COMPONENT Development)
+install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libgllib-dev/examples COMPONENT Development)
 install(EXPORT GLLibTargets NAMESPACE GLLib:: DESTINATION ${GLLIB_PACKAGE_DIR} COMPONENT Development)
 configure_package_config_file(cmake/GLLibConfig.cmake.in ${PROJECT_BINARY_DIR}/GLLibConfig.cmake
                               INSTALL_DESTINATION ${GLLIB_PACKAGE_DIR})

@@ -1,5 +1,5 @@
-# What cpack makes: libgllib1, which programs need to run, libgllib-dev, which they are built with, and python3-gllib for
-# programs in Python.
+# What cpack makes: libgllib1, which programs need to run, libgllib-dev, which they are built with, python3-gllib for
+# programs in Python, and gllib-glview, the viewer.
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME gllib)
@@ -41,6 +41,18 @@ of its use. Drawing from arrays and looking at pictures as arrays take NumPy.")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-numpy)
   set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/bindings/python/debian/postinst
                                                 ${PROJECT_SOURCE_DIR}/bindings/python/debian/prerm)
+endif()
+
+if(GLLIB_GLVIEW)
+  list(APPEND CPACK_COMPONENTS_ALL glview)
+  set(CPACK_DEBIAN_GLVIEW_PACKAGE_NAME gllib-glview)
+  set(CPACK_DEBIAN_GLVIEW_PACKAGE_SECTION graphics)
+  set(CPACK_COMPONENT_GLVIEW_DESCRIPTION
+      "A viewer of 3-D models, in a window or to a picture file, with its entry in the
+desktop's menu.")
+  set(CPACK_DEBIAN_GLVIEW_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)  # where the module is found meanwhile
+  set(CPACK_DEBIAN_GLVIEW_PACKAGE_DEPENDS "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION})")
 endif()
 
 include(CPack)

@@ -9,9 +9,11 @@ packages_component=(
 # What draws where there is no GPU, and a face for text.
 packages_drawing=(libgl1-mesa-dri libegl-mesa0 fonts-dejavu-core)
 # What the example hosts are built from, and the models that they show.
-packages_examples=(libassimp-dev libglfw3-dev libpng-dev qtbase5-dev libsdl2-dev glmark2-data)
+packages_examples=(libassimp-dev libglfw3-dev libpng-dev qtbase5-dev libsdl2-dev libgtk-3-dev libgtk-4-dev
+                   glmark2-data)
 # What the tests and the benchmarks are built from.
-packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev libxcb-xtest0-dev xvfb doxygen groff-base)
+packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev libxcb-xtest0-dev xvfb doxygen groff-base
+                desktop-file-utils)
 # What the Python package is made and tested with, and what its examples show.
 packages_python=(python3 python3-numpy python3-pyqt5 python3-nbclient python3-ipykernel)
 # What the packages are made with.

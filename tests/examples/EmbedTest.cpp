@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::uint8_t kHome = 110, kEscape = 9, kW = 25;  // the server's keycodes
+constexpr std::uint8_t kHome = 110, kEscape = 9, kSpace = 65, kW = 25;  // the server's keycodes
 
 TEST_F(Embed, SdlWindowShowsFollowsPicksTurnsAndLeaves) {
   Open("embed-sdl");
@@ -37,6 +37,28 @@ TEST_F(Embed, SdlWindowShowsWiresAndCloses) {
   Open("embed-sdl");
   m_screen.Press(kW);
   EXPECT_TRUE(Eventually([&] { return PixelAt(kLeft) == kBackground; })) << "wires can be looked through";
+  m_screen.Close();
+  EXPECT_EQ(Status(), 0);
+}
+
+TEST_F(Embed, PixelsOfAHeadlessContextFollowTheWindow) {
+  Open("embed-pixels");
+  for (const auto& [width, height] : {std::pair{480, 360}, {900, 700}}) {
+    m_screen.Resize(width, height);
+    EXPECT_TRUE(
+        Eventually([&] { return SceneExtents().Width() == width && SceneExtents().Height() == height; }));
+    ClickAt(kRight);
+    EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
+    ClickAt(kLeft);
+    EXPECT_TRUE(TitleEndsWith("pair.obj - left")) << m_screen.Title();
+    EXPECT_TRUE(Eventually([&] { return IsMarked(PixelAt(kLeft)) && !IsMarked(PixelAt(kRight)); }))
+        << "the right way up and round";
+  }
+  m_screen.Press(kSpace);
+  for (const bool edgeOn : {true, false, true}) {
+    EXPECT_TRUE(Eventually([&] { return (PixelAt(kLeft) == kBackground) == edgeOn; }))
+        << "it turns by itself";
+  }
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }
