@@ -3,13 +3,15 @@
 #include <stdexcept>
 
 PixelWindow::Session::Session() {
+  // Pictures are copied without GL, which SDL would use even where its software renderer is asked for, and
+  // for which it would make the window once more.
+  SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   if (SDL_Init(SDL_INIT_VIDEO) != 0) throw std::runtime_error(SDL_GetError());
 }
 
 PixelWindow::PixelWindow(const std::string& aTitle, int aWidth, int aHeight) {
   m_window.reset(SDL_CreateWindow(aTitle.c_str(), SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED, aWidth,
                                   aHeight, SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
-  // Pictures are copied without GL, of which the component has the only rendering context.
   if (m_window) m_renderer.reset(SDL_CreateRenderer(m_window.get(), -1, SDL_RENDERER_SOFTWARE));
   if (!m_renderer) throw std::runtime_error(SDL_GetError());
 }

@@ -20,7 +20,7 @@ endfunction()
 
 get_filename_component(cpack ${CMAKE_COMMAND} DIRECTORY)
 run(${cpack}/cpack -G DEB --config ${BUILD}/CPackConfig.cmake -B ${WORK})
-set(packages libgllib1 libgllib-dev)
+set(packages libgllib1 libgllib-dev gllib-glview)
 if(PYTHON)
   list(APPEND packages python3-gllib)
 endif()
@@ -34,6 +34,9 @@ set(output "${depends_libgllib1}")
 expect("libegl1.*libfreetype6.*libxcb1" "what libgllib1 depends on")
 set(output "${depends_libgllib-dev}")
 expect("^libgllib1 \\(= 1" "what libgllib-dev depends on")
+
+set(output "${depends_gllib-glview}")
+expect("libgllib1 \\(= 1.*libassimp5" "what gllib-glview depends on")
 
 set(prefix ${WORK}/root/usr)
 set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
@@ -61,3 +64,10 @@ set(ENV{GLLIB_REGISTRY_DIR} ${WORK}/registry)
 run(${prefix}/bin/gllib-register)
 file(READ ${WORK}/registry/machine.reg output)
 expect("InprocServer32]\r?\n@=\"[^\"]*/root/usr/${LIBDIR}/libgllib.so.1" "the module that was registered")
+
+# A host of a toolkit, from the sources in the package. The viewer runs, and finds its module by its own place.
+run(${CMAKE_COMMAND} -S ${prefix}/share/doc/libgllib-dev/examples -B ${WORK}/hosts -DGLLIB_GLVIEW=OFF
+    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CXX})
+run(${CMAKE_COMMAND} --build ${WORK}/hosts --parallel 2 --target embed-gtk3)
+file(WRITE ${WORK}/model.obj "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n")
+run(${prefix}/bin/glview --out ${WORK}/model.png ${WORK}/model.obj)
