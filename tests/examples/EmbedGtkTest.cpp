@@ -78,6 +78,7 @@ TEST_P(EmbedGtk, SceneMovesToAnotherWindowAndEndsWithItsWidget) {
 
 TEST_P(EmbedGtk, DetachedSceneEndsWithTheProgram) {
   Open();
+  m_screen.Focus();
   m_screen.Press(kD);
   ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
   m_screen.Focus();
