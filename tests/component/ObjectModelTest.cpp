@@ -207,11 +207,13 @@ TEST(ObjectEnd, IsNotRepeatedByAMemberThatCountsItsCollectionThen) {
     Returning member;
     Ending outer;
     {
-      const auto factory = FactoryOf("{C1F0DF9D-ECE9-4EDF-82A3-700105F2D74F}");
+      const auto factory = FactoryOf("C1F0DF9D-ECE9-4EDF-82A3-700105F2D74F");
       GLPtr<IUnknown> object;
+      ASSERT_TRUE(factory);
       ASSERT_EQ(factory->CreateInstance(aggregated ? &outer : nullptr, IID_IUnknown, object.PutVoid()), S_OK);
       IGLCollection* collection = nullptr;  // its count is the outer object's, or the object's own
-      ASSERT_EQ(object->QueryInterface(IGLCollection::Identifier, reinterpret_cast<void**>(&collection)), S_OK);
+      ASSERT_EQ(object->QueryInterface(IGLCollection::Identifier, reinterpret_cast<void**>(&collection)),
+                S_OK);
       collection->Add(&member);
       member.m_pHolder = collection;
       collection->Release();
