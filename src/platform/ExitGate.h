@@ -40,6 +40,8 @@ class ExitGate {
     bool m_bInside;
   };
 
+  /// Notes that the pass in progress has made something new in the driver.
+  static void NoteNewWork() noexcept;
   /// Whether the process exits. Contexts then stay as they are.
   static bool IsClosed() noexcept;
   /// Keeps a draw thread where it touches nothing until the process is gone.

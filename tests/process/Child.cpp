@@ -48,7 +48,10 @@ bool Child::AwaitLine() {
   return c == '\n';
 }
 
-void Child::Tell() const { (void)!write(m_iInput, "go\n", 3); }
+void Child::Tell(const std::string& aLine) const {
+  const std::string line = aLine + "\n";
+  (void)!write(m_iInput, line.data(), line.size());
+}
 
 std::string Child::End() {
   int status = 0;
@@ -58,7 +61,8 @@ std::string Child::End() {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   m_Process = -1;
-  m_ExitTime = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - m_Line);
+  m_ExitTime =
+      std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - m_Line);
   if (WIFEXITED(status)) return "exit " + std::to_string(WEXITSTATUS(status));
   return "signal " + std::to_string(WTERMSIG(status));
 }

@@ -17,9 +17,10 @@ class Child {
 
   /// Waits for the child's line; @return false when it ends without one
   bool AwaitLine();
-  /// Ends a wait of the child for a word.
-  void Tell() const;
-  /// Waits for the child's end, at most 30 s, after which it is killed. @return "exit 7", "signal 11", "hangs"
+  /// Ends a wait of the child for a line.
+  void Tell(const std::string& aLine = "go") const;
+  /// Waits for the child's end, at most 30 s, after which it is killed. @return "exit 7", "signal 11",
+  /// "hangs"
   std::string End();
   /// From the child's line to its end.
   std::chrono::milliseconds ExitTime() const { return m_ExitTime; }

@@ -1,8 +1,10 @@
-// A host program, one way of ending or of disturbing its process for each argument. It is linked to the module
-// as other hosts are, returns kIntended from main, and writes a line once it is where the argument says.
+// A host program, one way of ending or of disturbing its process for each argument. It is linked to the
+// module as other hosts are, returns kIntended from main, and writes a line once it is where the argument
+// says.
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
+#include <gllib/GLEntryPoints.h>
 #include <gllib/GLLibHost.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,6 +19,7 @@
 #include <functional>
 #include <future>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <thread>
 
@@ -51,7 +54,9 @@ struct Snapshot final : GLCaptureBase {
 
 /// Wants a picture of every frame.
 struct Camera final : GLCaptureBase {
-  explicit Camera(IGLPixmap* aPicture) : m_pPicture(GLPtr<IGLPixmap>::FromBorrowed(aPicture)) { Request(aPicture); }
+  explicit Camera(IGLPixmap* aPicture) : m_pPicture(GLPtr<IGLPixmap>::FromBorrowed(aPicture)) {
+    Request(aPicture);
+  }
   HRESULT OnData(LONG) noexcept override { return ++m_iPictures, Request(m_pPicture.Get()), S_OK; }
   GLPtr<IGLPixmap> m_pPicture;
   std::atomic<int> m_iPictures{0};
@@ -105,9 +110,10 @@ int Ready() {
   return kIntended;
 }
 
-void AwaitWord() {
-  std::string word;
-  std::getline(std::cin, word);
+std::string AwaitLine() {
+  std::string line;
+  std::getline(std::cin, line);
+  return line;
 }
 
 /// Objects that live as long as the program, or longer.
@@ -236,13 +242,10 @@ int UseInherited(Scene& aScene) {
   IGLContext& context = *aScene.m_pContext;
   const auto snapshot = GLMake<Snapshot>();
   auto control = ControlOf(context);
-  const HRESULT results[] = {context.Initialize(0),
-                             context.SetViewport(0, 0, 9, 9),
-                             context.AttachCapture(snapshot.Get()),
-                             context.DetachPainter(),
-                             context.SetDrawThreadPars(0, 9, 9),
-                             control->SuspendDrawThread(),
-                             aScene.Select()};
+  const HRESULT results[] = {
+      context.Initialize(0),   context.SetViewport(0, 0, 9, 9),    context.AttachCapture(snapshot.Get()),
+      context.DetachPainter(), context.SetDrawThreadPars(0, 9, 9), control->SuspendDrawThread(),
+      aScene.Select()};
   for (const HRESULT result : results) {
     if (result != E_GL_BADSTATE) return kFailed;
   }
@@ -280,7 +283,8 @@ int DrawsInChild() {
   return scene.ShowsOrange() ? Ready() : kFailed;
 }
 
-/// A signal that the host blocks after the start and takes by itself must find no thread that lets it through.
+/// A signal that the host blocks after the start and takes by itself must find no thread that lets it
+/// through.
 int WaitsForSignals() {
   Drawing();
   sigset_t wanted;
@@ -309,6 +313,93 @@ int TerminatesEgl() {
   return eglTerminate(own) == EGL_TRUE && scene.ShowsOrange() ? Ready() : kFailed;
 }
 
+EGLDisplay DeviceDisplay() {
+  const auto query = reinterpret_cast<PFNEGLQUERYDEVICESEXTPROC>(eglGetProcAddress("eglQueryDevicesEXT"));
+  EGLDeviceEXT device = nullptr;
+  EGLint count = 0;
+  if (query == nullptr || query(1, &device, &count) == EGL_FALSE) return EGL_NO_DISPLAY;
+  return eglGetPlatformDisplay(EGL_PLATFORM_DEVICE_EXT, device, nullptr);
+}
+
+/// The host terminates the display that contexts draw on: they draw again once they are initialised again.
+int TerminatesTheDisplay() {
+  const Scene& scene = Drawing();
+  if (eglTerminate(DeviceDisplay()) == EGL_FALSE) return kFailed;
+  if (!Kept(new Scene).ShowsOrange()) return kFailed;
+  if (scene.m_pContext->Initialize(0) != S_OK) return kFailed;
+  scene.m_pContext->SetViewport(0, 0, 160, 120);
+  return scene.ShowsOrange() ? Ready() : kFailed;
+}
+
+/// With no display of choice: draws without a screen while no server answers, and on the next one in the
+/// parent window that the line names.
+int OutlivesAnOutage() {
+  unsetenv("GLLIB_DISPLAY");
+  Scene& scene = Drawing();
+  Ready();
+  AwaitLine();
+  if (scene.m_pContext->Initialize(0) != S_OK || scene.m_pContext->Initialize(1234) != E_FAIL) return kFailed;
+  Ready();
+  std::istringstream line(AwaitLine());
+  std::string display;
+  ULONG_PTR parent = 0;
+  line >> display >> parent;
+  setenv("DISPLAY", display.c_str(), 1);
+  if (scene.m_pContext->Initialize(parent) != S_OK) return kFailed;
+  scene.m_pContext->SetViewport(0, 0, 160, 120);
+  return scene.ShowsOrange() ? Ready() : kFailed;
+}
+
+/// An outer object, freed with its last reference, around a context.
+struct Outer final : IUnknown {
+  HRESULT QueryInterface(REFIID riid, void** ppv) noexcept override {
+    return m_pInner->QueryInterface(riid, ppv);
+  }
+  ULONG AddRef() noexcept override { return Count(1); }
+  ULONG Release() noexcept override {
+    const ULONG left = Count(-1);
+    if (left == 0) {
+      m_bFreed = true;
+      m_pInner.Reset();
+    }
+    return left;
+  }
+  ULONG Count(int aStep) noexcept {
+    if (m_bFreed) ++m_iLateCalls;
+    return static_cast<ULONG>(m_iReferences += aStep);
+  }
+
+  GLPtr<IUnknown> m_pInner;
+  std::atomic<int> m_iReferences{1}, m_iLateCalls{0};
+  std::atomic<bool> m_bFreed{false};
+};
+
+/// The painter gives the last reference to an aggregated context back, and counts its context in each frame.
+int EndsWithinAnOuterObject() {
+  static Outer outer;
+  GLPtr<IClassFactory> factory;
+  DllGetClassObject(CLSID_GLContext, IID_IClassFactory, factory.PutVoid());
+  if (FAILED(factory->CreateInstance(&outer, IID_IUnknown, outer.m_pInner.PutVoid()))) return kFailed;
+  factory.Reset();
+  static IGLContext* context = nullptr;
+  outer.m_pInner->QueryInterface(IGLContext::Identifier, reinterpret_cast<void**>(&context));
+  if (context == nullptr || FAILED(context->Initialize(0))) return kFailed;
+  outer.Release();  // the context's own interface pointer holds the last reference
+  IGLViewer* viewer = nullptr;
+  context->CreateViewer(1, 1, &viewer);
+  const auto painter = GLMake<Painter>();
+  painter->m_Extra = [](IGLContext& aContext) {
+    if (!outer.m_bFreed) aContext.Release();
+    for (int i = 0; i < 100; ++i) {
+      aContext.AddRef();
+      aContext.Release();
+    }
+  };
+  context->AttachPainter(painter.Get());
+  while (DllCanUnloadNow() != S_OK) std::this_thread::sleep_for(1ms);
+  return outer.m_iLateCalls == 0 ? Ready() : kFailed;
+}
+
 /// Draws and moves its window on two threads without a pause until the server has gone.
 int LosesServer() {
   Scene& scene = Drawing();
@@ -317,7 +408,7 @@ int LosesServer() {
     for (int i = 0; !stop; ++i) scene.m_pContext->SetViewport(0, 0, 100 + i % 50, 100);
   });
   Ready();
-  AwaitWord();
+  AwaitLine();
   stop = true;
   mover.join();
   (void)scene.m_pContext->Initialize(0);  // with no server it fails
@@ -329,7 +420,7 @@ int LosesServer() {
 int DrawsUntilTold() {
   Drawing();
   Ready();
-  AwaitWord();
+  AwaitLine();
   return kIntended;
 }
 
@@ -349,6 +440,9 @@ constexpr struct {
              {"child-draws", DrawsInChild},
              {"signals", WaitsForSignals},
              {"eglterminate", TerminatesEgl},
+             {"display-terminated", TerminatesTheDisplay},
+             {"outage", OutlivesAnOutage},
+             {"outer", EndsWithinAnOuterObject},
              {"loses-server", LosesServer},
              {"told", DrawsUntilTold}};
 

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
+#include <memory>
+#include <string>
 
 #include "process/Child.h"
 #include "support/XServer.h"
@@ -41,7 +43,8 @@ TEST(ProcessHeadless, ExitsAtEachStageWithTheIntendedCode) {
 
 TEST(ProcessHeadless, LivesThroughForksSignalsAndTheHostsOwnUseOfEgl) {
   setenv("GLLIB_DISPLAY", "headless", 1);
-  for (const char* way : {"forks", "child-draws", "signals", "eglterminate"}) ExpectIntendedExits(way, 1);
+  for (const char* way : {"forks", "child-draws", "signals", "eglterminate", "display-terminated", "outer"})
+    ExpectIntendedExits(way, 1);
 }
 
 TEST(ProcessX11, ExitsAtEachStageWithTheIntendedCode) {
@@ -63,6 +66,20 @@ TEST(ProcessX11, LivesThroughTheEndOfItsServer) {
     host.Tell();
     ASSERT_EQ(host.End(), "exit 7") << "run " << i;
   }
+}
+
+TEST(ProcessX11, FindsTheServerThatComesBack) {
+  auto server = std::make_unique<XServer>();
+  Child host({GLLIB_HOST_FILE, "outage"});
+  ASSERT_TRUE(host.AwaitLine());
+  server->Kill();
+  host.Tell();
+  ASSERT_TRUE(host.AwaitLine()) << "without a server it draws headless";
+  server = std::make_unique<XServer>();
+  const ForeignWindow parent(200, 150);
+  host.Tell(std::string(std::getenv("DISPLAY")).append(1, ' ').append(std::to_string(parent.Xid())));
+  EXPECT_TRUE(host.AwaitLine());
+  EXPECT_EQ(host.End(), "exit 7");
 }
 
 TEST(ProcessX11, ExitsWhileTheServerIsFrozen) {

@@ -1,6 +1,7 @@
 // ExitGate: counts the threads inside, and closes as an exit handler. Handlers run in the reverse order of
 // their registration, and a driver registers some of its own as late as in a frame. So the gate's handler is
-// registered again after the 1st, 2nd, 4th, 8th ... pass, and its latest registration is the one that counts.
+// registered again after each of the first passes and after passes that made a rendering context, later after
+// ever fewer. Its latest registration is the one that counts.
 
 #include "platform/ExitGate.h"
 
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <mutex>
+#include <utility>
 
 #include "platform/ProcessWide.h"
 
@@ -22,11 +24,15 @@ struct Gate {
   std::condition_variable m_Left, m_Never;
   int m_iInside = 0;
   bool m_bClosed = false;
-  std::uint64_t m_uPasses = 0;
+  std::uint64_t m_uPasses = 0, m_uNewWork = 0;
 };
 
 constinit ProcessWide<Gate> g_Gate;
 thread_local int t_iDepth = 0;  // nested passes of this thread
+thread_local bool t_bNewWork = false;
+
+/// Each of the first ones, then each power of two: the C library keeps every registration.
+bool IsDue(std::uint64_t aCount) noexcept { return aCount <= 256 || std::has_single_bit(aCount); }
 
 void Close() noexcept {
   Gate& gate = g_Gate.Get();
@@ -56,11 +62,15 @@ ExitGate::Pass::~Pass() {
   {
     const std::scoped_lock lock(gate.m_Lock);
     --gate.m_iInside;
-    enrol = std::has_single_bit(++gate.m_uPasses) && !gate.m_bClosed;
+    enrol = IsDue(++gate.m_uPasses);
+    if (std::exchange(t_bNewWork, false)) enrol |= IsDue(++gate.m_uNewWork);
+    enrol &= !gate.m_bClosed;
     if (gate.m_bClosed) gate.m_Left.notify_all();
   }
   if (enrol) std::atexit(Close);
 }
+
+void ExitGate::NoteNewWork() noexcept { t_bNewWork = true; }
 
 bool ExitGate::IsClosed() noexcept {
   Gate& gate = g_Gate.Get();

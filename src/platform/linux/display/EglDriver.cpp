@@ -42,9 +42,7 @@ constexpr int kLeastLargest = 2048;
 /// Keeps the driver's library beyond the module: not every driver can be loaded twice.
 void KeepDriver() noexcept { dlopen("libEGL.so.1", RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE); }
 
-bool IsInitialised(EGLDisplay aDisplay) noexcept {
-  return eglQueryString(aDisplay, EGL_VERSION) != nullptr;
-}
+bool IsInitialised(EGLDisplay aDisplay) noexcept { return eglQueryString(aDisplay, EGL_VERSION) != nullptr; }
 
 /// How many drivers of the component use an EGL display. EGL itself does not count.
 class DisplayUsers {
@@ -95,6 +93,20 @@ std::atomic<unsigned> g_uStartedIn{0};
 bool MayRunHere() noexcept {
   unsigned starter = 0;
   return g_uStartedIn.compare_exchange_strong(starter, ProcessGeneration()) || starter == ProcessGeneration();
+}
+
+/// Has the driver register, before the first frame, the exit handlers that it registers as it draws.
+void DrawOnce() noexcept {
+  static std::atomic_flag drawn;
+  if (drawn.test_and_set()) return;
+  glBegin(GL_TRIANGLES);
+  for (const GLfloat x : {-1.0f, 1.0f, 0.0f}) {
+    glColor4f(x, 0.5f, 0.5f, 0.5f);
+    glVertex2f(x, x);
+  }
+  glEnd();
+  GLubyte pixel[4] = {};
+  glReadPixels(0, 0, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel);
 }
 
 }  // namespace
@@ -201,6 +213,7 @@ int EglDriver::ReadLargest() noexcept {
   if (!MakeCurrent(static_cast<EglSurface&>(*surface).Handle(), context.get())) return kLeastLargest;
   GLint size = 0;
   glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
+  DrawOnce();
   MakeCurrent(EGL_NO_SURFACE, nullptr);
   return std::max(kLeastLargest, size);
 }
@@ -218,6 +231,7 @@ std::unique_ptr<DrawSurface> EglDriver::MakePbuffer(int aWidth, int aHeight,
 std::unique_ptr<DrawContext> EglDriver::MakeContext(const DisplayFormat& aFormat) noexcept {
   const ExitGate::Pass pass;
   if (!pass) return nullptr;
+  ExitGate::NoteNewWork();
   eglBindAPI(EGL_OPENGL_API);
   const EGLContext context = eglCreateContext(m_Display, aFormat.m_pConfig, EGL_NO_CONTEXT, nullptr);
   if (context == EGL_NO_CONTEXT) return nullptr;
