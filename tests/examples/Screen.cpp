@@ -137,6 +137,12 @@ bool Screen::HandOver(const std::string& aText) {
 }
 
 void Screen::Focus() {
+  // A window that isn't shown yet can't have the keyboard.
+  Eventually([&] {
+    const auto state = Own(xcb_get_window_attributes_reply(
+        m_connection, xcb_get_window_attributes(m_connection, m_window), nullptr));
+    return state && state->map_state == XCB_MAP_STATE_VIEWABLE;
+  });
   xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_PARENT, m_window, XCB_CURRENT_TIME);
   xcb_flush(m_connection);
 }

@@ -38,7 +38,7 @@ class Screen {
   void Resize(int aWidth, int aHeight);
   /// Asks the window to close, as a user does by its frame.
   void Close();
-  /// Gives the keyboard to the window.
+  /// Gives the keyboard to the window, once it is shown.
   void Focus();
 
   /// What the screen shows in the window's place.
