@@ -90,7 +90,7 @@ WGLExtensions::~WGLExtensions() {
     SetWindowLongPtrA(m_hProbe, GWLP_USERDATA,
                       0);  // waits for a procedure that runs: the server may go right now
     OnDestroy();
-    DestroyWindow(m_hProbe);
+    EndWindow(m_hProbe);  // an end of the module may come on another thread than the window's
   }
   UnregisterClassA(kWindowClass, m_hInstance);
 }
