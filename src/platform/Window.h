@@ -123,3 +123,5 @@ inline HINSTANCE ModuleInstance() noexcept {
 /// and waited for up to 3 s; it must pump its messages, and the window's procedure leave that one to
 /// DefWindowProcA.
 BOOL EndWindow(HWND hWnd) noexcept;
+/// Whether the calling thread may destroy a window. On Windows only the thread that made it may.
+bool CanDestroyHere(HWND hWnd) noexcept;

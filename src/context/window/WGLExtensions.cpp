@@ -59,7 +59,9 @@ WGLExtensions* WGLExtensions::GetInstance(HINSTANCE hInstance) noexcept {
 void WGLExtensions::DeleteInstance() noexcept {
   Instance& instance = g_Instance.Get();
   const std::scoped_lock lock(instance.m_Lock);
-  instance.m_pProbe.reset();
+  // A thread that cannot destroy the window leaves it to a later end, when the module is asked again or
+  // detached.
+  if (instance.m_pProbe != nullptr && instance.m_pProbe->CanEndHere()) instance.m_pProbe.reset();
 }
 
 WGLExtensions::WGLExtensions(HINSTANCE hInstance) : m_hInstance(hInstance) {
@@ -85,12 +87,14 @@ WGLExtensions::WGLExtensions(HINSTANCE hInstance) : m_hInstance(hInstance) {
                          {PFD_GENERIC_ACCELERATED, WGL_GENERIC_ACCELERATION_ARB}};
 }
 
+bool WGLExtensions::CanEndHere() const noexcept { return m_hProbe == nullptr || CanDestroyHere(m_hProbe); }
+
 WGLExtensions::~WGLExtensions() {
   if (m_hProbe != nullptr) {
     SetWindowLongPtrA(m_hProbe, GWLP_USERDATA,
                       0);  // waits for a procedure that runs: the server may go right now
     OnDestroy();
-    EndWindow(m_hProbe);  // an end of the module may come on another thread than the window's
+    DestroyWindow(m_hProbe);
   }
   UnregisterClassA(kWindowClass, m_hInstance);
 }

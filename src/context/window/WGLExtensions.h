@@ -26,6 +26,8 @@ class WGLExtensions {
 
   explicit WGLExtensions(HINSTANCE hInstance);
   ~WGLExtensions();
+  /// Whether the calling thread can end the probe: on Windows only the thread that made it.
+  bool CanEndHere() const noexcept;
   WGLExtensions(const WGLExtensions&) = delete;
   WGLExtensions& operator=(const WGLExtensions&) = delete;
 

@@ -168,3 +168,5 @@ void ChooseDisplay() noexcept { DecideDisplay(); }
 DWORD GetCurrentThreadId() noexcept { return static_cast<DWORD>(syscall(SYS_gettid)); }
 
 BOOL EndWindow(HWND hWnd) noexcept { return DestroyWindow(hWnd); }
+
+bool CanDestroyHere(HWND) noexcept { return true; }

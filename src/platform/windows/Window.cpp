@@ -9,3 +9,7 @@ BOOL EndWindow(HWND hWnd) noexcept {
   DWORD_PTR result = 0;
   return SendMessageTimeoutA(hWnd, WM_CLOSE, 0, 0, SMTO_NORMAL, kPatience, &result) != 0 ? TRUE : FALSE;
 }
+
+bool CanDestroyHere(HWND hWnd) noexcept {
+  return IsWindow(hWnd) == FALSE || GetWindowThreadProcessId(hWnd, nullptr) == GetCurrentThreadId();
+}
