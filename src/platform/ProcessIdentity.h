@@ -22,4 +22,15 @@ extern std::atomic<unsigned> g_uProcessGeneration;
 /// locks that were made under another number are dead here.
 inline unsigned ProcessGeneration() noexcept { return g_uProcessGeneration.load(std::memory_order_relaxed); }
 
+/// Keeps the process from forking for its length. Around work that holds a lock of the C library which a
+/// child needs: the child would find it taken by a thread that does not exist there. Short work without
+/// callbacks.
+class ForkBlock {
+ public:
+  ForkBlock() noexcept;
+  ~ForkBlock();
+  ForkBlock(const ForkBlock&) = delete;
+  ForkBlock& operator=(const ForkBlock&) = delete;
+};
+
 #endif

@@ -13,6 +13,7 @@
 #include <mutex>
 #include <utility>
 
+#include "platform/ProcessIdentity.h"
 #include "platform/ProcessWide.h"
 
 namespace {
@@ -67,7 +68,9 @@ ExitGate::Pass::~Pass() {
     enrol &= !gate.m_bClosed;
     if (gate.m_bClosed) gate.m_Left.notify_all();
   }
-  if (enrol) std::atexit(Close);
+  if (!enrol) return;
+  const ForkBlock whole;
+  std::atexit(Close);
 }
 
 void ExitGate::NoteNewWork() noexcept { t_bNewWork = true; }

@@ -1,21 +1,35 @@
 // ProcessIdentity on Linux: counts the forks between this process and the one that loaded the module. The
-// handler runs in the child, on its only thread. The C library takes it out when the module is unloaded.
+// handlers run on the thread that forks, the counting one in the child. The C library takes them out when the
+// module is unloaded.
 
 #include "platform/ProcessIdentity.h"
 
 #include <pthread.h>
 
+#include <mutex>
+
 constinit std::atomic<unsigned> g_uProcessGeneration{1};
 
 namespace {
 
+constinit std::mutex g_ForkLock;  // held by a fork, and by work that must not be forked
+
+void BeforeFork() noexcept { g_ForkLock.lock(); }
+
+void AfterFork() noexcept { g_ForkLock.unlock(); }
+
 void CountFork() noexcept {
+  AfterFork();
   g_bMakingProcessObject = false;  // its holder may be a thread that does not exist here
   ++g_uProcessGeneration;
 }
 
 struct ForkHandler {
-  ForkHandler() noexcept { pthread_atfork(nullptr, nullptr, CountFork); }
+  ForkHandler() noexcept { pthread_atfork(BeforeFork, AfterFork, CountFork); }
 } g_ForkHandler;
 
 }  // namespace
+
+ForkBlock::ForkBlock() noexcept { g_ForkLock.lock(); }
+
+ForkBlock::~ForkBlock() { g_ForkLock.unlock(); }
