@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <string>
+#include <thread>
 #include <tuple>
 #include <utility>
 
@@ -22,6 +25,18 @@ class EmbedGtk : public Embed, public testing::WithParamInterface<std::tuple<con
   bool ShowsLeftMarked() const {
     return Eventually([&] { return IsMarked(PixelAt(kLeft)) && !IsMarked(PixelAt(kRight)); });
   }
+  /// Clicks until the title ends as it should: GTK drops a click that comes while it lays out its widgets.
+  bool Picks(double aShare, const std::string& aTitle) {
+    using namespace std::chrono_literals;
+    for (int click = 0; click < 4; ++click) {
+      ClickAt(aShare);
+      for (int look = 0; look < 150; ++look) {
+        if (m_screen.Title().ends_with(aTitle)) return true;
+        std::this_thread::sleep_for(20ms);
+      }
+    }
+    return false;
+  }
   bool FillsWindow(int aWidth, int aHeight) const {
     return Eventually([&] {
       const Extents scene = SceneExtents();
@@ -38,10 +53,8 @@ TEST_P(EmbedGtk, SceneFollowsTheWindowAndPicks) {
   for (const auto& [width, height] : {std::pair{480, 400}, {900, 700}, {600, 600}}) {
     m_screen.Resize(width, height);
     EXPECT_TRUE(FillsWindow(width, height)) << width << " by " << height << ", scale " << scale;
-    ClickAt(kRight);
-    EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
-    ClickAt(kLeft);
-    EXPECT_TRUE(TitleEndsWith("pair.obj - left")) << m_screen.Title();
+    EXPECT_TRUE(Picks(kRight, "pair.obj - right")) << m_screen.Title();
+    EXPECT_TRUE(Picks(kLeft, "pair.obj - left")) << m_screen.Title();
     EXPECT_TRUE(ShowsLeftMarked());
   }
   const Extents scene = SceneExtents();
@@ -54,7 +67,7 @@ TEST_P(EmbedGtk, SceneFollowsTheWindowAndPicks) {
 
 TEST_P(EmbedGtk, SceneMovesToAnotherWindowAndEndsWithItsWidget) {
   Open();
-  ClickAt(kLeft);
+  ASSERT_TRUE(Picks(kLeft, "pair.obj - left")) << m_screen.Title();
   ASSERT_TRUE(ShowsLeftMarked());
   for (int i = 0; i < 2; ++i) {
     m_screen.Press(kD);
