@@ -55,7 +55,8 @@ void ModuleEnd::KeepLoaded() noexcept {
   KeepModuleLoaded();
 }
 
-// In this order: the module's threads still use the parts, the parts their windows, the windows their display.
+// In this order: the module's threads still use the parts, the parts their windows, the windows their
+// display.
 bool ModuleEnd::TryEnd() noexcept {
   End& end = g_End.Get();
   const std::scoped_lock lock(end.m_Lock);

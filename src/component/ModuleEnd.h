@@ -1,8 +1,8 @@
 // ModuleEnd: decides what ends when the module goes, and in which order. Any thread.
 //
 // At unload, DllCanUnloadNow ends everything that would outlive the module's code: see TryEnd. At process
-// exit nothing is ended and nothing is joined: platform/ExitGate.h stops the drawing, and process-wide objects
-// live as long as the process (platform/ProcessWide.h).
+// exit nothing is ended and nothing is joined: platform/ExitGate.h stops the drawing, and process-wide
+// objects live as long as the process (platform/ProcessWide.h).
 
 #pragma once
 

@@ -177,7 +177,8 @@ TEST(ContextFonts, AreNotBuiltIntoAnOpenList) {
       if (!early) scene.Context().CreateSystemFont(font.Put());
       EXPECT_EQ(font->Print(GLString("text"), &start), early ? S_OK : E_GL_BADSTATE);
       canvas.BeginDrawQuads();
-      for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 0.}, {-50., 0.}}) canvas.Vertex2d(x, y);
+      for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 0.}, {-50., 0.}})
+        canvas.Vertex2d(x, y);
       canvas.EndDrawVertices();
       canvas.EndCompileList();
       canvas.DrawCompiledList(list);

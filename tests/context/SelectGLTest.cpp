@@ -345,8 +345,9 @@ TEST(Select, EndsBeforeItsPainterIsDetached) {
   });
   fixture.Context().AttachPainter(painter.Get());
   picks = true;
-  std::thread host(
-      [&] { Pick(fixture.Context(), fixture.Viewer(), {-0.9, -0.9, 0}, {0.9, 0.9, 0}, false, true); });
+  std::thread host([&] {
+    Pick(fixture.Context(), fixture.Viewer(), {-0.9, -0.9, 0}, {0.9, 0.9, 0}, false, true);
+  });
   ASSERT_TRUE(Eventually([&] { return inside == 1; }));
   fixture.Context().DetachPainter();
   const int ended = calls;
@@ -358,7 +359,9 @@ TEST(Select, EndsBeforeItsPainterIsDetached) {
 TEST(Select, SeesPlanesGoWithNoFrameBetween) {
   ContextFixture fixture(32, 32);
   IGLContext& context = fixture.Context();
-  const auto painter = GLMake<TestPainter>([](Scene& scene) { Draw(scene.Canvas(), {{1, -9, -9, 9, 9, -10}}); });
+  const auto painter = GLMake<TestPainter>([](Scene& scene) {
+    Draw(scene.Canvas(), {{1, -9, -9, 9, 9, -10}});
+  });
   context.AttachPainter(painter.Get());
   const auto found = [&] { return Pick(context, fixture.Viewer(), {}, {}, false, false).ids; };
   ASSERT_EQ(found(), Ids{1});

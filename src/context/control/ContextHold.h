@@ -8,9 +8,9 @@
 #include "context/control/DrawThreadWait.h"
 #include "thread/PCriticalSection.h"
 
-/// Holds a context's lock for the length of a scope. Refused in a forked child, for a context of the parent. A painter of another context is refused if its wait for
-/// the lock would close a circle of draw threads; its rendering turn is free for others until the lock is
-/// left.
+/// Holds a context's lock for the length of a scope. Refused in a forked child, for a context of the parent.
+/// A painter of another context is refused if its wait for the lock would close a circle of draw threads; its
+/// rendering turn is free for others until the lock is left.
 class ContextHold {
  public:
   ContextHold(GLContext& aContext, PCriticalSection& aLock) noexcept

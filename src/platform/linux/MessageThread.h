@@ -1,6 +1,6 @@
 // MessageThread: the layer's own thread that runs window procedures and the message hook.
-// Started at a message, ended with the module, and started again by a message that comes later. Posting is for
-// any thread and never waits.
+// Started at a message, ended with the module, and started again by a message that comes later. Posting is
+// for any thread and never waits.
 
 #pragma once
 

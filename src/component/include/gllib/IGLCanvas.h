@@ -203,12 +203,13 @@ struct IGLCanvas : IUnknown {
 
   // Compiled lists. A list is lost with its rendering context: at another Initialize, a change of the
   // system's colours and at every off-screen capture. So ask IsCompiledList before each use, and compile
-  // again when it says no. Lists do not nest. All five operations answer E_GL_BADSTATE outside of a painter or
-  // gauge, and where the host has made another rendering context current.
+  // again when it says no. Lists do not nest. All five operations answer E_GL_BADSTATE outside of a painter
+  // or gauge, and where the host has made another rendering context current.
 
   /// Opens a list: what is drawn up to EndCompileList goes into it, and not on the screen.
   /// @param aList receives the list, any non-zero number; 0 on failure
-  /// @return S_OK; E_FAIL when GL gives no list; E_GL_BADSTATE when the canvas has no context or a list is open
+  /// @return S_OK; E_FAIL when GL gives no list; E_GL_BADSTATE when the canvas has no context or a list is
+  /// open
   virtual HRESULT BeginCompileList(int* aList) noexcept = 0;
   /// Closes the list that BeginCompileList opened.
   /// @return S_OK; E_GL_BADSTATE when the canvas has no context or no list is open
@@ -273,14 +274,16 @@ struct IGLCanvas3 : IUnknown {
   /// @param pModelCoord     the point
   /// @param bUseCachedSetup see above
   /// @param pWindowCoord    receives the point; stays as it is when there is none
-  /// @return S_OK; E_INVALIDARG when a pointer is null; E_GL_BADSTATE without the cached set-up outside of a painter
+  /// @return S_OK; E_INVALIDARG when a pointer is null; E_GL_BADSTATE without the cached set-up outside of a
+  /// painter
   virtual HRESULT GetWindowCoords(GLDATA_POINT* pModelCoord, LONG bUseCachedSetup,
                                   GLDATA_POINT* pWindowCoord) noexcept = 0;
   /// Converts a point of the window to the model.
   /// @param pWindowCoord    the point
   /// @param bUseCachedSetup see above
   /// @param pModelCoord     receives the point; stays as it is when there is none
-  /// @return S_OK; E_INVALIDARG when a pointer is null; E_GL_BADSTATE without the cached set-up outside of a painter
+  /// @return S_OK; E_INVALIDARG when a pointer is null; E_GL_BADSTATE without the cached set-up outside of a
+  /// painter
   virtual HRESULT GetModelCoords(GLDATA_POINT* pWindowCoord, LONG bUseCachedSetup,
                                  GLDATA_POINT* pModelCoord) noexcept = 0;
 

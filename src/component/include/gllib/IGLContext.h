@@ -57,7 +57,8 @@ struct IGLContext : IUnknown {
   virtual HRESULT EnableDepth(LONG aEnable) noexcept = 0;
   /// @param aEnable receives 1 or 0
   virtual HRESULT IsDepthEnabled(LONG* aEnable) noexcept = 0;
-  /// Gives the colour that viewers are cleared to; on the draw thread during an off-screen capture the picture's.
+  /// Gives the colour that viewers are cleared to; on the draw thread during an off-screen capture the
+  /// picture's.
   virtual HRESULT GetBackgroundColor(GLDATA_RGBA* aColor) noexcept = 0;
   /// Sets what viewers are cleared to, from the next frame on; each component cut to 0 to 1. One frame may
   /// see it half-changed.
@@ -85,12 +86,13 @@ struct IGLContext : IUnknown {
   virtual HRESULT DetachPainter() noexcept = 0;
   /// Attaches the capture, in place of the one before, with a reference of its own. Waits for the frame.
   virtual HRESULT AttachCapture(IGLCapture* aCapture) noexcept = 0;
-  /// Releases the capture. Waits for the frame and for a capture in progress: on return no call to the object is
-  /// running or will follow. On the draw thread it does not wait.
+  /// Releases the capture. Waits for the frame and for a capture in progress: on return no call to the object
+  /// is running or will follow. On the draw thread it does not wait.
   virtual HRESULT DetachCapture() noexcept = 0;
 
   /// Gives the viewport's width.
-  /// @param aValue receives pixels, 1 or more; on the draw thread during an off-screen capture the picture's size
+  /// @param aValue receives pixels, 1 or more; on the draw thread during an off-screen capture the picture's
+  /// size
   virtual HRESULT GetViewportWidth(int* aValue) noexcept = 0;
   /// As GetViewportWidth.
   virtual HRESULT GetViewportHeight(int* aValue) noexcept = 0;

@@ -90,7 +90,8 @@ struct IGLLight : IUnknown {
   /// Gives where the light shines to, in its coordinate system.
   virtual HRESULT GetDirection(GLDATA_POINT* aVector) noexcept = 0;
   /// Sets where the light shines to, of any length, in the light's coordinate system.
-  /// @return S_OK; E_GL_BADVALUE for 0, 0, 0 and for a component that isn't finite: the direction stays as it was
+  /// @return S_OK; E_GL_BADVALUE for 0, 0, 0 and for a component that isn't finite: the direction stays as it
+  /// was
   virtual HRESULT SetDirection(GLDATA_POINT* aVector) noexcept = 0;
 
  protected:

@@ -1,7 +1,7 @@
 // EglDriver: formats, surfaces and contexts of an EGL display, which the X11 and the headless display share.
 // EGL may be called from any thread; eglBindAPI is said anew on each. No function of the driver is called
-// while the process exits. The EGL display is terminated with its last user, and the driver's threads with it,
-// unless somebody else had initialised it before.
+// while the process exits. The EGL display is terminated with its last user, and the driver's threads with
+// it, unless somebody else had initialised it before.
 
 #pragma once
 

@@ -5,8 +5,8 @@
 #include <csignal>
 
 /// For the object's length, a write to a closed connection on this thread gives an error and no signal. A
-/// SIGPIPE that was pending before stays pending. Costs nothing on a thread of the component, which blocks all
-/// signals.
+/// SIGPIPE that was pending before stays pending. Costs nothing on a thread of the component, which blocks
+/// all signals.
 class PipeSignal {
  public:
   PipeSignal() noexcept;

@@ -10,8 +10,8 @@
 
 class HeadlessDisplay : public DisplayServer {
  public:
-  /// The EGL display of the first device, else the one without a surface: hosts that use EGL themselves tend to
-  /// take the latter, and to terminate it. @return null when neither is
+  /// The EGL display of the first device, else the one without a surface: hosts that use EGL themselves tend
+  /// to take the latter, and to terminate it. @return null when neither is
   static std::shared_ptr<DisplayServer> Open() noexcept;
 
   /// Whether the host has terminated the EGL display.
