@@ -6,6 +6,7 @@
 
 #include "component/Catalogue.h"
 #include "platform/GL.h"
+#include "view/lists/ListRecorder.h"
 
 HRESULT CreateGLCanvas(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLCanvas>(aOuter, riid, ppv);
@@ -20,7 +21,13 @@ GLCanvas::GLCanvas() {
 
 void GLCanvas::SetSite(GLSiteLinkPtr aLink) noexcept { m_pContext = std::move(aLink); }
 
+// Of an operation after which a list's vertices have other places, or hits another meaning, than recorded.
+void GLCanvas::DrawsWhole() noexcept {
+  if (m_pRecorder != nullptr) m_pRecorder->Unbounded();
+}
+
 HRESULT GLCanvas::EnableClipPlanes(LONG aEnable) noexcept {
+  DrawsWhole();
   const GLSiteLink::Use site(m_pContext.get());
   if (!site) return E_GL_BADSTATE;
   if (!site->HasClipPlanes()) return S_OK;
@@ -37,45 +44,54 @@ HRESULT GLCanvas::EnableClipPlanes(LONG aEnable) noexcept {
 }
 
 HRESULT GLCanvas::PushDepthAttribute() noexcept {
+  DrawsWhole();
   glPushAttrib(GL_DEPTH_BUFFER_BIT);
   glDisable(GL_DEPTH_TEST);
   return S_OK;
 }
 
 HRESULT GLCanvas::PushDepthMask(LONG bNewValue) noexcept {
+  DrawsWhole();
   glPushAttrib(GL_DEPTH_BUFFER_BIT);
   glDepthMask(bNewValue != 0 ? GL_TRUE : GL_FALSE);
   return S_OK;
 }
 
 HRESULT GLCanvas::PopDepthAttribute() noexcept {
+  DrawsWhole();
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::PushLightAttribute() noexcept {
+  DrawsWhole();
   glPushAttrib(GL_LIGHTING_BIT);
   glDisable(GL_LIGHTING);
   return S_OK;
 }
 
 HRESULT GLCanvas::PopLightAttribute() noexcept {
+  DrawsWhole();
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::PushAttrib(ULONG dwAttribMask) noexcept {
+  DrawsWhole();
   glPushAttrib(dwAttribMask);
   return S_OK;
 }
 
 HRESULT GLCanvas::PopAttrib() noexcept {
+  DrawsWhole();
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::SetCWWinding(LONG bValue) noexcept {
-  glFrontFace(bValue != 0 ? GL_CW : GL_CCW);
+  const GLenum front = bValue != 0 ? GL_CW : GL_CCW;
+  glFrontFace(front);
+  if (m_pRecorder != nullptr) m_pRecorder->State({.m_uFrontFace = static_cast<std::uint16_t>(front)});
   return S_OK;
 }
 

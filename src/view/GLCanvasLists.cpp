@@ -12,6 +12,7 @@ HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
   if (!site || !site->IsCurrentHere() || site->IsListOpen()) return E_GL_BADSTATE;
   const ULONG key = site->BeginListKey();
   if (site->GetListBase(key) == 0) return E_FAIL;
+  m_pRecorder = site->Recorder();
   *aList = static_cast<int>(key);
   return S_OK;
 }
@@ -19,6 +20,7 @@ HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
 HRESULT GLCanvas::EndCompileList() noexcept {
   const GLSiteLink::Use site(m_pContext.get());
   if (!site || !site->IsCurrentHere() || !site->IsListOpen()) return E_GL_BADSTATE;
+  m_pRecorder = nullptr;
   site->EndListKey();
   return S_OK;
 }
