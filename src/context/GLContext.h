@@ -173,7 +173,7 @@ class GLContext final
   void ReadUserSwitches() noexcept;
 
   // Frame cycle: GLContextFrame.cpp.
-  static void DrawThreadCallback(void* aContext) noexcept;
+  static void DrawThreadCallback(void* aContext, unsigned aWake) noexcept;
   static void DrawThreadEnd(void* aContext) noexcept;
   void DrawFrame() noexcept;
   void SetFrameState() noexcept;

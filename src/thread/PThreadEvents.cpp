@@ -11,7 +11,9 @@ bool PThread::PostEvent(PEvent* aEvent) noexcept {
     queued = !m_bQueueClosed && (m_Events.Has(aEvent) || m_Events.Add(aEvent));
   }
   if (queued) {
-    Wake();  // also one that sleeps as yet: it may be controlled by the end of its sleep
+    const std::lock_guard gate(m_WakeGate);
+    m_bTaskPosted = true;
+    m_Wake.notify_all();
   } else {
     delete aEvent;
   }
