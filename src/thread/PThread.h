@@ -103,12 +103,12 @@ class PThread {
   int SetPriority(int aValue) noexcept;
 
   /// Queues an event, which is the worker's from then on. Any thread, at any time: no wait.
-  /// @return true when it is queued, or was already; false for null, and after a stop: it is then deleted
+  /// @return true when it is queued, or was already; false for null, and after a stop: it is then dropped
   bool PostEvent(PEvent* aEvent) noexcept;
-  /// Deletes all events of an owner that haven't run, and the kept ones that have. One that is running ends
-  /// first when the caller isn't the worker: not with a lock held that the event may want.
+  /// Drops all events of an owner that haven't run, and the kept ones that have. One that is running ends
+  /// first when the caller isn't the worker: not with a lock held that the event may want. Needs no memory.
   void RemoveEvents(const void* aOwner) noexcept;
-  /// The same for one event, which must not be deleted yet.
+  /// The same for one event, which must not be dropped yet.
   void RemoveEvent(PEvent* aEvent) noexcept;
 
   /// Whether the calling thread is this worker.
@@ -143,6 +143,7 @@ class PThread {
   bool IsStopRequested() const noexcept { return (m_dwFlags & PTHREAD_STOP_REQUESTED) != 0; }
   void RunEvents() noexcept;
   bool TakeEvents() noexcept;
+  static void GiveBack(PPointerArray<PEvent>& aEvents) noexcept;
   void RunNextEvent(int& aPosition, PEvent*& aEvent) noexcept;
   void CloseQueue() noexcept;
   template <class Predicate>
@@ -176,11 +177,11 @@ class PThread {
   bool m_bHeldBack = false;    // started suspended
   unsigned m_uResumes = 0;     // a park ends at the next one
 
-  PCriticalSection m_RunLock;      // held while one event runs and is deleted; taken before m_QueueLock
+  PCriticalSection m_RunLock;      // held while one event runs and is dropped; taken before m_QueueLock
   PCriticalSection m_QueueLock;    // the members below, briefly
   PPointerArray<PEvent> m_Events;  // the queue
   PPointerArray<PEvent> m_Pass;    // what the pass in progress has yet to run
   PEvent* m_pRunning = nullptr;
-  bool m_bDropRunning = false;  // the running event was removed on the worker: delete it after Run
+  bool m_bDropRunning = false;  // the running event was removed: drop it after Run
   bool m_bQueueClosed = false;
 };
