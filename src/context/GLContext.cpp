@@ -86,7 +86,12 @@ HRESULT GLContext::Attach(ClientSlot<Client>& aSlot, Client* aClient) noexcept {
 }
 
 HRESULT GLContext::AttachPainter(IGLPainter* aPainter) noexcept {
-  return aPainter != nullptr ? Attach(m_Painter, aPainter) : E_INVALIDARG;
+  if (aPainter == nullptr) return E_INVALIDARG;
+  if (m_Painter.Holds(aPainter)) return S_OK;
+  const HRESULT result = Attach(m_Painter, aPainter);
+  const auto thread = DrawThread();
+  if (SUCCEEDED(result) && thread != nullptr) thread->EndSleep();  // shows the first picture at once
+  return result;
 }
 
 HRESULT GLContext::DetachPainter() noexcept { return Attach<IGLPainter>(m_Painter, nullptr); }

@@ -16,13 +16,13 @@
 #include "view/GLCanvas.h"
 #include "view/GLViewer.h"
 
-// Three phases: creation of the rendering context, frames, its end.
-void GLContext::DrawThreadCallback(void* aContext) noexcept {
+// Three phases: creation of the rendering context, frames, its end. Tasks alone make no frame due.
+void GLContext::DrawThreadCallback(void* aContext, unsigned aWake) noexcept {
   auto& context = *static_cast<GLContext*>(aContext);
   MarkDrawThread(&context);
   if (!context.m_bTearDown) {
     if (context.m_Window.m_Target.m_hRC != nullptr) {
-      if (!context.m_bReleased.test()) context.DrawFrame();
+      if (aWake != PThread::kTask && !context.m_bReleased.test()) context.DrawFrame();
     } else {
       CoInitialize(nullptr);
       if (context.CreateRenderingContext()) context.AllowParks();
