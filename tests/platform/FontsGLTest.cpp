@@ -158,7 +158,7 @@ TEST(Fonts, MeasuresGlyphsInEmUnits) {
   DrawPlainGL(8, 8, [] {
     const PlainFace face("DejaVu Sans");
     const HDC dc = GetDC(nullptr);
-    const HFONT font = CreateFontA(0, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, FF_SWISS, "DejaVu Sans");
+    const HFONT font = CreateFontW(0, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, FF_SWISS, u"DejaVu Sans");
     const HGDIOBJ old = SelectObject(dc, font);
     GLYPHMETRICSFLOAT metrics[256] = {};
     const GLuint base = glGenLists(256);
@@ -214,25 +214,25 @@ TEST(Fonts, TurnsAndRulesItsText) {
 }
 
 TEST(Fonts, TakesTheFamilyAndPitchForAFaceThatIsNotThere) {
-  const auto draw = [](const char* aFace, int aStyle) {
+  const auto draw = [](const char16_t* aFace, int aStyle) {
     return DrawText(160, 64, {.m_szFace = aFace, .m_iStyle = aStyle, .m_iHeight = -30}, u"Will", {20, 20, 0});
   };
   const struct {
     int m_iStyle;
-    const char* m_szFace;
-  } cases[] = {{0, "DejaVu Sans"},
-               {GLFS_ROMAN, "DejaVu Serif"},
-               {GLFS_MODERN, "DejaVu Sans Mono"},
-               {GLFS_FIXED_PITCH, "DejaVu Sans Mono"}};
+    const char16_t* m_szFace;
+  } cases[] = {{0, u"DejaVu Sans"},
+               {GLFS_ROMAN, u"DejaVu Serif"},
+               {GLFS_MODERN, u"DejaVu Sans Mono"},
+               {GLFS_FIXED_PITCH, u"DejaVu Sans Mono"}};
   for (const auto& c : cases)
-    EXPECT_EQ(Difference(draw("No Such Face", c.m_iStyle), draw(c.m_szFace, 0)), 0) << c.m_szFace;
+    EXPECT_EQ(Difference(draw(u"No Such Face", c.m_iStyle), draw(c.m_szFace, 0)), 0) << c.m_iStyle;
 }
 
 TEST(Fonts, FitsTheSizeItIsAskedFor) {
   const HDC dc = GetDC(nullptr);
   const auto metricsOf = [dc](int aHeight, int aWidth) {
     TEXTMETRICA metrics{};
-    const HFONT font = CreateFontA(aHeight, aWidth, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, FF_SWISS, "DejaVu Sans");
+    const HFONT font = CreateFontW(aHeight, aWidth, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, FF_SWISS, u"DejaVu Sans");
     if (font == nullptr) return metrics;
     const HGDIOBJ old = SelectObject(dc, font);
     EXPECT_TRUE(GetTextMetricsA(dc, &metrics));
@@ -265,7 +265,7 @@ TEST(Fonts, DrawsTheStockFontByWindows1252) {
       ModelInPixels(12, 24);
       FontBench bench;
       const auto font = GLPtr<GLFont>::FromBorrowed(new GLFont);
-      font->InitInternalFont(bench.m_pLink, "SANSSERIF");
+      font->InitInternalFont(bench.m_pLink, TextOf(u"SANSSERIF"));
       char16_t character = 0;
       const auto byte = static_cast<char>(c.m_iCell);
       MultiByteToWideChar(CP_ACP, 0, &byte, 1, &character, 1);
@@ -303,6 +303,23 @@ TEST(FontsDeathTest, NeedsNoFontForTheSystemAndTheAtlasKinds) {
       testing::ExitedWithCode(0b0110'1001), "");
 }
 
+// A configuration binds two names, one of Latin letters with marks and one of Cyrillic letters, to faces of
+// the system.
+TEST(FontsDeathTest, TakesFacesByUnicodeNames) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        setenv("FONTCONFIG_FILE", GLLIB_SOURCE_DIR "/tests/media/plain-faces.conf", 1);
+        const auto draw = [](const char16_t* aFace) {
+          return DrawText(160, 64, {.m_szFace = aFace, .m_iHeight = -30}, u"Will", {20, 20, 0});
+        };
+        const bool latin = Difference(draw(u"Gr\u00F6\u00DFe"), draw(u"DejaVu Sans Mono")) == 0;
+        const bool cyrillic = Difference(draw(u"\u0428\u0440\u0438\u0444\u0442"), draw(u"DejaVu Serif")) == 0;
+        std::exit(latin + 2 * cyrillic);
+      },
+      testing::ExitedWithCode(3), "");
+}
+
 // One byte short or one pixel long.
 TEST(Fonts, TakeNoAtlasOfAnotherSize) {
   const std::vector<unsigned char> bytes(131072 + 4, 255);
@@ -311,9 +328,9 @@ TEST(Fonts, TakeNoAtlasOfAnotherSize) {
   DrawPlainGL(8, 8, [] {
     FontBench bench;
     const auto font = bench.Make(FontKind::kInternal);
-    for (const char* name : {"SHORT", "LONG"}) {
-      font->InitInternalFont(bench.m_pLink, name);
-      EXPECT_EQ(Print(*font, u"x"), E_FAIL) << name;
+    for (const char16_t* name : {u"SHORT", u"LONG"}) {
+      font->InitInternalFont(bench.m_pLink, TextOf(name));
+      EXPECT_EQ(Print(*font, u"x"), E_FAIL) << static_cast<char>(name[0]);
       EXPECT_EQ(WidthOf(*font, u"x"), -1.0f);
       EXPECT_FALSE(glIsTexture(1));
     }

@@ -9,13 +9,13 @@
 #include "platform/linux/fonts/FontLibrary.h"
 #include "platform/linux/fonts/FontObject.h"
 
-/// The arguments of CreateFontA that make a difference.
+/// The arguments of CreateFontW that make a difference.
 struct FontDescription {
-  const char* m_szFace;
-  int m_iHeight;       ///< of the cell above 0, of the characters below 0; 0 for the default
-  int m_iWidth;        ///< average width in pixels; 0 for the face's own
-  int m_iOrientation;  ///< of each character, in tenths of a degree
-  int m_iWeight;       ///< 0 for the default
+  const char* m_szFace;  ///< UTF-8; empty for none
+  int m_iHeight;         ///< of the cell above 0, of the characters below 0; 0 for the default
+  int m_iWidth;          ///< average width in pixels; 0 for the face's own
+  int m_iOrientation;    ///< of each character, in tenths of a degree
+  int m_iWeight;         ///< 0 for the default
   DWORD m_dwPitchAndFamily;
   bool m_bItalic, m_bUnderline, m_bStrikeOut;
 };

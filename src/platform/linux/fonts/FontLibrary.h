@@ -12,7 +12,7 @@
 
 /// What is asked of the font mapper.
 struct FaceRequest {
-  const char* m_szFace;
+  const char* m_szFace;     ///< UTF-8; empty for none
   const char* m_szGeneric;  ///< the family to take where the face isn't there
   int m_iWeight;            ///< 1 to 1000
   bool m_bItalic;
