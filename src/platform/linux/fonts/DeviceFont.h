@@ -24,7 +24,6 @@ class DeviceFont final : public FontObject {
  public:
   /// @return null with no face to be had, or at a size that can't be drawn
   static std::unique_ptr<DeviceFont> Create(const FontDescription& aDescription);
-  ~DeviceFont() override;
 
   TEXTMETRICA Metrics() const override;
   int Advance(unsigned char aCode) const override;
@@ -38,7 +37,7 @@ class DeviceFont final : public FontObject {
     int m_iUnderlineTop, m_iUnderlineSize, m_iStrikeOutTop, m_iStrikeOutSize;
   };
 
-  DeviceFont(FT_Face aFace, const FaceMatch& aMatch, const FontDescription& aDescription);
+  DeviceFont(FacePtr aFace, const FaceMatch& aMatch, const FontDescription& aDescription);
   void Measure();
   bool SetSize(int aHeight, int aWidth);
   bool Load(unsigned char aCode, FT_Int32 aFlags) const;
@@ -47,7 +46,7 @@ class DeviceFont final : public FontObject {
   void DrawBars(GlyphBitmap& aBitmap) const;
   void AddBars(GlyphOutline& aOutline, bool aClockwise) const;
 
-  FT_Face m_pFace;
+  FacePtr m_pFace;
   FaceMeasures m_Measures{};
   std::array<FT_UInt, 256> m_auGlyph{};
   mutable std::array<int, 256> m_aiAdvance{};  // -1 where not yet known
