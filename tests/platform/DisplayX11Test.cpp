@@ -95,6 +95,12 @@ TEST_F(XWindow, CutsCoordinatesToWhatTheServerCanHold) {
   ASSERT_TRUE(GetWindowRect(made, &rect));
   EXPECT_EQ(rect.left, 32767);
   EXPECT_EQ(rect.top, -32768);
+  const HWND child = Make(XidOf(made));
+  ASSERT_TRUE(MoveWindow(child, 30000, -30000, 60, 40, FALSE));
+  ASSERT_TRUE(GetWindowRect(child, &rect));
+  EXPECT_EQ(rect.left, 62767) << "the sum of two places has more bits";
+  EXPECT_EQ(rect.bottom, -62728);
+  DestroyWindow(child);
   DestroyWindow(made);
 }
 
