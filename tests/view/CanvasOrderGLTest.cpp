@@ -147,6 +147,11 @@ TEST_F(CanvasOrder, UnchangedAttributesAreOneCall) {
     EXPECT_EQ(apply(attributes), Calls{"glColor4f(1, 1, 1, 1)"});
     attributes->SetRed(1.0f), attributes->SetLineStippleFactor(5);
     EXPECT_EQ(apply(attributes), full) << "a setter makes the next one full; a solid line has no stipple";
+    const auto second = CreateObject<IGLCanvas>(CLSID_GLCanvas);
+    second->SetDrawAttributes(attributes.Get());
+    attributes->SetRed(1.0f);
+    EXPECT_EQ(apply(attributes), full);
+    EXPECT_EQ(CallsOf([&] { second->SetDrawAttributes(attributes.Get()); }), full) << "on each canvas";
     EXPECT_EQ(apply(other), full) << "so does another object";
     EXPECT_EQ(apply(attributes), full);
     attributes->SetLineStipplePattern(255);

@@ -100,7 +100,9 @@ void GLContext::SetupViewerPass(IGLViewer& aViewer) noexcept {
   SetupEye(aViewer);
   SetupClipPlanes();
   SetupLighting();
-  static_cast<GLCanvas&>(*m_Scene.m_pCanvas).RefreshCachedSetup();
+  auto& canvas = static_cast<GLCanvas&>(*m_Scene.m_pCanvas);
+  canvas.NoteRenderingContext(GLPass::Here()->Target().m_uNumber);
+  canvas.RefreshCachedSetup();
 }
 
 void GLContext::SetupEye(IGLViewer& aViewer) noexcept {

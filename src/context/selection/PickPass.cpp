@@ -13,6 +13,7 @@
 #include "context/GLContext.h"
 #include "context/selection/PSelectEvent.h"
 #include "platform/GL.h"
+#include "view/GLCanvas.h"
 
 namespace {
 
@@ -43,6 +44,7 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   SetupPickMatrix(view, aPoint1, aPoint2);
   glClear(GL_DEPTH_BUFFER_BIT);
   SetupProjection(static_cast<double>(view.width) / view.height);
+  static_cast<GLCanvas*>(m_Context.Canvas())->NoteRenderingContext(GLPass::Here()->Target().m_uNumber);
   m_Context.Canvas()->ResetModelview6d(&m_View.m_sEye);
   SetupClipPlanes();
   if (m_pPainter) m_pPainter->Draw(m_Context.Canvas(), &m_Context, &m_Viewer);
