@@ -41,7 +41,9 @@ void GLContext::DrawThreadEnd(void*) noexcept {
 
 void GLContext::DrawFrame() noexcept {
   {
+    GLPtr<IGLPainter> painter;  // one that detaches itself ends when the lock is left
     const GLPass pass(m_Lock, m_Window.m_Target);
+    painter = m_Painter.Get();
     BuildFonts();
     SetFrameState();
     DrawViewers();

@@ -107,6 +107,7 @@ HRESULT GLContext::DestroyFont(IGLFont* aFont) noexcept {
 
 HRESULT GLContext::GetDefaultFont(IGLFont** aFont) noexcept {
   if (aFont == nullptr) return E_INVALIDARG;
+  *aFont = nullptr;
   const ContextHold hold(*this, m_Lock);
   if (!hold) return E_GL_BADSTATE;
   *aFont = m_Scene.m_pDefaultFont;
