@@ -13,6 +13,7 @@ HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
   const ULONG key = site->BeginListKey();
   if (site->GetListBase(key) == 0) return E_FAIL;
   *aList = static_cast<int>(key);
+  m_uAppliedVersion = 0;  // a list has all that it needs, wherever it is drawn
   return S_OK;
 }
 
@@ -20,6 +21,7 @@ HRESULT GLCanvas::EndCompileList() noexcept {
   const GLSiteLink::Use site(m_pContext.get());
   if (!site || !site->IsCurrentHere() || !site->IsListOpen()) return E_GL_BADSTATE;
   site->EndListKey();
+  m_uAppliedVersion = 0;  // what went into the list has not reached GL
   return S_OK;
 }
 
