@@ -127,7 +127,9 @@ void GLContext::UnlockGL() noexcept {
 }
 
 ULONG GLContext::WindowContextNumber() const noexcept {
-  return IsCurrentHere() ? GLPass::Here()->Target().m_uNumber : 0;
+  if (!IsCurrentHere()) return 0;
+  const GLRenderTarget& target = GLPass::Here()->Target();
+  return &target == &m_Window.m_Target ? target.m_uNumber : 0;
 }
 
 bool GLContext::IsCurrentHere() const noexcept {

@@ -86,7 +86,7 @@ bool GLFont::CreateDeviceLists(HDC aDC, GLuint aBase) noexcept {
   const int height = m_bTrueType ? 0 : Truncated(m_fHeight);
   const int width = m_bTrueType || m_bAverageWidth ? 0 : Truncated(m_fWidth);
   const HFONT font =
-      CreateFontA(height, width, 0, Truncated(m_fOrientation * 10.0f), m_iWeight, (style & GLFS_ITALIC) != 0,
+      CreateFontW(height, width, 0, Truncated(m_fOrientation * 10.0f), m_iWeight, (style & GLFS_ITALIC) != 0,
                   (style & GLFS_UNDERLINE) != 0, (style & GLFS_STRIKEOUT) != 0, ANSI_CHARSET,
                   m_bTrueType ? OUT_TT_ONLY_PRECIS : OUT_RASTER_PRECIS, CLIP_DEFAULT_PRECIS, PROOF_QUALITY,
                   PitchAndFamily(style), m_szFace);

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <future>
 #include <initializer_list>
 #include <memory>
 #include <thread>
@@ -347,6 +348,33 @@ TEST(Context, ReleasesClientsWithNoLockHeld) {
     ends[i]();
     EXPECT_LT(length, 2s) << "the draw thread doesn't park";
   }
+}
+
+TEST(Context, EndsAPainterThatDetachesItselfWithNoLockHeld) {
+  struct Ending final : GLPainterBase {
+    explicit Ending(std::atomic<int>& aLockFree) : m_LockFree(aLockFree) {}
+    // Another thread of the host wants the context's lock meanwhile.
+    ~Ending() {
+      auto set = std::make_shared<std::promise<void>>();
+      auto done = set->get_future();
+      std::thread([context = m_pContext, set] {
+        context->SetViewport(0, 0, 9, 9);
+        set->set_value();
+      }).detach();
+      m_LockFree = done.wait_for(5s) == std::future_status::ready ? 1 : 0;
+    }
+    HRESULT Draw(IGLCanvas*, IGLContext* aContext, IGLViewer*) noexcept override {
+      m_pContext = GLPtr<IGLContext>::FromBorrowed(aContext);
+      return aContext->DetachPainter();
+    }
+    std::atomic<int>& m_LockFree;
+    GLPtr<IGLContext> m_pContext;
+  };
+  const FreeContext drawn;
+  std::atomic<int> lockFree{-1};
+  drawn.context->AttachPainter(GLPtr<Ending>::FromCounted(new Ending(lockFree)).Get());
+  ASSERT_TRUE(Eventually([&] { return lockFree >= 0; }));
+  EXPECT_EQ(lockFree, 1);
 }
 
 TEST(Context, IsInitialisedByAPainterThatItsOwnPainterInitialises) {

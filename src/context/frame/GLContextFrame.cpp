@@ -41,7 +41,9 @@ void GLContext::DrawThreadEnd(void*) noexcept {
 
 void GLContext::DrawFrame() noexcept {
   {
+    GLPtr<IGLPainter> painter;  // one that detaches itself ends when the lock is left
     const GLPass pass(m_Lock, m_Window.m_Target);
+    painter = m_Painter.Get();
     BuildFonts();
     SetFrameState();
     DrawViewers();
@@ -101,7 +103,9 @@ void GLContext::SetupViewerPass(IGLViewer& aViewer) noexcept {
   SetupEye(aViewer);
   SetupClipPlanes();
   SetupLighting();
-  static_cast<GLCanvas&>(*m_Scene.m_pCanvas).RefreshCachedSetup();
+  auto& canvas = static_cast<GLCanvas&>(*m_Scene.m_pCanvas);
+  canvas.NoteRenderingContext(GLPass::Here()->Target().m_uNumber);
+  canvas.RefreshCachedSetup();
 }
 
 void GLContext::SetupEye(IGLViewer& aViewer) noexcept {

@@ -42,6 +42,7 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   SetupPickMatrix(view, aPoint1, aPoint2);
   glClear(GL_DEPTH_BUFFER_BIT);
   SetupProjection(static_cast<double>(view.width) / view.height);
+  static_cast<GLCanvas*>(m_Context.Canvas())->NoteRenderingContext(GLPass::Here()->Target().m_uNumber);
   m_Context.Canvas()->ResetModelview6d(&m_View.m_sEye);
   SetupClipPlanes();
   CompiledLists& lists = m_Context.WindowTarget().m_Lists.Compiled();

@@ -11,6 +11,7 @@
 
 #include "platform/linux/MessageThread.h"
 #include "platform/linux/display/DisplayServer.h"
+#include "platform/linux/fonts/FontLibrary.h"
 
 namespace {
 
@@ -59,6 +60,7 @@ void ReleaseModule() noexcept {
 void EndPlatform() noexcept {
   EndDisplay();
   MessageThread::Get().End();
+  FontLibrary::Instance().End();
 }
 
 void RunAtDetach(void (*)()) noexcept {}

@@ -168,8 +168,8 @@ struct IGLContext : IUnknown {
   /// @return S_OK; E_FAIL when it can't be made: aFont receives null
   virtual HRESULT CreateSystemFont(IGLFont** aFont) noexcept = 0;
   /// Adds a font of bitmap characters, whose size on the screen is fixed.
-  /// @param aFace        face name, of which 63 bytes count; one that isn't installed is substituted by the
-  ///                     nearest
+  /// @param aFace        face name in Unicode, of which 63 UTF-16 units count; one that isn't installed is
+  ///                     substituted by the nearest
   /// @param aFontStyle   GLFS_ bits; others are ignored
   /// @param aWeight      0 to 1000, 400 is regular, 700 bold; cut to the range when the font is built
   /// @param aOrientation of each character, degrees counter-clockwise
@@ -257,8 +257,8 @@ struct IGLContext2 : IUnknown {
   /// @param aFace "HAND" or "SANSSERIF", in any case. Another name makes a font that fails at Print
   /// @param aFont receives a counted pointer: the caller releases it. The context holds another one until
   ///              DestroyFont
-  /// @return S_OK; E_INVALIDARG also for a name of 64 bytes or more; E_FAIL when it can't be made: aFont
-  ///         receives null
+  /// @return S_OK; E_INVALIDARG also for a name of 64 UTF-16 units or more; E_FAIL when it can't be made:
+  ///         aFont receives null
   virtual HRESULT CreateInternalFont(BSTR aFace, IGLFont** aFont) noexcept = 0;
 
  protected:
