@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "component/Catalogue.h"
+#include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 
 HRESULT CreateGLCanvas(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
@@ -21,6 +22,7 @@ GLCanvas::GLCanvas() {
 void GLCanvas::SetSite(GLSiteLinkPtr aLink) noexcept { m_pContext = std::move(aLink); }
 
 HRESULT GLCanvas::EnableClipPlanes(LONG aEnable) noexcept {
+  const GLErrorCheck check("IGLCanvas::EnableClipPlanes");
   const GLSiteLink::Use site(m_pContext.get());
   if (!site) return E_GL_BADSTATE;
   if (!site->HasClipPlanes()) return S_OK;
@@ -37,44 +39,52 @@ HRESULT GLCanvas::EnableClipPlanes(LONG aEnable) noexcept {
 }
 
 HRESULT GLCanvas::PushDepthAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PushDepthAttribute");
   glPushAttrib(GL_DEPTH_BUFFER_BIT);
   glDisable(GL_DEPTH_TEST);
   return S_OK;
 }
 
 HRESULT GLCanvas::PushDepthMask(LONG bNewValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushDepthMask");
   glPushAttrib(GL_DEPTH_BUFFER_BIT);
   glDepthMask(bNewValue != 0 ? GL_TRUE : GL_FALSE);
   return S_OK;
 }
 
 HRESULT GLCanvas::PopDepthAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopDepthAttribute");
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::PushLightAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PushLightAttribute");
   glPushAttrib(GL_LIGHTING_BIT);
   glDisable(GL_LIGHTING);
   return S_OK;
 }
 
 HRESULT GLCanvas::PopLightAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopLightAttribute");
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::PushAttrib(ULONG dwAttribMask) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushAttrib");
   glPushAttrib(dwAttribMask);
   return S_OK;
 }
 
 HRESULT GLCanvas::PopAttrib() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopAttrib");
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::SetCWWinding(LONG bValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::SetCWWinding");
   glFrontFace(bValue != 0 ? GL_CW : GL_CCW);
   return S_OK;
 }

@@ -1,6 +1,7 @@
 // GLCanvas: draw attributes and materials turned into GL state. Draw thread.
 // What is applied stays in GL until something else sets it; the order of the calls is part of the contract.
 
+#include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 #include "state/GLDrawAttr.h"
 #include "view/GLCanvas.h"
@@ -97,6 +98,7 @@ void Remember(GLPtr<Interface>& aCurrent, Interface* aApplied) noexcept {
 }  // namespace
 
 HRESULT GLCanvas::SetDrawAttributes(IGLDrawAttr* aI) noexcept {
+  const GLErrorCheck check("IGLCanvas::SetDrawAttributes");
   if (aI == nullptr) return E_INVALIDARG;
   auto& attributes = static_cast<GLDrawAttr&>(*aI);  // always an object of the component's own class
   if (aI == m_pCurrentDrawAttr.Get() && !attributes.IsModified()) {

@@ -4,6 +4,7 @@
 // themselves, and those that select GL_PROJECTION leave the mode as a painter expects it.
 
 #include "component/ContextSite.h"
+#include "diagnostics/GLErrors.h"
 #include "geometry/GMatrix.h"
 #include "geometry/Geometry.h"
 #include "platform/GL.h"
@@ -99,6 +100,7 @@ HRESULT GLCanvas::GetRawModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
 }
 
 HRESULT GLCanvas::PushModelviewMatrix(LONG aLoadIdentity) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushModelviewMatrix");
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
   if (aLoadIdentity != 0) glLoadIdentity();
@@ -106,6 +108,7 @@ HRESULT GLCanvas::PushModelviewMatrix(LONG aLoadIdentity) noexcept {
 }
 
 HRESULT GLCanvas::PopModelviewMatrix() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopModelviewMatrix");
   glMatrixMode(GL_MODELVIEW);
   glPopMatrix();
   return S_OK;
@@ -133,6 +136,7 @@ HRESULT GLCanvas::Scale(GLDATA_POINT* aScale) noexcept {
 }
 
 HRESULT GLCanvas::PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExtents) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushProjectionMatrix");
   constexpr double kDepth = 100000.0;
   const GLSiteLink::Use site(aLoadIdentity != 0 ? m_pContext.get() : nullptr);
   if (aLoadIdentity != 0 && !site) return E_GL_BADSTATE;
@@ -156,6 +160,7 @@ HRESULT GLCanvas::PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExt
 }
 
 HRESULT GLCanvas::PopProjectionMatrix() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopProjectionMatrix");
   glMatrixMode(GL_PROJECTION);
   glPopMatrix();
   glMatrixMode(GL_MODELVIEW);
@@ -164,6 +169,7 @@ HRESULT GLCanvas::PopProjectionMatrix() noexcept {
 
 HRESULT GLCanvas::Ortho(double dLeft, double dRight, double dBottom, double dTop, double dZNear,
                         double dZFar) noexcept {
+  const GLErrorCheck check("IGLCanvas::Ortho");
   const ProjectionMode mode;
   glLoadIdentity();
   glOrtho(dLeft, dRight, dBottom, dTop, dZNear, dZFar);
@@ -171,6 +177,7 @@ HRESULT GLCanvas::Ortho(double dLeft, double dRight, double dBottom, double dTop
 }
 
 HRESULT GLCanvas::Perspective(double dFovY, double dAspect, double dZNear, double dZFar) noexcept {
+  const GLErrorCheck check("IGLCanvas::Perspective");
   const ProjectionMode mode;
   glLoadIdentity();
   gluPerspective(dFovY, dAspect, dZNear, dZFar);

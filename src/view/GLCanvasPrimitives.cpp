@@ -2,6 +2,7 @@
 // One GL call an operation and no tests, as these run a million times a frame. Vertices and normals narrow to
 // float here, also those that arrive in doubles.
 
+#include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
 
@@ -57,6 +58,7 @@ HRESULT GLCanvas::BeginDrawPolygon() noexcept {
 
 HRESULT GLCanvas::EndDrawVertices() noexcept {
   glEnd();
+  CheckGLErrors("IGLCanvas::EndDrawVertices");
   return S_OK;
 }
 

@@ -7,6 +7,7 @@
 #include "context/GLContext.h"
 #include "context/control/ContextTasks.h"
 #include "context/control/DrawThreadWait.h"
+#include "platform/Log.h"
 
 namespace {
 
@@ -26,12 +27,21 @@ int KnownPriority(int aPriority) noexcept {
   return 0;
 }
 
+void WarnOfLateThread(unsigned aContext, const char* aStep) noexcept {
+  const LogContext log(aContext);
+  LogWarning("the draw thread did not %s within %d ms: a painter, gauge or capture still runs", aStep,
+             static_cast<int>(kBoundedWait.count()));
+}
+
 // The context whose draw thread this is.
 thread_local GLContext* t_pDrawnContext = nullptr;
 
 }  // namespace
 
-void MarkDrawThread(GLContext* aContext) noexcept { t_pDrawnContext = aContext; }
+void MarkDrawThread(GLContext* aContext) noexcept {
+  t_pDrawnContext = aContext;
+  SetLogContext(aContext != nullptr ? aContext->Number() : 0);
+}
 
 GLContext* GLContext::DrawnHere() noexcept { return t_pDrawnContext; }
 
@@ -92,6 +102,7 @@ HRESULT GLContext::SuspendDrawThread() noexcept {
   while (!thread->IsParked() && !thread->IsStopped() && Clock::now() - start < kBoundedWait) {
     std::this_thread::sleep_for(kPollStep);
   }
+  if (!thread->IsParked() && !thread->IsStopped()) WarnOfLateThread(m_uNumber, "park");
   return S_OK;
 }
 
@@ -136,5 +147,6 @@ void GLContext::EndDrawThread() noexcept {
   thread->Trigger();
   while (m_Window.m_Target.m_hRC != nullptr && Clock::now() - start < kBoundedWait)
     std::this_thread::sleep_for(kPollStep);
+  if (m_Window.m_Target.m_hRC != nullptr) WarnOfLateThread(m_uNumber, "end its rendering context");
   StopDrawThread();
 }

@@ -4,6 +4,7 @@
 
 #include "component/Module.h"
 #include "platform/GL.h"
+#include "platform/Log.h"
 
 namespace {
 
@@ -13,7 +14,11 @@ constexpr GLuint kPastDropped = DisplayLists::kDropped + 1;
 
 ULONG DisplayLists::Generate(int aCount) noexcept {
   const GLuint name = TakeNames(aCount);
-  if (name != 0) m_Names.Add(name, aCount);
+  if (name != 0) {
+    m_Names.Add(name, aCount);
+  } else {
+    LogWarning("GL has no %d free names for display lists: no list is compiled", aCount);
+  }
   return (m_uGeneration << 16) | name;
 }
 
@@ -62,14 +67,25 @@ bool DisplayLists::IsValid(ULONG aKey) const noexcept {
 void DisplayLists::DropStale() noexcept {
   const ULONG generation = g_uListGeneration;
   if (m_uGeneration == generation) return;
+  LogEnd(ListsReason());
   m_Names.Delete();
   m_uGeneration = generation;
 }
 
-void DisplayLists::DropAll() noexcept {
+void DisplayLists::DropAll(const char* aReason) noexcept {
+  LogEnd(aReason);
   m_Names.Delete();
   glDeleteLists(1, kDropped);
-  m_uGeneration = ++g_uListGeneration;
+  m_uGeneration = RaiseListGeneration(aReason);
 }
 
-void DisplayLists::Forget() noexcept { m_Names.Clear(); }
+void DisplayLists::Forget() noexcept {
+  LogEnd("their rendering context is replaced");
+  m_Names.Clear();
+}
+
+void DisplayLists::LogEnd(const char* aReason) const noexcept {
+  if (!IsLogged(LogLevel::kInfo)) return;
+  if (const std::size_t count = m_Names.Count(); count != 0)
+    LogInfo("%u display lists are discarded, glyphs included: %s", static_cast<unsigned>(count), aReason);
+}

@@ -12,6 +12,7 @@
 
 #include "context/GLContext.h"
 #include "context/selection/PSelectEvent.h"
+#include "diagnostics/ClientCheck.h"
 #include "platform/GL.h"
 
 namespace {
@@ -45,7 +46,10 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   SetupProjection(static_cast<double>(view.width) / view.height);
   m_Context.Canvas()->ResetModelview6d(&m_View.m_sEye);
   SetupClipPlanes();
-  if (m_pPainter) m_pPainter->Draw(m_Context.Canvas(), &m_Context, &m_Viewer);
+  if (m_pPainter) {
+    const ClientCheck check("IGLPainter::Draw in a selection");
+    m_pPainter->Draw(m_Context.Canvas(), &m_Context, &m_Viewer);
+  }
   glFlush();
   std::fill_n(aIDArray, capacity, ULONG{0});
   *aArraySize = ReadHits(glRenderMode(GL_RENDER), buffer.get(), records, aIDArray);
@@ -127,6 +131,9 @@ void PSelectEvent::SetupClipPlanes() const noexcept {
 // Records with the name 0 can't be selected. A negative number of hits is GL's word for an overflow.
 int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
                            ULONG* aIDArray) const noexcept {
+  if (aHits < 0)
+    LogWarning("a selection found more than the %d identifiers that the host's array holds: it gives none",
+               aCapacity);
   int count = 0;
   GLuint best = 0;
   for (int i = 0; i < std::min(aHits, aCapacity); ++i) {

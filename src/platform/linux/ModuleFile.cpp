@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/Log.h"
 #include "platform/linux/MessageThread.h"
 #include "platform/linux/display/DisplayServer.h"
 
@@ -59,6 +60,7 @@ void ReleaseModule() noexcept {
 void EndPlatform() noexcept {
   EndDisplay();
   MessageThread::Get().End();
+  EndLog();
 }
 
 void RunAtDetach(void (*)()) noexcept {}

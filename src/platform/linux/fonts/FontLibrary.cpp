@@ -2,11 +2,32 @@
 
 #include "platform/linux/fonts/FontLibrary.h"
 
+#include <algorithm>
 #include <memory>
+
+#include "platform/Log.h"
 
 namespace {
 
 const FcChar8* Utf8(const char* aText) noexcept { return reinterpret_cast<const FcChar8*>(aText); }
+
+/// Whether a name asks for any face of a kind, or for any at all.
+bool IsGeneric(const char* aFace) noexcept {
+  constexpr const char* kNames[] = {"", "serif", "sans-serif", "sans", "monospace", "cursive", "fantasy"};
+  return std::any_of(std::begin(kNames), std::end(kNames),
+                     [&](const char* aName) { return FcStrCmpIgnoreCase(Utf8(aFace), Utf8(aName)) == 0; });
+}
+
+/// Whether a font bears a name as its family, in any language, or as its full name.
+bool HasFamily(FcPattern& aFont, const char* aFace) noexcept {
+  for (const char* property : {FC_FAMILY, FC_FULLNAME}) {
+    FcChar8* name = nullptr;
+    for (int i = 0; FcPatternGetString(&aFont, property, i, &name) == FcResultMatch; ++i) {
+      if (FcStrCmpIgnoreCase(name, Utf8(aFace)) == 0) return true;
+    }
+  }
+  return false;
+}
 
 using PatternPtr = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
 
@@ -51,7 +72,7 @@ FontLibrary::FontLibrary() : m_pConfig(FcInitLoadConfigAndFonts()) {
   if (FT_Init_FreeType(&m_pFreeType) != 0) m_pFreeType = nullptr;
 }
 
-std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) const {
+std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) {
   const PatternPtr pattern = PatternOf(aRequest);
   if (pattern == nullptr || m_pConfig == nullptr) return std::nullopt;
   if (!FcConfigSubstitute(m_pConfig, pattern.get(), FcMatchPattern)) return std::nullopt;
@@ -66,7 +87,15 @@ std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) const {
   match.m_sFile = reinterpret_cast<const char*>(file);
   FcPatternGetInteger(font.get(), FC_INDEX, 0, &match.m_iIndex);
   ReadStyle(*font, match);
+  NoteSubstitute(aRequest.m_szFace, *font, match.m_sFile);
   return match;
+}
+
+// Fonts are built again and again. Each name is reported once.
+void FontLibrary::NoteSubstitute(const char* aFace, FcPattern& aFont, const std::string& aFile) {
+  if (!IsLogged(LogLevel::kWarning) || IsGeneric(aFace) || HasFamily(aFont, aFace)) return;
+  if (m_Substituted.insert(aFace).second)
+    LogWarning("there is no face \"%s\": %s is used", aFace, aFile.c_str());
 }
 
 FT_Face FontLibrary::Open(const FaceMatch& aMatch) const {

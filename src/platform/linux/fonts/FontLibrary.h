@@ -8,6 +8,7 @@
 
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 
 /// What is asked of the font mapper.
@@ -35,14 +36,16 @@ class FontLibrary {
 
   [[nodiscard]] std::unique_lock<std::recursive_mutex> Lock() { return std::unique_lock(m_Lock); }
   /// The face that the mapper makes of a request; none when there is no scalable font on the system.
-  std::optional<FaceMatch> Match(const FaceRequest& aRequest) const;
+  std::optional<FaceMatch> Match(const FaceRequest& aRequest);
   /// @return null when the file can't be read or its face has no outlines
   FT_Face Open(const FaceMatch& aMatch) const;
 
  private:
   FontLibrary();
+  void NoteSubstitute(const char* aFace, FcPattern& aFont, const std::string& aFile);
 
   std::recursive_mutex m_Lock;
   FT_Library m_pFreeType = nullptr;
   FcConfig* m_pConfig = nullptr;
+  std::set<std::string> m_Substituted;  // names of faces
 };
