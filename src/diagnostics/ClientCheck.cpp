@@ -2,6 +2,7 @@
 
 #include "diagnostics/ClientCheck.h"
 
+#include "diagnostics/FirstReport.h"
 #include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 
@@ -17,8 +18,7 @@ constexpr Stack kStackNames[] = {
     {GL_TEXTURE_STACK_DEPTH, "texture matrix"},         {GL_ATTRIB_STACK_DEPTH, "attribute"},
     {GL_CLIENT_ATTRIB_STACK_DEPTH, "client attribute"}, {GL_NAME_STACK_DEPTH, "name"}};
 
-/// The differences that were reported last. A painter that leaves one does so in each frame.
-thread_local std::array<int, std::size(kStackNames) + 1> t_aiReported{};
+constexpr unsigned kDeeper = 1000, kShallower = 2000;  // codes of reports; no errors of GL
 
 }  // namespace
 
@@ -34,13 +34,13 @@ void ClientCheck::Report() const noexcept {
   Read(after);
   for (std::size_t i = 0; i < after.size(); ++i) {
     const int more = after[i] - m_aiBefore[i];
-    if (more == 0 || more == t_aiReported[i]) continue;
-    t_aiReported[i] = more;
-    if (i == kStacks) {
-      LogWarning("%s left a display list open: what is drawn now goes into that list", m_szClient);
-    } else {
+    const auto code = static_cast<unsigned>(i) + (more > 0 ? kDeeper : kShallower);
+    if (more == 0 || !IsFirstReport(m_szClient, code)) continue;
+    if (i < kStacks) {
       LogWarning("%s left the %s stack %d %s than it was", m_szClient, kStackNames[i].m_szName,
                  more > 0 ? more : -more, more > 0 ? "deeper" : "shallower");
+    } else if (after[i] != 0) {
+      LogWarning("%s left a display list open: what is drawn now goes into that list", m_szClient);
     }
   }
 }

@@ -7,7 +7,7 @@
 #include "platform/Log.h"
 
 /// Around one call of a client. Where warnings are logged, warns of stacks that the client leaves at another
-/// depth and of a display list that it leaves open. The same difference is reported once per thread.
+/// depth and of a display list that it leaves open. Each is reported once per thread.
 class ClientCheck {
  public:
   explicit ClientCheck(const char* aClient) noexcept

@@ -53,8 +53,10 @@ bool GLFont::CreateFontLists(GLContextSite& aSite) noexcept {
   // A rebuild writes the same widths again, so a reader keeps its answers meanwhile.
   const bool created = CreateKindLists(aSite, base);
   m_bCreated.store(created, std::memory_order_release);
-  if (!created) {
+  if (!created && !m_bRefused)
     LogWarning("a font of the face \"%s\" cannot be built: its text is not drawn", m_szFace);
+  m_bRefused = !created;
+  if (!created) {
     aSite.DeleteListKey(m_uListKey, kCodes);
     m_uListKey = 0;
   }

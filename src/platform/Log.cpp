@@ -24,12 +24,13 @@ constinit std::atomic<LogSink> g_pfnSink{nullptr};
 constinit std::atomic<unsigned> g_uLost{0};
 thread_local unsigned t_uContext = 0;
 
-void Send(const char* aLine, std::size_t aLength) noexcept {
+/// @return false for a line that is lost
+bool Send(const char* aLine, std::size_t aLength) noexcept {
   if (const LogSink sink = g_pfnSink.load(std::memory_order_acquire)) {
     sink(aLine, aLength);
-  } else if (!WriteLogLine(aLine, aLength)) {
-    g_uLost.fetch_add(1, std::memory_order_relaxed);
+    return true;
   }
+  return WriteLogLine(aLine, aLength);
 }
 
 /// One line on the stack.
@@ -54,13 +55,13 @@ class Line {
     if (length > 0) m_uLength += std::min(static_cast<std::size_t>(length), room - 1);
   }
 
-  /// A name in a message may hold line ends.
-  void Write() noexcept {
+  /// A name in a message may hold line ends. @return false for a line that is lost
+  bool Write() noexcept {
     std::replace_if(
         m_szText, m_szText + m_uLength, [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; }, '?');
     m_szText[m_uLength++] = '\n';
     m_szText[m_uLength] = '\0';
-    Send(m_szText, m_uLength);
+    return Send(m_szText, m_uLength);
   }
 
  private:
@@ -73,11 +74,11 @@ class Line {
   if (const unsigned lost = g_uLost.exchange(0, std::memory_order_relaxed); lost != 0) {
     Line line(LogLevel::kWarning);
     line.Add("%u lines of the log are lost: nobody took them in time", lost);
-    line.Write();
+    if (!line.Write()) g_uLost.fetch_add(lost, std::memory_order_relaxed);
   }
   Line line(aLevel);
   line.AddAll(aFormat, aArguments);
-  line.Write();
+  if (!line.Write()) g_uLost.fetch_add(1, std::memory_order_relaxed);
   errno = error;
 }
 

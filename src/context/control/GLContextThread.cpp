@@ -27,12 +27,6 @@ int KnownPriority(int aPriority) noexcept {
   return 0;
 }
 
-void WarnOfLateThread(unsigned aContext, const char* aStep) noexcept {
-  const LogContext log(aContext);
-  LogWarning("the draw thread did not %s within %d ms: a painter, gauge or capture still runs", aStep,
-             static_cast<int>(kBoundedWait.count()));
-}
-
 // The context whose draw thread this is.
 thread_local GLContext* t_pDrawnContext = nullptr;
 
@@ -102,7 +96,10 @@ HRESULT GLContext::SuspendDrawThread() noexcept {
   while (!thread->IsParked() && !thread->IsStopped() && Clock::now() - start < kBoundedWait) {
     std::this_thread::sleep_for(kPollStep);
   }
-  if (!thread->IsParked() && !thread->IsStopped()) WarnOfLateThread(m_uNumber, "park");
+  if (!thread->IsParked() && !thread->IsStopped()) {
+    const LogContext log(m_uNumber);
+    LogWarning("the draw thread did not park within 3 s: it still sleeps after a frame");
+  }
   return S_OK;
 }
 
@@ -147,6 +144,5 @@ void GLContext::EndDrawThread() noexcept {
   thread->Trigger();
   while (m_Window.m_Target.m_hRC != nullptr && Clock::now() - start < kBoundedWait)
     std::this_thread::sleep_for(kPollStep);
-  if (m_Window.m_Target.m_hRC != nullptr) WarnOfLateThread(m_uNumber, "end its rendering context");
   StopDrawThread();
 }

@@ -14,11 +14,10 @@ constexpr GLuint kPastDropped = DisplayLists::kDropped + 1;
 
 ULONG DisplayLists::Generate(int aCount) noexcept {
   const GLuint name = TakeNames(aCount);
-  if (name != 0) {
-    m_Names.Add(name, aCount);
-  } else {
+  if (name != 0) m_Names.Add(name, aCount);
+  if (name == 0 && !m_bExhausted)
     LogWarning("GL has no %d free names for display lists: no list is compiled", aCount);
-  }
+  m_bExhausted = name == 0;
   return (m_uGeneration << 16) | name;
 }
 

@@ -42,5 +42,6 @@ class DisplayLists {
 
   ListNames m_Names;
   ULONG m_uGeneration = 0;
+  bool m_bExhausted = false;   // the last block found no names
   unsigned m_uNextSearch = 1;  // where a search for free names goes on
 };
