@@ -125,8 +125,8 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   const auto height = static_cast<LONG>(Whole(static_cast<float>(m_Settings.m_iViewportHeight) * zoom));
   // Memory may be available for more than GL draws.
   if (width > g_aiMaxViewport[0] || height > g_aiMaxViewport[1]) {
-    LogWarning("a capture failed: the scene at %d x %d pixels is larger than GL draws, %d x %d", width,
-               height, int(g_aiMaxViewport[0]), int(g_aiMaxViewport[1]));
+    LogWarning("a capture failed: the scene at %d x %d pixels is larger than GL draws, %d x %d", int(width),
+               int(height), int(g_aiMaxViewport[0]), int(g_aiMaxViewport[1]));
     return false;
   }
   const RenderingTurn turn;  // for the making of the surface too
@@ -134,7 +134,7 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   OffscreenSurface surface(width, height, needsPalette ? BYTE{24} : m_Window.m_PixelFormat.cColorBits,
                            m_Window.m_PixelFormat.cDepthBits);
   if (!surface.IsReady()) {
-    LogWarning("a capture failed: there is no surface of %d x %d pixels", width, height);
+    LogWarning("a capture failed: there is no surface of %d x %d pixels", int(width), int(height));
     return false;
   }
   const GLPass window(m_Lock, m_Window.m_Target);
