@@ -206,8 +206,10 @@ bool GLContext::CreateRenderingContext() noexcept {
 }
 
 void GLContext::ReadLimits() noexcept {
-  const auto text = [](GLenum aName) { return reinterpret_cast<const char*>(glGetString(aName)); };
-  LogInfo("GL: %s, %s, version %s", text(GL_VENDOR), text(GL_RENDERER), text(GL_VERSION));
+  if (IsLogged(LogLevel::kInfo)) {
+    const auto text = [](GLenum aName) { return reinterpret_cast<const char*>(glGetString(aName)); };
+    LogInfo("GL: %s, %s, version %s", text(GL_VENDOR), text(GL_RENDERER), text(GL_VERSION));
+  }
   GLfloat values[2] = {};
   glGetFloatv(GL_POINT_SIZE_RANGE, values);
   g_afPointSizeRange[0] = values[0];
