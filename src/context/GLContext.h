@@ -120,6 +120,8 @@ class GLContext final
   ULONG BeginListKey() noexcept override;
   void EndListKey() noexcept override;
   void CallListKey(ULONG aKey) noexcept override;
+  ListRecorder* Recorder() noexcept override;
+  void MarkListUnbounded() noexcept override;
   ULONG GetListBase(ULONG aKey) const noexcept override;
   void DeleteListKey(ULONG aKey, int aCount) noexcept override;
   bool IsListKeyValid(ULONG aKey) const noexcept override;

@@ -74,6 +74,7 @@ HRESULT GLFont::Print(BSTR aString, GLDATA_POINT* aStart) noexcept {
   char stack[kStackText];
   const Text text = Convert(aString, stack, kStackText);
   if (text.m_iLength == 0) return S_OK;
+  site->MarkListUnbounded();
 
   Position(*aStart);
   if (!m_bVendorChecked) {

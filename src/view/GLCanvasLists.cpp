@@ -23,6 +23,7 @@ HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
   const GLErrorCheck check("IGLCanvas::BeginCompileList");
   const ULONG key = site->BeginListKey();
   if (site->GetListBase(key) == 0) return E_FAIL;
+  m_pRecorder = site->Recorder();
   *aList = static_cast<int>(key);
   return S_OK;
 }
@@ -31,6 +32,7 @@ HRESULT GLCanvas::EndCompileList() noexcept {
   const GLSiteLink::Use site(m_pContext.get());
   if (!site || !site->IsCurrentHere() || !site->IsListOpen()) return Refuse("EndCompileList");
   const GLErrorCheck check("IGLCanvas::EndCompileList");
+  m_pRecorder = nullptr;
   site->EndListKey();
   return S_OK;
 }

@@ -48,6 +48,7 @@ class ProjectionMode {
 }  // namespace
 
 HRESULT GLCanvas::SetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
+  DrawsWhole();
   if (aMatrix == nullptr) return E_INVALIDARG;
   glTranslated(aMatrix->x, aMatrix->y, aMatrix->z);
   glRotated(aMatrix->m_dAngleX * kDegreesFromRadians, 1.0, 0.0, 0.0);
@@ -57,6 +58,7 @@ HRESULT GLCanvas::SetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
 }
 
 HRESULT GLCanvas::ResetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
+  DrawsWhole();
   if (aMatrix == nullptr) return E_INVALIDARG;
   // The inverse of SetModelview6d: its steps backwards, each with its sign turned.
   glRotated(-aMatrix->m_dAngleZ * kDegreesFromRadians, 0.0, 0.0, 1.0);
@@ -67,6 +69,7 @@ HRESULT GLCanvas::ResetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
 }
 
 HRESULT GLCanvas::SetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
+  DrawsWhole();
   if (aMatrix == nullptr) return E_INVALIDARG;
   glMatrixMode(GL_MODELVIEW);
   glMultMatrixd(&aMatrix->m[0][0]);
@@ -74,6 +77,7 @@ HRESULT GLCanvas::SetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
 }
 
 HRESULT GLCanvas::ResetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
+  DrawsWhole();
   if (aMatrix == nullptr) return E_INVALIDARG;
   GLDATA_MATRIX16D inverse = *aMatrix;
   if (const HRESULT result = Invert(inverse); FAILED(result)) return result;
@@ -101,6 +105,7 @@ HRESULT GLCanvas::GetRawModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
 
 HRESULT GLCanvas::PushModelviewMatrix(LONG aLoadIdentity) noexcept {
   const GLErrorCheck check("IGLCanvas::PushModelviewMatrix");
+  DrawsWhole();
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
   if (aLoadIdentity != 0) glLoadIdentity();
@@ -109,12 +114,14 @@ HRESULT GLCanvas::PushModelviewMatrix(LONG aLoadIdentity) noexcept {
 
 HRESULT GLCanvas::PopModelviewMatrix() noexcept {
   const GLErrorCheck check("IGLCanvas::PopModelviewMatrix");
+  DrawsWhole();
   glMatrixMode(GL_MODELVIEW);
   glPopMatrix();
   return S_OK;
 }
 
 HRESULT GLCanvas::Translate(GLDATA_POINT* aOrigin) noexcept {
+  DrawsWhole();
   if (aOrigin == nullptr) return E_INVALIDARG;
   glMatrixMode(GL_MODELVIEW);
   glTranslated(aOrigin->x, aOrigin->y, aOrigin->z);
@@ -122,6 +129,7 @@ HRESULT GLCanvas::Translate(GLDATA_POINT* aOrigin) noexcept {
 }
 
 HRESULT GLCanvas::Rotate_RAD(double aAngle, GLDATA_POINT* aVector) noexcept {
+  DrawsWhole();
   if (aVector == nullptr) return E_INVALIDARG;
   glMatrixMode(GL_MODELVIEW);
   glRotated(aAngle * kDegreesFromRadians, aVector->x, aVector->y, aVector->z);
@@ -129,6 +137,7 @@ HRESULT GLCanvas::Rotate_RAD(double aAngle, GLDATA_POINT* aVector) noexcept {
 }
 
 HRESULT GLCanvas::Scale(GLDATA_POINT* aScale) noexcept {
+  DrawsWhole();
   if (aScale == nullptr) return E_INVALIDARG;
   glMatrixMode(GL_MODELVIEW);
   glScaled(aScale->x, aScale->y, aScale->z);
@@ -137,6 +146,7 @@ HRESULT GLCanvas::Scale(GLDATA_POINT* aScale) noexcept {
 
 HRESULT GLCanvas::PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExtents) noexcept {
   const GLErrorCheck check("IGLCanvas::PushProjectionMatrix");
+  DrawsWhole();
   constexpr double kDepth = 100000.0;
   const GLSiteLink::Use site(aLoadIdentity != 0 ? m_pContext.get() : nullptr);
   if (aLoadIdentity != 0 && !site) return E_GL_BADSTATE;
@@ -161,6 +171,7 @@ HRESULT GLCanvas::PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExt
 
 HRESULT GLCanvas::PopProjectionMatrix() noexcept {
   const GLErrorCheck check("IGLCanvas::PopProjectionMatrix");
+  DrawsWhole();
   glMatrixMode(GL_PROJECTION);
   glPopMatrix();
   glMatrixMode(GL_MODELVIEW);
@@ -170,6 +181,7 @@ HRESULT GLCanvas::PopProjectionMatrix() noexcept {
 HRESULT GLCanvas::Ortho(double dLeft, double dRight, double dBottom, double dTop, double dZNear,
                         double dZFar) noexcept {
   const GLErrorCheck check("IGLCanvas::Ortho");
+  DrawsWhole();
   const ProjectionMode mode;
   glLoadIdentity();
   glOrtho(dLeft, dRight, dBottom, dTop, dZNear, dZFar);
@@ -178,6 +190,7 @@ HRESULT GLCanvas::Ortho(double dLeft, double dRight, double dBottom, double dTop
 
 HRESULT GLCanvas::Perspective(double dFovY, double dAspect, double dZNear, double dZFar) noexcept {
   const GLErrorCheck check("IGLCanvas::Perspective");
+  DrawsWhole();
   const ProjectionMode mode;
   glLoadIdentity();
   gluPerspective(dFovY, dAspect, dZNear, dZFar);

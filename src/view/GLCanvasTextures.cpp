@@ -13,6 +13,12 @@ constexpr GLenum kTextureLodBias = 0x8501;
 
 constexpr GLenum GL(int aEnumerator) noexcept { return static_cast<GLenum>(aEnumerator); }
 
+/// Whether a capability is one that the interface names: none of them decides about hits.
+constexpr bool IsOfTextures(eGLEnable aCapability) noexcept {
+  return aCapability == GLE_COLOR_MATERIAL || aCapability == GLE_TEXTURE_2D ||
+         aCapability == GLE_TEXTURE_GEN_S || aCapability == GLE_TEXTURE_GEN_T;
+}
+
 }  // namespace
 
 HRESULT GLCanvas::GenTextures(int nTextures, unsigned int* pnTextureIDs) noexcept {
@@ -40,12 +46,14 @@ HRESULT GLCanvas::TexImage2D(int nLevel, int nInternalFormat, int nWidth, int nH
 
 HRESULT GLCanvas::Enable(eGLEnable eEnable) noexcept {
   const GLErrorCheck check("IGLCanvas::Enable");
+  if (!IsOfTextures(eEnable)) DrawsWhole();
   glEnable(GL(eEnable));
   return S_OK;
 }
 
 HRESULT GLCanvas::Disable(eGLEnable eDisable) noexcept {
   const GLErrorCheck check("IGLCanvas::Disable");
+  if (!IsOfTextures(eDisable)) DrawsWhole();
   glDisable(GL(eDisable));
   return S_OK;
 }

@@ -30,6 +30,8 @@ class TestSite final : public GLContextSite {
   ULONG BeginListKey() noexcept override { return m_uNextKey; }
   void EndListKey() noexcept override {}
   void CallListKey(ULONG aKey) noexcept override { m_uCalled = aKey; }
+  ListRecorder* Recorder() noexcept override { return nullptr; }
+  void MarkListUnbounded() noexcept override {}
   ULONG GetListBase(ULONG aKey) const noexcept override { return aKey & 0xFFFF; }
   void DeleteListKey(ULONG aKey, int aCount) noexcept override {
     if (IsOfThisGeneration(aKey)) glDeleteLists(aKey & 0xFFFF, aCount);

@@ -72,6 +72,7 @@ void GLContext::SetFrameState() noexcept {
 }
 
 void GLContext::DrawViewers() noexcept {
+  const GLCanvas::Recording recording(static_cast<GLCanvas&>(*m_Scene.m_pCanvas), Recorder());
   GLPOSITION position{};
   GLPtr<IUnknown> member;
   for (m_Scene.m_pViewers->GetFirst(&position, member.Put()); member;

@@ -6,6 +6,7 @@
 #include <gllib/GLPlatform.h>
 
 #include "context/lists/ListNames.h"
+#include "view/lists/CompiledLists.h"
 
 /// The lists of one rendering context. A key holds the generation of lists in its high 16 bits and the first
 /// GL name in its low 16 bits. The generation is fixed for the length of a pass: another context that makes
@@ -24,6 +25,8 @@ class DisplayLists {
   /// Whether the key is of the present generation and its first list exists.
   bool IsValid(ULONG aKey) const noexcept;
   ULONG Generation() const noexcept { return m_uGeneration; }
+  /// The lists that a canvas compiles and draws.
+  CompiledLists& Compiled() noexcept { return m_Compiled; }
 
   /// Deletes the lists if another context has made them stale. At the start of a pass.
   void DropStale() noexcept;
@@ -41,6 +44,7 @@ class DisplayLists {
   unsigned FindFreeNames(int aCount) noexcept;
 
   ListNames m_Names;
+  CompiledLists m_Compiled;
   ULONG m_uGeneration = 0;
   bool m_bExhausted = false;   // the last block found no names
   unsigned m_uNextSearch = 1;  // where a search for free names goes on

@@ -53,6 +53,7 @@ void PSelectEvent::Run() {
   if (!pass.IsCurrent()) return;  // stays active: the next cycle has a rendering context
   m_Context.BuildFonts();
   m_Context.ResetGLClipPlanes();
+  pass.Target().m_Lists.Compiled().Check();
   TakeScene();
   pass.ReleaseLock();
   const int capacity = *m_piArraySize;

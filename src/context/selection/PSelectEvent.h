@@ -63,6 +63,7 @@ class PSelectEvent final : public PEvent {
   // RunPickPass and its steps: PickPass.cpp.
   void RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2, int* aArraySize,
                    ULONG* aIDArray) noexcept;
+  void DrawScene(class CompiledLists& aLists) noexcept;
   void ReadView() noexcept;
   ViewRectangle SetupView() const noexcept;
   void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,

@@ -14,6 +14,7 @@
 #include "context/selection/PSelectEvent.h"
 #include "diagnostics/ClientCheck.h"
 #include "platform/GL.h"
+#include "view/GLCanvas.h"
 
 namespace {
 
@@ -46,13 +47,21 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   SetupProjection(static_cast<double>(view.width) / view.height);
   m_Context.Canvas()->ResetModelview6d(&m_View.m_sEye);
   SetupClipPlanes();
-  if (m_pPainter) {
-    const ClientCheck check("IGLPainter::Draw in a selection");
-    m_pPainter->Draw(m_Context.Canvas(), &m_Context, &m_Viewer);
-  }
+  CompiledLists& lists = m_Context.WindowTarget().m_Lists.Compiled();
+  lists.SetPicking(true);
+  DrawScene(lists);
+  lists.SetPicking(false);
   glFlush();
   std::fill_n(aIDArray, capacity, ULONG{0});
   *aArraySize = ReadHits(glRenderMode(GL_RENDER), buffer.get(), records, aIDArray);
+}
+
+void PSelectEvent::DrawScene(CompiledLists& aLists) noexcept {
+  if (!m_pPainter) return;
+  IGLCanvas* const canvas = m_Context.Canvas();
+  const GLCanvas::Recording recording(static_cast<GLCanvas&>(*canvas), aLists.Recorder());
+  const ClientCheck check("IGLPainter::Draw in a selection");
+  m_pPainter->Draw(canvas, &m_Context, &m_Viewer);
 }
 
 void PSelectEvent::ReadView() noexcept {
