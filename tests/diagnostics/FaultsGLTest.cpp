@@ -7,6 +7,7 @@
 #include <atomic>
 
 #include "context/window/PixelFormatSelection.h"
+#include "support/Counting.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
 #include "support/ScriptedDisplay.h"
@@ -42,6 +43,13 @@ const LogCase kCases[] = {
      [] { InitializeOn([](ScriptedDisplay& d) { d.m_iChosen = 0; }); }},
     {"error", "Initialize failed: the driver gave no rendering context within 10 s",
      [] { InitializeOn([](ScriptedDisplay& d) { d.m_iRefusedContexts = 1 << 20; }); }},
+    {"error", "Initialize failed: the rendering context could not be made current within 10 s",
+     [] {
+       const auto display = std::make_shared<RefusingDisplay>();
+       display->m_bRefuses = true;
+       SetDisplay(display);
+       GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0);
+     }},
     {"warning", "the palette of the window cannot be set",
      [] {
        InitializeOn([](ScriptedDisplay& d) {
@@ -85,6 +93,17 @@ const LogCase kCases[] = {
      }},
 };
 
+// Counted without an allocation, since one fails.
+std::atomic<int> g_iReasons{0}, g_iParts{0}, g_iThreads{0};
+
+void CountReasons(const char* aLine, std::size_t aLength) {
+  const std::string_view line(aLine, aLength);
+  if (line.find("Initialize failed: ") == line.npos) return;
+  ++g_iReasons;
+  if (line.find("there was no memory for the parts of the context") != line.npos) ++g_iParts;
+  if (line.find("no draw thread could be started") != line.npos) ++g_iThreads;
+}
+
 /// Runs in a forked child with the lines of its log, and gives the child's answer.
 template <class Function>
 bool HoldsInChild(Function aFunction) {
@@ -104,6 +123,23 @@ TEST(Log, TellsOfEachFaultOfThePlatformOnce) {
     c.m_pfnCause();
     EXPECT_EQ(log.Count(c.m_szMessage, c.m_szLevel), 1) << log.Joined();
   }
+}
+
+TEST(Log, GivesOneReasonForEachInitializeThatLacksMemory) {
+  const LogLines restores(LogLevel::kUnread);
+  SetLogSink(LogLevel::kError, CountReasons);
+  AllocationFault::ForgetWays();
+  for (bool failed = true; failed;) {
+    const AllocationFault one;
+    g_iReasons = 0;
+    if (const auto context = GLCreate<IGLContext>(CLSID_GLContext)) {
+      const HRESULT result = context->Initialize(0);
+      EXPECT_EQ(g_iReasons, FAILED(result) ? 1 : 0) << std::hex << result;
+    }
+    failed = one.HasFailed();
+  }
+  EXPECT_GT(g_iParts, 0);
+  EXPECT_GT(g_iThreads, 0);
 }
 
 TEST(Log, TellsAForkedChildWhyNothingIsDrawn) {
