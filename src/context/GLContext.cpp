@@ -14,9 +14,17 @@
 #include "context/window/ContextList.h"
 #include "platform/ExitGate.h"
 #include "platform/GL.h"
+#include "platform/Log.h"
 #include "view/GLCanvas.h"
 
-GLContext::GLContext() : m_pLink(std::make_shared<GLSiteLink>(this)) {
+namespace {
+
+std::atomic<unsigned> g_uLastNumber{0};
+
+}  // namespace
+
+GLContext::GLContext() : m_uNumber(++g_uLastNumber), m_pLink(std::make_shared<GLSiteLink>(this)) {
+  LogDebug("context %u is created", m_uNumber);  // reads the log's variables before there is a draw thread
   AddToContextList(*this);
   m_Scene.m_pCanvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
   if (m_Scene.m_pCanvas) static_cast<GLCanvas*>(m_Scene.m_pCanvas.Get())->SetSite(m_pLink);
@@ -42,6 +50,7 @@ void GLContext::FinalRelease() noexcept {
 }
 
 GLContext::~GLContext() {
+  const LogContext log(m_uNumber);
   m_bReleased.test_and_set();
   {
     const std::scoped_lock replaced(m_ReplaceLock);

@@ -140,6 +140,8 @@ class GLContext final
   IGLCanvas* Canvas() const noexcept { return m_Scene.m_pCanvas.Get(); }
   /// Builds the fonts that are new, or whose lists were lost with their rendering context. Inside a pass.
   void BuildFonts() noexcept;
+  /// Tells the contexts of the process apart in the log.
+  unsigned Number() const noexcept { return m_uNumber; }
   /// The context whose draw thread is the calling one; null on any other thread.
   static GLContext* DrawnHere() noexcept;
   /// Whether the context was made before a fork, in the parent: its draw thread does not exist here.
@@ -181,6 +183,7 @@ class GLContext final
   void DrawFrame() noexcept;
   void SetFrameState() noexcept;
   void DrawViewers() noexcept;
+  void NotePainterResult(HRESULT aResult) noexcept;
   void SetupViewerPass(IGLViewer& aViewer) noexcept;
   void SetupEye(IGLViewer& aViewer) noexcept;
   void SetupClipPlanes() noexcept;
@@ -207,8 +210,10 @@ class GLContext final
   HRESULT WaitForSelection() noexcept;
   GLPtr<IGLViewer> FindViewer(IGLViewer* aViewer) noexcept;
   bool IsUsable() const noexcept;
+  bool InitializeFails(const char* aStep) const noexcept;
 
   const unsigned m_uProcess = ProcessGeneration();
+  const unsigned m_uNumber;  ///< among all contexts of the process, from 1; in the log
   WindowState m_Window;
   SceneSettings m_Settings;
   SceneMembers m_Scene;
@@ -227,6 +232,7 @@ class GLContext final
   std::shared_ptr<PSelectEvent> m_pSelectEvent;  // of the selections; under m_SelectLock
   const GLContext* m_pAwaited = nullptr;         // whom the draw thread waits for; see DrawThreadWait
   std::optional<GLPass> m_TaskPass;              // between LockGL and UnlockGL of a task; draw thread
+  HRESULT m_hPainterResult = S_OK;               // of the last call; draw thread
   int m_iTaskLocks = 0;                          // how often the pass of a task was entered; draw thread
   std::atomic<bool> m_bFontsAdded{false};        // fonts that no pass has looked at yet
   std::atomic_flag m_bReleased;                  // the last reference has gone

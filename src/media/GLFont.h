@@ -107,6 +107,7 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
   Relaxed<float> m_fEscapement{0};  // degrees
 
   GlyphMetrics m_arGlyphMetrics{};      // written on the draw thread; gmfCellIncX is read anywhere
+  bool m_bRefused = false;              // the last build failed; draw thread
   std::atomic<bool> m_bCreated{false};  // raised when the metrics are complete
   ULONG m_uListKey = 0;
 

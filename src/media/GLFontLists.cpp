@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "diagnostics/GLErrors.h"
 #include "media/GLFont.h"
 
 namespace {
@@ -48,9 +49,13 @@ bool GLFont::CreateFontLists(GLContextSite& aSite) noexcept {
   m_uListKey = aSite.GenListKey(kCodes);
   const GLuint base = aSite.GetListBase(m_uListKey);
   if (base == 0) return false;
+  const GLErrorCheck check("the build of a font");
   // A rebuild writes the same widths again, so a reader keeps its answers meanwhile.
   const bool created = CreateKindLists(aSite, base);
   m_bCreated.store(created, std::memory_order_release);
+  if (!created && !m_bRefused)
+    LogWarning("a font of the face \"%s\" cannot be built: its text is not drawn", m_szFace);
+  m_bRefused = !created;
   if (!created) {
     aSite.DeleteListKey(m_uListKey, kCodes);
     m_uListKey = 0;
@@ -93,6 +98,7 @@ bool GLFont::CreateDeviceLists(HDC aDC, GLuint aBase) noexcept {
   if (font == nullptr) return false;
   bool created = false;
   if (const HGDIOBJ old = SelectObject(aDC, font); old != nullptr) {
+    NoteFace(aDC, m_szFace);
     created = m_bTrueType ? CreateOutlineLists(aDC, aBase) : CreateRasterLists(aDC, aBase);
     SelectObject(aDC, old);
   }

@@ -38,6 +38,14 @@ BOOL wglUseFontBitmapsA(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexc
 BOOL wglUseFontOutlinesA(HDC hDC, DWORD first, DWORD count, DWORD listBase, FLOAT deviation, FLOAT extrusion,
                          int format, GLYPHMETRICSFLOAT* pMetrics) noexcept;
 
+/// CreateFontA itself reports a substituted face here.
+inline void NoteFace(HDC, const char*) noexcept {}
+
+#else
+
+/// Warns in the log where the selected font has another face than the wanted one.
+void NoteFace(HDC hDC, const char* szWanted) noexcept;
+
 #endif
 
 /// What wglUseFontBitmapsA does, where the system's own leaves a GL error behind or minds how images are

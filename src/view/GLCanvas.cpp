@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "component/Catalogue.h"
+#include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 #include "view/lists/ListRecorder.h"
 
@@ -27,6 +28,7 @@ void GLCanvas::DrawsWhole() noexcept {
 }
 
 HRESULT GLCanvas::EnableClipPlanes(LONG aEnable) noexcept {
+  const GLErrorCheck check("IGLCanvas::EnableClipPlanes");
   DrawsWhole();
   const GLSiteLink::Use site(m_pContext.get());
   if (!site) return E_GL_BADSTATE;
@@ -44,6 +46,7 @@ HRESULT GLCanvas::EnableClipPlanes(LONG aEnable) noexcept {
 }
 
 HRESULT GLCanvas::PushDepthAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PushDepthAttribute");
   DrawsWhole();
   glPushAttrib(GL_DEPTH_BUFFER_BIT);
   glDisable(GL_DEPTH_TEST);
@@ -51,6 +54,7 @@ HRESULT GLCanvas::PushDepthAttribute() noexcept {
 }
 
 HRESULT GLCanvas::PushDepthMask(LONG bNewValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushDepthMask");
   DrawsWhole();
   glPushAttrib(GL_DEPTH_BUFFER_BIT);
   glDepthMask(bNewValue != 0 ? GL_TRUE : GL_FALSE);
@@ -58,12 +62,14 @@ HRESULT GLCanvas::PushDepthMask(LONG bNewValue) noexcept {
 }
 
 HRESULT GLCanvas::PopDepthAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopDepthAttribute");
   DrawsWhole();
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::PushLightAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PushLightAttribute");
   DrawsWhole();
   glPushAttrib(GL_LIGHTING_BIT);
   glDisable(GL_LIGHTING);
@@ -71,24 +77,28 @@ HRESULT GLCanvas::PushLightAttribute() noexcept {
 }
 
 HRESULT GLCanvas::PopLightAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopLightAttribute");
   DrawsWhole();
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::PushAttrib(ULONG dwAttribMask) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushAttrib");
   DrawsWhole();
   glPushAttrib(dwAttribMask);
   return S_OK;
 }
 
 HRESULT GLCanvas::PopAttrib() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopAttrib");
   DrawsWhole();
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::SetCWWinding(LONG bValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::SetCWWinding");
   const GLenum front = bValue != 0 ? GL_CW : GL_CCW;
   glFrontFace(front);
   if (m_pRecorder != nullptr) m_pRecorder->State({.m_uFrontFace = static_cast<std::uint16_t>(front)});

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 #include "state/GLDrawAttr.h"
 #include "view/GLCanvas.h"
@@ -113,6 +114,7 @@ void GLCanvas::NoteRenderingContext(ULONG aNumber) noexcept {
 }
 
 HRESULT GLCanvas::SetDrawAttributes(IGLDrawAttr* aI) noexcept {
+  const GLErrorCheck check("IGLCanvas::SetDrawAttributes");
   if (aI == nullptr) return E_INVALIDARG;
   auto& attributes = static_cast<GLDrawAttr&>(*aI);    // always an object of the component's own class
   const std::uint32_t version = attributes.Version();  // before the values: one that is set later counts anew

@@ -4,6 +4,7 @@
 // themselves, and those that select GL_PROJECTION leave the mode as a painter expects it.
 
 #include "component/ContextSite.h"
+#include "diagnostics/GLErrors.h"
 #include "geometry/GMatrix.h"
 #include "geometry/Geometry.h"
 #include "platform/GL.h"
@@ -103,6 +104,7 @@ HRESULT GLCanvas::GetRawModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
 }
 
 HRESULT GLCanvas::PushModelviewMatrix(LONG aLoadIdentity) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushModelviewMatrix");
   DrawsWhole();
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
@@ -111,6 +113,7 @@ HRESULT GLCanvas::PushModelviewMatrix(LONG aLoadIdentity) noexcept {
 }
 
 HRESULT GLCanvas::PopModelviewMatrix() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopModelviewMatrix");
   DrawsWhole();
   glMatrixMode(GL_MODELVIEW);
   glPopMatrix();
@@ -142,6 +145,7 @@ HRESULT GLCanvas::Scale(GLDATA_POINT* aScale) noexcept {
 }
 
 HRESULT GLCanvas::PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExtents) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushProjectionMatrix");
   DrawsWhole();
   constexpr double kDepth = 100000.0;
   const GLSiteLink::Use site(aLoadIdentity != 0 ? m_pContext.get() : nullptr);
@@ -166,6 +170,7 @@ HRESULT GLCanvas::PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExt
 }
 
 HRESULT GLCanvas::PopProjectionMatrix() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopProjectionMatrix");
   DrawsWhole();
   glMatrixMode(GL_PROJECTION);
   glPopMatrix();
@@ -175,6 +180,7 @@ HRESULT GLCanvas::PopProjectionMatrix() noexcept {
 
 HRESULT GLCanvas::Ortho(double dLeft, double dRight, double dBottom, double dTop, double dZNear,
                         double dZFar) noexcept {
+  const GLErrorCheck check("IGLCanvas::Ortho");
   DrawsWhole();
   const ProjectionMode mode;
   glLoadIdentity();
@@ -183,6 +189,7 @@ HRESULT GLCanvas::Ortho(double dLeft, double dRight, double dBottom, double dTop
 }
 
 HRESULT GLCanvas::Perspective(double dFovY, double dAspect, double dZNear, double dZFar) noexcept {
+  const GLErrorCheck check("IGLCanvas::Perspective");
   DrawsWhole();
   const ProjectionMode mode;
   glLoadIdentity();

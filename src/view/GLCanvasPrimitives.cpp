@@ -2,6 +2,7 @@
 // One GL call per operation, as these run a million times per frame; a list that is being compiled is told of
 // what decides about hits. Vertices and normals narrow to float here, also those that arrive in doubles.
 
+#include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
 #include "view/lists/ListRecorder.h"
@@ -69,6 +70,7 @@ HRESULT GLCanvas::BeginDrawPolygon() noexcept {
 HRESULT GLCanvas::EndDrawVertices() noexcept {
   glEnd();
   if (m_pRecorder != nullptr) m_pRecorder->End();
+  CheckGLErrors("IGLCanvas::EndDrawVertices");
   return S_OK;
 }
 

@@ -8,6 +8,8 @@
 #include "component/Module.h"
 #include "context/GLContext.h"
 #include "context/control/ContextTasks.h"
+#include "diagnostics/ClientCheck.h"
+#include "diagnostics/GLErrors.h"
 #include "platform/Com.h"
 #include "platform/GL.h"
 #include "platform/RenderingTurn.h"
@@ -46,6 +48,7 @@ void GLContext::DrawFrame() noexcept {
     painter = m_Painter.Get();
     BuildFonts();
     SetFrameState();
+    CheckGLErrors("the start of a frame");
     DrawViewers();
     SwapBuffers(m_Window.m_Target.m_hDC);
   }
@@ -81,13 +84,22 @@ void GLContext::DrawViewers() noexcept {
     viewer.IsVisible(&visible);
     if (visible == 0) continue;
     SetupViewerPass(viewer);
+    CheckGLErrors("the set-up of a viewer");
     // The painter may detach itself while it draws.
     if (const auto painter = m_Painter.Get()) {
-      painter->Draw(m_Scene.m_pCanvas.Get(), this, &viewer);
+      const ClientCheck check("IGLPainter::Draw");
+      NotePainterResult(painter->Draw(m_Scene.m_pCanvas.Get(), this, &viewer));
     }
     static_cast<GLViewer&>(viewer).DrawOverlay(m_Scene.m_pCanvas.Get(), this, *this);
+    CheckGLErrors("the overlay of a viewer");
     glFlush();
   }
+}
+
+// Each change of the result, since a painter that fails does so in every frame.
+void GLContext::NotePainterResult(HRESULT aResult) noexcept {
+  if (aResult == std::exchange(m_hPainterResult, aResult) || SUCCEEDED(aResult)) return;
+  LogDebug("IGLPainter::Draw returned 0x%08x: the frame goes on", static_cast<unsigned>(aResult));
 }
 
 // Makes the GL state that a painter can count on.

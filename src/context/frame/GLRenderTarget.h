@@ -19,6 +19,7 @@ struct GLRenderTarget {
   ULONG m_uNumber = NextNumber();  ///< tells rendering contexts apart
   unsigned m_uLitNumbers = 0;      ///< GL lights that the last viewer pass used, one bit each
   bool m_bIsNew = true;            ///< the surface holds the driver's memory: no frame has cleared it
+  bool m_bRefused = false;         ///< it could not be made current last time
   ULONG m_uFontsGeneration = ~0u;  ///< of lists, when all fonts were last looked at; no generation at first
   DisplayLists m_Lists;
 

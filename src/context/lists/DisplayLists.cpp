@@ -4,6 +4,7 @@
 
 #include "component/Module.h"
 #include "platform/GL.h"
+#include "platform/Log.h"
 
 namespace {
 
@@ -15,6 +16,9 @@ constexpr GLuint kPastLast = 0x10000;  // of the names that fit a key
 ULONG DisplayLists::Generate(int aCount) noexcept {
   const GLuint name = TakeNames(aCount);
   if (name != 0) m_Names.Add(name, aCount);
+  if (name == 0 && !m_bExhausted)
+    LogWarning("GL has no %d free names for display lists: no list is compiled", aCount);
+  m_bExhausted = name == 0;
   return (m_uGeneration << 16) | name;
 }
 
@@ -64,19 +68,28 @@ bool DisplayLists::IsValid(ULONG aKey) const noexcept {
 void DisplayLists::DropStale() noexcept {
   const ULONG generation = g_uListGeneration;
   if (m_uGeneration == generation) return;
+  LogEnd(ListsReason());
   m_Compiled.DeleteAll();
   m_Names.Delete();
   m_uGeneration = generation;
 }
 
-void DisplayLists::DropAll() noexcept {
+void DisplayLists::DropAll(const char* aReason) noexcept {
+  LogEnd(aReason);
   m_Compiled.DeleteAll();
   m_Names.Delete();
   glDeleteLists(1, kDropped);
-  m_uGeneration = ++g_uListGeneration;
+  m_uGeneration = RaiseListGeneration(aReason);
 }
 
 void DisplayLists::Forget() noexcept {
+  LogEnd("their rendering context is replaced");
   m_Compiled.Forget();
   m_Names.Clear();
+}
+
+void DisplayLists::LogEnd(const char* aReason) const noexcept {
+  if (!IsLogged(LogLevel::kInfo)) return;
+  if (const std::size_t count = m_Names.Count(); count != 0)
+    LogInfo("%u display lists are discarded, glyphs included: %s", static_cast<unsigned>(count), aReason);
 }

@@ -7,6 +7,7 @@
 
 #include "context/GLContext.h"
 #include "context/control/DrawThreadWait.h"
+#include "platform/Log.h"
 
 // The viewer that a host means, counted: it may be destroyed by another thread at any moment.
 GLPtr<IGLViewer> GLContext::FindViewer(IGLViewer* aViewer) noexcept {
@@ -28,6 +29,7 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
     return E_INVALIDARG;
   }
   if (*aArraySize < 1) return S_OK;
+  const LogContext log(m_uNumber);
   HRESULT result = E_GL_BADSTATE;
   if (IsUsable() && !IsDrawThread()) {
     const GLPtr<IGLViewer> viewer = FindViewer(aViewer);
@@ -41,6 +43,7 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
     }
   }
   if (FAILED(result)) *aArraySize = 0;
+  if (result == E_GL_BADSTATE) LogDebug("Select is refused: no draw thread can serve it here");
   return result;
 }
 

@@ -10,6 +10,7 @@
 
 #include "context/GLContext.h"
 #include "context/selection/PSelectEvent.h"
+#include "diagnostics/ClientCheck.h"
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
 
@@ -58,6 +59,7 @@ void PSelectEvent::DrawScene(CompiledLists& aLists) noexcept {
   if (!m_pPainter) return;
   IGLCanvas* const canvas = m_Context.Canvas();
   const GLCanvas::Recording recording(static_cast<GLCanvas&>(*canvas), aLists.Recorder());
+  const ClientCheck check("IGLPainter::Draw in a selection");
   m_pPainter->Draw(canvas, &m_Context, m_Request.m_pViewer);
 }
 
@@ -138,6 +140,9 @@ void PSelectEvent::SetupClipPlanes() const noexcept {
 // Records with the name 0 can't be selected. A negative number of hits is GL's word for an overflow.
 int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
                            ULONG* aIDArray) const noexcept {
+  if (aHits < 0)
+    LogWarning("a selection found more than the %d identifiers that the host's array holds: it gives none",
+               aCapacity);
   int count = 0;
   GLuint best = 0;
   for (int i = 0; i < std::min(aHits, aCapacity); ++i) {

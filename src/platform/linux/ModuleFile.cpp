@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/Log.h"
 #include "platform/linux/MessageThread.h"
 #include "platform/linux/display/DisplayServer.h"
 #include "platform/linux/fonts/FontLibrary.h"
@@ -61,6 +62,7 @@ void EndPlatform() noexcept {
   EndDisplay();
   MessageThread::Get().End();
   FontLibrary::Instance().End();
+  EndLog();
 }
 
 void RunAtDetach(void (*)()) noexcept {}

@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include "platform/GL.h"
+#include "platform/Log.h"
 
 namespace {
 
@@ -43,6 +44,14 @@ void CompileBlank(GLuint aList, const GLYPHMETRICS& aMetrics) noexcept {
 }
 
 }  // namespace
+
+// The mapper of fonts names no file.
+void NoteFace(HDC hDC, const char* szWanted) noexcept {
+  char used[LF_FACESIZE] = "";
+  if (!IsLogged(LogLevel::kWarning) || *szWanted == '\0') return;
+  if (GetTextFaceA(hDC, LF_FACESIZE, used) > 0 && lstrcmpiA(used, szWanted) != 0)
+    LogWarning("there is no face \"%s\": %s is used", szWanted, used);
+}
 
 // Blank characters are compiled here: made by the system they have a null image, which some drivers take for
 // a lack of memory and report to whoever asks for GL's error next.

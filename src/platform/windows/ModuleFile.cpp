@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "platform/Log.h"
 #include "platform/Window.h"
 #include "platform/windows/WideText.h"
 
@@ -53,6 +54,6 @@ void KeepModuleLoaded() noexcept {}
 
 void ReleaseModule() noexcept {}
 
-void EndPlatform() noexcept {}
+void EndPlatform() noexcept { EndLog(); }
 
 void RunAtDetach(void (*aFunction)()) noexcept { std::atexit(aFunction); }

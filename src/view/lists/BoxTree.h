@@ -22,7 +22,7 @@ class BoxTree {
     Build(boxes);
   }
 
-  /// Appends the index of each box that the volume may touch, in no order.
+  /// Appends the index of each box that the volume may touch, in no order, and of some of their neighbours.
   /// Does not allocate where aFound has room for all boxes.
   void Find(const PickVolume& aVolume, std::vector<std::uint32_t>& aFound) const;
 

@@ -50,7 +50,11 @@ void CompiledList::DrawPicked(Caller& aCaller, std::vector<std::uint32_t>& aFoun
 void CompiledList::Find(const PickVolume& aVolume, std::vector<std::uint32_t>& aFound,
                         std::size_t aBegin) const {
   m_Tree->Find(aVolume, aFound);
-  std::sort(aFound.begin() + static_cast<std::ptrdiff_t>(aBegin), aFound.end());
+  const auto begin = aFound.begin() + static_cast<std::ptrdiff_t>(aBegin);
+  const auto end = std::remove_if(begin, aFound.end(),
+                                  [&](std::uint32_t aRun) { return !aVolume.MayTouch(m_aRuns[aRun].m_Box); });
+  std::sort(begin, end);
+  aFound.erase(end, aFound.end());
 }
 
 void CompiledList::DrawSegment(const std::vector<std::uint32_t>& aFound, std::size_t aNext,

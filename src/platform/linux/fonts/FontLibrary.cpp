@@ -2,16 +2,37 @@
 
 #include "platform/linux/fonts/FontLibrary.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
 #include "platform/ProcessWide.h"
+
+#include "platform/Log.h"
 
 namespace {
 
 const FcChar8* Utf8(const char* aText) noexcept { return reinterpret_cast<const FcChar8*>(aText); }
 
 constinit ProcessWide<FontLibrary> g_FontLibrary;
+
+/// Whether a name asks for any face of a kind, or for any at all.
+bool IsGeneric(const char* aFace) noexcept {
+  constexpr const char* kNames[] = {"", "serif", "sans-serif", "sans", "monospace", "cursive", "fantasy"};
+  return std::any_of(std::begin(kNames), std::end(kNames),
+                     [&](const char* aName) { return FcStrCmpIgnoreCase(Utf8(aFace), Utf8(aName)) == 0; });
+}
+
+/// Whether a font bears a name as its family, in any language, or as its full name.
+bool HasFamily(FcPattern& aFont, const char* aFace) noexcept {
+  for (const char* property : {FC_FAMILY, FC_FULLNAME}) {
+    FcChar8* name = nullptr;
+    for (int i = 0; FcPatternGetString(&aFont, property, i, &name) == FcResultMatch; ++i) {
+      if (FcStrCmpIgnoreCase(name, Utf8(aFace)) == 0) return true;
+    }
+  }
+  return false;
+}
 
 using PatternPtr = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
 
@@ -65,6 +86,7 @@ std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) {
   match.m_sFile = reinterpret_cast<const char*>(file);
   FcPatternGetInteger(font.get(), FC_INDEX, 0, &match.m_iIndex);
   ReadStyle(*font, match);
+  NoteSubstitute(aRequest.m_szFace, *font, match.m_sFile);
   return match;
 }
 
@@ -93,4 +115,11 @@ void FontLibrary::End() noexcept {
   if (m_iOpenFaces > 0) return;
   if (m_pFreeType != nullptr) FT_Done_FreeType(std::exchange(m_pFreeType, nullptr));
   if (m_pConfig != nullptr) FcConfigDestroy(std::exchange(m_pConfig, nullptr));
+}
+
+// Fonts are built again and again. Each name is reported once.
+void FontLibrary::NoteSubstitute(const char* aFace, FcPattern& aFont, const std::string& aFile) {
+  if (!IsLogged(LogLevel::kWarning) || IsGeneric(aFace) || HasFamily(aFont, aFace)) return;
+  if (m_Substituted.insert(aFace).second)
+    LogWarning("there is no face \"%s\": %s is used", aFace, aFile.c_str());
 }

@@ -10,6 +10,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 
 /// What is asked of the font mapper.
@@ -49,10 +50,13 @@ class FontLibrary {
   void End() noexcept;
 
  private:
+  void NoteSubstitute(const char* aFace, FcPattern& aFont, const std::string& aFile);
+
   friend FaceCloser;
 
   std::recursive_mutex m_Lock;
   FT_Library m_pFreeType = nullptr;
   FcConfig* m_pConfig = nullptr;
   int m_iOpenFaces = 0;
+  std::set<std::string> m_Substituted;  // names of faces
 };
