@@ -131,7 +131,10 @@ def main(doxygen, folder):
             links = [header_filter.link(*place) for place in places[: header_filter.SHOWN]]
             out.write("\t".join(["::".join(filter(None, key)), *links]) + "\n")
 
-    result = subprocess.run([doxygen, str(folder / "Doxyfile")], check=False).returncode
+    pages = [str(layout.ROOT / page) for page in layout.PAGES] + [str(folder / "shown/pages.dox")]
+    settings = [f'@INCLUDE = "{folder / "Doxyfile"}"'] + [f'INPUT += "{page}"' for page in pages]
+    (folder / "shown/Doxyfile").write_text("\n".join(settings) + "\n")
+    result = subprocess.run([doxygen, str(folder / "shown/Doxyfile")], check=False).returncode
     repair(folder / "html")
     return result or check_links.main(folder / "html")
 
