@@ -23,6 +23,8 @@ packages_windows=(
   g++-mingw-w64-x86-64-posix mingw-w64-tools wine64 wine libwine-dev libosmesa6 libgl1-mesa-dri libgtest-dev
   libgmock-dev libglm-dev xvfb
 )
+# What scripts/format and scripts/lint run.
+packages_lint=(clang-format clang-tidy)
 
 packages=("${packages_component[@]}" "${packages_drawing[@]}" "${packages_examples[@]}" "${packages_tests[@]}"
           "${packages_python[@]}" "${packages_package[@]}")

@@ -5,9 +5,6 @@
 #include <new>
 
 #include "component/Module.h"
-#include "platform/GL.h"
-
-ClipPlanes::ClipPlanes() noexcept : m_iNextName(GL_CLIP_PLANE0) {}
 
 bool ClipPlanes::Add(const GPlane& aPlane) noexcept {
   try {

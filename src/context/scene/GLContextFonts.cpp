@@ -3,6 +3,7 @@
 #include <gllib/GLClasses.h>
 #include <gllib/IGLFont.h>
 
+#include <algorithm>
 #include <new>
 #include <string>
 
@@ -22,7 +23,8 @@ std::string FaceName(BSTR aFace) {
       units > 0 ? WideCharToMultiByte(CP_ACP, 0, aFace, units, nullptr, 0, nullptr, nullptr) : 0;
   std::string name(static_cast<std::size_t>(bytes), '\0');
   if (bytes > 0) WideCharToMultiByte(CP_ACP, 0, aFace, units, name.data(), bytes, nullptr, nullptr);
-  return name.c_str();  // ends at a zero within
+  name.erase(std::min(name.find('\0'), name.size()));
+  return name;
 }
 
 GLFont& FontOf(IGLFont* aFont) noexcept { return static_cast<GLFont&>(*aFont); }

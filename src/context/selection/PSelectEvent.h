@@ -65,8 +65,8 @@ class PSelectEvent final : public PEvent {
                    ULONG* aIDArray) noexcept;
   void ReadView() noexcept;
   ViewRectangle SetupView() const noexcept;
-  void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
-                       const GLDATA_POINT& aPoint2) const noexcept;
+  static void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
+                              const GLDATA_POINT& aPoint2) noexcept;
   void SetupProjection(double aAspect) const noexcept;
   void SetupClipPlanes() const noexcept;
   int ReadHits(int aHits, const unsigned* aRecords, int aCapacity, ULONG* aIDArray) const noexcept;
