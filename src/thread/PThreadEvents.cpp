@@ -31,7 +31,7 @@ void PThread::RunEvents() noexcept {
 /// Copies the queue into the pass, and takes out what isn't kept. @return false when there is nothing to run
 bool PThread::TakeEvents() noexcept {
   const PLock queue(m_QueueLock);
-  int position;
+  int position = 0;
   for (PEvent* event = m_Events.GetFirst(position); event != nullptr; event = m_Events.GetNext(position)) {
     if (!m_Pass.Add(event)) break;  // no memory: the rest waits for the next pass
     if (!event->m_bKeep) m_Events.Remove(event);
@@ -77,7 +77,7 @@ template <class Predicate>
 void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
   PPointerArray<PEvent> removed;
   const auto takeFrom = [&](PPointerArray<PEvent>& aEvents) {
-    int position;
+    int position = 0;
     for (PEvent* event = aEvents.GetFirst(position); event != nullptr; event = aEvents.GetNext(position)) {
       if (!aMatches(event)) continue;
       if (event != m_pRunning && !removed.Has(event) && !removed.Add(event)) continue;  // no memory: it stays
@@ -95,7 +95,7 @@ void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
     if (runs) m_bDropRunning = true;
   }
   if (runs && !IsWorker()) const PLock ended(m_RunLock);
-  int position;
+  int position = 0;
   for (PEvent* event = removed.GetFirst(position); event != nullptr; event = removed.GetNext(position)) {
     delete event;
   }
@@ -112,7 +112,7 @@ void PThread::CloseQueue() noexcept {
     PEvent* event = nullptr;
     {
       const PLock queue(m_QueueLock);
-      int position;
+      int position = 0;
       event = m_Events.GetFirst(position);
       if (event == nullptr) {
         m_Events.Pack();

@@ -60,7 +60,7 @@ class PSelectEvent final : public PEvent {
     GLDATA_MATRIX6D m_sEye{};
   };
 
-  // RunPickPass and its steps: PickPass.cpp.
+  // RunPickPass and its steps: PSelectEventPass.cpp.
   void RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2, int* aArraySize,
                    ULONG* aIDArray) noexcept;
   void ReadView() noexcept;
