@@ -164,7 +164,7 @@ class GLContext final
   void EndDrawThread() noexcept;
   RECT DestroyGLWindow() noexcept;
   bool CreateRenderingContext() noexcept;
-  void ReadLimits() noexcept;
+  static void ReadLimits() noexcept;
   void DestroyRenderingContext() noexcept;
   void OnSysColorChange() noexcept;
   LRESULT OnQueryNewPalette() noexcept;

@@ -101,7 +101,8 @@ HRESULT GLPixmap::TestPlace(int aX, int aY) const noexcept {
 
 /// The pixel at a place counted from the top left. It has to be inside the image.
 GLDATA_RGBA4B& GLPixmap::PixelAt(int aX, int aY) noexcept {
-  return m_pPixels[static_cast<std::size_t>((m_iHeight - aY - 1) * m_iWidth + aX)];
+  return m_pPixels[static_cast<std::size_t>(m_iHeight - aY - 1) * static_cast<std::size_t>(m_iWidth) +
+                   static_cast<std::size_t>(aX)];
 }
 
 HRESULT GLPixmap::GetPixel(int aX, int aY, GLDATA_RGBA4B* aRGBA) noexcept {

@@ -33,7 +33,7 @@ void PThread::RunEvents() noexcept {
 /// Copies the queue into the pass, and takes out what isn't kept. @return false when there is nothing to run
 bool PThread::TakeEvents() noexcept {
   const PLock queue(m_QueueLock);
-  int position;
+  int position = 0;
   for (PEvent* event = m_Events.GetFirst(position); event != nullptr; event = m_Events.GetNext(position)) {
     if (!m_Pass.Add(event)) break;  // no memory: the rest waits for the next pass
     if (!event->m_bKeep) m_Events.Remove(event);
@@ -85,7 +85,7 @@ void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
   PEvent* first = nullptr;
   PEvent** last = &first;
   const auto takeFrom = [&](PPointerArray<PEvent>& aEvents) {
-    int position;
+    int position = 0;
     for (PEvent* event = aEvents.GetFirst(position); event != nullptr; event = aEvents.GetNext(position)) {
       if (!aMatches(event)) continue;
       aEvents.Remove(event);
@@ -124,7 +124,7 @@ void PThread::CloseQueue() noexcept {
     PEvent* event = nullptr;
     {
       const PLock queue(m_QueueLock);
-      int position;
+      int position = 0;
       event = m_Events.GetFirst(position);
       if (event == nullptr) {
         m_Events.Pack();

@@ -89,7 +89,7 @@ HRESULT GLCanvas::ResetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
 HRESULT GLCanvas::GetModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
   if (aMatrix == nullptr) return E_INVALIDARG;
   if (!HasGL()) return E_GL_BADSTATE;
-  GLDATA_MATRIX16D inverse;
+  GLDATA_MATRIX16D inverse{};
   glGetDoublev(GL_MODELVIEW_MATRIX, &inverse.m[0][0]);
   if (const HRESULT result = Invert(inverse); FAILED(result)) return result;
   *aMatrix = inverse;

@@ -4,6 +4,9 @@
 #include <gllib/GLLib.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <sstream>
+
 #include "component/HeaderDeclarations.h"
 #include "component/PublishedIdentifiers.h"
 
@@ -80,6 +83,14 @@ TEST(TypeLibrary, CarriesThePublishedIdentifiersAndMaps) {
     }
   }
   EXPECT_EQ(identifiers, published);
+  // The build for Windows reads the classes' identifiers off the comments of their header.
+  std::ostringstream header;
+  header << std::ifstream(GLLIB_SOURCE_DIR "/src/component/include/gllib/GLClasses.h").rdbuf();
+  for (const PublishedClass& one : kPublishedClasses) {
+    const std::string comment =
+        std::string("/// {") + one.m_szId + "}\ninline constexpr CLSID CLSID_" + one.m_szName + " =";
+    EXPECT_NE(header.str().find(comment), std::string::npos) << one.m_szName;
+  }
   ForEach(text, R"(coclass (\w+) \{([^}]*)\})", [&](const std::smatch& one) {
     found.push_back(one[1]);
     ForEach(one[2], R"(interface (\w+);)", [&](const std::smatch& face) { found.push_back(face[1]); });

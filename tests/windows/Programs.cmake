@@ -13,10 +13,7 @@ foreach(library gtest gtest_main gmock)
     add_library(GTest::${library} ALIAS ${library})
   endif()
 endforeach()
-# glm, a library of headers, by its own folder: what stands beside it belongs to the system that builds.
-file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/headers)
-file(CREATE_LINK /usr/include/glm ${PROJECT_BINARY_DIR}/headers/glm SYMBOLIC)
-include_directories(SYSTEM ${PROJECT_BINARY_DIR}/headers)
+include_directories(SYSTEM ${GLLIB_HEADER_LIBRARIES})
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_SOURCE_DIR}/windows/run.sh ${PROJECT_BINARY_DIR}/wine)
 
 # Which tests run there: all that are built, the one that takes minutes on a busy machine in a run of its own.

@@ -5,10 +5,7 @@
 #include <new>
 
 #include "component/Module.h"
-#include "platform/GL.h"
 #include "platform/Log.h"
-
-ClipPlanes::ClipPlanes() noexcept : m_iNextName(GL_CLIP_PLANE0) {}
 
 bool ClipPlanes::Add(const GPlane& aPlane) noexcept {
   try {

@@ -63,14 +63,14 @@ class PSelectEvent final : public PEvent {
     GLDATA_MATRIX6D m_sEye{};
   };
 
-  // RunPickPass and its steps: PickPass.cpp.
+  // RunPickPass and its steps: PSelectEventPass.cpp.
   void RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2, int* aArraySize,
                    ULONG* aIDArray) noexcept;
   void DrawScene(class CompiledLists& aLists) noexcept;
   void ReadView() noexcept;
   ViewRectangle SetupView() const noexcept;
-  void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
-                       const GLDATA_POINT& aPoint2) const noexcept;
+  static void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
+                              const GLDATA_POINT& aPoint2) noexcept;
   void SetupProjection(double aAspect) const noexcept;
   void SetupClipPlanes() const noexcept;
   int ReadHits(int aHits, const unsigned* aRecords, int aCapacity, ULONG* aIDArray) const noexcept;

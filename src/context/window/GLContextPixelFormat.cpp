@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr char kUserKey[] = "SOFTWARE\\Talvane\\Korvex\\GL";
+constexpr char kUserKey[] = R"(SOFTWARE\Talvane\Korvex\GL)";
 constexpr WORD kPaletteVersion = 0x300;
 
 }  // namespace

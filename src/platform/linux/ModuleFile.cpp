@@ -35,11 +35,11 @@ std::string PathWhileLoading() noexcept try {
   return {};
 }
 
-const std::string g_ModulePath = PathWhileLoading();
+const std::string kModulePath = PathWhileLoading();
 
 }  // namespace
 
-std::string ModulePath() { return g_ModulePath; }
+std::string ModulePath() { return kModulePath; }
 
 HRESULT RegisterModuleTypeLib(const std::string&) noexcept { return S_OK; }
 

@@ -146,5 +146,5 @@ bool HeadlessDisplay::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) 
 bool HeadlessDisplay::Swap(HWND aWindow, DrawSurface& aSurface) noexcept {
   RECT rect{};
   return ScreenRectangle(aWindow, &rect) &&
-         eglSwapBuffers(m_Egl.Handle(), static_cast<WindowPbuffer&>(aSurface).Handle());
+         eglSwapBuffers(m_Egl.Handle(), static_cast<WindowPbuffer&>(aSurface).Handle()) != EGL_FALSE;
 }

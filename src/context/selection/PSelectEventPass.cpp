@@ -107,7 +107,7 @@ PSelectEvent::ViewRectangle PSelectEvent::SetupView() const noexcept {
 // The points run from -1 to 1 over the visible rectangle wherever it lies; the matrix goes by the viewport in
 // force.
 void PSelectEvent::SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
-                                   const GLDATA_POINT& aPoint2) const noexcept {
+                                   const GLDATA_POINT& aPoint2) noexcept {
   const double x1 = aView.x + (aPoint1.x + 1.0) * (aView.width * 0.5);
   const double y1 = aView.y + (aPoint1.y + 1.0) * (aView.height * 0.5);
   const double x2 = aView.x + (aPoint2.x + 1.0) * (aView.width * 0.5);
