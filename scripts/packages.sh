@@ -13,7 +13,7 @@ packages_examples=(libassimp-dev libglfw3-dev libpng-dev qtbase5-dev libsdl2-dev
                    glmark2-data)
 # What the tests and the benchmarks are built from.
 packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev libxcb-xtest0-dev xvfb doxygen groff-base
-                desktop-file-utils)
+                desktop-file-utils locales)
 # What the Python package is made and tested with, and what its examples show.
 packages_python=(python3 python3-numpy python3-pyqt5 python3-nbclient python3-ipykernel)
 # What the packages are made with.

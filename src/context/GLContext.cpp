@@ -95,7 +95,12 @@ HRESULT GLContext::Attach(ClientSlot<Client>& aSlot, Client* aClient) noexcept {
 }
 
 HRESULT GLContext::AttachPainter(IGLPainter* aPainter) noexcept {
-  return aPainter != nullptr ? Attach(m_Painter, aPainter) : E_INVALIDARG;
+  if (aPainter == nullptr) return E_INVALIDARG;
+  if (m_Painter.Holds(aPainter)) return S_OK;
+  const HRESULT result = Attach(m_Painter, aPainter);
+  const auto thread = DrawThread();
+  if (SUCCEEDED(result) && thread != nullptr) thread->EndSleep();  // shows the first picture at once
+  return result;
 }
 
 HRESULT GLContext::DetachPainter() noexcept { return Attach<IGLPainter>(m_Painter, nullptr); }
@@ -131,7 +136,9 @@ void GLContext::UnlockGL() noexcept {
 }
 
 ULONG GLContext::WindowContextNumber() const noexcept {
-  return IsCurrentHere() ? GLPass::Here()->Target().m_uNumber : 0;
+  if (!IsCurrentHere()) return 0;
+  const GLRenderTarget& target = GLPass::Here()->Target();
+  return &target == &m_Window.m_Target ? target.m_uNumber : 0;
 }
 
 bool GLContext::IsCurrentHere() const noexcept {

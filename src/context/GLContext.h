@@ -23,6 +23,7 @@
 #include "context/scene/ClipPlanes.h"
 #include "context/scene/SceneMembers.h"
 #include "context/scene/SceneSettings.h"
+#include "context/selection/PSelectEvent.h"
 #include "context/window/WindowState.h"
 #include "platform/ProcessIdentity.h"
 #include "platform/SystemInfo.h"
@@ -177,7 +178,7 @@ class GLContext final
   void ReadUserSwitches() noexcept;
 
   // Frame cycle: GLContextFrame.cpp.
-  static void DrawThreadCallback(void* aContext) noexcept;
+  static void DrawThreadCallback(void* aContext, unsigned aWake) noexcept;
   static void DrawThreadEnd(void* aContext) noexcept;
   void DrawFrame() noexcept;
   void SetFrameState() noexcept;
@@ -205,7 +206,8 @@ class GLContext final
   std::shared_ptr<PThread> DrawThread() const noexcept;
   template <class Describe>
   HRESULT CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept;
-  HRESULT WaitForSelection(class PSelectEvent* aEvent, class PSelectOutcome& aOutcome) noexcept;
+  HRESULT BeginSelection(const PSelectEvent::Request& aRequest) noexcept;
+  HRESULT WaitForSelection() noexcept;
   GLPtr<IGLViewer> FindViewer(IGLViewer* aViewer) noexcept;
   bool IsUsable() const noexcept;
   bool InitializeFails(const char* aStep) const noexcept;
@@ -223,14 +225,15 @@ class GLContext final
   PCriticalSection m_Lock;
   std::shared_ptr<PThread> m_pDrawThread;  // guarded by m_DrawThreadLock; DrawThread() gives a counted one
   std::atomic<bool> m_bTearDown{false};
-  GLSiteLinkPtr m_pLink;                   // the parts' way back, cut at teardown
-  mutable std::mutex m_DrawThreadLock;     // for the copying of m_pDrawThread alone
-  std::mutex m_ReplaceLock;                // one replacement of window and thread at a time
-  std::mutex m_SelectLock;                 // one selection at a time
-  const GLContext* m_pAwaited = nullptr;   // whom the draw thread waits for; see DrawThreadWait
-  std::optional<GLPass> m_TaskPass;        // between LockGL and UnlockGL of a task; draw thread
-  HRESULT m_hPainterResult = S_OK;         // of the last call; draw thread
-  int m_iTaskLocks = 0;                    // how often the pass of a task was entered; draw thread
-  std::atomic<bool> m_bFontsAdded{false};  // fonts that no pass has looked at yet
-  std::atomic_flag m_bReleased;            // the last reference has gone
+  GLSiteLinkPtr m_pLink;                         // the parts' way back, cut at teardown
+  mutable std::mutex m_DrawThreadLock;           // for the copying of m_pDrawThread alone
+  std::mutex m_ReplaceLock;                      // one replacement of window and thread at a time
+  std::mutex m_SelectLock;                       // one selection at a time
+  std::shared_ptr<PSelectEvent> m_pSelectEvent;  // of the selections; under m_SelectLock
+  const GLContext* m_pAwaited = nullptr;         // whom the draw thread waits for; see DrawThreadWait
+  std::optional<GLPass> m_TaskPass;              // between LockGL and UnlockGL of a task; draw thread
+  HRESULT m_hPainterResult = S_OK;               // of the last call; draw thread
+  int m_iTaskLocks = 0;                          // how often the pass of a task was entered; draw thread
+  std::atomic<bool> m_bFontsAdded{false};        // fonts that no pass has looked at yet
+  std::atomic_flag m_bReleased;                  // the last reference has gone
 };

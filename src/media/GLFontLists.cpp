@@ -6,6 +6,7 @@
 
 #include "diagnostics/GLErrors.h"
 #include "media/GLFont.h"
+#include "platform/Text.h"
 
 namespace {
 
@@ -53,8 +54,11 @@ bool GLFont::CreateFontLists(GLContextSite& aSite) noexcept {
   // A rebuild writes the same widths again, so a reader keeps its answers meanwhile.
   const bool created = CreateKindLists(aSite, base);
   m_bCreated.store(created, std::memory_order_release);
-  if (!created && !m_bRefused)
-    LogWarning("a font of the face \"%s\" cannot be built: its text is not drawn", m_szFace);
+  if (!created && !m_bRefused) {
+    char face[4 * kFaceRoom] = "";
+    WideCharToMultiByte(CP_UTF8, 0, m_szFace, -1, face, sizeof(face), nullptr, nullptr);
+    LogWarning("a font of the face \"%s\" cannot be built: its text is not drawn", face);
+  }
   m_bRefused = !created;
   if (!created) {
     aSite.DeleteListKey(m_uListKey, kCodes);
@@ -91,7 +95,7 @@ bool GLFont::CreateDeviceLists(HDC aDC, GLuint aBase) noexcept {
   const int height = m_bTrueType ? 0 : Truncated(m_fHeight);
   const int width = m_bTrueType || m_bAverageWidth ? 0 : Truncated(m_fWidth);
   const HFONT font =
-      CreateFontA(height, width, 0, Truncated(m_fOrientation * 10.0f), m_iWeight, (style & GLFS_ITALIC) != 0,
+      CreateFontW(height, width, 0, Truncated(m_fOrientation * 10.0f), m_iWeight, (style & GLFS_ITALIC) != 0,
                   (style & GLFS_UNDERLINE) != 0, (style & GLFS_STRIKEOUT) != 0, ANSI_CHARSET,
                   m_bTrueType ? OUT_TT_ONLY_PRECIS : OUT_RASTER_PRECIS, CLIP_DEFAULT_PRECIS, PROOF_QUALITY,
                   PitchAndFamily(style), m_szFace);

@@ -137,6 +137,9 @@ class GLCanvas final : public GLObject<GLCanvas, IGLCanvas, IGLCanvas2, IGLCanva
   HRESULT Build2DMipmaps(int nInternalFormat, int nWidth, int nHeight, eGLTexFormat eFormat,
                          eGLDataType eType, int nDataBytes, unsigned char* pbyPixels) noexcept override;
 
+  /// Names the rendering context that is drawn in from now on: what was applied in another one counts no
+  /// more. Draw thread.
+  void NoteRenderingContext(ULONG aNumber) noexcept;
   /// Takes GL's present matrices and viewport as the cached set-up. Draw thread.
   void RefreshCachedSetup() noexcept;
 
@@ -172,6 +175,8 @@ class GLCanvas final : public GLObject<GLCanvas, IGLCanvas, IGLCanvas2, IGLCanva
 
   // What was applied last, to GL by this canvas.
   GLPtr<IGLDrawAttr> m_pCurrentDrawAttr;
+  std::uint32_t m_uAppliedVersion = 0;  // of m_pCurrentDrawAttr; 0 where GL doesn't have its values
+  ULONG m_uRenderingContext = 0;
   GLPtr<IGLMaterial> m_pCurrentMaterial;
 
   // The cached set-up, in GL's layouts. Hosts may read it while the draw thread writes it.

@@ -1,6 +1,8 @@
 // GLCanvas: draw attributes and materials turned into GL state. Draw thread.
 // What is applied stays in GL until something else sets it; the order of the calls is part of the contract.
 
+#include <utility>
+
 #include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 #include "state/GLDrawAttr.h"
@@ -107,11 +109,16 @@ void Remember(GLPtr<Interface>& aCurrent, Interface* aApplied) noexcept {
 
 }  // namespace
 
+void GLCanvas::NoteRenderingContext(ULONG aNumber) noexcept {
+  if (std::exchange(m_uRenderingContext, aNumber) != aNumber) m_uAppliedVersion = 0;
+}
+
 HRESULT GLCanvas::SetDrawAttributes(IGLDrawAttr* aI) noexcept {
   const GLErrorCheck check("IGLCanvas::SetDrawAttributes");
   if (aI == nullptr) return E_INVALIDARG;
-  auto& attributes = static_cast<GLDrawAttr&>(*aI);  // always an object of the component's own class
-  if (aI == m_pCurrentDrawAttr.Get() && !attributes.IsModified()) {
+  auto& attributes = static_cast<GLDrawAttr&>(*aI);    // always an object of the component's own class
+  const std::uint32_t version = attributes.Version();  // before the values: one that is set later counts anew
+  if (aI == m_pCurrentDrawAttr.Get() && version == m_uAppliedVersion) {
     ApplyColor(attributes.Color());
     return S_OK;
   }
@@ -123,7 +130,7 @@ HRESULT GLCanvas::SetDrawAttributes(IGLDrawAttr* aI) noexcept {
   ApplyColor(attributes.Color());
   if (m_pRecorder != nullptr) m_pRecorder->State(state);
 
-  attributes.ClearModified();
+  m_uAppliedVersion = version;
   Remember(m_pCurrentDrawAttr, aI);
   return S_OK;
 }

@@ -25,6 +25,7 @@ HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
   if (site->GetListBase(key) == 0) return E_FAIL;
   m_pRecorder = site->Recorder();
   *aList = static_cast<int>(key);
+  m_uAppliedVersion = 0;  // a list has all that it needs, wherever it is drawn
   return S_OK;
 }
 
@@ -34,6 +35,7 @@ HRESULT GLCanvas::EndCompileList() noexcept {
   const GLErrorCheck check("IGLCanvas::EndCompileList");
   m_pRecorder = nullptr;
   site->EndListKey();
+  m_uAppliedVersion = 0;  // what went into the list has not reached GL
   return S_OK;
 }
 

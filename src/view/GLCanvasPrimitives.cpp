@@ -144,7 +144,8 @@ HRESULT GLCanvas::SetVertexPointSize(float aValue) noexcept {
 }
 
 HRESULT GLCanvas::SetVertexEdgeFlag(LONG aIsEdge) noexcept {
-  if (m_pRecorder != nullptr) m_pRecorder->EdgeFlag(aIsEdge != 0);
+  // What Mesa finds of faces drawn as lines depends on what it drew before with edge flags, not only on the flag.
+  if (m_pRecorder != nullptr) m_pRecorder->Unbounded();
   glEdgeFlag(aIsEdge != 0 ? GL_TRUE : GL_FALSE);
   return S_OK;
 }

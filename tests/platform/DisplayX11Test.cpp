@@ -1,8 +1,11 @@
 // Windows on an X server: what they ask of it, and what is left when parent, connection or server has gone.
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <thread>
@@ -26,6 +29,9 @@ HWND HandleOf(xcb_window_t aXid) { return reinterpret_cast<HWND>(std::uintptr_t{
 xcb_window_t XidOf(HWND aWindow) {
   return static_cast<xcb_window_t>(reinterpret_cast<std::uintptr_t>(aWindow));
 }
+
+/// So many calls of poll on this thread fail first, as a signal makes them fail.
+thread_local int t_iInterruptions = 0;
 
 class XWindow : public testing::Test {
  protected:
@@ -76,6 +82,15 @@ struct Drawing {
 
 }  // namespace
 
+/// Stands in for the C library's.
+extern "C" int poll(pollfd* aFiles, nfds_t aCount, int aTimeout) {
+  static const auto real = reinterpret_cast<int (*)(pollfd*, nfds_t, int)>(dlsym(RTLD_NEXT, "poll"));
+  if (t_iInterruptions == 0) return real(aFiles, aCount, aTimeout);
+  --t_iInterruptions;
+  errno = EINTR;
+  return -1;
+}
+
 TEST_F(XWindow, CutsCoordinatesToWhatTheServerCanHold) {
   const HWND window = Make(0);
   ASSERT_NE(window, nullptr);
@@ -95,6 +110,12 @@ TEST_F(XWindow, CutsCoordinatesToWhatTheServerCanHold) {
   ASSERT_TRUE(GetWindowRect(made, &rect));
   EXPECT_EQ(rect.left, 32767);
   EXPECT_EQ(rect.top, -32768);
+  const HWND child = Make(XidOf(made));
+  ASSERT_TRUE(MoveWindow(child, 30000, -30000, 60, 40, FALSE));
+  ASSERT_TRUE(GetWindowRect(child, &rect));
+  EXPECT_EQ(rect.left, 62767) << "the sum of two places has more bits";
+  EXPECT_EQ(rect.bottom, -62728);
+  DestroyWindow(child);
   DestroyWindow(made);
 }
 
@@ -197,6 +218,19 @@ TEST_F(XWindow, DoesNotSwapOnceParentOrServerHasGone) {
     DestroyWindow(window);
     g_iDestroyed = 0;
   }
+}
+
+TEST_F(XWindow, SwapsWhereASignalInterruptsTheLookAtItsConnection) {
+  ForeignWindow parent(100, 100);
+  const HWND window = Make(parent.Xid());
+  ASSERT_NE(window, nullptr);
+  std::thread([&] {
+    const Drawing drawing(window);
+    t_iInterruptions = 3;
+    EXPECT_TRUE(drawing.Frame());
+    EXPECT_EQ(t_iInterruptions, 0);
+  }).join();
+  DestroyWindow(window);
 }
 
 TEST_F(XWindow, OfAServerThatDiedDoesNotReachItsSuccessor) {

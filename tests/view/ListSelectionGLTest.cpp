@@ -48,7 +48,7 @@ Step RandomPrimitive(std::mt19937& aRandom) {
   const auto begin =
       kBegin[static_cast<std::size_t>(Between(aRandom, 0, 3) > 0 ? 0 : Between(aRandom, 0, 9))];
   const int vertices = Between(aRandom, 0, 19) == 0 ? 3000 : Between(aRandom, 1, 300);
-  const bool flags = Between(aRandom, 0, 9) == 0;
+  const bool flags = Between(aRandom, 0, 9) == 0 && !getenv("NOFLAGS");
   const GLDATA_POINT middle{Coordinate(aRandom, 1.2), Coordinate(aRandom, 1.2), Coordinate(aRandom, 5)};
   const int seed = Between(aRandom, 0, 1 << 30);
   return [=](IGLCanvas& aCanvas) {
@@ -76,7 +76,7 @@ Step RandomStep(std::mt19937& aRandom) {
       winding->SetCWWinding(value % 2);
     };
   }
-  if (kind == 8) return [=](IGLCanvas& c) { c.SetVertexEdgeFlag(value % 2); };
+  if (kind == 8 && !getenv("NOFLAGS")) return [=](IGLCanvas& c) { c.SetVertexEdgeFlag(value % 2); };
   return RandomPrimitive(aRandom);
 }
 

@@ -1,6 +1,8 @@
 // The viewer's values and its conversions between the world and the screen. No GL.
 
 #include <gllib/GLClasses.h>
+#include <gllib/GLClient.h>
+#include <gllib/IGLCollection.h>
 #include <gllib/IGLCoord.h>
 #include <gllib/IGLViewer.h>
 #include <gtest/gtest.h>
@@ -102,6 +104,25 @@ TEST(Viewer, IsntMadeWithoutItsParts) {
     EXPECT_TRUE(viewer ? result == S_OK : result == E_OUTOFMEMORY) << left;
   }
   EXPECT_GT(left, 3u) << "the viewer, its coordinate object and its gauges";
+}
+
+TEST(Viewer, TellsOfGaugesThatFindNoMemory) {
+  struct Gauge final : GLViewerGaugeBase {
+    HRESULT Draw(IGLCanvas*, IGLContext*) noexcept override { return S_OK; }
+  };
+  const auto viewer = NewViewer();
+  const auto gauges = CreateObject<IGLCollection>(CLSID_GLCollection);
+  const auto gauge = GLMake<Gauge>();
+  {
+    const ExhaustedHeap heap(0);
+    EXPECT_EQ(viewer->AddGauge(gauge.Get()), E_FAIL);
+    EXPECT_EQ(viewer->EnumGauges(gauges.Get()), E_OUTOFMEMORY);
+  }
+  EXPECT_EQ(viewer->AddGauge(gauge.Get()), S_OK);
+  EXPECT_EQ(viewer->EnumGauges(gauges.Get()), S_OK);
+  int size = 0;
+  gauges->GetSize(&size);
+  EXPECT_EQ(size, 1);
 }
 
 TEST(Viewer, LimitsTheFrameToThePointSizes) {

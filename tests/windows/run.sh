@@ -3,6 +3,7 @@
 # names the X server to draw on. Ends the program after GLLIB_WINE_TIMEOUT seconds.
 set -euo pipefail
 export WINEPREFIX=$1 WINEARCH=win64 LIBGL_ALWAYS_SOFTWARE=1 WINEDEBUG=${WINEDEBUG:-fixme-all,err-all}
+export LC_ALL=C.UTF-8  # the encoding of file names
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 shift
 wine=$(command -v wine64 || echo /usr/lib/wine/wine64)

@@ -70,11 +70,13 @@ std::int64_t Whole(float aValue) noexcept {
 
 void GLContext::CaptureFrame() noexcept {
   if (m_Capture.IsEmpty()) return;
-  GLPtr<IGLCapture> capture;         // released after the lock: the client's end may call anything
+  GLPtr<IGLCapture> capture;  // released after the locks: the end of a client may call anything
+  GLPtr<IGLPainter> painter;
   const PLock calls(m_ClientCalls);  // a detach on another thread waits for the whole
   {
     const PLock lock(m_Lock);
     capture = m_Capture.Get();
+    painter = m_Painter.Get();
   }
   if (!capture) return;
   LONG enabled = 0;

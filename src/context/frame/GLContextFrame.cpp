@@ -18,13 +18,13 @@
 #include "view/GLCanvas.h"
 #include "view/GLViewer.h"
 
-// Three phases: creation of the rendering context, frames, its end.
-void GLContext::DrawThreadCallback(void* aContext) noexcept {
+// Three phases: creation of the rendering context, frames, its end. Tasks alone make no frame due.
+void GLContext::DrawThreadCallback(void* aContext, unsigned aWake) noexcept {
   auto& context = *static_cast<GLContext*>(aContext);
   MarkDrawThread(&context);
   if (!context.m_bTearDown) {
     if (context.m_Window.m_Target.m_hRC != nullptr) {
-      if (!context.m_bReleased.test()) context.DrawFrame();
+      if (aWake != PThread::kTask && !context.m_bReleased.test()) context.DrawFrame();
     } else {
       CoInitialize(nullptr);
       if (context.CreateRenderingContext()) context.AllowParks();
@@ -43,7 +43,9 @@ void GLContext::DrawThreadEnd(void*) noexcept {
 
 void GLContext::DrawFrame() noexcept {
   {
+    GLPtr<IGLPainter> painter;  // one that detaches itself ends when the lock is left
     const GLPass pass(m_Lock, m_Window.m_Target);
+    painter = m_Painter.Get();
     BuildFonts();
     SetFrameState();
     CheckGLErrors("the start of a frame");
@@ -113,7 +115,9 @@ void GLContext::SetupViewerPass(IGLViewer& aViewer) noexcept {
   SetupEye(aViewer);
   SetupClipPlanes();
   SetupLighting();
-  static_cast<GLCanvas&>(*m_Scene.m_pCanvas).RefreshCachedSetup();
+  auto& canvas = static_cast<GLCanvas&>(*m_Scene.m_pCanvas);
+  canvas.NoteRenderingContext(GLPass::Here()->Target().m_uNumber);
+  canvas.RefreshCachedSetup();
 }
 
 void GLContext::SetupEye(IGLViewer& aViewer) noexcept {

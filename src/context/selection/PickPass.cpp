@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <memory>
-#include <new>
 
 #include "context/GLContext.h"
 #include "context/selection/PSelectEvent.h"
@@ -27,13 +25,13 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   const int capacity = *aArraySize;
   const int records = std::min(capacity, INT_MAX / kRecordWords);
   const std::size_t words = static_cast<std::size_t>(records) * kRecordWords;
-  const std::unique_ptr<GLuint[]> buffer(new (std::nothrow) GLuint[words]);
+  unsigned* const buffer = m_Records.Reserve(words);
   if (buffer == nullptr) {
     *aArraySize = 0;
     m_hResult = E_OUTOFMEMORY;
     return;
   }
-  glSelectBuffer(static_cast<GLsizei>(words), buffer.get());
+  glSelectBuffer(static_cast<GLsizei>(words), buffer);
   glRenderMode(GL_SELECT);
   glInitNames();
   glPushName(0);
@@ -45,6 +43,7 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   SetupPickMatrix(view, aPoint1, aPoint2);
   glClear(GL_DEPTH_BUFFER_BIT);
   SetupProjection(static_cast<double>(view.width) / view.height);
+  static_cast<GLCanvas*>(m_Context.Canvas())->NoteRenderingContext(GLPass::Here()->Target().m_uNumber);
   m_Context.Canvas()->ResetModelview6d(&m_View.m_sEye);
   SetupClipPlanes();
   CompiledLists& lists = m_Context.WindowTarget().m_Lists.Compiled();
@@ -53,7 +52,7 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   lists.SetPicking(false);
   glFlush();
   std::fill_n(aIDArray, capacity, ULONG{0});
-  *aArraySize = ReadHits(glRenderMode(GL_RENDER), buffer.get(), records, aIDArray);
+  *aArraySize = ReadHits(glRenderMode(GL_RENDER), buffer, records, aIDArray);
 }
 
 void PSelectEvent::DrawScene(CompiledLists& aLists) noexcept {
@@ -61,28 +60,29 @@ void PSelectEvent::DrawScene(CompiledLists& aLists) noexcept {
   IGLCanvas* const canvas = m_Context.Canvas();
   const GLCanvas::Recording recording(static_cast<GLCanvas&>(*canvas), aLists.Recorder());
   const ClientCheck check("IGLPainter::Draw in a selection");
-  m_pPainter->Draw(canvas, &m_Context, &m_Viewer);
+  m_pPainter->Draw(canvas, &m_Context, m_Request.m_pViewer);
 }
 
 void PSelectEvent::ReadView() noexcept {
+  IGLViewer& viewer = *m_Request.m_pViewer;
   LONG clipped = 0, scaled = 0, ortho = 0;
-  m_Viewer.IsClipped(&clipped);
-  m_Viewer.IsClipScaled(&scaled);
-  m_Viewer.IsOrtho(&ortho);
+  viewer.IsClipped(&clipped);
+  viewer.IsClipScaled(&scaled);
+  viewer.IsOrtho(&ortho);
   m_View.m_bClipped = clipped != 0;
   m_View.m_bScaled = scaled != 0;
   m_View.m_bOrtho = ortho != 0;
-  m_Viewer.GetClipX(&m_View.m_Clip.x);
-  m_Viewer.GetClipY(&m_View.m_Clip.y);
-  m_Viewer.GetClipWidth(&m_View.m_Clip.width);
-  m_Viewer.GetClipHeight(&m_View.m_Clip.height);
-  m_Viewer.GetOrthoExtents(&m_View.m_sLow, &m_View.m_sHigh);
-  m_Viewer.GetEyeFovy_DEG(&m_View.m_dFovy);
-  m_Viewer.GetEyeAspect(&m_View.m_dAspect);
-  m_Viewer.GetEyeZNear(&m_View.m_dNear);
-  m_Viewer.GetEyeZFar(&m_View.m_dFar);
+  viewer.GetClipX(&m_View.m_Clip.x);
+  viewer.GetClipY(&m_View.m_Clip.y);
+  viewer.GetClipWidth(&m_View.m_Clip.width);
+  viewer.GetClipHeight(&m_View.m_Clip.height);
+  viewer.GetOrthoExtents(&m_View.m_sLow, &m_View.m_sHigh);
+  viewer.GetEyeFovy_DEG(&m_View.m_dFovy);
+  viewer.GetEyeAspect(&m_View.m_dAspect);
+  viewer.GetEyeZNear(&m_View.m_dNear);
+  viewer.GetEyeZFar(&m_View.m_dFar);
   GLPtr<IGLCoord> eye;
-  m_Viewer.GetCoord(eye.Put());
+  viewer.GetCoord(eye.Put());
   if (eye) eye->GetMatrix6d(&m_View.m_sEye);
 }
 
@@ -149,7 +149,7 @@ int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
     const GLuint* record = aRecords + static_cast<std::size_t>(i) * kRecordWords;
     const GLuint depth = record[1], name = record[3];
     if (name == 0) continue;
-    if (!m_bSelectClosest) {
+    if (!m_Request.m_bSelectClosest) {
       aIDArray[count++] = name;
     } else if (count == 0 || depth < best) {
       aIDArray[0] = name;

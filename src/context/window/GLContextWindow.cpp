@@ -198,8 +198,7 @@ bool GLContext::CreateRenderingContext() noexcept {
   }
   ReadLimits();
   glEnable(GL_NORMALIZE);
-  static std::atomic<ULONG> lastNumber{0};
-  m_Window.m_Target.Restart(++lastNumber);
+  m_Window.m_Target.Restart();
   m_ClipPlanes.TakeReset();  // nothing is enabled in a new one
   m_Window.m_Target.m_hRC = context;
   return true;

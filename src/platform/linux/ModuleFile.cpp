@@ -12,6 +12,7 @@
 #include "platform/Log.h"
 #include "platform/linux/MessageThread.h"
 #include "platform/linux/display/DisplayServer.h"
+#include "platform/linux/fonts/FontLibrary.h"
 
 namespace {
 
@@ -60,6 +61,7 @@ void ReleaseModule() noexcept {
 void EndPlatform() noexcept {
   EndDisplay();
   MessageThread::Get().End();
+  FontLibrary::Instance().End();
   EndLog();
 }
 

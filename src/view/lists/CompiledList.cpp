@@ -19,25 +19,41 @@ constexpr std::size_t kMostBytesPerTriangle = 4;
 
 void CompiledList::DrawPicked(Caller& aCaller, std::vector<std::uint32_t>& aFound) const {
   const std::size_t begin = aFound.size();
-  m_Tree->Find(PickVolume(), aFound);
+  aFound.reserve(begin + m_aRuns.size());
+  PickVolume volume;
+  Find(volume, aFound, begin);
   if (m_aSegments.size() == 1 && aFound.size() - begin == m_aRuns.size()) {
     aFound.resize(begin);
     glCallList(Whole());
     return;
   }
-  std::sort(aFound.begin() + static_cast<std::ptrdiff_t>(begin), aFound.end());
-  std::size_t next = begin;
   std::uint32_t first = 0;
   for (const ListSegment& segment : m_aSegments) {
+    const auto next = static_cast<std::size_t>(
+        std::lower_bound(aFound.begin() + static_cast<std::ptrdiff_t>(begin), aFound.end(), first) -
+        aFound.begin());
     DrawSegment(aFound, next, first, segment);
-    if (segment.m_uCalled != 0) aCaller.Call(segment.m_uCalled);
     first = segment.m_uEnd;
+    if (segment.m_uCalled == 0) continue;
+    aCaller.Call(segment.m_uCalled);  // appends to aFound, and cuts it again
+    // The nested list may have left other matrices.
+    if (const PickVolume after; !(after == volume)) {
+      volume = after;
+      aFound.resize(begin);
+      Find(volume, aFound, begin);
+    }
   }
   aFound.resize(begin);
 }
 
-// A nested call of aCaller may append to aFound and cut it again, so the runs are read by index.
-void CompiledList::DrawSegment(const std::vector<std::uint32_t>& aFound, std::size_t& aNext,
+// Appends the runs that the volume may touch, in their order. Does not allocate where there is room for all.
+void CompiledList::Find(const PickVolume& aVolume, std::vector<std::uint32_t>& aFound,
+                        std::size_t aBegin) const {
+  m_Tree->Find(aVolume, aFound);
+  std::sort(aFound.begin() + static_cast<std::ptrdiff_t>(aBegin), aFound.end());
+}
+
+void CompiledList::DrawSegment(const std::vector<std::uint32_t>& aFound, std::size_t aNext,
                                std::uint32_t aFirst, const ListSegment& aSegment) const noexcept {
   std::uint32_t run = aFirst;  // the one after the last that was drawn
   std::uint32_t names = aFirst < m_aRuns.size() ? m_aRuns[aFirst].m_uNames : aSegment.m_After.m_uNames;

@@ -68,7 +68,8 @@ class CompiledList {
  private:
   friend class ListRecorder;  // fills it
 
-  void DrawSegment(const std::vector<std::uint32_t>& aFound, std::size_t& aNext, std::uint32_t aFirst,
+  void Find(const class PickVolume& aVolume, std::vector<std::uint32_t>& aFound, std::size_t aBegin) const;
+  void DrawSegment(const std::vector<std::uint32_t>& aFound, std::size_t aNext, std::uint32_t aFirst,
                    const ListSegment& aSegment) const noexcept;
   const ListRun& After(std::uint32_t aRun) const noexcept;
   void DropBounds() noexcept;

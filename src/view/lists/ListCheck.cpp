@@ -20,6 +20,7 @@ namespace {
 
 constexpr GLuint kProbe = 0x50524F42;  // an identifier that stands for what was set before the run
 constexpr float kLargest = 1e30f;      // of a coordinate, so that no product overflows
+constexpr float kSmallest = 1e-30f;    // distance from 0; GL may take smaller numbers for 0
 constexpr int kClipPlanes = 8;
 constexpr GLenum kDepths[] = {GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH, GL_TEXTURE_STACK_DEPTH,
                               GL_ATTRIB_STACK_DEPTH, GL_NAME_STACK_DEPTH};
@@ -72,8 +73,9 @@ std::array<float, 4> Beyond(const Box& aBox, int aSide) noexcept {
     row[3] = -1.0f;  // everywhere
     return row;
   }
-  const float limit = high ? std::nextafter(aBox.m_afHigh[axis], Box::kInfinity)
-                           : std::nextafter(aBox.m_afLow[axis], -Box::kInfinity);
+  float limit = high ? std::nextafter(aBox.m_afHigh[axis], Box::kInfinity)
+                     : std::nextafter(aBox.m_afLow[axis], -Box::kInfinity);
+  if (std::fabs(limit) < kSmallest) limit = high ? kSmallest : -kSmallest;
   row[axis] = high ? 1.0f : -1.0f;
   row[3] = high ? limit : -limit;
   return row;

@@ -136,10 +136,6 @@ void ListRecorder::State(const HitState& aState) noexcept {
   if (aState.m_uCulling == GL_CULL_FACE && m_bBounded && PrepareSplit()) Split();
 }
 
-void ListRecorder::EdgeFlag(bool aIsEdge) noexcept {
-  m_Now.m_State.m_uEdgeFlag = aIsEdge ? HitState::kOn : HitState::kOff;
-}
-
 void ListRecorder::Call(unsigned aList, unsigned aWhole) noexcept {
   // A list that calls itself calls what it is in the end.
   const bool itself = m_pList->m_uList == aList;

@@ -41,7 +41,6 @@ class ListRecorder {
   void Name(ULONG aName) noexcept;
   /// A change of state that decides about hits; after GL has it.
   void State(const HitState& aState) noexcept;
-  void EdgeFlag(bool aIsEdge) noexcept;
   /// A nested list. @param aList its name @param aWhole what draws it
   void Call(unsigned aList, unsigned aWhole) noexcept;
   /// Something that has no bounds, or that changes what the bounds mean: the list is drawn whole.

@@ -4,12 +4,16 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "platform/Log.h"
+#include "platform/ProcessWide.h"
 
 namespace {
 
 const FcChar8* Utf8(const char* aText) noexcept { return reinterpret_cast<const FcChar8*>(aText); }
+
+constinit ProcessWide<FontLibrary> g_FontLibrary;
 
 /// Whether a name asks for any face of a kind, or for any at all.
 bool IsGeneric(const char* aFace) noexcept {
@@ -62,17 +66,11 @@ void ReadStyle(FcPattern& aFont, FaceMatch& aMatch) {
 
 }  // namespace
 
-FontLibrary& FontLibrary::Instance() {
-  static auto* const library = new FontLibrary;
-  return *library;
-}
-
-// A configuration of its own: the host may be using fontconfig's shared one in its own way.
-FontLibrary::FontLibrary() : m_pConfig(FcInitLoadConfigAndFonts()) {
-  if (FT_Init_FreeType(&m_pFreeType) != 0) m_pFreeType = nullptr;
-}
+FontLibrary& FontLibrary::Instance() noexcept { return g_FontLibrary.Get(); }
 
 std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) {
+  // A configuration of its own: the host may be using fontconfig's shared one in its own way.
+  if (m_pConfig == nullptr) m_pConfig = FcInitLoadConfigAndFonts();
   const PatternPtr pattern = PatternOf(aRequest);
   if (pattern == nullptr || m_pConfig == nullptr) return std::nullopt;
   if (!FcConfigSubstitute(m_pConfig, pattern.get(), FcMatchPattern)) return std::nullopt;
@@ -98,11 +96,30 @@ void FontLibrary::NoteSubstitute(const char* aFace, FcPattern& aFont, const std:
     LogWarning("there is no face \"%s\": %s is used", aFace, aFile.c_str());
 }
 
-FT_Face FontLibrary::Open(const FaceMatch& aMatch) const {
-  FT_Face face = nullptr;
-  if (m_pFreeType == nullptr) return nullptr;
-  if (FT_New_Face(m_pFreeType, aMatch.m_sFile.c_str(), aMatch.m_iIndex, &face) != 0) return nullptr;
-  if (FT_IS_SCALABLE(face) && face->units_per_EM > 0) return face;
-  FT_Done_Face(face);
-  return nullptr;
+FacePtr FontLibrary::Open(const FaceMatch& aMatch) {
+  if (m_pFreeType == nullptr && FT_Init_FreeType(&m_pFreeType) != 0) m_pFreeType = nullptr;
+  FT_Face opened = nullptr;
+  if (m_pFreeType == nullptr ||
+      FT_New_Face(m_pFreeType, aMatch.m_sFile.c_str(), aMatch.m_iIndex, &opened) != 0)
+    return nullptr;
+  ++m_iOpenFaces;
+  FacePtr face(opened);
+  if (!FT_IS_SCALABLE(face) || face->units_per_EM <= 0) face.reset();
+  return face;
+}
+
+void FaceCloser::operator()(FT_Face aFace) const noexcept {
+  FontLibrary& library = FontLibrary::Instance();
+  const auto lock = library.Lock();
+  FT_Done_Face(aFace);
+  --library.m_iOpenFaces;
+}
+
+// What fontconfig itself keeps for the process, such as the default languages, stays: the host may use it.
+void FontLibrary::End() noexcept {
+  const auto lock = Lock();
+  if (m_iOpenFaces > 0) return;
+  if (m_pFreeType != nullptr) FT_Done_FreeType(std::exchange(m_pFreeType, nullptr));
+  if (m_pConfig != nullptr) FcConfigDestroy(std::exchange(m_pConfig, nullptr));
+  m_Substituted.clear();
 }

@@ -276,13 +276,20 @@ bool X11Display::Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noex
 bool X11Display::ScreenRectangle(HWND aWindow, RECT* aRect) noexcept {
   const PipeSignal quiet;
   if (IsBroken() || !IsXid(aWindow)) return false;
-  const xcb_window_t window = XidOf(aWindow);
-  const auto askedSize = xcb_get_geometry(m_pConnection, window);
-  const auto askedPlace = xcb_translate_coordinates(m_pConnection, window, m_pScreen->root, 0, 0);
-  const auto size = Owned(xcb_get_geometry_reply(m_pConnection, askedSize, nullptr));
-  const auto place = Owned(xcb_translate_coordinates_reply(m_pConnection, askedPlace, nullptr));
-  if (size == nullptr || place == nullptr) return false;
-  *aRect = {place->dst_x, place->dst_y, place->dst_x + size->width, place->dst_y + size->height};
+  RECT rect{};
+  // The server's own sum has 16 bits, and would wrap.
+  for (xcb_window_t window = XidOf(aWindow); window != XCB_NONE;) {
+    const auto askedPlace = xcb_get_geometry(m_pConnection, window);
+    const auto askedParent = xcb_query_tree(m_pConnection, window);
+    const auto place = Owned(xcb_get_geometry_reply(m_pConnection, askedPlace, nullptr));
+    const auto tree = Owned(xcb_query_tree_reply(m_pConnection, askedParent, nullptr));
+    if (place == nullptr || tree == nullptr) return false;
+    if (window == XidOf(aWindow)) rect = {0, 0, place->width, place->height};
+    const int right = place->x + place->border_width, down = place->y + place->border_width;
+    rect = {rect.left + right, rect.top + down, rect.right + right, rect.bottom + down};
+    window = tree->parent;
+  }
+  *aRect = rect;
   return true;
 }
 
