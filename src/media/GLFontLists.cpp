@@ -6,6 +6,7 @@
 
 #include "diagnostics/GLErrors.h"
 #include "media/GLFont.h"
+#include "platform/Text.h"
 
 namespace {
 
@@ -53,8 +54,11 @@ bool GLFont::CreateFontLists(GLContextSite& aSite) noexcept {
   // A rebuild writes the same widths again, so a reader keeps its answers meanwhile.
   const bool created = CreateKindLists(aSite, base);
   m_bCreated.store(created, std::memory_order_release);
-  if (!created && !m_bRefused)
-    LogWarning("a font of the face \"%s\" cannot be built: its text is not drawn", m_szFace);
+  if (!created && !m_bRefused) {
+    char face[4 * kFaceRoom] = "";
+    WideCharToMultiByte(CP_UTF8, 0, m_szFace, -1, face, sizeof(face), nullptr, nullptr);
+    LogWarning("a font of the face \"%s\" cannot be built: its text is not drawn", face);
+  }
   m_bRefused = !created;
   if (!created) {
     aSite.DeleteListKey(m_uListKey, kCodes);

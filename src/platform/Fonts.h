@@ -38,13 +38,13 @@ BOOL wglUseFontBitmapsA(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexc
 BOOL wglUseFontOutlinesA(HDC hDC, DWORD first, DWORD count, DWORD listBase, FLOAT deviation, FLOAT extrusion,
                          int format, GLYPHMETRICSFLOAT* pMetrics) noexcept;
 
-/// CreateFontA itself reports a substituted face here.
-inline void NoteFace(HDC, const char*) noexcept {}
+/// CreateFontW itself reports a substituted face here.
+inline void NoteFace(HDC, const GLWCHAR*) noexcept {}
 
 #else
 
 /// Warns in the log where the selected font has another face than the wanted one.
-void NoteFace(HDC hDC, const char* szWanted) noexcept;
+void NoteFace(HDC hDC, const GLWCHAR* szWanted) noexcept;
 
 #endif
 

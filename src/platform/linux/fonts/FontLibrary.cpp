@@ -6,9 +6,8 @@
 #include <memory>
 #include <utility>
 
-#include "platform/ProcessWide.h"
-
 #include "platform/Log.h"
+#include "platform/ProcessWide.h"
 
 namespace {
 
@@ -115,6 +114,7 @@ void FontLibrary::End() noexcept {
   if (m_iOpenFaces > 0) return;
   if (m_pFreeType != nullptr) FT_Done_FreeType(std::exchange(m_pFreeType, nullptr));
   if (m_pConfig != nullptr) FcConfigDestroy(std::exchange(m_pConfig, nullptr));
+  m_Substituted.clear();
 }
 
 // Fonts are built again and again. Each name is reported once.
