@@ -118,7 +118,6 @@ TEST(Capture, EqualsTheWindowsPictureBothWaysAndInParts) {
 TEST(Capture, AppliesAttributesThatTheWindowHasAlready) {
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   attributes->EnableDrawMode(GLDM_LINE_FRONT, 1);
-  attributes->SetLineWidth(7);
   FreeContext drawn(
       [&](Scene& aScene) {
         IGLCanvas& canvas = aScene.Canvas();
@@ -130,7 +129,9 @@ TEST(Capture, AppliesAttributesThatTheWindowHasAlready) {
       },
       kWidth, kHeight);
   drawn.context->EnableLighting(0);
-  ASSERT_TRUE(Eventually([&] { return *drawn.frames > 2; }));
+  attributes->SetLineWidth(7);  // whose limits the first rendering context tells
+  const int before = *drawn.frames;
+  ASSERT_TRUE(Eventually([&] { return *drawn.frames > before + 2; }));
   const auto capture = GLMake<TestCapture>();
   drawn.context->AttachCapture(capture.Get());
   for (const bool again : {false, true}) {

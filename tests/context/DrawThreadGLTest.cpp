@@ -163,6 +163,26 @@ TEST(Context, ReplacesWindowAndThreadAtAFurtherInitialize) {
   EXPECT_TRUE(Eventually([&] { return *painted.frames > before; })) << "viewers and painter stay";
 }
 
+// The procedure and the replacement of its window want the same locks, and each waits for the other's end.
+TEST(Context, IsInitialisedAnewWhileItsWindowGetsMessages) {
+  const FreeContext drawn;
+  std::atomic<bool> done{false};
+  std::thread messages([&] {
+    while (!done) {
+      ULONG_PTR window = 0;
+      drawn.context->GetWindow(&window);
+      for (const UINT message : {WM_QUERYNEWPALETTE, WM_SYSCOLORCHANGE, WM_PALETTECHANGED})
+        PostMessageA(reinterpret_cast<HWND>(window), message, 0, 0);
+      std::this_thread::sleep_for(1ms);
+    }
+  });
+  for (int i = 0; i < 20; ++i) EXPECT_EQ(drawn.context->Initialize(0), S_OK) << i;
+  done = true;
+  messages.join();
+  const int before = *drawn.frames;
+  EXPECT_TRUE(Eventually([&] { return *drawn.frames > before; }));
+}
+
 TEST(Context, ExchangesNoPainterDuringAFrame) {
   std::atomic<bool> inside{false};
   const FreeContext slow([&](Scene&) {
