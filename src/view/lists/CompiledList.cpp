@@ -22,7 +22,7 @@ void CompiledList::DrawPicked(Caller& aCaller, std::vector<std::uint32_t>& aFoun
   aFound.reserve(begin + m_aRuns.size());
   PickVolume volume;
   Find(volume, aFound, begin);
-  if (m_aSegments.size() == 1 && aFound.size() - begin == m_aRuns.size()) {
+  if (m_aSegments.size() == 1 && aFound.size() - begin == m_nFilled) {
     aFound.resize(begin);
     glCallList(Whole());
     return;
@@ -120,6 +120,8 @@ void CompiledList::BuildTree() noexcept {
       m_aSegments.shrink_to_fit();
       m_aOwnLists.shrink_to_fit();
       m_Tree.emplace(m_aRuns);
+      m_nFilled = static_cast<std::size_t>(
+          std::count_if(m_aRuns.begin(), m_aRuns.end(), [](const ListRun& r) { return !r.m_Box.IsEmpty(); }));
     }
   } catch (const std::bad_alloc&) {
   }

@@ -79,6 +79,7 @@ class CompiledList {
   unsigned m_uWhole = 0;
   std::uint32_t m_uChecked = 0;  // runs that have been checked, from the first
   std::uint64_t m_uVertices = 0;
+  std::size_t m_nFilled = 0;          // runs with vertices
   std::vector<unsigned> m_aOwnLists;  // runs after the first, and m_uWhole
   std::vector<ListRun> m_aRuns;
   std::vector<ListSegment> m_aSegments;
