@@ -1,12 +1,8 @@
 // What a host with headers of its own relies on: identifiers, slots, structures and values of the interfaces.
 
-#include <gllib/GLLib.h>
-#include <gtest/gtest.h>
-
-#include <cstddef>
-
-#include "component/PublishedIdentifiers.h"
+#include "component/IdlClasses.h"
 #include "platform/GL.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -23,15 +19,15 @@ std::size_t SlotOf(Operation aOperation) {
 
 struct Slot {
   const char* m_szName;
-  std::size_t m_uFound, m_uPublished;
+  std::size_t m_uFound, m_uWanted;
 };
 
-#define SLOT(operation, published) \
-  { #operation, SlotOf(&operation), published }
+#define SLOT(operation, wanted) \
+  { #operation, SlotOf(&operation), wanted }
 
 }  // namespace
 
-TEST(InterfaceLayout, OperationsEndInTheirPublishedSlots) {
+TEST(InterfaceLayout, OperationsEndInTheSlotsOfExistingHosts) {
   // The order of the operations is the type library's; the last slot tells that nothing stands between them.
   const Slot slots[] = {
       SLOT(IGLContext::Select, 42),
@@ -62,21 +58,23 @@ TEST(InterfaceLayout, OperationsEndInTheirPublishedSlots) {
       SLOT(IGLViewerGauge::IsVisible, 5),
       SLOT(IGLCapture::OnData, 8),
   };
-  for (const Slot& slot : slots) EXPECT_EQ(slot.m_uFound, slot.m_uPublished) << slot.m_szName;
+  for (const Slot& slot : slots) EXPECT_EQ(slot.m_uFound, slot.m_uWanted) << slot.m_szName;
 }
 
-// Those that the component only calls; all others are found by their published identifiers in every class.
-TEST(InterfaceLayout, ClientsCarryThePublishedIdentifiers) {
-  const IID* const ids[] = {&IID_IGLPainter, &IID_IGLViewerGauge, &IID_IGLCapture};
-  for (std::size_t i = 0; i < std::size(ids); ++i)
-    EXPECT_TRUE(*ids[i] == IdentifierFromText(kPublishedCallbacks[i].m_szId))
-        << kPublishedCallbacks[i].m_szName;
+// Those that the component only calls; the others are asked for by their identifiers in the test of each
+// class.
+TEST(InterfaceLayout, ClientsCarryTheIdentifiersOfTheTypeLibrary) {
+  const auto ids = IdlIdentifiers();
+  EXPECT_TRUE(IID_IGLPainter == IdentifierFromText(ids.at("IGLPainter")));
+  EXPECT_TRUE(IID_IGLViewerGauge == IdentifierFromText(ids.at("IGLViewerGauge")));
+  EXPECT_TRUE(IID_IGLCapture == IdentifierFromText(ids.at("IGLCapture")));
+  EXPECT_EQ(ids.size(), 1u + 14u + 27u) << "library, classes and interfaces";
 }
 
-TEST(InterfaceLayout, StructuresHaveTheirPublishedLayout) {
+TEST(InterfaceLayout, StructuresHaveTheLayoutOfExistingHosts) {
   const struct {
     const char* m_szName;
-    std::size_t m_uFound, m_uPublished;
+    std::size_t m_uFound, m_uWanted;
   } places[] = {
       {"LONG", sizeof(LONG), 4},
       {"ULONG", sizeof(ULONG), 4},
@@ -90,7 +88,7 @@ TEST(InterfaceLayout, StructuresHaveTheirPublishedLayout) {
       {"its centroid", offsetof(GLDATA_TRANS_TRIANGLE, m_sCentroid), 192},
       {"eGLDrawMode", sizeof(eGLDrawMode), 4},
   };
-  for (const auto& place : places) EXPECT_EQ(place.m_uFound, place.m_uPublished) << place.m_szName;
+  for (const auto& place : places) EXPECT_EQ(place.m_uFound, place.m_uWanted) << place.m_szName;
 }
 
 // The canvas passes its enumerations on as they are.

@@ -1,11 +1,8 @@
 // The type library's source against the headers: a host that goes by the one must find the operations of the
 // other.
 
-#include <gllib/GLLib.h>
-#include <gtest/gtest.h>
-
-#include "component/HeaderDeclarations.h"
-#include "component/PublishedIdentifiers.h"
+#include "component/IdlClasses.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -36,12 +33,10 @@ Declarations FromTypeLibrary(const std::string& aText) {
   return found;
 }
 
-std::string Source() { return WithoutComments(GLLIB_SOURCE_DIR "/src/component/GLLib.idl"); }
-
 }  // namespace
 
 TEST(TypeLibrary, DeclaresWhatTheHeadersDo) {
-  const Declarations headers = FromHeaders(), library = FromTypeLibrary(Source());
+  const Declarations headers = FromHeaders(), library = FromTypeLibrary(IdlText());
   ASSERT_EQ(library.size(), 27u + 7u + 12u) << "interfaces, structures and enumerations";
   for (const auto& [name, lines] : headers) {
     ASSERT_TRUE(library.contains(name)) << name;
@@ -49,40 +44,4 @@ TEST(TypeLibrary, DeclaresWhatTheHeadersDo) {
     EXPECT_EQ(library.at(name), lines) << name;
   }
   EXPECT_EQ(library.size(), headers.size());
-}
-
-TEST(TypeLibrary, GivesDirectionsThatPointersCanHave) {
-  int arguments = 0;
-  ForEach(Source(), R"(\[((?:in|out)[a-z, ]*)\] ([^,;]+)[,)])", [&](const std::smatch& argument) {
-    ++arguments;
-    const std::string direction = argument[1], type = argument[2];
-    const bool writes = direction.find("out") != std::string::npos;
-    EXPECT_TRUE(!writes || type.find('*') != std::string::npos) << direction << ' ' << type;
-    EXPECT_TRUE(writes || type.find("**") == std::string::npos) << direction << ' ' << type;
-  });
-  EXPECT_GT(arguments, 400);
-}
-
-TEST(TypeLibrary, CarriesThePublishedIdentifiersAndMaps) {
-  const std::string text = Source();
-  std::map<std::string, std::string> identifiers;
-  ForEach(text, R"(uuid\(([-0-9A-F]{36})\)[^\]]*\]\s+(?:interface|library|coclass) (\w+))",
-          [&](const std::smatch& one) { identifiers[one[2]] = one[1]; });
-  std::map<std::string, std::string> published = {{"GLLib", "17503780-FDFD-11D3-A317-000000000000"}};
-  std::vector<std::string> maps, found;
-  for (const PublishedInterface& face : kPublishedCallbacks) published[face.m_szName] = face.m_szId;
-  for (const PublishedClass& one : kPublishedClasses) {
-    published[one.m_szName] = one.m_szId;
-    maps.push_back(one.m_szName);
-    for (const PublishedInterface& face : one.m_vInterfaces) {
-      published[face.m_szName] = face.m_szId;
-      maps.push_back(face.m_szName);
-    }
-  }
-  EXPECT_EQ(identifiers, published);
-  ForEach(text, R"(coclass (\w+) \{([^}]*)\})", [&](const std::smatch& one) {
-    found.push_back(one[1]);
-    ForEach(one[2], R"(interface (\w+);)", [&](const std::smatch& face) { found.push_back(face[1]); });
-  });
-  EXPECT_EQ(found, maps) << "the first interface of a class is its identity";
 }

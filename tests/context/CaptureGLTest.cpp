@@ -1,36 +1,15 @@
 // Captures: what arrives in the pixmap, both ways, and what is left as it was.
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <future>
-#include <utility>
-
 #include "component/Module.h"
 #include "context/GLContext.h"
 #include "platform/GL.h"
 #include "support/Counting.h"
-#include "support/Eventually.h"
 #include "support/RichScene.h"
+#include "support/Test.h"
 
 namespace {
 
 constexpr int kWidth = 64, kHeight = 48;
-
-Picture PictureIn(IGLPixmap& aPixmap) {
-  int w = 0, h = 0;
-  aPixmap.GetWidth(&w);
-  aPixmap.GetHeight(&h);
-  Picture picture(w, h);
-  for (int y = 0; y < h; ++y) {
-    for (int x = 0; x < w; ++x) {
-      GLDATA_RGBA4B p{};
-      aPixmap.GetPixel(x, y, &p);
-      picture.Set(x, y, std::uint32_t{p.m_bRed} << 24 | p.m_bGreen << 16 | p.m_bBlue << 8 | p.m_bAlpha);
-    }
-  }
-  return picture;
-}
 
 /// A context with a rich scene, free-running.
 struct Captured {
@@ -53,7 +32,7 @@ struct Captured {
 
   Picture Take() {
     EXPECT_EQ(capture->Take(), 1);
-    return PictureIn(*capture->target);
+    return PictureOf(*capture->target);
   }
   Picture WindowPicture() {
     m_Window = {};
@@ -160,24 +139,6 @@ TEST(Capture, AnswersEveryRequest) {
   EXPECT_EQ(capture.Take(), 0) << "no pixmap";
 }
 
-TEST(Capture, MayBeDetachedAndReplacedWhileItIsAsked) {
-  struct Leaving final : TestCapture {
-    HRESULT GetRectangle(int* aX, int* aY, int* aWidth, int* aHeight) noexcept override {
-      m_pContext->DetachCapture();
-      m_pContext->AttachCapture(m_Next.Get());
-      return TestCapture::GetRectangle(aX, aY, aWidth, aHeight);
-    }
-    IGLContext* m_pContext = nullptr;
-    GLPtr<TestCapture> m_Next = GLMake<TestCapture>();
-  };
-  const FreeContext drawn;
-  const auto leaving = GLMake<Leaving>();
-  leaving->m_pContext = drawn.context.Get();
-  drawn.context->AttachCapture(leaving.Get());
-  EXPECT_EQ(leaving->Take(), 1);
-  EXPECT_EQ(leaving->m_Next->Take(), 1);
-}
-
 TEST(Capture, LeavesTheWindowAsItWasAThousandTimes) {
   constexpr bool kSanitized = GLLIB_SANITIZED != 0;  // takes its time, and keeps memory
   constexpr int kManyTimes = kSanitized ? 50 : 1000;
@@ -201,7 +162,7 @@ TEST(Capture, LeavesTheWindowAsItWasAThousandTimes) {
   EXPECT_EQ(captured.scene.compiled, compiled + 2 * kManyTimes)
       << "once in each capture, once in the window after it";
   EXPECT_EQ(Difference(after, before), 0);
-  EXPECT_EQ(Difference(PictureIn(*captured.capture->target), before), 0);
+  EXPECT_EQ(Difference(PictureOf(*captured.capture->target), before), 0);
   EXPECT_EQ(captured.textures, textures);
   EXPECT_EQ(captured.lists, lists);
 }
@@ -228,33 +189,4 @@ TEST(Capture, ShowsTheBackgroundWhereNoViewerDraws) {
     }
     EXPECT_EQ(others, 0) << "above the viewers";
   }
-}
-
-TEST(Capture, OfOneObjectServesTwoContextsAtOnce) {
-  struct Shared final : TestCapture {
-    HRESULT IsEnabled(LONG* aEnabled) noexcept override {
-      const HRESULT result = TestCapture::IsEnabled(aEnabled);
-      if (*aEnabled == 0) return result;
-      ++asked;
-      EXPECT_TRUE(Eventually([&] { return asked == 2; }));
-      return result;
-    }
-    HRESULT OnData(LONG aSuccess) noexcept override {
-      EXPECT_EQ(aSuccess, 1);
-      ++answered;
-      return S_OK;
-    }
-    std::atomic<int> asked{0}, answered{0};
-  };
-  const FreeContext one({}, 16, 16), other({}, 16, 16);
-  const auto capture = GLMake<Shared>();
-  for (const FreeContext* drawn : {&one, &other}) drawn->context->AttachCapture(capture.Get());
-  GLPtr<IGLPixmap> targets[2];
-  for (int i = 0; i < 2; ++i) {
-    targets[i] = GLCreate<IGLPixmap>(CLSID_GLPixmap);
-    capture->Request(targets[i].Get());
-    ASSERT_TRUE(Eventually([&] { return capture->asked > i; }));
-  }
-  ASSERT_TRUE(Eventually([&] { return capture->answered == 2; }));
-  for (const auto& target : targets) EXPECT_EQ(PictureIn(*target).Width(), 16) << "each has its picture";
 }

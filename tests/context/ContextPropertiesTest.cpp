@@ -1,13 +1,6 @@
 // What a context keeps of its own: properties, viewport and the coordinates that follow from it. No window.
 
-#include <gllib/GLLibHost.h>
-#include <gllib/IGLFog.h>
-#include <gllib/IGLLight.h>
-#include <gtest/gtest.h>
-
-#include <array>
-#include <climits>
-#include <limits>
+#include "support/Test.h"
 
 namespace {
 
@@ -63,28 +56,6 @@ TEST(ContextProperties, AreWhatWasSetWithinTheirRanges) {
                              context->SetAmbientLight(nullptr), context->EnumLights(nullptr)}) {
     EXPECT_EQ(refused, E_INVALIDARG);
   }
-}
-
-TEST(ContextMembers, AreListedUntilTheyAreDestroyed) {
-  const auto context = GLCreate<IGLContext>(CLSID_GLContext);
-  IGLLight* light = nullptr;
-  IGLViewer* viewer = nullptr;
-  ASSERT_EQ(context->CreateLight(&light), S_OK);
-  ASSERT_EQ(context->CreateViewer(1, 0, &viewer), S_OK);
-  const auto counts = [&] {
-    const auto lights = GLCreate<IGLCollection>(CLSID_GLCollection);
-    const auto viewers = GLCreate<IGLCollection>(CLSID_GLCollection);
-    context->EnumLights(lights.Get());
-    context->EnumViewers(viewers.Get());
-    int lit = 9, viewed = 9;
-    lights->GetSize(&lit);
-    viewers->GetSize(&viewed);
-    return std::pair(lit, viewed);
-  };
-  EXPECT_EQ(counts(), std::pair(1, 1));
-  context->DestroyLight(light);
-  context->DestroyViewer(viewer);
-  EXPECT_EQ(counts(), std::pair(0, 0));
 }
 
 TEST(ScreenCoordinates, RunFromMinusOneToOneOverTheShorterSide) {

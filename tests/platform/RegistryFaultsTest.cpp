@@ -4,23 +4,15 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <gllib/GLByProgID.h>
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
-#include <chrono>
-#include <cstdio>
-#include <filesystem>
-#include <functional>
-#include <string>
-#include <thread>
 
 #include "platform/RegistryBatch.h"
+#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -92,9 +84,9 @@ int rename(const char* aOld, const char* aNew) noexcept {
 namespace {
 
 const std::string kOthers =
-    "Windows Registry Editor Version 5.00\r\n\r\n; kept by "
-    "hand\r\n[HKEY_CLASSES_ROOT\\Other]\r\n@=\"kept\"\r\n" +
-    std::string("\"Long\"=\"") + std::string(40000, 'x') + "\"\r\n";
+    "Windows Registry Editor Version 5.00\r\n\r\n; kept by hand\r\n[HKEY_CLASSES_ROOT\\Other]\r\n"
+    "@=\"kept\"\r\n\"Long\"=\"" +
+    std::string(40000, 'x') + "\"\r\n";
 
 class RegistryFaults : public testing::Test {
  protected:
@@ -165,59 +157,6 @@ TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOneAndNothingElse) {
   }
 }
 
-TEST_F(RegistryFaults, AHostIsToldOfAReadError) {
-  Put();
-  for (const int turn : {1, 2}) {
-    Fault fault{Call::kRead, turn, EIO, {}};
-    g_pFault = &fault;
-    void* object = nullptr;
-    EXPECT_EQ(GLCreateObjectByProgID("Other", IID_IUnknown, &object), REGDB_E_READREGDB);
-    g_pFault = nullptr;
-  }
-}
-
-TEST_F(RegistryFaults, NoFileThatSomebodyPutThereIsWrittenThrough) {
-  const auto victim = m_Folder.Put("victim", "precious");
-  // Whatever can be foreseen of the new file's name is a link to the victim.
-  std::filesystem::create_symlink(victim, m_Folder / ("machine.reg." + std::to_string(getpid()) + ".new"));
-  std::string first, second;
-  const auto name = [&](std::string& into) {
-    into = Files();
-    into.erase(0, into.find("machine.reg."));
-  };
-  Put();
-  EXPECT_EQ(Enter({Call::kSync, 1, 0, [&] { name(first); }}), ERROR_SUCCESS);
-  Put();
-  EXPECT_EQ(Enter({Call::kSync, 1, 0, [&] { name(second); }}), ERROR_SUCCESS);
-  EXPECT_NE(first, second) << "a new name each time";
-  EXPECT_EQ(m_Folder.Get("victim"), "precious");
-  EXPECT_TRUE(IsEntered());
-}
-
-TEST_F(RegistryFaults, ASignalDoesNotBreakTheLock) {
-  Put();
-  const int folder = open(m_Folder.Path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  ASSERT_EQ(flock(folder, LOCK_EX), 0);
-  struct sigaction handler {
-  }, before{};
-  handler.sa_handler = [](int) {};  // no SA_RESTART: calls are interrupted
-  sigaction(SIGUSR1, &handler, &before);
-  std::atomic<LSTATUS> status{-1};
-  std::thread writer([&] { status = Enter(); });
-  for (int i = 0; i < 50; ++i) {
-    pthread_kill(writer.native_handle(), SIGUSR1);
-    std::this_thread::sleep_for(2ms);
-  }
-  EXPECT_EQ(status, -1) << "it waits";
-  EXPECT_EQ(Get(), kOthers) << "the lock is held by another program";
-  flock(folder, LOCK_UN);
-  close(folder);
-  writer.join();
-  sigaction(SIGUSR1, &before, nullptr);
-  EXPECT_EQ(status, ERROR_SUCCESS);
-  EXPECT_TRUE(IsEntered());
-}
-
 TEST_F(RegistryFaults, AForkedChildHoldsNoLock) {
   Put();
   // While the file is written another part of the program forks a child that stays.
@@ -232,24 +171,6 @@ TEST_F(RegistryFaults, AForkedChildHoldsNoLock) {
             ERROR_SUCCESS);
   Put();
   EXPECT_EQ(Enter(), ERROR_SUCCESS);
-
-  // A child that is forked in the middle of a change can make one itself.
-  pid_t writer = 0;
-  Put();
-  ASSERT_EQ(Enter({Call::kSync, 1, 0,
-                   [&] {
-                     writer = fork();
-                     if (writer != 0) return;
-                     RegistryBatch batch;
-                     batch.SetText("Childs", "text");
-                     _exit(batch.Commit() == ERROR_SUCCESS ? 0 : 1);
-                   }}),
-            ERROR_SUCCESS);
-  int exited = -1;
-  waitpid(writer, &exited, 0);
-  EXPECT_EQ(exited, 0);
-  EXPECT_TRUE(IsEntered());
-  EXPECT_NE(Get().find("[HKEY_CLASSES_ROOT\\Childs]"), std::string::npos);
   kill(child, SIGKILL);
   waitpid(child, nullptr, 0);
 }

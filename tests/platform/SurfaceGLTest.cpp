@@ -1,15 +1,12 @@
 // Windows and rendering contexts on the headless display, and a host's own context beside them.
 
-#include <gtest/gtest.h>
-
-#include <thread>
-
 #include "platform/DeviceContext.h"
 #include "platform/GL.h"
 #include "platform/PixelFormat.h"
 #include "platform/RenderingContext.h"
 #include "platform/Window.h"
 #include "platform/linux/display/headless/HeadlessDisplay.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -83,29 +80,6 @@ class HeadlessWindow : public testing::Test {
   HWND m_hWnd;
   HDC m_hDC;
 };
-
-TEST_F(HeadlessWindow, IsDescribedAsItsFormatIs) {
-  const HGLRC context = Start(m_hDC);
-  const PIXELFORMATDESCRIPTOR request = Request();
-  const int format = ChoosePixelFormat(m_hDC, &request);
-  PIXELFORMATDESCRIPTOR description{};
-  const int count = DescribePixelFormat(m_hDC, format, sizeof(description), &description);
-  EXPECT_GE(count, format);
-  EXPECT_EQ(DescribePixelFormat(m_hDC, count + 1, sizeof(description), &description), 0);
-  const struct {
-    GLenum name;
-    int bits;
-  } rows[] = {{GL_RED_BITS, description.cRedBits},     {GL_GREEN_BITS, description.cGreenBits},
-              {GL_BLUE_BITS, description.cBlueBits},   {GL_ALPHA_BITS, description.cAlphaBits},
-              {GL_DEPTH_BITS, description.cDepthBits}, {GL_STENCIL_BITS, description.cStencilBits}};
-  for (const auto& row : rows) {
-    GLint bits = -1;
-    glGetIntegerv(row.name, &bits);
-    EXPECT_EQ(bits, row.bits) << row.name;
-  }
-  EXPECT_FALSE(SetPixelFormat(m_hDC, format == 1 ? 2 : 1, &request)) << "a format is set once";
-  wglDeleteContext(context);
-}
 
 TEST_F(HeadlessWindow, GrowsAtTheNextMakeCurrent) {
   const HGLRC context = Start(m_hDC);

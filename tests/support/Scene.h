@@ -65,7 +65,6 @@ class ContextFixture {
     return m_Context.As<Interface>();
   }
   IGLViewer& Viewer() const { return *m_Viewer; }
-  std::thread::id DrawThread() const;
 
   /// Draws a whole frame, in which the painter calls a function once a visible viewer, and waits for its end.
   /// A GL error that the frame left fails the running test.
@@ -112,6 +111,3 @@ class TestCapture : public GLCaptureBase {
 /// A font of each kind: of the system, of an atlas, of pixels and of outlines. The latter two take long.
 using Fonts = std::array<GLPtr<IGLFont>, 4>;
 Fonts MakeFonts(IGLContext& aContext, bool aAll = true);
-
-/// One frame of a context made for it, with the viewer as a context makes it.
-Picture DrawThroughContext(int aWidth, int aHeight, const DrawFunction& aDraw);

@@ -2,12 +2,9 @@
 
 #include "thread/PCriticalSection.h"
 
-#include <gllib/GLPlatform.h>
-#include <gtest/gtest.h>
-
 #include <optional>
 
-#include "support/Eventually.h"
+#include "support/Test.h"
 
 using namespace std::chrono_literals;
 

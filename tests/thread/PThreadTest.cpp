@@ -2,11 +2,7 @@
 
 #include "thread/PThread.h"
 
-#include <gtest/gtest.h>
-
-#include <vector>
-
-#include "support/Eventually.h"
+#include "support/Test.h"
 
 using namespace std::chrono_literals;
 

@@ -1,9 +1,6 @@
 // The window procedure and the hook with the system's own messages, sent to windows of a host's.
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-
+#include "support/Test.h"
 #include "windows/Host.h"
 
 namespace {
@@ -79,19 +76,6 @@ TEST_F(Messages, APartThatBecameInvalidIsDrawnOnceAndIsValidThen) {
   EXPECT_EQ(SendMessageA(child, WM_ERASEBKGND, 0, 0), 1) << "nobody wipes it";
 }
 
-TEST_F(Messages, OfThePaletteReachAllContextsThroughTheFirstOnesTopLevelWindow) {
-  for (const UINT message : {UINT{WM_QUERYNEWPALETTE}, UINT{WM_PALETTECHANGED}}) {
-    const auto from = reinterpret_cast<WPARAM>(m_Windows[1].Handle());
-    for (const int top : {1, 0}) {
-      for (auto& context : m_Contexts) {
-        SendMessageA(m_Windows[top].Handle(), message, from, 0);
-        EXPECT_EQ(CountQueued(WindowOf(*context), message, from), top == 0 ? 1 : 0) << message << ' ' << top;
-      }
-    }
-    EXPECT_EQ(SendMessageA(WindowOf(*m_Contexts[0]), message, from, 0), 0) << "no palette is needed";
-  }
-}
-
 TEST_F(Messages, OfColoursRebuildAllContextsThroughTheFirstOnesTopLevelWindow) {
   const HWND before[] = {WindowOf(*m_Contexts[0]), WindowOf(*m_Contexts[1])};
   const auto rebuilt = [&](int i) {
@@ -103,23 +87,6 @@ TEST_F(Messages, OfColoursRebuildAllContextsThroughTheFirstOnesTopLevelWindow) {
   EXPECT_FALSE(rebuilt(0) || rebuilt(1));
   SendMessageA(m_Windows[0].Handle(), WM_SYSCOLORCHANGE, 0, 0);
   EXPECT_TRUE(PumpUntil([&] { return rebuilt(0) && rebuilt(1); }));
-}
-
-TEST_F(Messages, AWindowThatSticksOutOfTheWorkAreaStandsWhereItStoodAfterwards) {
-  const HWND host = m_Windows[0].Handle();
-  m_Contexts[0].Reset();
-  MoveWindow(host, -120, -90, HostWindow::kWidth, HostWindow::kHeight, TRUE);
-  m_Contexts[0] = m_Windows[0].MakeContext();
-  ASSERT_TRUE(m_Contexts[0]);
-  RECT place{};
-  GetWindowRect(host, &place);
-  EXPECT_EQ(place.left, -120);
-  EXPECT_EQ(place.top, -90);
-  EXPECT_TRUE(LockWindowUpdate(host)) << "nobody holds the lock on drawing any more";
-  LockWindowUpdate(nullptr);
-  GetWindowRect(WindowOf(*m_Contexts[0]), &place);
-  EXPECT_EQ(place.left, -120) << "the child stands in its corner";
-  EXPECT_EQ(place.right, -120 + HostWindow::kWidth);
 }
 
 TEST_F(Messages, TheParentsEndStopsTheContextBelowItAlone) {
