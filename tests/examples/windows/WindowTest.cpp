@@ -1,16 +1,10 @@
 // glview.exe in its window: what the window shows, and what keys and mouse do.
 
-#include <gtest/gtest.h>
 #include <windows.h>
-
-#include <chrono>
-#include <cstring>
-#include <filesystem>
-#include <thread>
-#include <utility>
 
 #include "Program.h"
 #include "shared/Picture.h"
+#include "support/Test.h"
 
 namespace {
 
