@@ -19,7 +19,7 @@ def pixels_of(data):
     """The picture in a PNG file, as rows of red, green and blue."""
     image = QImage.fromData(data).convertToFormat(QImage.Format_RGB888)
     rows = numpy.frombuffer(image.constBits().asarray(image.sizeInBytes()), "u1").reshape(image.height(), -1)
-    return rows[:, : 3 * image.width()].reshape(image.height(), image.width(), 3)
+    return rows[:, : 3 * image.width()].reshape(image.height(), image.width(), 3).copy()
 
 
 class Examples(unittest.TestCase):

@@ -8,21 +8,6 @@ namespace {
 constexpr DWORD kLong = 3'600'000;  // a test that waits this out has failed
 constexpr auto kWhile = std::chrono::milliseconds(300);
 
-/// Draws a triangle over the middle of the view.
-class Triangle final : public GLPainterBase {
- public:
-  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
-    GLDATA_RGBA color = {1, 0, 0, 1};
-    aCanvas->SetVertexColor(&color);
-    aCanvas->BeginDrawTriangles();
-    aCanvas->Vertex2d(-0.5, -0.5);
-    aCanvas->Vertex2d(0.5, -0.5);
-    aCanvas->Vertex2d(0, 0.5);
-    aCanvas->EndDrawVertices();
-    return S_OK;
-  }
-};
-
 /// Two contexts under two top-level windows.
 class Messages : public testing::Test {
  protected:
