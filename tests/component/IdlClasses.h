@@ -6,8 +6,12 @@
 #include <gllib/GLPlatform.h>
 
 #include <cstdio>
-
-#include "component/HeaderDeclarations.h"
+#include <fstream>
+#include <map>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
 
 struct IdlInterface {
   std::string m_sName, m_sId;
@@ -19,7 +23,19 @@ struct IdlClass {
   std::vector<IdlInterface> m_vInterfaces;
 };
 
-inline std::string IdlText() { return WithoutComments(GLLIB_SOURCE_DIR "/src/component/GLLib.idl"); }
+inline std::string IdlText() {
+  std::ostringstream text;
+  text << std::ifstream(GLLIB_SOURCE_DIR "/src/component/GLLib.idl").rdbuf();
+  return std::regex_replace(text.str(), std::regex("//[^\n]*"), "");
+}
+
+/// Calls aDo with each match of a pattern.
+template <class Function>
+void ForEach(const std::string& aText, const char* aPattern, Function aDo) {
+  const std::regex pattern(aPattern);
+  for (std::sregex_iterator match(aText.begin(), aText.end(), pattern), end; match != end; ++match)
+    aDo(*match);
+}
 
 /// Identifiers by name: of the library, its classes and its interfaces.
 inline std::map<std::string, std::string> IdlIdentifiers() {
