@@ -20,25 +20,19 @@ GLPtr<IGLContext> NewContext(int aWidth, int aHeight) {
 
 TEST(ContextProperties, AreWhatWasSetWithinTheirRanges) {
   const auto context = GLCreate<IGLContext>(CLSID_GLContext);
-  struct {
-    HRESULT (IGLContext::*set)(LONG) noexcept;
-    HRESULT (IGLContext::*get)(LONG*) noexcept;
-    LONG start;
-  } const switches[] = {
-      {&IGLContext::EnableDepth, &IGLContext::IsDepthEnabled, 1},
-      {&IGLContext::EnableLighting, &IGLContext::IsLightingEnabled, 1},
-      {&IGLContext::EnableAmbientLight, &IGLContext::IsAmbientLightEnabled, 1},
-  };
-  for (const auto& s : switches) {
+  using I = IGLContext;
+  for (const auto& [set, get] : {std::pair{&I::EnableDepth, &I::IsDepthEnabled},
+                                 {&I::EnableLighting, &I::IsLightingEnabled},
+                                 {&I::EnableAmbientLight, &I::IsAmbientLightEnabled}}) {
     LONG now = -1;
-    (*context.*s.get)(&now);
-    EXPECT_EQ(now, s.start);
+    (*context.*get)(&now);
+    EXPECT_EQ(now, 1);
     for (const LONG value : {0, 7}) {
-      (*context.*s.set)(value);
-      (*context.*s.get)(&now);
+      (*context.*set)(value);
+      (*context.*get)(&now);
       EXPECT_EQ(now, value != 0 ? 1 : 0);
     }
-    EXPECT_EQ((*context.*s.get)(nullptr), E_INVALIDARG);
+    EXPECT_EQ((*context.*get)(nullptr), E_INVALIDARG);
   }
   int width = 0;
   EXPECT_EQ(context->GetViewportWidth(&width), S_OK);
