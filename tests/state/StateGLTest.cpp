@@ -1,60 +1,48 @@
-// Lights, fog and materials as they are seen: beside the same scene in plain GL, and the light numbers of two
-// contexts that draw at the same time.
+// Lights, fog and materials as GL has them while a painter draws, and the light numbers of two contexts that
+// draw at the same time.
 
 #include <bit>
 
 #include "platform/GL.h"
-#include "support/PlainGL.h"
 #include "support/Scene.h"
 #include "support/Test.h"
 
 namespace {
 
-constexpr int kSize = 96;
+using Values = std::array<float, 4>;
 
-/// A sphere of radius 40, in plain GL for both sides.
-void DrawSphere() {
-  const auto vertex = [&](int aRing, int aSegment) {
-    const double theta = std::numbers::pi * aRing / 24, phi = 2 * std::numbers::pi * aSegment / 32;
-    const double x = std::sin(theta) * std::cos(phi), y = std::sin(theta) * std::sin(phi),
-                 z = std::cos(theta);
-    glNormal3d(x, y, z);
-    glVertex3d(40 * x, 40 * y, 40 * z - 60);
-  };
-  for (int ring = 0; ring < 24; ++ring) {
-    glBegin(GL_QUAD_STRIP);
-    for (int segment = 0; segment <= 32; ++segment) {
-      vertex(ring, segment);
-      vertex(ring + 1, segment);
+/// What GL has of a light; a distant one's place is the direction that it comes from.
+struct Shining {
+  bool on = true;
+  Values diffuse = {0.5f, 0.5f, 0.5f, 1}, place = {};
+  Values direction = {0, 0, -1, 0};
+  float cutoff = 180, exponent = 0, linear = 0, quadratic = 0;
+};
+
+void ExpectLight(GLenum aName, const Shining& aWanted, const std::string& aWhat) {
+  EXPECT_EQ(glIsEnabled(aName) == GL_TRUE, aWanted.on) << aWhat;
+  if (!aWanted.on) return;
+  // Directions count by their unit vectors.
+  const auto expect = [&](GLenum aParameter, Values aValues, bool aDirection = false) {
+    Values found{};
+    glGetLightfv(aName, aParameter, found.data());
+    for (Values* values : {&found, &aValues}) {
+      const auto [x, y, z, w] = *values;
+      const float length = aDirection ? std::hypot(x, y, z) : 1;
+      *values = {x / length, y / length, z / length, w};
     }
-    glEnd();
-  }
-}
-
-/// What a context with its defaults sets up for a viewer in parallel projection, but for fog and lights.
-void PlainPass() {
-  constexpr float kAmbient[] = {0.2f, 0.2f, 0.2f, 1.0f};
-  glEnable(GL_DEPTH_TEST);
-  glEnable(GL_BLEND);
-  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-  glEnable(GL_LIGHTING);
-  glEnable(GL_COLOR_MATERIAL);
-  glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
-  glLightModelfv(GL_LIGHT_MODEL_AMBIENT, kAmbient);
-  glMatrixMode(GL_PROJECTION);
-  glOrtho(-50, 50, -50, 50, 0, 1000);
-  glMatrixMode(GL_MODELVIEW);
-  glTranslated(0, 0, -1);
-}
-
-/// A light as a new one shines, at a place (w = 1) or from a direction (w = 0).
-void PlainLight(float aX, float aY, float aZ, float aW, GLenum aName = GL_LIGHT0) {
-  const float place[] = {aX, aY, aZ, aW}, gray[] = {0.5f, 0.5f, 0.5f, 1.0f}, white[] = {1, 1, 1, 1};
-  glEnable(aName);
-  glLightfv(aName, GL_AMBIENT, gray);
-  glLightfv(aName, GL_DIFFUSE, gray);
-  glLightfv(aName, GL_SPECULAR, white);
-  glLightfv(aName, GL_POSITION, place);
+    for (std::size_t i = 0; i < 4; ++i)
+      EXPECT_NEAR(found[i], aValues[i], 1e-4f) << aWhat << ": " << aParameter;
+  };
+  expect(GL_AMBIENT, {0.5f, 0.5f, 0.5f, 1});
+  expect(GL_DIFFUSE, aWanted.diffuse);
+  expect(GL_SPECULAR, {1, 1, 1, 1});
+  expect(GL_POSITION, aWanted.place, aWanted.place[3] == 0);
+  expect(GL_SPOT_CUTOFF, {aWanted.cutoff});
+  if (aWanted.cutoff < 180) expect(GL_SPOT_DIRECTION, aWanted.direction, true);
+  expect(GL_SPOT_EXPONENT, {aWanted.exponent});
+  expect(GL_LINEAR_ATTENUATION, {aWanted.linear});
+  expect(GL_QUADRATIC_ATTENUATION, {aWanted.quadratic});
 }
 
 IGLLight& NewLight(const ContextFixture& aFixture) {
@@ -62,17 +50,6 @@ IGLLight& NewLight(const ContextFixture& aFixture) {
   EXPECT_EQ(aFixture.Context().CreateLight(&light), S_OK);
   light->Enable(1);
   return *light;
-}
-
-Picture Sphere(ContextFixture& aFixture) {
-  return aFixture.FramePicture([](Scene&) { DrawSphere(); });
-}
-Picture PlainSphere(const std::function<void()>& aLight) {
-  return DrawPlainGL(kSize, kSize, [&] {
-    PlainPass();
-    aLight();
-    DrawSphere();
-  });
 }
 
 /// The GL lights that are lit when the painter is called, as bits.
@@ -86,18 +63,15 @@ unsigned LitIn(ContextFixture& aFixture) {
 
 }  // namespace
 
-TEST(LightPicture, EqualsPlainGLForEachKindOfLight) {
+TEST(Light, IsWhatGLHasOfEachKind) {
   const auto shine = [](GLDATA_POINT direction) {
     return [direction](IGLLight& light) mutable {
       light.SetAsSpotlight(0);
       light.SetDirection(&direction);
     };
   };
-  const struct {
-    const char* m_szName;
-    std::function<void(IGLLight&)> m_Ours;
-    void (*m_pfnPlain)();
-  } cases[] = {
+  // Places are seen from the eye, which stands at (0, 0, 1).
+  const std::tuple<const char*, std::function<void(IGLLight&)>, Shining> cases[] = {
       {"all round, with its own colours and falling off",
        [](IGLLight& light) {
          GLDATA_POINT place{30, 40, 50};
@@ -107,13 +81,7 @@ TEST(LightPicture, EqualsPlainGLForEachKindOfLight) {
          light.SetLinearAttenuation(0.01f);
          light.SetQuadraticAttenuation(0.0001f);
        },
-       [] {
-         constexpr float kRed[] = {0.9f, 0.2f, 0.1f, 1};
-         PlainLight(30, 40, 50, 1);
-         glLightfv(GL_LIGHT0, GL_DIFFUSE, kRed);
-         glLightf(GL_LIGHT0, GL_LINEAR_ATTENUATION, 0.01f);
-         glLightf(GL_LIGHT0, GL_QUADRATIC_ATTENUATION, 0.0001f);
-       }},
+       {.diffuse = {0.9f, 0.2f, 0.1f, 1}, .place = {30, 40, 49, 1}, .linear = 0.01f, .quadratic = 0.0001f}},
       {"a spot",
        [](IGLLight& light) {
          GLDATA_POINT place{0, 0, 60}, direction{0.1, 0.1, -1};
@@ -122,28 +90,21 @@ TEST(LightPicture, EqualsPlainGLForEachKindOfLight) {
          light.SetCutOffAngle_DEG(20);
          light.SetSpotExponent(40);
        },
-       [] {
-         constexpr float kDirection[] = {0.1f, 0.1f, -1};
-         PlainLight(0, 0, 60, 1);
-         glLightfv(GL_LIGHT0, GL_SPOT_DIRECTION, kDirection);
-         glLightf(GL_LIGHT0, GL_SPOT_CUTOFF, 20);
-         glLightf(GL_LIGHT0, GL_SPOT_EXPONENT, 40);
-       }},
-      {"distant", shine({1, -2, -1}), [] { PlainLight(-1, 2, 1, 0); }},
-      {"distant, along +z", shine({0, 0, 3}), [] { PlainLight(0, 0, -1, 0); }},
-      {"distant, almost along +z", shine({1e-9, 0, 1e-4}), [] { PlainLight(0, 0, -1, 0); }},
-      {"off", [](IGLLight& light) { light.Enable(0); }, [] {}},
+       {.place = {0, 0, 59, 1}, .direction = {0.1f, 0.1f, -1}, .cutoff = 20, .exponent = 40}},
+      {"distant", shine({1, -2, -1}), {.place = {-1, 2, 1, 0}}},
+      {"distant, along +z", shine({0, 0, 3}), {.place = {0, 0, -1, 0}}},
+      {"distant, almost along +z", shine({1e-9, 0, 1e-4}), {.place = {0, 0, -1, 0}}},
+      {"off", [](IGLLight& light) { light.Enable(0); }, {.on = false}},
   };
-  for (const auto& c : cases) {
-    ContextFixture fixture(kSize, kSize);
-    c.m_Ours(NewLight(fixture));
-    // A rotation's last bit may differ.
-    EXPECT_EQ(Difference(Sphere(fixture), PlainSphere(c.m_pfnPlain), 1), 0) << c.m_szName;
+  for (const auto& [name, set, wanted] : cases) {
+    ContextFixture fixture(8, 8);
+    set(NewLight(fixture));
+    fixture.Frame([&](Scene&) { ExpectLight(GL_LIGHT0, wanted, name); });
   }
 }
 
-TEST(LightPicture, LightsMoveWithTheCoordinateSystemTheyShare) {
-  ContextFixture fixture(kSize, kSize);
+TEST(Light, MovesWithTheCoordinateSystemThatLightsShare) {
+  ContextFixture fixture(8, 8);
   const auto coord = GLCreate<IGLCoord>(CLSID_GLCoord);
   IGLLight &spot = NewLight(fixture), &distant = NewLight(fixture);
   EXPECT_EQ(spot.AttachCoord(coord.Get()), S_OK);
@@ -152,23 +113,31 @@ TEST(LightPicture, LightsMoveWithTheCoordinateSystemTheyShare) {
   for (const float x : {-60.0f, 60.0f}) {
     GLDATA_MATRIX6D placement{x, 20, 10, 0, std::numbers::pi / 2, 0};  // the system's +z is the world's +x
     coord->SetMatrix6d(&placement);
-    const Picture plain = PlainSphere([&] {
-      PlainLight(x + 1, 20, 10, 1);
-      PlainLight(1, 0, 0, 0, GL_LIGHT1);
+    fixture.Frame([&](Scene&) {
+      ExpectLight(GL_LIGHT1, {.place = {x + 1, 20, 9, 1}}, "spot");
+      ExpectLight(GL_LIGHT0, {.place = {1, 0, 0, 0}}, "distant");  // the latest is the first
     });
-    EXPECT_EQ(Difference(Sphere(fixture), plain, 1), 0) << x;
   }
 }
 
-TEST(LightPicture, IsBlackWithNoLightAtAll) {
-  ContextFixture fixture(kSize, kSize);
-  EXPECT_GT(Sphere(fixture).CountOther(0x000000FF), 0) << "the light that comes from everywhere";
-  fixture.Context().EnableAmbientLight(0);
-  EXPECT_EQ(Sphere(fixture).CountOther(0x000000FF), 0);
+TEST(Light, FallsOnColoursFromEverywhereUnlessThatIsOff) {
+  ContextFixture fixture(8, 8);
+  for (const float wanted : {0.2f, 0.0f}) {
+    fixture.Context().EnableAmbientLight(wanted > 0 ? 1 : 0);
+    fixture.Frame([&](Scene&) {
+      EXPECT_TRUE(glIsEnabled(GL_LIGHTING) && glIsEnabled(GL_COLOR_MATERIAL));
+      GLint follows = 0;
+      glGetIntegerv(GL_COLOR_MATERIAL_PARAMETER, &follows);
+      EXPECT_EQ(follows, GL_AMBIENT_AND_DIFFUSE);
+      Values ambient{};
+      glGetFloatv(GL_LIGHT_MODEL_AMBIENT, ambient.data());
+      EXPECT_EQ(ambient, (Values{wanted, wanted, wanted, 1}));
+    });
+  }
 }
 
 TEST(Fog, IsWhatGLHasInEveryFrame) {
-  ContextFixture fixture(kSize, kSize);
+  ContextFixture fixture(8, 8);
   GLPtr<IGLFog> fog;
   fixture.Context().GetFog(fog.Put());
   GLDATA_RGBA blue{0.1f, 0.2f, 0.8f, 0};
@@ -195,7 +164,7 @@ TEST(Fog, IsWhatGLHasInEveryFrame) {
 }
 
 TEST(Material, IsWhatGLHasOnBothSides) {
-  ContextFixture fixture(kSize, kSize);
+  ContextFixture fixture(8, 8);
   const auto material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
   GLDATA_RGBA red{0.9f, 0.1f, 0.1f, 1}, green{0.1f, 0.9f, 0.1f, 1}, glow{0, 0, 0.3f, 1}, white{1, 1, 1, 1};
   material->EnableDrawMode(GLMM_ENABLE_BACK | GLMM_LIGHT_MODEL_TWO_SIDE, 1);
@@ -204,7 +173,6 @@ TEST(Material, IsWhatGLHasOnBothSides) {
   material->SetSpecularReflectance(1, &white);
   material->SetShininess(1, 0.25f);
   material->SetEmissionLight(0, &glow);
-  using Values = std::array<float, 4>;
   constexpr Values kAmbient = {0.2f, 0.2f, 0.2f, 1}, kNone = {0, 0, 0, 1};
   const std::tuple<GLenum, Values, Values> wanted[] = {
       {GL_AMBIENT, kAmbient, kAmbient},
@@ -227,7 +195,7 @@ TEST(Material, IsWhatGLHasOnBothSides) {
   });
 }
 
-TEST(LightPicture, TwoContextsThatDrawAtOnceShareTheEightNumbers) {
+TEST(Light, NumbersAreSharedByTwoContextsThatDrawAtOnce) {
   ContextFixture first(8, 8), second(8, 8);
   for (int round = 0; round < 5; ++round) {
     std::vector<IGLLight*> ofFirst, ofSecond;
