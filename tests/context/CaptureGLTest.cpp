@@ -15,6 +15,7 @@ constexpr int kWidth = 64, kHeight = 48;
 struct Captured {
   RichScene scene;
   GLPtr<TestCapture> capture = GLMake<TestCapture>();
+  GLDATA_RGBA behind{};                    // the background that the painter is told of in a zoomed picture
   std::atomic<int> textures{0}, lists{0};  // names in the window's rendering context when it was last read
   FreeContext drawn;
 
@@ -45,6 +46,7 @@ struct Captured {
     scene.Draw(aScene);
     int width = 0;
     aScene.Context().GetViewportWidth(&width);
+    if (width != m_iWidth) aScene.Context().GetBackgroundColor(&behind);
     if (width != m_iWidth || !m_bRead.exchange(false)) return;
     textures = lists = 0;
     for (GLuint name = 1; name <= 0xFFFF; ++name) {
@@ -99,6 +101,7 @@ TEST(Capture, ZoomsTheResolutionAndTakesItsBackground) {
   const Picture large = captured.Take();
   EXPECT_EQ(std::pair(large.Width(), large.Height()), std::pair(3 * kWidth, 3 * kHeight));
   EXPECT_EQ(large.At(0, 0), 0x00FFFFFFu) << "the background, cut to what a colour can be";
+  EXPECT_EQ(captured.behind.m_fGreen, 1.0f);
   GLDATA_RGBA own{};
   captured.drawn.context->GetBackgroundColor(&own);
   EXPECT_EQ(own.m_fGreen, 0.0f);

@@ -235,7 +235,7 @@ TEST(Geometry, PlaneRelations) {
   EXPECT_EQ(z0.Relation(x0), kPlanesMeet);
   EXPECT_EQ(z0.Relation(tilted), kPlanesMeet) << "exact";
   EXPECT_EQ(z0.Relation(none), kPlanesUnrelated);
-  EXPECT_EQ(GPlane({0, 0, 0}, {0, 2, 0}, {2, 0, 0}).Relation(z0), kPlanesSame) << "whichever way it faces";
+  EXPECT_EQ(GPlane({0, 0, 1}, {0, 2, 1}, {2, 0, 1}).Relation(z1), kPlanesSame) << "whichever way it faces";
   GLine line;
   GPoint point(7, 7, 7);
   EXPECT_FALSE(z0.Intersect(z1, line));
