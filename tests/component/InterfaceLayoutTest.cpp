@@ -17,48 +17,13 @@ std::size_t SlotOf(Operation aOperation) {
   return (words[0] & ~std::uintptr_t{1}) / sizeof(void*);
 }
 
-struct Slot {
-  const char* m_szName;
-  std::size_t m_uFound, m_uWanted;
-};
-
-#define SLOT(operation, wanted) \
-  { #operation, SlotOf(&operation), wanted }
-
 }  // namespace
 
-TEST(InterfaceLayout, OperationsEndInTheSlotsOfExistingHosts) {
-  // The order of the operations is the type library's; the last slot tells that nothing stands between them.
-  const Slot slots[] = {
-      SLOT(IGLContext::Select, 42),
-      SLOT(IGLContext2::CreateInternalFont, 5),
-      SLOT(IGLContext12::ResumeDrawThread, 4),
-      SLOT(IGLContext14_2::GetCanvas, 3),
-      SLOT(IGLContext14_3::put_lFSAAMaxSamples, 6),
-      SLOT(IGLViewer::PointSCStoWCS, 41),
-      SLOT(IGLViewer2::SetShowAxes, 4),
-      SLOT(IGLCanvas::IsCompiledList, 50),
-      SLOT(IGLCanvas2::PopAttrib, 7),
-      SLOT(IGLCanvas3::GetModelCoords, 4),
-      SLOT(IGLCanvas13_1::GetMaterial, 13),
-      SLOT(IGLCanvas14_2::GetRawModelviewMatrix, 4),
-      SLOT(IGLCanvas14_4::Build2DMipmaps, 16),
-      SLOT(IGLDrawAttr::GetDrawMode, 29),
-      SLOT(IGLMaterial::GetDrawMode, 15),
-      SLOT(IGLLight::SetDirection, 28),
-      SLOT(IGLFog::SetFogColor, 13),
-      SLOT(IGLCollection::AppendTo, 13),
-      SLOT(IGLFont::Print, 17),
-      SLOT(IGLBitmap::Draw, 11),
-      SLOT(IGLPixmap::Draw, 19),
-      SLOT(IGLTexture1D::EndDraw, 6),
-      SLOT(IGLTexture2D::EndDraw, 6),
-      SLOT(IGLCoord::SetMatrix16d, 23),
-      SLOT(IGLPainter::Draw, 3),
-      SLOT(IGLViewerGauge::IsVisible, 5),
-      SLOT(IGLCapture::OnData, 8),
-  };
-  for (const Slot& slot : slots) EXPECT_EQ(slot.m_uFound, slot.m_uWanted) << slot.m_szName;
+// The test of the Python package has the last slot of each interface.
+TEST(InterfaceLayout, OperationsStandInTheOrderOfTheirDeclaration) {
+  EXPECT_EQ(SlotOf(&IGLContext::Select), 42u);
+  EXPECT_EQ(SlotOf(&IGLCanvas::IsCompiledList), 50u);
+  EXPECT_EQ(SlotOf(&IGLCapture::OnData), 8u);
 }
 
 // Those that the component only calls; the others are asked for by their identifiers in the test of each

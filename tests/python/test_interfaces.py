@@ -15,6 +15,15 @@ SOURCE = Path(os.environ["GLLIB_SOURCE_DIR"])
 HEADERS = SOURCE / "src/component/include/gllib"
 SIZES = {"long": 4, "LONG": 4, "int": 4, "ULONG": 4, "unsigned int": 4, "std::uint16_t": 2, "float": 4, "double": 8}
 
+# Those of existing hosts. The order of the operations is the type library's; nothing stands between them.
+LAST_SLOTS = {
+    "IGLContext": 42, "IGLContext2": 5, "IGLContext12": 4, "IGLContext14_2": 3, "IGLContext14_3": 6,
+    "IGLViewer": 41, "IGLViewer2": 4, "IGLCanvas": 50, "IGLCanvas2": 7, "IGLCanvas3": 4, "IGLCanvas13_1": 13,
+    "IGLCanvas14_2": 4, "IGLCanvas14_4": 16, "IGLDrawAttr": 29, "IGLMaterial": 15, "IGLLight": 28, "IGLFog": 13,
+    "IGLCollection": 13, "IGLFont": 17, "IGLBitmap": 11, "IGLPixmap": 19, "IGLTexture1D": 6, "IGLTexture2D": 6,
+    "IGLCoord": 23, "IGLPainter": 3, "IGLViewerGauge": 5, "IGLCapture": 8,
+}
+
 
 def text_of(file):
     """The text of a header or of the type library, without its comments."""
@@ -69,14 +78,12 @@ class Interfaces(unittest.TestCase):
 
     def test_operations_stand_in_the_slots_of_the_headers(self):
         headers = header_interfaces()
-        self.assertEqual(len(headers), 27)
+        self.assertEqual(headers.keys(), LAST_SLOTS.keys())
         for name, operations in headers.items():
             table = getattr(interfaces, name)
             self.assertEqual([o[0] for o in table.operations[3:]], [o[0] for o in operations], name)
-        last = re.findall(r"SLOT\((\w+)::(\w+), (\d+)\)", (SOURCE / "tests/component/InterfaceLayoutTest.cpp").read_text())
-        self.assertEqual(len(last), 27)
-        for name, operation, slot in last:
-            self.assertEqual(getattr(interfaces, name).slot(operation), int(slot), operation)
+        for name, slot in LAST_SLOTS.items():
+            self.assertEqual(getattr(interfaces, name).slot(headers[name][-1][0]), slot, name)
 
     def test_arguments_are_as_wide_as_in_the_headers(self):
         for name, operations in header_interfaces().items():
