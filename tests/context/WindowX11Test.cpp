@@ -94,25 +94,6 @@ TEST(ForeignParent, IsRefusedWhenItIsNoWindow) {
   EXPECT_EQ(context->Initialize(other.Xid()), E_FAIL);
 }
 
-namespace {
-
-/// What the component does on a host's thread, in the order of a context's life.
-void LiveAContext(xcb_window_t aParent) {
-  const FreeContext drawn({}, 64, 64, aParent);
-  const auto& context = drawn.context;
-  EXPECT_TRUE(Eventually([&] { return *drawn.frames > 0; }));
-  context->SetViewport(0, 0, 80, 80);
-  ULONG_PTR before = 0, after = 0;
-  context->GetWindow(&before);
-  PostMessageA(reinterpret_cast<HWND>(before), WM_SYSCOLORCHANGE, 0, 0);
-  EXPECT_TRUE(Eventually([&] {
-    context->GetWindow(&after);
-    return after != 0 && after != before;
-  }));
-}
-
-}  // namespace
-
 TEST(HostContext, MadeByEglStaysCurrent) {
   const XServer server;
   ForeignWindow parent(100, 100);
@@ -130,7 +111,15 @@ TEST(HostContext, MadeByEglStaysCurrent) {
   const GLuint list = glGenLists(1);
   glNewList(list, GL_COMPILE);
   glEndList();
-  LiveAContext(parent.Xid());
+  {  // what the component does on a host's thread, in the order of a context's life
+    const FreeContext drawn({}, 64, 64, parent.Xid());
+    EXPECT_TRUE(Eventually([&] { return *drawn.frames > 0; }));
+    drawn.context->SetViewport(0, 0, 80, 80);
+    ULONG_PTR before = 0, after = 0;
+    drawn.context->GetWindow(&before);
+    PostMessageA(reinterpret_cast<HWND>(before), WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_TRUE(Eventually([&] { return drawn.context->GetWindow(&after), after != 0 && after != before; }));
+  }
   EXPECT_EQ(eglGetCurrentContext(), own);
   EXPECT_TRUE(glIsList(list));
   EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});

@@ -10,18 +10,6 @@
 
 namespace {
 
-constexpr int kHuge = 1 << 20;
-
-BITMAPINFO Bitmap(int aWidth, int aHeight) {
-  BITMAPINFO info{};
-  info.bmiHeader.biSize = sizeof(info);
-  info.bmiHeader.biWidth = aWidth;
-  info.bmiHeader.biHeight = aHeight;
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 24;
-  return info;
-}
-
 PIXELFORMATDESCRIPTOR Request() {
   PIXELFORMATDESCRIPTOR request{};
   request.nSize = sizeof(request);
@@ -48,18 +36,6 @@ std::uint32_t PixelAt(int x, int y) {
 }
 
 }  // namespace
-
-TEST(MemorySurface, IsRefusedWhenNothingCouldBeDrawnOnIt) {
-  const HDC dc = CreateCompatibleDC(nullptr);
-  for (const auto& [width, height] :
-       {std::pair{0, 10}, {10, 0}, {-5, 10}, {10, -5}, {kHuge, 10}, {10, kHuge}}) {
-    void* bits = nullptr;
-    const BITMAPINFO info = Bitmap(width, height);
-    EXPECT_EQ(CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0), nullptr)
-        << width << 'x' << height;
-  }
-  DeleteDC(dc);
-}
 
 class HeadlessWindow : public testing::Test {
  protected:
