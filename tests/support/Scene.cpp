@@ -55,8 +55,6 @@ class ContextFixture::FrameEnd : public GLCaptureBase {
     m_Shared->EndFrame();
     return S_OK;
   }
-  HRESULT GetPixmap(IGLPixmap**) noexcept override { return E_FAIL; }
-  HRESULT GetRectangle(int*, int*, int*, int*) noexcept override { return E_FAIL; }
   HRESULT OnData(LONG) noexcept override { return S_OK; }
 
  private:

@@ -1,7 +1,6 @@
 // The viewing headers against what is drawn: pixels and rays, depths, overlays and kinds of passes.
 
 #include <cmath>
-#include <set>
 
 #include "RandomViews.h"
 #include "support/Test.h"
@@ -146,41 +145,31 @@ TEST_F(Viewing, KnowsTheOrderOfViewersAndWhichIsOnTop) {
 }
 
 TEST_F(Viewing, TellsThePassAndEachFrame) {
-  std::mutex lock;
-  std::multiset<GLPassKind> kinds;
+  std::map<GLPassKind, std::atomic<int>> passes;
+  for (const auto kind : {GLPassKind::Frame, GLPassKind::Capture, GLPassKind::Selection}) passes[kind] = 0;
   std::vector<GLFrameInfo> frames;
-  Paint([&](Scene&) {
-    const std::scoped_lock hold(lock);
-    kinds.insert(m_Viewing->Pass());
-  });
-  m_Viewing->SetFrameListener([&](const GLFrameInfo& aFrame) {
-    const std::scoped_lock hold(lock);
-    frames.push_back(aFrame);
-  });
+  Paint([&](Scene&) { ++passes.at(m_Viewing->Pass()); });
+  m_Viewing->SetFrameListener([&](const GLFrameInfo& aFrame) { frames.push_back(aFrame); });
   const auto capture = GLMake<TestCapture>();
   m_Viewing->AttachCapture(capture.Get());
   Take();
-  const auto counted = [&](GLPassKind aKind) {
-    const std::scoped_lock hold(lock);
-    return kinds.count(aKind);
-  };
-  EXPECT_EQ(counted(GLPassKind::Capture), 1u);
-  EXPECT_EQ(counted(GLPassKind::Selection), 0u);
+  EXPECT_EQ(passes[GLPassKind::Capture], 1);
+  EXPECT_EQ(passes[GLPassKind::Selection], 0);
   capture->Request(capture->target.Get());
   m_Context.As<IGLContext2>()->TriggerDrawThread();
   EXPECT_TRUE(Eventually([&] { return capture->answer == 1; })) << "a capture behind it is served";
-  EXPECT_EQ(counted(GLPassKind::Capture), 2u);
-  const auto before = counted(GLPassKind::Frame);
-  EXPECT_GE(before, 2u);
+  EXPECT_EQ(passes[GLPassKind::Capture], 2);
+  const int before = passes[GLPassKind::Frame];
+  EXPECT_GE(before, 2);
 
   GLDATA_POINT from{-1, -1, 0}, to{1, 1, 0};
   int count = 10;
   ULONG ids[10];
   EXPECT_EQ(m_Context->Select(m_pViewer, &from, &to, 0, 0, &count, ids), S_OK);
-  EXPECT_EQ(counted(GLPassKind::Selection), 1u);
+  EXPECT_EQ(passes[GLPassKind::Selection], 1);
   m_Context->DetachPainter();
   m_Context->DetachCapture();
-  ASSERT_GE(frames.size(), before);
+  ASSERT_GE(std::ssize(frames), before);
   for (std::size_t i = 1; i < frames.size(); ++i) {
     EXPECT_EQ(frames[i].m_uNumber, frames[i - 1].m_uNumber + 1);
     EXPECT_EQ(frames[i].m_Shown - frames[i - 1].m_Shown, frames[i].m_SinceLast);
