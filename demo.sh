@@ -25,7 +25,7 @@ draw_gallery() {
   local pictures=docs/pictures bunny examples=(lights glass picking text atlases texture markers capture)
   bunny=$(model bunny.obj)
   mkdir -p "$pictures"
-  build_preset release "${examples[@]}"
+  build_preset release "${examples[@]}" embed-gtk3 embed-gtk4 embed-qt embed-sdl embed-pixels python_package
   say "Drawing the gallery to $pictures"
   "$glview" --size 640x480 --out "$pictures/bunny.png" "$bunny"
   "$glview" --size 640x480 --views 4 --axes --out "$pictures/views.png" "$bunny"
@@ -33,10 +33,13 @@ draw_gallery() {
   "$glview" --size 640x480 --fog --out "$pictures/fog.png" "$(model asteroid-high.3ds)"
   "$glview" --size 640x480 --turn 40,20 --section z,0.6 --out "$pictures/section.png" "$bunny"
   "$glview" --size 640x480 --measure 250,120,360,300 --out "$pictures/measure.png" "$bunny" >/dev/null
+  "$glview" --size 640x300 --text --out "$pictures/several.png" "$bunny" "$(model horse.3ds)" \
+    "$(model asteroid-low.3ds)"
   local example
   for example in "${examples[@]}"; do
     build/release/examples/"$example" --out "$pictures/$example.png" >/dev/null
   done
+  scripts/host-pictures "$pictures" "$(dirname "$bunny")"
 }
 
 case ${1:-} in

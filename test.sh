@@ -32,6 +32,7 @@ case $preset in
 esac
 
 unset DISPLAY WAYLAND_DISPLAY  # the tests that want an X server start one
+packages+=("${packages_lint[@]}")
 install_packages
 build_preset "$preset"
 say "Testing $preset"

@@ -15,7 +15,7 @@ constexpr int kStations = 40;
 constexpr int kMarkerSide = 16;
 
 // A flag; its pole stands on the station. Two bytes a row, from the top.
-unsigned char s_flag[2 * kMarkerSide] = {0xC0, 0x00, 0xFC, 0x00, 0xFF, 0xC0, 0xFF, 0xFC, 0xFF, 0xFF, 0xFF,
+unsigned char g_flag[2 * kMarkerSide] = {0xC0, 0x00, 0xFC, 0x00, 0xFF, 0xC0, 0xFF, 0xFC, 0xFF, 0xFF, 0xFF,
                                          0xFC, 0xFF, 0xC0, 0xFC, 0x00, 0xC0, 0x00, 0xC0, 0x00, 0xC0, 0x00,
                                          0xC0, 0x00, 0xC0, 0x00, 0xC0, 0x00, 0xC0, 0x00, 0xC0, 0x00};
 
@@ -42,7 +42,7 @@ class MarkerPainter final : public GLPainterBase {
     GLDATA_RGBA ground{0.35f, 0.42f, 0.36f, 1};
     m_attributes->SetColor(&ground);
     m_flag->Initialize(kMarkerSide, kMarkerSide, 0);
-    m_flag->SetPixels(sizeof(s_flag), s_flag);
+    m_flag->SetPixels(sizeof(g_flag), g_flag);
   }
 
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {

@@ -78,7 +78,9 @@ std::vector<ULONG> Pick(IGLContext& aContext, IGLViewer& aViewer, const char* aK
                         GLDATA_POINT aTo, bool aClosest, bool aEnclosed) {
   int count = kHidden;  // every box at most once
   std::vector<ULONG> ids(kHidden);
-  if (FAILED(aContext.Select(&aViewer, &aFrom, &aTo, aClosest, aEnclosed, &count, ids.data()))) count = 0;
+  if (FAILED(
+          aContext.Select(&aViewer, &aFrom, &aTo, aClosest ? 1 : 0, aEnclosed ? 1 : 0, &count, ids.data())))
+    count = 0;
   ids.resize(static_cast<std::size_t>(count));
   std::printf("%s:", aKind);
   for (const ULONG id : ids) std::printf(" %u", static_cast<unsigned>(id));

@@ -4,16 +4,16 @@
 packages_component=(
   g++ cmake ninja-build pkg-config ccache
   libxcb1-dev libx11-dev libx11-xcb-dev libegl-dev libgl-dev libglu1-mesa-dev
-  libfreetype-dev libfontconfig-dev
+  libfreetype-dev libfontconfig-dev libcxxopts-dev
 )
 # What draws where there is no GPU, and a face for text.
 packages_drawing=(libgl1-mesa-dri libegl-mesa0 fonts-dejavu-core)
 # What the example hosts are built from, and the models that they show.
-packages_examples=(libassimp-dev libglfw3-dev libpng-dev qtbase5-dev libsdl2-dev libgtk-3-dev libgtk-4-dev
+packages_examples=(libassimp-dev libglfw3-dev libstb-dev qtbase5-dev libsdl2-dev libgtk-3-dev libgtk-4-dev
                    glmark2-data)
 # What the tests and the benchmarks are built from.
 packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev libxcb-xtest0-dev xvfb doxygen groff-base
-                desktop-file-utils)
+                desktop-file-utils locales)
 # What the Python package is made and tested with, and what its examples show.
 packages_python=(python3 python3-numpy python3-pyqt5 python3-nbclient python3-ipykernel)
 # What the packages are made with.
@@ -21,8 +21,10 @@ packages_package=(dpkg-dev file)
 # What the build for 64-bit Windows and its tests need.
 packages_windows=(
   g++-mingw-w64-x86-64-posix mingw-w64-tools wine64 wine libwine-dev libosmesa6 libgl1-mesa-dri libgtest-dev
-  libgmock-dev libglm-dev xvfb
+  libgmock-dev libglm-dev libstb-dev xvfb
 )
+# What scripts/format and scripts/lint run.
+packages_lint=(clang-format clang-tidy)
 
 packages=("${packages_component[@]}" "${packages_drawing[@]}" "${packages_examples[@]}" "${packages_tests[@]}"
           "${packages_python[@]}" "${packages_package[@]}")

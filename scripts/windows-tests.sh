@@ -12,5 +12,4 @@ finish() {
 trap finish EXIT
 read -r -t 30 number <&3
 export DISPLAY=:$number
-# A second try for what stands still by now and then under Wine, or is late on a busy machine.
-timeout 900 ctest --preset windows -R '^(unit|gl|captures|server|hosts)$' --repeat until-pass:2
+timeout 1500 ctest --preset windows -R '^(unit|gl|captures|server|hosts)$'

@@ -2,63 +2,51 @@
 // host does and leaves the work to its entry points. One thread.
 
 #include <dlfcn.h>
-#include <getopt.h>
 #include <gllib/GLEntryPoints.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <cxxopts.hpp>
+#include <iostream>
+#include <optional>
+#include <string>
 
 namespace {
 
 enum ExitCode { kDone = 0, kRefused = 1, kUsage = 2, kNoModule = 3 };
 
-constexpr char kHelp[] =
-    "usage: gllib-register [--user] [--remove] [MODULE]\n"
-    "\n"
-    "Enters the classes of GLLib into the registry, where hosts find them by name.\n"
-    "\n"
-    "  -u, --user    into the registry of this user, not of the machine\n"
-    "  -r, --remove  takes them out again\n"
-    "  -h, --help    shows this\n"
-    "  MODULE        a module's file; the installed one where none is named\n"
-    "\n"
-    "exit codes: 0 done, 1 the registry refused, 2 wrong usage, 3 no such module\n";
-
 struct Options {
   bool m_bUser = false;
   bool m_bRemove = false;
-  const char* m_szModule = GLLIB_MODULE_NAME;
+  bool m_bHelp = false;
+  std::string m_sModule = GLLIB_MODULE_NAME;
 };
 
-/// Reads the command line; ends the program where that is all there is to do.
-Options Read(int argc, char** argv) {
-  constexpr option kOptions[] = {{"user", no_argument, nullptr, 'u'},
-                                 {"remove", no_argument, nullptr, 'r'},
-                                 {"help", no_argument, nullptr, 'h'},
-                                 {}};
-  Options options;
-  for (int letter; (letter = getopt_long(argc, argv, "urh", kOptions, nullptr)) != -1;) {
-    switch (letter) {
-      case 'u':
-        options.m_bUser = true;
-        break;
-      case 'r':
-        options.m_bRemove = true;
-        break;
-      case 'h':
-        std::fputs(kHelp, stdout);
-        std::exit(kDone);
-      default:
-        std::fputs(kHelp, stderr);
-        std::exit(kUsage);
-    }
-  }
-  if (argc - optind > 1) {
-    std::fputs(kHelp, stderr);
-    std::exit(kUsage);
-  }
-  if (optind < argc) options.m_szModule = argv[optind];
+cxxopts::Options CommandLine() {
+  cxxopts::Options command("gllib-register",
+                           "usage: gllib-register [--user] [--remove] [MODULE]\n\n"
+                           "Enters the classes of GLLib into the registry, where hosts find them by name.\n"
+                           "MODULE is a module's file; without it the installed one is taken.");
+  command.custom_help("");
+  command.add_options()("u,user", "into the registry of this user, not of the machine")(
+      "r,remove", "takes them out again")("h,help", "shows this");
+  return command;
+}
+
+std::string HelpText() {
+  return CommandLine().help({}, false) +
+         "\nexit codes: 0 done, 1 the registry refused, 2 wrong usage, 3 no such module\n";
+}
+
+/// Reads the command line. @return none for one that makes no sense
+std::optional<Options> Read(int argc, char** argv) try {
+  const cxxopts::ParseResult given = CommandLine().parse(argc, argv);
+  Options options{given.count("user") != 0, given.count("remove") != 0, given.count("help") != 0};
+  if (given.unmatched().size() > 1) return std::nullopt;
+  if (!given.unmatched().empty()) options.m_sModule = given.unmatched().front();
   return options;
+} catch (const cxxopts::exceptions::exception&) {
+  return std::nullopt;
 }
 
 const char* Reason(HRESULT aResult) {
@@ -81,19 +69,23 @@ const char* Reason(HRESULT aResult) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const Options options = Read(argc, argv);
-  if (options.m_bUser) setenv("GLLIB_REGISTRY_USER", "1", 1);
+  const auto options = Read(argc, argv);
+  if (!options || options->m_bHelp) {
+    (options ? std::cout : std::cerr) << HelpText();
+    return options ? kDone : kUsage;
+  }
+  if (options->m_bUser) setenv("GLLIB_REGISTRY_USER", "1", 1);
 
-  void* module = dlopen(options.m_szModule, RTLD_NOW | RTLD_LOCAL);
+  void* module = dlopen(options->m_sModule.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (module == nullptr) {
     std::fprintf(stderr, "gllib-register: %s\n", dlerror());
     return kNoModule;
   }
   using EntryPoint = HRESULT (*)();
-  const char* name = options.m_bRemove ? "DllUnregisterServer" : "DllRegisterServer";
+  const char* name = options->m_bRemove ? "DllUnregisterServer" : "DllRegisterServer";
   const auto entryPoint = reinterpret_cast<EntryPoint>(dlsym(module, name));
   if (entryPoint == nullptr) {
-    std::fprintf(stderr, "gllib-register: %s has no %s\n", options.m_szModule, name);
+    std::fprintf(stderr, "gllib-register: %s has no %s\n", options->m_sModule.c_str(), name);
     return kNoModule;
   }
   const HRESULT result = entryPoint();

@@ -1,5 +1,7 @@
 // embed-gtk: a model inside a GTK program, for GTK 3 and for GTK 4. The host's thread only.
 
+#include <gllib/GLLibHost.h>
+
 #include <cstdio>
 #include <exception>
 
@@ -16,6 +18,7 @@ int Complain(const std::exception& aReason, int aStatus) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  GLKeepFreedMemory();  // Mesa's software renderer frees memory in every frame
   if (argc != 2) {
     std::fprintf(stderr, "usage: %s MODEL\n", argv[0]);
     return 2;

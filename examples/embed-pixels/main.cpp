@@ -3,6 +3,7 @@
 // turns. The host's thread, and the draw thread for the pixels' way into memory.
 
 #include <SDL.h>
+#include <gllib/GLLibHost.h>
 
 #include <chrono>
 #include <cstdio>
@@ -137,6 +138,7 @@ int Complain(const std::exception& aReason, int aStatus) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  GLKeepFreedMemory();  // Mesa's software renderer frees memory in every frame
   if (argc != 2) {
     std::fprintf(stderr, "usage: embed-pixels MODEL\n");
     return 2;

@@ -1,5 +1,7 @@
 // embed-qt: a model inside a Qt program, beside the tree of its parts. The host's thread only.
 
+#include <gllib/GLLibHost.h>
+
 #include <QApplication>
 #include <cstdio>
 #include <exception>
@@ -19,6 +21,7 @@ int Run(QApplication& aApplication, const char* aModel) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  GLKeepFreedMemory();  // Mesa's software renderer frees memory in every frame
   // The component draws into X11 windows; under Wayland, Qt has them through the X server beside it.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
   QApplication application(argc, argv);

@@ -1,6 +1,7 @@
 // embed-sdl: a model in a window of SDL's: drag, wheel and click, and a few keys. The host's thread only.
 
 #include <SDL.h>
+#include <gllib/GLLibHost.h>
 
 #include <cstdio>
 #include <exception>
@@ -120,6 +121,7 @@ void Run(const char* aModel) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  GLKeepFreedMemory();  // Mesa's software renderer frees memory in every frame
   if (argc != 2) {
     std::fprintf(stderr, "usage: embed-sdl MODEL\n");
     return 2;

@@ -13,6 +13,9 @@ class HiddenParent {
   HiddenParent& operator=(const HiddenParent&) = delete;
 
   ULONG_PTR Handle() const { return m_handle; }
+  /// Delivers the messages that have come. To be called while the host waits for the draw thread, which may
+  /// send some.
+  void DeliverMessages() const;
 
  private:
   ULONG_PTR m_handle = 0;

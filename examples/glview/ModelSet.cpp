@@ -26,8 +26,8 @@ void Place(Model& aModel, double aX, double aY) {
 void LaySideBySide(std::vector<Model>& aModels) {
   const auto columns = static_cast<std::size_t>(std::ceil(std::sqrt(static_cast<double>(aModels.size()))));
   for (std::size_t i = 0; i < aModels.size(); ++i) {
-    Place(aModels[i], kSpacing * static_cast<double>(i % columns),
-          -kSpacing * static_cast<double>(i / columns));
+    const std::size_t row = i / columns;
+    Place(aModels[i], kSpacing * static_cast<double>(i % columns), -kSpacing * static_cast<double>(row));
   }
 }
 

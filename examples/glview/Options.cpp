@@ -3,7 +3,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstring>
+#include <cxxopts.hpp>
 #include <string_view>
 #include <vector>
 
@@ -11,31 +11,7 @@
 
 namespace {
 
-constexpr const char* kOptions = R"(
-  --together             leave several models where their coordinates put them
-  --out FILE.png         draw one picture with no display, and leave
-  --zoom F               make that picture F times as large, and as much sharper (1)
-  --size WxH             size of the window or picture (1024x768)
-  --background RRGGBB    colour behind the model, in hexadecimal (212630)
-  --fsaa N               smooth the window's edges by up to N samples a pixel, where the system can
-  --shade MODE           shaded, wire, hidden or points
-  --fog                  let the far side fade
-  --ortho                parallel projection
-  --views 1|4            one view, or four: front, right, top and free
-  --turn YAW,PITCH       where the eye stands, in degrees (30,15)
-  --axes                 show the axes
-  --text                 show the models' names
-  --pick X,Y             print the name of the part at a pixel, and leave
-  --pick-box X1,Y1,X2,Y2[,inside]
-                         print the names of the parts in a box, or of those wholly inside it
-  --section AXIS[,SHARE] cut the model open square to x, y or z, at a share of its size (0.5)
-  --measure X1,Y1,X2,Y2[,X3,Y3]
-                         print the distance between the points at two pixels, or the angle at the second
-                         of three, in degrees
-  --read-memory MIB      give up a model that takes more memory to read (half of what is available)
-  --read-time SECONDS    give up a model that takes longer to read (15, and 1 for each MiB of the file)
-  --help                 this text
-
+constexpr const char* kInTheWindow = R"(
 In the window: drag to turn, right or middle drag to pan, wheel to zoom; click to pick a part, Shift-drag to
 pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, M textures, F fog, A axes,
 T text, R the first camera; V the next standard view, arrows walk and turn; S cuts the model open, square to x,
@@ -170,7 +146,7 @@ Section ParseSection(std::string_view aText) {
 }
 
 std::vector<int> ParseMeasure(std::string_view aText) {
-  const auto pixels = Numbers<int>(aText, ',');
+  auto pixels = Numbers<int>(aText, ',');
   if (pixels.size() != 4 && pixels.size() != 6) {
     throw UsageError("--measure takes two or three X,Y in pixels, not '" + std::string(aText) + "'");
   }
@@ -188,73 +164,87 @@ void RequireInside(const Options& aOptions) {
   }
 }
 
-}  // namespace
-
-std::string HelpText() {
-  return "usage: glview [options] MODEL... | FOLDER\n\nShows models in a window, side by side: " +
-         std::string(kReadableFiles) + ".\n" + kOptions;
+/// The options as the library reads them: each value as a text, which the functions above take apart.
+cxxopts::Options CommandLine() {
+  cxxopts::Options command("glview",
+                           "usage: glview [options] MODEL... | FOLDER\n\n"
+                           "Shows models in a window, side by side: " +
+                               std::string(kReadableFiles) + ".");
+  constexpr std::size_t kWidth = 100;
+  command.set_width(kWidth).custom_help("");
+  auto add = [add = command.add_options()](const char* aName, const char* aValue, const char* aText) mutable {
+    add(aName, aText, cxxopts::value<std::string>(), aValue);
+  };
+  auto addSwitch = [add = command.add_options()](const char* aName, const char* aText) mutable {
+    add(aName, aText);
+  };
+  addSwitch("together", "leave several models where their coordinates put them");
+  add("out", "FILE.png", "draw one picture with no display, and leave");
+  add("zoom", "F", "make that picture F times as large, and as much sharper (1)");
+  add("size", "WxH", "size of the window or picture (1024x768)");
+  add("background", "RRGGBB", "colour behind the model, in hexadecimal (212630)");
+  add("fsaa", "N", "smooth the window's edges by up to N samples a pixel, where the system can");
+  add("shade", "MODE", "shaded, wire, hidden or points");
+  addSwitch("fog", "let the far side fade");
+  addSwitch("ortho", "parallel projection");
+  add("views", "1|4", "one view, or four: front, right, top and free");
+  add("turn", "YAW,PITCH", "where the eye stands, in degrees (30,15)");
+  addSwitch("axes", "show the axes");
+  addSwitch("text", "show the models' names");
+  add("pick", "X,Y", "print the name of the part at a pixel, and leave");
+  add("pick-box", "X1,Y1,X2,Y2[,inside]",
+      "print the names of the parts in a box, or of those wholly inside it");
+  add("section", "AXIS[,SHARE]", "cut the model open square to x, y or z, at a share of its size (0.5)");
+  add("measure", "X1,Y1,X2,Y2[,X3,Y3]",
+      "print the distance between the points at two pixels, or the angle at the second of three, in degrees");
+  add("read-memory", "MIB", "give up a model that takes more memory to read (half of what is available)");
+  add("read-time", "SECONDS",
+      "give up a model that takes longer to read (15, and 1 for each MiB of the file)");
+  addSwitch("help", "this text");
+  return command;
 }
 
-Options ParseOptions(int argc, const char* const* argv) {
+int ParseViews(const std::string& aText) {
+  if (aText != "1" && aText != "4") throw UsageError("--views takes 1 or 4, not '" + aText + "'");
+  return aText == "4" ? 4 : 1;
+}
+
+}  // namespace
+
+std::string HelpText() { return CommandLine().help({}, false) + kInTheWindow; }
+
+Options ParseOptions(int argc, const char* const* argv) try {
+  const cxxopts::ParseResult given = CommandLine().parse(argc, argv);
   Options options;
-  for (int i = 1; i < argc; ++i) {
-    const std::string_view option = argv[i];
-    const auto value = [&]() -> std::string_view {
-      if (i + 1 >= argc) throw UsageError(std::string(option) + " needs a value");
-      return argv[++i];
-    };
-    if (option == "--help")
-      options.help = true;
-    else if (option == "--out")
-      options.out = value();
-    else if (option == "--size")
-      ParseSize(value(), options);
-    else if (option == "--zoom")
-      options.zoom = ParseZoom(value());
-    else if (option == "--background")
-      options.background = ParseColor(value());
-    else if (option == "--fsaa")
-      options.samples = ParseSamples(value());
-    else if (option == "--shade")
-      options.shade = ParseShade(value());
-    else if (option == "--fog")
-      options.fog = true;
-    else if (option == "--together")
-      options.together = true;
-    else if (option == "--ortho")
-      options.ortho = true;
-    else if (option == "--axes")
-      options.axes = true;
-    else if (option == "--text")
-      options.text = true;
-    else if (option == "--read-memory")
-      options.limits.mebibytes = ParseLimit(option, value());
-    else if (option == "--read-time")
-      options.limits.seconds = ParseLimit(option, value());
-    else if (option == "--turn")
-      ParseTurn(value(), options);
-    else if (option == "--pick")
-      options.pick = ParsePick(value());
-    else if (option == "--section")
-      options.section = ParseSection(value());
-    else if (option == "--measure")
-      options.measure = ParseMeasure(value());
-    else if (option == "--pick-box")
-      options.pick = ParsePickBox(value());
-    else if (option == "--views") {
-      const std::string_view views = value();
-      if (views != "1" && views != "4")
-        throw UsageError("--views takes 1 or 4, not '" + std::string(views) + "'");
-      options.views = views == "4" ? 4 : 1;
-    } else if (option.starts_with('-') && option.size() > 1) {
-      throw UsageError("unknown option '" + std::string(option) + "'; --help lists them all");
-    } else {
-      options.models.emplace_back(option);
-    }
+  options.help = given.count("help") != 0;
+  options.together = given.count("together") != 0;
+  options.fog = given.count("fog") != 0;
+  options.ortho = given.count("ortho") != 0;
+  options.axes = given.count("axes") != 0;
+  options.text = given.count("text") != 0;
+  for (const cxxopts::KeyValue& one : given.arguments()) {
+    const std::string &option = one.key(), &value = one.value();
+    if (option == "out") options.out = value;
+    if (option == "size") ParseSize(value, options);
+    if (option == "zoom") options.zoom = ParseZoom(value);
+    if (option == "background") options.background = ParseColor(value);
+    if (option == "fsaa") options.samples = ParseSamples(value);
+    if (option == "shade") options.shade = ParseShade(value);
+    if (option == "views") options.views = ParseViews(value);
+    if (option == "turn") ParseTurn(value, options);
+    if (option == "pick") options.pick = ParsePick(value);
+    if (option == "pick-box") options.pick = ParsePickBox(value);
+    if (option == "section") options.section = ParseSection(value);
+    if (option == "measure") options.measure = ParseMeasure(value);
+    if (option == "read-memory") options.limits.mebibytes = ParseLimit("--read-memory", value);
+    if (option == "read-time") options.limits.seconds = ParseLimit("--read-time", value);
   }
+  options.models = given.unmatched();
   if (options.help) return options;
   if (options.models.empty()) throw UsageError("which model? --help tells how to ask");
   if (options.zoom != 1 && options.out.empty()) throw UsageError("--zoom goes with --out");
   if (options.pick) RequireInside(options);
   return options;
+} catch (const cxxopts::exceptions::exception& error) {
+  throw UsageError(std::string(error.what()) + "; --help lists the options");
 }

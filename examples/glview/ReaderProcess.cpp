@@ -25,8 +25,6 @@
 #include "glview/ReaderProtocol.h"
 #include "shared/model/ModelBytes.h"
 
-extern char** environ;
-
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -138,8 +136,10 @@ std::vector<char*> ReaderEnvironment() {
 
 class Reader {
  public:
-  Reader(const ReadLimits& aLimits, const std::string& aPath)
-      : m_limits(aLimits), m_path(aPath), m_end(Clock::now() + std::chrono::seconds(aLimits.seconds)) {
+  Reader(const ReadLimits& aLimits, std::string aPath)
+      : m_limits(aLimits),
+        m_path(std::move(aPath)),
+        m_end(Clock::now() + std::chrono::seconds(aLimits.seconds)) {
     Start();
   }
   ~Reader() {
@@ -191,6 +191,7 @@ void Reader::Start() {
                                                      std::to_string(m_limits.mebibytes * kMebibyte),
                                                      std::to_string(m_limits.seconds), m_path};
   std::vector<char*> arguments;
+  arguments.reserve(texts.size() + 1);
   for (std::string& text : texts) arguments.push_back(text.data());
   arguments.push_back(nullptr);
   auto environment = ReaderEnvironment();

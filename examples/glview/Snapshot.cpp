@@ -14,8 +14,9 @@
 namespace {
 
 constexpr auto kPatience = std::chrono::seconds(120);
+constexpr auto kDeliveryPeriod = std::chrono::milliseconds(10);
 
-Picture TakePicture(Scene& aScene, const Options& aOptions) {
+Picture TakePicture(Scene& aScene, const HiddenParent& aParent, const Options& aOptions) {
   // A capture enlarges by whole factors; what is left of the zoom goes into the size.
   const int whole = std::max(1, static_cast<int>(aOptions.zoom));
   const double rest = aOptions.zoom / whole;
@@ -24,7 +25,10 @@ Picture TakePicture(Scene& aScene, const Options& aOptions) {
                    static_cast<int>(std::lround(aOptions.height * rest)));
   }
   auto picture = aScene.Capture(whole);
-  if (!picture.IsThere(kPatience)) throw std::runtime_error("no frame came");
+  for (const auto end = std::chrono::steady_clock::now() + kPatience; !picture.IsThere(kDeliveryPeriod);) {
+    aParent.DeliverMessages();
+    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("no frame came");
+  }
   auto result = picture.Take();
   if (!result) throw std::runtime_error("no picture of that size is to be had");
   return std::move(*result);
@@ -53,6 +57,6 @@ void TakeSnapshot(std::shared_ptr<const Model> aModel, const Options& aOptions) 
   }
   if (!aOptions.measure.empty()) PrintMeasured(scene, aOptions.measure);
   if (aOptions.out.empty()) return;
-  const Picture picture = TakePicture(scene, aOptions);
+  const Picture picture = TakePicture(scene, parent, aOptions);
   if (!WritePng(picture, aOptions.out)) throw std::runtime_error("can't write " + aOptions.out);
 }

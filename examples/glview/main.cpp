@@ -1,5 +1,7 @@
 // glview: shows models in a window, or draws them to a file with no display.
 
+#include <gllib/GLLibHost.h>
+
 #include <cstdio>
 #include <exception>
 
@@ -29,6 +31,7 @@ std::shared_ptr<const Model> LoadWithProgressLine(const Options& aOptions) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  GLKeepFreedMemory();  // Mesa's software renderer frees memory in every frame
   if (const auto status = RunReader(argc, argv)) return *status;
   try {
     const Options options = ParseOptions(argc, argv);

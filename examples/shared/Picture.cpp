@@ -1,50 +1,66 @@
+// Picture: PNG files by stb, which reads and writes them in memory.
+
 #include "shared/Picture.h"
 
-#include <png.h>
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <memory>
+
+#define STB_IMAGE_STATIC
+#define STB_IMAGE_IMPLEMENTATION
+#define STBI_ONLY_PNG
+#define STBI_NO_STDIO
+#include <stb/stb_image.h>
+#define STB_IMAGE_WRITE_STATIC
+#define STB_IMAGE_WRITE_IMPLEMENTATION
+#define STBI_WRITE_NO_STDIO
+#include <stb/stb_image_write.h>
 
 namespace {
 
 constexpr int kBytesPerPixel = 4;
-
-png_image Describe(const Picture& aPicture) {
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  image.width = static_cast<png_uint_32>(aPicture.width);
-  image.height = static_cast<png_uint_32>(aPicture.height);
-  image.format = PNG_FORMAT_RGB;
-  return image;
-}
-
-/// Reads the pixels once the header has been read.
-bool Finish(png_image& aImage, Picture& aPicture) {
-  aImage.format = PNG_FORMAT_RGBA;
-  aPicture = Picture(static_cast<int>(aImage.width), static_cast<int>(aImage.height));
-  return png_image_finish_read(&aImage, nullptr, aPicture.pixels.data(), -kBytesPerPixel * aPicture.width,
-                               nullptr) != 0;
-}
+// stb counts bytes by int, the encoded ones too.
+constexpr std::size_t kMostPixels = std::numeric_limits<int>::max() / 8;
 
 }  // namespace
 
 bool WritePng(const Picture& aPicture, const std::string& aPath) {
+  const std::size_t count = aPicture.pixels.size() / kBytesPerPixel;
+  if (count == 0 || count > kMostPixels) return false;
   // What a window shows has no alpha, so the file has none either.
   std::vector<std::uint8_t> rows;
-  rows.reserve(aPicture.pixels.size() / kBytesPerPixel * 3);
+  rows.reserve(count * 3);
   for (std::size_t i = 0; i < aPicture.pixels.size(); i += kBytesPerPixel) {
     rows.insert(rows.end(), &aPicture.pixels[i], &aPicture.pixels[i] + 3);
   }
-  png_image image = Describe(aPicture);
-  // A negative stride tells that the first row in memory is the lowest.
-  return png_image_write_to_file(&image, aPath.c_str(), 0, rows.data(), -3 * aPicture.width, nullptr) != 0;
+  const int stride = 3 * aPicture.width;
+  const std::uint8_t* top = &rows[rows.size() - static_cast<std::size_t>(stride)];
+  std::ofstream file(aPath, std::ios::binary);
+  const auto write = [](void* aFile, void* aBytes, int aSize) {
+    static_cast<std::ofstream*>(aFile)->write(static_cast<const char*>(aBytes), aSize);
+  };
+  return stbi_write_png_to_func(write, &file, aPicture.width, aPicture.height, 3, top, -stride) != 0 &&
+         file.flush().good();
 }
 
 bool ReadPng(const std::string& aPath, Picture& aPicture) {
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  return png_image_begin_read_from_file(&image, aPath.c_str()) != 0 && Finish(image, aPicture);
+  std::ifstream file(aPath, std::ios::binary);
+  const std::vector<char> bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  return ReadPng(bytes.data(), bytes.size(), aPicture);
 }
 
 bool ReadPng(const void* aBytes, std::size_t aSize, Picture& aPicture) {
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  return png_image_begin_read_from_memory(&image, aBytes, aSize) != 0 && Finish(image, aPicture);
+  if (aSize > static_cast<std::size_t>(std::numeric_limits<int>::max())) return false;
+  stbi_set_flip_vertically_on_load_thread(1);
+  int width = 0, height = 0, channels = 0;
+  const std::unique_ptr<stbi_uc, void (*)(void*)> pixels(
+      stbi_load_from_memory(static_cast<const stbi_uc*>(aBytes), static_cast<int>(aSize), &width, &height,
+                            &channels, kBytesPerPixel),
+      stbi_image_free);
+  if (!pixels) return false;
+  aPicture = Picture(width, height);
+  std::copy_n(pixels.get(), aPicture.pixels.size(), aPicture.pixels.begin());
+  return true;
 }

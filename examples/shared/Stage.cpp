@@ -35,6 +35,7 @@ int RunExample(int argc, char** argv, Picture (*aExample)()) {
     std::fprintf(stderr, "usage: %s --out FILE.png\n", argv[0]);
     return 2;
   }
+  GLKeepFreedMemory();  // Mesa's software renderer frees memory in every frame
   try {
     if (WritePng(aExample(), argv[2])) return 0;
     std::fprintf(stderr, "%s: can't write %s\n", argv[0], argv[2]);

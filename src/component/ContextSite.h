@@ -7,6 +7,7 @@
 
 #include "platform/DeviceContext.h"
 
+class ListRecorder;
 class PEvent;
 
 /// A context as its parts see it.
@@ -40,6 +41,10 @@ class GLContextSite {
   virtual ULONG BeginListKey() noexcept = 0;
   virtual void EndListKey() noexcept = 0;
   virtual void CallListKey(ULONG aKey) noexcept = 0;
+  /// What must see all that is compiled into the open list of BeginListKey; null while none is open.
+  virtual ListRecorder* Recorder() noexcept = 0;
+  /// Says that the open list, if there is one, gets content that its recorder does not see.
+  virtual void MarkListUnbounded() noexcept = 0;
   /// The first GL list name of a key. Any thread.
   virtual ULONG GetListBase(ULONG aKey) const noexcept = 0;
   /// Deletes aCount lists from the key's first on, if the key is of the present generation.

@@ -21,6 +21,10 @@ class ModuleLock {
 
 /// Generation of display lists. A list key from another generation is dead.
 extern std::atomic<ULONG> g_uListGeneration;
+/// Makes all keys stale. The reason is a literal, for the log. @return the new generation
+ULONG RaiseListGeneration(const char* aReason) noexcept;
+/// The reason of the last change; null before one.
+const char* ListsReason() noexcept;
 
 // GL's limits, overwritten by every creation of a rendering context; the last one read stands.
 extern std::atomic<float> g_afPointSizeRange[2];

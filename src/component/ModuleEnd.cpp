@@ -22,7 +22,7 @@ struct End {
 constinit ProcessWide<End> g_End;
 
 void RunSteps(End& aEnd) noexcept {
-  std::array<ModuleEnd::Step, 8> steps;
+  std::array<ModuleEnd::Step, 8> steps{};
   {
     const std::scoped_lock lock(aEnd.m_StepsLock);
     steps = aEnd.m_Steps;

@@ -14,9 +14,17 @@
 #include "context/window/ContextList.h"
 #include "platform/ExitGate.h"
 #include "platform/GL.h"
+#include "platform/Log.h"
 #include "view/GLCanvas.h"
 
-GLContext::GLContext() : m_pLink(std::make_shared<GLSiteLink>(this)) {
+namespace {
+
+std::atomic<unsigned> g_uLastNumber{0};
+
+}  // namespace
+
+GLContext::GLContext() : m_uNumber(++g_uLastNumber), m_pLink(std::make_shared<GLSiteLink>(this)) {
+  LogDebug("context %u is created", m_uNumber);  // reads the log's variables before there is a draw thread
   AddToContextList(*this);
   m_Scene.m_pCanvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
   if (m_Scene.m_pCanvas) static_cast<GLCanvas*>(m_Scene.m_pCanvas.Get())->SetSite(m_pLink);
@@ -42,6 +50,7 @@ void GLContext::FinalRelease() noexcept {
 }
 
 GLContext::~GLContext() {
+  const LogContext log(m_uNumber);
   m_bReleased.test_and_set();
   {
     const std::scoped_lock replaced(m_ReplaceLock);
@@ -86,7 +95,12 @@ HRESULT GLContext::Attach(ClientSlot<Client>& aSlot, Client* aClient) noexcept {
 }
 
 HRESULT GLContext::AttachPainter(IGLPainter* aPainter) noexcept {
-  return aPainter != nullptr ? Attach(m_Painter, aPainter) : E_INVALIDARG;
+  if (aPainter == nullptr) return E_INVALIDARG;
+  if (m_Painter.Holds(aPainter)) return S_OK;
+  const HRESULT result = Attach(m_Painter, aPainter);
+  const auto thread = DrawThread();
+  if (SUCCEEDED(result) && thread != nullptr) thread->EndSleep();  // shows the first picture at once
+  return result;
 }
 
 HRESULT GLContext::DetachPainter() noexcept { return Attach<IGLPainter>(m_Painter, nullptr); }
@@ -122,7 +136,9 @@ void GLContext::UnlockGL() noexcept {
 }
 
 ULONG GLContext::WindowContextNumber() const noexcept {
-  return IsCurrentHere() ? GLPass::Here()->Target().m_uNumber : 0;
+  if (!IsCurrentHere()) return 0;
+  const GLRenderTarget& target = GLPass::Here()->Target();
+  return &target == &m_Window.m_Target ? target.m_uNumber : 0;
 }
 
 bool GLContext::IsCurrentHere() const noexcept {

@@ -23,6 +23,7 @@
 #include "context/scene/ClipPlanes.h"
 #include "context/scene/SceneMembers.h"
 #include "context/scene/SceneSettings.h"
+#include "context/selection/PSelectEvent.h"
 #include "context/window/WindowState.h"
 #include "platform/ProcessIdentity.h"
 #include "platform/SystemInfo.h"
@@ -120,6 +121,8 @@ class GLContext final
   ULONG BeginListKey() noexcept override;
   void EndListKey() noexcept override;
   void CallListKey(ULONG aKey) noexcept override;
+  ListRecorder* Recorder() noexcept override;
+  void MarkListUnbounded() noexcept override;
   ULONG GetListBase(ULONG aKey) const noexcept override;
   void DeleteListKey(ULONG aKey, int aCount) noexcept override;
   bool IsListKeyValid(ULONG aKey) const noexcept override;
@@ -137,6 +140,8 @@ class GLContext final
   IGLCanvas* Canvas() const noexcept { return m_Scene.m_pCanvas.Get(); }
   /// Builds the fonts that are new, or whose lists were lost with their rendering context. Inside a pass.
   void BuildFonts() noexcept;
+  /// Tells the contexts of the process apart in the log.
+  unsigned Number() const noexcept { return m_uNumber; }
   /// The context whose draw thread is the calling one; null on any other thread.
   static GLContext* DrawnHere() noexcept;
   /// Whether the context was made before a fork, in the parent: its draw thread does not exist here.
@@ -159,7 +164,7 @@ class GLContext final
   void EndDrawThread() noexcept;
   RECT DestroyGLWindow() noexcept;
   bool CreateRenderingContext() noexcept;
-  void ReadLimits() noexcept;
+  static void ReadLimits() noexcept;
   void DestroyRenderingContext() noexcept;
   void OnSysColorChange() noexcept;
   LRESULT OnQueryNewPalette() noexcept;
@@ -173,11 +178,12 @@ class GLContext final
   void ReadUserSwitches() noexcept;
 
   // Frame cycle: GLContextFrame.cpp.
-  static void DrawThreadCallback(void* aContext) noexcept;
+  static void DrawThreadCallback(void* aContext, unsigned aWake) noexcept;
   static void DrawThreadEnd(void* aContext) noexcept;
   void DrawFrame() noexcept;
   void SetFrameState() noexcept;
   void DrawViewers() noexcept;
+  void NotePainterResult(HRESULT aResult) noexcept;
   void SetupViewerPass(IGLViewer& aViewer) noexcept;
   void SetupEye(IGLViewer& aViewer) noexcept;
   void SetupClipPlanes() noexcept;
@@ -200,11 +206,14 @@ class GLContext final
   std::shared_ptr<PThread> DrawThread() const noexcept;
   template <class Describe>
   HRESULT CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept;
-  HRESULT WaitForSelection(class PSelectEvent* aEvent, class PSelectOutcome& aOutcome) noexcept;
+  HRESULT BeginSelection(const PSelectEvent::Request& aRequest) noexcept;
+  HRESULT WaitForSelection() noexcept;
   GLPtr<IGLViewer> FindViewer(IGLViewer* aViewer) noexcept;
   bool IsUsable() const noexcept;
+  bool InitializeFails(const char* aStep) const noexcept;
 
   const unsigned m_uProcess = ProcessGeneration();
+  const unsigned m_uNumber;  ///< among all contexts of the process, from 1; in the log
   WindowState m_Window;
   SceneSettings m_Settings;
   SceneMembers m_Scene;
@@ -216,13 +225,15 @@ class GLContext final
   PCriticalSection m_Lock;
   std::shared_ptr<PThread> m_pDrawThread;  // guarded by m_DrawThreadLock; DrawThread() gives a counted one
   std::atomic<bool> m_bTearDown{false};
-  GLSiteLinkPtr m_pLink;                   // the parts' way back, cut at teardown
-  mutable std::mutex m_DrawThreadLock;     // for the copying of m_pDrawThread alone
-  std::mutex m_ReplaceLock;                // one replacement of window and thread at a time
-  std::mutex m_SelectLock;                 // one selection at a time
-  const GLContext* m_pAwaited = nullptr;   // whom the draw thread waits for; see DrawThreadWait
-  std::optional<GLPass> m_TaskPass;        // between LockGL and UnlockGL of a task; draw thread
-  int m_iTaskLocks = 0;                    // how often the pass of a task was entered; draw thread
-  std::atomic<bool> m_bFontsAdded{false};  // fonts that no pass has looked at yet
-  std::atomic_flag m_bReleased;            // the last reference has gone
+  GLSiteLinkPtr m_pLink;                         // the parts' way back, cut at teardown
+  mutable std::mutex m_DrawThreadLock;           // for the copying of m_pDrawThread alone
+  std::mutex m_ReplaceLock;                      // one replacement of window and thread at a time
+  std::mutex m_SelectLock;                       // one selection at a time
+  std::shared_ptr<PSelectEvent> m_pSelectEvent;  // of the selections; under m_SelectLock
+  const GLContext* m_pAwaited = nullptr;         // whom the draw thread waits for; see DrawThreadWait
+  std::optional<GLPass> m_TaskPass;              // between LockGL and UnlockGL of a task; draw thread
+  HRESULT m_hPainterResult = S_OK;               // of the last call; draw thread
+  int m_iTaskLocks = 0;                          // how often the pass of a task was entered; draw thread
+  std::atomic<bool> m_bFontsAdded{false};        // fonts that no pass has looked at yet
+  std::atomic_flag m_bReleased;                  // the last reference has gone
 };

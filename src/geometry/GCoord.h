@@ -37,9 +37,6 @@ class GCoord {
   }
 
   constexpr GPoint Origin() const noexcept { return {x, y, z}; }
-  double GetAngleX() const noexcept { return m_dAngleX; }
-  double GetAngleY() const noexcept { return m_dAngleY; }
-  double GetAngleZ() const noexcept { return m_dAngleZ; }
 
   // Shifts along the local axes; forward is minus z.
   void MoveRight(double aDistance) noexcept { *this = PointLCStoPCS({aDistance, 0.0, 0.0}); }

@@ -36,7 +36,6 @@ class GPoint {
   constexpr GPoint Cross(const GPoint& aOther) const noexcept {
     return {y * aOther.z - z * aOther.y, z * aOther.x - x * aOther.z, x * aOther.y - y * aOther.x};
   }
-  constexpr GPoint& SetCross(const GPoint& aOther) noexcept { return *this = Cross(aOther); }
 
   constexpr GPoint operator+(const GPoint& aOther) const noexcept {
     return {x + aOther.x, y + aOther.y, z + aOther.z};

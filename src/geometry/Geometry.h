@@ -1,5 +1,7 @@
-// The settings and constants that the whole geometry kernel shares.
-// The two settings are relaxed atomics: any thread reads and sets them, the last one standing.
+// The settings and constants that the whole geometry kernel shares. The kernel is complete as a library of
+// its own: some of its operations (comparisons of points, arithmetic of matrices, lines and planes between
+// coordinate systems) have no caller but the tests. The two settings are relaxed atomics: any thread reads
+// and sets them, the last one standing.
 
 #pragma once
 

@@ -27,7 +27,7 @@ std::uint32_t Word16(const std::uint8_t* aBytes) noexcept {
 }
 
 std::uint32_t Word32(const std::uint8_t* aBytes) noexcept {
-  std::uint32_t word;
+  std::uint32_t word = 0;
   std::memcpy(&word, aBytes, sizeof(word));
   return word;
 }
@@ -152,8 +152,8 @@ bool BitmapFile::ReadColorTable(std::uint64_t aOffset) noexcept {
 }
 
 bool BitmapFile::ReadPixels(GLDATA_RGBA4B* aPixels) noexcept {
-  const std::size_t width = static_cast<std::size_t>(m_iWidth);
-  const std::size_t height = static_cast<std::size_t>(m_iHeight);
+  const auto width = static_cast<std::size_t>(m_iWidth);
+  const auto height = static_cast<std::size_t>(m_iHeight);
   const RowDecoder decode = DecoderOf(m_uBitCount);
   if (decode == nullptr) {
     std::fill_n(aPixels, width * height, Pixel(kOpaque));

@@ -4,12 +4,11 @@
 #include "media/GLFont.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include "component/Catalogue.h"
-#include "platform/Text.h"
 #include "thread/PEvent.h"
 
 namespace {
@@ -55,6 +54,14 @@ class DeleteFontTask final : public PEvent {
   FontRemains m_Remains;
 };
 
+std::basic_string_view<GLWCHAR> NameOf(const GLWCHAR* aFace) noexcept {
+  return aFace != nullptr ? aFace : std::basic_string_view<GLWCHAR>();
+}
+
+bool IsHighSurrogate(GLWCHAR aUnit) noexcept { return (aUnit & 0xFC00) == 0xD800; }
+
+constexpr GLWCHAR kSystem[] = {'S', 'y', 's', 't', 'e', 'm', 0};
+
 template <class T, class Member>
 HRESULT Give(T* aOut, const Member& aValue) noexcept {
   if (aOut == nullptr) return E_INVALIDARG;
@@ -77,17 +84,17 @@ GLFont::~GLFont() {
   if (!remains.IsEmpty()) site->PostTask(new (std::nothrow) DeleteFontTask(m_pContext, remains));
 }
 
-void GLFont::Describe(GLSiteLinkPtr aSite, const char* aFace) noexcept {
+void GLFont::Describe(GLSiteLinkPtr aSite, const GLWCHAR* aFace) noexcept {
   m_pContext = std::move(aSite);
-  if (aFace == nullptr) aFace = "";
-  const std::size_t length = std::min(std::strlen(aFace), kFaceRoom - 1);
-  std::memcpy(m_szFace, aFace, length);
-  m_szFace[length] = '\0';
+  const auto name = NameOf(aFace);
+  std::size_t length = std::min(name.size(), kFaceRoom - 1);
+  if (length < name.size() && IsHighSurrogate(name[length - 1])) --length;
+  m_szFace[name.copy(m_szFace, length)] = 0;
 }
 
-void GLFont::InitSystemFont(GLSiteLinkPtr aSite) noexcept { Describe(std::move(aSite), "System"); }
+void GLFont::InitSystemFont(GLSiteLinkPtr aSite) noexcept { Describe(std::move(aSite), kSystem); }
 
-void GLFont::InitRasterFont(GLSiteLinkPtr aSite, const char* aFace, int aStyle, int aWeight,
+void GLFont::InitRasterFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace, int aStyle, int aWeight,
                             float aOrientation, int aHeight, int aWidth) noexcept {
   Describe(std::move(aSite), aFace);
   m_iStyle = aStyle;
@@ -98,7 +105,7 @@ void GLFont::InitRasterFont(GLSiteLinkPtr aSite, const char* aFace, int aStyle, 
   m_bAverageWidth = aWidth == 0;
 }
 
-void GLFont::InitTrueTypeFont(GLSiteLinkPtr aSite, const char* aFace, int aStyle, int aWeight,
+void GLFont::InitTrueTypeFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace, int aStyle, int aWeight,
                               float aOrientation, bool aExtruded) noexcept {
   Describe(std::move(aSite), aFace);
   m_bTrueType = true;
@@ -108,8 +115,8 @@ void GLFont::InitTrueTypeFont(GLSiteLinkPtr aSite, const char* aFace, int aStyle
   m_fExtrusionZ = aExtruded ? 1.0f : 0.0f;
 }
 
-HRESULT GLFont::InitInternalFont(GLSiteLinkPtr aSite, const char* aFace) noexcept {
-  if (aFace != nullptr && std::strlen(aFace) >= kFaceRoom) return E_INVALIDARG;
+HRESULT GLFont::InitInternalFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace) noexcept {
+  if (NameOf(aFace).size() >= kFaceRoom) return E_INVALIDARG;
   Describe(std::move(aSite), aFace);
   m_bInternal = true;
   return S_OK;
@@ -117,15 +124,13 @@ HRESULT GLFont::InitInternalFont(GLSiteLinkPtr aSite, const char* aFace) noexcep
 
 bool GLFont::HasSite() const noexcept { return static_cast<bool>(GLSiteLink::Use(m_pContext.get())); }
 
-bool GLFont::IsSystem() const noexcept { return std::strcmp(m_szFace, "System") == 0; }
+bool GLFont::IsSystem() const noexcept { return NameOf(m_szFace) == kSystem; }
 
 HRESULT GLFont::IsTrueType(LONG* aTrueType) noexcept { return Give(aTrueType, m_bTrueType); }
 
 HRESULT GLFont::GetFace(BSTR* aFace) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
-  GLWCHAR wide[kFaceRoom] = {};
-  MultiByteToWideChar(CP_THREAD_ACP, 0, m_szFace, -1, wide, static_cast<int>(kFaceRoom));
-  *aFace = SysAllocString(wide);
+  *aFace = SysAllocString(m_szFace);
   return *aFace != nullptr ? S_OK : E_OUTOFMEMORY;
 }
 

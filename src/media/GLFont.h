@@ -26,14 +26,15 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
   GLFont() noexcept = default;
   ~GLFont();
 
-  // The initialisers: one of them runs before the font is handed out. A longer face is cut to 63 bytes.
+  // The initialisers: one of them runs before the font is handed out. A longer face is cut to 63 UTF-16
+  // units.
   void InitSystemFont(GLSiteLinkPtr aSite) noexcept;
-  void InitRasterFont(GLSiteLinkPtr aSite, const char* aFace, int aStyle, int aWeight, float aOrientation,
+  void InitRasterFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace, int aStyle, int aWeight, float aOrientation,
                       int aHeight, int aWidth) noexcept;
-  void InitTrueTypeFont(GLSiteLinkPtr aSite, const char* aFace, int aStyle, int aWeight, float aOrientation,
-                        bool aExtruded) noexcept;
-  /// @return S_OK; E_INVALIDARG for a name of 64 bytes or more
-  HRESULT InitInternalFont(GLSiteLinkPtr aSite, const char* aFace) noexcept;
+  void InitTrueTypeFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace, int aStyle, int aWeight,
+                        float aOrientation, bool aExtruded) noexcept;
+  /// @return S_OK; E_INVALIDARG for a name of 64 units or more
+  HRESULT InitInternalFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace) noexcept;
 
   /// Whether the font belongs to a context that still stands. Any thread.
   bool HasSite() const noexcept;
@@ -69,7 +70,7 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
     std::size_t m_iLength;
   };
 
-  void Describe(GLSiteLinkPtr aSite, const char* aFace) noexcept;
+  void Describe(GLSiteLinkPtr aSite, const GLWCHAR* aFace) noexcept;
   bool IsSystem() const noexcept;
   bool IsPlacedByMatrix() const noexcept { return m_bTrueType || m_bInternal; }
 
@@ -91,8 +92,8 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
   void Position(const GLDATA_POINT& aStart) const noexcept;
   bool CallLists(GLuint aBase, const Text& aText) noexcept;
 
-  GLSiteLinkPtr m_pContext;  // set by the initialiser, then constant
-  char m_szFace[kFaceRoom] = "";
+  GLSiteLinkPtr m_pContext;          // set by the initialiser, then constant
+  GLWCHAR m_szFace[kFaceRoom] = {};  // zero-terminated
   bool m_bTrueType = false;
   bool m_bInternal = false;
   bool m_bAverageWidth = false;  // a raster font without a width of its own takes the device's
@@ -106,6 +107,7 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
   Relaxed<float> m_fEscapement{0};  // degrees
 
   GlyphMetrics m_arGlyphMetrics{};      // written on the draw thread; gmfCellIncX is read anywhere
+  bool m_bRefused = false;              // the last build failed; draw thread
   std::atomic<bool> m_bCreated{false};  // raised when the metrics are complete
   ULONG m_uListKey = 0;
 

@@ -4,6 +4,7 @@
 #include "media/GLFont.h"
 #include "media/TextureLevels.h"
 #include "platform/Resources.h"
+#include "platform/Text.h"
 #include "platform/Window.h"
 
 namespace {
@@ -14,9 +15,11 @@ constexpr DWORD kAtlasBytes = kAtlasWidth * kAtlasHeight * 4;
 
 /// The texels of an atlas, lowest row first, red, green, blue, alpha. @return null when there is no such
 /// atlas
-const void* FindAtlas(const char* aName) noexcept {
+const void* FindAtlas(const GLWCHAR* aFace) noexcept {
+  char name[4 * GLFont::kFaceRoom] = "";  // UTF-8; the atlases have names of ASCII letters
+  WideCharToMultiByte(CP_UTF8, 0, aFace, -1, name, sizeof(name), nullptr, nullptr);
   const HMODULE module = ModuleInstance();
-  const HRSRC resource = FindResourceA(module, aName, RT_RCDATA);
+  const HRSRC resource = FindResourceA(module, name, RT_RCDATA);
   if (resource == nullptr || SizeofResource(module, resource) != kAtlasBytes) return nullptr;
   const HGLOBAL data = LoadResource(module, resource);
   return data != nullptr ? LockResource(data) : nullptr;

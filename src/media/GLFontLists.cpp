@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "diagnostics/GLErrors.h"
 #include "media/GLFont.h"
+#include "platform/Text.h"
 
 namespace {
 
@@ -48,9 +50,16 @@ bool GLFont::CreateFontLists(GLContextSite& aSite) noexcept {
   m_uListKey = aSite.GenListKey(kCodes);
   const GLuint base = aSite.GetListBase(m_uListKey);
   if (base == 0) return false;
+  const GLErrorCheck check("the build of a font");
   // A rebuild writes the same widths again, so a reader keeps its answers meanwhile.
   const bool created = CreateKindLists(aSite, base);
   m_bCreated.store(created, std::memory_order_release);
+  if (!created && !m_bRefused) {
+    char face[4 * kFaceRoom] = "";
+    WideCharToMultiByte(CP_UTF8, 0, m_szFace, -1, face, sizeof(face), nullptr, nullptr);
+    LogWarning("a font of the face \"%s\" cannot be built: its text is not drawn", face);
+  }
+  m_bRefused = !created;
   if (!created) {
     aSite.DeleteListKey(m_uListKey, kCodes);
     m_uListKey = 0;
@@ -69,7 +78,7 @@ bool GLFont::CreateSystemLists(GLuint aBase) noexcept {
   if (dc == nullptr) return false;
   const HGDIOBJ old = SelectObject(dc, GetStockObject(SYSTEM_FONT));
   TEXTMETRICA metrics{};
-  bool created = UseFontBitmaps(dc, 0, kCodes, aBase) && GetTextMetricsA(dc, &metrics);
+  bool created = UseFontBitmaps(dc, 0, kCodes, aBase) != FALSE && GetTextMetricsA(dc, &metrics) != FALSE;
   if (created) {
     m_fHeight = static_cast<float>(metrics.tmHeight);
     m_fWidth = static_cast<float>(metrics.tmAveCharWidth);
@@ -83,16 +92,17 @@ bool GLFont::CreateSystemLists(GLuint aBase) noexcept {
 bool GLFont::CreateDeviceLists(HDC aDC, GLuint aBase) noexcept {
   m_iWeight = std::clamp<int>(m_iWeight, 0, 1000);
   const int style = m_iStyle;
+  const auto has = [&](int aStyle) { return (style & aStyle) != 0 ? DWORD{TRUE} : DWORD{FALSE}; };
   const int height = m_bTrueType ? 0 : Truncated(m_fHeight);
   const int width = m_bTrueType || m_bAverageWidth ? 0 : Truncated(m_fWidth);
-  const HFONT font =
-      CreateFontA(height, width, 0, Truncated(m_fOrientation * 10.0f), m_iWeight, (style & GLFS_ITALIC) != 0,
-                  (style & GLFS_UNDERLINE) != 0, (style & GLFS_STRIKEOUT) != 0, ANSI_CHARSET,
-                  m_bTrueType ? OUT_TT_ONLY_PRECIS : OUT_RASTER_PRECIS, CLIP_DEFAULT_PRECIS, PROOF_QUALITY,
-                  PitchAndFamily(style), m_szFace);
+  const HFONT font = CreateFontW(height, width, 0, Truncated(m_fOrientation * 10.0f), m_iWeight,
+                                 has(GLFS_ITALIC), has(GLFS_UNDERLINE), has(GLFS_STRIKEOUT), ANSI_CHARSET,
+                                 m_bTrueType ? OUT_TT_ONLY_PRECIS : OUT_RASTER_PRECIS, CLIP_DEFAULT_PRECIS,
+                                 PROOF_QUALITY, PitchAndFamily(style), m_szFace);
   if (font == nullptr) return false;
   bool created = false;
   if (const HGDIOBJ old = SelectObject(aDC, font); old != nullptr) {
+    NoteFace(aDC, m_szFace);
     created = m_bTrueType ? CreateOutlineLists(aDC, aBase) : CreateRasterLists(aDC, aBase);
     SelectObject(aDC, old);
   }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "diagnostics/GLErrors.h"
 #include "media/GLFont.h"
 #include "platform/Text.h"
 
@@ -18,6 +19,11 @@ std::size_t LengthOf(const GLWCHAR* aString) noexcept {
     while (aString[length] != 0) ++length;
   }
   return length;
+}
+
+HRESULT Refuse(const char* aReason) noexcept {
+  LogDebug("IGLFont::Print is refused: %s", aReason);
+  return E_GL_BADSTATE;
 }
 
 bool IsHighSurrogate(GLWCHAR aUnit) noexcept { return (aUnit & 0xFC00) == 0xD800; }
@@ -59,14 +65,16 @@ HRESULT GLFont::GetStringWidth(BSTR aString, float* aWidth) noexcept {
 HRESULT GLFont::Print(BSTR aString, GLDATA_POINT* aStart) noexcept {
   if (aStart == nullptr) return E_INVALIDARG;
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site || !site->IsCurrentHere()) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere()) return Refuse("outside of a pass");
+  const GLErrorCheck check("IGLFont::Print");
   if (!site->IsListKeyValid(m_uListKey)) {
-    if (site->IsListOpen()) return E_GL_BADSTATE;  // the build would close the host's list
+    if (site->IsListOpen()) return Refuse("its build would close the list that is open");
     if (!EnsureLists(*site)) return E_FAIL;
   }
   char stack[kStackText];
   const Text text = Convert(aString, stack, kStackText);
   if (text.m_iLength == 0) return S_OK;
+  site->MarkListUnbounded();
 
   Position(*aStart);
   if (!m_bVendorChecked) {

@@ -9,6 +9,16 @@
 #include "media/BitmapFile.h"
 #include "platform/File.h"
 #include "platform/GL.h"
+#include "platform/Log.h"
+
+namespace {
+
+HRESULT Refuse(const char* aReason) noexcept {
+  LogWarning("an image file is not loaded: %s", aReason);
+  return E_FAIL;
+}
+
+}  // namespace
 
 HRESULT CreateGLPixmap(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLPixmap>(aOuter, riid, ppv);
@@ -31,16 +41,16 @@ HRESULT GLPixmap::Initialize(int aWidth, int aHeight, GLDATA_RGBA4B aRGBA) noexc
 
 HRESULT GLPixmap::LoadImageFile(BSTR aFilename) noexcept {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(OpenFileForReading(aFilename), std::fclose);
-  if (file == nullptr) return E_FAIL;
+  if (file == nullptr) return Refuse("it cannot be opened");
   BitmapFile image(file.get());
-  if (!image.ReadHeader()) return E_FAIL;
+  if (!image.ReadHeader()) return Refuse("its header is no bitmap's, or does not match the file");
   // Into a block of its own: the image stays as it is until all of the new one stands.
   PixelBlock pixels =
       NewPixels(static_cast<std::size_t>(image.Width()) * static_cast<std::size_t>(image.Height()));
   const bool hasMemory = pixels != nullptr;
-  if (hasMemory && !image.ReadPixels(pixels.get())) return E_FAIL;
+  if (hasMemory && !image.ReadPixels(pixels.get())) return Refuse("a pixel has no colour in its table");
   TakePixels(std::move(pixels), image.Width(), image.Height());
-  return hasMemory ? S_OK : E_FAIL;
+  return hasMemory ? S_OK : Refuse("there is no memory for its pixels");
 }
 
 /// Makes aPixels the image, with a zoom of 1 and a full clip. Null empties the pixmap.
@@ -91,7 +101,8 @@ HRESULT GLPixmap::TestPlace(int aX, int aY) const noexcept {
 
 /// The pixel at a place counted from the top left. It has to be inside the image.
 GLDATA_RGBA4B& GLPixmap::PixelAt(int aX, int aY) noexcept {
-  return m_pPixels[static_cast<std::size_t>((m_iHeight - aY - 1) * m_iWidth + aX)];
+  return m_pPixels[static_cast<std::size_t>(m_iHeight - aY - 1) * static_cast<std::size_t>(m_iWidth) +
+                   static_cast<std::size_t>(aX)];
 }
 
 HRESULT GLPixmap::GetPixel(int aX, int aY, GLDATA_RGBA4B* aRGBA) noexcept {

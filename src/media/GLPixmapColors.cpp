@@ -58,7 +58,7 @@ HRESULT GLPixmap::ScaleColor(GLDATA_RGBA* aScale) noexcept {
 HRESULT GLPixmap::ScaleColor256(int aSize, float* aArray) noexcept {
   if (aArray == nullptr) return E_INVALIDARG;
   if (m_pPixels == nullptr || aSize < 256) return E_GL_BADSTATE;
-  std::array<std::uint8_t, 256> table;
+  std::array<std::uint8_t, 256> table{};
   for (std::size_t value = 0; value < 256; ++value) {
     table[value] = LowByte(static_cast<float>(value) * aArray[value]);
   }

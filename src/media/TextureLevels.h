@@ -58,7 +58,7 @@ class TightPixelStore {
   TightPixelStore& operator=(const TightPixelStore&) = delete;
 
  private:
-  std::array<GLint, 8> m_aiBefore;
+  std::array<GLint, 8> m_aiBefore{};
 };
 
 /// The state of a textured face: one target on and the other off, blending by alpha.

@@ -37,7 +37,7 @@ class ExitGate {
 
    private:
     unsigned m_uProcess;  // a forked child does not count the pass that it inherits
-    bool m_bInside;
+    bool m_bInside = true;
   };
 
   /// Notes that the pass in progress has made something new in the driver.

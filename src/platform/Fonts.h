@@ -26,9 +26,10 @@ inline constexpr DWORD ANSI_CHARSET = 0, OUT_RASTER_PRECIS = 6, OUT_TT_ONLY_PREC
                        FF_DECORATIVE = 0x50;
 
 /// A font by its face and style. @return null with no font on the system
-HFONT CreateFontA(int cHeight, int cWidth, int cEscapement, int cOrientation, int cWeight, DWORD bItalic,
+HFONT CreateFontW(int cHeight, int cWidth, int cEscapement, int cOrientation, int cWeight, DWORD bItalic,
                   DWORD bUnderline, DWORD bStrikeOut, DWORD iCharSet, DWORD iOutPrecision,
-                  DWORD iClipPrecision, DWORD iQuality, DWORD iPitchAndFamily, const char* szFace) noexcept;
+                  DWORD iClipPrecision, DWORD iQuality, DWORD iPitchAndFamily,
+                  const GLWCHAR* szFace) noexcept;
 /// The stock system font: always there.
 HGDIOBJ GetStockObject(int i) noexcept;
 BOOL GetTextMetricsA(HDC hDC, TEXTMETRICA* pMetrics) noexcept;
@@ -36,6 +37,14 @@ BOOL GetCharWidthFloatA(HDC hDC, UINT iFirst, UINT iLast, FLOAT* pWidths) noexce
 BOOL wglUseFontBitmapsA(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexcept;
 BOOL wglUseFontOutlinesA(HDC hDC, DWORD first, DWORD count, DWORD listBase, FLOAT deviation, FLOAT extrusion,
                          int format, GLYPHMETRICSFLOAT* pMetrics) noexcept;
+
+/// CreateFontW itself reports a substituted face here.
+inline void NoteFace(HDC, const GLWCHAR*) noexcept {}
+
+#else
+
+/// Warns in the log where the selected font has another face than the wanted one.
+void NoteFace(HDC hDC, const GLWCHAR* szWanted) noexcept;
 
 #endif
 

@@ -28,7 +28,7 @@ class SignalsBlocked {
   SignalsBlocked& operator=(const SignalsBlocked&) = delete;
 
  private:
-  sigset_t m_Before;
+  sigset_t m_Before{};
 };
 /// Notes that the calling thread is the component's own, so that its blocked signals need no care.
 void NoteComponentThread() noexcept;

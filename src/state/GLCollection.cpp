@@ -81,7 +81,7 @@ HRESULT GLCollection::Has(IUnknown* aIU, LONG* aHas) noexcept {
   if (aIU == nullptr) return S_OK;
   const PLock lock(m_Lock);
   IUnknown** const end = m_ppItems.get() + m_iCapacity;
-  *aHas = std::find(m_ppItems.get(), end, aIU) != end;
+  *aHas = std::find(m_ppItems.get(), end, aIU) != end ? 1 : 0;
   return S_OK;
 }
 

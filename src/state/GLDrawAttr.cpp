@@ -26,7 +26,7 @@ constexpr float Contrast(float aChannel) noexcept { return aChannel < 0.5f ? 1.0
 
 /// The end of every setter: the next application is a full one, also if the value is the old one.
 HRESULT GLDrawAttr::Modified() noexcept {
-  m_bModified = true;
+  if (m_uVersion.fetch_add(1, std::memory_order_release) == UINT32_MAX) ++m_uVersion;
   return S_OK;
 }
 

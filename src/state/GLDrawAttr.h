@@ -40,9 +40,8 @@ class GLDrawAttr final : public GLObject<GLDrawAttr, IGLDrawAttr> {
   HRESULT IsDrawModeEnabled(eGLDrawMode aMode, LONG* aEnabled) noexcept override;
   HRESULT GetDrawMode(int* aMode) noexcept override;
 
-  // For the canvas: whether anything was set since its last full application, and the values as they stand.
-  bool IsModified() const noexcept { return m_bModified; }
-  void ClearModified() noexcept { m_bModified = false; }
+  // For canvases: what tells states of the object apart, never 0, and the values as they stand.
+  std::uint32_t Version() const noexcept { return m_uVersion.load(std::memory_order_acquire); }
   GLDATA_RGBA Color() const noexcept { return m_sColor; }
   float PointSize() const noexcept { return m_fPointSize; }
   float LineWidth() const noexcept { return m_fLineWidth; }
@@ -60,5 +59,5 @@ class GLDrawAttr final : public GLObject<GLDrawAttr, IGLDrawAttr> {
   Relaxed<std::uint16_t> m_usLineStipplePattern{0xFFFF};  // all bits: a solid line
   Relaxed<int> m_iLineStippleFactor{1};
   std::atomic<int> m_iDrawMode{GLDM_SHOW_FRONT | GLDM_SMOOTH_LIGHTING};
-  Relaxed<bool> m_bModified{true};
+  std::atomic<std::uint32_t> m_uVersion{1};
 };

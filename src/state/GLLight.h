@@ -78,5 +78,6 @@ class GLLight final : public GLObject<GLLight, IGLLight> {
   // The rotation that takes +z to where the light comes from: a unit axis, and degrees.
   RelaxedPoint m_sDirAxis{0.0, 0.0, 0.0};
   Relaxed<double> m_dDirAngle{0.0};
+  bool m_bDark = false;                      // no number was free last time; draw thread
   int m_iLightNumber = LightNumbers::kNone;  // guarded by the table's lock
 };

@@ -1,10 +1,14 @@
 // GLLight's way to GL. Draw thread, with GL current and the eye in the modelview matrix.
 
+#include "platform/Log.h"
 #include "state/GLLight.h"
 
 int GLLight::ApplyLight(IGLCanvas* aCanvas) noexcept {
   const int number = LightNumbers::Take(m_iLightNumber);
-  if (number == LightNumbers::kNone) return kNoName;
+  const bool dark = number == LightNumbers::kNone;
+  if (dark && !m_bDark) LogWarning("a light does not shine: the process has 8 others");
+  m_bDark = dark;
+  if (dark) return kNoName;
   const auto name = static_cast<GLenum>(GL_LIGHT0 + number);
   if (!m_bEnabled) {
     glDisable(name);

@@ -65,7 +65,7 @@ bool PCriticalSection::TryEnter() noexcept {
 }
 
 void PCriticalSection::Leave() {
-  if (!IsHeldHere()) throw E_FAIL;
+  if (!IsHeldHere()) throw HRESULT{E_FAIL};
   if (--m_iEntries > 0) return;
   if (m_uProcess.load(std::memory_order_relaxed) != ProcessGeneration()) Renew();
   const std::lock_guard gate(m_Gate);

@@ -3,11 +3,13 @@
 
 #include "thread/PThread.h"
 
+#include <algorithm>
+
 #include "platform/ExitGate.h"
 #include "platform/Thread.h"
 #include "platform/ThreadPriority.h"
 
-PThread::PThread(Function pfnCycle, void* pArg, Function pfnEnd, PClock& aClock) noexcept
+PThread::PThread(CycleFunction pfnCycle, void* pArg, Function pfnEnd, PClock& aClock) noexcept
     : m_pfnCycle(pfnCycle), m_pCycleArg(pArg), m_pfnEnd(pfnEnd), m_Clock(aClock) {}
 
 PThread::~PThread() { Stop(); }
@@ -63,13 +65,13 @@ void PThread::Body() noexcept {
     std::unique_lock gate(m_WakeGate);
     m_Wake.wait(gate, [this] { return !m_bHeldBack || IsStopRequested(); });
   }
-  for (;;) {
-    const auto start = static_cast<DWORD>(m_Clock.Now());
-    PPause pause{};
+  PauseEnd end;
+  for (unsigned wake = kPauseOver;; wake = Pause(end)) {  // the first cycle comes by itself
+    const std::uint64_t start = m_Clock.Now();
     bool exits = false;
     {
       const PLock state(m_StateLock);
-      ParkIfRequested();
+      if (ParkIfRequested()) wake |= kPauseOver;
       if (IsStopRequested()) {
         m_dwThreadNumber = 0;
         break;
@@ -77,17 +79,15 @@ void PThread::Body() noexcept {
       const ExitGate::Pass pass;
       if (pass) {
         RunEvents();
-        m_pfnCycle(m_pCycleArg);
+        m_pfnCycle(m_pCycleArg, wake);
       }
       exits = !pass;
-      pause = PPause::After(start, static_cast<DWORD>(m_Clock.Now()), m_dwPreferredCycle, m_dwMustSleepCycle);
-      m_dwLastCycle = pause.m_dwLastCycle;
+      if (wake != kTask) end = EndCycle(start);
     }
     if (exits) {
       NoteStopped();
       ExitGate::ParkForEver();
     }
-    Pause(pause.m_dwSleep);
   }
   if (m_pfnEnd != nullptr) m_pfnEnd(m_pCycleArg);
   NoteStopped();
@@ -102,9 +102,9 @@ void PThread::NoteStopped() noexcept {
 }
 
 /// Leaves the state lock for the length of a park. The count of resumes is noted under that lock, which every
-/// resume takes, so that none can fall between the look and the wait.
-void PThread::ParkIfRequested() noexcept {
-  if (!m_bSuspendRequested || m_bParksHeld) return;
+/// resume takes, so that none can fall between the look and the wait. @return whether it parked
+bool PThread::ParkIfRequested() noexcept {
+  if (!m_bSuspendRequested || m_bParksHeld) return false;
   std::unique_lock gate(m_WakeGate);
   const unsigned resumes = m_uResumes;
   m_bParked = true;
@@ -113,19 +113,57 @@ void PThread::ParkIfRequested() noexcept {
   gate.unlock();
   m_StateLock.Enter();
   m_bParked = false;
+  return true;
 }
 
-/// A sleep is ended by a stop alone; a controlled worker then waits for a trigger, as long as it is one.
-void PThread::Pause(DWORD aSleep) noexcept {
+/// Works out the pause after a cycle that began at aStart. Under the state lock.
+PThread::PauseEnd PThread::EndCycle(std::uint64_t aStart) noexcept {
+  const std::uint64_t now = m_Clock.Now();
+  const PPause pause = PPause::After(static_cast<DWORD>(aStart), static_cast<DWORD>(now), m_dwPreferredCycle,
+                                     m_dwMustSleepCycle);
+  m_dwLastCycle = pause.m_dwLastCycle;
+  return {now + (m_bControlled ? 0 : pause.m_dwSleep), std::nullopt};
+}
+
+/// Pauses until the end or the next interruption. @return the reasons for the cycle that follows
+unsigned PThread::Pause(PauseEnd& aEnd) noexcept {
   std::unique_lock gate(m_WakeGate);
-  if (aSleep != 0 && !m_bControlled) {
-    m_Clock.Wait(gate, m_Wake, aSleep, [this] { return IsStopRequested(); });
+  const bool slept = Sleep(gate, aEnd);
+  const bool over = slept && (!m_bControlled || WaitForTrigger(gate, aEnd));
+  const unsigned wake = (m_bTaskPosted ? kTask : 0) |
+                        (slept && m_bTriggered && m_bControlled ? kTrigger : 0) | (over ? kPauseOver : 0) |
+                        (IsStopRequested() ? kStop : 0);
+  m_bTaskPosted = false;
+  if (wake != kTask) m_bTriggered = m_bSleepEnded = false;
+  return wake;
+}
+
+/// @return whether the sleep is over; events interrupt it
+bool PThread::Sleep(std::unique_lock<std::mutex>& aGate, PauseEnd& aEnd) noexcept {
+  const auto ends = [this] { return m_bSleepEnded || IsStopRequested(); };
+  if (const DWORD sleep = Remaining(aEnd.m_uSleep); sleep != 0) {
+    m_Clock.Wait(aGate, m_Wake, sleep, [&] { return m_bTaskPosted || ends(); });
+    if (!ends() && Remaining(aEnd.m_uSleep) != 0) return false;
   }
-  if (m_bControlled) {
-    m_Clock.Wait(gate, m_Wake, m_dwMaxWait,
-                 [this] { return m_bTriggered || !m_bControlled || IsStopRequested(); });
+  aEnd.m_uSleep = 0;
+  return true;
+}
+
+/// @return whether the longest wait has passed, or the worker is no longer a controlled one
+bool PThread::WaitForTrigger(std::unique_lock<std::mutex>& aGate, PauseEnd& aEnd) noexcept {
+  if (!aEnd.m_oWait)
+    aEnd.m_oWait = m_dwMaxWait == PClock::kForever ? UINT64_MAX : m_Clock.Now() + m_dwMaxWait;
+  if (const DWORD wait = Remaining(*aEnd.m_oWait); wait != 0) {
+    m_Clock.Wait(aGate, m_Wake, wait,
+                 [this] { return m_bTriggered || m_bTaskPosted || !m_bControlled || IsStopRequested(); });
   }
-  m_bTriggered = false;
+  return !m_bControlled || Remaining(*aEnd.m_oWait) == 0;
+}
+
+/// Milliseconds from now to a moment; PClock::kForever for one that is so far off.
+DWORD PThread::Remaining(std::uint64_t aEnd) noexcept {
+  const std::uint64_t now = m_Clock.Now();
+  return aEnd > now ? static_cast<DWORD>(std::min<std::uint64_t>(aEnd - now, PClock::kForever)) : 0;
 }
 
 void PThread::RequestSuspend() noexcept {
@@ -155,14 +193,18 @@ void PThread::SetControlled(bool aControlled, DWORD aMaxWait) noexcept {
   if (!aControlled) m_Wake.notify_all();
 }
 
-void PThread::Trigger() noexcept {
-  if (m_bControlled) Wake();
-}
-
 /// A wait for a trigger that begins later, before the next cycle, ends at once too.
-void PThread::Wake() noexcept {
+void PThread::Trigger() noexcept {
+  if (!m_bControlled) return;
   const std::lock_guard gate(m_WakeGate);
   m_bTriggered = true;
+  m_Wake.notify_all();
+}
+
+void PThread::EndSleep() noexcept {
+  if (IsWorker()) return;
+  const std::lock_guard gate(m_WakeGate);
+  m_bSleepEnded = true;
   m_Wake.notify_all();
 }
 

@@ -5,7 +5,9 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 #include "thread/PClock.h"
@@ -30,7 +32,9 @@ struct PPause {
 };
 
 /// A worker. In each cycle it parks if it is asked to, runs the queued events, calls the cycle function, and
-/// sleeps (free-running) or waits for a trigger (controlled).
+/// pauses: it sleeps (free-running) or waits for a trigger (controlled). Events that are posted meanwhile
+/// make a cycle of their own within the pause, which then continues to the end that it had before. The cycle
+/// function is told why the cycle runs and decides what to do.
 ///
 /// The worker holds the state lock for the active part of each cycle: operations that take it wait for the
 /// end of a running cycle, and on the worker itself go right in. An owner holds the object by a shared
@@ -38,14 +42,23 @@ struct PPause {
 class PThread {
  public:
   using Function = void (*)(void*);
+  using CycleFunction = void (*)(void*, unsigned aWake);
+
+  // Why a cycle runs. Bits; several reasons may come together.
+  static constexpr unsigned kTask = 1;     ///< an event was posted
+  static constexpr unsigned kTrigger = 2;  ///< Trigger was called
+  static constexpr unsigned kPauseOver =
+      4;                                ///< the pause has ended, or there was none: first cycle, after a park
+  static constexpr unsigned kStop = 8;  ///< a stop was requested; no cycle follows
 
   // Bits of the flag word.
   static constexpr DWORD PTHREAD_STARTED = 2;
   static constexpr DWORD PTHREAD_STOP_REQUESTED = 4;
   static constexpr DWORD PTHREAD_STOPPED = 8;
 
-  /// @param pfnCycle called once a cycle with pArg; @param pfnEnd called with it as the worker's last act
-  PThread(Function pfnCycle, void* pArg, Function pfnEnd = nullptr,
+  /// @param pfnCycle called once per cycle with pArg and the reasons for the cycle
+  /// @param pfnEnd   called with pArg as the worker's last act
+  PThread(CycleFunction pfnCycle, void* pArg, Function pfnEnd = nullptr,
           PClock& aClock = PClock::System()) noexcept;
   PThread(const PThread&) = delete;
   PThread& operator=(const PThread&) = delete;
@@ -80,6 +93,9 @@ class PThread {
   void SetControlled(bool aControlled, DWORD aMaxWait) noexcept;
   /// Ends the wait of a controlled worker, or its next one if it is in a cycle; several make one. Any thread.
   void Trigger() noexcept;
+  /// Ends the sleep of a free-running worker, or its next one if it is in a cycle. A wait for a trigger goes
+  /// on. Any thread; nothing happens on the worker itself.
+  void EndSleep() noexcept;
 
   // Each returns the old value. Any thread; wait for a running cycle.
   DWORD SetPreferredCycle(DWORD aValue) noexcept;
@@ -87,12 +103,12 @@ class PThread {
   int SetPriority(int aValue) noexcept;
 
   /// Queues an event, which is the worker's from then on. Any thread, at any time: no wait.
-  /// @return true when it is queued, or was already; false for null, and after a stop: it is then deleted
+  /// @return true when it is queued, or was already; false for null, and after a stop: it is then dropped
   bool PostEvent(PEvent* aEvent) noexcept;
-  /// Deletes all events of an owner that haven't run, and the kept ones that have. One that is running ends
-  /// first when the caller isn't the worker: not with a lock held that the event may want.
+  /// Drops all events of an owner that haven't run, and the kept ones that have. One that is running ends
+  /// first when the caller isn't the worker: not with a lock held that the event may want. Needs no memory.
   void RemoveEvents(const void* aOwner) noexcept;
-  /// The same for one event, which must not be deleted yet.
+  /// The same for one event, which must not be dropped yet.
   void RemoveEvent(PEvent* aEvent) noexcept;
 
   /// Whether the calling thread is this worker.
@@ -109,21 +125,31 @@ class PThread {
   Relaxed<DWORD> m_dwLastCycle{0};
 
  private:
+  /// The rest of a pause. Events interrupt it and do not move its end. Milliseconds of the clock.
+  struct PauseEnd {
+    std::uint64_t m_uSleep = 0;
+    std::optional<std::uint64_t> m_oWait;  // of the wait for a trigger, which begins after the sleep
+  };
+
   void Body() noexcept;
   void NoteStopped() noexcept;
-  void ParkIfRequested() noexcept;
-  void Pause(DWORD aSleep) noexcept;
-  void Wake() noexcept;
+  bool ParkIfRequested() noexcept;
+  PauseEnd EndCycle(std::uint64_t aStart) noexcept;
+  unsigned Pause(PauseEnd& aEnd) noexcept;
+  bool Sleep(std::unique_lock<std::mutex>& aGate, PauseEnd& aEnd) noexcept;
+  bool WaitForTrigger(std::unique_lock<std::mutex>& aGate, PauseEnd& aEnd) noexcept;
+  DWORD Remaining(std::uint64_t aEnd) noexcept;
   void RequestStop() noexcept;
   bool IsStopRequested() const noexcept { return (m_dwFlags & PTHREAD_STOP_REQUESTED) != 0; }
   void RunEvents() noexcept;
   bool TakeEvents() noexcept;
+  static void GiveBack(PPointerArray<PEvent>& aEvents) noexcept;
   void RunNextEvent(int& aPosition, PEvent*& aEvent) noexcept;
   void CloseQueue() noexcept;
   template <class Predicate>
   void RemoveEventsIf(Predicate aMatches) noexcept;
 
-  const Function m_pfnCycle;
+  const CycleFunction m_pfnCycle;
   void* const m_pCycleArg;
   const Function m_pfnEnd;
   PClock& m_Clock;
@@ -142,18 +168,20 @@ class PThread {
   std::atomic<bool> m_bControlled{false};
   std::atomic<DWORD> m_dwMaxWait{0};
 
-  // What ends a wait: a stop, a trigger, a resume. Innermost lock, held for a look.
+  // What ends or interrupts a wait: a stop, a trigger, an event, a resume. Innermost lock, held for a look.
   std::mutex m_WakeGate;
   std::condition_variable m_Wake;
-  bool m_bTriggered = false;  // auto-reset
-  bool m_bHeldBack = false;   // started suspended
-  unsigned m_uResumes = 0;    // a park ends at the next one
+  bool m_bTriggered = false;   // auto-reset, as the next two
+  bool m_bTaskPosted = false;  // since the last wait
+  bool m_bSleepEnded = false;  // by EndSleep
+  bool m_bHeldBack = false;    // started suspended
+  unsigned m_uResumes = 0;     // a park ends at the next one
 
-  PCriticalSection m_RunLock;      // held while one event runs and is deleted; taken before m_QueueLock
+  PCriticalSection m_RunLock;      // held while one event runs and is dropped; taken before m_QueueLock
   PCriticalSection m_QueueLock;    // the members below, briefly
   PPointerArray<PEvent> m_Events;  // the queue
   PPointerArray<PEvent> m_Pass;    // what the pass in progress has yet to run
   PEvent* m_pRunning = nullptr;
-  bool m_bDropRunning = false;  // the running event was removed on the worker: delete it after Run
+  bool m_bDropRunning = false;  // the running event was removed: drop it after Run
   bool m_bQueueClosed = false;
 };

@@ -1,5 +1,5 @@
 // PThread's event queue: posting and removal from any thread, the passes on the worker.
-// Events run and are deleted outside the queue's lock, so that they may post and take locks of their own.
+// Events run and are dropped outside the queue's lock, so that they may post and take locks of their own.
 
 #include "thread/PThread.h"
 
@@ -11,9 +11,11 @@ bool PThread::PostEvent(PEvent* aEvent) noexcept {
     queued = !m_bQueueClosed && (m_Events.Has(aEvent) || m_Events.Add(aEvent));
   }
   if (queued) {
-    Wake();  // also one that sleeps as yet: it may be controlled by the end of its sleep
+    const std::lock_guard gate(m_WakeGate);
+    m_bTaskPosted = true;
+    m_Wake.notify_all();
   } else {
-    delete aEvent;
+    aEvent->Drop();
   }
   return queued;
 }
@@ -31,13 +33,18 @@ void PThread::RunEvents() noexcept {
 /// Copies the queue into the pass, and takes out what isn't kept. @return false when there is nothing to run
 bool PThread::TakeEvents() noexcept {
   const PLock queue(m_QueueLock);
-  int position;
+  int position = 0;
   for (PEvent* event = m_Events.GetFirst(position); event != nullptr; event = m_Events.GetNext(position)) {
     if (!m_Pass.Add(event)) break;  // no memory: the rest waits for the next pass
     if (!event->m_bKeep) m_Events.Remove(event);
   }
-  m_Events.Pack();
-  return m_Pass.GetSlots() != 0;
+  GiveBack(m_Events);
+  return m_Pass.GetCount() != 0;
+}
+
+/// Gives memory back, but for the smallest block: an event now and then allocates nothing.
+void PThread::GiveBack(PPointerArray<PEvent>& aEvents) noexcept {
+  if (aEvents.GetSlots() > PPointerArray<PEvent>::kGrowBy) aEvents.Pack();
 }
 
 /// Runs the next event of the pass that nobody has removed meanwhile; gives null at its end.
@@ -48,7 +55,7 @@ void PThread::RunNextEvent(int& aPosition, PEvent*& aEvent) noexcept {
     aEvent = aPosition < 0 ? m_Pass.GetFirst(aPosition) : m_Pass.GetNext(aPosition);
     m_pRunning = aEvent;
     if (aEvent == nullptr) {
-      m_Pass.Pack();
+      GiveBack(m_Pass);
       return;
     }
     m_Pass.Remove(aEvent);
@@ -61,7 +68,7 @@ void PThread::RunNextEvent(int& aPosition, PEvent*& aEvent) noexcept {
     m_pRunning = nullptr;
     m_bDropRunning = false;
   }
-  if (drop) delete aEvent;
+  if (drop) aEvent->Drop();
 }
 
 void PThread::RemoveEvents(const void* aOwner) noexcept {
@@ -75,13 +82,17 @@ void PThread::RemoveEvent(PEvent* aEvent) noexcept {
 
 template <class Predicate>
 void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
-  PPointerArray<PEvent> removed;
+  PEvent* first = nullptr;
+  PEvent** last = &first;
   const auto takeFrom = [&](PPointerArray<PEvent>& aEvents) {
-    int position;
+    int position = 0;
     for (PEvent* event = aEvents.GetFirst(position); event != nullptr; event = aEvents.GetNext(position)) {
       if (!aMatches(event)) continue;
-      if (event != m_pRunning && !removed.Has(event) && !removed.Add(event)) continue;  // no memory: it stays
       aEvents.Remove(event);
+      if (event == m_pRunning || m_Events.Has(event)) continue;  // a kept event of the pass is in both
+      event->m_pNextRemoved = nullptr;
+      *last = event;
+      last = &event->m_pNextRemoved;
     }
   };
   bool runs = false;
@@ -90,14 +101,15 @@ void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
     runs = m_pRunning != nullptr && aMatches(m_pRunning);
     takeFrom(m_Pass);
     takeFrom(m_Events);
-    m_Events.Pack();
-    // A kept event that runs belongs to nobody now; the worker deletes it, as it does one that isn't kept.
+    GiveBack(m_Events);
+    // A kept event that runs belongs to nobody now; the worker drops it, as it does one that isn't kept.
     if (runs) m_bDropRunning = true;
   }
   if (runs && !IsWorker()) const PLock ended(m_RunLock);
-  int position;
-  for (PEvent* event = removed.GetFirst(position); event != nullptr; event = removed.GetNext(position)) {
-    delete event;
+  while (first != nullptr) {
+    PEvent* const next = first->m_pNextRemoved;
+    first->Drop();
+    first = next;
   }
 }
 
@@ -112,7 +124,7 @@ void PThread::CloseQueue() noexcept {
     PEvent* event = nullptr;
     {
       const PLock queue(m_QueueLock);
-      int position;
+      int position = 0;
       event = m_Events.GetFirst(position);
       if (event == nullptr) {
         m_Events.Pack();
@@ -120,6 +132,6 @@ void PThread::CloseQueue() noexcept {
       }
       m_Events.Remove(event);
     }
-    delete event;
+    event->Drop();
   }
 }

@@ -7,6 +7,9 @@
 
 #include <atomic>
 
+// Assignments give the value or nothing, as those of std::atomic do.
+// NOLINTBEGIN(misc-unconventional-assign-operator)
+
 /// A plain value that may be read late, never torn.
 template <class T>
 class Relaxed {
@@ -53,3 +56,5 @@ class RelaxedPoint {
 
   Relaxed<double> x, y, z;
 };
+
+// NOLINTEND(misc-unconventional-assign-operator)

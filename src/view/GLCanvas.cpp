@@ -5,7 +5,9 @@
 #include <utility>
 
 #include "component/Catalogue.h"
+#include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
+#include "view/lists/ListRecorder.h"
 
 HRESULT CreateGLCanvas(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLCanvas>(aOuter, riid, ppv);
@@ -20,7 +22,14 @@ GLCanvas::GLCanvas() {
 
 void GLCanvas::SetSite(GLSiteLinkPtr aLink) noexcept { m_pContext = std::move(aLink); }
 
+// Of an operation after which a list's vertices have other places, or hits another meaning, than recorded.
+void GLCanvas::DrawsWhole() noexcept {
+  if (m_pRecorder != nullptr) m_pRecorder->Unbounded();
+}
+
 HRESULT GLCanvas::EnableClipPlanes(LONG aEnable) noexcept {
+  const GLErrorCheck check("IGLCanvas::EnableClipPlanes");
+  DrawsWhole();
   const GLSiteLink::Use site(m_pContext.get());
   if (!site) return E_GL_BADSTATE;
   if (!site->HasClipPlanes()) return S_OK;
@@ -37,45 +46,62 @@ HRESULT GLCanvas::EnableClipPlanes(LONG aEnable) noexcept {
 }
 
 HRESULT GLCanvas::PushDepthAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PushDepthAttribute");
+  DrawsWhole();
   glPushAttrib(GL_DEPTH_BUFFER_BIT);
   glDisable(GL_DEPTH_TEST);
   return S_OK;
 }
 
 HRESULT GLCanvas::PushDepthMask(LONG bNewValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushDepthMask");
+  DrawsWhole();
   glPushAttrib(GL_DEPTH_BUFFER_BIT);
   glDepthMask(bNewValue != 0 ? GL_TRUE : GL_FALSE);
   return S_OK;
 }
 
 HRESULT GLCanvas::PopDepthAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopDepthAttribute");
+  DrawsWhole();
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::PushLightAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PushLightAttribute");
+  DrawsWhole();
   glPushAttrib(GL_LIGHTING_BIT);
   glDisable(GL_LIGHTING);
   return S_OK;
 }
 
 HRESULT GLCanvas::PopLightAttribute() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopLightAttribute");
+  DrawsWhole();
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::PushAttrib(ULONG dwAttribMask) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushAttrib");
+  DrawsWhole();
   glPushAttrib(dwAttribMask);
   return S_OK;
 }
 
 HRESULT GLCanvas::PopAttrib() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopAttrib");
+  DrawsWhole();
   glPopAttrib();
   return S_OK;
 }
 
 HRESULT GLCanvas::SetCWWinding(LONG bValue) noexcept {
-  glFrontFace(bValue != 0 ? GL_CW : GL_CCW);
+  const GLErrorCheck check("IGLCanvas::SetCWWinding");
+  const GLenum front = bValue != 0 ? GL_CW : GL_CCW;
+  glFrontFace(front);
+  if (m_pRecorder != nullptr) m_pRecorder->State({.m_uFrontFace = static_cast<std::uint16_t>(front)});
   return S_OK;
 }
 

@@ -15,6 +15,8 @@
 #include "component/SiteLink.h"
 #include "thread/Relaxed.h"
 
+class ListRecorder;
+
 class GLCanvas final : public GLObject<GLCanvas, IGLCanvas, IGLCanvas2, IGLCanvas3, IGLCanvas13_1,
                                        IGLCanvas14_2, IGLCanvas14_4> {
  public:
@@ -135,22 +137,46 @@ class GLCanvas final : public GLObject<GLCanvas, IGLCanvas, IGLCanvas2, IGLCanva
   HRESULT Build2DMipmaps(int nInternalFormat, int nWidth, int nHeight, eGLTexFormat eFormat,
                          eGLDataType eType, int nDataBytes, unsigned char* pbyPixels) noexcept override;
 
+  /// Names the rendering context that is drawn in from now on: what was applied in another one counts no
+  /// more. Draw thread.
+  void NoteRenderingContext(ULONG aNumber) noexcept;
   /// Takes GL's present matrices and viewport as the cached set-up. Draw thread.
   void RefreshCachedSetup() noexcept;
+
+  /// Has the canvas report to the recorder of a list that an earlier pass has left open, for the length of a
+  /// pass. Draw thread.
+  class Recording {
+   public:
+    Recording(GLCanvas& aCanvas, ListRecorder* aRecorder) noexcept : m_Canvas(aCanvas) {
+      m_Canvas.m_pRecorder = aRecorder;
+    }
+    ~Recording() { m_Canvas.m_pRecorder = nullptr; }
+    Recording(const Recording&) = delete;
+    Recording& operator=(const Recording&) = delete;
+
+   private:
+    GLCanvas& m_Canvas;
+  };
 
  private:
   struct Setup;
 
   bool HasGL() const noexcept;
+  void SendVertex(float aX, float aY, float aZ) noexcept;
+  void BeginPrimitives(unsigned aMode) noexcept;
+  void DrawsWhole() noexcept;
 
   HRESULT AddTriangle(const GLDATA_POINT* aPoints, const GLDATA_RGBA* aColors,
                       const GLDATA_POINT* aNormals) noexcept;
   void CutStoreTo(std::size_t aTriangles) noexcept;
 
   GLSiteLinkPtr m_pContext;
+  ListRecorder* m_pRecorder = nullptr;  // of the open list; draw thread
 
   // What was applied last, to GL by this canvas.
   GLPtr<IGLDrawAttr> m_pCurrentDrawAttr;
+  std::uint32_t m_uAppliedVersion = 0;  // of m_pCurrentDrawAttr; 0 where GL doesn't have its values
+  ULONG m_uRenderingContext = 0;
   GLPtr<IGLMaterial> m_pCurrentMaterial;
 
   // The cached set-up, in GL's layouts. Hosts may read it while the draw thread writes it.

@@ -1,9 +1,13 @@
 // GLCanvas: draw attributes and materials turned into GL state. Draw thread.
 // What is applied stays in GL until something else sets it; the order of the calls is part of the contract.
 
+#include <utility>
+
+#include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 #include "state/GLDrawAttr.h"
 #include "view/GLCanvas.h"
+#include "view/lists/ListRecorder.h"
 
 namespace {
 
@@ -16,7 +20,7 @@ void Switch(GLenum aCapability, bool aOn) noexcept {
 }
 
 /// Lines beat points, points beat filling.
-GLenum PolygonMode(bool aLines, bool aPoints) noexcept {
+std::uint16_t PolygonMode(bool aLines, bool aPoints) noexcept {
   return aLines ? GL_LINE : aPoints ? GL_POINT : GL_FILL;
 }
 
@@ -35,25 +39,34 @@ void ApplyPolygonOffset(bool aOffset, bool aReverse) noexcept {
 }
 
 /// Front faces go only when back faces are asked for without them.
-void ApplyCulling(bool aShowFront, bool aShowBack) noexcept {
+void ApplyCulling(bool aShowFront, bool aShowBack, HitState& aState) noexcept {
   if (aShowFront && aShowBack) {
     glDisable(GL_CULL_FACE);
+    aState.m_uCulling = HitState::kOff;
     return;
   }
   glEnable(GL_CULL_FACE);
-  glCullFace(aShowBack ? GL_FRONT : GL_BACK);
+  aState.m_uCulling = GL_CULL_FACE;
+  aState.m_uCullFace = aShowBack ? GL_FRONT : GL_BACK;
+  glCullFace(aState.m_uCullFace);
 }
 
-void ApplyMode(int aMode) noexcept {
+/// @return what of it decides about hits
+HitState ApplyMode(int aMode) noexcept {
   const auto has = [aMode](eGLDrawMode aBit) { return (aMode & aBit) != 0; };
+  HitState state;
+  state.m_uFrontFace = GL_CCW;
+  state.m_uFrontMode = PolygonMode(has(GLDM_LINE_FRONT), has(GLDM_POINT_FRONT));
+  state.m_uBackMode = PolygonMode(has(GLDM_LINE_BACK), has(GLDM_POINT_BACK));
   glFrontFace(GL_CCW);
   glShadeModel(has(GLDM_SMOOTH_LIGHTING) ? GL_SMOOTH : GL_FLAT);
-  glPolygonMode(GL_FRONT, PolygonMode(has(GLDM_LINE_FRONT), has(GLDM_POINT_FRONT)));
-  glPolygonMode(GL_BACK, PolygonMode(has(GLDM_LINE_BACK), has(GLDM_POINT_BACK)));
+  glPolygonMode(GL_FRONT, state.m_uFrontMode);
+  glPolygonMode(GL_BACK, state.m_uBackMode);
   Switch(GL_LINE_SMOOTH, has(GLDM_SMOOTH_LINE));
   Switch(GL_POINT_SMOOTH, has(GLDM_SMOOTH_POINT));
   ApplyPolygonOffset(has(GLDM_POLYGON_OFFSET), has(GLDM_POLYGON_OFFSET_REVERSE));
-  ApplyCulling(has(GLDM_SHOW_FRONT), has(GLDM_SHOW_BACK));
+  ApplyCulling(has(GLDM_SHOW_FRONT), has(GLDM_SHOW_BACK), state);
+  return state;
 }
 
 void ApplyStipple(const GLDrawAttr& aAttributes) noexcept {
@@ -96,21 +109,28 @@ void Remember(GLPtr<Interface>& aCurrent, Interface* aApplied) noexcept {
 
 }  // namespace
 
+void GLCanvas::NoteRenderingContext(ULONG aNumber) noexcept {
+  if (std::exchange(m_uRenderingContext, aNumber) != aNumber) m_uAppliedVersion = 0;
+}
+
 HRESULT GLCanvas::SetDrawAttributes(IGLDrawAttr* aI) noexcept {
+  const GLErrorCheck check("IGLCanvas::SetDrawAttributes");
   if (aI == nullptr) return E_INVALIDARG;
-  auto& attributes = static_cast<GLDrawAttr&>(*aI);  // always an object of the component's own class
-  if (aI == m_pCurrentDrawAttr.Get() && !attributes.IsModified()) {
+  auto& attributes = static_cast<GLDrawAttr&>(*aI);    // always an object of the component's own class
+  const std::uint32_t version = attributes.Version();  // before the values: one that is set later counts anew
+  if (aI == m_pCurrentDrawAttr.Get() && version == m_uAppliedVersion) {
     ApplyColor(attributes.Color());
     return S_OK;
   }
 
-  ApplyMode(attributes.DrawMode());
+  const HitState state = ApplyMode(attributes.DrawMode());
   glPointSize(attributes.PointSize());
   ApplyStipple(attributes);
   glLineWidth(attributes.LineWidth());
   ApplyColor(attributes.Color());
+  if (m_pRecorder != nullptr) m_pRecorder->State(state);
 
-  attributes.ClearModified();
+  m_uAppliedVersion = version;
   Remember(m_pCurrentDrawAttr, aI);
   return S_OK;
 }

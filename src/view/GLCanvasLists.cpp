@@ -1,7 +1,17 @@
 // GLCanvas: compiled lists, which the context keeps by keys. Draw thread.
 
 #include "component/ContextSite.h"
+#include "diagnostics/GLErrors.h"
 #include "view/GLCanvas.h"
+
+namespace {
+
+HRESULT Refuse(const char* aOperation) noexcept {
+  LogDebug("IGLCanvas::%s is refused: outside of a pass, or not with this list open", aOperation);
+  return E_GL_BADSTATE;
+}
+
+}  // namespace
 
 // A key is a 32-bit handle that may fill its sign bit; the interface hands it out as an int of the same bits.
 
@@ -9,30 +19,36 @@ HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
   if (aList == nullptr) return E_INVALIDARG;
   *aList = 0;
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site || !site->IsCurrentHere() || site->IsListOpen()) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere() || site->IsListOpen()) return Refuse("BeginCompileList");
+  const GLErrorCheck check("IGLCanvas::BeginCompileList");
   const ULONG key = site->BeginListKey();
   if (site->GetListBase(key) == 0) return E_FAIL;
+  m_pRecorder = site->Recorder();
   *aList = static_cast<int>(key);
+  m_uAppliedVersion = 0;  // a list has all that it needs, wherever it is drawn
   return S_OK;
 }
 
 HRESULT GLCanvas::EndCompileList() noexcept {
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site || !site->IsCurrentHere() || !site->IsListOpen()) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere() || !site->IsListOpen()) return Refuse("EndCompileList");
+  const GLErrorCheck check("IGLCanvas::EndCompileList");
+  m_pRecorder = nullptr;
   site->EndListKey();
+  m_uAppliedVersion = 0;  // what went into the list has not reached GL
   return S_OK;
 }
 
 HRESULT GLCanvas::DrawCompiledList(int aList) noexcept {
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site || !site->IsCurrentHere()) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere()) return Refuse("DrawCompiledList");
   site->CallListKey(static_cast<ULONG>(aList));
   return S_OK;
 }
 
 HRESULT GLCanvas::DeleteCompiledList(int aList) noexcept {
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site || !site->IsCurrentHere()) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere()) return Refuse("DeleteCompiledList");
   site->DeleteListKey(static_cast<ULONG>(aList), 1);
   return S_OK;
 }
@@ -41,7 +57,7 @@ HRESULT GLCanvas::IsCompiledList(int aList, LONG* aValid) noexcept {
   if (aValid == nullptr) return E_INVALIDARG;
   *aValid = 0;
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site || !site->IsCurrentHere()) return E_GL_BADSTATE;
+  if (!site || !site->IsCurrentHere()) return Refuse("IsCompiledList");
   *aValid = site->IsListKeyValid(static_cast<ULONG>(aList)) ? 1 : 0;
   return S_OK;
 }

@@ -32,9 +32,9 @@ struct GLCanvas::Setup {
     std::copy_n(aCanvas.m_aiCachedViewport.begin(), 4, m_aiViewport);
   }
 
-  double m_adModelview[16];
-  double m_adProjection[16];
-  GLint m_aiViewport[4];
+  double m_adModelview[16] = {};
+  double m_adProjection[16] = {};
+  GLint m_aiViewport[4] = {};
 };
 
 HRESULT GLCanvas::GetWindowCoords(GLDATA_POINT* pModelCoord, LONG bUseCachedSetup,

@@ -4,6 +4,7 @@
 // themselves, and those that select GL_PROJECTION leave the mode as a painter expects it.
 
 #include "component/ContextSite.h"
+#include "diagnostics/GLErrors.h"
 #include "geometry/GMatrix.h"
 #include "geometry/Geometry.h"
 #include "platform/GL.h"
@@ -47,6 +48,7 @@ class ProjectionMode {
 }  // namespace
 
 HRESULT GLCanvas::SetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
+  DrawsWhole();
   if (aMatrix == nullptr) return E_INVALIDARG;
   glTranslated(aMatrix->x, aMatrix->y, aMatrix->z);
   glRotated(aMatrix->m_dAngleX * kDegreesFromRadians, 1.0, 0.0, 0.0);
@@ -56,6 +58,7 @@ HRESULT GLCanvas::SetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
 }
 
 HRESULT GLCanvas::ResetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
+  DrawsWhole();
   if (aMatrix == nullptr) return E_INVALIDARG;
   // The inverse of SetModelview6d: its steps backwards, each with its sign turned.
   glRotated(-aMatrix->m_dAngleZ * kDegreesFromRadians, 0.0, 0.0, 1.0);
@@ -66,6 +69,7 @@ HRESULT GLCanvas::ResetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
 }
 
 HRESULT GLCanvas::SetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
+  DrawsWhole();
   if (aMatrix == nullptr) return E_INVALIDARG;
   glMatrixMode(GL_MODELVIEW);
   glMultMatrixd(&aMatrix->m[0][0]);
@@ -73,6 +77,7 @@ HRESULT GLCanvas::SetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
 }
 
 HRESULT GLCanvas::ResetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
+  DrawsWhole();
   if (aMatrix == nullptr) return E_INVALIDARG;
   GLDATA_MATRIX16D inverse = *aMatrix;
   if (const HRESULT result = Invert(inverse); FAILED(result)) return result;
@@ -84,7 +89,7 @@ HRESULT GLCanvas::ResetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept {
 HRESULT GLCanvas::GetModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
   if (aMatrix == nullptr) return E_INVALIDARG;
   if (!HasGL()) return E_GL_BADSTATE;
-  GLDATA_MATRIX16D inverse;
+  GLDATA_MATRIX16D inverse{};
   glGetDoublev(GL_MODELVIEW_MATRIX, &inverse.m[0][0]);
   if (const HRESULT result = Invert(inverse); FAILED(result)) return result;
   *aMatrix = inverse;
@@ -99,6 +104,8 @@ HRESULT GLCanvas::GetRawModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept {
 }
 
 HRESULT GLCanvas::PushModelviewMatrix(LONG aLoadIdentity) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushModelviewMatrix");
+  DrawsWhole();
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
   if (aLoadIdentity != 0) glLoadIdentity();
@@ -106,12 +113,15 @@ HRESULT GLCanvas::PushModelviewMatrix(LONG aLoadIdentity) noexcept {
 }
 
 HRESULT GLCanvas::PopModelviewMatrix() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopModelviewMatrix");
+  DrawsWhole();
   glMatrixMode(GL_MODELVIEW);
   glPopMatrix();
   return S_OK;
 }
 
 HRESULT GLCanvas::Translate(GLDATA_POINT* aOrigin) noexcept {
+  DrawsWhole();
   if (aOrigin == nullptr) return E_INVALIDARG;
   glMatrixMode(GL_MODELVIEW);
   glTranslated(aOrigin->x, aOrigin->y, aOrigin->z);
@@ -119,6 +129,7 @@ HRESULT GLCanvas::Translate(GLDATA_POINT* aOrigin) noexcept {
 }
 
 HRESULT GLCanvas::Rotate_RAD(double aAngle, GLDATA_POINT* aVector) noexcept {
+  DrawsWhole();
   if (aVector == nullptr) return E_INVALIDARG;
   glMatrixMode(GL_MODELVIEW);
   glRotated(aAngle * kDegreesFromRadians, aVector->x, aVector->y, aVector->z);
@@ -126,6 +137,7 @@ HRESULT GLCanvas::Rotate_RAD(double aAngle, GLDATA_POINT* aVector) noexcept {
 }
 
 HRESULT GLCanvas::Scale(GLDATA_POINT* aScale) noexcept {
+  DrawsWhole();
   if (aScale == nullptr) return E_INVALIDARG;
   glMatrixMode(GL_MODELVIEW);
   glScaled(aScale->x, aScale->y, aScale->z);
@@ -133,6 +145,8 @@ HRESULT GLCanvas::Scale(GLDATA_POINT* aScale) noexcept {
 }
 
 HRESULT GLCanvas::PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExtents) noexcept {
+  const GLErrorCheck check("IGLCanvas::PushProjectionMatrix");
+  DrawsWhole();
   constexpr double kDepth = 100000.0;
   const GLSiteLink::Use site(aLoadIdentity != 0 ? m_pContext.get() : nullptr);
   if (aLoadIdentity != 0 && !site) return E_GL_BADSTATE;
@@ -156,6 +170,8 @@ HRESULT GLCanvas::PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExt
 }
 
 HRESULT GLCanvas::PopProjectionMatrix() noexcept {
+  const GLErrorCheck check("IGLCanvas::PopProjectionMatrix");
+  DrawsWhole();
   glMatrixMode(GL_PROJECTION);
   glPopMatrix();
   glMatrixMode(GL_MODELVIEW);
@@ -164,6 +180,8 @@ HRESULT GLCanvas::PopProjectionMatrix() noexcept {
 
 HRESULT GLCanvas::Ortho(double dLeft, double dRight, double dBottom, double dTop, double dZNear,
                         double dZFar) noexcept {
+  const GLErrorCheck check("IGLCanvas::Ortho");
+  DrawsWhole();
   const ProjectionMode mode;
   glLoadIdentity();
   glOrtho(dLeft, dRight, dBottom, dTop, dZNear, dZFar);
@@ -171,6 +189,8 @@ HRESULT GLCanvas::Ortho(double dLeft, double dRight, double dBottom, double dTop
 }
 
 HRESULT GLCanvas::Perspective(double dFovY, double dAspect, double dZNear, double dZFar) noexcept {
+  const GLErrorCheck check("IGLCanvas::Perspective");
+  DrawsWhole();
   const ProjectionMode mode;
   glLoadIdentity();
   gluPerspective(dFovY, dAspect, dZNear, dZFar);

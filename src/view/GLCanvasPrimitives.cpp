@@ -1,87 +1,103 @@
 // GLCanvas: primitives and what goes with each vertex. Draw thread.
-// One GL call an operation and no tests, as these run a million times a frame. Vertices and normals narrow to
-// float here, also those that arrive in doubles.
+// One GL call per operation, as these run a million times per frame; a list that is being compiled is told of
+// what decides about hits. Vertices and normals narrow to float here, also those that arrive in doubles.
 
+#include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
+#include "view/lists/ListRecorder.h"
+
+inline void GLCanvas::BeginPrimitives(unsigned aMode) noexcept {
+  if (m_pRecorder != nullptr) m_pRecorder->Begin(aMode);
+  glBegin(aMode);
+}
+
+inline void GLCanvas::SendVertex(float aX, float aY, float aZ) noexcept {
+  glVertex3f(aX, aY, aZ);
+  if (m_pRecorder != nullptr) m_pRecorder->Vertex(aX, aY, aZ);
+}
 
 HRESULT GLCanvas::BeginDrawPoints() noexcept {
-  glBegin(GL_POINTS);
+  BeginPrimitives(GL_POINTS);
   return S_OK;
 }
 
 HRESULT GLCanvas::BeginDrawLines() noexcept {
-  glBegin(GL_LINES);
+  BeginPrimitives(GL_LINES);
   return S_OK;
 }
 
 HRESULT GLCanvas::BeginDrawLineStrip() noexcept {
-  glBegin(GL_LINE_STRIP);
+  BeginPrimitives(GL_LINE_STRIP);
   return S_OK;
 }
 
 HRESULT GLCanvas::BeginDrawLineLoop() noexcept {
-  glBegin(GL_LINE_LOOP);
+  BeginPrimitives(GL_LINE_LOOP);
   return S_OK;
 }
 
 HRESULT GLCanvas::BeginDrawTriangles() noexcept {
-  glBegin(GL_TRIANGLES);
+  BeginPrimitives(GL_TRIANGLES);
   return S_OK;
 }
 
 HRESULT GLCanvas::BeginDrawTriangleStrip() noexcept {
-  glBegin(GL_TRIANGLE_STRIP);
+  BeginPrimitives(GL_TRIANGLE_STRIP);
   return S_OK;
 }
 
 HRESULT GLCanvas::BeginDrawTriangleFan() noexcept {
-  glBegin(GL_TRIANGLE_FAN);
+  BeginPrimitives(GL_TRIANGLE_FAN);
   return S_OK;
 }
 
 HRESULT GLCanvas::BeginDrawQuads() noexcept {
-  glBegin(GL_QUADS);
+  BeginPrimitives(GL_QUADS);
   return S_OK;
 }
 
 HRESULT GLCanvas::BeginDrawQuadStrip() noexcept {
-  glBegin(GL_QUAD_STRIP);
+  BeginPrimitives(GL_QUAD_STRIP);
   return S_OK;
 }
 
 HRESULT GLCanvas::BeginDrawPolygon() noexcept {
-  glBegin(GL_POLYGON);
+  BeginPrimitives(GL_POLYGON);
   return S_OK;
 }
 
 HRESULT GLCanvas::EndDrawVertices() noexcept {
   glEnd();
+  if (m_pRecorder != nullptr) m_pRecorder->End();
+  CheckGLErrors("IGLCanvas::EndDrawVertices");
   return S_OK;
 }
 
 HRESULT GLCanvas::Vertex(GLDATA_POINT* aPoint) noexcept {
-  glVertex3f(static_cast<float>(aPoint->x), static_cast<float>(aPoint->y), static_cast<float>(aPoint->z));
+  SendVertex(static_cast<float>(aPoint->x), static_cast<float>(aPoint->y), static_cast<float>(aPoint->z));
   return S_OK;
 }
 
 HRESULT GLCanvas::Vertex2d(double aX, double aY) noexcept {
   glVertex2f(static_cast<float>(aX), static_cast<float>(aY));
+  if (m_pRecorder != nullptr) m_pRecorder->Vertex(static_cast<float>(aX), static_cast<float>(aY), 0.0f);
   return S_OK;
 }
 
 HRESULT GLCanvas::Vertex3d(double aX, double aY, double aZ) noexcept {
-  glVertex3f(static_cast<float>(aX), static_cast<float>(aY), static_cast<float>(aZ));
+  SendVertex(static_cast<float>(aX), static_cast<float>(aY), static_cast<float>(aZ));
   return S_OK;
 }
 
 HRESULT GLCanvas::Vertex2f(float aX, float aY) noexcept {
   glVertex2f(aX, aY);
+  if (m_pRecorder != nullptr) m_pRecorder->Vertex(aX, aY, 0.0f);
   return S_OK;
 }
 
 HRESULT GLCanvas::Vertex3f(float aX, float aY, float aZ) noexcept {
-  glVertex3f(aX, aY, aZ);
+  SendVertex(aX, aY, aZ);
   return S_OK;
 }
 
@@ -101,6 +117,7 @@ HRESULT GLCanvas::SetVertexNormal3f(float aX, float aY, float aZ) noexcept {
 }
 
 HRESULT GLCanvas::SetTestID(ULONG aID) noexcept {
+  if (m_pRecorder != nullptr) m_pRecorder->Name(aID);
   glLoadName(aID);
   return S_OK;
 }
@@ -127,6 +144,8 @@ HRESULT GLCanvas::SetVertexPointSize(float aValue) noexcept {
 }
 
 HRESULT GLCanvas::SetVertexEdgeFlag(LONG aIsEdge) noexcept {
+  // What Mesa finds of faces drawn as lines depends on what it drew before with edge flags, not only on the flag.
+  if (m_pRecorder != nullptr) m_pRecorder->Unbounded();
   glEdgeFlag(aIsEdge != 0 ? GL_TRUE : GL_FALSE);
   return S_OK;
 }

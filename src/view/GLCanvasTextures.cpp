@@ -1,6 +1,7 @@
 // GLCanvas: textures, handed on to GL as they come. Draw thread.
 // The enumerations hold GL's own values; counts that GL doesn't take are ignored.
 
+#include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
 
@@ -12,15 +13,23 @@ constexpr GLenum kTextureLodBias = 0x8501;
 
 constexpr GLenum GL(int aEnumerator) noexcept { return static_cast<GLenum>(aEnumerator); }
 
+/// Whether a capability is one that the interface names: none of them decides about hits.
+constexpr bool IsOfTextures(eGLEnable aCapability) noexcept {
+  return aCapability == GLE_COLOR_MATERIAL || aCapability == GLE_TEXTURE_2D ||
+         aCapability == GLE_TEXTURE_GEN_S || aCapability == GLE_TEXTURE_GEN_T;
+}
+
 }  // namespace
 
 HRESULT GLCanvas::GenTextures(int nTextures, unsigned int* pnTextureIDs) noexcept {
+  const GLErrorCheck check("IGLCanvas::GenTextures");
   if (pnTextureIDs == nullptr) return E_INVALIDARG;
   glGenTextures(nTextures, pnTextureIDs);
   return S_OK;
 }
 
 HRESULT GLCanvas::BindTexture2D(unsigned int nTextureID) noexcept {
+  const GLErrorCheck check("IGLCanvas::BindTexture2D");
   glBindTexture(GL_TEXTURE_2D, nTextureID);
   return S_OK;
 }
@@ -28,6 +37,7 @@ HRESULT GLCanvas::BindTexture2D(unsigned int nTextureID) noexcept {
 HRESULT GLCanvas::TexImage2D(int nLevel, int nInternalFormat, int nWidth, int nHeight, int nBorder,
                              eGLTexFormat eFormat, eGLDataType eType, int /*nDataBytes*/,
                              unsigned char* pbyPixels) noexcept {
+  const GLErrorCheck check("IGLCanvas::TexImage2D");
   // Null has GL's own meaning: room for an image, its texels undefined.
   glTexImage2D(GL_TEXTURE_2D, nLevel, nInternalFormat, nWidth, nHeight, nBorder, GL(eFormat), GL(eType),
                pbyPixels);
@@ -35,27 +45,34 @@ HRESULT GLCanvas::TexImage2D(int nLevel, int nInternalFormat, int nWidth, int nH
 }
 
 HRESULT GLCanvas::Enable(eGLEnable eEnable) noexcept {
+  const GLErrorCheck check("IGLCanvas::Enable");
+  if (!IsOfTextures(eEnable)) DrawsWhole();
   glEnable(GL(eEnable));
   return S_OK;
 }
 
 HRESULT GLCanvas::Disable(eGLEnable eDisable) noexcept {
+  const GLErrorCheck check("IGLCanvas::Disable");
+  if (!IsOfTextures(eDisable)) DrawsWhole();
   glDisable(GL(eDisable));
   return S_OK;
 }
 
 HRESULT GLCanvas::TexGeni(eGLTextureCoordName eCoord, eGLTextureGenParameter ePName, int nValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::TexGeni");
   glTexGeni(GL(eCoord), GL(ePName), nValue);
   return S_OK;
 }
 
 HRESULT GLCanvas::TexGend(eGLTextureCoordName eCoord, eGLTextureGenParameter ePName, double dValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::TexGend");
   glTexGend(GL(eCoord), GL(ePName), dValue);
   return S_OK;
 }
 
 HRESULT GLCanvas::TexGeniv(eGLTextureCoordName eCoord, eGLTextureGenParameter ePName, int /*nCount*/,
                            int* pnValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::TexGeniv");
   if (pnValue == nullptr) return E_INVALIDARG;
   glTexGeniv(GL(eCoord), GL(ePName), pnValue);
   return S_OK;
@@ -63,17 +80,20 @@ HRESULT GLCanvas::TexGeniv(eGLTextureCoordName eCoord, eGLTextureGenParameter eP
 
 HRESULT GLCanvas::TexGendv(eGLTextureCoordName eCoord, eGLTextureGenParameter ePName, int /*nCount*/,
                            double* pdValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::TexGendv");
   if (pdValue == nullptr) return E_INVALIDARG;
   glTexGendv(GL(eCoord), GL(ePName), pdValue);
   return S_OK;
 }
 
 HRESULT GLCanvas::TexParameteri2D(eGLTextureParameterName ePName, int nValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::TexParameteri2D");
   glTexParameteri(GL_TEXTURE_2D, GL(ePName), nValue);
   return S_OK;
 }
 
 HRESULT GLCanvas::TexEnvi(eGLTextureEnvTarget eTarget, eGLTextureEnvParameter ePName, int nValue) noexcept {
+  const GLErrorCheck check("IGLCanvas::TexEnvi");
   glTexEnvi(GL(eTarget), GL(ePName), nValue);
   return S_OK;
 }
@@ -90,6 +110,7 @@ HRESULT GLCanvas::TexCoord2d(double dS, double dT) noexcept {
 
 HRESULT GLCanvas::Build2DMipmaps(int nInternalFormat, int nWidth, int nHeight, eGLTexFormat eFormat,
                                  eGLDataType eType, int /*nDataBytes*/, unsigned char* pbyPixels) noexcept {
+  const GLErrorCheck check("IGLCanvas::Build2DMipmaps");
   if (pbyPixels == nullptr) return E_INVALIDARG;
   if (!IsGLCurrent()) return S_OK;
   gluBuild2DMipmaps(GL_TEXTURE_2D, nInternalFormat, nWidth, nHeight, GL(eFormat), GL(eType), pbyPixels);

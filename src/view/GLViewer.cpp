@@ -161,8 +161,7 @@ HRESULT GLViewer::AddGauge(IGLViewerGauge* aGauge) noexcept {
   if (aGauge == nullptr) return E_INVALIDARG;
   LONG stands = 0;
   m_pGauges->Has(aGauge, &stands);
-  if (stands == 0) m_pGauges->Add(aGauge);
-  return S_OK;
+  return stands == 0 ? m_pGauges->Add(aGauge) : S_OK;
 }
 
 HRESULT GLViewer::RemoveGauge(IGLViewerGauge* aGauge) noexcept {
@@ -178,8 +177,7 @@ HRESULT GLViewer::RemoveAllGauges() noexcept {
 
 HRESULT GLViewer::EnumGauges(IGLCollection* aColl) noexcept {
   if (aColl == nullptr) return E_INVALIDARG;
-  m_pGauges->CopyTo(aColl);
-  return S_OK;
+  return m_pGauges->CopyTo(aColl);
 }
 
 HRESULT GLViewer::GetCoord(IGLCoord** aCS) noexcept {

@@ -19,7 +19,7 @@ GPoint AlongSight(double aEye, const GPoint& aTarget, double aZ) noexcept {
   if (!std::isfinite(aEye)) return met;
   const GPlane plane(GPoint(0.0, 0.0, aZ), GPoint(1.0, 0.0, aZ), GPoint(0.0, 1.0, aZ));
   const GLine sight(GPoint(0.0, 0.0, aEye), aTarget);
-  if (!plane.Intersect(sight, met)) return GPoint(0.0, 0.0, aZ);
+  if (!plane.Intersect(sight, met)) return {0.0, 0.0, aZ};
   return met;
 }
 

@@ -5,6 +5,7 @@
 
 #include "component/ContextSite.h"
 #include "component/Module.h"
+#include "diagnostics/ClientCheck.h"
 #include "geometry/Geometry.h"
 #include "platform/GL.h"
 #include "view/GLViewer.h"
@@ -107,7 +108,9 @@ void GLViewer::DrawGauges(IGLCanvas* aCanvas, IGLContext* aContext) noexcept {
     auto* gauge = static_cast<IGLViewerGauge*>(member.Get());
     LONG visible = 0;
     gauge->IsVisible(&visible);
-    if (visible != 0) gauge->Draw(aCanvas, aContext);
+    if (visible == 0) continue;
+    const ClientCheck check("IGLViewerGauge::Draw");
+    gauge->Draw(aCanvas, aContext);
   }
 }
 

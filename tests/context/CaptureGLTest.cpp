@@ -95,6 +95,34 @@ TEST(Capture, EqualsTheWindowsPictureBothWaysAndInParts) {
   }
 }
 
+// One object that nobody changes: the frames after the first send its colour alone.
+TEST(Capture, AppliesAttributesThatTheWindowHasAlready) {
+  const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
+  attributes->EnableDrawMode(GLDM_LINE_FRONT, 1);
+  attributes->SetLineWidth(7);
+  FreeContext drawn(
+      [&](Scene& aScene) {
+        IGLCanvas& canvas = aScene.Canvas();
+        canvas.SetDrawAttributes(attributes.Get());
+        canvas.BeginDrawTriangles();
+        for (const auto& [x, y] : {std::pair{-35.0, -35.0}, {35.0, -35.0}, {0.0, 35.0}})
+          canvas.Vertex3d(x, y, -10);
+        canvas.EndDrawVertices();
+      },
+      kWidth, kHeight);
+  drawn.context->EnableLighting(0);
+  ASSERT_TRUE(Eventually([&] { return *drawn.frames > 2; }));
+  const auto capture = GLMake<TestCapture>();
+  drawn.context->AttachCapture(capture.Get());
+  for (const bool again : {false, true}) {
+    ASSERT_EQ(capture->Take(), 1);
+    const Picture picture = PictureOf(*capture->target);
+    const std::uint32_t middle = picture.At(kWidth / 2, kHeight * 5 / 8);
+    EXPECT_EQ(middle & 0xFFFFFF00u, 0u) << "the face is not filled" << again;
+    EXPECT_GT(picture.CountOther(middle), 350) << "and its lines are wide" << again;
+  }
+}
+
 TEST(Capture, ZoomsTheResolutionAndTakesItsBackground) {
   Captured captured;
   captured.capture->request = {.m_fZoom = 3, .m_sBackground = {0, 1, 2, 0}};

@@ -47,6 +47,57 @@ TEST(DrawThread, LimitsItsParameters) {
   }
 }
 
+TEST(DrawThread, DrawsNoFrameForTasksAlone) {
+  std::atomic<int> draws{0};
+  ContextFixture fixture(32, 32);
+  IGLContext& context = fixture.Context();
+  context.AttachPainter(GLMake<TestPainter>([&](Scene&) { ++draws; }).Get());
+  GLDATA_POINT point{};
+  int size = 1;
+  ULONG id = 0;
+  const auto select = [&] {
+    EXPECT_EQ(context.Select(&fixture.Viewer(), &point, &point, 0, 0, &size, &id), S_OK);
+  };
+  for (int n = 1; n <= 20; ++n) {
+    context.ResetClipPlanes();
+    size = 1;
+    select();  // serves the reset too
+    EXPECT_EQ(draws, n) << "one call per selection, and none by a frame";
+  }
+  GLPtr<IGLFont> font;
+  context.CreateSystemFont(font.Put());
+  float width = 0;
+  EXPECT_TRUE(Eventually([&] { return font->GetStringWidth(GLString("a"), &width) == S_OK; })) << "built";
+  EXPECT_EQ(draws, 20);
+  fixture.ContextAs<IGLContext2>()->TriggerDrawThread();
+  EXPECT_TRUE(Eventually([&] { return draws == 21; }));
+}
+
+TEST(DrawThread, EndsItsPauseForAPainterAndServesTasksWithinIt) {
+  const auto context = NewContext();
+  ASSERT_EQ(context->Initialize(0), S_OK);
+  context->SetDrawThreadPars(0, 5000, 5000);  // from the cycle after the next on
+  IGLViewer* viewer = nullptr;
+  context->CreateViewer(1, 1, &viewer);
+  std::atomic<int> draws{0};
+  const auto attach = [&] { context->AttachPainter(GLMake<TestPainter>([&](Scene&) { ++draws; }).Get()); };
+  attach();
+  EXPECT_TRUE(Eventually([&] { return draws > 0; }));
+  std::this_thread::sleep_for(100ms);  // what follows falls into a pause of 5 s
+  const int before = draws;
+  const auto start = std::chrono::steady_clock::now();
+  GLDATA_POINT point{};
+  int size = 1;
+  ULONG id = 0;
+  EXPECT_EQ(context->Select(viewer, &point, &point, 0, 0, &size, &id), S_OK);
+  EXPECT_EQ(draws, before + 1) << "the selection alone";
+  attach();
+  EXPECT_TRUE(Eventually([&] { return draws > before + 1; }));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 4s);
+  context->SetDrawThreadPars(0, 5, 5);
+  attach();  // the end of the context would wait for the pause
+}
+
 TEST(Context, ReplacesWindowAndThreadAtAFurtherInitialize) {
   const FreeContext painted;
   painted.context->SetDrawThreadPars(0, 100, 50);
@@ -139,4 +190,30 @@ TEST(Context, ReleasesClientsWithNoLockHeld) {
     ends[i]();
     EXPECT_LT(length, 2s) << "the draw thread doesn't park";
   }
+}
+TEST(Context, EndsAPainterThatDetachesItselfWithNoLockHeld) {
+  struct Ending final : GLPainterBase {
+    explicit Ending(std::atomic<int>& aLockFree) : m_LockFree(aLockFree) {}
+    // Another thread of the host wants the context's lock meanwhile.
+    ~Ending() {
+      auto set = std::make_shared<std::promise<void>>();
+      auto done = set->get_future();
+      std::thread([context = m_pContext, set] {
+        context->SetViewport(0, 0, 9, 9);
+        set->set_value();
+      }).detach();
+      m_LockFree = done.wait_for(5s) == std::future_status::ready ? 1 : 0;
+    }
+    HRESULT Draw(IGLCanvas*, IGLContext* aContext, IGLViewer*) noexcept override {
+      m_pContext = GLPtr<IGLContext>::FromBorrowed(aContext);
+      return aContext->DetachPainter();
+    }
+    std::atomic<int>& m_LockFree;
+    GLPtr<IGLContext> m_pContext;
+  };
+  const FreeContext drawn;
+  std::atomic<int> lockFree{-1};
+  drawn.context->AttachPainter(GLPtr<Ending>::FromCounted(new Ending(lockFree)).Get());
+  ASSERT_TRUE(Eventually([&] { return lockFree >= 0; }));
+  EXPECT_EQ(lockFree, 1);
 }

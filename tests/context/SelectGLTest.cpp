@@ -269,6 +269,33 @@ TEST(Select, EndsBeforeItsPainterIsDetached) {
   EXPECT_EQ(calls, ended) << "called after its detach";
 }
 
+TEST(Select, AllocatesNothingOnceWarm) {
+  std::size_t allocations = 0;  // of the draw thread, when the painter begins
+  const Picking picking(64, 64, {{1, -0.2, -0.2, 0.2, 0.2, 0}, {2, 0.1, 0.1, 0.9, 0.9, 0}},
+                        [&](Scene&) { allocations = AllocationsOfThisThread(); });
+  GLPtr<IGLContext>::FromBorrowed(&picking.Context()).As<IGLContext2>()->SetControlledDrawThread(1, kForever);
+  GLDATA_POINT a{-1, 0, 0}, b{-1, 1, 0}, c{-1, 0, 1};
+  picking.Context().ClipPlane(&a, &b, &c);
+  std::size_t warm = 0;
+  for (int round = 0; round < 6; ++round) {
+    for (const bool enclosed : {false, true}) {
+      GLDATA_POINT low{-0.5, -0.5, 0}, high{0.5, 0.5, 0};
+      ULONG ids[8] = {};
+      int size = 8;
+      const std::size_t before = AllocationsOfThisThread();
+      picking.Context().Select(&picking.Viewer(), &low, &high, 0, enclosed ? 1 : 0, &size, ids);
+      const std::size_t here = AllocationsOfThisThread() - before;
+      EXPECT_EQ(size, enclosed ? 1 : 2);
+      if (round > 1) {
+        EXPECT_EQ(here, 0u) << "on the host's thread";
+        EXPECT_EQ(allocations, warm) << "on the draw thread";
+      }
+      warm = allocations;
+    }
+  }
+  EXPECT_GT(warm, 0u) << "the draw thread's allocations are counted";
+}
+
 TEST(Select, SeesPlanesGoWithNoFrameBetween) {
   ContextFixture fixture(32, 32);
   IGLContext& context = fixture.Context();

@@ -86,6 +86,8 @@ TEST(ForeignParent, IsRefusedWhenItIsNoWindow) {
   ForeignWindow parent(100, 100), other(100, 100);
   const auto context = GLCreate<IGLContext>(CLSID_GLContext);
   EXPECT_EQ(context->Initialize(0x7FFFFFF), E_FAIL);
+  EXPECT_EQ(context->Initialize(ULONG_PTR{1} << 32 | other.Xid()), E_FAIL)
+      << "its low half alone is a window";
   const xcb_window_t gone = parent.Xid();
   parent.DestroyWindow();
   EXPECT_EQ(context->Initialize(gone), E_FAIL);

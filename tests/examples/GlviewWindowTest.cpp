@@ -178,9 +178,4 @@ TEST_F(GlviewWindow, LeavesWhileAModelIsRead) {
   EXPECT_EQ(Status(), 0);
 }
 
-TEST_F(GlviewWindow, LeavesAtOnceWhenTheModelCantBeRead) {
-  Run({GLLIB_EXAMPLES_FOLDER "/glview", m_folder / "missing.obj"});
-  EXPECT_EQ(Status(), 2);
-}
-
 }  // namespace

@@ -14,7 +14,7 @@ inline constexpr FontKind kFontKinds[] = {FontKind::kSystem, FontKind::kRaster, 
 /// What a font is made of; the kinds take of it what they have.
 struct FontOrder {
   FontKind m_Kind = FontKind::kRaster;
-  const char* m_szFace = "DejaVu Sans";
+  const char16_t* m_szFace = u"DejaVu Sans";
   int m_iStyle = 0;
   int m_iWeight = 400;
   float m_fOrientation = 0;
@@ -22,6 +22,12 @@ struct FontOrder {
   int m_iWidth = 0;
   bool m_bExtruded = false;
 };
+
+/// A text as operations take it, borrowed.
+inline BSTR TextOf(const char16_t* aText) {
+  return const_cast<BSTR>(reinterpret_cast<const OLECHAR*>(aText));
+}
+inline BSTR TextOf(const std::u16string& aText) { return TextOf(aText.c_str()); }
 
 /// A site and the fonts on it. Where a rendering context is current.
 struct FontBench {
@@ -37,25 +43,21 @@ struct FontBench {
         font->InitSystemFont(m_pLink);
         break;
       case FontKind::kRaster:
-        font->InitRasterFont(m_pLink, o.m_szFace, o.m_iStyle, o.m_iWeight, o.m_fOrientation, o.m_iHeight,
-                             o.m_iWidth);
+        font->InitRasterFont(m_pLink, TextOf(o.m_szFace), o.m_iStyle, o.m_iWeight, o.m_fOrientation,
+                             o.m_iHeight, o.m_iWidth);
         break;
       case FontKind::kTrueType:
-        font->InitTrueTypeFont(m_pLink, o.m_szFace, o.m_iStyle, o.m_iWeight, o.m_fOrientation, o.m_bExtruded);
+        font->InitTrueTypeFont(m_pLink, TextOf(o.m_szFace), o.m_iStyle, o.m_iWeight, o.m_fOrientation,
+                               o.m_bExtruded);
         break;
       case FontKind::kInternal:
-        font->InitInternalFont(m_pLink, "HAND");
+        font->InitInternalFont(m_pLink, TextOf(u"HAND"));
         break;
     }
     return font;
   }
   GLPtr<GLFont> Make(FontKind aKind) const { return Make({.m_Kind = aKind}); }
 };
-
-/// A text as operations take it, borrowed.
-inline BSTR TextOf(const std::u16string& aText) {
-  return const_cast<BSTR>(reinterpret_cast<const OLECHAR*>(aText.c_str()));
-}
 
 inline HRESULT Print(GLFont& aFont, const std::u16string& aText, GLDATA_POINT aStart = {0, 0, 0}) {
   return aFont.Print(TextOf(aText), &aStart);

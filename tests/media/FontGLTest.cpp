@@ -147,16 +147,16 @@ TEST(Font, FailsWithoutListsOrAtlasAndRecovers) {
       EXPECT_EQ(WidthOf(*font, u"x"), -1.0f);
     }
     auto font = bench.Make(FontKind::kInternal);
-    font->InitInternalFont(bench.m_pLink, "SANS");
+    font->InitInternalFont(bench.m_pLink, TextOf(u"SANS"));
     GLRecorder recorder;
     EXPECT_EQ(Print(*font, u"x"), E_FAIL);
     EXPECT_EQ(recorder.Count("glGenTextures"), 0);
     EXPECT_EQ(Print(*font, u"x"), E_FAIL);
     EXPECT_EQ(recorder.Count("glGenLists"), 2) << "each Print tries anew";
     EXPECT_EQ(CountLists(), lists) << "a failed build gives its lists back";
-    font->InitInternalFont(bench.m_pLink, "sansserif");
+    font->InitInternalFont(bench.m_pLink, TextOf(u"sansserif"));
     EXPECT_EQ(Print(*font, u"x"), S_OK);
-    EXPECT_EQ(font->InitInternalFont(bench.m_pLink, std::string(64, 'x').c_str()), E_INVALIDARG);
+    EXPECT_EQ(font->InitInternalFont(bench.m_pLink, TextOf(std::u16string(64, u'x'))), E_INVALIDARG);
   });
 }
 
@@ -257,6 +257,15 @@ TEST(Font, SetsAndTellsWhatItsKindHas) {
         EXPECT_EQ(font->SetExtrusionZ(value), value == 0.0f ? set : refused);
       }
       EXPECT_EQ(font->SetEscapement_DEG(45), IsPlacedByMatrix(kind) ? S_OK : E_GL_BADSTATE);
+    }
+    const std::u16string x62(62, u'x');
+    for (const auto& [given, kept] : {std::pair{x62 + u"yz", x62 + u"y"},
+                                      {x62 + u"\U0001F600", x62},
+                                      {u"\u0428 \u00FC", u"\u0428 \u00FC"}}) {
+      BSTR face = nullptr;
+      EXPECT_EQ(bench.Make({.m_szFace = given.c_str()})->GetFace(&face), S_OK);
+      EXPECT_TRUE(std::equal(kept.begin(), kept.end(), face, face + SysStringLen(face)));
+      SysFreeString(face);
     }
   });
 }

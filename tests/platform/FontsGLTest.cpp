@@ -9,10 +9,10 @@
 
 #include "media/FontBench.h"
 #include "platform/Text.h"
-#include "platform/linux/ResourceBlocks.h"
-#include "platform/linux/fonts/FontLibrary.h"
+#include "platform/linux/fonts/DeviceFont.h"
 #include "support/PlainGL.h"
 #include "support/Test.h"
+#include "support/TestFolder.h"
 
 namespace {
 
@@ -178,18 +178,18 @@ TEST(Fonts, TurnsAndRulesItsText) {
 }
 
 TEST(Fonts, TakesTheFamilyAndPitchForAFaceThatIsNotThere) {
-  const auto draw = [](const char* aFace, int aStyle) {
+  const auto draw = [](const char16_t* aFace, int aStyle) {
     return DrawText(160, 64, {.m_szFace = aFace, .m_iStyle = aStyle, .m_iHeight = -30}, u"Will", {20, 20, 0});
   };
   const struct {
     int m_iStyle;
-    const char* m_szFace;
-  } cases[] = {{0, "DejaVu Sans"},
-               {GLFS_ROMAN, "DejaVu Serif"},
-               {GLFS_MODERN, "DejaVu Sans Mono"},
-               {GLFS_FIXED_PITCH, "DejaVu Sans Mono"}};
+    const char16_t* m_szFace;
+  } cases[] = {{0, u"DejaVu Sans"},
+               {GLFS_ROMAN, u"DejaVu Serif"},
+               {GLFS_MODERN, u"DejaVu Sans Mono"},
+               {GLFS_FIXED_PITCH, u"DejaVu Sans Mono"}};
   for (const auto& c : cases)
-    EXPECT_EQ(Difference(draw("No Such Face", c.m_iStyle), draw(c.m_szFace, 0)), 0) << c.m_szFace;
+    EXPECT_EQ(Difference(draw(u"No Such Face", c.m_iStyle), draw(c.m_szFace, 0)), 0) << c.m_iStyle;
 }
 
 TEST(Fonts, DrawsTheStockFontByWindows1252) {
@@ -205,7 +205,7 @@ TEST(Fonts, DrawsTheStockFontByWindows1252) {
       ModelInPixels(12, 24);
       FontBench bench;
       const auto font = GLPtr<GLFont>::FromBorrowed(new GLFont);
-      font->InitInternalFont(bench.m_pLink, "SANSSERIF");
+      font->InitInternalFont(bench.m_pLink, TextOf(u"SANSSERIF"));
       char16_t character = 0;
       const auto byte = static_cast<char>(c.m_iCell);
       MultiByteToWideChar(CP_ACP, 0, &byte, 1, &character, 1);
@@ -216,29 +216,106 @@ TEST(Fonts, DrawsTheStockFontByWindows1252) {
   }
 }
 
-// In a process of its own, as the configuration is read once.
-TEST(FontsDeathTest, NeedsNoFontForTheSystemAndTheAtlasKinds) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
-  EXPECT_EXIT(
-      {
-        const std::string path = testing::TempDir() + "no-fonts.conf";
-        std::FILE* file = std::fopen(path.c_str(), "w");
-        std::fputs(
-            "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\"><fontconfig></fontconfig>",
-            file);
-        std::fclose(file);
-        setenv("FONTCONFIG_FILE", path.c_str(), 1);
-        int printed = 0;
-        DrawPlainGL(64, 64, [&printed] {
-          FontBench bench;
-          for (const FontKind kind : kFontKinds) {
-            const auto font = bench.Make(kind);
-            if (Print(*font, u"x") == S_OK) printed |= 1 << static_cast<int>(kind);
-            if (Print(*font, u"x") == E_FAIL && WidthOf(*font, u"x") == -1.0f)
-              printed |= 16 << static_cast<int>(kind);
-          }
-        });
-        std::exit(printed);
-      },
-      testing::ExitedWithCode(0b0110'1001), "");
+namespace {
+
+/// Another configuration of fontconfig, for as long as the object stands.
+class FontConfiguration {
+ public:
+  explicit FontConfiguration(const std::string& aFile) {
+    setenv("FONTCONFIG_FILE", aFile.c_str(), 1);
+    FontLibrary::Instance().End();
+  }
+  ~FontConfiguration() {
+    m_sBefore.empty() ? unsetenv("FONTCONFIG_FILE") : setenv("FONTCONFIG_FILE", m_sBefore.c_str(), 1);
+    FontLibrary::Instance().End();
+  }
+  FontConfiguration(const FontConfiguration&) = delete;
+  FontConfiguration& operator=(const FontConfiguration&) = delete;
+
+ private:
+  const std::string m_sBefore =
+      std::getenv("FONTCONFIG_FILE") != nullptr ? std::getenv("FONTCONFIG_FILE") : "";
+};
+
+/// A configuration whose only fonts lie in a folder.
+std::string ConfigurationOf(const TestFolder& aFolder) {
+  const std::string folder = aFolder.Path().string();
+  return aFolder
+      .Put("fonts.conf",
+           "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\"><fontconfig><dir>" + folder +
+               "</dir><cachedir>" + folder + "/cache</cachedir></fontconfig>")
+      .string();
+}
+
+}  // namespace
+
+TEST(Fonts, NeedNoFileForTheSystemAndTheAtlasKinds) {
+  const TestFolder folder;
+  const FontConfiguration none(ConfigurationOf(folder));
+  DrawPlainGL(64, 64, [] {
+    FontBench bench;
+    for (const FontKind kind : kFontKinds) {
+      const bool fails = kind == FontKind::kRaster || kind == FontKind::kTrueType;
+      const auto font = bench.Make(kind);
+      EXPECT_EQ(Print(*font, u"x"), fails ? E_FAIL : S_OK) << static_cast<int>(kind);
+      EXPECT_EQ(WidthOf(*font, u"x") == -1.0f, fails) << static_cast<int>(kind);
+    }
+  });
+}
+
+// The configuration binds two names, one of Latin letters with marks and one of Cyrillic letters, to faces of
+// the system.
+TEST(Fonts, TakeFacesByUnicodeNames) {
+  const FontConfiguration names(GLLIB_SOURCE_DIR "/tests/media/plain-faces.conf");
+  const auto draw = [](const char16_t* aFace) {
+    return DrawText(160, 64, {.m_szFace = aFace, .m_iHeight = -30}, u"Will", {20, 20, 0});
+  };
+  EXPECT_EQ(Difference(draw(u"Gr\u00F6\u00DFe"), draw(u"DejaVu Sans Mono")), 0);
+  EXPECT_EQ(Difference(draw(u"\u0428\u0440\u0438\u0444\u0442"), draw(u"DejaVu Serif")), 0);
+}
+
+namespace {
+
+/// A font file's bytes, whose 16-bit numbers a test replaces.
+struct FontFile {
+  std::vector<std::uint8_t> m_vBytes;
+
+  int At16(std::size_t aPlace) const { return m_vBytes.at(aPlace) << 8 | m_vBytes.at(aPlace + 1); }
+  void Set16(std::size_t aPlace, int aValue) {
+    m_vBytes.at(aPlace) = static_cast<std::uint8_t>(aValue >> 8);
+    m_vBytes.at(aPlace + 1) = static_cast<std::uint8_t>(aValue);
+  }
+  /// Where a table begins, by the directory at the file's start.
+  std::size_t Table(std::string_view aTag) const {
+    std::size_t record = 12;
+    while (!std::equal(aTag.begin(), aTag.end(), &m_vBytes.at(record))) record += 16;
+    return static_cast<std::size_t>(At16(record + 8)) << 16 | static_cast<std::size_t>(At16(record + 10));
+  }
+};
+
+}  // namespace
+
+TEST(Fonts, KeepTheBarsOfAHostileFileNearItsText) {
+  const auto match = FontLibrary::Instance().Match({"DejaVu Sans", "sans-serif", 400, false, false});
+  ASSERT_TRUE(match.has_value());
+  for (const int value : {0x7FFF, -0x8000}) {
+    std::ifstream system(match->m_sFile, std::ios::binary);
+    FontFile file{{std::istreambuf_iterator<char>(system), {}}};
+    const std::size_t underline = file.Table("post") + 8, strikeOut = file.Table("OS/2") + 26;
+    for (const std::size_t place : {underline, underline + 2, strikeOut, strikeOut + 2})
+      file.Set16(place, value);
+    const std::size_t widths = file.Table("hmtx");
+    const int advances = file.At16(file.Table("hhea") + 34);
+    for (int i = 0; i < advances; ++i) file.Set16(widths + 4 * static_cast<std::size_t>(i), 0xFFFF);
+    const TestFolder folder;
+    folder.Put("hostile.ttf", file.m_vBytes);
+    const FontConfiguration hostile(ConfigurationOf(folder));
+    const auto font = DeviceFont::Create({"", -100, 0, 0, 400, FF_SWISS, false, true, true});
+    ASSERT_NE(font, nullptr);
+    const GlyphBitmap bitmap = font->Bitmap('A');
+    EXPECT_GT(bitmap.m_iAdvance, 3000) << "the file is in use";
+    EXPECT_LE(bitmap.m_iWidth, 1700) << value;
+    EXPECT_GE(bitmap.m_iBottom, -200) << value;
+    EXPECT_LE(bitmap.m_iBottom + bitmap.m_iRows, 200) << value;
+  }
 }

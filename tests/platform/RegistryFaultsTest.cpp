@@ -1,12 +1,10 @@
-// The registry files when the system fails: every read, write, sync and rename of a change fails in turn,
-// signals interrupt it, and processes are forked in the middle. The functions of the C library are replaced
-// in this program and fail where a test asks for it.
+// The registry files when the system fails: every read, write, sync and rename of a change fails in turn, and
+// signals interrupt it. The functions of the C library are replaced in this program and fail where a test
+// asks for it.
 
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/file.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -24,9 +22,8 @@ enum class Call { kRead, kWrite, kSync, kRename };
 /// The fault that the calling thread asks for: the m_iTurn-th call fails by m_iError, or writes half.
 struct Fault {
   Call m_Call = Call::kRead;
-  int m_iTurn = 0;                 // counts down; 0 for none
-  int m_iError = 0;                // 0: half of the bytes
-  std::function<void()> m_Before;  // runs before the call, which then succeeds
+  int m_iTurn = 0;   // counts down; 0 for none
+  int m_iError = 0;  // 0: half of the bytes
 };
 thread_local Fault* g_pFault = nullptr;
 
@@ -35,12 +32,6 @@ bool Fails(Call aCall, bool& aHalf) {
   Fault* fault = g_pFault;
   aHalf = false;
   if (fault == nullptr || fault->m_Call != aCall || fault->m_iTurn == 0 || --fault->m_iTurn > 0) return false;
-  if (fault->m_Before) {
-    g_pFault = nullptr;
-    fault->m_Before();
-    g_pFault = fault;
-    return false;
-  }
   aHalf = fault->m_iError == 0;
   errno = fault->m_iError;
   return !aHalf;
@@ -146,7 +137,7 @@ TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOneAndNothingElse) {
     SCOPED_TRACE(std::to_string(static_cast<int>(one.m_Call)) + ", turn " + std::to_string(one.m_iTurn) +
                  ", error " + std::to_string(one.m_iError));
     Put();
-    EXPECT_EQ(Enter({one.m_Call, one.m_iTurn, one.m_iError, {}}), one.m_iStatus);
+    EXPECT_EQ(Enter({one.m_Call, one.m_iTurn, one.m_iError}), one.m_iStatus);
     EXPECT_EQ(IsEntered(), one.m_bEntered);
     if (!one.m_bEntered) {
       EXPECT_EQ(Get(), kOthers);
@@ -155,22 +146,4 @@ TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOneAndNothingElse) {
         << "others' lines stay";
     EXPECT_EQ(Files(), "machine.reg ");
   }
-}
-
-TEST_F(RegistryFaults, AForkedChildHoldsNoLock) {
-  Put();
-  // While the file is written another part of the program forks a child that stays.
-  pid_t child = 0;
-  ASSERT_EQ(Enter({Call::kSync, 1, 0,
-                   [&] {
-                     child = fork();
-                     if (child == 0) {
-                       for (;;) pause();
-                     }
-                   }}),
-            ERROR_SUCCESS);
-  Put();
-  EXPECT_EQ(Enter(), ERROR_SUCCESS);
-  kill(child, SIGKILL);
-  waitpid(child, nullptr, 0);
 }

@@ -71,6 +71,19 @@ TEST_F(Windows, AreToldOfTheirCreationBeforeItReturnsOnAnotherThread) {
   EXPECT_FALSE(GetWindowRect(m_pDisplay->m_hMade, &rect)) << "and the window goes again";
 }
 
+TEST_F(Windows, KeepTheirSizeAtTheEndsOfTheCoordinates) {
+  for (const int far : {INT_MAX, INT_MIN + 1}) {
+    const HWND window =
+        CreateWindowExA(0, kClass, "", WS_POPUP, far, far, 60, 40, nullptr, nullptr, nullptr, nullptr);
+    RECT rect{};
+    ASSERT_TRUE(GetWindowRect(window, &rect));
+    EXPECT_EQ(std::int64_t{rect.right} - rect.left, 60) << far;
+    EXPECT_EQ(std::int64_t{rect.bottom} - rect.top, 40) << far;
+    EXPECT_EQ(rect.left > 0, far > 0);
+    DestroyWindow(window);
+  }
+}
+
 TEST_F(Windows, KeepTheirUserDataUntilAProcedureElsewhereHasEnded) {
   Held held;
   g_Procedure = [&](HWND window, UINT message, LPARAM) {

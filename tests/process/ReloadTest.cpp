@@ -1,7 +1,8 @@
 // A host that loads the module, draws with it, unloads it and loads it again. Nothing of it may stay behind,
-// no thread, no descriptor and no mapping. GLLIB_PROCESS_REPEATS raises the number of cycles.
+// no thread, no descriptor, no mapping and no font data. GLLIB_PROCESS_REPEATS raises the number of cycles.
 
 #include <dlfcn.h>
+#include <malloc.h>
 
 #include "process/Orange.h"
 #include "support/ProcessState.h"
@@ -42,9 +43,16 @@ bool Draws(const Loaded& aModule, int aSize) {
   context->EnableLighting(0);
   IGLViewer* viewer = nullptr;
   context->CreateViewer(1, 1, &viewer);
+  GLString face("DejaVu Sans"), text("text");
+  IGLFont* font = nullptr;
+  context->CreateTrueTypeFont(face, 0, 400, 0, 1, &font);
   context->AttachPainter(GLMake<OrangePainter>().Get());
   EXPECT_EQ(aModule.CanUnload(), S_FALSE);
-  return ShowsOrange(*context, *aModule.Make<IGLPixmap>(CLSID_GLPixmap));
+  const bool shows = ShowsOrange(*context, *aModule.Make<IGLPixmap>(CLSID_GLPixmap));
+  float width = 0;
+  EXPECT_EQ(font->GetStringWidth(text, &width), S_OK);
+  EXPECT_GT(width, 0.0f);
+  return shows;
 }
 
 int Cycles() {
@@ -65,6 +73,7 @@ bool IsMapped() {
 TEST(Reload, LeavesNothingOfAModuleThatDrew) {
   const long threads = ThreadsOfProcess();
   long descriptors = 0;
+  std::size_t heap = 0;
   for (int turn = 0; turn < Cycles(); ++turn) {
     SCOPED_TRACE(turn);
     {
@@ -79,9 +88,15 @@ TEST(Reload, LeavesNothingOfAModuleThatDrew) {
     }
     EXPECT_FALSE(IsMapped());
     EXPECT_EQ(ThreadsOfProcess(), threads);
-    if (turn == 0) descriptors = DescriptorsOfProcess();  // a driver may keep some of its own
+    if (turn == 0) {  // a driver may keep some of its own
+      descriptors = DescriptorsOfProcess();
+      heap = mallinfo2().uordblks;
+    }
     EXPECT_EQ(DescriptorsOfProcess(), descriptors);
   }
+  // The driver's pools grow a little in the first turns. A font configuration takes 230 kB.
+  constexpr std::size_t kKiB = 1024;
+  EXPECT_LT(mallinfo2().uordblks, heap + static_cast<std::size_t>(Cycles()) * 48 * kKiB);
 }
 
 // A host that forgets an object, or the question: the code of the threads stays.

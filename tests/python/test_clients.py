@@ -1,6 +1,7 @@
 """Painters, gauges and captures: what they get, what becomes of their exceptions, and what pictures show."""
 
 import concurrent.futures
+import ctypes
 import gc
 import threading
 import unittest
@@ -50,6 +51,38 @@ class Painters(unittest.TestCase):
                 painter.raise_pending()
             scene.context.detach_painter()
             painter.report_error = lambda: None  # what it raised since then
+
+    def test_what_an_exception_leaves_open_does_not_harm_the_next_frame(self):
+        def draw(canvas, *_):
+            found = []
+            for name in (0x0B33, 0x0BA3, 0x0BA4, 0x0BB0):  # the open list; model-view, projection and attribute stack
+                number = ctypes.c_int(-1)
+                opengl.glGetIntegerv(name, ctypes.byref(number))
+                found.append(number.value)
+            states.append(found)
+            if len(states) < 5:
+                canvas.push_depth_attribute()
+                canvas.push_modelview_matrix(True)
+                canvas.push_light_attribute()
+                canvas.push_modelview_matrix(False)
+                canvas.push_projection_matrix(True)
+                canvas.begin_compile_list()
+                canvas.push_modelview_matrix(True)
+                canvas.begin_draw_triangles()
+                canvas.vertex2d(0, 0)
+                raise RuntimeError
+            square(canvas, (0, 1, 0))
+
+        states, opengl = [], ctypes.CDLL("libOpenGL.so.0")
+        with Scene(painter := Drawing(draw)) as scene:
+            while len(states) < 5:
+                scene.wait_for_frames()
+            self.assertEqual(scene.picture().get_pixel(100, 100), GREEN)
+            scene.context.detach_painter()
+            self.assertEqual(states[0][0], 0)
+            self.assertEqual([state for state in states if state != states[0]], [])
+            with self.assertRaises(RuntimeError):
+                painter.raise_pending()
 
     def test_an_exception_does_not_keep_the_context(self):
         def draw(canvas, context, viewer):

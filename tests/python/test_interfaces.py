@@ -75,6 +75,11 @@ class Interfaces(unittest.TestCase):
             declared.update(types_in(text_of(header)))
         self.maxDiff = None
         self.assertEqual(found, declared)
+        # The build for Windows reads the classes' identifiers off the comments of their header.
+        classes = re.findall(r"uuid\(([-0-9A-F]{36})\)[^\]]*\]\s+coclass (\w+)", library)
+        self.assertEqual(len(classes), 14)
+        for identifier, name in classes:
+            self.assertIn(f"/// {{{identifier}}}\ninline constexpr CLSID CLSID_{name} =", (HEADERS / "GLClasses.h").read_text())
 
     def test_operations_stand_in_the_slots_of_the_headers(self):
         headers = header_interfaces()

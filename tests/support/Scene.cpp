@@ -117,6 +117,10 @@ FreeContext::FreeContext(DrawFunction aDraw, int aWidth, int aHeight, ULONG_PTR 
   context->AttachPainter(GLMake<TestPainter>(draw).Get());
 }
 
+void FreeContext::Await(int aFrames) const {
+  EXPECT_TRUE(Eventually([&, end = *frames + aFrames] { return *frames >= end; })) << "no frames";
+}
+
 LONG TestCapture::Take() {
   answer = -1;
   Request(target.Get(), request);

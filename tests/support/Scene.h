@@ -88,6 +88,9 @@ class ContextFixture {
 struct FreeContext {
   explicit FreeContext(DrawFunction aDraw = {}, int aWidth = 32, int aHeight = 32, ULONG_PTR aParent = 0);
 
+  /// Expects so many more frames.
+  void Await(int aFrames) const;
+
   GLPtr<IGLContext> context = GLCreate<IGLContext>(CLSID_GLContext);
   IGLViewer* viewer = nullptr;
   std::shared_ptr<std::atomic<int>> frames = std::make_shared<std::atomic<int>>(0);  // with the painter's

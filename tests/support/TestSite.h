@@ -18,7 +18,7 @@ class TestSite final : public GLContextSite {
   bool HasClipPlanes() const noexcept override { return m_bClipPlanes; }
   HDC DeviceContext() const noexcept override { return m_hDC; }
   bool IsCurrentHere() const noexcept override { return true; }
-  bool IsListOpen() const noexcept override { return false; }
+  bool IsListOpen() const noexcept override { return m_bListOpen; }
   ULONG WindowContextNumber() const noexcept override { return 1; }
   void LockGL() noexcept override {}
   void UnlockGL() noexcept override {}
@@ -26,6 +26,8 @@ class TestSite final : public GLContextSite {
   ULONG BeginListKey() noexcept override { return m_uNextKey; }
   void EndListKey() noexcept override {}
   void CallListKey(ULONG aKey) noexcept override { m_uCalled = aKey; }
+  ListRecorder* Recorder() noexcept override { return nullptr; }
+  void MarkListUnbounded() noexcept override {}
   ULONG GetListBase(ULONG aKey) const noexcept override { return aKey & 0xFFFF; }
   void DeleteListKey(ULONG aKey, int aCount) noexcept override {
     if (IsOfThisGeneration(aKey)) glDeleteLists(aKey & 0xFFFF, aCount);
@@ -39,7 +41,7 @@ class TestSite final : public GLContextSite {
   }
 
   int m_iWidth = 800, m_iHeight = 400;
-  bool m_bClipPlanes = false;
+  bool m_bClipPlanes = false, m_bListOpen = false;
   ULONG m_uNextKey = 0xFFFF0007, m_uCalled = 0;  ///< of a list that a canvas compiles, and draws
 
  private:

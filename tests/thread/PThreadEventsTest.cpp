@@ -7,6 +7,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
+constexpr DWORD kLong = 3'600'000;  // a test that waits this out has failed
+
 /// A worker that nothing but a post or a trigger wakes, and a journal of what happened, in order: a capital
 /// where an event ran, a small letter where it was deleted.
 struct Events : testing::Test {
@@ -46,7 +48,7 @@ struct Events : testing::Test {
   bool Becomes(const std::string& aText) {
     return Eventually([&] { return Journal() == aText; });
   }
-  static void Cycle(void* aTest) { ++static_cast<Events*>(aTest)->m_iCycles; }
+  static void Cycle(void* aTest, unsigned) { ++static_cast<Events*>(aTest)->m_iCycles; }
 
   std::mutex m_JournalLock;
   std::string m_Journal;
@@ -129,12 +131,14 @@ TEST_F(Events, AStopDeletesWhatIsLeftAndRefusesWhatComesLater) {
   EXPECT_EQ(Journal(), "bacd");
 }
 
-TEST_F(Events, RunAfterASleepThatTheControlledModeOvertakes) {
-  ASSERT_TRUE(m_Thread.Start(50, 50, 0, false));
+TEST_F(Events, RunInASleepAlsoOneThatTheControlledModeOvertakes) {
+  ASSERT_TRUE(m_Thread.Start(kLong, kLong, 0, false));
   ASSERT_TRUE(Eventually([&] { return m_iCycles > 0; }));
   Post('A');
-  m_Thread.SetControlled(true, PClock::kForever);
   EXPECT_TRUE(Becomes("Aa"));
+  m_Thread.SetControlled(true, PClock::kForever);
+  Post('B');
+  EXPECT_TRUE(Becomes("AaBb"));
 }
 
 TEST_F(Events, NoneRunsForAnOwnerThatHasRemovedItsOwn) {

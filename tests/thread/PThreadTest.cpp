@@ -2,6 +2,8 @@
 
 #include "thread/PThread.h"
 
+#include <optional>
+
 #include "support/Test.h"
 
 using namespace std::chrono_literals;
@@ -14,8 +16,9 @@ constexpr DWORD kLong = 3'600'000;  // a test that waits this out has failed
 struct Worker {
   explicit Worker(PClock& aClock = PClock::System()) : m_Thread(&Cycle, this, &End, aClock) {}
   ~Worker() { m_Thread.Stop(); }
-  static void Cycle(void* aWorker) {
+  static void Cycle(void* aWorker, unsigned aWake) {
     auto& self = *static_cast<Worker*>(aWorker);
+    self.m_uWake = aWake;
     if (self.m_pfnWork) self.m_pfnWork();
     ++self.m_iCycles;
   }
@@ -34,9 +37,17 @@ struct Worker {
   }
 
   std::atomic<int> m_iCycles{0};
+  std::atomic<unsigned> m_uWake{0};  // why the last cycle ran
   std::atomic<bool> m_bEndedOnWorker{false};
   std::function<void()> m_pfnWork;
   PThread m_Thread;
+};
+
+/// A task that does something once.
+struct Task final : PEvent {
+  explicit Task(std::function<void()> aWork) : PEvent(nullptr, true, false), m_pfnWork(std::move(aWork)) {}
+  void Run() override { m_pfnWork(); }
+  const std::function<void()> m_pfnWork;
 };
 
 /// A clock on which work takes what the test says; a wait passes at once and is written down, up to the last
@@ -45,10 +56,19 @@ struct ScriptedClock final : PClock {
   std::uint64_t Now() noexcept override { return m_uNow; }
   void Wait(std::unique_lock<std::mutex>& aHold, std::condition_variable& aWake, DWORD aMilliseconds,
             const std::function<bool()>& aEnd) override {
-    m_uNow += aMilliseconds;
+    if (aEnd()) return;
     m_Waits.push_back(aMilliseconds);
-    if (m_Waits.size() == 4) aWake.wait(aHold, aEnd);
+    if (m_Waits.size() == m_uLast) {
+      aWake.wait(aHold, aEnd);
+      return;
+    }
+    aHold.unlock();
+    m_uNow += (m_Interrupt ? m_Interrupt(m_Waits.size()) : std::nullopt).value_or(aMilliseconds);
+    aHold.lock();
   }
+  std::size_t m_uLast = 4;
+  /// Told the number of a wait, may end it. @return after how long; nothing for a wait that passes
+  std::function<std::optional<DWORD>(std::size_t)> m_Interrupt;
   std::uint64_t m_uNow = 0xFFFFFFF0;  // its low half wraps on the way
   std::vector<DWORD> m_Waits;
 };
@@ -74,6 +94,69 @@ TEST(Thread, PausesForTheRestOfThePreferredCycleButNeverBelowTheMustSleep) {
   EXPECT_TRUE(worker.WaitForCycles(4));
   worker.m_Thread.Stop();
   EXPECT_EQ(clock.m_Waits, (std::vector<DWORD>{35, 10, 10, 40}));
+}
+
+TEST(Thread, ReportsWhyItWokeAndTasksMoveNoEndOfAPause) {
+  struct Interruption {
+    DWORD m_dwAfter;
+    int m_iTask;  // ms of work; below 0 none
+    bool m_bTrigger, m_bEndSleep;
+  };
+  const struct {
+    bool m_bControlled;
+    std::map<std::size_t, Interruption> m_Interruptions;  // by number of the wait
+    std::string m_Cycles;
+    std::vector<DWORD> m_Waits;
+  } cases[] = {{false,
+                {{1, {15, 5, false, false}},
+                 {2, {10, 0, false, false}},
+                 {4, {10, 60, false, false}},
+                 {5, {5, -1, false, true}}},
+                "over@0 task@20 task@30 over@40 task@40 task@110 over@110 over@115 ",
+                {40, 20, 10, 40, 40, 40}},
+               {true,
+                {{1, {15, 5, false, false}},
+                 {2, {10, -1, true, false}},
+                 {4, {20, 0, true, false}},
+                 {5, {30, 90, false, false}}},
+                "over@0 task@20 trigger@30 over@130 task@130 task+trigger@150 task@270 over@270 ",
+                {100, 80, 100, 100, 100, 100}}};
+  for (const auto& [controlled, interruptions, cycles, waits] : cases) {
+    SCOPED_TRACE(controlled);
+    ScriptedClock clock;
+    Worker worker(clock);
+    const std::uint64_t begin = clock.m_uNow;
+    std::ostringstream journal;
+    const auto post = [&](DWORD aWork) {
+      worker.m_Thread.PostEvent(new Task([&, aWork] { clock.m_uNow += aWork; }));
+    };
+    worker.m_pfnWork = [&] {
+      const unsigned wake = worker.m_uWake;
+      std::string reasons;
+      if ((wake & PThread::kTask) != 0) reasons += "+task";
+      if ((wake & PThread::kTrigger) != 0) reasons += "+trigger";
+      if ((wake & PThread::kPauseOver) != 0) reasons += "+over";
+      if (worker.m_iCycles == 3) post(0);  // during a frame: runs when that has ended
+      journal << reasons.substr(1) << '@' << clock.m_uNow - begin << ' ';
+    };
+    clock.m_uLast = waits.size();
+    clock.m_Interrupt = [&, &interruptions = interruptions](std::size_t aWait) -> std::optional<DWORD> {
+      const auto found = interruptions.find(aWait);
+      if (found == interruptions.end()) return std::nullopt;
+      const auto& [after, task, triggers, endsSleep] = found->second;
+      if (task >= 0) post(static_cast<DWORD>(task));
+      if (triggers) worker.m_Thread.Trigger();
+      worker.m_Thread.EndSleep();  // nothing on the worker itself
+      if (endsSleep) std::thread([&] { worker.m_Thread.EndSleep(); }).join();
+      return after;
+    };
+    worker.m_Thread.SetControlled(controlled, 100);
+    ASSERT_TRUE(worker.m_Thread.Start(40, 10, 0, false));
+    EXPECT_TRUE(worker.WaitForCycles(8));
+    worker.m_Thread.Stop();
+    EXPECT_EQ(journal.str(), cycles);
+    EXPECT_EQ(clock.m_Waits, waits);
+  }
 }
 
 TEST(Thread, ControlledItCyclesOncePerTrigger) {

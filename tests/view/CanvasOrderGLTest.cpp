@@ -139,7 +139,18 @@ TEST_F(CanvasOrder, UnchangedAttributesAreOneCall) {
     EXPECT_EQ(apply(attributes), CallsOf([] { glColor4f(1, 1, 1, 1); }));
     attributes->SetRed(1.0f), attributes->SetLineStippleFactor(5);
     EXPECT_EQ(apply(attributes), full) << "a setter makes the next one full; a solid line has no stipple";
+    const auto second = GLCreate<IGLCanvas>(CLSID_GLCanvas);
+    second->SetDrawAttributes(attributes.Get());
+    attributes->SetRed(1.0f);
+    EXPECT_EQ(apply(attributes), full);
+    EXPECT_EQ(CallsOf([&] { second->SetDrawAttributes(attributes.Get()); }), full) << "on each canvas";
     EXPECT_EQ(apply(other), full) << "so does another object";
+    int list = 0;
+    EXPECT_EQ(canvas->BeginCompileList(&list), S_OK);
+    EXPECT_EQ(apply(other), full) << "a list has its own";
+    site.m_bListOpen = true;
+    EXPECT_EQ(canvas->EndCompileList(), S_OK);
+    EXPECT_EQ(apply(other), full) << "which are not in force after it";
     EXPECT_EQ(apply(attributes), full);
     attributes->SetLineStipplePattern(255);
     const Calls stippled = apply(attributes);

@@ -81,6 +81,25 @@ TEST(Viewer, RefusedValuesChangeNothing) {
   }
 }
 
+TEST(Viewer, TellsOfGaugesThatFindNoMemory) {
+  struct Gauge final : GLViewerGaugeBase {
+    HRESULT Draw(IGLCanvas*, IGLContext*) noexcept override { return S_OK; }
+  };
+  const auto viewer = NewViewer();
+  const auto gauges = GLCreate<IGLCollection>(CLSID_GLCollection);
+  const auto gauge = GLMake<Gauge>();
+  {
+    const ExhaustedHeap heap(0);
+    EXPECT_EQ(viewer->AddGauge(gauge.Get()), E_FAIL);
+    EXPECT_EQ(viewer->EnumGauges(gauges.Get()), E_OUTOFMEMORY);
+  }
+  EXPECT_EQ(viewer->AddGauge(gauge.Get()), S_OK);
+  EXPECT_EQ(viewer->EnumGauges(gauges.Get()), S_OK);
+  int size = 0;
+  gauges->GetSize(&size);
+  EXPECT_EQ(size, 1);
+}
+
 TEST(Viewer, LimitsTheFrameToThePointSizes) {
   const auto viewer = NewViewer();
   const float before[] = {g_afPointSizeRange[0], g_afPointSizeRange[1]};

@@ -1,39 +1,10 @@
 """Drawing from NumPy arrays by OpenGL's own vertex arrays, in the rendering context of the painter that calls."""
 
-import ctypes
-from ctypes import c_int32, c_uint32, c_void_p
+from gllib import _opengl
 
 _CLIENT_VERTEX_ARRAY_BIT = 2
 _VERTEX_ARRAY, _NORMAL_ARRAY, _COLOR_ARRAY, _TEXTURE_COORD_ARRAY = 0x8074, 0x8075, 0x8076, 0x8078
 _TYPES = {"float32": 0x1406, "float64": 0x140A, "uint8": 0x1401, "uint16": 0x1403, "uint32": 0x1405}
-
-_gl = None
-
-
-def _functions():
-    """OpenGL, which serves the rendering context that is current on the calling thread."""
-    global _gl
-    if _gl is None:
-        try:
-            library = ctypes.CDLL("libOpenGL.so.0")
-        except OSError:
-            library = ctypes.CDLL("libGL.so.1")
-        for name, types in {
-            "glPushClientAttrib": [c_uint32],
-            "glPopClientAttrib": [],
-            "glEnableClientState": [c_uint32],
-            "glDisableClientState": [c_uint32],
-            "glVertexPointer": [c_int32, c_uint32, c_int32, c_void_p],
-            "glNormalPointer": [c_uint32, c_int32, c_void_p],
-            "glColorPointer": [c_int32, c_uint32, c_int32, c_void_p],
-            "glTexCoordPointer": [c_int32, c_uint32, c_int32, c_void_p],
-            "glDrawArrays": [c_uint32, c_int32, c_int32],
-            "glDrawElements": [c_uint32, c_int32, c_uint32, c_void_p],
-        }.items():
-            function = getattr(library, name)
-            function.argtypes, function.restype = types, None
-        _gl = library
-    return _gl
 
 
 def _rows(name, values, widths, kinds):
@@ -85,7 +56,7 @@ def draw(mode, vertices, normals, colors, texture_coords, indices):
     if len(points) == 0:
         return
 
-    gl = _functions()
+    gl = _opengl.functions()
     gl.glPushClientAttrib(_CLIENT_VERTEX_ARRAY_BIT)
     for kind in (_NORMAL_ARRAY, _COLOR_ARRAY, _TEXTURE_COORD_ARRAY):
         gl.glDisableClientState(kind)

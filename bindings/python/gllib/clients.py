@@ -10,7 +10,7 @@ import functools
 import threading
 from ctypes import POINTER, c_float, c_int32, c_void_p
 
-from gllib import _objects, interfaces
+from gllib import _objects, _opengl, interfaces
 from gllib._objects import IUnknown, clients, held_clients
 from gllib.errors import E_FAIL, E_NOINTERFACE, S_OK, Failed
 
@@ -138,9 +138,13 @@ def _table_of(interface):
 
 
 class _Lent:
-    """Objects that are lent to a method for the length of a call."""
+    """Objects that are lent to a method for the length of a call.
+
+    What an exception leaves open is closed, and what it leaves on GL's stacks is popped.
+    """
 
     def __init__(self, **pointers):
+        self._depths = _opengl.stack_depths()
         self._objects = [_objects._classes[getattr(interfaces, face)]._borrow(at) for face, at in pointers.items()]
 
     def __enter__(self):
@@ -150,6 +154,7 @@ class _Lent:
         try:
             if kind is not None:
                 self._objects[0].abandon()
+                _opengl.restore_stacks(self._depths)
         finally:
             for lent in self._objects:
                 lent.close()

@@ -1,13 +1,14 @@
-# glview.exe: the same viewer with a window of the system's own, the system's coder of PNG files, and a small reader of
-# OBJ and STL files. The module lies beside it.
+# glview.exe: the same viewer with a window of the system's own, and a small reader of OBJ and STL files. The module lies
+# beside it.
 
 file(GLOB GLVIEW_SOURCES CONFIGURE_DEPENDS glview/*.cpp glview/windows/*.cpp shared/model/*.cpp shared/model/plain/*.cpp
-     shared/windows/*.cpp)
+     shared/Picture.cpp)
 list(FILTER GLVIEW_SOURCES EXCLUDE REGEX "/glview/(main|Window|NativeWindow|HiddenParent|ReaderProcess|ReaderChild)\\.cpp$")
 add_library(glview_parts STATIC ${GLVIEW_SOURCES})
 target_include_directories(glview_parts PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}
                                                $<TARGET_PROPERTY:gllib,INTERFACE_INCLUDE_DIRECTORIES>)
-target_link_libraries(glview_parts PUBLIC opengl32 gdi32 gdiplus shell32 shlwapi ole32 oleaut32)
+target_include_directories(glview_parts SYSTEM PUBLIC ${GLLIB_HEADER_LIBRARIES})
+target_link_libraries(glview_parts PUBLIC opengl32 gdi32 shell32 ole32 oleaut32)
 add_executable(glview glview/main.cpp)
 target_link_libraries(glview PRIVATE glview_parts)
 add_dependencies(glview gllib)

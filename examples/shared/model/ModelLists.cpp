@@ -37,7 +37,7 @@ int CompileTriangles(IGLCanvas& aCanvas, const Part& aPart, std::size_t aFirst, 
 
 /// Makes a material that acts on both sides alike. Ambient and diffuse come with the colour.
 GLPtr<IGLMaterial> MaterialOf(const Surface& aSurface) {
-  const auto material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
+  auto material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
   GLDATA_RGBA specular = aSurface.specular;
   for (const LONG front : {1, 0}) {
     material->SetSpecularReflectance(front, &specular);

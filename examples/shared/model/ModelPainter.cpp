@@ -197,7 +197,7 @@ void ModelPainter::DrawTextured(IGLCanvas& aCanvas, IGLContext& aContext, const 
 void ModelPainter::DrawTransparent(IGLCanvas& aCanvas, IGLViewer& aViewer, const Look& aLook) {
   if (m_shown->panes.empty()) return;
   GLPtr<IGLCoord> eye;
-  GLDATA_POINT from;
+  GLDATA_POINT from{};
   aViewer.GetCoord(eye.Put());
   eye->GetOrigin(&from);
   for (Pane& pane : m_shown->panes) {
@@ -235,7 +235,7 @@ void ModelPainter::DrawTransparent(IGLCanvas& aCanvas, IGLViewer& aViewer, const
 }
 
 void ModelPainter::DrawHiddenLine(IGLCanvas& aCanvas, IGLContext& aContext, const Look& aLook) {
-  GLDATA_RGBA background;
+  GLDATA_RGBA background{};
   aContext.GetBackgroundColor(&background);
   aCanvas.PushLightAttribute();
   ApplyMode(aCanvas, kFaces | GLDM_POLYGON_OFFSET, background);

@@ -14,7 +14,7 @@ constexpr Band kBar{{-0.5, -0.9, 0}, {0.5, -0.87, 0}};
 constexpr GLDATA_POINT kBarLabelPlace{-0.5, -0.84, 0};
 
 GLPtr<IGLDrawAttr> MakeAttributes(GLDATA_RGBA aColor) {
-  const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
+  auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   attributes->SetColor(&aColor);
   // Both sides: a band may be drawn from any corner to any.
   attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_SHOW_FRONT | GLDM_SHOW_BACK), 1);

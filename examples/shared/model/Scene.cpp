@@ -164,7 +164,7 @@ void Scene::SetTextures(bool aOn) {
   Redraw();
 }
 
-SceneCapture Scene::Capture(int aZoom) { return SceneCapture(*m_viewing.Get(), aZoom, m_background); }
+SceneCapture Scene::Capture(int aZoom) { return {*m_viewing.Get(), aZoom, m_background}; }
 
 void Scene::SetModel(std::shared_ptr<const Model> aModel) {
   m_model = std::move(aModel);

@@ -12,6 +12,7 @@
 #include "context/GLContext.h"
 #include "context/capture/OffscreenSurface.h"
 #include "platform/GL.h"
+#include "platform/Log.h"
 #include "platform/RenderingTurn.h"
 #include "platform/SystemInfo.h"
 
@@ -47,6 +48,11 @@ bool ReadPixels(IGLPixmap& aTarget, GLenum aBuffer, const RECT& aRect, int aHeig
   return true;
 }
 
+bool CaptureFails(const char* aReason) noexcept {
+  LogWarning("a capture failed: %s", aReason);
+  return false;
+}
+
 /// aValue times aFactor as a LONG; 0 where it doesn't fit, which every later step refuses.
 LONG Scaled(LONG aValue, std::int64_t aFactor) noexcept {
   if (aFactor > INT32_MAX || aFactor < INT32_MIN) return 0;
@@ -64,11 +70,13 @@ std::int64_t Whole(float aValue) noexcept {
 
 void GLContext::CaptureFrame() noexcept {
   if (m_Capture.IsEmpty()) return;
-  GLPtr<IGLCapture> capture;         // released after the lock: the client's end may call anything
+  GLPtr<IGLCapture> capture;  // released after the locks: the end of a client may call anything
+  GLPtr<IGLPainter> painter;
   const PLock calls(m_ClientCalls);  // a detach on another thread waits for the whole
   {
     const PLock lock(m_Lock);
     capture = m_Capture.Get();
+    painter = m_Painter.Get();
   }
   if (!capture) return;
   LONG enabled = 0;
@@ -94,8 +102,10 @@ bool GLContext::CaptureFromScreen(IGLCapture& aCapture) noexcept {
   GLPtr<IGLPixmap> target;
   aCapture.GetPixmap(target.Put());
   RECT rect{};
-  if (!target || !CaptureRectangle(aCapture, &rect)) return false;
-  if (FAILED(target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {0, 0, 0, 0}))) return false;
+  if (!target) return CaptureFails("GetPixmap gave no pixmap");
+  if (!CaptureRectangle(aCapture, &rect)) return CaptureFails("its rectangle has no pixel in the viewport");
+  if (FAILED(target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {0, 0, 0, 0})))
+    return CaptureFails("the pixmap has no memory for the picture");
   const GLPass pass(m_Lock, m_Window.m_Target);
   return ReadPixels(*target, GL_BACK, rect, m_Settings.m_iViewportHeight);
 }
@@ -104,7 +114,8 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   GLPtr<IGLPixmap> target;
   aCapture.GetPixmap(target.Put());
   RECT rect{};
-  if (!target || !CaptureRectangle(aCapture, &rect)) return false;
+  if (!target) return CaptureFails("GetPixmap gave no pixmap");
+  if (!CaptureRectangle(aCapture, &rect)) return CaptureFails("its rectangle has no pixel in the viewport");
   float zoom = 0.0f;
   aCapture.GetPixelZoom(&zoom);
   const std::int64_t factor = Whole(zoom);
@@ -115,20 +126,29 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   const auto width = static_cast<LONG>(Whole(static_cast<float>(m_Settings.m_iViewportWidth) * zoom));
   const auto height = static_cast<LONG>(Whole(static_cast<float>(m_Settings.m_iViewportHeight) * zoom));
   // Memory may be available for more than GL draws.
-  if (width > g_aiMaxViewport[0] || height > g_aiMaxViewport[1]) return false;
+  if (width > g_aiMaxViewport[0] || height > g_aiMaxViewport[1]) {
+    LogWarning("a capture failed: the scene at %d x %d pixels is larger than GL draws, %d x %d", int(width),
+               int(height), int(g_aiMaxViewport[0]), int(g_aiMaxViewport[1]));
+    return false;
+  }
   const RenderingTurn turn;  // for the making of the surface too
   const bool needsPalette = (m_Window.m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0;
   OffscreenSurface surface(width, height, needsPalette ? BYTE{24} : m_Window.m_PixelFormat.cColorBits,
                            m_Window.m_PixelFormat.cDepthBits);
-  if (!surface.IsReady()) return false;
+  if (!surface.IsReady()) {
+    LogWarning("a capture failed: there is no surface of %d x %d pixels", int(width), int(height));
+    return false;
+  }
   const GLPass window(m_Lock, m_Window.m_Target);
-  m_Window.m_Target.m_Lists.DropAll();
+  m_Window.m_Target.m_Lists.DropAll("a capture draws in a rendering context of its own");
   GLPass picture(m_Lock, surface.Target());
   DrawOffscreen(aCapture, picture, surface);
   // A zoom below 1 leaves an empty rectangle: nothing to read, and no failure.
+  if (factor == 0) CaptureFails("its zoom is below 1, so that nothing is read");
+  if (factor != 0 && FAILED(initialized)) CaptureFails("the pixmap has no memory for the picture");
   const bool success =
       factor == 0 || (SUCCEEDED(initialized) && ReadPixels(*target, GL_FRONT, rect, surface.Height()));
-  surface.Target().m_Lists.DropAll();
+  surface.Target().m_Lists.DropAll("the capture that they were compiled in is over");
   return success;
 }
 

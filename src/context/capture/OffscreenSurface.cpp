@@ -37,5 +37,5 @@ bool OffscreenSurface::SetFormat(BYTE aColorBits, BYTE aDepthBits) noexcept {
   request.cColorBits = aColorBits;
   request.cDepthBits = aDepthBits;
   const int format = ChoosePixelFormat(m_Target.m_hDC, &request);
-  return format != 0 && SetPixelFormat(m_Target.m_hDC, format, &request);
+  return format != 0 && SetPixelFormat(m_Target.m_hDC, format, &request) != FALSE;
 }

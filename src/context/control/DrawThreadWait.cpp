@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "context/GLContext.h"
+#include "platform/Log.h"
 #include "platform/ProcessWide.h"
 
 namespace {
@@ -21,7 +22,11 @@ DrawThreadWait::DrawThreadWait(GLContext& aAwaited) noexcept
   for (const GLContext* next = &aAwaited; next != nullptr; next = next->m_pAwaited) {
     if (next == m_pWaiting) m_bClosesCircle = true;
   }
-  if (!m_bClosesCircle) m_pBefore = std::exchange(m_pWaiting->m_pAwaited, &aAwaited);
+  if (m_bClosesCircle) {
+    LogWarning("a wait for context %u is refused: its draw thread waits for this one", aAwaited.Number());
+    return;
+  }
+  m_pBefore = std::exchange(m_pWaiting->m_pAwaited, &aAwaited);
 }
 
 DrawThreadWait::~DrawThreadWait() {

@@ -7,6 +7,7 @@
 #include "context/GLContext.h"
 #include "context/control/ContextTasks.h"
 #include "context/control/DrawThreadWait.h"
+#include "platform/Log.h"
 
 namespace {
 
@@ -31,7 +32,10 @@ thread_local GLContext* t_pDrawnContext = nullptr;
 
 }  // namespace
 
-void MarkDrawThread(GLContext* aContext) noexcept { t_pDrawnContext = aContext; }
+void MarkDrawThread(GLContext* aContext) noexcept {
+  t_pDrawnContext = aContext;
+  SetLogContext(aContext != nullptr ? aContext->Number() : 0);
+}
 
 GLContext* GLContext::DrawnHere() noexcept { return t_pDrawnContext; }
 
@@ -91,6 +95,10 @@ HRESULT GLContext::SuspendDrawThread() noexcept {
   if (IsDrawThread()) return S_OK;  // parks after this cycle: a wait here would be for itself
   while (!thread->IsParked() && !thread->IsStopped() && Clock::now() - start < kBoundedWait) {
     std::this_thread::sleep_for(kPollStep);
+  }
+  if (!thread->IsParked() && !thread->IsStopped()) {
+    const LogContext log(m_uNumber);
+    LogWarning("the draw thread did not park within 3 s: it still sleeps after a frame");
   }
   return S_OK;
 }

@@ -8,6 +8,8 @@
 #include "component/Module.h"
 #include "context/GLContext.h"
 #include "context/control/ContextTasks.h"
+#include "diagnostics/ClientCheck.h"
+#include "diagnostics/GLErrors.h"
 #include "platform/Com.h"
 #include "platform/GL.h"
 #include "platform/RenderingTurn.h"
@@ -16,13 +18,13 @@
 #include "view/GLCanvas.h"
 #include "view/GLViewer.h"
 
-// Three phases: creation of the rendering context, frames, its end.
-void GLContext::DrawThreadCallback(void* aContext) noexcept {
+// Three phases: creation of the rendering context, frames, its end. Tasks alone make no frame due.
+void GLContext::DrawThreadCallback(void* aContext, unsigned aWake) noexcept {
   auto& context = *static_cast<GLContext*>(aContext);
   MarkDrawThread(&context);
   if (!context.m_bTearDown) {
     if (context.m_Window.m_Target.m_hRC != nullptr) {
-      if (!context.m_bReleased.test()) context.DrawFrame();
+      if (aWake != PThread::kTask && !context.m_bReleased.test()) context.DrawFrame();
     } else {
       CoInitialize(nullptr);
       if (context.CreateRenderingContext()) context.AllowParks();
@@ -41,9 +43,12 @@ void GLContext::DrawThreadEnd(void*) noexcept {
 
 void GLContext::DrawFrame() noexcept {
   {
+    GLPtr<IGLPainter> painter;  // one that detaches itself ends when the lock is left
     const GLPass pass(m_Lock, m_Window.m_Target);
+    painter = m_Painter.Get();
     BuildFonts();
     SetFrameState();
+    CheckGLErrors("the start of a frame");
     DrawViewers();
     SwapBuffers(m_Window.m_Target.m_hDC);
   }
@@ -69,6 +74,7 @@ void GLContext::SetFrameState() noexcept {
 }
 
 void GLContext::DrawViewers() noexcept {
+  const GLCanvas::Recording recording(static_cast<GLCanvas&>(*m_Scene.m_pCanvas), Recorder());
   GLPOSITION position{};
   GLPtr<IUnknown> member;
   for (m_Scene.m_pViewers->GetFirst(&position, member.Put()); member;
@@ -78,13 +84,22 @@ void GLContext::DrawViewers() noexcept {
     viewer.IsVisible(&visible);
     if (visible == 0) continue;
     SetupViewerPass(viewer);
+    CheckGLErrors("the set-up of a viewer");
     // The painter may detach itself while it draws.
     if (const auto painter = m_Painter.Get()) {
-      painter->Draw(m_Scene.m_pCanvas.Get(), this, &viewer);
+      const ClientCheck check("IGLPainter::Draw");
+      NotePainterResult(painter->Draw(m_Scene.m_pCanvas.Get(), this, &viewer));
     }
     static_cast<GLViewer&>(viewer).DrawOverlay(m_Scene.m_pCanvas.Get(), this, *this);
+    CheckGLErrors("the overlay of a viewer");
     glFlush();
   }
+}
+
+// Each change of the result, since a painter that fails does so in every frame.
+void GLContext::NotePainterResult(HRESULT aResult) noexcept {
+  if (aResult == std::exchange(m_hPainterResult, aResult) || SUCCEEDED(aResult)) return;
+  LogDebug("IGLPainter::Draw returned 0x%08x: the frame goes on", static_cast<unsigned>(aResult));
 }
 
 // Makes the GL state that a painter can count on.
@@ -100,7 +115,9 @@ void GLContext::SetupViewerPass(IGLViewer& aViewer) noexcept {
   SetupEye(aViewer);
   SetupClipPlanes();
   SetupLighting();
-  static_cast<GLCanvas&>(*m_Scene.m_pCanvas).RefreshCachedSetup();
+  auto& canvas = static_cast<GLCanvas&>(*m_Scene.m_pCanvas);
+  canvas.NoteRenderingContext(GLPass::Here()->Target().m_uNumber);
+  canvas.RefreshCachedSetup();
 }
 
 void GLContext::SetupEye(IGLViewer& aViewer) noexcept {

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "platform/Log.h"
+
 namespace {
 
 thread_local GLPass* t_pInnermost = nullptr;
@@ -46,5 +48,9 @@ void GLPass::MakeCurrent() noexcept {
   // Another driver's context must be released first: the driver of a window, where it isn't that of memory,
   // must learn of it.
   if (m_pOuter != nullptr) wglMakeCurrent(nullptr, nullptr);
-  if (wglMakeCurrent(m_Target.m_hDC, context)) m_Target.m_bIsNew = true;
+  const bool made = wglMakeCurrent(m_Target.m_hDC, context);
+  if (made) m_Target.m_bIsNew = true;
+  if (!made && !m_Target.m_bRefused)
+    LogWarning("the rendering context cannot be made current: nothing is drawn");
+  m_Target.m_bRefused = !made;
 }

@@ -4,22 +4,27 @@
 
 #include "component/Module.h"
 #include "platform/GL.h"
+#include "platform/Log.h"
 
 namespace {
 
 constexpr GLuint kPastDropped = DisplayLists::kDropped + 1;
+constexpr GLuint kPastLast = 0x10000;  // of the names that fit a key
 
 }  // namespace
 
 ULONG DisplayLists::Generate(int aCount) noexcept {
   const GLuint name = TakeNames(aCount);
   if (name != 0) m_Names.Add(name, aCount);
+  if (name == 0 && !m_bExhausted)
+    LogWarning("GL has no %d free names for display lists: no list is compiled", aCount);
+  m_bExhausted = name == 0;
   return (m_uGeneration << 16) | name;
 }
 
-// Some drivers give no name a second time, and each capture uses up all names of a scene twice. So where GL's
-// names are past those that DropAll deletes, this looks for free ones among these. A name that does not fit a
-// key is given back.
+// Some drivers give only names above all others that are in use, and the runs of a divided list have names
+// above those that fit a key. So where GL's names are past those that DropAll deletes, this looks for free
+// ones. A name that does not fit a key is given back.
 unsigned DisplayLists::TakeNames(int aCount) noexcept {
   const GLuint name = glGenLists(aCount);
   const GLuint end = name + static_cast<GLuint>(aCount);
@@ -38,8 +43,8 @@ unsigned DisplayLists::TakeNames(int aCount) noexcept {
 unsigned DisplayLists::FindFreeNames(int aCount) noexcept {
   const auto count = static_cast<GLuint>(aCount);
   GLuint run = 0;
-  for (GLuint step = 0; step < 2 * kPastDropped; ++step) {
-    if (m_uNextSearch >= kPastDropped) {
+  for (GLuint step = 0; step < 2 * kPastLast; ++step) {
+    if (m_uNextSearch >= kPastLast) {
       m_uNextSearch = 1;
       run = 0;
     }
@@ -51,6 +56,7 @@ unsigned DisplayLists::FindFreeNames(int aCount) noexcept {
 
 void DisplayLists::Delete(ULONG aKey, int aCount) noexcept {
   if (aKey >> 16 != (m_uGeneration & 0xFFFF)) return;
+  m_Compiled.Delete(NameOf(aKey), aCount);
   glDeleteLists(NameOf(aKey), aCount);
   m_Names.Remove(NameOf(aKey), aCount);
 }
@@ -62,14 +68,28 @@ bool DisplayLists::IsValid(ULONG aKey) const noexcept {
 void DisplayLists::DropStale() noexcept {
   const ULONG generation = g_uListGeneration;
   if (m_uGeneration == generation) return;
+  LogEnd(ListsReason());
+  m_Compiled.DeleteAll();
   m_Names.Delete();
   m_uGeneration = generation;
 }
 
-void DisplayLists::DropAll() noexcept {
+void DisplayLists::DropAll(const char* aReason) noexcept {
+  LogEnd(aReason);
+  m_Compiled.DeleteAll();
   m_Names.Delete();
   glDeleteLists(1, kDropped);
-  m_uGeneration = ++g_uListGeneration;
+  m_uGeneration = RaiseListGeneration(aReason);
 }
 
-void DisplayLists::Forget() noexcept { m_Names.Clear(); }
+void DisplayLists::Forget() noexcept {
+  LogEnd("their rendering context is replaced");
+  m_Compiled.Forget();
+  m_Names.Clear();
+}
+
+void DisplayLists::LogEnd(const char* aReason) const noexcept {
+  if (!IsLogged(LogLevel::kInfo)) return;
+  if (const std::size_t count = m_Names.Count(); count != 0)
+    LogInfo("%u display lists are discarded, glyphs included: %s", static_cast<unsigned>(count), aReason);
+}

@@ -6,6 +6,7 @@
 #include <gllib/GLPlatform.h>
 
 #include "context/lists/ListNames.h"
+#include "view/lists/CompiledLists.h"
 
 /// The lists of one rendering context. A key holds the generation of lists in its high 16 bits and the first
 /// GL name in its low 16 bits. The generation is fixed for the length of a pass: another context that makes
@@ -24,21 +25,27 @@ class DisplayLists {
   /// Whether the key is of the present generation and its first list exists.
   bool IsValid(ULONG aKey) const noexcept;
   ULONG Generation() const noexcept { return m_uGeneration; }
+  /// The lists that a canvas compiles and draws.
+  CompiledLists& Compiled() noexcept { return m_Compiled; }
 
   /// Deletes the lists if another context has made them stale. At the start of a pass.
   void DropStale() noexcept;
-  /// Deletes all lists, those too that a painter made by itself, and makes all keys of the process stale.
-  void DropAll() noexcept;
+  /// Deletes all lists, those too that a painter made by itself, and makes all keys of the process stale. The
+  /// reason is a literal, for the log.
+  void DropAll(const char* aReason) noexcept;
   /// Forgets all lists: they are gone with their rendering context. Needs no GL.
   void Forget() noexcept;
 
  private:
   static constexpr unsigned kLastName = 0xFFFF;
 
+  void LogEnd(const char* aReason) const noexcept;
   unsigned TakeNames(int aCount) noexcept;
   unsigned FindFreeNames(int aCount) noexcept;
 
   ListNames m_Names;
+  CompiledLists m_Compiled;
   ULONG m_uGeneration = 0;
+  bool m_bExhausted = false;   // the last block found no names
   unsigned m_uNextSearch = 1;  // where a search for free names goes on
 };

@@ -17,13 +17,26 @@ ULONG GLContext::GenListKey(int aCount) noexcept {
 
 ULONG GLContext::BeginListKey() noexcept {
   const ULONG key = GenListKey(1);
-  if (GetListBase(key) != 0) glNewList(GetListBase(key), GL_COMPILE);
+  if (GetListBase(key) != 0) ListsHere()->Compiled().Begin(GetListBase(key));
   return key;
 }
 
-void GLContext::EndListKey() noexcept { glEndList(); }
+void GLContext::EndListKey() noexcept {
+  if (DisplayLists* lists = ListsHere()) lists->Compiled().End();
+}
 
-void GLContext::CallListKey(ULONG aKey) noexcept { glCallList(GetListBase(aKey)); }
+void GLContext::CallListKey(ULONG aKey) noexcept {
+  if (DisplayLists* lists = ListsHere()) lists->Compiled().Call(GetListBase(aKey));
+}
+
+ListRecorder* GLContext::Recorder() noexcept {
+  DisplayLists* lists = ListsHere();
+  return lists != nullptr ? lists->Compiled().Recorder() : nullptr;
+}
+
+void GLContext::MarkListUnbounded() noexcept {
+  if (ListRecorder* recorder = Recorder()) recorder->Unbounded();
+}
 
 ULONG GLContext::GetListBase(ULONG aKey) const noexcept { return DisplayLists::NameOf(aKey); }
 

@@ -11,6 +11,7 @@ class ListNames {
   /// Notes a block of names that were made together.
   void Add(unsigned aFirst, int aCount) noexcept;
   void Remove(unsigned aFirst, int aCount) noexcept;
+  std::size_t Count() const noexcept { return m_bsHeld.count(); }
   /// Forgets all: they are gone with their rendering context.
   void Clear() noexcept;
   /// Deletes all in the rendering context that is current, block by block: what a driver keeps beside a block

@@ -5,9 +5,7 @@
 #include <new>
 
 #include "component/Module.h"
-#include "platform/GL.h"
-
-ClipPlanes::ClipPlanes() noexcept : m_iNextName(GL_CLIP_PLANE0) {}
+#include "platform/Log.h"
 
 bool ClipPlanes::Add(const GPlane& aPlane) noexcept {
   try {
@@ -15,6 +13,8 @@ bool ClipPlanes::Add(const GPlane& aPlane) noexcept {
   } catch (const std::bad_alloc&) {
     return false;
   }
+  if (const int most = g_iMaxClipPlanes; m_Planes.size() > static_cast<std::size_t>(most))
+    LogWarning("GL has %d clip planes: a further one takes the place of one before", most);
   if (++m_iNextName >= GL_CLIP_PLANE0 + g_iMaxClipPlanes) m_iNextName = GL_CLIP_PLANE0;
   m_bEmpty = false;
   return true;

@@ -6,11 +6,10 @@
 #include <vector>
 
 #include "context/scene/GLClipPlane.h"
+#include "platform/GL.h"
 
 class ClipPlanes {
  public:
-  ClipPlanes() noexcept;
-
   /// Adds a plane. Planes beyond GL's number take the name, and so the place, of the earliest.
   /// @return false without memory: nothing has changed
   bool Add(const GPlane& aPlane) noexcept;
@@ -24,7 +23,7 @@ class ClipPlanes {
 
  private:
   std::vector<GLClipPlane> m_Planes;
-  int m_iNextName;
+  int m_iNextName = GL_CLIP_PLANE0;
   std::atomic<bool> m_bEmpty{true};
   std::atomic<bool> m_bResetDue{false};
 };

@@ -4,26 +4,14 @@
 #include <gllib/IGLFont.h>
 
 #include <new>
-#include <string>
 
 #include "component/CreateObject.h"
 #include "context/GLContext.h"
 #include "context/control/ContextHold.h"
 #include "context/control/ContextTasks.h"
 #include "media/GLFont.h"
-#include "platform/Text.h"
 
 namespace {
-
-/// A face name in 8-bit text; null counts as empty.
-std::string FaceName(BSTR aFace) {
-  const int units = static_cast<int>(SysStringLen(aFace));
-  const int bytes =
-      units > 0 ? WideCharToMultiByte(CP_ACP, 0, aFace, units, nullptr, 0, nullptr, nullptr) : 0;
-  std::string name(static_cast<std::size_t>(bytes), '\0');
-  if (bytes > 0) WideCharToMultiByte(CP_ACP, 0, aFace, units, name.data(), bytes, nullptr, nullptr);
-  return name.c_str();  // ends at a zero within
-}
 
 GLFont& FontOf(IGLFont* aFont) noexcept { return static_cast<GLFont&>(*aFont); }
 
@@ -37,12 +25,7 @@ HRESULT GLContext::CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescrib
   if (!m_Scene.m_pFonts) return E_GL_BADSTATE;
   GLPtr<IGLFont> font = CreateObject<IGLFont>(CLSID_GLFont);
   if (!font) return E_FAIL;
-  try {
-    const HRESULT described = aDescribe(FontOf(font.Get()));
-    if (FAILED(described)) return described;
-  } catch (...) {
-    return E_OUTOFMEMORY;
-  }
+  if (const HRESULT described = aDescribe(FontOf(font.Get())); FAILED(described)) return described;
   {
     const ContextHold hold(*this, m_Lock);
     if (!hold) return E_GL_BADSTATE;
@@ -71,7 +54,7 @@ HRESULT GLContext::CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, flo
                                     int aWidth, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
   return CreateFont(true, aFont, [&](GLFont& font) {
-    font.InitRasterFont(m_pLink, FaceName(aFace).c_str(), aFontStyle, aWeight, aOrientation, aHeight, aWidth);
+    font.InitRasterFont(m_pLink, aFace, aFontStyle, aWeight, aOrientation, aHeight, aWidth);
     return S_OK;
   });
 }
@@ -80,16 +63,14 @@ HRESULT GLContext::CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, f
                                       LONG aExtrusionZ, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
   return CreateFont(true, aFont, [&](GLFont& font) {
-    font.InitTrueTypeFont(m_pLink, FaceName(aFace).c_str(), aFontStyle, aWeight, aOrientation,
-                          aExtrusionZ != 0);
+    font.InitTrueTypeFont(m_pLink, aFace, aFontStyle, aWeight, aOrientation, aExtrusionZ != 0);
     return S_OK;
   });
 }
 
 HRESULT GLContext::CreateInternalFont(BSTR aFace, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
-  return CreateFont(false, aFont,
-                    [&](GLFont& font) { return font.InitInternalFont(m_pLink, FaceName(aFace).c_str()); });
+  return CreateFont(false, aFont, [&](GLFont& font) { return font.InitInternalFont(m_pLink, aFace); });
 }
 
 bool GLContext::HasFont(IGLFont* aFont) noexcept {
@@ -126,6 +107,7 @@ HRESULT GLContext::DestroyFont(IGLFont* aFont) noexcept {
 
 HRESULT GLContext::GetDefaultFont(IGLFont** aFont) noexcept {
   if (aFont == nullptr) return E_INVALIDARG;
+  *aFont = nullptr;
   const ContextHold hold(*this, m_Lock);
   if (!hold) return E_GL_BADSTATE;
   *aFont = m_Scene.m_pDefaultFont;

@@ -7,7 +7,7 @@
 
 #include "context/GLContext.h"
 #include "context/control/DrawThreadWait.h"
-#include "context/selection/PSelectEvent.h"
+#include "platform/Log.h"
 
 // The viewer that a host means, counted: it may be destroyed by another thread at any moment.
 GLPtr<IGLViewer> GLContext::FindViewer(IGLViewer* aViewer) noexcept {
@@ -29,6 +29,7 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
     return E_INVALIDARG;
   }
   if (*aArraySize < 1) return S_OK;
+  const LogContext log(m_uNumber);
   HRESULT result = E_GL_BADSTATE;
   if (IsUsable() && !IsDrawThread()) {
     const GLPtr<IGLViewer> viewer = FindViewer(aViewer);
@@ -36,31 +37,39 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
       result = E_INVALIDARG;
     } else if (const DrawThreadWait wait(*this); wait.IsAllowed()) {
       const std::scoped_lock oneAtATime(m_SelectLock);
-      try {
-        const auto outcome = std::make_shared<PSelectOutcome>();
-        auto event = std::make_unique<PSelectEvent>(*this, *viewer, aPoint1, aPoint2, aSelectClosest != 0,
-                                                    aSelectEnclosed != 0, aArraySize, aIDArray, outcome);
-        result = WaitForSelection(event.release(), *outcome);
-      } catch (const std::bad_alloc&) {
-        result = E_OUTOFMEMORY;
-      }
+      result = BeginSelection(
+          {viewer.Get(), aPoint1, aPoint2, aSelectClosest != 0, aSelectEnclosed != 0, aArraySize, aIDArray});
+      if (SUCCEEDED(result)) result = WaitForSelection();
     }
   }
   if (FAILED(result)) *aArraySize = 0;
+  if (result == E_GL_BADSTATE) LogDebug("Select is refused: no draw thread can serve it here");
   return result;
 }
 
+// Uses the event of the selection before again, unless a thread that was replaced has not dropped it yet.
+HRESULT GLContext::BeginSelection(const PSelectEvent::Request& aRequest) noexcept {
+  if (m_pSelectEvent != nullptr && m_pSelectEvent->Begin(aRequest, m_pSelectEvent)) return S_OK;
+  try {
+    m_pSelectEvent = std::make_shared<PSelectEvent>(*this);
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+  m_pSelectEvent->Begin(aRequest, m_pSelectEvent);
+  return S_OK;
+}
+
 // Gives up where nobody can serve the selection: no thread, a parked one, one that has been replaced.
-HRESULT GLContext::WaitForSelection(PSelectEvent* aEvent, PSelectOutcome& aOutcome) noexcept {
+HRESULT GLContext::WaitForSelection() noexcept {
   const auto thread = DrawThread();
   if (thread == nullptr || m_bTearDown) {
-    delete aEvent;
+    m_pSelectEvent->Drop();
     return E_GL_BADSTATE;
   }
-  thread->PostEvent(aEvent);
-  while (!aOutcome.Wait() && !thread->IsParkedNow() && !thread->IsStopped()) {
+  thread->PostEvent(m_pSelectEvent.get());
+  while (!m_pSelectEvent->Wait() && !thread->IsParkedNow() && !thread->IsStopped()) {
   }
-  // The event is gone before the caller's memory may go; the context's other queued tasks go with it.
+  // The event leaves the queue before the caller's memory may go; the context's other queued tasks go too.
   thread->RemoveEvents(this);
-  return aOutcome.Result();
+  return m_pSelectEvent->Result();
 }

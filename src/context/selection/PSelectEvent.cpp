@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <memory>
 #include <new>
 #include <utility>
 
@@ -31,21 +30,20 @@ void RemoveFound(int* aSize, ULONG* aIDArray, ULONG* aFound, int aFoundSize) noe
 
 }  // namespace
 
-PSelectEvent::PSelectEvent(GLContext& aContext, IGLViewer& aViewer, GLDATA_POINT* aPoint1,
-                           GLDATA_POINT* aPoint2, bool aSelectClosest, bool aSelectEnclosed, int* aArraySize,
-                           ULONG* aIDArray, std::shared_ptr<PSelectOutcome> aOutcome) noexcept
-    : PEvent(&aContext, true, true),
-      m_Context(aContext),
-      m_Viewer(aViewer),
-      m_pPoint1(aPoint1),
-      m_pPoint2(aPoint2),
-      m_bSelectClosest(aSelectClosest),
-      m_bSelectEnclosed(aSelectEnclosed),
-      m_piArraySize(aArraySize),
-      m_puIDArray(aIDArray),
-      m_pOutcome(std::move(aOutcome)) {}
+PSelectEvent::PSelectEvent(GLContext& aContext) noexcept
+    : PEvent(&aContext, false, true), m_Context(aContext) {}
 
-PSelectEvent::~PSelectEvent() { m_pOutcome->Set(E_GL_BADSTATE); }
+bool PSelectEvent::Begin(const Request& aRequest, std::shared_ptr<PSelectEvent> aSelf) noexcept {
+  const std::scoped_lock lock(m_OutcomeLock);
+  if (m_pQueued != nullptr) return false;
+  m_Request = aRequest;
+  m_hResult = S_OK;
+  m_bEnded = false;
+  m_hOutcome = E_GL_BADSTATE;
+  m_pQueued = std::move(aSelf);
+  SetActive(true);
+  return true;
+}
 
 void PSelectEvent::Run() {
   const PLock calls(m_Context.ClientCalls());  // a detach on another thread waits for all passes
@@ -53,22 +51,22 @@ void PSelectEvent::Run() {
   if (!pass.IsCurrent()) return;  // stays active: the next cycle has a rendering context
   m_Context.BuildFonts();
   m_Context.ResetGLClipPlanes();
+  pass.Target().m_Lists.Compiled().Check();
   TakeScene();
   pass.ReleaseLock();
-  const int capacity = *m_piArraySize;
-  RunPickPass(*m_pPoint1, *m_pPoint2, m_piArraySize, m_puIDArray);
-  if (m_bSelectEnclosed && *m_piArraySize != 0) {
-    const std::unique_ptr<ULONG[]> scratch(new (std::nothrow) ULONG[static_cast<std::size_t>(capacity)]);
-    if (scratch != nullptr) {
-      KeepEnclosed(capacity, scratch.get());
+  const int capacity = *m_Request.m_piArraySize;
+  RunPickPass(*m_Request.m_pPoint1, *m_Request.m_pPoint2, m_Request.m_piArraySize, m_Request.m_puIDArray);
+  if (m_Request.m_bSelectEnclosed && *m_Request.m_piArraySize != 0) {
+    if (ULONG* crossing = m_Crossing.Reserve(static_cast<std::size_t>(capacity))) {
+      KeepEnclosed(capacity, crossing);
     } else {
-      *m_piArraySize = 0;
+      *m_Request.m_piArraySize = 0;
       m_hResult = E_OUTOFMEMORY;
     }
   }
   m_pPainter.Reset();
   SetActive(false);
-  m_pOutcome->Set(m_hResult);
+  End(m_hResult);
 }
 
 void PSelectEvent::TakeScene() noexcept {
@@ -86,9 +84,10 @@ void PSelectEvent::TakeScene() noexcept {
 
 // Drops what shows up in one of four thin strips just outside the box: it crosses an edge.
 void PSelectEvent::KeepEnclosed(int aCapacity, ULONG* aScratch) noexcept {
-  if (m_pPoint1->x > m_pPoint2->x) std::swap(m_pPoint1->x, m_pPoint2->x);
-  if (m_pPoint1->y > m_pPoint2->y) std::swap(m_pPoint1->y, m_pPoint2->y);
-  const double x1 = m_pPoint1->x, y1 = m_pPoint1->y, x2 = m_pPoint2->x, y2 = m_pPoint2->y;
+  GLDATA_POINT &point1 = *m_Request.m_pPoint1, &point2 = *m_Request.m_pPoint2;
+  if (point1.x > point2.x) std::swap(point1.x, point2.x);
+  if (point1.y > point2.y) std::swap(point1.y, point2.y);
+  const double x1 = point1.x, y1 = point1.y, x2 = point2.x, y2 = point2.y;
   const std::pair<GLDATA_POINT, GLDATA_POINT> strips[] = {
       {{x1 - kMargin, y1, 0}, {x1, y2, 0}},  // left
       {{x1, y2, 0}, {x2, y2 + kMargin, 0}},  // top
@@ -100,25 +99,32 @@ void PSelectEvent::KeepEnclosed(int aCapacity, ULONG* aScratch) noexcept {
 
 void PSelectEvent::SubtractStrip(int aCapacity, ULONG* aScratch, const GLDATA_POINT& aPoint1,
                                  const GLDATA_POINT& aPoint2) noexcept {
-  int& size = *m_piArraySize;
+  int& size = *m_Request.m_piArraySize;
   if (size == 0) return;
   int found = aCapacity;
   RunPickPass(aPoint1, aPoint2, &found, aScratch);
-  RemoveFound(&size, m_puIDArray, aScratch, found);
+  RemoveFound(&size, m_Request.m_puIDArray, aScratch, found);
 }
 
-void PSelectOutcome::Set(HRESULT aResult) noexcept {
-  const std::scoped_lock lock(m_Lock);
-  if (!std::exchange(m_bDone, true)) m_hResult = aResult;
-  m_Changed.notify_all();
+void PSelectEvent::End(HRESULT aResult) noexcept {
+  const std::scoped_lock lock(m_OutcomeLock);
+  if (!std::exchange(m_bEnded, true)) m_hOutcome = aResult;
+  m_Ended.notify_all();
 }
 
-bool PSelectOutcome::Wait() noexcept {
-  std::unique_lock lock(m_Lock);
-  return m_Changed.wait_for(lock, kPollStep, [this] { return m_bDone; });
+void PSelectEvent::Drop() noexcept {
+  End(E_GL_BADSTATE);
+  std::shared_ptr<PSelectEvent> self;  // this object may end with it
+  const std::scoped_lock lock(m_OutcomeLock);
+  self.swap(m_pQueued);
 }
 
-HRESULT PSelectOutcome::Result() noexcept {
-  const std::scoped_lock lock(m_Lock);
-  return m_hResult;
+bool PSelectEvent::Wait() noexcept {
+  std::unique_lock lock(m_OutcomeLock);
+  return m_Ended.wait_for(lock, kPollStep, [this] { return m_bEnded; });
+}
+
+HRESULT PSelectEvent::Result() noexcept {
+  const std::scoped_lock lock(m_OutcomeLock);
+  return m_hOutcome;
 }

@@ -1,5 +1,5 @@
-// PSelectEvent: one selection, by GL's selection mode.
-// Made and waited for by a host thread in Select, run on the draw thread between two frames.
+// PSelectEvent: the selections of one context, one after the other, by GL's selection mode.
+// Made, begun and waited for by host threads in Select, run on the draw thread between two frames.
 
 #pragma once
 
@@ -13,38 +13,41 @@
 #include <vector>
 
 #include "context/scene/GLClipPlane.h"
+#include "context/selection/KeptBuffer.h"
 #include "thread/PEvent.h"
 
 class GLContext;
 
-/// Where the waiting caller learns how its selection ended. Shared, since either side may go first.
-class PSelectOutcome {
- public:
-  /// Draw thread, or whoever ends the task unrun. The first word stands.
-  void Set(HRESULT aResult) noexcept;
-  /// Waits for the outcome, at most 10 ms. @return whether it stands
-  bool Wait() noexcept;
-  /// E_GL_BADSTATE until it stands.
-  HRESULT Result() noexcept;
-
- private:
-  std::mutex m_Lock;
-  std::condition_variable m_Changed;
-  bool m_bDone = false;
-  HRESULT m_hResult = E_GL_BADSTATE;
-};
-
+/// Used again for the next selection, with its buffers: a selection like an earlier one allocates nothing.
+/// The queue and the context each hold a reference, since either may go first.
 class PSelectEvent final : public PEvent {
  public:
-  /// All pointers are the caller's, who waits; the viewer is counted by the caller.
-  PSelectEvent(GLContext& aContext, IGLViewer& aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2,
-               bool aSelectClosest, bool aSelectEnclosed, int* aArraySize, ULONG* aIDArray,
-               std::shared_ptr<PSelectOutcome> aOutcome) noexcept;
-  /// Tells the caller, if nothing else did.
-  ~PSelectEvent() override;
+  /// What a caller of Select asks for. All pointers are the caller's, who waits; so is the viewer's
+  /// reference.
+  struct Request {
+    IGLViewer* m_pViewer;
+    GLDATA_POINT* m_pPoint1;
+    GLDATA_POINT* m_pPoint2;
+    bool m_bSelectClosest, m_bSelectEnclosed;
+    int* m_piArraySize;
+    ULONG* m_puIDArray;
+  };
+
+  explicit PSelectEvent(GLContext& aContext) noexcept;
+
+  // Select, one caller at a time.
+  /// Prepares a selection, to be posted once. @param aSelf keeps this object until Drop
+  /// @return false where a queue still has the object
+  bool Begin(const Request& aRequest, std::shared_ptr<PSelectEvent> aSelf) noexcept;
+  /// Waits for the outcome, at most 10 ms. @return whether the selection has ended
+  bool Wait() noexcept;
+  /// E_GL_BADSTATE until the selection has ended, and where it was dropped before it ran.
+  HRESULT Result() noexcept;
 
   /// Outcome: S_OK, or E_OUTOFMEMORY where a pass had no room for its records.
   void Run() override;
+  /// Ends the selection, if Run did not.
+  void Drop() noexcept override;
 
  private:
   struct ViewRectangle {
@@ -60,13 +63,14 @@ class PSelectEvent final : public PEvent {
     GLDATA_MATRIX6D m_sEye{};
   };
 
-  // RunPickPass and its steps: PickPass.cpp.
+  // RunPickPass and its steps: PSelectEventPass.cpp.
   void RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2, int* aArraySize,
                    ULONG* aIDArray) noexcept;
+  void DrawScene(class CompiledLists& aLists) noexcept;
   void ReadView() noexcept;
   ViewRectangle SetupView() const noexcept;
-  void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
-                       const GLDATA_POINT& aPoint2) const noexcept;
+  static void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
+                              const GLDATA_POINT& aPoint2) noexcept;
   void SetupProjection(double aAspect) const noexcept;
   void SetupClipPlanes() const noexcept;
   int ReadHits(int aHits, const unsigned* aRecords, int aCapacity, ULONG* aIDArray) const noexcept;
@@ -75,16 +79,14 @@ class PSelectEvent final : public PEvent {
   void SubtractStrip(int aCapacity, ULONG* aScratch, const GLDATA_POINT& aPoint1,
                      const GLDATA_POINT& aPoint2) noexcept;
   void TakeScene() noexcept;
+  void End(HRESULT aResult) noexcept;
 
   GLContext& m_Context;
-  IGLViewer& m_Viewer;
-  GLDATA_POINT* m_pPoint1;
-  GLDATA_POINT* m_pPoint2;
-  bool m_bSelectClosest;
-  bool m_bSelectEnclosed;
-  int* m_piArraySize;
-  ULONG* m_puIDArray;
+  Request m_Request{};
   HRESULT m_hResult = S_OK;
+
+  KeptBuffer<unsigned> m_Records;  // of GL's selection mode
+  KeptBuffer<ULONG> m_Crossing;    // identifiers that cross an edge of the box
 
   // The scene of this run, taken under a brief m_Lock.
   GLPtr<IGLPainter> m_pPainter;
@@ -92,5 +94,9 @@ class PSelectEvent final : public PEvent {
   View m_View;
   int m_iWidth = 1, m_iHeight = 1;  // of the window
 
-  const std::shared_ptr<PSelectOutcome> m_pOutcome;
+  std::mutex m_OutcomeLock;  // for the members below
+  std::condition_variable m_Ended;
+  bool m_bEnded = false;
+  HRESULT m_hOutcome = E_GL_BADSTATE;
+  std::shared_ptr<PSelectEvent> m_pQueued;  // this object, while a queue has it
 };

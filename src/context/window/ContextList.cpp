@@ -69,6 +69,7 @@ void RemoveFromContextList(GLContext& aContext) noexcept {
   {
     const PLock lock(list.m_Lock);
     list.m_Contexts.Remove(&aContext);
+    list.m_Contexts.Pack();  // the list outlives the module, its slots must not
     if (list.m_Contexts.GetCount() == 0) hook = std::exchange(list.m_hHook, nullptr);
   }
   if (hook != nullptr) UnhookWindowsHookEx(hook);

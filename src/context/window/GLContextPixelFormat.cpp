@@ -8,11 +8,12 @@
 #include "context/window/ContextList.h"
 #include "context/window/PixelFormatSelection.h"
 #include "context/window/WGLExtensions.h"
+#include "platform/Log.h"
 #include "platform/Palette.h"
 
 namespace {
 
-constexpr char kUserKey[] = "SOFTWARE\\Talvane\\Korvex\\GL";
+constexpr char kUserKey[] = R"(SOFTWARE\Talvane\Korvex\GL)";
 constexpr WORD kPaletteVersion = 0x300;
 
 }  // namespace
@@ -31,7 +32,13 @@ bool GLContext::SetupPixelFormat(bool* aFormatSet) noexcept {
   if (DescribePixelFormat(m_Window.m_Target.m_hDC, format, sizeof(m_Window.m_PixelFormat),
                           &m_Window.m_PixelFormat) == 0)
     return false;
-  return (m_Window.m_PixelFormat.dwFlags & PFD_NEED_PALETTE) == 0 || SetupPalette();
+  const PIXELFORMATDESCRIPTOR& chosen = m_Window.m_PixelFormat;
+  LogInfo("pixel format %d, score %d of 14: %d colour, %d alpha, %d depth and %d stencil bits", format,
+          PixelFormatScore(chosen, PixelFormatRequest()), chosen.cColorBits, chosen.cAlphaBits,
+          chosen.cDepthBits, chosen.cStencilBits);
+  if ((chosen.dwFlags & PFD_NEED_PALETTE) == 0 || SetupPalette()) return true;
+  LogWarning("the palette of the window cannot be set: colours are wrong");
+  return false;
 }
 
 void GLContext::ReadUserSwitches() noexcept {
@@ -48,13 +55,16 @@ void GLContext::ReadUserSwitches() noexcept {
 
 // The number of contexts decides, not that of monitors.
 int GLContext::ChooseFormat() noexcept {
-  if (!g_bAccel || (!g_bMultiAccel && CountContexts() > 1))
+  if (!g_bAccel || (!g_bMultiAccel && CountContexts() > 1)) {
+    LogInfo("the registry switches acceleration off (AccelOff, MultiAccelOff)");
     return FindPixelFormat(m_Window.m_Target.m_hDC, m_Window.m_PixelFormat);
+  }
   Zentig::WGLExtensions* extensions = Zentig::WGLExtensions::GetInstance(ModuleInstance());
   if (extensions != nullptr && m_Window.m_bFSAA != 0) {
     const int format = extensions->ChooseMultisampleFormat(m_Window.m_Target.m_hDC, m_Window.m_PixelFormat,
                                                            m_Window.m_lFSAAMaxSamples);
     if (format != 0) return format;
+    LogWarning("no pixel format has multisampling, which the host or the registry asks for");
   }
   return ChoosePixelFormat(m_Window.m_Target.m_hDC, &m_Window.m_PixelFormat);
 }

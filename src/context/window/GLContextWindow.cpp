@@ -14,6 +14,7 @@
 #include "platform/DeviceContext.h"
 #include "platform/ExitGate.h"
 #include "platform/GL.h"
+#include "platform/Log.h"
 #include "platform/Palette.h"
 #include "platform/ProcessWide.h"
 #include "platform/RenderingTurn.h"
@@ -74,15 +75,23 @@ void UnregisterWindowClass() noexcept { g_WindowClass.Get().Unregister(); }
 
 }  // namespace
 
+bool GLContext::InitializeFails(const char* aStep) const noexcept {
+  LogError("Initialize failed: %s", aStep);
+  return false;
+}
+
 HRESULT GLContext::Initialize(ULONG_PTR aParentWnd) noexcept {
-  if (IsDrawThread() || !IsUsable()) return E_GL_BADSTATE;
+  const LogContext log(m_uNumber);
+  if (IsDrawThread()) return InitializeFails("it is called on the context's own draw thread"), E_GL_BADSTATE;
+  if (IsInherited()) return InitializeFails("the context was created before a fork"), E_GL_BADSTATE;
+  if (!IsUsable()) return InitializeFails("there was no memory for the parts of the context"), E_GL_BADSTATE;
   const DrawThreadWait wait(*this);
   if (!wait.IsAllowed()) return E_GL_BADSTATE;
   const std::scoped_lock replace(m_ReplaceLock);
   ChooseDisplay();
   m_Window.m_hParentWnd = reinterpret_cast<HWND>(aParentWnd);
   if (m_Window.m_Target.m_hRC != nullptr)
-    ++g_uListGeneration;  // no key may name a list of the new rendering context
+    RaiseListGeneration("another Initialize");  // no key may name a list of the new rendering context
   if (!CreateGLWindow()) return E_FAIL;
   InstallMessageHook();
   return S_OK;
@@ -97,13 +106,13 @@ HRESULT GLContext::GetWindow(ULONG_PTR* aHandle) noexcept {
 bool GLContext::CreateGLWindow() noexcept {
   StopDrawThread();
   const RECT place = DestroyGLWindow();
-  if (!g_WindowClass.Get().Register()) return false;
+  if (!g_WindowClass.Get().Register()) return InitializeFails("the window class could not be registered");
   const ParentPlacement placement(m_Window.m_hParentWnd);
   const HWND window = CreateWindowExA(
       0, kWindowClass, kWindowClass, m_Window.m_hParentWnd != nullptr ? kChildStyle : kPopupStyle, place.left,
       place.top, place.right - place.left, place.bottom - place.top, m_Window.m_hParentWnd, nullptr,
       ModuleInstance(), nullptr);
-  if (window == nullptr) return false;
+  if (window == nullptr) return InitializeFails("no window could be created");
   if (StartDrawing(window) && WaitForRenderingContext()) return true;
   StopDrawThread();
   DestroyGLWindow();
@@ -115,25 +124,29 @@ bool GLContext::StartDrawing(HWND aWindow) noexcept {
   const PLock lock(m_Lock);
   m_Window.m_hWnd = aWindow;
   m_Window.m_Target.m_hDC = GetDC(aWindow);
+  m_Window.m_szObstacle = "the draw thread has not begun to draw";
   bool formatSet = false;
   SetupPixelFormat(&formatSet);
   SetWindowLongPtrA(aWindow, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  if (!formatSet) return false;
+  if (!formatSet) return InitializeFails("no pixel format could be set");
   try {
     auto thread = std::make_shared<PThread>(DrawThreadCallback, this, DrawThreadEnd);
     thread->HoldParks();
     const std::scoped_lock hold(m_DrawThreadLock);
     m_pDrawThread = thread;
-    return thread->Start(kPreferredCycle, kMustSleepCycle, kHighestPriority, false);
+    if (thread->Start(kPreferredCycle, kMustSleepCycle, kHighestPriority, false)) return true;
   } catch (...) {
-    return false;
+    // as one that does not start
   }
+  return InitializeFails("no draw thread could be started");
 }
 
 bool GLContext::WaitForRenderingContext() noexcept {
   const auto end = std::chrono::steady_clock::now() + kLongestStart;
   while (m_Window.m_Target.m_hRC == nullptr) {
-    if (std::chrono::steady_clock::now() >= end || ExitGate::IsClosed()) return false;
+    if (std::chrono::steady_clock::now() >= end || ExitGate::IsClosed()) {
+      return InitializeFails(m_Window.m_szObstacle);
+    }
     std::this_thread::sleep_for(kPollStep);
   }
   return true;
@@ -170,8 +183,12 @@ bool GLContext::CreateRenderingContext() noexcept {
   const RenderingTurn turn;
   const PLock lock(m_Lock);
   const HGLRC context = wglCreateContext(m_Window.m_Target.m_hDC);
-  if (context == nullptr) return false;
+  if (context == nullptr) {
+    m_Window.m_szObstacle = "the driver gave no rendering context within 10 s";
+    return false;
+  }
   if (!wglMakeCurrent(m_Window.m_Target.m_hDC, context)) {
+    m_Window.m_szObstacle = "the rendering context could not be made current within 10 s";
     wglDeleteContext(context);
     return false;
   }
@@ -181,14 +198,17 @@ bool GLContext::CreateRenderingContext() noexcept {
   }
   ReadLimits();
   glEnable(GL_NORMALIZE);
-  static std::atomic<ULONG> lastNumber{0};
-  m_Window.m_Target.Restart(++lastNumber);
+  m_Window.m_Target.Restart();
   m_ClipPlanes.TakeReset();  // nothing is enabled in a new one
   m_Window.m_Target.m_hRC = context;
   return true;
 }
 
 void GLContext::ReadLimits() noexcept {
+  if (IsLogged(LogLevel::kInfo)) {
+    const auto text = [](GLenum aName) { return reinterpret_cast<const char*>(glGetString(aName)); };
+    LogInfo("GL: %s, %s, version %s", text(GL_VENDOR), text(GL_RENDERER), text(GL_VERSION));
+  }
   GLfloat values[2] = {};
   glGetFloatv(GL_POINT_SIZE_RANGE, values);
   g_afPointSizeRange[0] = values[0];
@@ -218,8 +238,11 @@ void GLContext::DestroyRenderingContext() noexcept {
 }
 
 LRESULT GLContext::WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept {
+  const LogContext log(m_uNumber);
   switch (uMsg) {
     case WM_DESTROY:
+      LogWarning(
+          "the window is destroyed, with its parent or with the connection to its server: nothing is drawn");
       SuspendDrawThread();
       return DefWindowProcA(hWnd, uMsg, wParam, lParam);
     case WM_PAINT:
@@ -245,7 +268,7 @@ void GLContext::OnSysColorChange() noexcept {
   if (m_Window.m_Target.m_hRC == nullptr || m_bReleased.test()) return;
   {
     const PLock lock(m_Lock);
-    ++g_uListGeneration;  // the lists go with their rendering context
+    RaiseListGeneration("a change of the system's colours");  // the lists go with their rendering context
   }
   CreateGLWindow();
 }

@@ -13,13 +13,6 @@ namespace {
 constexpr char kMachineKey[] = "SOFTWARE\\Ostrel\\GL";
 constexpr DWORD kTested = PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_DOUBLEBUFFER | PFD_GENERIC_FORMAT;
 
-int ScoreOf(const PIXELFORMATDESCRIPTOR& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
-  const bool sameDepth = aFormat.cDepthBits == aRequest.cDepthBits;
-  if (!sameDepth && aRequest.cDepthBits != 0 && aFormat.cDepthBits == 0) return 0;
-  return (aFormat.iPixelType == aRequest.iPixelType ? 8 : 0) +
-         (aFormat.cColorBits == aRequest.cColorBits ? 4 : 0) + (sameDepth ? 2 : 0);
-}
-
 bool Passes(const PIXELFORMATDESCRIPTOR& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
   const DWORD wanted = aRequest.dwFlags & kTested;
   return (aFormat.dwFlags & wanted) == wanted && aFormat.iLayerType == aRequest.iLayerType;
@@ -66,6 +59,13 @@ PIXELFORMATDESCRIPTOR PixelFormatRequest() noexcept {
   return request;
 }
 
+int PixelFormatScore(const PIXELFORMATDESCRIPTOR& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
+  const bool sameDepth = aFormat.cDepthBits == aRequest.cDepthBits;
+  if (!sameDepth && aRequest.cDepthBits != 0 && aFormat.cDepthBits == 0) return 0;
+  return (aFormat.iPixelType == aRequest.iPixelType ? 8 : 0) +
+         (aFormat.cColorBits == aRequest.cColorBits ? 4 : 0) + (sameDepth ? 2 : 0);
+}
+
 int FindPixelFormat(HDC hDC, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
   PIXELFORMATDESCRIPTOR candidate{};
   const int count = DescribePixelFormat(hDC, 1, sizeof(candidate), &candidate);
@@ -73,7 +73,7 @@ int FindPixelFormat(HDC hDC, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
   for (int i = count; i >= 1; --i) {
     if (DescribePixelFormat(hDC, i, sizeof(candidate), &candidate) == 0) continue;
     if (!Passes(candidate, aRequest)) continue;
-    const int score = ScoreOf(candidate, aRequest);
+    const int score = PixelFormatScore(candidate, aRequest);
     if (score <= bestScore) continue;  // of equal ones the highest index stays
     best = i;
     bestScore = score;

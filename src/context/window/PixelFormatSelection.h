@@ -25,8 +25,12 @@ bool ReadSwitch(HKEY aKey, const char* aName, DWORD* aValue) noexcept;
 /// What every context asks for.
 PIXELFORMATDESCRIPTOR PixelFormatRequest() noexcept;
 
-/// Scans the formats of a device context from the highest index down and gives the one with the best score:
-/// 8 for the pixel type, 4 for the colour depth, 2 for the depth. @return 1 when none passes
+/// 8 for the pixel type of the request, 4 for its colour depth, 2 for its depth; 0 without a depth buffer
+/// that it asks for.
+int PixelFormatScore(const PIXELFORMATDESCRIPTOR& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) noexcept;
+
+/// Scans the formats of a device context from the highest index down and gives the one with the best score.
+/// @return 1 when none passes
 int FindPixelFormat(HDC hDC, const PIXELFORMATDESCRIPTOR& aRequest) noexcept;
 
 /// The colours of a format's indices, after its own shifts and widths; cut, not rounded, to 8 bits.

@@ -159,7 +159,7 @@ bool WGLExtensions::MakeDummyContext() {
   bare.nVersion = 1;
   if (!SetPixelFormat(m_hDC, format, &bare)) return false;
   m_hRC = wglCreateContext(m_hDC);
-  return m_hRC != nullptr && wglMakeCurrent(m_hDC, m_hRC);
+  return m_hRC != nullptr && wglMakeCurrent(m_hDC, m_hRC) != FALSE;
 }
 
 // Only a name with a blank behind it counts.

@@ -15,5 +15,6 @@ struct WindowState {
   PIXELFORMATDESCRIPTOR m_PixelFormat{};
   Relaxed<LONG> m_bFSAA = 0;  ///< multisampling, as the host asked for it
   Relaxed<LONG> m_lFSAAMaxSamples = 4;
-  GLRenderTarget m_Target;  ///< the draw thread's while there is one
+  Relaxed<const char*> m_szObstacle = "";  ///< to the first rendering context
+  GLRenderTarget m_Target;                 ///< the draw thread's while there is one
 };

@@ -46,7 +46,7 @@ void Close() noexcept {
 
 }  // namespace
 
-ExitGate::Pass::Pass() noexcept : m_uProcess(ProcessGeneration()), m_bInside(true) {
+ExitGate::Pass::Pass() noexcept : m_uProcess(ProcessGeneration()) {
   if (t_iDepth == 0) {
     Gate& gate = g_Gate.Get();
     const std::scoped_lock lock(gate.m_Lock);

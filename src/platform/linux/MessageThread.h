@@ -5,7 +5,7 @@
 #pragma once
 
 #include <condition_variable>
-#include <deque>
+#include <list>
 #include <mutex>
 #include <thread>
 
@@ -37,7 +37,7 @@ class MessageThread {
 
   std::mutex m_Lock;
   std::condition_variable m_Changed;
-  std::deque<Message> m_Queue;
+  std::list<Message> m_Queue;  // an empty one holds no memory, which an unloaded module would leave behind
   std::thread m_Thread;
   HOOKPROC m_pfnHook = nullptr;
   bool m_bStop = false;

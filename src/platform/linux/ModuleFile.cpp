@@ -9,8 +9,10 @@
 #include <string>
 #include <utility>
 
+#include "platform/Log.h"
 #include "platform/linux/MessageThread.h"
 #include "platform/linux/display/DisplayServer.h"
+#include "platform/linux/fonts/FontLibrary.h"
 
 namespace {
 
@@ -33,11 +35,11 @@ std::string PathWhileLoading() noexcept try {
   return {};
 }
 
-const std::string g_ModulePath = PathWhileLoading();
+const std::string kModulePath = PathWhileLoading();
 
 }  // namespace
 
-std::string ModulePath() { return g_ModulePath; }
+std::string ModulePath() { return kModulePath; }
 
 HRESULT RegisterModuleTypeLib(const std::string&) noexcept { return S_OK; }
 
@@ -59,6 +61,8 @@ void ReleaseModule() noexcept {
 void EndPlatform() noexcept {
   EndDisplay();
   MessageThread::Get().End();
+  FontLibrary::Instance().End();
+  EndLog();
 }
 
 void RunAtDetach(void (*)()) noexcept {}

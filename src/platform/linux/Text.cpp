@@ -124,7 +124,7 @@ bool IsRefused(const Unit* aText, int aCount, const void* aOut, int aRoom) noexc
 int WideCharToMultiByte(UINT uCodePage, DWORD, const GLWCHAR* pWide, int nWide, char* pBytes, int nBytes,
                         const char* szDefault, BOOL* pUsedDefault) noexcept {
   if (IsRefused(pWide, nWide, pBytes, nBytes)) return 0;
-  std::size_t count = static_cast<std::size_t>(nWide);
+  auto count = static_cast<std::size_t>(nWide);
   if (nWide < 0) {
     count = 0;
     while (pWide[count++] != 0) {

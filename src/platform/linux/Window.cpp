@@ -5,6 +5,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <thread>
 
 #include "platform/Thread.h"
@@ -24,6 +25,13 @@ LRESULT DeliverCreate(const WindowRecordPtr& aRecord, CREATESTRUCTA aCreate) {
     wglMakeCurrent(nullptr, nullptr);  // a context that stayed current on an ended thread couldn't end
   }).join();
   return result;
+}
+
+/// A place whose edges can be added and subtracted. A negative length counts as 0.
+RECT Placed(int x, int y, int aWidth, int aHeight) noexcept {
+  constexpr int kFar = 0x3FFFFFFF;
+  const int left = std::clamp(x, -kFar, kFar), top = std::clamp(y, -kFar, kFar);
+  return {left, top, left + std::clamp(aWidth, 0, kFar), top + std::clamp(aHeight, 0, kFar)};
 }
 
 }  // namespace
@@ -51,7 +59,7 @@ HWND CreateWindowExA(DWORD dwExStyle, const char* szClass, const char* szTitle, 
   const WNDPROC proc = WindowTable::Get().ProcOfClass(szClass);
   if (display == nullptr || proc == nullptr) return nullptr;
   if (x == CW_USEDEFAULT) x = y = nWidth = nHeight = 0;
-  const HWND window = display->MakeWindow(hParent, {x, y, x + nWidth, y + nHeight});
+  const HWND window = display->MakeWindow(hParent, Placed(x, y, nWidth, nHeight));
   if (window == nullptr) return nullptr;
   try {
     const auto record = std::make_shared<WindowRecord>();

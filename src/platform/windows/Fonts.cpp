@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include "platform/GL.h"
+#include "platform/Log.h"
 
 namespace {
 
@@ -43,6 +44,17 @@ void CompileBlank(GLuint aList, const GLYPHMETRICS& aMetrics) noexcept {
 }
 
 }  // namespace
+
+// The mapper of fonts names no file.
+void NoteFace(HDC hDC, const GLWCHAR* szWanted) noexcept {
+  WCHAR used[LF_FACESIZE] = L"";
+  if (!IsLogged(LogLevel::kWarning) || *szWanted == 0) return;
+  if (GetTextFaceW(hDC, LF_FACESIZE, used) <= 0 || lstrcmpiW(used, szWanted) == 0) return;
+  char wantedText[4 * LF_FACESIZE] = "", usedText[4 * LF_FACESIZE] = "";
+  WideCharToMultiByte(CP_ACP, 0, szWanted, -1, wantedText, sizeof(wantedText), nullptr, nullptr);
+  WideCharToMultiByte(CP_ACP, 0, used, -1, usedText, sizeof(usedText), nullptr, nullptr);
+  LogWarning("there is no face \"%s\": %s is used", wantedText, usedText);
+}
 
 // Blank characters are compiled here: made by the system they have a null image, which some drivers take for
 // a lack of memory and report to whoever asks for GL's error next.

@@ -3,13 +3,29 @@
 
 #include "platform/ModuleFile.h"
 
-#include <gllib/GLPtr.h>
-
 #include <cstdlib>
+#include <memory>
 #include <string>
 
+#include "platform/Log.h"
 #include "platform/Window.h"
 #include "platform/windows/WideText.h"
+
+namespace {
+
+struct Release {
+  void operator()(IUnknown* aObject) const noexcept { aObject->Release(); }
+};
+using TypeLib = std::unique_ptr<ITypeLib, Release>;
+
+HRESULT Load(const std::wstring& aPath, TypeLib& aLibrary) noexcept {
+  ITypeLib* library = nullptr;
+  const HRESULT loaded = LoadTypeLibEx(aPath.c_str(), REGKIND_NONE, &library);
+  aLibrary.reset(library);
+  return loaded;
+}
+
+}  // namespace
 
 std::string ModulePath() {
   constexpr std::size_t kLongestPath = 32768;  // with its zero
@@ -27,16 +43,16 @@ std::string ModulePath() {
 
 HRESULT RegisterModuleTypeLib(const std::string& aPath) noexcept try {
   std::wstring path = WideText(aPath);
-  GLPtr<ITypeLib> library;
-  const HRESULT loaded = LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Put());
-  return FAILED(loaded) ? loaded : RegisterTypeLib(library.Get(), path.data(), nullptr);
+  TypeLib library;
+  const HRESULT loaded = Load(path, library);
+  return FAILED(loaded) ? loaded : RegisterTypeLib(library.get(), path.data(), nullptr);
 } catch (...) {
   return E_OUTOFMEMORY;
 }
 
 HRESULT UnregisterModuleTypeLib(const std::string& aPath) noexcept try {
-  GLPtr<ITypeLib> library;
-  const HRESULT loaded = LoadTypeLibEx(WideText(aPath).c_str(), REGKIND_NONE, library.Put());
+  TypeLib library;
+  const HRESULT loaded = Load(WideText(aPath), library);
   if (FAILED(loaded)) return loaded;
   TLIBATTR* attributes = nullptr;
   const HRESULT asked = library->GetLibAttr(&attributes);
@@ -53,6 +69,6 @@ void KeepModuleLoaded() noexcept {}
 
 void ReleaseModule() noexcept {}
 
-void EndPlatform() noexcept {}
+void EndPlatform() noexcept { EndLog(); }
 
 void RunAtDetach(void (*aFunction)()) noexcept { std::atexit(aFunction); }

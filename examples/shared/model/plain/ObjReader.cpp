@@ -18,7 +18,7 @@ constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 /// What a corner of a face names, by places in the file's lists; kNone for what it doesn't.
 struct Corner {
   std::size_t point = kNone, place = kNone, normal = kNone;
-  auto operator<=>(const Corner&) const = default;
+  auto operator<=>(const Corner&) const = default;  // NOLINT(modernize-use-nullptr): reports its own 0
 };
 
 /// A part while it is read.

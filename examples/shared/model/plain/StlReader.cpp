@@ -33,7 +33,7 @@ std::vector<Part> ReadBinary(std::istream& aFile, std::uint32_t aFacets, Reading
   for (std::uint32_t facet = 0; facet < aFacets; ++facet) {
     aShare.Step();
     if (!aFile.read(reinterpret_cast<char*>(record.data()), kRecord)) throw ModelError("it is cut short");
-    std::array<Vector, 4> values;  // the normal and three corners
+    std::array<Vector, 4> values{};  // the normal and three corners
     for (std::size_t i = 0; i < 12; ++i) {
       values[i / 3][i % 3] = std::bit_cast<float>(LittleEndian(&record[4 * i]));
     }

@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <gllib/GLAllocator.h>
 #include <gllib/GLByProgID.h>
 #include <gllib/GLClient.h>
 #include <gllib/GLLib.h>

@@ -21,7 +21,7 @@ struct GLPassArea {
 
   /// Reads it from GL.
   static GLPassArea Current() noexcept {
-    GLPassArea area;
+    GLPassArea area{};
     glGetIntegerv(GL_VIEWPORT, area.m_aiViewport);
     glGetIntegerv(glIsEnabled(GL_SCISSOR_TEST) != GL_FALSE ? GL_SCISSOR_BOX : GL_VIEWPORT, area.m_aiVisible);
     return area;
@@ -118,8 +118,8 @@ class GLOverlay {
 class GLRasterText {
  public:
   /// @param aFace, aFontStyle, aWeight, aHeight as at IGLContext::CreateRasterFont; a height other than 0
-  GLRasterText(const GLString& aFace, int aHeight, int aWeight = 400, int aFontStyle = 0)
-      : m_Face(aFace), m_iHeight(aHeight), m_iWeight(aWeight), m_iStyle(aFontStyle) {}
+  GLRasterText(GLString aFace, int aHeight, int aWeight = 400, int aFontStyle = 0)
+      : m_Face(std::move(aFace)), m_iHeight(aHeight), m_iWeight(aWeight), m_iStyle(aFontStyle) {}
 
   /// Prints in the current colour, with the lower left corner at a point of the current coordinates. Its
   /// first use at a factor creates a font of the context, so not with a list open.

@@ -35,6 +35,7 @@ inline std::vector<GLPtr<IGLViewer>> GLViewersOf(IGLContext& aContext) {
     return a.block != b.block ? a.block < b.block : a.slot > b.slot;
   });
   std::vector<GLPtr<IGLViewer>> viewers;
+  viewers.reserve(members.size());
   for (Member& m : members) viewers.push_back(std::move(m.viewer));
   return viewers;
 }

@@ -252,7 +252,7 @@ class GLViewing final : public GLClient<IGLCapture> {
     if (HasProbes()) Trigger();
     const auto now = std::chrono::steady_clock::now();
     const auto last = std::exchange(m_LastShown, now);
-    if (listener) (*listener)({m_uFrames, now, m_uFrames == 1 ? now - now : now - last});
+    if (listener) (*listener)({m_uFrames, now, now - (m_uFrames == 1 ? now : last)});
   }
 
   bool HasProbes() noexcept {

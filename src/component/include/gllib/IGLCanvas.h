@@ -191,8 +191,9 @@ struct IGLCanvas : IUnknown {
   /// Tells whether the edges from the vertices that follow are drawn where faces are drawn as lines.
   virtual HRESULT SetVertexEdgeFlag(LONG aIsEdge) noexcept = 0;
 
-  /// Applies draw attributes: all of them, or the colour alone when the same object was applied last and is
-  /// unchanged. In that case whatever else has changed GL's state meanwhile stays.
+  /// Applies draw attributes: all of them, or the colour alone when the same object was applied last, in the
+  /// same rendering context and the same list or none, and is unchanged. In that case whatever else has
+  /// changed GL's state meanwhile stays, a list that was drawn among them.
   /// @param aI an object of the component's own class; the canvas holds a reference until another one is
   ///           applied
   virtual HRESULT SetDrawAttributes(IGLDrawAttr* aI) noexcept = 0;

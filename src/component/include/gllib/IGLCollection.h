@@ -18,8 +18,9 @@
 ///     GLPtr<IUnknown> member;
 ///     for (HRESULT r = all->GetFirst(&at, member.Put()); r == S_OK; r = all->GetNext(&at, member.Put())) ...
 ///
-/// Threads: any, at any time; each operation is whole, under the collection's own lock, which may be held for
-/// as long as a member's last Release takes.
+/// Threads: any, at any time; each operation is whole, under the collection's own lock. Members are released
+/// after that lock is left: a member's last Release may use the collection, and finds it without what the
+/// operation removed.
 /// Results: S_OK; E_INVALIDARG when a pointer is null; what else stands at the operation.
 struct IGLCollection : IUnknown {
   /// The interface's identifier.

@@ -79,7 +79,8 @@ struct IGLContext : IUnknown {
   virtual HRESULT SetDrawThreadPars(int aPriority, ULONG aPreferredCycle, ULONG aMustSleepCycle) noexcept = 0;
 
   /// Attaches the painter, in place of the one before, with a reference of its own. Waits for the frame: a
-  /// painter is never exchanged during one. The one that is attached already changes nothing.
+  /// painter is never exchanged during one. A draw thread that draws freely draws the next frame at once,
+  /// unless this is called on the draw thread itself. The painter that is attached already changes nothing.
   virtual HRESULT AttachPainter(IGLPainter* aPainter) noexcept = 0;
   /// Releases the painter. Waits for the frame, a running selection and a capture: on return no call to the
   /// painter is running or will follow. On the draw thread it does not wait.
@@ -157,9 +158,9 @@ struct IGLContext : IUnknown {
   /// @param aFog receives the context's fog, counted: the caller releases it
   virtual HRESULT GetFog(IGLFog** aFog) noexcept = 0;
 
-  // Fonts. A creator waits for the frame, not for the building: the draw thread does that before the next
-  // frame, and a face that can't be had shows by E_FAIL at Print and GetStringWidth. Before Initialize the
-  // first Print builds.
+  // Fonts. A creator waits for the frame, not for the building: the draw thread does that as soon as no frame
+  // is running, and a face that can't be had shows by E_FAIL at Print and GetStringWidth. Before Initialize
+  // the first Print builds.
 
   /// Adds a font of the system's own bitmap characters.
   /// @param aFont receives a counted pointer: the caller releases it. The context holds another one until
@@ -167,8 +168,8 @@ struct IGLContext : IUnknown {
   /// @return S_OK; E_FAIL when it can't be made: aFont receives null
   virtual HRESULT CreateSystemFont(IGLFont** aFont) noexcept = 0;
   /// Adds a font of bitmap characters, whose size on the screen is fixed.
-  /// @param aFace        face name, of which 63 bytes count; one that isn't installed is substituted by the
-  ///                     nearest
+  /// @param aFace        face name in Unicode, of which 63 UTF-16 units count; one that isn't installed is
+  ///                     substituted by the nearest
   /// @param aFontStyle   GLFS_ bits; others are ignored
   /// @param aWeight      0 to 1000, 400 is regular, 700 bold; cut to the range when the font is built
   /// @param aOrientation of each character, degrees counter-clockwise
@@ -204,7 +205,9 @@ struct IGLContext : IUnknown {
   /// IGLCanvas::SetTestID. The painter is called once more, with nothing shown, for an enclosed selection up
   /// to five times. What has identifier 0 is not found; what is culled or clipped isn't either.
   ///
-  /// Waits for the draw thread: about one cycle. Not to be called with a lock that the painter wants.
+  /// Waits for the draw thread, at most for the frame or selection that is running: it is served between two
+  /// frames, without waiting for the pace and without a frame of its own. Not to be called with a lock that
+  /// the painter wants.
   /// Selections of one context are served one after the other.
   ///
   /// @param aViewer         one of this context's viewers; counted while it is used
@@ -239,8 +242,8 @@ struct IGLContext2 : IUnknown {
       0x9A6C5A69, 0x5F0E, 0x4D23, {0xB7, 0xDC, 0x8B, 0xC1, 0xE6, 0x57, 0x2E, 0xBB}};
 
   /// Makes the draw thread draw on demand (non-zero) or freely at its pace. On demand a frame is drawn when
-  /// TriggerDrawThread asks, the window needs it, a font or selection has to be served, or dwMaxWait has
-  /// passed. Doesn't wait.
+  /// TriggerDrawThread asks, the window needs it, or dwMaxWait has passed since the last frame. Selections,
+  /// new fonts and ResetClipPlanes are served without a frame. Doesn't wait.
   /// @param bControlled non-zero: on demand
   /// @param dwMaxWait ms; 0 draws without a pause, 0xFFFFFFFF waits for ever
   /// @return S_OK; E_GL_BADSTATE before Initialize
@@ -254,8 +257,8 @@ struct IGLContext2 : IUnknown {
   /// @param aFace "HAND" or "SANSSERIF", in any case. Another name makes a font that fails at Print
   /// @param aFont receives a counted pointer: the caller releases it. The context holds another one until
   ///              DestroyFont
-  /// @return S_OK; E_INVALIDARG also for a name of 64 bytes or more; E_FAIL when it can't be made: aFont
-  ///         receives null
+  /// @return S_OK; E_INVALIDARG also for a name of 64 UTF-16 units or more; E_FAIL when it can't be made:
+  ///         aFont receives null
   virtual HRESULT CreateInternalFont(BSTR aFace, IGLFont** aFont) noexcept = 0;
 
  protected:

@@ -109,12 +109,14 @@ struct IGLViewer : IUnknown {
   virtual HRESULT SetFrameOffset(float aValue) noexcept = 0;
 
   /// Adds a gauge, with a reference of its own; one that is there already changes nothing.
+  /// @return S_OK; E_FAIL when there is no memory: nothing changed
   virtual HRESULT AddGauge(IGLViewerGauge* aGauge) noexcept = 0;
   /// Removes a gauge. A pass that is drawing it finishes it.
   virtual HRESULT RemoveGauge(IGLViewerGauge* aGauge) noexcept = 0;
   /// Removes all gauges. As RemoveGauge.
   virtual HRESULT RemoveAllGauges() noexcept = 0;
   /// Replaces a collection's members by the gauges.
+  /// @return S_OK; E_OUTOFMEMORY, with nothing changed
   virtual HRESULT EnumGauges(IGLCollection* aColl) noexcept = 0;
 
   /// Gives the eye's coordinate system, through which a host moves the eye.

@@ -116,7 +116,7 @@ inline std::optional<CLSID> ParseClassId(std::string_view aText) {
 
 /// A registered class: its identifier and the file of its module.
 struct RegisteredClass {
-  CLSID m_Id;             ///< class identifier
+  CLSID m_Id{};           ///< class identifier
   std::string m_sModule;  ///< path of the module that has it
 };
 

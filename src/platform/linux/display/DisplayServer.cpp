@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/Log.h"
 #include "platform/ProcessWide.h"
 #include "platform/linux/display/PixelFormatArb.h"
 #include "platform/linux/display/headless/HeadlessDisplay.h"
@@ -30,19 +31,30 @@ Choice& TheChoice() noexcept {
 void Find(Choice& aChoice) noexcept {
   const char* name = std::getenv("GLLIB_DISPLAY");
   const std::string_view wanted = name != nullptr ? name : "";
+  if (!wanted.empty() && wanted != "x11" && wanted != "headless")
+    LogWarning("GLLIB_DISPLAY is \"%s\", which is neither x11 nor headless: it does not count", name);
   const bool broken = aChoice.m_pFound == nullptr || aChoice.m_pFound->IsBroken();
   if (wanted != "headless") {
     if (auto display = X11Display::Open()) {
       aChoice.m_pFound = std::move(display);
       aChoice.m_bMakeshift = false;
+      LogInfo("display: X11, server %s: %s", X11Display::ServerName(),
+              wanted == "x11" ? "GLLIB_DISPLAY asks for it" : "it can be reached");
       return;
     }
-    if (wanted == "x11") return;
+    if (wanted == "x11") {
+      if (broken) LogError("there is no display: GLLIB_DISPLAY asks for X11 alone");
+      return;
+    }
   }
   if (!broken) return;
   if (auto display = HeadlessDisplay::Open()) {
     aChoice.m_pFound = std::move(display);
     aChoice.m_bMakeshift = wanted != "headless";
+    LogInfo("display: headless: %s",
+            wanted == "headless" ? "GLLIB_DISPLAY asks for it" : "no X server can be used");
+  } else {
+    LogError("there is no display: EGL has none without a screen either");
   }
 }
 

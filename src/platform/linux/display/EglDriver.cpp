@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/ExitGate.h"
+#include "platform/Log.h"
 #include "platform/ProcessWide.h"
 #include "platform/Thread.h"
 #include "platform/linux/display/PipeSignal.h"
@@ -118,7 +119,11 @@ EglSurface::~EglSurface() {
 
 bool EglDriver::Start(EGLDisplay aDisplay, EGLint aVisual) noexcept {
   const ExitGate::Pass pass;
-  if (!pass || aDisplay == EGL_NO_DISPLAY || !MayRunHere()) return false;
+  if (!pass || aDisplay == EGL_NO_DISPLAY) return false;
+  if (!MayRunHere()) {
+    LogError("a driver of GL has run in the parent of this forked process: it cannot draw here");
+    return false;
+  }
   KeepDriver();
   bool started = false;
   try {

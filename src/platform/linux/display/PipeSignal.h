@@ -16,5 +16,5 @@ class PipeSignal {
 
  private:
   bool m_bHandles;  // false: nothing to undo
-  sigset_t m_Before;
+  sigset_t m_Before{};
 };

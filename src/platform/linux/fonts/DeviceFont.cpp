@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <numbers>
+#include <utility>
 
 #include "platform/Text.h"
 
@@ -56,35 +57,31 @@ std::unique_ptr<DeviceFont> DeviceFont::Create(const FontDescription& aDescripti
   const auto match =
       library.Match({aDescription.m_szFace, GenericOf(aDescription.m_dwPitchAndFamily), weight,
                      aDescription.m_bItalic, (aDescription.m_dwPitchAndFamily & 3) == FIXED_PITCH});
-  const FT_Face face = match ? library.Open(*match) : nullptr;
+  FacePtr face = match ? library.Open(*match) : nullptr;
   if (face == nullptr) return nullptr;
-  std::unique_ptr<DeviceFont> font(new DeviceFont(face, *match, aDescription));
+  std::unique_ptr<DeviceFont> font(new DeviceFont(std::move(face), *match, aDescription));
   if (!font->SetSize(aDescription.m_iHeight, aDescription.m_iWidth)) return nullptr;
   return font;
 }
 
-DeviceFont::DeviceFont(FT_Face aFace, const FaceMatch& aMatch, const FontDescription& aDescription)
-    : m_pFace(aFace),
+DeviceFont::DeviceFont(FacePtr aFace, const FaceMatch& aMatch, const FontDescription& aDescription)
+    : m_pFace(std::move(aFace)),
       m_iOrientation(aDescription.m_iOrientation % 3600),
       m_bUnderline(aDescription.m_bUnderline),
       m_bStrikeOut(aDescription.m_bStrikeOut),
       m_bEmbolden(aDescription.m_iWeight > kBoldFrom && aMatch.m_iWeight <= kBoldFrom),
       m_bSlant(aDescription.m_bItalic && !aMatch.m_bItalic) {
-  if (FT_Select_Charmap(m_pFace, FT_ENCODING_UNICODE) != 0) FT_Select_Charmap(m_pFace, FT_ENCODING_MS_SYMBOL);
+  if (FT_Select_Charmap(m_pFace.get(), FT_ENCODING_UNICODE) != 0)
+    FT_Select_Charmap(m_pFace.get(), FT_ENCODING_MS_SYMBOL);
   for (std::size_t code = 0; code < m_auGlyph.size(); ++code) {
-    m_auGlyph[code] = GlyphOf(m_pFace, static_cast<unsigned char>(code));
+    m_auGlyph[code] = GlyphOf(m_pFace.get(), static_cast<unsigned char>(code));
   }
   m_aiAdvance.fill(-1);
   Measure();
 }
 
-DeviceFont::~DeviceFont() {
-  const auto lock = FontLibrary::Instance().Lock();
-  FT_Done_Face(m_pFace);
-}
-
 void DeviceFont::Measure() {
-  const auto* os2 = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(m_pFace, FT_SFNT_OS2));
+  const auto* os2 = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(m_pFace.get(), FT_SFNT_OS2));
   if (os2 != nullptr && os2->version == 0xFFFF) os2 = nullptr;
   const int em = m_pFace->units_per_EM;
   FaceMeasures& m = m_Measures;
@@ -114,7 +111,7 @@ bool DeviceFont::SetSize(int aHeight, int aWidth) {
                           ? std::round(std::abs(static_cast<double>(aWidth)) * em / m_Measures.m_iAverage)
                           : std::max(tall, 1.0);
   if (tall > kLargestSize || wide > kLargestSize) return false;
-  return FT_Set_Pixel_Sizes(m_pFace, static_cast<FT_UInt>(std::max(wide, 1.0)),
+  return FT_Set_Pixel_Sizes(m_pFace.get(), static_cast<FT_UInt>(std::max(wide, 1.0)),
                             static_cast<FT_UInt>(std::max(tall, 1.0))) == 0;
 }
 
@@ -132,7 +129,7 @@ TEXTMETRICA DeviceFont::Metrics() const {
 }
 
 bool DeviceFont::Load(unsigned char aCode, FT_Int32 aFlags) const {
-  return FT_Load_Glyph(m_pFace, m_auGlyph[aCode], aFlags | FT_LOAD_NO_BITMAP) == 0 &&
+  return FT_Load_Glyph(m_pFace.get(), m_auGlyph[aCode], aFlags | FT_LOAD_NO_BITMAP) == 0 &&
          m_pFace->glyph->format == FT_GLYPH_FORMAT_OUTLINE;
 }
 

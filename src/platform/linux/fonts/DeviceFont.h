@@ -9,13 +9,13 @@
 #include "platform/linux/fonts/FontLibrary.h"
 #include "platform/linux/fonts/FontObject.h"
 
-/// The arguments of CreateFontA that make a difference.
+/// The arguments of CreateFontW that make a difference.
 struct FontDescription {
-  const char* m_szFace;
-  int m_iHeight;       ///< of the cell above 0, of the characters below 0; 0 for the default
-  int m_iWidth;        ///< average width in pixels; 0 for the face's own
-  int m_iOrientation;  ///< of each character, in tenths of a degree
-  int m_iWeight;       ///< 0 for the default
+  const char* m_szFace;  ///< UTF-8; empty for none
+  int m_iHeight;         ///< of the cell above 0, of the characters below 0; 0 for the default
+  int m_iWidth;          ///< average width in pixels; 0 for the face's own
+  int m_iOrientation;    ///< of each character, in tenths of a degree
+  int m_iWeight;         ///< 0 for the default
   DWORD m_dwPitchAndFamily;
   bool m_bItalic, m_bUnderline, m_bStrikeOut;
 };
@@ -24,7 +24,6 @@ class DeviceFont final : public FontObject {
  public:
   /// @return null with no face to be had, or at a size that can't be drawn
   static std::unique_ptr<DeviceFont> Create(const FontDescription& aDescription);
-  ~DeviceFont() override;
 
   TEXTMETRICA Metrics() const override;
   int Advance(unsigned char aCode) const override;
@@ -38,7 +37,7 @@ class DeviceFont final : public FontObject {
     int m_iUnderlineTop, m_iUnderlineSize, m_iStrikeOutTop, m_iStrikeOutSize;
   };
 
-  DeviceFont(FT_Face aFace, const FaceMatch& aMatch, const FontDescription& aDescription);
+  DeviceFont(FacePtr aFace, const FaceMatch& aMatch, const FontDescription& aDescription);
   void Measure();
   bool SetSize(int aHeight, int aWidth);
   bool Load(unsigned char aCode, FT_Int32 aFlags) const;
@@ -47,7 +46,7 @@ class DeviceFont final : public FontObject {
   void DrawBars(GlyphBitmap& aBitmap) const;
   void AddBars(GlyphOutline& aOutline, bool aClockwise) const;
 
-  FT_Face m_pFace;
+  FacePtr m_pFace;
   FaceMeasures m_Measures{};
   std::array<FT_UInt, 256> m_auGlyph{};
   mutable std::array<int, 256> m_aiAdvance{};  // -1 where not yet known

@@ -2,11 +2,36 @@
 
 #include "platform/linux/fonts/FontLibrary.h"
 
+#include <algorithm>
 #include <memory>
+#include <utility>
+
+#include "platform/Log.h"
+#include "platform/ProcessWide.h"
 
 namespace {
 
 const FcChar8* Utf8(const char* aText) noexcept { return reinterpret_cast<const FcChar8*>(aText); }
+
+constinit ProcessWide<FontLibrary> g_FontLibrary;
+
+/// Whether a name asks for any face of a kind, or for any at all.
+bool IsGeneric(const char* aFace) noexcept {
+  constexpr const char* kNames[] = {"", "serif", "sans-serif", "sans", "monospace", "cursive", "fantasy"};
+  return std::any_of(std::begin(kNames), std::end(kNames),
+                     [&](const char* aName) { return FcStrCmpIgnoreCase(Utf8(aFace), Utf8(aName)) == 0; });
+}
+
+/// Whether a font bears a name as its family, in any language, or as its full name.
+bool HasFamily(FcPattern& aFont, const char* aFace) noexcept {
+  for (const char* property : {FC_FAMILY, FC_FULLNAME}) {
+    FcChar8* name = nullptr;
+    for (int i = 0; FcPatternGetString(&aFont, property, i, &name) == FcResultMatch; ++i) {
+      if (FcStrCmpIgnoreCase(name, Utf8(aFace)) == 0) return true;
+    }
+  }
+  return false;
+}
 
 using PatternPtr = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
 
@@ -41,17 +66,11 @@ void ReadStyle(FcPattern& aFont, FaceMatch& aMatch) {
 
 }  // namespace
 
-FontLibrary& FontLibrary::Instance() {
-  static auto* const library = new FontLibrary;
-  return *library;
-}
+FontLibrary& FontLibrary::Instance() noexcept { return g_FontLibrary.Get(); }
 
-// A configuration of its own: the host may be using fontconfig's shared one in its own way.
-FontLibrary::FontLibrary() : m_pConfig(FcInitLoadConfigAndFonts()) {
-  if (FT_Init_FreeType(&m_pFreeType) != 0) m_pFreeType = nullptr;
-}
-
-std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) const {
+std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) {
+  // A configuration of its own: the host may be using fontconfig's shared one in its own way.
+  if (m_pConfig == nullptr) m_pConfig = FcInitLoadConfigAndFonts();
   const PatternPtr pattern = PatternOf(aRequest);
   if (pattern == nullptr || m_pConfig == nullptr) return std::nullopt;
   if (!FcConfigSubstitute(m_pConfig, pattern.get(), FcMatchPattern)) return std::nullopt;
@@ -66,14 +85,41 @@ std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) const {
   match.m_sFile = reinterpret_cast<const char*>(file);
   FcPatternGetInteger(font.get(), FC_INDEX, 0, &match.m_iIndex);
   ReadStyle(*font, match);
+  NoteSubstitute(aRequest.m_szFace, *font, match.m_sFile);
   return match;
 }
 
-FT_Face FontLibrary::Open(const FaceMatch& aMatch) const {
-  FT_Face face = nullptr;
-  if (m_pFreeType == nullptr) return nullptr;
-  if (FT_New_Face(m_pFreeType, aMatch.m_sFile.c_str(), aMatch.m_iIndex, &face) != 0) return nullptr;
-  if (FT_IS_SCALABLE(face) && face->units_per_EM > 0) return face;
-  FT_Done_Face(face);
-  return nullptr;
+FacePtr FontLibrary::Open(const FaceMatch& aMatch) {
+  if (m_pFreeType == nullptr && FT_Init_FreeType(&m_pFreeType) != 0) m_pFreeType = nullptr;
+  FT_Face opened = nullptr;
+  if (m_pFreeType == nullptr ||
+      FT_New_Face(m_pFreeType, aMatch.m_sFile.c_str(), aMatch.m_iIndex, &opened) != 0)
+    return nullptr;
+  ++m_iOpenFaces;
+  FacePtr face(opened);
+  if (!FT_IS_SCALABLE(face) || face->units_per_EM <= 0) face.reset();
+  return face;
+}
+
+void FaceCloser::operator()(FT_Face aFace) const noexcept {
+  FontLibrary& library = FontLibrary::Instance();
+  const auto lock = library.Lock();
+  FT_Done_Face(aFace);
+  --library.m_iOpenFaces;
+}
+
+// What fontconfig itself keeps for the process, such as the default languages, stays: the host may use it.
+void FontLibrary::End() noexcept {
+  const auto lock = Lock();
+  if (m_iOpenFaces > 0) return;
+  if (m_pFreeType != nullptr) FT_Done_FreeType(std::exchange(m_pFreeType, nullptr));
+  if (m_pConfig != nullptr) FcConfigDestroy(std::exchange(m_pConfig, nullptr));
+  m_Substituted.clear();
+}
+
+// Fonts are built again and again. Each name is reported once.
+void FontLibrary::NoteSubstitute(const char* aFace, FcPattern& aFont, const std::string& aFile) {
+  if (!IsLogged(LogLevel::kWarning) || IsGeneric(aFace) || HasFamily(aFont, aFace)) return;
+  if (m_Substituted.insert(aFace).second)
+    LogWarning("there is no face \"%s\": %s is used", aFace, aFile.c_str());
 }

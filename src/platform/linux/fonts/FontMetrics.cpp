@@ -1,20 +1,30 @@
 // Making, selecting and measuring fonts: the GDI operations over FontObject. Any thread.
 
+#include <string>
+
+#include "platform/Text.h"
 #include "platform/linux/fonts/DeviceFont.h"
 
-HFONT CreateFontA(int cHeight, int cWidth, int, int cOrientation, int cWeight, DWORD bItalic,
+namespace {
+
+/// Fontconfig's names are UTF-8.
+std::string Utf8Name(const GLWCHAR* aFace) {
+  if (aFace == nullptr) return {};
+  const int bytes = WideCharToMultiByte(CP_UTF8, 0, aFace, -1, nullptr, 0, nullptr, nullptr);
+  std::string name(static_cast<std::size_t>(bytes), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, aFace, -1, name.data(), bytes, nullptr, nullptr);
+  return name;
+}
+
+}  // namespace
+
+HFONT CreateFontW(int cHeight, int cWidth, int, int cOrientation, int cWeight, DWORD bItalic,
                   DWORD bUnderline, DWORD bStrikeOut, DWORD, DWORD, DWORD, DWORD, DWORD iPitchAndFamily,
-                  const char* szFace) noexcept {
+                  const GLWCHAR* szFace) noexcept {
   try {
-    const FontDescription description{szFace != nullptr ? szFace : "",
-                                      cHeight,
-                                      cWidth,
-                                      cOrientation,
-                                      cWeight,
-                                      iPitchAndFamily,
-                                      bItalic != 0,
-                                      bUnderline != 0,
-                                      bStrikeOut != 0};
+    const std::string face = Utf8Name(szFace);
+    const FontDescription description{face.c_str(),    cHeight,      cWidth,          cOrientation,   cWeight,
+                                      iPitchAndFamily, bItalic != 0, bUnderline != 0, bStrikeOut != 0};
     return static_cast<GdiObject*>(DeviceFont::Create(description).release());
   } catch (...) {
     return nullptr;

@@ -42,7 +42,7 @@ LSTATUS Guarded(HKEY hKey, Operation aOperation) noexcept {
 }
 
 LSTATUS CopyOut(const RegistryValue& aValue, DWORD* pType, BYTE* pData, DWORD* pcbData) noexcept {
-  const DWORD size = static_cast<DWORD>(aValue.m_vData.size());
+  const auto size = static_cast<DWORD>(aValue.m_vData.size());
   if (pType != nullptr) *pType = aValue.m_dwType;
   if (pcbData == nullptr) return pData == nullptr ? ERROR_SUCCESS : ERROR_INVALID_PARAMETER;
   const DWORD room = std::exchange(*pcbData, size);

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "platform/Log.h"
 #include "platform/linux/registry/FileReplacement.h"
 
 namespace {
@@ -56,7 +57,9 @@ LSTATUS RegistryFile::Load(const std::string& aPath) {
     case GLRegistration::FileState::kRead:
       break;
   }
-  return text.empty() || Parse(text) ? ERROR_SUCCESS : ERROR_BADDB;
+  if (text.empty() || Parse(text)) return ERROR_SUCCESS;
+  LogWarning("the registry file %s is damaged: it does not count", aPath.c_str());
+  return ERROR_BADDB;
 }
 
 LSTATUS RegistryFile::Save(const std::string& aPath) const { return ReplaceFile(aPath, Text()); }

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <new>
 
+#include "platform/Log.h"
+
 namespace {
 
 HWND const kDesktop = reinterpret_cast<HWND>(std::uintptr_t{1});
@@ -64,7 +66,10 @@ bool HeadlessDisplay::Start() noexcept {
 }
 
 HWND HeadlessDisplay::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
-  if (aParent != nullptr) return nullptr;
+  if (aParent != nullptr) {
+    LogError("a parent window is given, but the display is headless: it has no windows");
+    return nullptr;
+  }
   const std::scoped_lock lock(m_Lock);
   const HWND window = reinterpret_cast<HWND>(m_uNextWindow++);
   try {
@@ -141,5 +146,5 @@ bool HeadlessDisplay::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) 
 bool HeadlessDisplay::Swap(HWND aWindow, DrawSurface& aSurface) noexcept {
   RECT rect{};
   return ScreenRectangle(aWindow, &rect) &&
-         eglSwapBuffers(m_Egl.Handle(), static_cast<WindowPbuffer&>(aSurface).Handle());
+         eglSwapBuffers(m_Egl.Handle(), static_cast<WindowPbuffer&>(aSurface).Handle()) != EGL_FALSE;
 }

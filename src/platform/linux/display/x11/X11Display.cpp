@@ -18,6 +18,7 @@
 #include <string_view>
 
 #include "platform/ExitGate.h"
+#include "platform/Log.h"
 #include "platform/Thread.h"
 #include "platform/linux/MessageThread.h"
 #include "platform/linux/WindowTable.h"
@@ -49,6 +50,17 @@ bool IsXid(HWND aWindow) noexcept {
   return reinterpret_cast<std::uintptr_t>(aWindow) <= std::numeric_limits<std::uint32_t>::max();
 }
 
+void LogRefusal(xcb_window_t aParent, int aError) noexcept {
+  if (aError == XCB_WINDOW) {
+    LogError(
+        "the X server does not know the parent window 0x%x: flush or synchronise the host's own connection "
+        "(XSync, gdk_display_sync) before Initialize",
+        aParent);
+  } else {
+    LogError("the X server refuses a child of the window 0x%x: error %d of the protocol", aParent, aError);
+  }
+}
+
 /// The protocol has 16 bits for a coordinate: one outside of them would come out at the other end.
 std::int16_t Coordinate(int aValue) noexcept {
   return static_cast<std::int16_t>(std::clamp(aValue, -32768, 32767));
@@ -63,12 +75,28 @@ std::shared_ptr<DisplayServer> X11Display::Open() noexcept {
   const PipeSignal quiet;
   try {
     auto display = std::make_shared<X11Display>();
-    if (!display->Connect() || !display->StartEgl()) return nullptr;
+    if (!display->Connect()) {
+      if (*ServerName() == '\0') {
+        LogInfo("there is no X server: DISPLAY is not set");
+      } else {
+        LogWarning("the X server %s cannot be reached", ServerName());
+      }
+      return nullptr;
+    }
+    if (!display->StartEgl()) {
+      LogWarning("EGL cannot draw on the X server %s", ServerName());
+      return nullptr;
+    }
     display->m_EventThread = StartThread([raw = display.get()] { raw->ReadEvents(); });
     return display;
   } catch (...) {
     return nullptr;
   }
+}
+
+const char* X11Display::ServerName() noexcept {
+  const char* name = std::getenv("DISPLAY");
+  return name != nullptr ? name : "";
 }
 
 bool X11Display::Connect() noexcept {
@@ -157,6 +185,8 @@ void X11Display::ReadEvents() noexcept {
 
 // The server has gone, and every window with it.
 void X11Display::OnBroken() noexcept {
+  LogWarning(
+      "the connection to the X server is lost: its contexts draw nothing until they are initialised again");
   m_bBroken = true;
   {
     const std::scoped_lock lock(m_Lock);
@@ -179,7 +209,11 @@ bool X11Display::IsAlive(HWND aWindow) noexcept {
 
 HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
   const PipeSignal quiet;
-  if (IsBroken() || !IsXid(aParent)) return nullptr;
+  if (IsBroken()) return nullptr;
+  if (!IsXid(aParent)) {
+    LogError("the parent's handle has more than 32 bits: it is no X11 window");
+    return nullptr;
+  }
   // A number that a window of a server before this one still bears would name two windows.
   xcb_window_t window = 0;
   do {
@@ -197,7 +231,9 @@ HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
       static_cast<std::uint16_t>(Side(aPlace.right - aPlace.left)),
       static_cast<std::uint16_t>(Side(aPlace.bottom - aPlace.top)), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
       m_pScreen->root_visual, kMask, values);
-  if (Owned(xcb_request_check(m_pConnection, created)) != nullptr || IsBroken()) return nullptr;
+  const auto error = Owned(xcb_request_check(m_pConnection, created));
+  if (error != nullptr) LogRefusal(parent, error->error_code);
+  if (error != nullptr || IsBroken()) return nullptr;
   try {
     const std::scoped_lock lock(m_Lock);
     m_Alive[HandleOf(window)] = true;
@@ -240,13 +276,20 @@ bool X11Display::Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noex
 bool X11Display::ScreenRectangle(HWND aWindow, RECT* aRect) noexcept {
   const PipeSignal quiet;
   if (IsBroken() || !IsXid(aWindow)) return false;
-  const xcb_window_t window = XidOf(aWindow);
-  const auto askedSize = xcb_get_geometry(m_pConnection, window);
-  const auto askedPlace = xcb_translate_coordinates(m_pConnection, window, m_pScreen->root, 0, 0);
-  const auto size = Owned(xcb_get_geometry_reply(m_pConnection, askedSize, nullptr));
-  const auto place = Owned(xcb_translate_coordinates_reply(m_pConnection, askedPlace, nullptr));
-  if (size == nullptr || place == nullptr) return false;
-  *aRect = {place->dst_x, place->dst_y, place->dst_x + size->width, place->dst_y + size->height};
+  RECT rect{};
+  // The server's own sum has 16 bits, and would wrap.
+  for (xcb_window_t window = XidOf(aWindow); window != XCB_NONE;) {
+    const auto askedPlace = xcb_get_geometry(m_pConnection, window);
+    const auto askedParent = xcb_query_tree(m_pConnection, window);
+    const auto place = Owned(xcb_get_geometry_reply(m_pConnection, askedPlace, nullptr));
+    const auto tree = Owned(xcb_query_tree_reply(m_pConnection, askedParent, nullptr));
+    if (place == nullptr || tree == nullptr) return false;
+    if (window == XidOf(aWindow)) rect = {0, 0, place->width, place->height};
+    const int right = place->x + place->border_width, down = place->y + place->border_width;
+    rect = {rect.left + right, rect.top + down, rect.right + right, rect.bottom + down};
+    window = tree->parent;
+  }
+  *aRect = rect;
   return true;
 }
 

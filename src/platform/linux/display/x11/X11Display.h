@@ -18,6 +18,8 @@ class X11Display final : public DisplayServer {
  public:
   /// The display that DISPLAY names. @return null when no server answers or EGL can't draw there
   static std::shared_ptr<DisplayServer> Open() noexcept;
+  /// What DISPLAY names; never null.
+  static const char* ServerName() noexcept;
   ~X11Display() override;
 
   bool IsBroken() const noexcept override;

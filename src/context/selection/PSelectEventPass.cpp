@@ -7,12 +7,12 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <memory>
-#include <new>
 
 #include "context/GLContext.h"
 #include "context/selection/PSelectEvent.h"
+#include "diagnostics/ClientCheck.h"
 #include "platform/GL.h"
+#include "view/GLCanvas.h"
 
 namespace {
 
@@ -25,13 +25,13 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   const int capacity = *aArraySize;
   const int records = std::min(capacity, INT_MAX / kRecordWords);
   const std::size_t words = static_cast<std::size_t>(records) * kRecordWords;
-  const std::unique_ptr<GLuint[]> buffer(new (std::nothrow) GLuint[words]);
+  unsigned* const buffer = m_Records.Reserve(words);
   if (buffer == nullptr) {
     *aArraySize = 0;
     m_hResult = E_OUTOFMEMORY;
     return;
   }
-  glSelectBuffer(static_cast<GLsizei>(words), buffer.get());
+  glSelectBuffer(static_cast<GLsizei>(words), buffer);
   glRenderMode(GL_SELECT);
   glInitNames();
   glPushName(0);
@@ -43,33 +43,46 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   SetupPickMatrix(view, aPoint1, aPoint2);
   glClear(GL_DEPTH_BUFFER_BIT);
   SetupProjection(static_cast<double>(view.width) / view.height);
+  static_cast<GLCanvas*>(m_Context.Canvas())->NoteRenderingContext(GLPass::Here()->Target().m_uNumber);
   m_Context.Canvas()->ResetModelview6d(&m_View.m_sEye);
   SetupClipPlanes();
-  if (m_pPainter) m_pPainter->Draw(m_Context.Canvas(), &m_Context, &m_Viewer);
+  CompiledLists& lists = m_Context.WindowTarget().m_Lists.Compiled();
+  lists.SetPicking(true);
+  DrawScene(lists);
+  lists.SetPicking(false);
   glFlush();
   std::fill_n(aIDArray, capacity, ULONG{0});
-  *aArraySize = ReadHits(glRenderMode(GL_RENDER), buffer.get(), records, aIDArray);
+  *aArraySize = ReadHits(glRenderMode(GL_RENDER), buffer, records, aIDArray);
+}
+
+void PSelectEvent::DrawScene(CompiledLists& aLists) noexcept {
+  if (!m_pPainter) return;
+  IGLCanvas* const canvas = m_Context.Canvas();
+  const GLCanvas::Recording recording(static_cast<GLCanvas&>(*canvas), aLists.Recorder());
+  const ClientCheck check("IGLPainter::Draw in a selection");
+  m_pPainter->Draw(canvas, &m_Context, m_Request.m_pViewer);
 }
 
 void PSelectEvent::ReadView() noexcept {
+  IGLViewer& viewer = *m_Request.m_pViewer;
   LONG clipped = 0, scaled = 0, ortho = 0;
-  m_Viewer.IsClipped(&clipped);
-  m_Viewer.IsClipScaled(&scaled);
-  m_Viewer.IsOrtho(&ortho);
+  viewer.IsClipped(&clipped);
+  viewer.IsClipScaled(&scaled);
+  viewer.IsOrtho(&ortho);
   m_View.m_bClipped = clipped != 0;
   m_View.m_bScaled = scaled != 0;
   m_View.m_bOrtho = ortho != 0;
-  m_Viewer.GetClipX(&m_View.m_Clip.x);
-  m_Viewer.GetClipY(&m_View.m_Clip.y);
-  m_Viewer.GetClipWidth(&m_View.m_Clip.width);
-  m_Viewer.GetClipHeight(&m_View.m_Clip.height);
-  m_Viewer.GetOrthoExtents(&m_View.m_sLow, &m_View.m_sHigh);
-  m_Viewer.GetEyeFovy_DEG(&m_View.m_dFovy);
-  m_Viewer.GetEyeAspect(&m_View.m_dAspect);
-  m_Viewer.GetEyeZNear(&m_View.m_dNear);
-  m_Viewer.GetEyeZFar(&m_View.m_dFar);
+  viewer.GetClipX(&m_View.m_Clip.x);
+  viewer.GetClipY(&m_View.m_Clip.y);
+  viewer.GetClipWidth(&m_View.m_Clip.width);
+  viewer.GetClipHeight(&m_View.m_Clip.height);
+  viewer.GetOrthoExtents(&m_View.m_sLow, &m_View.m_sHigh);
+  viewer.GetEyeFovy_DEG(&m_View.m_dFovy);
+  viewer.GetEyeAspect(&m_View.m_dAspect);
+  viewer.GetEyeZNear(&m_View.m_dNear);
+  viewer.GetEyeZFar(&m_View.m_dFar);
   GLPtr<IGLCoord> eye;
-  m_Viewer.GetCoord(eye.Put());
+  viewer.GetCoord(eye.Put());
   if (eye) eye->GetMatrix6d(&m_View.m_sEye);
 }
 
@@ -94,7 +107,7 @@ PSelectEvent::ViewRectangle PSelectEvent::SetupView() const noexcept {
 // The points run from -1 to 1 over the visible rectangle wherever it lies; the matrix goes by the viewport in
 // force.
 void PSelectEvent::SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
-                                   const GLDATA_POINT& aPoint2) const noexcept {
+                                   const GLDATA_POINT& aPoint2) noexcept {
   const double x1 = aView.x + (aPoint1.x + 1.0) * (aView.width * 0.5);
   const double y1 = aView.y + (aPoint1.y + 1.0) * (aView.height * 0.5);
   const double x2 = aView.x + (aPoint2.x + 1.0) * (aView.width * 0.5);
@@ -127,13 +140,16 @@ void PSelectEvent::SetupClipPlanes() const noexcept {
 // Records with the name 0 can't be selected. A negative number of hits is GL's word for an overflow.
 int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
                            ULONG* aIDArray) const noexcept {
+  if (aHits < 0)
+    LogWarning("a selection found more than the %d identifiers that the host's array holds: it gives none",
+               aCapacity);
   int count = 0;
   GLuint best = 0;
   for (int i = 0; i < std::min(aHits, aCapacity); ++i) {
     const GLuint* record = aRecords + static_cast<std::size_t>(i) * kRecordWords;
     const GLuint depth = record[1], name = record[3];
     if (name == 0) continue;
-    if (!m_bSelectClosest) {
+    if (!m_Request.m_bSelectClosest) {
       aIDArray[count++] = name;
     } else if (count == 0 || depth < best) {
       aIDArray[0] = name;

@@ -1,0 +1,46 @@
+// ClientCheck: the stacks, and the comparison. Draw thread, with GL current.
+
+#include "diagnostics/ClientCheck.h"
+
+#include "diagnostics/FirstReport.h"
+#include "diagnostics/GLErrors.h"
+#include "platform/GL.h"
+
+namespace {
+
+struct Stack {
+  GLenum m_uDepth;
+  const char* m_szName;
+};
+
+constexpr Stack kStackNames[] = {
+    {GL_MODELVIEW_STACK_DEPTH, "model-view matrix"},    {GL_PROJECTION_STACK_DEPTH, "projection matrix"},
+    {GL_TEXTURE_STACK_DEPTH, "texture matrix"},         {GL_ATTRIB_STACK_DEPTH, "attribute"},
+    {GL_CLIENT_ATTRIB_STACK_DEPTH, "client attribute"}, {GL_NAME_STACK_DEPTH, "name"}};
+
+constexpr unsigned kDeeper = 1000, kShallower = 2000;  // codes of reports; no errors of GL
+
+}  // namespace
+
+// Between glBegin and glEnd GL leaves the values as they are.
+void ClientCheck::Read(Depths& aDepths) noexcept {
+  for (std::size_t i = 0; i < kStacks; ++i) glGetIntegerv(kStackNames[i].m_uDepth, &aDepths[i]);
+  glGetIntegerv(GL_LIST_INDEX, &aDepths[kStacks]);
+}
+
+void ClientCheck::Report() const noexcept {
+  CheckGLErrors(m_szClient);  // before the questions, which GL refuses between glBegin and glEnd
+  Depths after = m_aiBefore;
+  Read(after);
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    const int more = after[i] - m_aiBefore[i];
+    const auto code = static_cast<unsigned>(i) + (more > 0 ? kDeeper : kShallower);
+    if (more == 0 || !IsFirstReport(m_szClient, code)) continue;
+    if (i < kStacks) {
+      LogWarning("%s left the %s stack %d %s than it was", m_szClient, kStackNames[i].m_szName,
+                 more > 0 ? more : -more, more > 0 ? "deeper" : "shallower");
+    } else if (after[i] != 0) {
+      LogWarning("%s left a display list open: what is drawn now goes into that list", m_szClient);
+    }
+  }
+}

@@ -1,0 +1,163 @@
+// The messages of the log about a platform that fails, on a display that the test writes down.
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "context/window/PixelFormatSelection.h"
+#include "support/Counting.h"
+#include "support/LogLines.h"
+#include "support/Scene.h"
+#include "support/ScriptedDisplay.h"
+#include "support/Test.h"
+#include "support/TestRegistry.h"
+
+namespace {
+
+/// Makes no rendering context current while it is told so.
+class RefusingDisplay final : public ScriptedDisplay {
+ public:
+  bool MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept override {
+    return !(m_bRefuses && aContext != nullptr) && ScriptedDisplay::MakeCurrent(aSurface, aContext);
+  }
+  std::atomic<bool> m_bRefuses{false};
+};
+
+/// Initialises a context on a display that a test has prepared.
+template <class Prepare>
+void InitializeOn(Prepare aPrepare, LONG aSmooth = 0) {
+  const auto display = ScriptedDisplay::Set();
+  aPrepare(*display);
+  const auto context = GLCreate<IGLContext>(CLSID_GLContext);
+  context.As<IGLContext14_3>()->put_bFSAA(aSmooth);
+  context->Initialize(0);
+}
+
+const LogCase kCases[] = {
+    {"error", "a parent window is given, but the display is headless",
+     [] { GLCreate<IGLContext>(CLSID_GLContext)->Initialize(5); }},
+    {"error", "Initialize failed: no window could be created",
+     [] { InitializeOn([](ScriptedDisplay& d) { d.m_bMakesWindows = false; }); }},
+    {"error", "Initialize failed: no pixel format could be set",
+     [] { InitializeOn([](ScriptedDisplay& d) { d.m_iChosen = 0; }); }},
+    {"error", "Initialize failed: the driver gave no rendering context within 10 s",
+     [] { InitializeOn([](ScriptedDisplay& d) { d.m_iRefusedContexts = 1 << 20; }); }},
+    {"error", "Initialize failed: the rendering context could not be made current within 10 s",
+     [] {
+       const auto display = std::make_shared<RefusingDisplay>();
+       display->m_bRefuses = true;
+       SetDisplay(display);
+       GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0);
+     }},
+    {"warning", "the palette of the window cannot be set",
+     [] {
+       InitializeOn([](ScriptedDisplay& d) {
+         d.m_vWindowFormats = HeadlessDisplay::Open()->Formats(SurfaceKind::kWindow);
+         for (DisplayFormat& format : d.m_vWindowFormats) format.m_Description.dwFlags |= PFD_NEED_PALETTE;
+       });
+     }},
+    {"warning", "no pixel format has multisampling", [] { InitializeOn([](ScriptedDisplay&) {}, 1); }},
+    {"info", "the registry switches acceleration off",
+     [] {
+       g_bAccel = false;
+       InitializeOn([](ScriptedDisplay&) {});
+       g_bAccel = true;
+     }},
+    {"warning", "a capture failed: there is no surface of 32 x 32 pixels",
+     [] {
+       const auto display = ScriptedDisplay::Set();
+       const FreeContext painted;
+       const auto capture = GLMake<TestCapture>();
+       display->m_iRefusedContexts = 1;
+       painted.context->AttachCapture(capture.Get());
+       EXPECT_EQ(capture->Take(), 0);
+     }},
+    {"warning", "the rendering context cannot be made current: nothing is drawn",
+     [] {
+       const auto display = std::make_shared<RefusingDisplay>();
+       SetDisplay(display);
+       const FreeContext painted;
+       painted.Await(1);
+       display->m_bRefuses = true;
+       painted.context->SetViewport(0, 0, 16, 16);  // another surface
+       painted.Await(4);
+     }},
+    {"warning", "the registry file ",
+     [] {
+       const TestRegistry registry;
+       registry.Put("user.reg", "no registry");
+       HKEY key = nullptr;
+       EXPECT_NE(RegOpenKeyExA(HKEY_CURRENT_USER, "key", 0, KEY_READ, &key), ERROR_SUCCESS);
+     }},
+};
+
+// Counted without an allocation, since one fails.
+std::atomic<int> g_iReasons{0}, g_iParts{0}, g_iThreads{0};
+
+void CountReasons(const char* aLine, std::size_t aLength) {
+  const std::string_view line(aLine, aLength);
+  if (line.find("Initialize failed: ") == line.npos) return;
+  ++g_iReasons;
+  if (line.find("there was no memory for the parts of the context") != line.npos) ++g_iParts;
+  if (line.find("no draw thread could be started") != line.npos) ++g_iThreads;
+}
+
+/// Runs in a forked child with the lines of its log, and gives the child's answer.
+template <class Function>
+bool HoldsInChild(Function aFunction) {
+  const pid_t child = fork();
+  if (child == 0) _exit(aFunction() ? 0 : 1);
+  int status = 1;
+  return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+}  // namespace
+
+TEST(Log, TellsOfEachFaultOfThePlatformOnce) {
+  for (const LogCase& c : kCases) {
+    SCOPED_TRACE(c.m_szMessage);
+    const DisplayGuard guard;
+    const LogLines log(LogLevel::kDebug);
+    c.m_pfnCause();
+    EXPECT_EQ(log.Count(c.m_szMessage, c.m_szLevel), 1) << log.Joined();
+  }
+}
+
+TEST(Log, GivesOneReasonForEachInitializeThatLacksMemory) {
+  const LogLines restores(LogLevel::kUnread);
+  SetLogSink(LogLevel::kError, CountReasons);
+  AllocationFault::ForgetWays();
+  for (bool failed = true; failed;) {
+    const AllocationFault one;
+    g_iReasons = 0;
+    if (const auto context = GLCreate<IGLContext>(CLSID_GLContext)) {
+      const HRESULT result = context->Initialize(0);
+      EXPECT_EQ(g_iReasons, FAILED(result) ? 1 : 0) << std::hex << result;
+    }
+    failed = one.HasFailed();
+  }
+  EXPECT_GT(g_iParts, 0);
+  EXPECT_GT(g_iThreads, 0);
+}
+
+TEST(Log, TellsAForkedChildWhyNothingIsDrawn) {
+  const LogLines log(LogLevel::kDebug);
+  const FreeContext inherited;
+  EXPECT_TRUE(HoldsInChild([&] {
+    inherited.context->Initialize(0);
+    return log.Count("Initialize failed: the context was created before a fork", "error") == 1;
+  }));
+  EXPECT_TRUE(HoldsInChild([&] {
+    GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0);
+    return log.Count("a driver of GL has run in the parent of this forked process", "error") >= 1;
+  }));
+}
+
+TEST(Log, TellsThatTheDrawThreadIsLate) {
+  const LogLines log(LogLevel::kWarning);
+  {
+    const FreeContext painted;
+    painted.context->SetDrawThreadPars(0, 5000, 5000);
+    painted.Await(1);  // it sleeps for 5 s after this one
+  }
+  EXPECT_EQ(log.Count("the draw thread did not park within 3 s"), 1) << log.Joined();
+}

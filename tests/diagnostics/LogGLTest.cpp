@@ -1,0 +1,346 @@
+// The messages of the log, each caused once, and the silence of a run without a fault.
+
+#include <optional>
+#include <regex>
+
+#include "platform/GL.h"
+#include "support/BitmapFiles.h"
+#include "support/LogLines.h"
+#include "support/Scene.h"
+#include "support/Test.h"
+#include "support/TestDisplay.h"
+
+namespace {
+
+/// A painter that calls a function in its first frame alone.
+DrawFunction Once(DrawFunction aDraw) {
+  return [draw = std::move(aDraw), done = false](Scene& scene) mutable {
+    if (!std::exchange(done, true)) draw(scene);
+  };
+}
+
+/// Draws until a painter has been called a few times, so that a message that comes in every frame is seen.
+void Draw(DrawFunction aDraw) {
+  const FreeContext painted(std::move(aDraw));
+  painted.Await(4);
+}
+
+/// Compiles a list where there is none.
+DrawFunction Compiling() {
+  return [list = 0](Scene& scene) mutable {
+    LONG valid = 0;
+    scene.Canvas().IsCompiledList(list, &valid);
+    if (valid == 0 && SUCCEEDED(scene.Canvas().BeginCompileList(&list))) scene.Canvas().EndCompileList();
+  };
+}
+
+/// Takes a picture of a context that has a list.
+void Capture(const GLCaptureRequest& aRequest, bool aHasPixmap = true) {
+  const FreeContext painted(Compiling());
+  const auto capture = GLMake<TestCapture>();
+  if (!aHasPixmap) capture->target = nullptr;
+  capture->request = aRequest;
+  painted.Await(2);
+  painted.context->AttachCapture(capture.Get());
+  capture->Take();
+}
+
+struct Gauge final : GLViewerGaugeBase {
+  HRESULT Draw(IGLCanvas*, IGLContext*) noexcept override {
+    glPushAttrib(GL_FOG_BIT);
+    return S_OK;
+  }
+};
+
+struct FailingPainter final : GLPainterBase {
+  HRESULT Draw(IGLCanvas*, IGLContext*, IGLViewer*) noexcept override { return ++m_iFrames, E_FAIL; }
+  std::atomic<int> m_iFrames{0};
+};
+
+void Select(const FreeContext& aPainted) {
+  GLDATA_POINT low{-1, -1, 0}, high{1, 1, 0};
+  int count = 1;
+  ULONG found[1] = {};
+  aPainted.context->Select(aPainted.viewer, &low, &high, 0, 0, &count, found);
+}
+
+void LoadImageFile(const Bytes& aFile) {
+  const TestFolder folder;
+  LoadFrom(*GLCreate<IGLPixmap>(CLSID_GLPixmap), folder.Put("image.bmp", aFile).u16string());
+}
+
+/// A name that no test before has asked for: each is reported once.
+std::string NewFace() {
+  static int number = 0;
+  return "No Such Face " + std::to_string(++number);
+}
+
+const LogCase kCases[] = {
+    {"debug", "context ", [] { GLCreate<IGLContext>(CLSID_GLContext); }},
+    {"error", "Initialize failed: it is called on the context's own draw thread",
+     [] { Draw(Once([](Scene& scene) { scene.Context().Initialize(0); })); }},
+    {"info", "pixel format ", [] { Draw({}); }},
+    {"info", "GL: ", [] { Draw({}); }},
+
+    {"info",
+     "1 display lists are discarded, glyphs included: a capture draws in a rendering context of its own",
+     [] { Capture({}); }},
+    {"info", "1 display lists are discarded, glyphs included: the capture that they were compiled in is over",
+     [] { Capture({}); }},
+    {"info", "1 display lists are discarded, glyphs included: their rendering context is replaced",
+     [] {
+       const FreeContext painted(Compiling());
+       painted.Await(2);
+       painted.context->Initialize(0);
+     }},
+    {"info", "1 display lists are discarded, glyphs included: another Initialize",
+     [] {
+       const FreeContext painted(Compiling()), other;
+       painted.Await(2);
+       other.context->Initialize(0);
+       painted.Await(2);
+     }},
+    {"warning", "GL has no 1 free names for display lists",
+     [] {
+       Draw([taken = false](Scene& scene) mutable {
+         if (!std::exchange(taken, true)) glGenLists(0xFFFF);
+         int list = 0;
+         scene.Canvas().BeginCompileList(&list);
+       });
+     }},
+
+    {"warning", "a capture failed: GetPixmap gave no pixmap", [] { Capture({}, false); }},
+    {"warning", "a capture failed: its rectangle has no pixel in the viewport",
+     [] { Capture({.m_iX = 99}); }},
+    {"warning", "a capture failed: its zoom is below 1", [] { Capture({.m_fZoom = 0.5f}); }},
+    {"warning", "a capture failed: the scene at 3200000 x 3200000 pixels is larger than GL draws",
+     [] { Capture({.m_iWidth = 1, .m_iHeight = 1, .m_fZoom = 100000}); }},
+
+    {"warning", "IGLPainter::Draw left the model-view matrix stack 1 deeper",
+     [] { Draw([](Scene& scene) { scene.Canvas().PushModelviewMatrix(0); }); }},
+    {"warning", "IGLPainter::Draw left the attribute stack 2 shallower",
+     [] {
+       Draw([push = true](Scene&) mutable {
+         for (int i = 0; i < 2; ++i) push ? glPushAttrib(GL_FOG_BIT) : glPopAttrib();
+         push = !push;
+       });
+     }},
+    {"warning", "IGLPainter::Draw left a display list open",
+     [] { Draw(Once([](Scene&) { glNewList(glGenLists(1), GL_COMPILE); })); }},
+    {"warning", "IGLViewerGauge::Draw left the attribute stack 1 deeper",
+     [] {
+       const FreeContext painted;
+       const auto gauge = GLMake<Gauge>();
+       painted.viewer->AddGauge(gauge.Get());
+       painted.viewer->ShowGauges(1);
+       painted.Await(4);
+     }},
+    {"warning", "IGLPainter::Draw in a selection left the name stack 1 deeper",
+     [] {
+       const FreeContext painted([](Scene&) { glPushName(1); });
+       Select(painted);
+     }},
+    {"debug", "IGLPainter::Draw returned 0x80004005",
+     [] {
+       const FreeContext painted;
+       const auto painter = GLMake<FailingPainter>();
+       painted.context->AttachPainter(painter.Get());
+       EXPECT_TRUE(Eventually([&] { return painter->m_iFrames > 3; }));
+     }},
+
+    {"debug", "GL error 0x0500 (GL_INVALID_ENUM) before IGLCanvas::SetCWWinding",
+     [] {
+       Draw([](Scene& scene) {
+         glEnable(0xFFFF);
+         scene.CanvasAs<IGLCanvas14_2>()->SetCWWinding(0);
+       });
+     }},
+    {"debug", "GL error 0x0504 (GL_STACK_UNDERFLOW) after IGLCanvas::PopAttrib",
+     [] { Draw([](Scene& scene) { scene.CanvasAs<IGLCanvas2>()->PopAttrib(); }); }},
+    {"debug", "GL error 0x0501 (GL_INVALID_VALUE) after IGLPainter::Draw",
+     [] { Draw([](Scene&) { glLineWidth(-1); }); }},
+    {"debug", "GL error 0x0502 (GL_INVALID_OPERATION) after IGLCanvas::EndDrawVertices",
+     [] { Draw([](Scene& scene) { scene.Canvas().EndDrawVertices(); }); }},
+
+    {"warning", "GL has 8 clip planes: a further one takes the place of one before",
+     [] {
+       const FreeContext painted;
+       GLDATA_POINT a{0, 0, 0}, b{1, 0, 0}, c{0, 1, 0};
+       for (int i = 0; i < 9; ++i) painted.context->ClipPlane(&a, &b, &c);
+     }},
+    {"warning", "a light does not shine: the process has 8 others",
+     [] {
+       const FreeContext painted;
+       IGLLight* light = nullptr;
+       for (int i = 0; i < 9; ++i) painted.context->CreateLight(&light);
+       painted.Await(4);
+     }},
+    {"warning", "a selection found more than the 1 identifiers that the host's array holds",
+     [] {
+       Select(FreeContext([](Scene& scene) {
+         for (const ULONG id : {1u, 2u}) {
+           scene.Canvas().SetTestID(id);
+           scene.Canvas().BeginDrawPoints();
+           scene.Canvas().Vertex2d(0, 0);
+           scene.Canvas().EndDrawVertices();
+         }
+       }));
+     }},
+    {"debug", "Select is refused",
+     [] {
+       const FreeContext painted;
+       painted.context.As<IGLContext12>()->SuspendDrawThread();
+       Select(painted);
+     }},
+    {"warning", "a wait for context ",
+     [] {
+       std::optional<FreeContext> first, second;
+       std::atomic<int> inside{0}, left{0};
+       const auto calls = [&](std::optional<FreeContext>& aOther) {
+         return Once([&](Scene&) {
+           ++inside;
+           EXPECT_TRUE(Eventually([&] { return inside == 2; }));
+           Select(*aOther);
+           ++left;
+         });
+       };
+       // The painters wait for each other's contexts, so they are attached when both exist.
+       first.emplace();
+       second.emplace();
+       first->context->AttachPainter(GLMake<TestPainter>(calls(second)).Get());
+       second->context->AttachPainter(GLMake<TestPainter>(calls(first)).Get());
+       EXPECT_TRUE(Eventually([&] { return left == 2; }));
+     }},
+
+    {"warning", "there is no face \"No Such Face ",
+     [] {
+       const FreeContext painted;
+       IGLFont* font = nullptr;
+       painted.context->CreateTrueTypeFont(GLString(NewFace().c_str()), 0, 400, 0, 0, &font);
+       painted.Await(2);
+       painted.context->Initialize(0);  // the font is built again
+     }},
+    {"warning", "a font of the face \"NOSHEET\" cannot be built",
+     [] {
+       GLPtr<IGLFont> font;
+       std::atomic<bool> ready{false};
+       const FreeContext painted([&](Scene&) {
+         GLDATA_POINT start{};
+         if (ready) font->Print(GLString("text"), &start);
+       });
+       painted.context.As<IGLContext2>()->CreateInternalFont(GLString("NOSHEET"), font.Put());
+       ready = true;
+       painted.Await(4);
+     }},
+    {"debug", "IGLFont::Print is refused: its build would close the list that is open",
+     [] {
+       Draw(Once([](Scene& scene) {
+         int list = 0;
+         GLPtr<IGLFont> font;
+         GLDATA_POINT start{};
+         scene.Canvas().BeginCompileList(&list);
+         scene.Context().CreateSystemFont(font.Put());
+         font->Print(GLString("text"), &start);
+         scene.Canvas().EndCompileList();
+       }));
+     }},
+    {"debug", "IGLFont::Print is refused: outside of a pass",
+     [] {
+       const FreeContext painted;
+       GLPtr<IGLFont> font;
+       GLDATA_POINT start{};
+       painted.context->CreateSystemFont(font.Put());
+       font->Print(GLString("text"), &start);
+     }},
+    {"debug", "IGLCanvas::DrawCompiledList is refused",
+     [] {
+       const FreeContext painted;
+       GLPtr<IGLCanvas> canvas;
+       painted.context.As<IGLContext14_2>()->GetCanvas(canvas.Put());
+       canvas->DrawCompiledList(1);
+     }},
+
+    {"warning", "an image file is not loaded: it cannot be opened",
+     [] { LoadFrom(*GLCreate<IGLPixmap>(CLSID_GLPixmap), u"no-such-folder/no-such-file.bmp"); }},
+    {"warning", "an image file is not loaded: its header is no bitmap's, or does not match the file",
+     [] {
+       LoadImageFile({1, 2, 3});
+     }},
+    {"warning", "an image file is not loaded: a pixel has no colour in its table",
+     [] {
+       LoadImageFile(BitmapBytes{.m_uBitCount = 8, .m_Table = {}, .m_Pixels = {7, 0, 0, 0}}.File());
+     }},
+};
+
+/// What a host does, without a fault.
+void DoEverything() {
+  Fonts fonts;
+  std::atomic<bool> ready{false};
+  const FreeContext painted([&, compile = Compiling()](Scene& scene) mutable {
+    compile(scene);
+    scene.Canvas().SetTestID(1);
+    scene.Canvas().BeginDrawQuads();
+    for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 50.}, {-50., 50.}})
+      scene.Canvas().Vertex2d(x, y);
+    scene.Canvas().EndDrawVertices();
+    GLDATA_POINT start{};
+    for (std::size_t i = 0; ready && i < 2; ++i) fonts[i]->Print(GLString("text"), &start);
+  });
+  fonts = MakeFonts(*painted.context, false);
+  ready = true;
+  IGLLight* light = nullptr;
+  painted.context->CreateLight(&light);
+  painted.viewer->Clip(1);
+  const auto capture = GLMake<TestCapture>();
+  painted.context->AttachCapture(capture.Get());
+  EXPECT_EQ(capture->Take(), 1);
+  Select(painted);
+  painted.context.As<IGLContext12>()->SuspendDrawThread();
+  painted.context.As<IGLContext12>()->ResumeDrawThread();
+  EXPECT_EQ(painted.context->Initialize(0), S_OK);
+  painted.Await(2);
+}
+
+}  // namespace
+
+TEST(Log, TellsOfEachEventOnce) {
+  PrepareDisplay();
+  for (const LogCase& c : kCases) {
+    SCOPED_TRACE(c.m_szMessage);
+    const LogLines log(LogLevel::kDebug);
+    c.m_pfnCause();
+    const std::regex line("gllib: (error|warning|info|debug): (context [0-9]+, )?thread [0-9]+: [^\n]+\n");
+    for (const std::string& text : log.All()) EXPECT_TRUE(std::regex_match(text, line)) << text;
+    EXPECT_EQ(log.Count(c.m_szMessage, c.m_szLevel), 1) << log.Joined();
+  }
+}
+
+TEST(Log, HoldsNoWarningOfARunWithoutAFault) {
+  PrepareDisplay();
+  const LogLines log(LogLevel::kDebug);
+  DoEverything();
+  EXPECT_EQ(log.Count("warning: ") + log.Count("error"), 0) << log.Joined();
+  EXPECT_EQ(log.Count("GL: "), 2) << log.Joined();
+}
+
+TEST(Log, NamesTheContextThatDrawsAndTheOneThatIsCalled) {
+  PrepareDisplay();
+  const LogLines log(LogLevel::kInfo);
+  const FreeContext one, other;
+  std::set<std::string> contexts;
+  std::smatch found;
+  for (const std::string& line : log.All()) {
+    if (std::regex_search(line, found, std::regex("context ([0-9]+), .*: (GL: |pixel format)")))
+      contexts.insert(found[1]);
+  }
+  EXPECT_EQ(contexts.size(), 2u) << log.Joined();
+}
+
+TEST(Log, IsOffUnlessTheEnvironmentAsksForIt) {
+  PrepareDisplay();
+  if (std::getenv("GLLIB_LOG") != nullptr) GTEST_SKIP() << "the environment asks for it";
+  const LogLines log(LogLevel::kUnread);
+  DoEverything();
+  LoadFrom(*GLCreate<IGLPixmap>(CLSID_GLPixmap), u"no-such-file.bmp");
+  EXPECT_EQ(log.Joined(), "");
+}

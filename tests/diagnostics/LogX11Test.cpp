@@ -1,0 +1,107 @@
+// The messages of the log about the X server and its windows.
+
+#include "platform/linux/display/DisplayServer.h"
+#include "support/LogLines.h"
+#include "support/Scene.h"
+#include "support/Test.h"
+#include "support/XServer.h"
+
+namespace {
+
+/// Another environment, in which the display is looked for again.
+class Environment {
+ public:
+  Environment(const char* aDisplay, const char* aServer) {
+    EndDisplay();
+    setenv("GLLIB_DISPLAY", aDisplay, 1);
+    setenv("DISPLAY", aServer, 1);
+  }
+  ~Environment() {
+    unsetenv("GLLIB_DISPLAY");
+    unsetenv("DISPLAY");
+    EndDisplay();
+  }
+};
+
+HRESULT InitializeIn(ULONG_PTR aParent) { return GLCreate<IGLContext>(CLSID_GLContext)->Initialize(aParent); }
+
+/// A window that takes no child that is drawn.
+xcb_window_t MakeInputWindow(const ForeignWindow& aParent) {
+  xcb_connection_t* connection = aParent.Connection();
+  const xcb_window_t window = xcb_generate_id(connection);
+  const auto made = xcb_create_window_checked(connection, 0, window, aParent.Xid(), 0, 0, 9, 9, 0,
+                                              XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+  free(xcb_request_check(connection, made));
+  return window;
+}
+
+/// Initialises a context where there is no server, or not the right one.
+void InitializeUnder(const char* aDisplay, const char* aServer) {
+  const Environment environment(aDisplay, aServer);
+  InitializeIn(0);
+}
+
+const LogCase kWithoutServer[] = {
+    {"info", "there is no X server: DISPLAY is not set", [] { InitializeUnder("", ""); }},
+    {"info", "display: headless: no X server can be used", [] { InitializeUnder("", ""); }},
+    {"info", "display: headless: GLLIB_DISPLAY asks for it", [] { InitializeUnder("headless", ""); }},
+    {"warning", "the X server nowhere:7 cannot be reached", [] { InitializeUnder("", "nowhere:7"); }},
+    {"error", "there is no display: GLLIB_DISPLAY asks for X11 alone", [] { InitializeUnder("x11", ""); }},
+    {"warning", "GLLIB_DISPLAY is \"wayland\", which is neither x11 nor headless",
+     [] { InitializeUnder("wayland", ""); }},
+};
+
+const LogCase kWithServer[] = {
+    {"info", "display: X11, server :", [] { EXPECT_EQ(InitializeIn(0), S_OK); }},
+    {"error", "the X server does not know the parent window 0x123456: flush or synchronise the host's own",
+     [] { EXPECT_EQ(InitializeIn(0x123456), E_FAIL); }},
+    {"error", "the X server refuses a child of the window 0x",
+     [] {
+       const ForeignWindow parent(30, 30);
+       EXPECT_EQ(InitializeIn(MakeInputWindow(parent)), E_FAIL);
+     }},
+    {"error", "the parent's handle has more than 32 bits",
+     [] { EXPECT_EQ(InitializeIn(~ULONG_PTR{0}), E_FAIL); }},
+    {"error", "Initialize failed: no window could be created",
+     [] { EXPECT_EQ(InitializeIn(0x123456), E_FAIL); }},
+};
+
+}  // namespace
+
+TEST(Log, TellsWhyADisplayIsChosen) {
+  for (const LogCase& c : kWithoutServer) {
+    SCOPED_TRACE(c.m_szMessage);
+    const LogLines log(LogLevel::kDebug);
+    c.m_pfnCause();
+    EXPECT_EQ(log.Count(c.m_szMessage, c.m_szLevel), 1) << log.Joined();
+  }
+}
+
+TEST(Log, TellsWhyAParentIsRefused) {
+  for (const LogCase& c : kWithServer) {
+    SCOPED_TRACE(c.m_szMessage);
+    EndDisplay();
+    const XServer server;
+    ASSERT_TRUE(server.IsRunning());
+    const LogLines log(LogLevel::kDebug);
+    c.m_pfnCause();
+    EXPECT_EQ(log.Count(c.m_szMessage, c.m_szLevel), 1) << log.Joined();
+  }
+}
+
+TEST(Log, TellsThatTheWindowOrTheServerHasGone) {
+  EndDisplay();
+  XServer server;
+  ASSERT_TRUE(server.IsRunning());
+  const LogLines log(LogLevel::kInfo);
+  ForeignWindow parent(30, 30);
+  const FreeContext inParent({}, 30, 30, parent.Xid()), own;
+  EXPECT_EQ(log.Count("warning") + log.Count("error"), 0) << log.Joined();
+  parent.DestroyWindow();
+  EXPECT_TRUE(log.Has("the window is destroyed"));
+  EXPECT_EQ(log.Count("the window is destroyed"), 1) << log.Joined();
+  server.Kill();
+  EXPECT_TRUE(log.Has("the connection to the X server is lost"));
+  EXPECT_TRUE(Eventually([&] { return log.Count("the window is destroyed") == 2; }))
+      << "the other context's too";
+}

@@ -1,0 +1,66 @@
+// LogLines: the lines that the log writes while the object stands, in place of the log itself.
+// One at a time; any thread may write.
+
+#pragma once
+
+#include <algorithm>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Log.h"
+#include "support/Eventually.h"
+
+class LogLines {
+ public:
+  /// @param aLevel kUnread: what the environment says
+  explicit LogLines(LogLevel aLevel) {
+    Take();
+    SetLogSink(aLevel, Keep);
+  }
+  ~LogLines() { SetLogSink(LogLevel::kUnread, nullptr); }
+  LogLines(const LogLines&) = delete;
+  LogLines& operator=(const LogLines&) = delete;
+
+  std::vector<std::string> All() const {
+    const std::scoped_lock lock(s_Lock);
+    return s_Lines;
+  }
+  /// How many lines of a level, or of all, hold a text.
+  auto Count(std::string_view aText, const std::string& aLevel = "") const {
+    const auto lines = All();
+    return std::count_if(lines.begin(), lines.end(), [&](const std::string& aLine) {
+      return aLine.starts_with("gllib: " + aLevel) && aLine.find(aText) != aLine.npos;
+    });
+  }
+  /// Waits for a line that holds a text.
+  bool Has(std::string_view aText) const {
+    return Eventually([&] { return Count(aText) > 0; });
+  }
+  std::string Joined() const {
+    std::string all;
+    for (const std::string& line : All()) all += line;
+    return all;
+  }
+
+ private:
+  static void Keep(const char* aLine, std::size_t aLength) {
+    const std::scoped_lock lock(s_Lock);
+    s_Lines.emplace_back(aLine, aLength);
+  }
+  static void Take() {
+    const std::scoped_lock lock(s_Lock);
+    s_Lines.clear();
+  }
+
+  static inline std::mutex s_Lock;
+  static inline std::vector<std::string> s_Lines;
+};
+
+/// A cause of a message, and the start of the message.
+struct LogCase {
+  const char* m_szLevel;
+  const char* m_szMessage;
+  void (*m_pfnCause)();
+};
