@@ -1,5 +1,5 @@
 # Sets GLLIB_HEADER_LIBRARIES to a folder with the libraries that are headers: stb and cxxopts, and for tests glm. A cross
-# compiler gets them by a folder of their own, since what stands beside them belongs to the system that builds.
+# compiler gets them by a folder of their own, since the folder around them belongs to the system that builds.
 
 if(CMAKE_CROSSCOMPILING)
   set(GLLIB_HEADER_LIBRARIES ${PROJECT_BINARY_DIR}/headers)

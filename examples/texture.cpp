@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kWidth = 800;
 constexpr int kHeight = 500;
-GLDATA_POINT s_up{0, 1, 0};
+GLDATA_POINT g_up{0, 1, 0};
 
 GLPtr<IGLPixmap> NewImage(int aSide, GLDATA_RGBA4B (*aColorAt)(int aX, int aY)) {
   auto image = GLCreate<IGLPixmap>(CLSID_GLPixmap);
@@ -70,8 +70,8 @@ class TexturePainter final : public GLPainterBase {
  public:
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {
     aCanvas->SetDrawAttributes(m_attributes.Get());
-    DrawQuad(aContext, *m_tiles.Get(), 0, {{{-8, 0, 6}, {0, 0, 6}, {0, 0, -22}, {-8, 0, -22}}}, s_up, 8, 28);
-    DrawQuad(aContext, *m_tiles.Get(), 1, {{{0, 0, 6}, {8, 0, 6}, {8, 0, -22}, {0, 0, -22}}}, s_up, 8, 28);
+    DrawQuad(aContext, *m_tiles.Get(), 0, {{{-8, 0, 6}, {0, 0, 6}, {0, 0, -22}, {-8, 0, -22}}}, g_up, 8, 28);
+    DrawQuad(aContext, *m_tiles.Get(), 1, {{{0, 0, 6}, {8, 0, 6}, {8, 0, -22}, {0, 0, -22}}}, g_up, 8, 28);
     DrawBox(aContext);
     DrawHill(aContext);
     return S_OK;
@@ -82,7 +82,7 @@ class TexturePainter final : public GLPainterBase {
   static void DrawQuad(IGLContext* aContext, IGLTexture2D& aTexture, LONG aSmooth,
                        std::array<GLDATA_POINT, 4> aCorners, GLDATA_POINT aNormal, float aAcross, float aUp) {
     aTexture.BeginDraw(aContext, GLTM_MODULATE, aSmooth, aSmooth, 1, &aNormal, nullptr);
-    aTexture.Draw(0, 0, &aCorners[0]);
+    aTexture.Draw(0, 0, aCorners.data());
     aTexture.Draw(aAcross, 0, &aCorners[1]);
     aTexture.Draw(aAcross, aUp, &aCorners[2]);
     aTexture.Draw(0, aUp, &aCorners[3]);
@@ -95,7 +95,7 @@ class TexturePainter final : public GLPainterBase {
              2);
     DrawQuad(aContext, bricks, 1, {{{-2, 0, 2}, {-1, 0, 0}, {-1, 2, 0}, {-2, 2, 2}}}, {0.894, 0, 0.447}, 2,
              2);
-    DrawQuad(aContext, bricks, 1, {{{-4, 2, 1}, {-2, 2, 2}, {-1, 2, 0}, {-3, 2, -1}}}, s_up, 2, 2);
+    DrawQuad(aContext, bricks, 1, {{{-4, 2, 1}, {-2, 2, 2}, {-1, 2, 0}, {-3, 2, -1}}}, g_up, 2, 2);
   }
 
   static GLDATA_POINT OnHill(int aX, int aZ) {
@@ -105,7 +105,7 @@ class TexturePainter final : public GLPainterBase {
 
   void DrawHill(IGLContext* aContext) {
     for (int z = 0; z < 30; ++z) {
-      m_heights->BeginDraw(aContext, GLTM_MODULATE, 1, 1, 0, &s_up, nullptr);
+      m_heights->BeginDraw(aContext, GLTM_MODULATE, 1, 1, 0, &g_up, nullptr);
       for (int x = 0; x <= 30; ++x) {
         GLDATA_POINT back = OnHill(x, z), front = OnHill(x, z + 1);
         m_heights->Draw(&back, HeightToImage(back), &front, HeightToImage(front));

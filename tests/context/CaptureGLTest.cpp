@@ -99,7 +99,6 @@ TEST(Capture, EqualsTheWindowsPictureBothWaysAndInParts) {
 TEST(Capture, AppliesAttributesThatTheWindowHasAlready) {
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   attributes->EnableDrawMode(GLDM_LINE_FRONT, 1);
-  attributes->SetLineWidth(7);
   FreeContext drawn(
       [&](Scene& aScene) {
         IGLCanvas& canvas = aScene.Canvas();
@@ -111,7 +110,8 @@ TEST(Capture, AppliesAttributesThatTheWindowHasAlready) {
       },
       kWidth, kHeight);
   drawn.context->EnableLighting(0);
-  ASSERT_TRUE(Eventually([&] { return *drawn.frames > 2; }));
+  attributes->SetLineWidth(7);  // whose limits the first rendering context tells
+  drawn.Await(3);
   const auto capture = GLMake<TestCapture>();
   drawn.context->AttachCapture(capture.Get());
   for (const bool again : {false, true}) {

@@ -112,8 +112,26 @@ TEST(Context, ReplacesWindowAndThreadAtAFurtherInitialize) {
   ULONG preferred = 0, mustSleep = 0;
   painted.context->GetDrawThreadPars(&priority, &preferred, &mustSleep);
   EXPECT_EQ(preferred, 40u);
-  const int before = *painted.frames;
-  EXPECT_TRUE(Eventually([&] { return *painted.frames > before; })) << "viewers and painter stay";
+  painted.Await(1);  // viewers and painter stay
+}
+
+// The procedure and the replacement of its window want the same locks, and each waits for the other's end.
+TEST(Context, IsInitialisedAnewWhileItsWindowGetsMessages) {
+  const FreeContext drawn;
+  std::atomic<bool> done{false};
+  std::thread messages([&] {
+    while (!done) {
+      ULONG_PTR window = 0;
+      drawn.context->GetWindow(&window);
+      for (const UINT message : {WM_QUERYNEWPALETTE, WM_SYSCOLORCHANGE, WM_PALETTECHANGED})
+        PostMessageA(reinterpret_cast<HWND>(window), message, 0, 0);
+      std::this_thread::sleep_for(1ms);
+    }
+  });
+  for (int i = 0; i < 20; ++i) EXPECT_EQ(drawn.context->Initialize(0), S_OK) << i;
+  done = true;
+  messages.join();
+  drawn.Await(1);
 }
 
 TEST(Context, ForgetsADefaultFontThatIsDestroyed) {

@@ -41,6 +41,48 @@ TEST(ForeignParent, ShowsTheFrameAndFollowsTheViewport) {
   EXPECT_TRUE(Eventually([&] { return parent.Child() == 0; }));
 }
 
+// By the server's own pixels, as the driver gives GL but one sample of each.
+TEST(Smoothing, ShowsOnTheScreenWhereItIsToBeHad) {
+  struct {
+    const char* name;
+    LONG wanted, most;
+    bool smooth;
+  } const cases[] = {{"not asked for", 0, 4, false},
+                     {"asked for", 1, 4, true},
+                     {"any number of samples", 1, 0, true},
+                     {"fewer samples than any format has", 1, 1, false}};
+  Picture plain;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    const XServer server;  // each time another one: what is known of the one before has no meaning
+    ForeignWindow parent(100, 100);
+    const FreeContext drawn(
+        [](Scene& scene) {
+          scene.Canvas().BeginDrawTriangles();
+          for (const auto& [x, y] : {std::pair{-40.0, -35.0}, {40.0, -20.0}, {0.0, 40.0}})
+            scene.Canvas().Vertex3d(x, y, -10);
+          scene.Canvas().EndDrawVertices();
+        },
+        100, 100, parent.Xid());
+    const auto& context = drawn.context;
+    context->EnableLighting(0);
+    const auto smoothing = context.As<IGLContext14_3>();
+    smoothing->put_bFSAA(c.wanted);
+    smoothing->put_lFSAAMaxSamples(c.most);
+    ASSERT_EQ(context->Initialize(parent.Xid()), S_OK);
+    context->SetViewport(0, 0, 100, 100);
+    drawn.Await(3);
+    ULONG_PTR window = 0;
+    context->GetWindow(&window);
+    const Picture screen = parent.Screenshot(static_cast<xcb_window_t>(window), 100, 100);
+    EXPECT_GT(screen.CountOther(0x000000FF), 1000);
+    const int greys = screen.CountOther(0x000000FF) + screen.CountOther(0xFFFFFFFF) - 100 * 100;
+    EXPECT_TRUE(c.smooth ? greys > 50 : greys == 0) << greys << " grey pixels";
+    if (!c.wanted) plain = screen;
+    EXPECT_EQ(Difference(screen, plain) == 0, !c.smooth) << "the plain picture where there are no samples";
+  }
+}
+
 TEST(ForeignParent, MayVanishInEveryWay) {
   struct {
     const char* name;

@@ -147,20 +147,14 @@ TEST_F(Registry, OthersSeeAllChangesOfABatchOrNone) {
 
 TEST_F(Registry, TakesNoRelativeXdgFolder) {
   unsetenv("GLLIB_REGISTRY_DIR");
-  const auto files = [](const char* aHome, const char* aUser, const char* aMachine) {
-    setenv("XDG_CONFIG_HOME", aUser, 1);
-    setenv("XDG_CONFIG_DIRS", aMachine, 1);
-    const std::string home = getenv("HOME") != nullptr ? getenv("HOME") : "";
-    setenv("HOME", aHome, 1);
-    const auto result = std::pair(GLRegistration::UserFile(), GLRegistration::MachineFile());
-    setenv("HOME", home.c_str(), 1);
-    unsetenv("XDG_CONFIG_HOME");
-    unsetenv("XDG_CONFIG_DIRS");
-    return result;
-  };
-  EXPECT_EQ(files("/h", "/u", "/m:/n"),
-            std::pair(std::string("/u/gllib/user.reg"), std::string("/m/gllib/machine.reg")));
-  EXPECT_EQ(files("/h", "u", "m:/n"),
-            std::pair(std::string("/h/.config/gllib/user.reg"), std::string("/etc/xdg/gllib/machine.reg")));
-  EXPECT_EQ(files("", "", "").first, "");
+  const std::string before = getenv("HOME") != nullptr ? getenv("HOME") : "";
+  for (const auto& [home, user, machine, userFile, machineFile] :
+       {std::tuple{"/h", "/u", "/m:/n", "/u/gllib/user.reg", "/m/gllib/machine.reg"},
+        {"/h", "u", "m:/n", "/h/.config/gllib/user.reg", "/etc/xdg/gllib/machine.reg"},
+        {"", "", "", "", "/etc/xdg/gllib/machine.reg"}}) {
+    setenv("HOME", home, 1), setenv("XDG_CONFIG_HOME", user, 1), setenv("XDG_CONFIG_DIRS", machine, 1);
+    EXPECT_EQ(GLRegistration::UserFile(), userFile);
+    EXPECT_EQ(GLRegistration::MachineFile(), machineFile);
+  }
+  setenv("HOME", before.c_str(), 1), unsetenv("XDG_CONFIG_HOME"), unsetenv("XDG_CONFIG_DIRS");
 }

@@ -18,8 +18,9 @@ XServer::XServer() {
     const std::string descriptor = std::to_string(pipeEnds[1]);
     const int nowhere = open("/dev/null", O_WRONLY);
     dup2(nowhere, 2);
+    // Without a reset when the last client goes: the next one would meet a server that starts over.
     execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1024x768x24", "-nolisten",
-           "tcp", static_cast<char*>(nullptr));
+           "tcp", "-noreset", static_cast<char*>(nullptr));
     _exit(127);
   }
   close(pipeEnds[1]);

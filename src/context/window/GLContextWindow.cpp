@@ -156,12 +156,13 @@ bool GLContext::WaitForRenderingContext() noexcept {
 // parent.
 RECT GLContext::DestroyGLWindow() noexcept {
   RECT place{};
+  // A window that outlives this must not find the context. A procedure that runs is waited for, with no lock:
+  // it may want one.
+  if (m_Window.m_hWnd != nullptr) SetWindowLongPtrA(m_Window.m_hWnd, GWLP_USERDATA, 0);
   const RenderingTurn turn;
   const PLock lock(m_Lock);
   if (const HGLRC context = m_Window.m_Target.m_hRC.exchange(nullptr)) wglDeleteContext(context);
   if (m_Window.m_hWnd == nullptr) return place;
-  SetWindowLongPtrA(m_Window.m_hWnd, GWLP_USERDATA,
-                    0);  // a window that outlives this must not find the context
   if (GetWindowRect(m_Window.m_hWnd, &place) == FALSE) place = RECT{};
   if (m_Window.m_hParentWnd != nullptr) {
     POINT corners[2] = {{place.left, place.top}, {place.right, place.bottom}};
@@ -263,8 +264,10 @@ LRESULT GLContext::WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam
   }
 }
 
+// Where a replacement is in progress there is nothing left to do, and it waits for this procedure.
 void GLContext::OnSysColorChange() noexcept {
-  const std::scoped_lock replace(m_ReplaceLock);
+  const std::unique_lock replace(m_ReplaceLock, std::try_to_lock);
+  if (!replace) return;
   if (m_Window.m_Target.m_hRC == nullptr || m_bReleased.test()) return;
   {
     const PLock lock(m_Lock);

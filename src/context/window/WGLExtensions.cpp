@@ -181,7 +181,7 @@ void WGLExtensions::FetchEntryPoints() {
   }
 }
 
-int WGLExtensions::ChooseMultisampleFormat(HDC, const PIXELFORMATDESCRIPTOR& aRequest,
+int WGLExtensions::ChooseMultisampleFormat(HDC aDC, const PIXELFORMATDESCRIPTOR& aRequest,
                                            LONG iMaxSamples) noexcept {
   const std::scoped_lock lock(m_Lock);
   if (!m_setExtensions.contains(kPixelFormatExtension)) return 0;
@@ -199,6 +199,9 @@ int WGLExtensions::ChooseMultisampleFormat(HDC, const PIXELFORMATDESCRIPTOR& aRe
   } catch (...) {
     return 0;
   }
+  // The window's own device context, where there is one: the probe's display may have gone, or be another
+  // one.
+  const HDC dc = aDC != nullptr ? aDC : m_hDC;
   int& samples = *(attributes.end() - 3);
   const FLOAT noFloats[2] = {0.0f, 0.0f};
   for (const int count : kSampleCounts) {
@@ -206,7 +209,7 @@ int WGLExtensions::ChooseMultisampleFormat(HDC, const PIXELFORMATDESCRIPTOR& aRe
     samples = count;
     int format = 0;
     UINT found = 0;
-    if (m_pfnChoosePixelFormat(m_hDC, attributes.data(), noFloats, 1, &format, &found) && found > 0)
+    if (m_pfnChoosePixelFormat(dc, attributes.data(), noFloats, 1, &format, &found) && found > 0)
       return format;
   }
   return 0;

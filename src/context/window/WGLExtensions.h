@@ -32,6 +32,7 @@ class WGLExtensions {
   WGLExtensions& operator=(const WGLExtensions&) = delete;
 
   /// A format with a multisample buffer for the request, by the counts 32, 16, 8, 6, 4, 2 in this order.
+  /// @param hDC         the window's; null asks by the probe's own
   /// @param iMaxSamples counts above it are left out; 0 for no limit
   /// @return the format's number; 0 for none
   int ChooseMultisampleFormat(HDC hDC, const PIXELFORMATDESCRIPTOR& aRequest, LONG iMaxSamples) noexcept;

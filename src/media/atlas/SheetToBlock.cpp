@@ -113,7 +113,13 @@ std::string SourceOf(const Blocks& aBlocks) {
       source += bytes[i] != 0 ? "255," : "0,";
     }
     source += "};\n";
-    table += "{\"" + name + "\", k" + name + ", sizeof(k" + name + ")},";
+    table.append("{\"")
+        .append(name)
+        .append("\", k")
+        .append(name)
+        .append(", sizeof(k")
+        .append(name)
+        .append(")},");
   }
   return source + "constexpr ResourceBlock kBlocks[] = {" + table + "};\n}  // namespace\n" +
          "constinit std::span<const ResourceBlock> g_ResourceBlocks = kBlocks;\n";

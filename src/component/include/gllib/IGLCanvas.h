@@ -207,10 +207,12 @@ struct IGLCanvas : IUnknown {
   // again when it says no. Lists do not nest. All five operations answer E_GL_BADSTATE outside of a painter
   // or gauge, and where the host has made another rendering context current.
 
-  /// Opens a list: what is drawn up to EndCompileList goes into it, and not on the screen.
+  /// Opens a list. What is drawn up to EndCompileList goes into the list, and not to the screen.
+  /// Do not mix vertices of the canvas with your own glVertex calls between one BeginDraw... and its
+  /// EndDrawVertices: the component may divide a long list between two primitives there. Whole blocks of your
+  /// own GL calls are safe.
   /// @param aList receives the list, any non-zero number; 0 on failure
-  /// @return S_OK; E_FAIL when GL gives no list; E_GL_BADSTATE when the canvas has no context or a list is
-  /// open
+  /// @return S_OK; E_FAIL if GL has no list; E_GL_BADSTATE if the canvas has no context or a list is open
   virtual HRESULT BeginCompileList(int* aList) noexcept = 0;
   /// Closes the list that BeginCompileList opened.
   /// @return S_OK; E_GL_BADSTATE when the canvas has no context or no list is open

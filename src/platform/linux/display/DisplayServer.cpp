@@ -79,9 +79,13 @@ int Misfit(const DisplayFormat& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) 
 
 std::shared_ptr<DisplayServer> TheDisplay() noexcept {
   Choice& choice = TheChoice();
+  std::shared_ptr<DisplayServer> broken;  // ends when the lock is left: it waits for its event thread
   const std::scoped_lock lock(choice.m_Lock);
   if (choice.m_pSet != nullptr) return choice.m_pSet;
-  if (choice.m_pFound == nullptr || choice.m_pFound->IsBroken()) Find(choice);
+  if (choice.m_pFound == nullptr || choice.m_pFound->IsBroken()) {
+    broken = choice.m_pFound;
+    Find(choice);
+  }
   return choice.m_pFound;
 }
 
