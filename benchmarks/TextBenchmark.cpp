@@ -12,6 +12,7 @@
 namespace {
 
 constexpr char kFace[] = "DejaVu Sans";
+constexpr char16_t kWideFace[] = u"DejaVu Sans";
 constexpr char kText[] = "twenty characters OK";
 constexpr int kLength = sizeof kText - 1;
 constexpr int kHeight = -16;
@@ -20,7 +21,7 @@ constexpr int kHeight = -16;
 struct Bench {
   explicit Bench(FontKind aKind) {
     ModelInPixels(512, 512);
-    m_Font = m_Fonts.Make({.m_Kind = aKind, .m_szFace = kFace, .m_iHeight = kHeight});
+    m_Font = m_Fonts.Make({.m_Kind = aKind, .m_szFace = kWideFace, .m_iHeight = kHeight});
     m_Font->SetWidth(16);
     m_Font->SetHeight(16);
     m_Font->CreateFontLists();
