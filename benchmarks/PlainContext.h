@@ -1,8 +1,10 @@
-// PlainContext: a rendering context with no window, current on the thread of a benchmark.
-// One thread, from construction to the end.
+// PlainContext: a rendering context with no window that the component knows nothing of, for benchmarks and
+// for the pictures of tests. Current on the thread that makes it, from construction to the end.
 
 #pragma once
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 #include "component/ContextSite.h"
@@ -15,22 +17,13 @@
 class PlainContext {
  public:
   explicit PlainContext(int aWidth = 512, int aHeight = 512) {
+    // The driver shares one display per process: it is left initialised for the others.
     m_Display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
-    const EGLint wanted[] = {EGL_SURFACE_TYPE,
-                             EGL_PBUFFER_BIT,
-                             EGL_RENDERABLE_TYPE,
-                             EGL_OPENGL_BIT,
-                             EGL_RED_SIZE,
-                             8,
-                             EGL_DEPTH_SIZE,
-                             24,
-                             EGL_NONE};
     const EGLint size[] = {EGL_WIDTH, aWidth, EGL_HEIGHT, aHeight, EGL_NONE};
     EGLConfig config = nullptr;
-    EGLint count = 0;
     const bool made =
         eglInitialize(m_Display, nullptr, nullptr) && eglBindAPI(EGL_OPENGL_API) &&
-        eglChooseConfig(m_Display, wanted, &config, 1, &count) && count == 1 &&
+        (config = FindConfig()) != nullptr &&
         (m_Surface = eglCreatePbufferSurface(m_Display, config, size)) != EGL_NO_SURFACE &&
         (m_Context = eglCreateContext(m_Display, config, EGL_NO_CONTEXT, nullptr)) != EGL_NO_CONTEXT &&
         eglMakeCurrent(m_Display, m_Surface, m_Surface, m_Context);
@@ -41,6 +34,7 @@ class PlainContext {
     eglMakeCurrent(m_Display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
     eglDestroyContext(m_Display, m_Context);
     eglDestroySurface(m_Display, m_Surface);
+    eglReleaseThread();
   }
   /// Makes it current again after another one was.
   void MakeCurrent() const { eglMakeCurrent(m_Display, m_Surface, m_Surface, m_Context); }
@@ -48,6 +42,30 @@ class PlainContext {
   PlainContext& operator=(const PlainContext&) = delete;
 
  private:
+  /// The first one of 8 bits per colour and no alpha, with 32 bits of depth, or else 24. It is looked for one
+  /// by one, as EGL's own choice prefers colours of 10 bits.
+  EGLConfig FindConfig() const {
+    EGLConfig configs[512];
+    EGLint count = 0;
+    eglGetConfigs(m_Display, configs, static_cast<EGLint>(std::size(configs)), &count);
+    for (const EGLint depth : {32, 24}) {
+      const auto fits = [&](EGLConfig config) {
+        const auto has = [&](EGLint name) {
+          EGLint value = 0;
+          eglGetConfigAttrib(m_Display, config, name, &value);
+          return value;
+        };
+        return has(EGL_RED_SIZE) == 8 && has(EGL_GREEN_SIZE) == 8 && has(EGL_BLUE_SIZE) == 8 &&
+               has(EGL_ALPHA_SIZE) == 0 && has(EGL_DEPTH_SIZE) == depth && has(EGL_SAMPLES) == 0 &&
+               (has(EGL_SURFACE_TYPE) & EGL_PBUFFER_BIT) != 0 &&
+               (has(EGL_RENDERABLE_TYPE) & EGL_OPENGL_BIT) != 0;
+      };
+      const auto found = std::find_if(configs, configs + count, fits);
+      if (found != configs + count) return *found;
+    }
+    return nullptr;
+  }
+
   EGLDisplay m_Display = EGL_NO_DISPLAY;
   EGLSurface m_Surface = EGL_NO_SURFACE;
   EGLContext m_Context = EGL_NO_CONTEXT;

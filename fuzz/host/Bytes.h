@@ -2,10 +2,11 @@
 
 #pragma once
 
+#include <cfloat>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <span>
 
 class Bytes {
@@ -51,23 +52,9 @@ class Bytes {
   double Real() noexcept {
     const std::uint8_t kind = Byte();
     if (kind < 200) return (kind - 100) / 20.0;
-    using Limits = std::numeric_limits<double>;
-    constexpr double kEdges[] = {Limits::quiet_NaN(),
-                                 Limits::infinity(),
-                                 -Limits::infinity(),
-                                 Limits::max(),
-                                 Limits::lowest(),
-                                 Limits::min(),
-                                 Limits::denorm_min(),
-                                 -0.0,
-                                 1e30,
-                                 -1e30,
-                                 1e-30,
-                                 180.0,
-                                 90.0,
-                                 2147483648.0,
-                                 16777217.0,
-                                 1000.0};
+    constexpr double kEdges[] = {NAN,          INFINITY,     -INFINITY,  DBL_MAX, -DBL_MAX, DBL_MIN,
+                                 DBL_TRUE_MIN, -0.0,         1e30,       -1e30,   1e-30,    180.0,
+                                 90.0,         2147483648.0, 16777217.0, 1000.0};
     if (kind < 240) return kEdges[kind % std::size(kEdges)];
     const std::uint64_t bits = std::uint64_t{Word()} << 32 | Word();
     double value = 0;
@@ -76,9 +63,8 @@ class Bytes {
   }
   float Float() noexcept {
     const double value = Real();
-    using Limits = std::numeric_limits<float>;
-    if (value > Limits::max()) return Limits::infinity();
-    if (value < Limits::lowest()) return -Limits::infinity();
+    if (value > FLT_MAX) return INFINITY;
+    if (value < -FLT_MAX) return -INFINITY;
     return static_cast<float>(value);
   }
   /// A size in pixels: small, wrong, or too large for any memory. Nothing that is merely slow.

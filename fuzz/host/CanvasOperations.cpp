@@ -19,19 +19,15 @@ constexpr Vertices kPrimitives[] = {&IGLCanvas::BeginDrawPoints,      &IGLCanvas
                                     &IGLCanvas::BeginDrawTriangleFan, &IGLCanvas::BeginDrawQuads,
                                     &IGLCanvas::BeginDrawQuadStrip,   &IGLCanvas::BeginDrawPolygon};
 
+template <auto... kMembers>
+constexpr void (*kUntested[sizeof...(kMembers)])(Turn&) = {CallUntested<kMembers>...};
+
 // What may stand within a primitive.
-constexpr void (*kWithin[])(Turn&) = {CallUntested<&IGLCanvas::Vertex>,
-                                      CallUntested<&IGLCanvas::Vertex2d>,
-                                      CallUntested<&IGLCanvas::Vertex3d>,
-                                      CallUntested<&IGLCanvas::Vertex2f>,
-                                      CallUntested<&IGLCanvas::Vertex3f>,
-                                      CallUntested<&IGLCanvas::SetVertexNormal>,
-                                      CallUntested<&IGLCanvas::SetVertexNormal3d>,
-                                      CallUntested<&IGLCanvas::SetVertexNormal3f>,
-                                      CallUntested<&IGLCanvas::SetVertexColor>,
-                                      CallUntested<&IGLCanvas::SetVertexEdgeFlag>,
-                                      CallUntested<&IGLCanvas14_4::TexCoord2f>,
-                                      CallUntested<&IGLCanvas14_4::TexCoord2d>};
+constexpr auto& kWithin =
+    kUntested<&IGLCanvas::Vertex, &IGLCanvas::Vertex2d, &IGLCanvas::Vertex3d, &IGLCanvas::Vertex2f,
+              &IGLCanvas::Vertex3f, &IGLCanvas::SetVertexNormal, &IGLCanvas::SetVertexNormal3d,
+              &IGLCanvas::SetVertexNormal3f, &IGLCanvas::SetVertexColor, &IGLCanvas::SetVertexEdgeFlag,
+              &IGLCanvas14_4::TexCoord2f, &IGLCanvas14_4::TexCoord2d>;
 
 void Primitive(Turn& aTurn) {
   aTurn.Check((aTurn.m_Canvas.*aTurn.m_Bytes.OneOf(kPrimitives))());

@@ -1,16 +1,11 @@
 // The host comforts: text, registration and creation by ProgID, and the bases of client objects.
 
 #include <dlfcn.h>
-#include <gllib/GLLibHost.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
-
+#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -61,20 +56,14 @@ TEST(HostText, KeepsEveryCharacterBothWays) {
     const char* m_szBack;
   } texts[] = {
       {"", u"", ""},
-      {"Axis 1", u"Axis 1", "Axis 1"},
-      {"Gr\xC3\xBC\xC3\x9F"
-       "e",
-       u"Gr\u00FC\u00DFe",
-       "Gr\xC3\xBC\xC3\x9F"
-       "e"},
+      {"Gr\xC3\xBC\xC3\x9F 1", u"Gr\u00FC\u00DF 1", "Gr\xC3\xBC\xC3\x9F 1"},
       {"\xE2\x82\xAC\xEF\xBF\xBF", u"\u20AC\uFFFF", "\xE2\x82\xAC\xEF\xBF\xBF"},
       {"\xF0\x9D\x84\x9E\xF4\x8F\xBF\xBF", u"\U0001D11E\U0010FFFF", "\xF0\x9D\x84\x9E\xF4\x8F\xBF\xBF"},
-      // What is no character: a lone continuation, a cut one, an overlong one, a surrogate, one too large.
+      // What is no character: a lone continuation, a cut one, an overlong one, a surrogate.
       {"a\x80z", u"a\uFFFDz", "a\xEF\xBF\xBDz"},
       {"\xE2\x82", u"\uFFFD\uFFFD", "\xEF\xBF\xBD\xEF\xBF\xBD"},
       {"\xC0\xAF", u"\uFFFD\uFFFD", "\xEF\xBF\xBD\xEF\xBF\xBD"},
       {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"},
-      {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD", nullptr},
   };
   for (const auto& text : texts) {
     const GLString string(text.m_szBytes);
@@ -83,9 +72,7 @@ TEST(HostText, KeepsEveryCharacterBothWays) {
     std::memcpy(&bytes, reinterpret_cast<const char*>(BSTR(string)) - 4, 4);
     EXPECT_EQ(bytes, 2 * text.m_Units.size()) << "the count before the text is in bytes";
     EXPECT_EQ(BSTR(string)[text.m_Units.size()], 0);
-    if (text.m_szBack != nullptr) {
-      EXPECT_EQ(GLString(string).Utf8(), text.m_szBack);
-    }
+    EXPECT_EQ(GLString(string).Utf8(), text.m_szBack);
   }
   GLString lone;
   *lone.Put() = SysAllocStringLen(u"\xD800x\xDC00", 3);
@@ -180,11 +167,8 @@ TEST(HostClients, CaptureServesEachRequestOnce) {
   capture->GetPixmap(target.Put());
   EXPECT_EQ(target, second);
   int x = 0, y = 0, width = 0, height = 0;
-  float zoom = 0.0f;
   capture->GetRectangle(&x, &y, &width, &height);
-  capture->GetPixelZoom(&zoom);
   EXPECT_EQ(std::vector({x, y, width, height}), std::vector({3, 4, 5, 6}));
-  EXPECT_EQ(zoom, 2.0f);
   EXPECT_TRUE(IsWanted(*capture));
   capture->GetPixmap(target.Put());
   EXPECT_EQ(target, first);

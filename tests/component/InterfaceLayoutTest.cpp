@@ -1,12 +1,8 @@
 // What a host with headers of its own relies on: identifiers, slots, structures and values of the interfaces.
 
-#include <gllib/GLLib.h>
-#include <gtest/gtest.h>
-
-#include <cstddef>
-
-#include "component/PublishedIdentifiers.h"
+#include "component/IdlClasses.h"
 #include "platform/GL.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -21,77 +17,31 @@ std::size_t SlotOf(Operation aOperation) {
   return (words[0] & ~std::uintptr_t{1}) / sizeof(void*);
 }
 
-struct Slot {
-  const char* m_szName;
-  std::size_t m_uFound, m_uPublished;
-};
-
-#define SLOT(operation, published) \
-  { #operation, SlotOf(&operation), published }
-
 }  // namespace
 
-TEST(InterfaceLayout, OperationsEndInTheirPublishedSlots) {
-  // The order of the operations is the type library's; the last slot tells that nothing stands between them.
-  const Slot slots[] = {
-      SLOT(IGLContext::Select, 42),
-      SLOT(IGLContext2::CreateInternalFont, 5),
-      SLOT(IGLContext12::ResumeDrawThread, 4),
-      SLOT(IGLContext14_2::GetCanvas, 3),
-      SLOT(IGLContext14_3::put_lFSAAMaxSamples, 6),
-      SLOT(IGLViewer::PointSCStoWCS, 41),
-      SLOT(IGLViewer2::SetShowAxes, 4),
-      SLOT(IGLCanvas::IsCompiledList, 50),
-      SLOT(IGLCanvas2::PopAttrib, 7),
-      SLOT(IGLCanvas3::GetModelCoords, 4),
-      SLOT(IGLCanvas13_1::GetMaterial, 13),
-      SLOT(IGLCanvas14_2::GetRawModelviewMatrix, 4),
-      SLOT(IGLCanvas14_4::Build2DMipmaps, 16),
-      SLOT(IGLDrawAttr::GetDrawMode, 29),
-      SLOT(IGLMaterial::GetDrawMode, 15),
-      SLOT(IGLLight::SetDirection, 28),
-      SLOT(IGLFog::SetFogColor, 13),
-      SLOT(IGLCollection::AppendTo, 13),
-      SLOT(IGLFont::Print, 17),
-      SLOT(IGLBitmap::Draw, 11),
-      SLOT(IGLPixmap::Draw, 19),
-      SLOT(IGLTexture1D::EndDraw, 6),
-      SLOT(IGLTexture2D::EndDraw, 6),
-      SLOT(IGLCoord::SetMatrix16d, 23),
-      SLOT(IGLPainter::Draw, 3),
-      SLOT(IGLViewerGauge::IsVisible, 5),
-      SLOT(IGLCapture::OnData, 8),
-  };
-  for (const Slot& slot : slots) EXPECT_EQ(slot.m_uFound, slot.m_uPublished) << slot.m_szName;
+// The test of the Python package has the last slot of each interface.
+TEST(InterfaceLayout, OperationsStandInTheOrderOfTheirDeclaration) {
+  EXPECT_EQ(SlotOf(&IGLContext::Select), 42u);
+  EXPECT_EQ(SlotOf(&IGLCanvas::IsCompiledList), 50u);
+  EXPECT_EQ(SlotOf(&IGLCapture::OnData), 8u);
 }
 
-// Those that the component only calls; all others are found by their published identifiers in every class.
-TEST(InterfaceLayout, ClientsCarryThePublishedIdentifiers) {
-  const IID* const ids[] = {&IID_IGLPainter, &IID_IGLViewerGauge, &IID_IGLCapture};
-  for (std::size_t i = 0; i < std::size(ids); ++i)
-    EXPECT_TRUE(*ids[i] == IdentifierFromText(kPublishedCallbacks[i].m_szId))
-        << kPublishedCallbacks[i].m_szName;
+// Those that the component only calls; the others are asked for by their identifiers in the test of each
+// class.
+TEST(InterfaceLayout, ClientsCarryTheIdentifiersOfTheTypeLibrary) {
+  const auto ids = IdlIdentifiers();
+  EXPECT_TRUE(IID_IGLPainter == IdentifierFromText(ids.at("IGLPainter")));
+  EXPECT_TRUE(IID_IGLViewerGauge == IdentifierFromText(ids.at("IGLViewerGauge")));
+  EXPECT_TRUE(IID_IGLCapture == IdentifierFromText(ids.at("IGLCapture")));
+  EXPECT_EQ(ids.size(), 1u + 14u + 27u) << "library, classes and interfaces";
 }
 
-TEST(InterfaceLayout, StructuresHaveTheirPublishedLayout) {
-  const struct {
-    const char* m_szName;
-    std::size_t m_uFound, m_uPublished;
-  } places[] = {
-      {"LONG", sizeof(LONG), 4},
-      {"ULONG", sizeof(ULONG), 4},
-      {"GLPOSITION", sizeof(GLPOSITION), 4},
-      {"GLDATA_RGBA4B", sizeof(GLDATA_RGBA4B), 4},
-      {"GLDATA_MATRIX6D", sizeof(GLDATA_MATRIX6D), 48},
-      {"GLDATA_MATRIX16D", sizeof(GLDATA_MATRIX16D), 128},
-      {"GLDATA_TRANS_TRIANGLE", sizeof(GLDATA_TRANS_TRIANGLE), 224},
-      {"its normals, behind its points", offsetof(GLDATA_TRANS_TRIANGLE, m_sNormals), 72},
-      {"its colours", offsetof(GLDATA_TRANS_TRIANGLE, m_sColors), 144},
-      {"its centroid", offsetof(GLDATA_TRANS_TRIANGLE, m_sCentroid), 192},
-      {"eGLDrawMode", sizeof(eGLDrawMode), 4},
-  };
-  for (const auto& place : places) EXPECT_EQ(place.m_uFound, place.m_uPublished) << place.m_szName;
-}
+// What existing hosts were compiled for.
+static_assert(sizeof(LONG) == 4 && sizeof(ULONG) == 4 && sizeof(GLPOSITION) == 4 && sizeof(eGLDrawMode) == 4);
+static_assert(sizeof(GLDATA_RGBA4B) == 4 && sizeof(GLDATA_MATRIX6D) == 48 && sizeof(GLDATA_MATRIX16D) == 128);
+static_assert(sizeof(GLDATA_TRANS_TRIANGLE) == 224 && offsetof(GLDATA_TRANS_TRIANGLE, m_sNormals) == 72 &&
+              offsetof(GLDATA_TRANS_TRIANGLE, m_sColors) == 144 &&
+              offsetof(GLDATA_TRANS_TRIANGLE, m_sCentroid) == 192);
 
 // The canvas passes its enumerations on as they are.
 static_assert(GLTF_RGB == GL_RGB && GLTF_RGBA == GL_RGBA && GLDT_BYTE == GL_BYTE &&

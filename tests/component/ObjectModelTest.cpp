@@ -1,22 +1,16 @@
 // How objects live and are found: class factories, identity, counts, aggregation and the module's lock.
 
-#include <gllib/GLEntryPoints.h>
-#include <gllib/GLLib.h>
-#include <gllib/GLPtr.h>
-#include <gtest/gtest.h>
-
-#include <thread>
-
+#include "component/IdlClasses.h"
 #include "component/Module.h"
-#include "component/PublishedIdentifiers.h"
+#include "support/Test.h"
 
 namespace {
 
 constexpr IID kUnknownInterface = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
 
-GLPtr<IClassFactory> FactoryOf(const char* aClassId) {
+GLPtr<IClassFactory> FactoryOf(const CLSID& aClassId) {
   GLPtr<IClassFactory> factory;
-  EXPECT_EQ(DllGetClassObject(IdentifierFromText(aClassId), IID_IClassFactory, factory.PutVoid()), S_OK);
+  EXPECT_EQ(DllGetClassObject(aClassId, IID_IClassFactory, factory.PutVoid()), S_OK);
   return factory;
 }
 
@@ -42,44 +36,40 @@ class Outer final : public IUnknown {
   ULONG m_uReferences = 1;
 };
 
-class EveryClass : public testing::TestWithParam<PublishedClass> {};
-
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(ObjectModel, EveryClass, testing::ValuesIn(kPublishedClasses),
-                         [](const auto& aInfo) { return aInfo.param.m_szName; });
-
-TEST_P(EveryClass, AnswersToItsInterfacesAndToNoOther) {
+TEST(ObjectModel, EveryClassAnswersToItsOwnInterfacesAlone) {
   const LONG locks = g_iModuleLocks;
-  {
-    const auto factory = FactoryOf(GetParam().m_szId);
+  for (const IdlClass& own : IdlClasses()) {
+    SCOPED_TRACE(own.m_sName);
     GLPtr<IUnknown> object;
-    ASSERT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, object.PutVoid()), S_OK);
-    for (const PublishedClass& other : kPublishedClasses) {
-      const bool own = other.m_szId == GetParam().m_szId;
-      for (const PublishedInterface& face : other.m_vInterfaces) {
+    ASSERT_EQ(
+        FactoryOf(IdentifierFromText(own.m_sId))->CreateInstance(nullptr, IID_IUnknown, object.PutVoid()),
+        S_OK);
+    for (const IdlClass& other : IdlClasses()) {
+      for (const IdlInterface& face : other.m_vInterfaces) {
         void* found = &found;
-        const HRESULT result = object->QueryInterface(IdentifierFromText(face.m_szId), &found);
-        ASSERT_EQ(result, own ? S_OK : E_NOINTERFACE) << face.m_szName;
-        EXPECT_EQ(found != nullptr, own) << face.m_szName;
-        if (!own) continue;
+        const HRESULT result = object->QueryInterface(IdentifierFromText(face.m_sId), &found);
+        ASSERT_EQ(result, &other == &own ? S_OK : E_NOINTERFACE) << face.m_sName;
+        EXPECT_EQ(found != nullptr, &other == &own) << face.m_sName;
+        if (found == nullptr) continue;
         const auto counted = GLPtr<IUnknown>::FromCounted(static_cast<IUnknown*>(found));
-        EXPECT_EQ(Ask(*counted, IID_IUnknown), object) << "one identity behind " << face.m_szName;
+        EXPECT_EQ(Ask(*counted, IID_IUnknown), object) << "one identity behind " << face.m_sName;
       }
     }
     EXPECT_EQ(static_cast<void*>(object.Get()),
-              Ask(*object, IdentifierFromText(GetParam().m_vInterfaces.front().m_szId)).Get())
+              Ask(*object, IdentifierFromText(own.m_vInterfaces.front().m_sId)).Get())
         << "identity is the first interface";
-    EXPECT_EQ(object->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
   }
   EXPECT_EQ(g_iModuleLocks, locks) << "the last Release leaves nothing behind";
 }
 
-TEST_P(EveryClass, LivesAndEndsWithinAnOuterObject) {
+TEST(ObjectModel, EveryClassLivesAndEndsWithinAnOuterObject) {
   const LONG locks = g_iModuleLocks;
-  {
-    const auto factory = FactoryOf(GetParam().m_szId);
-    const IID first = IdentifierFromText(GetParam().m_vInterfaces.front().m_szId);
+  for (const IdlClass& own : IdlClasses()) {
+    SCOPED_TRACE(own.m_sName);
+    const auto factory = FactoryOf(IdentifierFromText(own.m_sId));
+    const IID first = IdentifierFromText(own.m_vInterfaces.front().m_sId);
     Outer outer;
     void* refused = &refused;
     EXPECT_EQ(factory->CreateInstance(&outer, first, &refused), CLASS_E_NOAGGREGATION);
@@ -89,7 +79,6 @@ TEST_P(EveryClass, LivesAndEndsWithinAnOuterObject) {
     GLPtr<IUnknown> inner;
     ASSERT_EQ(factory->CreateInstance(&outer, IID_IUnknown, inner.PutVoid()), S_OK);
     outer.m_pInner = inner.Get();
-    EXPECT_NE(inner.Get(), &outer);
     EXPECT_EQ(Ask(*inner, IID_IUnknown), inner) << "the inner identity stays its own";
     {
       const auto face = Ask(outer, first);
@@ -105,50 +94,42 @@ TEST_P(EveryClass, LivesAndEndsWithinAnOuterObject) {
 
 TEST(ObjectModel, RefusedCreationsLeaveNothingBehind) {
   const LONG locks = g_iModuleLocks;
-  void* made = &made;
-  EXPECT_EQ(DllGetClassObject(kUnknownInterface, IID_IClassFactory, &made), CLASS_E_CLASSNOTAVAILABLE);
-  EXPECT_EQ(made, nullptr);
-  EXPECT_EQ(DllGetClassObject(CLSID_GLFog, IID_IClassFactory, nullptr), E_POINTER);
-  made = &made;
-  EXPECT_EQ(DllGetClassObject(CLSID_GLFog, IID_IGLFog, &made), E_NOINTERFACE);
-  EXPECT_EQ(made, nullptr);
-  GLPtr<IClassFactory> factory;
-  ASSERT_EQ(DllGetClassObject(CLSID_GLFog, IID_IClassFactory, factory.PutVoid()), S_OK);
-  made = &made;
-  EXPECT_EQ(factory->CreateInstance(nullptr, kUnknownInterface, &made), E_NOINTERFACE);
-  EXPECT_EQ(made, nullptr);
-  EXPECT_EQ(factory->CreateInstance(nullptr, IID_IGLFog, nullptr), E_POINTER);
-  factory.Reset();
+  {
+    const auto factory = FactoryOf(CLSID_GLFog);
+    GLPtr<IUnknown> fog;
+    factory->CreateInstance(nullptr, IID_IUnknown, fog.PutVoid());
+    EXPECT_EQ(DllGetClassObject(CLSID_GLFog, IID_IClassFactory, nullptr), E_POINTER);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IGLFog, nullptr), E_POINTER);
+    EXPECT_EQ(fog->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+    void* made[] = {&made, &made, &made};
+    EXPECT_EQ(DllGetClassObject(kUnknownInterface, IID_IClassFactory, &made[0]), CLASS_E_CLASSNOTAVAILABLE);
+    EXPECT_EQ(DllGetClassObject(CLSID_GLFog, IID_IGLFog, &made[1]), E_NOINTERFACE);
+    EXPECT_EQ(factory->CreateInstance(nullptr, kUnknownInterface, &made[2]), E_NOINTERFACE);
+    for (const void* one : made) EXPECT_EQ(one, nullptr);
+  }
   EXPECT_EQ(g_iModuleLocks, locks);
 }
 
 TEST(ObjectModel, ModuleStaysWhileAnythingOfItIsHeld) {
   ASSERT_EQ(DllCanUnloadNow(), S_OK);
-  GLPtr<IClassFactory> factory, again;
-  DllGetClassObject(CLSID_GLCoord, IID_IClassFactory, factory.PutVoid());
-  DllGetClassObject(CLSID_GLCoord, IID_IUnknown, again.PutVoid());
-  EXPECT_EQ(factory, again) << "one factory a class";
+  auto factory = FactoryOf(CLSID_GLCoord), again = FactoryOf(CLSID_GLCoord);
+  EXPECT_EQ(factory, again) << "one factory per class";
   EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "a factory";
   GLPtr<IGLCoord> object;
   factory->CreateInstance(nullptr, IID_IGLCoord, object.PutVoid());
-  factory->LockServer(1);
-  factory->LockServer(1);
-  factory->LockServer(0);
+  for (const BOOL lock : {1, 1, 0}) factory->LockServer(lock);
   factory.Reset();
   again.Reset();
   EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "an object and a lock";
   object.Reset();
   EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "a lock";
-  DllGetClassObject(CLSID_GLCoord, IID_IClassFactory, factory.PutVoid());
-  factory->LockServer(0);
-  factory.Reset();
+  FactoryOf(CLSID_GLCoord)->LockServer(0);
   EXPECT_EQ(DllCanUnloadNow(), S_OK);
 }
 
 TEST(ObjectModel, CountsAreExactOnManyThreads) {
-  const auto factory = FactoryOf(kPublishedClasses[1].m_szId);
   GLPtr<IGLDrawAttr> object;
-  factory->CreateInstance(nullptr, IID_IGLDrawAttr, object.PutVoid());
+  FactoryOf(CLSID_GLDrawAttr)->CreateInstance(nullptr, IID_IGLDrawAttr, object.PutVoid());
   std::vector<std::thread> threads;
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([&object] {
@@ -186,16 +167,13 @@ class Ending final : public IUnknown {
   HRESULT QueryInterface(REFIID, void**) noexcept override { return E_NOINTERFACE; }
   ULONG AddRef() noexcept override { return Count(1); }
   ULONG Release() noexcept override { return Count(-1); }
-
-  bool m_bEnded = false;
-  int m_iLateCalls = 0;
-
- private:
   ULONG Count(int aStep) noexcept {
     if (m_bEnded) ++m_iLateCalls;
     return static_cast<ULONG>(m_iReferences += aStep);
   }
-  int m_iReferences = 1;
+
+  bool m_bEnded = false;
+  int m_iReferences = 1, m_iLateCalls = 0;
 };
 
 }  // namespace
@@ -207,13 +185,11 @@ TEST(ObjectEnd, IsNotRepeatedByAMemberThatCountsItsCollectionThen) {
     Returning member;
     Ending outer;
     {
-      const auto factory = FactoryOf("C1F0DF9D-ECE9-4EDF-82A3-700105F2D74F");
       GLPtr<IUnknown> object;
-      ASSERT_TRUE(factory);
-      ASSERT_EQ(factory->CreateInstance(aggregated ? &outer : nullptr, IID_IUnknown, object.PutVoid()), S_OK);
+      FactoryOf(CLSID_GLCollection)
+          ->CreateInstance(aggregated ? &outer : nullptr, IID_IUnknown, object.PutVoid());
       IGLCollection* collection = nullptr;  // its count is the outer object's, or the object's own
-      ASSERT_EQ(object->QueryInterface(IGLCollection::Identifier, reinterpret_cast<void**>(&collection)),
-                S_OK);
+      ASSERT_EQ(object->QueryInterface(IID_IGLCollection, reinterpret_cast<void**>(&collection)), S_OK);
       collection->Add(&member);
       member.m_pHolder = collection;
       collection->Release();

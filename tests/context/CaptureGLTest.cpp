@@ -1,41 +1,21 @@
 // Captures: what arrives in the pixmap, both ways, and what is left as it was.
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <future>
-#include <utility>
-
 #include "component/Module.h"
 #include "context/GLContext.h"
 #include "platform/GL.h"
 #include "support/Counting.h"
-#include "support/Eventually.h"
 #include "support/RichScene.h"
+#include "support/Test.h"
 
 namespace {
 
 constexpr int kWidth = 64, kHeight = 48;
 
-Picture PictureIn(IGLPixmap& aPixmap) {
-  int w = 0, h = 0;
-  aPixmap.GetWidth(&w);
-  aPixmap.GetHeight(&h);
-  Picture picture(w, h);
-  for (int y = 0; y < h; ++y) {
-    for (int x = 0; x < w; ++x) {
-      GLDATA_RGBA4B p{};
-      aPixmap.GetPixel(x, y, &p);
-      picture.Set(x, y, std::uint32_t{p.m_bRed} << 24 | p.m_bGreen << 16 | p.m_bBlue << 8 | p.m_bAlpha);
-    }
-  }
-  return picture;
-}
-
 /// A context with a rich scene, free-running.
 struct Captured {
   RichScene scene;
   GLPtr<TestCapture> capture = GLMake<TestCapture>();
+  GLDATA_RGBA behind{};                    // the background that the painter is told of in a zoomed picture
   std::atomic<int> textures{0}, lists{0};  // names in the window's rendering context when it was last read
   FreeContext drawn;
 
@@ -53,7 +33,7 @@ struct Captured {
 
   Picture Take() {
     EXPECT_EQ(capture->Take(), 1);
-    return PictureIn(*capture->target);
+    return PictureOf(*capture->target);
   }
   Picture WindowPicture() {
     m_Window = {};
@@ -66,6 +46,7 @@ struct Captured {
     scene.Draw(aScene);
     int width = 0;
     aScene.Context().GetViewportWidth(&width);
+    if (width != m_iWidth) aScene.Context().GetBackgroundColor(&behind);
     if (width != m_iWidth || !m_bRead.exchange(false)) return;
     textures = lists = 0;
     for (GLuint name = 1; name <= 0xFFFF; ++name) {
@@ -130,13 +111,12 @@ TEST(Capture, AppliesAttributesThatTheWindowHasAlready) {
       kWidth, kHeight);
   drawn.context->EnableLighting(0);
   attributes->SetLineWidth(7);  // whose limits the first rendering context tells
-  const int before = *drawn.frames;
-  ASSERT_TRUE(Eventually([&] { return *drawn.frames > before + 2; }));
+  drawn.Await(3);
   const auto capture = GLMake<TestCapture>();
   drawn.context->AttachCapture(capture.Get());
   for (const bool again : {false, true}) {
     ASSERT_EQ(capture->Take(), 1);
-    const Picture picture = PictureIn(*capture->target);
+    const Picture picture = PictureOf(*capture->target);
     const std::uint32_t middle = picture.At(kWidth / 2, kHeight * 5 / 8);
     EXPECT_EQ(middle & 0xFFFFFF00u, 0u) << "the face is not filled" << again;
     EXPECT_GT(picture.CountOther(middle), 350) << "and its lines are wide" << again;
@@ -149,6 +129,7 @@ TEST(Capture, ZoomsTheResolutionAndTakesItsBackground) {
   const Picture large = captured.Take();
   EXPECT_EQ(std::pair(large.Width(), large.Height()), std::pair(3 * kWidth, 3 * kHeight));
   EXPECT_EQ(large.At(0, 0), 0x00FFFFFFu) << "the background, cut to what a colour can be";
+  EXPECT_EQ(captured.behind.m_fGreen, 1.0f);
   GLDATA_RGBA own{};
   captured.drawn.context->GetBackgroundColor(&own);
   EXPECT_EQ(own.m_fGreen, 0.0f);
@@ -189,24 +170,6 @@ TEST(Capture, AnswersEveryRequest) {
   EXPECT_EQ(capture.Take(), 0) << "no pixmap";
 }
 
-TEST(Capture, MayBeDetachedAndReplacedWhileItIsAsked) {
-  struct Leaving final : TestCapture {
-    HRESULT GetRectangle(int* aX, int* aY, int* aWidth, int* aHeight) noexcept override {
-      m_pContext->DetachCapture();
-      m_pContext->AttachCapture(m_Next.Get());
-      return TestCapture::GetRectangle(aX, aY, aWidth, aHeight);
-    }
-    IGLContext* m_pContext = nullptr;
-    GLPtr<TestCapture> m_Next = GLMake<TestCapture>();
-  };
-  const FreeContext drawn;
-  const auto leaving = GLMake<Leaving>();
-  leaving->m_pContext = drawn.context.Get();
-  drawn.context->AttachCapture(leaving.Get());
-  EXPECT_EQ(leaving->Take(), 1);
-  EXPECT_EQ(leaving->m_Next->Take(), 1);
-}
-
 TEST(Capture, LeavesTheWindowAsItWasAThousandTimes) {
   constexpr bool kSanitized = GLLIB_SANITIZED != 0;  // takes its time, and keeps memory
   constexpr int kManyTimes = kSanitized ? 50 : 1000;
@@ -230,7 +193,7 @@ TEST(Capture, LeavesTheWindowAsItWasAThousandTimes) {
   EXPECT_EQ(captured.scene.compiled, compiled + 2 * kManyTimes)
       << "once in each capture, once in the window after it";
   EXPECT_EQ(Difference(after, before), 0);
-  EXPECT_EQ(Difference(PictureIn(*captured.capture->target), before), 0);
+  EXPECT_EQ(Difference(PictureOf(*captured.capture->target), before), 0);
   EXPECT_EQ(captured.textures, textures);
   EXPECT_EQ(captured.lists, lists);
 }
@@ -257,33 +220,4 @@ TEST(Capture, ShowsTheBackgroundWhereNoViewerDraws) {
     }
     EXPECT_EQ(others, 0) << "above the viewers";
   }
-}
-
-TEST(Capture, OfOneObjectServesTwoContextsAtOnce) {
-  struct Shared final : TestCapture {
-    HRESULT IsEnabled(LONG* aEnabled) noexcept override {
-      const HRESULT result = TestCapture::IsEnabled(aEnabled);
-      if (*aEnabled == 0) return result;
-      ++asked;
-      EXPECT_TRUE(Eventually([&] { return asked == 2; }));
-      return result;
-    }
-    HRESULT OnData(LONG aSuccess) noexcept override {
-      EXPECT_EQ(aSuccess, 1);
-      ++answered;
-      return S_OK;
-    }
-    std::atomic<int> asked{0}, answered{0};
-  };
-  const FreeContext one({}, 16, 16), other({}, 16, 16);
-  const auto capture = GLMake<Shared>();
-  for (const FreeContext* drawn : {&one, &other}) drawn->context->AttachCapture(capture.Get());
-  GLPtr<IGLPixmap> targets[2];
-  for (int i = 0; i < 2; ++i) {
-    targets[i] = GLCreate<IGLPixmap>(CLSID_GLPixmap);
-    capture->Request(targets[i].Get());
-    ASSERT_TRUE(Eventually([&] { return capture->asked > i; }));
-  }
-  ASSERT_TRUE(Eventually([&] { return capture->answered == 2; }));
-  for (const auto& target : targets) EXPECT_EQ(PictureIn(*target).Width(), 16) << "each has its picture";
 }

@@ -1,19 +1,12 @@
 // A whole life of a context, again and again: each time another of the platform's operations, or another
 // allocation, fails. Every life goes on as far as it can, tells what it couldn't do, and leaves nothing.
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <atomic>
-#include <initializer_list>
-#include <thread>
-
 #include "component/Module.h"
 #include "context/window/WGLExtensions.h"
 #include "support/Counting.h"
-#include "support/Eventually.h"
 #include "support/Scene.h"
 #include "support/ScriptedDisplay.h"
+#include "support/Test.h"
 
 namespace {
 

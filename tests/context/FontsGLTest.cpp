@@ -1,14 +1,9 @@
 // Fonts of a real context: built by a task, printed over captures, and destroyed wherever a host may do it.
 
-#include <gllib/IGLFont.h>
-#include <gtest/gtest.h>
-
-#include <atomic>
-
 #include "component/Module.h"
 #include "platform/GL.h"
-#include "support/Eventually.h"
 #include "support/Scene.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -98,68 +93,6 @@ TEST(ContextFonts, LeaveNoListsBehindWhenAnotherContextCaptures) {
     EXPECT_EQ(lists(), before);
   }
   fixture.Frame([&](Scene&) { EXPECT_TRUE(glIsList(hosts)) << "which the painter has made by itself"; });
-}
-
-TEST(ContextFonts, PrintAndMeasureOverCaptures) {
-  Fonts fonts;
-  std::atomic<int> textures{-1};
-  const FreeContext drawn([&](Scene& scene) {
-    if (!fonts[0]) fonts = MakeFonts(scene.Context());
-    Print(fonts);
-    int count = 0;
-    for (GLuint name = 1; name < 64; ++name) count += glIsTexture(name);
-    textures = count;
-  });
-  ASSERT_TRUE(Eventually([&] { return *drawn.frames > 2; }));
-  const auto widths = WidthsOf(fonts);
-  const int before = textures;
-  const auto capture = GLMake<TestCapture>();
-  drawn.context->AttachCapture(capture.Get());
-  for (int i = 0; i < 3; ++i) {
-    capture->answer = -1;
-    capture->Request(capture->target.Get());
-    ASSERT_TRUE(Eventually([&] {
-      EXPECT_EQ(WidthsOf(fonts), widths) << "measured while the lists are thrown away and made";
-      return capture->answer == 1;
-    }));
-  }
-  const int captured = *drawn.frames;
-  ASSERT_TRUE(Eventually([&] { return *drawn.frames > captured + 1; }));
-  EXPECT_EQ(WidthsOf(fonts), widths);
-  EXPECT_EQ(textures, before) << "one texture at the window, whatever the captures had";
-  drawn.context->DetachPainter();
-}
-
-TEST(ContextFonts, StayInTheListsOfAPainterOverCaptures) {
-  ContextFixture fixture(64, 64);
-  IGLContext& context = fixture.Context();
-  context.EnableLighting(0);
-  const Fonts fonts = MakeFonts(context);
-  GLString text("text");
-  int list = 0;
-  const DrawFunction draw = [&](Scene& scene) {
-    IGLCanvas& canvas = scene.Canvas();
-    LONG valid = 0;
-    canvas.IsCompiledList(list, &valid);
-    if (valid == 0) {
-      EXPECT_EQ(canvas.BeginCompileList(&list), S_OK);
-      canvas.BeginDrawTriangles();
-      for (const auto& [x, y] : {std::pair(-40., -40.), {40., -40.}, {0., 0.}}) canvas.Vertex3d(x, y, -10);
-      canvas.EndDrawVertices();
-      GLDATA_POINT start{-45, 40, -5};
-      for (const auto& font : fonts) {
-        EXPECT_EQ(font->Print(text, &start), S_OK);
-        start.y -= 12;
-      }
-      canvas.EndCompileList();
-    }
-    canvas.DrawCompiledList(list);
-  };
-  const Picture before = fixture.FramePicture(draw);
-  EXPECT_GT(before.CountOther(0x000000FF), 64 * 64 / 8);
-  ++g_uListGeneration;  // as a capture of another context does
-  const Picture after = fixture.FramePicture(draw);
-  EXPECT_EQ(Difference(after, before), 0);
 }
 
 TEST(ContextFonts, AreNotBuiltIntoAnOpenList) {

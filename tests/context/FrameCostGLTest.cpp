@@ -1,12 +1,8 @@
 // What a frame of a scene with everything in it takes of the heap, once it is warm: nothing.
 
-#include <gllib/IGLCoord.h>
-#include <gllib/IGLFog.h>
-#include <gllib/IGLLight.h>
-#include <gtest/gtest.h>
-
 #include "support/Counting.h"
 #include "support/RichScene.h"
+#include "support/Test.h"
 
 TEST(Frame, TakesNothingOfTheHeapOnceWarm) {
   ContextFixture fixture(200, 100);

@@ -1,8 +1,4 @@
-// The picture of whole frames, pixel by pixel beside the same scene in plain GL: primitives, matrices,
-// projections, several viewers, clip planes and the axes figure. The plain side works its matrices out by
-// itself.
-
-#include <gtest/gtest.h>
+// Frames beside plain GL, pixel by pixel: primitives and clip planes; and matrices beside those of glm.
 
 #include <glm/glm.hpp>
 #include <glm/gtc/matrix_transform.hpp>
@@ -12,6 +8,7 @@
 #include "platform/GL.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -27,8 +24,6 @@ constexpr ColoredVertex kFigure[] = {{1, 0, 0, 1, -40, -30, -10},  {0, 1, 0, 1, 
                                      {0, 0, 1, 1, -10, -35, -30},  {1, 1, 0, 1, -5, 30, -40},
                                      {1, 0, 1, 0.5f, 15, -25, -5}, {0, 1, 1, 1, 20, 35, -15},
                                      {1, 1, 1, 1, 45, -40, -25},   {0.5f, 0.25f, 0.75f, 1, 40, 20, -35}};
-
-constexpr float kCorners[][2] = {{1, 1}, {-1, 1}, {-1, -1}, {1, -1}};
 
 using Begin = HRESULT (IGLCanvas::*)() noexcept;
 
@@ -51,33 +46,20 @@ void DrawPlainFigure(GLenum aMode = GL_TRIANGLE_STRIP) {
   glEnd();
 }
 
-/// The state of a frame of a context with lighting off.
-void BeginPlainFrame(int aWidth = kWidth, int aHeight = kHeight) {
-  glViewport(0, 0, aWidth, aHeight);
-  glClearColor(0, 0, 0, 1);
-  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-  glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_FASTEST);
-  glEnable(GL_DEPTH_TEST);
-  glDepthFunc(GL_LEQUAL);
-  glEnable(GL_BLEND);
-  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-}
-
-/// The default viewer: extents of 50 to each side, widened to the window, and an eye at (0, 0, 1).
-void SetPlainView(double aAspect = double(kWidth) / kHeight) {
-  glMatrixMode(GL_PROJECTION);
-  glLoadIdentity();
-  const double wide = std::max(aAspect, 1.0), high = std::max(1 / aAspect, 1.0);
-  glOrtho(-50 * wide, 50 * wide, -50 * high, 50 * high, 0, 1000);
-  glMatrixMode(GL_MODELVIEW);
-  glLoadIdentity();
-  glTranslated(0, 0, -1);
-}
-
-Picture PlainPicture(const std::function<void()>& aDraw, int aWidth = kWidth, int aHeight = kHeight) {
-  return DrawPlainGL(aWidth, aHeight, [&] {
-    BeginPlainFrame(aWidth, aHeight);
-    SetPlainView(double(aWidth) / aHeight);
+/// A frame of a context with lighting off, and the default viewer: extents of 50 to each side, widened to the
+/// window, and an eye at (0, 0, 1).
+Picture PlainPicture(const std::function<void()>& aDraw) {
+  return DrawPlainGL(kWidth, kHeight, [&] {
+    glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_FASTEST);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glMatrixMode(GL_PROJECTION);
+    const double wide = double(kWidth) / kHeight;
+    glOrtho(-50 * wide, 50 * wide, -50, 50, 0, 1000);
+    glMatrixMode(GL_MODELVIEW);
+    glTranslated(0, 0, -1);
     aDraw();
   });
 }
@@ -85,12 +67,13 @@ Picture PlainPicture(const std::function<void()>& aDraw, int aWidth = kWidth, in
 /// Compares a frame with its twin, and sees that something was drawn at all.
 void ExpectEqual(const Picture& aOurs, const Picture& aPlain, const std::string& aWhat) {
   EXPECT_GT(aPlain.CountOther(0x000000FF), 50) << aWhat << ": nothing to see";
-  const int difference = Difference(aOurs, aPlain);
-  EXPECT_EQ(difference, 0) << aWhat;
-  if (const char* folder = std::getenv("GLLIB_TEST_PICTURES"); folder != nullptr && difference != 0) {
-    aOurs.WritePng(std::string(folder) + "/" + aWhat + " ours.png");
-    aPlain.WritePng(std::string(folder) + "/" + aWhat + " plain.png");
-  }
+  EXPECT_EQ(Difference(aOurs, aPlain), 0) << aWhat;
+}
+
+void ExpectMatrix(GLenum aName, const glm::dmat4& aWanted, const std::string& aWhat) {
+  glm::dmat4 found;
+  glGetDoublev(aName, &found[0][0]);
+  for (int k = 0; k < 16; ++k) EXPECT_NEAR(found[k / 4][k % 4], aWanted[k / 4][k % 4], 1e-5) << aWhat;
 }
 
 /// A context with lighting off.
@@ -118,224 +101,75 @@ TEST_F(FramePicture, EqualsPlainGLInEveryPrimitiveMode) {
     const Picture ours = context.FramePicture([&](Scene& scene) {
       scene.Canvas().SetVertexPointSize(5);
       scene.Canvas().SetVertexLineWidth(3);
-      DrawFigure(scene.Canvas(), begin);
+      for (int again = 0; again < 2; ++again) DrawFigure(scene.Canvas(), begin);  // equal depths pass
     });
     const Picture plain = PlainPicture([&] {
       glPointSize(5);
       glLineWidth(3);
-      DrawPlainFigure(mode);
+      for (int again = 0; again < 2; ++again) DrawPlainFigure(mode);
     });
     ExpectEqual(ours, plain, "mode " + std::to_string(mode));
   }
 }
 
-TEST_F(FramePicture, EqualsPlainGLUnderEveryMatrixOperation) {
+TEST(Matrices, AreWhatGlmMakesOfEachOperation) {
   GLDATA_MATRIX6D placement{5, -8, 3, 0.4, -0.3, 0.7};
+  const glm::dvec3 way{6, -4, 2}, sizes{0.5, 0.75, 1.5}, direction{1, 2, 3};
   glm::dmat4 matrix = glm::translate(glm::dmat4(1), {5, -8, 3});
   matrix = glm::rotate(matrix, 0.4, {1, 0, 0});
   matrix = glm::rotate(matrix, -0.3, {0, 1, 0});
   matrix = glm::rotate(matrix, 0.7, {0, 0, 1});
-  const glm::dmat4 inverse = glm::inverse(matrix);
   GLDATA_MATRIX16D elements;
   std::memcpy(&elements, &matrix, sizeof elements);
   GLDATA_POINT point{6, -4, 2}, scale{0.5, 0.75, 1.5}, axis{1, 2, 3};
-  struct Case {
-    const char* name;
-    std::function<void(IGLCanvas&)> ours;
-    std::function<void()> plain;
-  };
-  const Case cases[] = {
-      {"placement", [&](IGLCanvas& c) { c.SetModelview6d(&placement); },
-       [&] { glMultMatrixd(&matrix[0][0]); }},
-      {"placement undone", [&](IGLCanvas& c) { c.ResetModelview6d(&placement); },
-       [&] { glMultMatrixd(&inverse[0][0]); }},
-      {"matrix", [&](IGLCanvas& c) { c.SetModelview16d(&elements); }, [&] { glMultMatrixd(&matrix[0][0]); }},
-      {"matrix undone", [&](IGLCanvas& c) { c.ResetModelview16d(&elements); },
-       [&] { glMultMatrixd(&inverse[0][0]); }},
-      {"shift, turn, scale",
-       [&](IGLCanvas& c) {
-         c.Translate(&point);
-         c.Rotate_RAD(0.6, &axis);
-         c.Scale(&scale);
-       },
-       [] {
-         glTranslated(6, -4, 2);
-         glRotated(glm::degrees(0.6), 1, 2, 3);
-         glScaled(0.5, 0.75, 1.5);
-       }},
-      {"pushed and popped",
-       [&](IGLCanvas& c) {
-         c.Translate(&point);
-         c.PushModelviewMatrix(0);
-         c.Scale(&scale);
-         DrawFigure(c);
-         c.PopModelviewMatrix();
-         c.PushModelviewMatrix(1);
-         c.Rotate_RAD(1, &axis);
-         DrawFigure(c, &IGLCanvas::BeginDrawLineLoop);
-         c.PopModelviewMatrix();
-       },
-       [] {
-         glTranslated(6, -4, 2);
-         glPushMatrix();
-         glScaled(0.5, 0.75, 1.5);
-         DrawPlainFigure();
-         glPopMatrix();
-         glPushMatrix();
-         glLoadIdentity();
-         glRotated(glm::degrees(1.0), 1, 2, 3);
-         DrawPlainFigure(GL_LINE_LOOP);
-         glPopMatrix();
-       }},
-  };
-  for (const auto& [name, ours, plain] : cases) {
-    // The figure lies where every turn of it stays in front of the eye.
-    GLDATA_POINT back{0, 0, -200};
-    ExpectEqual(context.FramePicture([&](Scene& scene) {
-      scene.Canvas().Translate(&back);
-      ours(scene.Canvas());
-      DrawFigure(scene.Canvas());
-    }),
-                PlainPicture([&] {
-                  glTranslated(0, 0, -200);
-                  plain();
-                  DrawPlainFigure();
-                }),
-                name);
-  }
+  const glm::dmat4 one(1), moved = glm::translate(one, way), unit = glm::rotate(one, 1.0, direction);
+  const auto canvas = GLCreate<IGLCanvas>(CLSID_GLCanvas);
+  IGLCanvas& c = *canvas;
+  const std::pair<std::function<void()>, glm::dmat4> cases[] = {
+      {[&] { c.SetModelview6d(&placement); }, matrix},
+      {[&] { c.SetModelview16d(&elements); }, matrix},
+      {[&] { c.ResetModelview16d(&elements); }, glm::inverse(matrix)},
+      {[&] { c.Translate(&point), c.Rotate_RAD(0.6, &axis), c.Scale(&scale); },
+       glm::scale(glm::rotate(moved, 0.6, direction), sizes)},
+      {[&] { c.Translate(&point), c.PushModelviewMatrix(0), c.Scale(&scale); }, glm::scale(moved, sizes)},
+      {[&] { c.Translate(&point), c.PushModelviewMatrix(1), c.Rotate_RAD(1, &axis); }, unit},
+      {[&] { c.Translate(&point), c.PushModelviewMatrix(1), c.Scale(&scale), c.PopModelviewMatrix(); },
+       moved}};
+  DrawPlainGL(8, 8, [&] {
+    for (std::size_t i = 0; i < std::size(cases); ++i) {
+      glMatrixMode(GL_MODELVIEW), glLoadIdentity();
+      cases[i].first();
+      ExpectMatrix(GL_MODELVIEW_MATRIX, cases[i].second, "case " + std::to_string(i));
+    }
+  });
 }
 
-TEST(FrameProjection, EqualsPlainGLInEveryForm) {
+TEST(Matrices, ProjectEachForm) {
   GLDATA_POINT low{-60, -20, 5}, high{40, 70, 300};
-  struct Case {
-    const char* name;
-    int width, height;
-    std::function<void(IGLViewer&)> set;
-    std::function<void(Scene&)> ours;  // beyond the viewer's own projection
-    std::function<void()> plain;
-  };
-  const auto project = [](auto set) {
-    return [set] {
-      glMatrixMode(GL_PROJECTION);
-      glLoadIdentity();
-      set();
-      glMatrixMode(GL_MODELVIEW);
-    };
-  };
   const auto perspective = [](IGLViewer& v) {
     v.SetOrtho(0);
     v.SetEyeFovy_DEG(70);
     v.SetEyeAspect(1.25);
     v.SetEyeZNearAndFar(2, 500);
   };
-  const auto nothing = [](auto&) {};
-  const Case cases[] = {
-      {"parallel, wide", 160, 80, nothing, nothing, [] {}},
-      {"parallel, tall", 80, 160, nothing, nothing, [] {}},
-      {"parallel, extents", 160, 80, [&](IGLViewer& v) { v.SetOrthoExtents(&high, &low); }, nothing,
-       project([] { glOrtho(-120, 80, -20, 70, 5, 300); })},
-      {"perspective", 160, 80, perspective, nothing, project([] { gluPerspective(70, 2.5, 2, 500); })},
-      {"perspective, tall", 80, 160, perspective, nothing,
-       project([] { gluPerspective(70, 0.625, 2, 500); })},
-      {"canvas, parallel", 80, 80, nothing,
-       [](Scene& s) { s.CanvasAs<IGLCanvas2>()->Ortho(-70, 50, -45, 60, 1, 400); },
-       project([] { glOrtho(-70, 50, -45, 60, 1, 400); })},
-      {"canvas, perspective", 80, 80, nothing,
-       [](Scene& s) { s.CanvasAs<IGLCanvas2>()->Perspective(80, 1.5, 1, 400); },
-       project([] { gluPerspective(80, 1.5, 1, 400); })},
-      {"canvas, short side", 160, 80, nothing,
-       [](Scene& s) {
-         GLDATA_POINT shrink{0.02, 0.02, 0.02};
-         s.Canvas().PushProjectionMatrix(1, nullptr);
-         s.Canvas().Scale(&shrink);
-       },
-       [&] {
-         project([] { glOrtho(-2, 2, -1, 1, -100000, 100000); })();
-         glScaled(0.02, 0.02, 0.02);
-       }},
+  const struct {
+    const char* name;
+    int width, height;
+    std::function<void(IGLViewer&)> set;
+    glm::dmat4 wanted;
+  } cases[] = {
+      {"parallel, wide", 160, 80, [](IGLViewer&) {}, glm::ortho(-100., 100., -50., 50., 0., 1000.)},
+      {"parallel, tall", 80, 160, [](IGLViewer&) {}, glm::ortho(-50., 50., -100., 100., 0., 1000.)},
+      {"parallel, extents", 160, 80, [&](IGLViewer& v) { v.SetOrthoExtents(&high, &low); },
+       glm::ortho(-120., 80., -20., 70., 5., 300.)},
+      {"perspective", 160, 80, perspective, glm::perspective(glm::radians(70.), 2.5, 2., 500.)},
+      {"perspective, tall", 80, 160, perspective, glm::perspective(glm::radians(70.), 0.625, 2., 500.)},
   };
-  for (const auto& [name, width, height, set, ours, plain] : cases) {
+  for (const auto& [name, width, height, set, wanted] : cases) {
     ContextFixture context(width, height);
-    context.Context().EnableLighting(0);
     set(context.Viewer());
-    const auto draw = [&](Scene& scene) {
-      GLDATA_POINT back{0, 0, -40};
-      ours(scene);
-      scene.Canvas().Translate(&back);
-      DrawFigure(scene.Canvas());
-    };
-    ExpectEqual(context.FramePicture(draw),
-                PlainPicture(
-                    [&] {
-                      plain();
-                      glTranslated(0, 0, -40);
-                      DrawPlainFigure();
-                    },
-                    width, height),
-                name);
+    context.Frame([&](Scene&) { ExpectMatrix(GL_PROJECTION_MATRIX, wanted, name); });
   }
-}
-
-TEST_F(FramePicture, EqualsPlainGLWithFourViewers) {
-  struct View {
-    int x, y, width, height;
-    bool scaled, ortho, framed;
-    double turn;
-  };
-  // Together they cover the window: nothing clears what lies outside of all views.
-  constexpr View kViews[] = {{0, 0, 80, 60, true, true, false, 0},
-                             {80, 0, 80, 60, true, false, true, 0.3},
-                             {0, 60, 75, 60, false, true, true, -0.2},
-                             {75, 60, 85, 60, false, false, true, 0.1}};
-  for (const View& view : kViews) {
-    IGLViewer* viewer = &context.Viewer();
-    if (&view != kViews) {
-      ASSERT_EQ(context.Context().CreateViewer(1, view.ortho, &viewer), S_OK);
-    }
-    viewer->SetClipRectangle(view.x, view.y, view.width, view.height);
-    viewer->Clip(1);
-    viewer->ScaleClip(view.scaled);
-    viewer->SetFrameOffset(0.125f);
-    viewer->ShowClipFrame(view.framed);
-    viewer->SetEyeFovy_DEG(60);
-    GLPtr<IGLCoord> eye;
-    viewer->GetCoord(eye.Put());
-    eye->SetOrigin3d(3, -2, 40);
-    eye->RotateAboutY_RAD(view.turn);
-  }
-  context.Context().SetBackgroundColor(std::array{GLDATA_RGBA{0.25f, 0.5f, 0.75f, 1}}.data());
-  const Picture ours = context.FramePicture([](Scene& scene) { DrawFigure(scene.Canvas()); });
-  const Picture plain = DrawPlainGL(kWidth, kHeight, [&] {
-    BeginPlainFrame();
-    glClearColor(0.25f, 0.5f, 0.75f, 1);
-    glEnable(GL_SCISSOR_TEST);
-    for (const auto& [x, y, width, height, scaled, ortho, framed, turn] : kViews) {
-      glScissor(x, y, width, height);
-      scaled ? glViewport(x, y, width, height) : glViewport(0, 0, kWidth, kHeight);
-      glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-      SetPlainView(double(width) / height);
-      if (!ortho) {
-        glMatrixMode(GL_PROJECTION);
-        glLoadIdentity();
-        gluPerspective(60, double(width) / height, 0.1, 1000);
-        glMatrixMode(GL_MODELVIEW);
-      }
-      glLoadIdentity();
-      glRotated(-glm::degrees(turn), 0, 1, 0);
-      glTranslated(-3, 2, -40);
-      DrawPlainFigure();
-      if (!framed) continue;
-      glMatrixMode(GL_PROJECTION);
-      glLoadIdentity();
-      glMatrixMode(GL_MODELVIEW);
-      glLoadIdentity();
-      glColor4f(1, 1, 1, 1);
-      glBegin(GL_LINE_LOOP);
-      for (const auto& [cx, cy] : kCorners) glVertex2f(cx * 0.875f, cy * 0.875f);
-      glEnd();
-    }
-  });
-  ExpectEqual(ours, plain, "four viewers");
 }
 
 TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
@@ -374,62 +208,4 @@ TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
   ASSERT_EQ(context.Context().ClipPlane(&g, &h, &i), S_OK);
   for (int n = 0; n < g_iMaxClipPlanes; ++n) ASSERT_EQ(context.Context().ClipPlane(&g, &i, &h), S_OK);
   ExpectEqual(ours(), plain({}), "planes beyond GL's number");
-}
-
-TEST_F(FramePicture, EqualsPlainGLInTheAxesFigure) {
-  IGLViewer& viewer = context.Viewer();
-  viewer.SetClipRectangle(0, 0, kWidth, kHeight);
-  viewer.Clip(1);
-  viewer.SetFrameOffset(0.99f);
-  GLPtr<IGLViewer2> axes;
-  viewer.QueryInterface(IGLViewer2::Identifier, axes.PutVoid());
-  axes->SetShowAxes(1);
-  GLPtr<IGLCoord> eye;
-  viewer.GetCoord(eye.Put());
-  GLDATA_MATRIX6D placement{0, 0, 1, 0.5, 0.75, -0.25};
-  eye->SetMatrix6d(&placement);
-  context.Frame();  // makes the font of the names
-  Picture ours = context.FramePicture();
-  Picture plain = DrawPlainGL(kWidth, kHeight, [&] {
-    BeginPlainFrame();
-    glColor4f(1, 1, 1, 1);
-    glBegin(GL_LINE_LOOP);  // the viewer's frame
-    for (const auto& [x, y] : kCorners) glVertex2f(x * (1.0f - 0.99f), y * (1.0f - 0.99f));
-    glEnd();
-    glDisable(GL_DEPTH_TEST);
-    glMatrixMode(GL_PROJECTION);
-    glOrtho(0, kWidth, 0, kHeight, -60, 60);
-    glMatrixMode(GL_MODELVIEW);
-    glTranslated(2.375, 2.375, 0);
-    const auto square = [] {
-      glBegin(GL_QUADS);
-      for (const auto& [x, y] : {std::pair{0, 0}, {64, 0}, {64, 64}, {0, 64}}) glVertex2i(x, y);
-      glEnd();
-    };
-    glColor4f(0, 0, 0, 0.5f);
-    square();
-    glColor4f(1, 1, 1, 0.5f);
-    glPolygonMode(GL_FRONT, GL_LINE);
-    square();
-    glTranslated(32, 32, 0);
-    glRotated(glm::degrees(0.25), 0, 0, 1);
-    glRotated(glm::degrees(-0.75), 0, 1, 0);
-    glRotated(glm::degrees(-0.5), 1, 0, 0);
-    glBegin(GL_LINES);
-    for (int i = 0; i < 3; ++i) {
-      const int axis[] = {i == 0, i == 1, i == 2};
-      glColor4f(static_cast<float>(axis[0]), static_cast<float>(axis[1]), static_cast<float>(axis[2]), 1);
-      glVertex3i(0, 0, 0);
-      glVertex3i(axis[0] * 30, axis[1] * 30, axis[2] * 30);
-    }
-    glEnd();
-  });
-  // The names of the axes stand in the square's corner and are left out: text has tests of its own.
-  for (int x = 6; x < 40; ++x) {
-    for (int y = kHeight - 20; y < kHeight - 4; ++y) {
-      ours.Set(x, y, 0);
-      plain.Set(x, y, 0);
-    }
-  }
-  ExpectEqual(ours, plain, "axes figure");
 }

@@ -1,13 +1,10 @@
 // The choice of pixel formats, their switches and palettes, the probe for multisample formats and the place
 // of the parent, on a display that the test writes down.
 
-#include <gllib/GLLibHost.h>
-#include <gtest/gtest.h>
-
 #include "context/window/PixelFormatSelection.h"
 #include "context/window/WGLExtensions.h"
-#include "support/Eventually.h"
 #include "support/ScriptedDisplay.h"
+#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {

@@ -1,21 +1,8 @@
 // Selection: what is picked, held against an independent computation, and who is served when.
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
-#include <atomic>
-#include <chrono>
-#include <cmath>
-#include <mutex>
-#include <numbers>
-#include <random>
-#include <thread>
-#include <vector>
-
 #include "support/Counting.h"
-#include "support/Eventually.h"
 #include "support/Scene.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -141,20 +128,6 @@ TEST(Select, KeepsWhatIsWhollyInsideAndTakesTheRestOutInItsOrder) {
   EXPECT_EQ(picking.At(low, high, true, true), (Ids{1})) << "nearest of the box, unless nearest in a strip";
 }
 
-TEST(Select, GoesByWhatIsDrawn) {
-  const Picking picking(100, 100, {{1, -0.5, -0.5, 0.5, 0.5, 0}}, [](Scene& scene) {
-    const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
-    attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_LINE_FRONT | GLDM_LINE_BACK), 1);
-    scene.Canvas().SetDrawAttributes(attributes.Get());
-  });
-  EXPECT_EQ(picking.At({0, 0, 0}, {0, 0, 0}), (Ids{})) << "a face drawn as lines is hit at its edges alone";
-  EXPECT_EQ(picking.At({0.5, 0, 0}, {0.5, 0, 0}), (Ids{1}));
-  GLDATA_POINT a{0.2, 0, 0}, b{0.2, 1, 0}, c{0.2, 0, 1};
-  picking.Context().ClipPlane(&a, &b, &c);  // keeps x above 0.2
-  EXPECT_EQ(picking.At({-0.5, 0, 0}, {-0.5, 0, 0}), (Ids{}));
-  EXPECT_EQ(picking.At({0.5, 0, 0}, {0.5, 0, 0}), (Ids{1}));
-}
-
 TEST(Select, GoesByTheClipRectangleWhereverItLies) {
   for (const LONG scaled : {1, 0}) {
     SCOPED_TRACE(scaled);
@@ -172,26 +145,22 @@ TEST(Select, GoesByTheClipRectangleWhereverItLies) {
 }
 
 TEST(Select, RefusesWhatNobodyCouldServe) {
-  const Picking picking(32, 32, {{1, -1, -1, 1, 1, 0}});
+  const Picking picking(32, 32, {{1, -1, -1, 1, 1, 0}}), other(32, 32, {});
   GLDATA_POINT point{};
-  int size = 4;
-  ULONG ids[4] = {};
   IGLContext& context = picking.Context();
-  EXPECT_EQ(context.Select(nullptr, &point, &point, 0, 0, &size, ids), E_INVALIDARG);
-  EXPECT_EQ(context.Select(&picking.Viewer(), nullptr, &point, 0, 0, &size, ids), E_INVALIDARG);
-  EXPECT_EQ(context.Select(&picking.Viewer(), &point, &point, 0, 0, &size, nullptr), E_INVALIDARG);
-  EXPECT_EQ(size, 4);
-  const Picking other(32, 32, {});
-  EXPECT_EQ(Pick(context, other.Viewer(), point, point, false, false).result, E_INVALIDARG);
+  const auto refuses = [&](IGLContext& from, IGLViewer& viewer, HRESULT result) {
+    const Selection got = Pick(from, viewer, point, point, false, false);
+    EXPECT_EQ(got.result, result);
+    EXPECT_TRUE(got.ids.empty());
+  };
+  refuses(context, other.Viewer(), E_INVALIDARG);
   const auto unborn = GLCreate<IGLContext>(CLSID_GLContext);
   IGLViewer* viewer = nullptr;
   unborn->CreateViewer(1, 1, &viewer);
-  const Selection early = Pick(*unborn, *viewer, point, point, false, false);
-  EXPECT_EQ(early.result, E_GL_BADSTATE);
-  EXPECT_TRUE(early.ids.empty());
+  refuses(*unborn, *viewer, E_GL_BADSTATE);
   const auto suspension = GLPtr<IGLContext>::FromBorrowed(&context).As<IGLContext12>();
   suspension->SuspendDrawThread();
-  EXPECT_EQ(Pick(context, picking.Viewer(), point, point, false, false).result, E_GL_BADSTATE);
+  refuses(context, picking.Viewer(), E_GL_BADSTATE);
   suspension->ResumeDrawThread();
   EXPECT_EQ(picking.At(point, point), (Ids{1}));
 }
@@ -216,41 +185,6 @@ TEST(Select, RefusesTheOneThatWouldCloseACircleOfWaitingPainters) {
   ASSERT_TRUE(Eventually([&] { return count(S_FALSE) == 0; }));
   EXPECT_EQ(count(E_GL_BADSTATE), 1);
   EXPECT_EQ(count(S_OK), kContexts - 1) << "the others are served once it has returned";
-}
-
-TEST(Select, ServesEightThreadsWhileEverythingComesAndGoes) {
-  auto picking = std::make_unique<Picking>(32, 32, std::vector<Square>{{1, -1, -1, 1, 1, 0}});
-  std::atomic<bool> stop{false};
-  std::atomic<int> served{0}, refused{0}, other{0};
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 8; ++i) {
-    threads.emplace_back([&] {
-      while (!stop) {
-        const Selection s = Pick(picking->Context(), picking->Viewer(), {0, 0, 0}, {0, 0, 0}, false, false);
-        ++(s.result == S_OK && s.ids == Ids{1}          ? served
-           : s.result == E_GL_BADSTATE && s.ids.empty() ? refused
-                                                        : other);
-      }
-    });
-  }
-  const auto suspension = GLPtr<IGLContext>::FromBorrowed(&picking->Context()).As<IGLContext12>();
-  for (int round = 0; round < 10; ++round) {
-    IGLViewer* passing = nullptr;
-    picking->Context().CreateViewer(0, 1, &passing);
-    suspension->SuspendDrawThread();
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    suspension->ResumeDrawThread();
-    picking->Context().DestroyViewer(passing);
-    std::this_thread::sleep_for(std::chrono::milliseconds(60));
-    if (round == 5) {
-      EXPECT_EQ(picking->Context().Initialize(0), S_OK);  // the thread is replaced under them
-    }
-  }
-  EXPECT_TRUE(Eventually([&] { return served > 20; }));
-  stop = true;
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_GT(refused, 0);
-  EXPECT_EQ(other, 0);
 }
 
 // The independent answer: a square that faces the eye is one in the picture too, by plain geometry.
@@ -311,27 +245,6 @@ TEST(Select, AgreesWithGeometryOnAThousandScenes) {
   EXPECT_GT(enclosed, 20);
 }
 
-TEST(Select, ServesAPainterOfAnotherContextBesideAHost) {
-  const Picking served(32, 32, {{1, -1, -1, 1, 1, 0}});
-  std::atomic<bool> stop{false};
-  std::thread host([&] {
-    while (!stop) EXPECT_EQ(served.At({}, {}), Ids{1});
-  });
-  std::atomic<int> picks{0}, good{0};
-  const auto start = std::chrono::steady_clock::now();
-  {
-    const FreeContext asking([&](Scene&) {
-      if (picks < 5) good += served.At({}, {}) == Ids{1} ? 1 : 0;
-      ++picks;
-    });
-    EXPECT_TRUE(Eventually([&] { return picks >= 5; }));
-  }
-  stop = true;
-  host.join();
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
-  EXPECT_EQ(good, 5);
-}
-
 TEST(Select, EndsBeforeItsPainterIsDetached) {
   std::atomic<int> inside{0}, calls{0};
   std::atomic<bool> picks{false};
@@ -369,8 +282,9 @@ TEST(Select, AllocatesNothingOnceWarm) {
       GLDATA_POINT low{-0.5, -0.5, 0}, high{0.5, 0.5, 0};
       ULONG ids[8] = {};
       int size = 8;
-      const std::size_t here = CountAllocations(
-          [&] { picking.Context().Select(&picking.Viewer(), &low, &high, 0, enclosed ? 1 : 0, &size, ids); });
+      const std::size_t before = AllocationsOfThisThread();
+      picking.Context().Select(&picking.Viewer(), &low, &high, 0, enclosed ? 1 : 0, &size, ids);
+      const std::size_t here = AllocationsOfThisThread() - before;
       EXPECT_EQ(size, enclosed ? 1 : 2);
       if (round > 1) {
         EXPECT_EQ(here, 0u) << "on the host's thread";

@@ -1,22 +1,13 @@
 // A context in the window of another program, whatever that program and its X server do.
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <chrono>
-#include <filesystem>
-#include <thread>
-
+#include "platform/GL.h"
 #include "platform/Window.h"
-#include "support/Counting.h"
-#include "support/Eventually.h"
 #include "support/Scene.h"
+#include "support/Test.h"
 #include "support/XServer.h"
 
 // Last, for the macros that Xlib defines.
 #include <EGL/egl.h>
-#include <GL/glx.h>
-#include <X11/Xlib.h>
 
 namespace {
 
@@ -25,17 +16,13 @@ using Clock = std::chrono::steady_clock;
 
 constexpr auto kBounded = 7s;  // the two bounded waits of a release and a cycle
 
-int Count(const char* aFolder) {
-  return static_cast<int>(std::distance(std::filesystem::directory_iterator(aFolder), {}));
-}
-
 }  // namespace
 
 TEST(ForeignParent, ShowsTheFrameAndFollowsTheViewport) {
   const XServer server;
   ASSERT_TRUE(server.IsRunning());
   ForeignWindow parent(200, 150);
-  const auto context = FreeContext({}, 200, 150, parent.Xid()).context;
+  auto context = FreeContext({}, 200, 150, parent.Xid()).context;
   GLDATA_RGBA orange{1.0f, 0.5f, 0.0f, 1.0f};
   context->SetBackgroundColor(&orange);
   ULONG_PTR window = 0;
@@ -50,6 +37,8 @@ TEST(ForeignParent, ShowsTheFrameAndFollowsTheViewport) {
   parent.Resize(300, 250);
   context->SetViewport(0, 0, 300, 250);
   EXPECT_TRUE(shows(300, 250));
+  context.Reset();
+  EXPECT_TRUE(Eventually([&] { return parent.Child() == 0; }));
 }
 
 // By the server's own pixels, as the driver gives GL but one sample of each.
@@ -67,33 +56,27 @@ TEST(Smoothing, ShowsOnTheScreenWhereItIsToBeHad) {
     SCOPED_TRACE(c.name);
     const XServer server;  // each time another one: what is known of the one before has no meaning
     ForeignWindow parent(100, 100);
-    const auto context = GLCreate<IGLContext>(CLSID_GLContext);
+    const FreeContext drawn(
+        [](Scene& scene) {
+          scene.Canvas().BeginDrawTriangles();
+          for (const auto& [x, y] : {std::pair{-40.0, -35.0}, {40.0, -20.0}, {0.0, 40.0}})
+            scene.Canvas().Vertex3d(x, y, -10);
+          scene.Canvas().EndDrawVertices();
+        },
+        100, 100, parent.Xid());
+    const auto& context = drawn.context;
+    context->EnableLighting(0);
     const auto smoothing = context.As<IGLContext14_3>();
     smoothing->put_bFSAA(c.wanted);
     smoothing->put_lFSAAMaxSamples(c.most);
     ASSERT_EQ(context->Initialize(parent.Xid()), S_OK);
     context->SetViewport(0, 0, 100, 100);
-    context->EnableLighting(0);
-    IGLViewer* viewer = nullptr;
-    context->CreateViewer(1, 1, &viewer);
-    std::atomic<int> frames{0};
-    const auto painter = GLMake<TestPainter>([&](Scene& scene) {
-      ++frames;
-      GLDATA_RGBA white{1, 1, 1, 1};
-      scene.Canvas().SetVertexColor(&white);
-      scene.Canvas().BeginDrawTriangles();
-      for (const auto& [x, y] : {std::pair{-40.0, -35.0}, {40.0, -20.0}, {0.0, 40.0}})
-        scene.Canvas().Vertex3d(x, y, -10);
-      scene.Canvas().EndDrawVertices();
-    });
-    context->AttachPainter(painter.Get());
-    ASSERT_TRUE(Eventually([&] { return frames > 2; }));
+    drawn.Await(3);
     ULONG_PTR window = 0;
     context->GetWindow(&window);
     const Picture screen = parent.Screenshot(static_cast<xcb_window_t>(window), 100, 100);
     EXPECT_GT(screen.CountOther(0x000000FF), 1000);
-    const int greys =
-        100 * 100 - (100 * 100 - screen.CountOther(0x000000FF)) - (100 * 100 - screen.CountOther(0xFFFFFFFF));
+    const int greys = screen.CountOther(0x000000FF) + screen.CountOther(0xFFFFFFFF) - 100 * 100;
     EXPECT_TRUE(c.smooth ? greys > 50 : greys == 0) << greys << " grey pixels";
     if (!c.wanted) plain = screen;
     EXPECT_EQ(Difference(screen, plain) == 0, !c.smooth) << "the plain picture where there are no samples";
@@ -155,25 +138,6 @@ TEST(ForeignParent, IsRefusedWhenItIsNoWindow) {
   EXPECT_EQ(context->Initialize(other.Xid()), E_FAIL);
 }
 
-namespace {
-
-/// What the component does on a host's thread, in the order of a context's life.
-void LiveAContext(xcb_window_t aParent) {
-  const FreeContext drawn({}, 64, 64, aParent);
-  const auto& context = drawn.context;
-  EXPECT_TRUE(Eventually([&] { return *drawn.frames > 0; }));
-  context->SetViewport(0, 0, 80, 80);
-  ULONG_PTR before = 0, after = 0;
-  context->GetWindow(&before);
-  PostMessageA(reinterpret_cast<HWND>(before), WM_SYSCOLORCHANGE, 0, 0);
-  EXPECT_TRUE(Eventually([&] {
-    context->GetWindow(&after);
-    return after != 0 && after != before;
-  }));
-}
-
-}  // namespace
-
 TEST(HostContext, MadeByEglStaysCurrent) {
   const XServer server;
   ForeignWindow parent(100, 100);
@@ -191,53 +155,19 @@ TEST(HostContext, MadeByEglStaysCurrent) {
   const GLuint list = glGenLists(1);
   glNewList(list, GL_COMPILE);
   glEndList();
-  LiveAContext(parent.Xid());
+  {  // what the component does on a host's thread, in the order of a context's life
+    const FreeContext drawn({}, 64, 64, parent.Xid());
+    EXPECT_TRUE(Eventually([&] { return *drawn.frames > 0; }));
+    drawn.context->SetViewport(0, 0, 80, 80);
+    ULONG_PTR before = 0, after = 0;
+    drawn.context->GetWindow(&before);
+    PostMessageA(reinterpret_cast<HWND>(before), WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_TRUE(Eventually([&] { return drawn.context->GetWindow(&after), after != 0 && after != before; }));
+  }
   EXPECT_EQ(eglGetCurrentContext(), own);
   EXPECT_TRUE(glIsList(list));
   EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
   eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
   eglDestroyContext(display, own);
   eglDestroySurface(display, surface);
-}
-
-TEST(HostContext, MadeByGlxStaysCurrent) {
-  const XServer server;
-  ForeignWindow parent(100, 100);
-  Display* display = XOpenDisplay(nullptr);
-  ASSERT_NE(display, nullptr);
-  int wanted[] = {GLX_RGBA, GLX_DOUBLEBUFFER, None};
-  XVisualInfo* visual = glXChooseVisual(display, DefaultScreen(display), wanted);
-  ASSERT_NE(visual, nullptr);
-  XSetWindowAttributes attributes{};
-  attributes.colormap = XCreateColormap(display, DefaultRootWindow(display), visual->visual, AllocNone);
-  const Window window = XCreateWindow(display, DefaultRootWindow(display), 0, 0, 8, 8, 0, visual->depth,
-                                      InputOutput, visual->visual, CWColormap, &attributes);
-  const GLXContext own = glXCreateContext(display, visual, nullptr, True);
-  ASSERT_TRUE(glXMakeCurrent(display, window, own));
-  GLuint texture = 0;
-  glGenTextures(1, &texture);
-  glBindTexture(GL_TEXTURE_2D, texture);
-  LiveAContext(parent.Xid());
-  EXPECT_EQ(glXGetCurrentContext(), own);
-  EXPECT_TRUE(glIsTexture(texture));
-  EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
-  glXMakeCurrent(display, None, nullptr);
-  glXDestroyContext(display, own);
-  XFree(visual);
-  XCloseDisplay(display);
-}
-
-TEST(ForeignParent, BearsTwoHundredContextsAndKeepsNothing) {
-  const XServer server;
-  ForeignWindow parent(100, 100);
-  const auto live = [&] { FreeContext({}, 64, 64, parent.Xid()); };
-  for (int i = 0; i < 20; ++i) live();  // what the process keeps once
-  const int threads = Count("/proc/self/task"), descriptors = Count("/proc/self/fd");
-  const long memory = ResidentKiB();
-  for (int i = 0; i < 200; ++i) live();
-  EXPECT_TRUE(Eventually([&] { return Count("/proc/self/task") <= threads; })) << Count("/proc/self/task");
-  EXPECT_EQ(Count("/proc/self/fd"), descriptors);
-  EXPECT_EQ(parent.Child(), 0u);
-  // The driver keeps some of each context for itself; a context's own picture alone is 64 KiB.
-  EXPECT_LT(ResidentKiB() - memory, 200 * 64);
 }

@@ -1,16 +1,14 @@
 // The messages of the log about a platform that fails, on a display that the test writes down.
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <atomic>
 
 #include "context/window/PixelFormatSelection.h"
 #include "support/Counting.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
 #include "support/ScriptedDisplay.h"
+#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -78,11 +76,10 @@ const LogCase kCases[] = {
        const auto display = std::make_shared<RefusingDisplay>();
        SetDisplay(display);
        const FreeContext painted;
-       EXPECT_TRUE(Eventually([&] { return *painted.frames > 0; }));
+       painted.Await(1);
        display->m_bRefuses = true;
        painted.context->SetViewport(0, 0, 16, 16);  // another surface
-       const int before = *painted.frames;
-       EXPECT_TRUE(Eventually([&] { return *painted.frames > before + 3; }));
+       painted.Await(4);
      }},
     {"warning", "the registry file ",
      [] {
@@ -160,8 +157,7 @@ TEST(Log, TellsThatTheDrawThreadIsLate) {
   {
     const FreeContext painted;
     painted.context->SetDrawThreadPars(0, 5000, 5000);
-    const int before = *painted.frames;
-    EXPECT_TRUE(Eventually([&] { return *painted.frames > before; }));  // it sleeps for 5 s after this one
+    painted.Await(1);  // it sleeps for 5 s after this one
   }
   EXPECT_EQ(log.Count("the draw thread did not park within 3 s"), 1) << log.Joined();
 }

@@ -1,18 +1,13 @@
 // The messages of the log, each caused once, and the silence of a run without a fault.
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <cstdlib>
 #include <optional>
 #include <regex>
-#include <set>
-#include <utility>
 
 #include "platform/GL.h"
 #include "support/BitmapFiles.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
+#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 namespace {
@@ -27,7 +22,7 @@ DrawFunction Once(DrawFunction aDraw) {
 /// Draws until a painter has been called a few times, so that a message that comes in every frame is seen.
 void Draw(DrawFunction aDraw) {
   const FreeContext painted(std::move(aDraw));
-  EXPECT_TRUE(Eventually([&] { return *painted.frames >= 4; }));
+  painted.Await(4);
 }
 
 /// Compiles a list where there is none.
@@ -45,7 +40,7 @@ void Capture(const GLCaptureRequest& aRequest, bool aHasPixmap = true) {
   const auto capture = GLMake<TestCapture>();
   if (!aHasPixmap) capture->target = nullptr;
   capture->request = aRequest;
-  EXPECT_TRUE(Eventually([&] { return *painted.frames > 1; }));
+  painted.Await(2);
   painted.context->AttachCapture(capture.Get());
   capture->Take();
 }
@@ -95,16 +90,15 @@ const LogCase kCases[] = {
     {"info", "1 display lists are discarded, glyphs included: their rendering context is replaced",
      [] {
        const FreeContext painted(Compiling());
-       EXPECT_TRUE(Eventually([&] { return *painted.frames > 1; }));
+       painted.Await(2);
        painted.context->Initialize(0);
      }},
     {"info", "1 display lists are discarded, glyphs included: another Initialize",
      [] {
        const FreeContext painted(Compiling()), other;
-       EXPECT_TRUE(Eventually([&] { return *painted.frames > 1; }));
+       painted.Await(2);
        other.context->Initialize(0);
-       const int before = *painted.frames;
-       EXPECT_TRUE(Eventually([&] { return *painted.frames > before + 1; }));
+       painted.Await(2);
      }},
     {"warning", "GL has no 1 free names for display lists",
      [] {
@@ -139,8 +133,7 @@ const LogCase kCases[] = {
        const auto gauge = GLMake<Gauge>();
        painted.viewer->AddGauge(gauge.Get());
        painted.viewer->ShowGauges(1);
-       const int before = *painted.frames;
-       EXPECT_TRUE(Eventually([&] { return *painted.frames > before + 3; }));
+       painted.Await(4);
      }},
     {"warning", "IGLPainter::Draw in a selection left the name stack 1 deeper",
      [] {
@@ -180,8 +173,7 @@ const LogCase kCases[] = {
        const FreeContext painted;
        IGLLight* light = nullptr;
        for (int i = 0; i < 9; ++i) painted.context->CreateLight(&light);
-       const int before = *painted.frames;
-       EXPECT_TRUE(Eventually([&] { return *painted.frames > before + 3; }));
+       painted.Await(4);
      }},
     {"warning", "a selection found more than the 1 identifiers that the host's array holds",
      [] {
@@ -225,8 +217,7 @@ const LogCase kCases[] = {
        const FreeContext painted;
        IGLFont* font = nullptr;
        painted.context->CreateTrueTypeFont(GLString(NewFace().c_str()), 0, 400, 0, 0, &font);
-       const int before = *painted.frames;
-       EXPECT_TRUE(Eventually([&] { return *painted.frames > before + 1; }));
+       painted.Await(2);
        painted.context->Initialize(0);  // the font is built again
      }},
     {"warning", "a font of the face \"NOSHEET\" cannot be built",
@@ -239,8 +230,7 @@ const LogCase kCases[] = {
        });
        painted.context.As<IGLContext2>()->CreateInternalFont(GLString("NOSHEET"), font.Put());
        ready = true;
-       const int before = *painted.frames;
-       EXPECT_TRUE(Eventually([&] { return *painted.frames > before + 3; }));
+       painted.Await(4);
      }},
     {"debug", "IGLFont::Print is refused: its build would close the list that is open",
      [] {
@@ -308,8 +298,7 @@ void DoEverything() {
   painted.context.As<IGLContext12>()->SuspendDrawThread();
   painted.context.As<IGLContext12>()->ResumeDrawThread();
   EXPECT_EQ(painted.context->Initialize(0), S_OK);
-  const int before = *painted.frames;
-  EXPECT_TRUE(Eventually([&] { return *painted.frames > before + 1; }));
+  painted.Await(2);
 }
 
 }  // namespace

@@ -1,11 +1,9 @@
 // The messages of the log about the X server and its windows.
 
-#include <gtest/gtest.h>
-#include <stdlib.h>
-
 #include "platform/linux/display/DisplayServer.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
+#include "support/Test.h"
 #include "support/XServer.h"
 
 namespace {

@@ -64,5 +64,16 @@ class Embed : public HostOnScreen {
       return left != kBackground && left >> 16 > 0x40 && SceneExtents().Width() > 100;
     });
   }
+  bool ShowsMarked(bool aLeft, bool aRight) {
+    return Eventually(
+        [&] { return IsMarked(PixelAt(kLeft)) == aLeft && IsMarked(PixelAt(kRight)) == aRight; });
+  }
+  /// The squares can be looked through, or stand edge-on.
+  bool ShowsBackground() {
+    return Eventually([&] { return PixelAt(kLeft) == kBackground; });
+  }
+  bool Fills(int aWidth, int aHeight) {
+    return Eventually([&] { return SceneExtents().Width() == aWidth && SceneExtents().Height() == aHeight; });
+  }
   static constexpr double kLeft = 0.35, kRight = 0.65;
 };

@@ -1,19 +1,12 @@
 // The host inside of GTK 3 and of GTK 4, on plain and on dense screens: the scene follows its widget to any
 // size and into another window, and ends with it.
 
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <string>
-#include <thread>
-#include <tuple>
-#include <utility>
-
 #include "Embed.h"
+#include "support/Test.h"
 
 namespace {
 
-constexpr std::uint8_t kEscape = 9, kW = 25, kD = 40, kX = 53;  // the server's keycodes
+constexpr std::uint8_t kEscape = 9, kD = 40, kX = 53;  // the server's keycodes
 
 /// By the host, and by how many pixels GTK makes of one.
 class EmbedGtk : public Embed, public testing::WithParamInterface<std::tuple<const char*, int>> {
@@ -21,9 +14,6 @@ class EmbedGtk : public Embed, public testing::WithParamInterface<std::tuple<con
   void Open() {
     const auto& [host, scale] = GetParam();
     Embed::Open(host, {"env", "GDK_SCALE=" + std::to_string(scale)});
-  }
-  bool ShowsLeftMarked() const {
-    return Eventually([&] { return IsMarked(PixelAt(kLeft)) && !IsMarked(PixelAt(kRight)); });
   }
   /// Clicks until the title ends as it should: GTK drops a click that comes while it lays out its widgets.
   bool Picks(double aShare, const std::string& aTitle) {
@@ -55,12 +45,12 @@ TEST_P(EmbedGtk, SceneFollowsTheWindowAndPicks) {
     EXPECT_TRUE(FillsWindow(width, height)) << width << " by " << height << ", scale " << scale;
     EXPECT_TRUE(Picks(kRight, "pair.obj - right")) << m_screen.Title();
     EXPECT_TRUE(Picks(kLeft, "pair.obj - left")) << m_screen.Title();
-    EXPECT_TRUE(ShowsLeftMarked());
+    EXPECT_TRUE(ShowsMarked(true, false));
   }
   const Extents scene = SceneExtents();
   const int y = scene.top + scene.Height() / 2;
   m_screen.Drag(420, y, 300, y);  // 60 degrees and the 30 at first: the squares stand edge-on
-  EXPECT_TRUE(Eventually([&] { return PixelAt(kLeft) == kBackground; }));
+  EXPECT_TRUE(ShowsBackground());
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }
@@ -68,36 +58,23 @@ TEST_P(EmbedGtk, SceneFollowsTheWindowAndPicks) {
 TEST_P(EmbedGtk, SceneMovesToAnotherWindowAndEndsWithItsWidget) {
   Open();
   ASSERT_TRUE(Picks(kLeft, "pair.obj - left")) << m_screen.Title();
-  ASSERT_TRUE(ShowsLeftMarked());
+  ASSERT_TRUE(ShowsMarked(true, false));
   for (int i = 0; i < 2; ++i) {
     m_screen.Press(kD);
     ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
     m_screen.Focus();
-    EXPECT_TRUE(ShowsLeftMarked()) << "as it was";
+    EXPECT_TRUE(ShowsMarked(true, false)) << "as it was";
     EXPECT_TRUE(Eventually([&] { return SceneExtents().top == 0; })) << "there are no buttons";
     m_screen.Press(kD);
     ASSERT_TRUE(Eventually([&] { return m_screen.Title().empty(); })) << "the window is gone";
     ASSERT_TRUE(m_screen.WaitForWindow("pair.obj"));
     m_screen.Focus();
-    EXPECT_TRUE(ShowsLeftMarked()) << "back again";
+    EXPECT_TRUE(ShowsMarked(true, false)) << "back again";
     EXPECT_TRUE(Eventually([&] { return SceneExtents().top > 20; })) << "under the buttons";
   }
   m_screen.Press(kX);
   EXPECT_TRUE(TitleEndsWith("pair.obj - closed")) << m_screen.Title();
   EXPECT_TRUE(Eventually([&] { return SceneExtents().right < 0; })) << "nothing of it is left on the screen";
-  m_screen.Press(kEscape);
-  EXPECT_EQ(Status(), 0);
-}
-
-TEST_P(EmbedGtk, DetachedSceneEndsWithTheProgram) {
-  Open();
-  m_screen.Focus();
-  m_screen.Press(kD);
-  ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
-  m_screen.Focus();
-  ASSERT_TRUE(ShowsModel());
-  m_screen.Press(kW);
-  EXPECT_TRUE(Eventually([&] { return PixelAt(kLeft) == kBackground; })) << "wires can be looked through";
   m_screen.Press(kEscape);
   EXPECT_EQ(Status(), 0);
 }

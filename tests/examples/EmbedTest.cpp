@@ -1,11 +1,8 @@
 // The hosts inside of toolkits, in windows of a real X server: what they show, that it follows the window's
 // size, what picking does, and that nothing is left at the end.
 
-#include <gtest/gtest.h>
-
-#include <utility>
-
 #include "Embed.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -15,29 +12,14 @@ TEST_F(Embed, SdlWindowShowsFollowsPicksTurnsAndLeaves) {
   Open("embed-sdl");
   ClickAt(kLeft);
   EXPECT_TRUE(TitleEndsWith("pair.obj - left")) << m_screen.Title();
-  EXPECT_TRUE(Eventually([&] { return IsMarked(PixelAt(kLeft)) && !IsMarked(PixelAt(kRight)); }));
-
-  for (const auto& [width, height] : {std::pair{480, 360}, {900, 700}}) {
+  for (const auto& [width, height] : {std::pair{480, 360}, {900, 700}, {640, 480}}) {
     m_screen.Resize(width, height);
-    EXPECT_TRUE(Eventually([&] {
-      const Extents scene = SceneExtents();
-      return scene.Width() == width && scene.Height() == height && IsMarked(PixelAt(kLeft));
-    })) << width
-        << " by " << height;
+    EXPECT_TRUE(Fills(width, height)) << width << " by " << height;
+    EXPECT_TRUE(ShowsMarked(true, false));
   }
-  m_screen.Resize(640, 480);
-  EXPECT_TRUE(Eventually([&] { return SceneExtents().Width() == 640 && IsMarked(PixelAt(kLeft)); }));
   m_screen.Drag(420, 240, 300, 240);  // 60 degrees and the 30 at first: the squares stand edge-on
-  EXPECT_TRUE(Eventually([&] { return PixelAt(kLeft) == kBackground; }));
+  EXPECT_TRUE(ShowsBackground());
   m_screen.Press(kEscape);
-  EXPECT_EQ(Status(), 0);
-}
-
-TEST_F(Embed, SdlWindowShowsWiresAndCloses) {
-  Open("embed-sdl");
-  m_screen.Press(kW);
-  EXPECT_TRUE(Eventually([&] { return PixelAt(kLeft) == kBackground; })) << "wires can be looked through";
-  m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }
 
@@ -45,14 +27,12 @@ TEST_F(Embed, PixelsOfAHeadlessContextFollowTheWindow) {
   Open("embed-pixels");
   for (const auto& [width, height] : {std::pair{480, 360}, {900, 700}}) {
     m_screen.Resize(width, height);
-    EXPECT_TRUE(
-        Eventually([&] { return SceneExtents().Width() == width && SceneExtents().Height() == height; }));
+    EXPECT_TRUE(Fills(width, height));
     ClickAt(kRight);
     EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
     ClickAt(kLeft);
     EXPECT_TRUE(TitleEndsWith("pair.obj - left")) << m_screen.Title();
-    EXPECT_TRUE(Eventually([&] { return IsMarked(PixelAt(kLeft)) && !IsMarked(PixelAt(kRight)); }))
-        << "the right way up and round";
+    EXPECT_TRUE(ShowsMarked(true, false)) << "the right way up and round";
   }
   m_screen.Press(kSpace);
   for (const bool edgeOn : {true, false, true}) {
@@ -86,18 +66,16 @@ TEST_F(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
 
   ClickAt(kRight);
   EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
-  EXPECT_TRUE(Eventually([&] { return IsMarked(PixelAt(kRight)) && !IsMarked(PixelAt(kLeft)); }));
+  EXPECT_TRUE(ShowsMarked(false, true));
   const int rightRow = SelectedRow();
   ClickAt(kLeft);
   EXPECT_TRUE(Eventually([&] { return SelectedRow() > 0 && SelectedRow() < rightRow; }))
       << "the tree follows the scene, from row " << rightRow << " to " << SelectedRow();
 
   m_screen.Click(first.left / 2, rightRow + 2);
-  EXPECT_TRUE(Eventually([&] { return IsMarked(PixelAt(kRight)) && !IsMarked(PixelAt(kLeft)); }))
-      << "the scene follows the tree";
+  EXPECT_TRUE(ShowsMarked(false, true)) << "the scene follows the tree";
   m_screen.Press(kHome);
-  EXPECT_TRUE(Eventually([&] { return IsMarked(PixelAt(kRight)) && IsMarked(PixelAt(kLeft)); }))
-      << "the model's item means all of its parts";
+  EXPECT_TRUE(ShowsMarked(true, true)) << "the model's item means all of its parts";
 
   for (const auto& [width, height] : {std::pair{700, 500}, {1000, 740}}) {
     m_screen.Resize(width, height);
@@ -108,7 +86,7 @@ TEST_F(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
         << " by " << height;
   }
   m_screen.Press(kW);
-  EXPECT_TRUE(Eventually([&] { return PixelAt(kLeft) == kBackground; })) << "the tool bar's wire frame";
+  EXPECT_TRUE(ShowsBackground()) << "the tool bar's wire frame";
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }

@@ -1,19 +1,8 @@
 // glview with no display: what it refuses, what its picks find, and what its pictures show.
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
-#include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <set>
-#include <sstream>
-#include <string_view>
-
 #include "Program.h"
 #include "shared/Picture.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -101,32 +90,13 @@ void ExpectRefusal(const std::vector<std::string>& aArguments, const std::string
 TEST_F(Glview, RefusesABadCommandLineInOneLine) {
   ExpectRefusal({});
   ExpectRefusal({"--out"});
-  for (const char* line : {"--frobnicate",
-                           "--size 0x10",
-                           "--size 100",
-                           "--size 100x100x",
-                           "--size 100000x10",
-                           "--shade cubist",
-                           "--views 3",
-                           "--turn 1",
-                           "--turn nan,0",
-                           "--pick 1",
-                           "--pick -1,5",
-                           "--pick-box 1,2,3",
-                           "--pick-box 1,2,3,4,outside",
-                           "--size 50x50 --pick 60,10",
-                           "--zoom 2",
-                           "--zoom 0 --out x.png",
-                           "--zoom nan --out x.png",
-                           "--background 12345",
-                           "--background 12345g",
-                           "--fsaa 0",
-                           "--section w",
-                           "--section x,2",
-                           "--section x0.5",
-                           "--measure 1,2,3",
-                           "--read-memory 0",
-                           "--read-time 1.5"}) {
+  std::istringstream lines(
+      "--frobnicate|--size 0x10|--size 100|--size 100x100x|--size 100000x10|--shade cubist|"
+      "--views 3|--turn 1|--turn nan,0|--pick 1|--pick -1,5|--pick-box 1,2,3|"
+      "--pick-box 1,2,3,4,outside|--size 50x50 --pick 60,10|--zoom 2|--zoom 0 --out x.png|"
+      "--zoom nan --out x.png|--background 12345|--background 12345g|--fsaa 0|--section w|"
+      "--section x,2|--section x0.5|--measure 1,2,3|--read-memory 0|--read-time 1.5");
+  for (std::string line; std::getline(lines, line, '|');) {
     std::istringstream in(line);
     std::vector<std::string> arguments{std::istream_iterator<std::string>(in), {}};
     arguments.push_back(Squares());
@@ -218,17 +188,6 @@ TEST_F(Glview, PicksWhatIsSeenAtAPixelAndWhatABoxHolds) {
   }
 }
 
-TEST_F(Glview, PicksInTheQuarterThatThePixelLiesIn) {
-  // The front view is the lower left quarter; the picture is twice as large, so each quarter is as before.
-  const std::string model = Squares();
-  for (const auto& [x, name] : {std::pair{Pixel(0), "front\n"}, {Pixel(1.5), "behind\n"}}) {
-    const Outcome outcome =
-        RunProgram("glview", {"--views", "4", "--size", "600x600", "--pick",
-                              std::to_string(x) + "," + std::to_string(kSide + kSide / 2), model});
-    EXPECT_EQ(outcome.out, name) << outcome.err;
-  }
-}
-
 TEST_F(Glview, MeasuresInTheModelsUnits) {
   const auto measured = [&](std::vector<std::pair<double, double>> aPoints) {
     std::string pixels;
@@ -246,22 +205,6 @@ TEST_F(Glview, MeasuresInTheModelsUnits) {
       << "from the front square to the one 2 behind it";
   EXPECT_NEAR(std::stod(measured({{0.6, 0}, {0, 0}, {0, 0.6}}).out), 90, 2);
   EXPECT_EQ(measured({{0, 0}, {-1.5, 1.5}}).status, 1) << "where there is nothing, nothing is measured";
-}
-
-TEST_F(Glview, CutsTheModelOpen) {
-  const auto picked = [&](const std::string& aSection, double aX) {
-    std::string pixel = std::to_string(Pixel(aX));
-    pixel += ',';
-    pixel += std::to_string(Pixel(0));
-    return FromTheFront(Squares(), {"--section", aSection, "--pick", pixel}).out;
-  };
-  EXPECT_EQ(picked("x", -0.4), "front\n");
-  EXPECT_EQ(picked("x", 0.4), "") << "cut off";
-  EXPECT_EQ(picked("z,0.5", 0), "behind\n") << "seen through the cut";
-  EXPECT_EQ(picked("z,1", 0), "front\n");
-  const Picture cut = PictureOf(Squares(), {"--section", "x"});
-  EXPECT_TRUE(IsDrawn(cut, At(cut, -0.4, 0)));
-  EXPECT_FALSE(IsDrawn(cut, At(cut, 0.4, 0)));
 }
 
 TEST_F(Glview, DrawsEachShading) {
@@ -287,16 +230,6 @@ TEST_F(Glview, DrawsEachShading) {
   }
 }
 
-TEST_F(Glview, LightFollowsTheNormalsAcrossAFace) {
-  // A square whose right side turns away, by its normals alone.
-  const std::string bent = Put(
-      "bent.obj", "v -1 -1 0\nv 1 -1 0\nv 1 1 0\nv -1 1 0\nvn 0 0 1\nvn 0.98 0 0.2\nf 1//1 2//2 3//2 4//1\n");
-  const Picture picture = PictureOf(bent, {});
-  std::set<int> greens;
-  for (int x = 0; x < kSide; ++x) greens.insert(picture.At(x, kSide / 2)[1]);
-  EXPECT_GT(greens.size(), 20u);
-}
-
 TEST_F(Glview, ShowsWhatStandsBehindGlass) {
   const Picture solid = PictureOf(Squares(), {});
   const Picture glass = PictureOf(Squares("d 0.5"), {});
@@ -305,40 +238,6 @@ TEST_F(Glview, ShowsWhatStandsBehindGlass) {
   EXPECT_GT(At(glass, 0.7, 0.3)[green], At(solid, 0.7, 0.3)[green] + 40);
   EXPECT_GT(At(glass, 0.7, 0.3)[0], At(glass, 1.5, 0.3)[0] + 40) << "the glass colours it red";
   EXPECT_EQ(At(glass, 1.5, 0.3)[green], At(solid, 1.5, 0.3)[green]) << "beside the glass nothing changes";
-}
-
-TEST_F(Glview, FogTakesTheFarFartherThanTheNear) {
-  const Picture clear = PictureOf(Squares(), {});
-  const Picture fog = PictureOf(Squares(), {"--fog"});
-  const auto loss = [&](double aX, double aY, int aChannel) {
-    return 1.0 - static_cast<double>(At(fog, aX, aY)[aChannel]) / At(clear, aX, aY)[aChannel];
-  };
-  EXPECT_GT(loss(0, 0.8, 0), 0.05) << "front";
-  EXPECT_GT(loss(1.5, 0, 1), loss(0, 0.8, 0) + 0.15) << "behind";
-}
-
-TEST_F(Glview, ZoomMakesAllOfThePictureLarger) {
-  const std::string model = Squares();
-  for (const char* views : {"1", "4"}) {
-    const Picture plain = PictureOf(model, {"--views", views});
-    for (const auto& [zoom, factor] : {std::pair{"3", 3.0}, {"1.5", 1.5}, {"0.5", 0.5}}) {
-      SCOPED_TRACE(std::string(views) + " views, zoom " + zoom);
-      const Picture large = PictureOf(model, {"--views", views, "--zoom", zoom});
-      ASSERT_EQ(large.width, kSide * factor);
-      ASSERT_EQ(large.height, kSide * factor);
-      int different = 0, looked = 0;
-      for (int y = 5; y < kSide; y += 10) {
-        for (int x = 5; x < kSide; x += 10) {
-          const std::uint8_t* here = plain.At(x, y);
-          const std::uint8_t* there =
-              large.At(static_cast<int>((x + 0.5) * factor), static_cast<int>((y + 0.5) * factor));
-          different += std::abs(here[0] - there[0]) + std::abs(here[1] - there[1]) > 20;
-          ++looked;
-        }
-      }
-      EXPECT_LE(different * 50, looked) << "but for edges";
-    }
-  }
 }
 
 TEST_F(Glview, BackgroundIsBehindTheModelAndInItsFog) {

@@ -1,12 +1,10 @@
 // The small readers of OBJ and STL files: what they make of a file, and what they refuse.
 
-#include <gtest/gtest.h>
-
 #include <bit>
-#include <sstream>
 
 #include "shared/model/plain/ObjReader.h"
 #include "shared/model/plain/StlReader.h"
+#include "support/Test.h"
 
 namespace {
 

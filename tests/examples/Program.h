@@ -28,3 +28,5 @@ Outcome RunProgram(const std::string& aExample, const std::vector<std::string>& 
 /// A part of a model file (OBJ): an upright square with a name, of a material where there is one.
 std::string Square(const std::string& aName, const std::string& aMaterial, double aX1, double aY1, double aX2,
                    double aY2, double aZ = 0);
+/// Writes a model of half a million triangles, which takes a while to read. @return its whole name
+std::string Grid(const TestFolder& aFolder);

@@ -20,15 +20,6 @@ std::unique_ptr<Reply, decltype(&std::free)> Own(Reply* aReply) {
 
 }  // namespace
 
-bool Eventually(const std::function<bool()>& aCondition) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-  while (!aCondition()) {
-    if (std::chrono::steady_clock::now() > end) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  }
-  return true;
-}
-
 Screen::Screen() {
   const std::string ready = m_folder / "display";
   // The server writes its number to the descriptor once it accepts clients.

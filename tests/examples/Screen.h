@@ -3,20 +3,12 @@
 
 #pragma once
 
-#include <gtest/gtest.h>
 #include <sys/types.h>
 #include <xcb/xcb.h>
 
-#include <cstdint>
-#include <functional>
-#include <string>
-#include <vector>
-
 #include "Program.h"
 #include "shared/Picture.h"
-
-/// Waits until a condition holds. @return false after a minute without it
-bool Eventually(const std::function<bool()>& aCondition);
+#include "support/Test.h"
 
 /// Runs while the object stands: a 24-bit screen without a window manager.
 class Screen {

@@ -1,3 +1,4 @@
+#include <fstream>
 #include <sstream>
 #include <utility>
 
@@ -12,4 +13,15 @@ std::string Square(const std::string& aName, const std::string& aMaterial, doubl
     text << "v " << x << ' ' << y << ' ' << aZ << '\n';
   text << "f -4 -3 -2 -1\n";
   return text.str();
+}
+
+std::string Grid(const TestFolder& aFolder) {
+  constexpr int kSide = 500;
+  const std::string model = aFolder / "grid.obj";
+  std::ofstream file(model);
+  for (int i = 0; i < kSide * kSide; ++i) file << "v " << i % kSide << ' ' << i / kSide << " 0\n";
+  for (int i = 1; i < kSide * (kSide - 1); ++i) {
+    file << "f " << i << ' ' << i + 1 << ' ' << i + kSide + 1 << ' ' << i + kSide << '\n';
+  }
+  return model;
 }

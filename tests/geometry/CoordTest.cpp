@@ -1,18 +1,13 @@
 // Coordinate systems against glm in double precision, and the object that publishes them.
 
-#include <gllib/GLPtr.h>
-#include <gllib/IGLCoord.h>
-#include <gtest/gtest.h>
-
-#include <atomic>
 #include <glm/glm.hpp>
 #include <glm/gtc/matrix_transform.hpp>
 #include <glm/gtc/type_ptr.hpp>
-#include <thread>
 
 #include "component/Catalogue.h"
 #include "geometry/GCoord.h"
 #include "geometry/Random.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -125,15 +120,6 @@ TEST(Coord, SingularOrientations) {
       << "axes of the parent system, whatever the angles were";
 }
 
-TEST(Coord, LinesAndPlanesGoPointByPoint) {
-  GCoord coord(1, 2, 3);
-  coord.m_dAngleZ = 0.5;
-  const GPlane plane = coord.PlanePCStoLCS(coord.PlaneLCStoPCS(GPlane({1, 2, 3}, {3, 2, 1}, {0, 5, 0})));
-  EXPECT_EQ(plane.m_ptC, GPoint(0, 5, 0));
-  EXPECT_EQ(coord.LineLCStoPCS(GLine()).m_ptA, GPoint(1, 2, 3));
-  EXPECT_EQ(coord.LinePCStoLCS(GLine({1, 2, 3}, {0, 0, 0})).m_ptA, GPoint(0, 0, 0));
-}
-
 namespace {
 
 GLPtr<IGLCoord> NewCoord() {
@@ -172,21 +158,6 @@ TEST(CoordObject, StartsAtTheParentAndMovesAlongItsAxes) {
   coord->SetMatrix16d(&matrix);
   coord->GetMatrix6d(&placement);
   EXPECT_LT(Off(MatrixOf(GCoord(placement)), glm::dmat4(1)), kCloseAngles);
-}
-
-TEST(CoordObject, RefusesNullAndChangesNothing) {
-  const auto coord = NewCoord();
-  GLDATA_POINT point{1, 2, 3};
-  for (const HRESULT result :
-       {coord->GetOrigin(nullptr), coord->SetOrigin(nullptr), coord->MoveOrigin(nullptr),
-        coord->Rotate_RAD(1, nullptr, &point), coord->Rotate_RAD(1, &point, nullptr),
-        coord->VectorPCStoLCS(nullptr), coord->VectorLCStoPCS(nullptr), coord->PointPCStoLCS(nullptr),
-        coord->PointLCStoPCS(nullptr), coord->GetMatrix6d(nullptr), coord->SetMatrix6d(nullptr),
-        coord->GetMatrix16d(nullptr), coord->SetMatrix16d(nullptr)}) {
-    EXPECT_EQ(result, E_INVALIDARG);
-  }
-  coord->PointLCStoPCS(&point);
-  EXPECT_EQ(GPoint(point), GPoint(1, 2, 3));
 }
 
 TEST(CoordObject, NeverShowsNumbersOfTwoWrites) {

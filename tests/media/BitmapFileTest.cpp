@@ -2,13 +2,10 @@
 
 #include "media/BitmapFile.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <memory>
 #include <optional>
 
 #include "support/BitmapBytes.h"
+#include "support/Test.h"
 
 namespace {
 

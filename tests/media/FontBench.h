@@ -2,13 +2,9 @@
 
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-
 #include "media/GLFont.h"
 #include "support/PlainGL.h"
+#include "support/Test.h"
 #include "support/TestSite.h"
 
 enum class FontKind { kSystem, kRaster, kTrueType, kInternal };

@@ -1,15 +1,7 @@
 // GLPixmap without GL: the image, its file, its colours.
 
-#include <gllib/GLClasses.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <functional>
-#include <limits>
-#include <tuple>
-
-#include "component/CreateObject.h"
 #include "support/BitmapFiles.h"
+#include "support/Test.h"
 
 constexpr bool operator==(const GLDATA_RGBA4B& a, const GLDATA_RGBA4B& b) {
   return std::memcmp(&a, &b, sizeof(a)) == 0;
@@ -54,7 +46,7 @@ class Pixmap : public testing::Test {
     return Store();
   }
 
-  GLPtr<IGLPixmap> m_Pixmap = CreateObject<IGLPixmap>(CLSID_GLPixmap);
+  GLPtr<IGLPixmap> m_Pixmap = GLCreate<IGLPixmap>(CLSID_GLPixmap);
 };
 
 /// Every value of a channel, each channel in another order.
@@ -67,36 +59,6 @@ Image EveryValue() {
 }
 
 }  // namespace
-
-TEST_F(Pixmap, EmptyOneAnswersAsItsStateAllows) {
-  Pixel pixel = kGrey, *pixels = &pixel;
-  GLDATA_RGBA scale = {1, 1, 1, 1};
-  float table[256] = {};
-  int size = -1;
-  EXPECT_EQ(m_Pixmap->AccessPixmapData(&size, &pixels), E_GL_BADVALUE);
-  EXPECT_EQ(std::pair(size, pixels), std::pair(0, static_cast<Pixel*>(nullptr)));
-  EXPECT_EQ(m_Pixmap->SetPixels(1, &pixel), E_GL_BADVALUE);
-  for (const HRESULT result :
-       {m_Pixmap->GetPixel(0, 0, &pixel), m_Pixmap->SetPixel(0, 0, pixel), m_Pixmap->ScaleColor(&scale),
-        m_Pixmap->ScaleColor256(256, table), m_Pixmap->MakeNegative(1), m_Pixmap->MakeMonochrome(kGrey),
-        m_Pixmap->GetClip(&size, &size, &size, &size), m_Pixmap->SetClip(0, 0, 1, 1)}) {
-    EXPECT_EQ(result, E_GL_BADSTATE);
-  }
-}
-
-TEST_F(Pixmap, RefusesNullPointers) {
-  int i = 0;
-  float f = 0;
-  Pixel* p = nullptr;
-  for (const HRESULT result :
-       {m_Pixmap->SetPixels(4, nullptr), m_Pixmap->AccessPixmapData(nullptr, &p),
-        m_Pixmap->AccessPixmapData(&i, nullptr), m_Pixmap->GetWidth(nullptr), m_Pixmap->GetHeight(nullptr),
-        m_Pixmap->GetPixel(0, 0, nullptr), m_Pixmap->ScaleColor(nullptr),
-        m_Pixmap->ScaleColor256(256, nullptr), m_Pixmap->GetZoom(&f, nullptr),
-        m_Pixmap->GetClip(&i, &i, &i, nullptr), m_Pixmap->Draw(nullptr, nullptr)}) {
-    EXPECT_EQ(result, E_INVALIDARG);
-  }
-}
 
 TEST_F(Pixmap, InitializeRefusesSizesThatMakeNoImageAndKeepsABlockOfTheSameCount) {
   ASSERT_EQ(m_Pixmap->Initialize(2, 8, {}), S_OK);

@@ -4,21 +4,14 @@
 #include "platform/Fonts.h"
 
 #include <ft2build.h>
-#include <gtest/gtest.h>
 
 #include FT_FREETYPE_H
 
-#include <algorithm>
-#include <cmath>
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-
 #include "media/FontBench.h"
 #include "platform/Text.h"
-#include "platform/linux/ResourceBlocks.h"
 #include "platform/linux/fonts/DeviceFont.h"
 #include "support/PlainGL.h"
+#include "support/Test.h"
 #include "support/TestFolder.h"
 
 namespace {
@@ -157,38 +150,6 @@ TEST(Fonts, ExtrudesIntoClosedSolidsThatLightShapes) {
   }
 }
 
-TEST(Fonts, MeasuresGlyphsInEmUnits) {
-  DrawPlainGL(8, 8, [] {
-    const PlainFace face("DejaVu Sans");
-    const HDC dc = GetDC(nullptr);
-    const HFONT font = CreateFontW(0, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, FF_SWISS, u"DejaVu Sans");
-    const HGDIOBJ old = SelectObject(dc, font);
-    GLYPHMETRICSFLOAT metrics[256] = {};
-    const GLuint base = glGenLists(256);
-    ASSERT_TRUE(wglUseFontOutlinesA(dc, 0, 256, base, 0, 0, WGL_FONT_POLYGONS, metrics));
-    for (const unsigned char code : {'A', 'g', 'Q', '_', ' '}) {
-      FT_Load_Glyph(face.Get(), GlyphOf(face, code), FT_LOAD_NO_SCALE);
-      const FT_Glyph_Metrics& plain = face->glyph->metrics;
-      const float em = face->units_per_EM;
-      EXPECT_NEAR(metrics[code].gmfCellIncX * em, static_cast<float>(plain.horiAdvance), 0.01f) << code;
-      for (const auto& [found, wanted] : {std::pair{metrics[code].gmfBlackBoxX, plain.width},
-                                          {metrics[code].gmfBlackBoxY, plain.height},
-                                          {metrics[code].gmfptGlyphOrigin.x, plain.horiBearingX},
-                                          {metrics[code].gmfptGlyphOrigin.y, plain.horiBearingY}}) {
-        EXPECT_NEAR(found * em, static_cast<float>(wanted), 2.0f) << code;
-      }
-      EXPECT_EQ(metrics[code].gmfCellIncY, 0.0f);
-    }
-    EXPECT_FALSE(wglUseFontOutlinesA(dc, 200, 100, base, 0, 0, WGL_FONT_POLYGONS, metrics))
-        << "past the last code";
-    SelectObject(dc, old);
-    EXPECT_FALSE(wglUseFontOutlinesA(dc, 0, 1, base, 0, 0, WGL_FONT_POLYGONS, metrics))
-        << "the stock font has none";
-    DeleteObject(font);
-    ReleaseDC(nullptr, dc);
-  });
-}
-
 TEST(Fonts, TurnsAndRulesItsText) {
   for (const FontKind kind : {FontKind::kRaster, FontKind::kTrueType}) {
     const auto draw = [kind](int aStyle, float aOrientation = 0) {
@@ -229,30 +190,6 @@ TEST(Fonts, TakesTheFamilyAndPitchForAFaceThatIsNotThere) {
                {GLFS_FIXED_PITCH, u"DejaVu Sans Mono"}};
   for (const auto& c : cases)
     EXPECT_EQ(Difference(draw(u"No Such Face", c.m_iStyle), draw(c.m_szFace, 0)), 0) << c.m_iStyle;
-}
-
-TEST(Fonts, FitsTheSizeItIsAskedFor) {
-  const HDC dc = GetDC(nullptr);
-  const auto metricsOf = [dc](int aHeight, int aWidth) {
-    TEXTMETRICA metrics{};
-    const HFONT font = CreateFontW(aHeight, aWidth, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, FF_SWISS, u"DejaVu Sans");
-    if (font == nullptr) return metrics;
-    const HGDIOBJ old = SelectObject(dc, font);
-    EXPECT_TRUE(GetTextMetricsA(dc, &metrics));
-    SelectObject(dc, old);
-    DeleteObject(font);
-    return metrics;
-  };
-  for (const int height : {10, 24, 100, 501}) {
-    EXPECT_NEAR(metricsOf(height, 0).tmHeight, height, 1) << "the cell";
-    const TEXTMETRICA characters = metricsOf(-height, 0);
-    EXPECT_EQ(characters.tmHeight - characters.tmInternalLeading, height) << "the characters";
-    EXPECT_NEAR(metricsOf(height, height).tmAveCharWidth, height, 1);
-  }
-  EXPECT_GT(metricsOf(0, 0).tmHeight, 0) << "the default";
-  EXPECT_EQ(metricsOf(2'000'000'000, 0).tmHeight, 0) << "no font of that size";
-  EXPECT_EQ(metricsOf(INT_MIN, INT_MIN).tmHeight, 0);
-  ReleaseDC(nullptr, dc);
 }
 
 TEST(Fonts, DrawsTheStockFontByWindows1252) {
@@ -381,22 +318,4 @@ TEST(Fonts, KeepTheBarsOfAHostileFileNearItsText) {
     EXPECT_GE(bitmap.m_iBottom, -200) << value;
     EXPECT_LE(bitmap.m_iBottom + bitmap.m_iRows, 200) << value;
   }
-}
-
-// One byte short or one pixel long.
-TEST(Fonts, TakeNoAtlasOfAnotherSize) {
-  const std::vector<unsigned char> bytes(131072 + 4, 255);
-  const ResourceBlock cut[] = {{"SHORT", bytes.data(), 131071}, {"LONG", bytes.data(), 131076}};
-  const auto blocks = std::exchange(g_ResourceBlocks, cut);
-  DrawPlainGL(8, 8, [] {
-    FontBench bench;
-    const auto font = bench.Make(FontKind::kInternal);
-    for (const char16_t* name : {u"SHORT", u"LONG"}) {
-      font->InitInternalFont(bench.m_pLink, TextOf(name));
-      EXPECT_EQ(Print(*font, u"x"), E_FAIL) << static_cast<char>(name[0]);
-      EXPECT_EQ(WidthOf(*font, u"x"), -1.0f);
-      EXPECT_FALSE(glIsTexture(1));
-    }
-  });
-  g_ResourceBlocks = blocks;
 }

@@ -1,26 +1,16 @@
-// The registry files when the system fails: every read, write, sync and rename of a change fails in turn,
-// signals interrupt it, and processes are forked in the middle. The functions of the C library are replaced
-// in this program and fail where a test asks for it.
+// The registry files when the system fails: every read, write, sync and rename of a change fails in turn, and
+// signals interrupt it. The functions of the C library are replaced in this program and fail where a test
+// asks for it.
 
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <gllib/GLByProgID.h>
-#include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/file.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
-#include <chrono>
-#include <cstdio>
-#include <filesystem>
-#include <functional>
-#include <string>
-#include <thread>
 
 #include "platform/RegistryBatch.h"
+#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -32,9 +22,8 @@ enum class Call { kRead, kWrite, kSync, kRename };
 /// The fault that the calling thread asks for: the m_iTurn-th call fails by m_iError, or writes half.
 struct Fault {
   Call m_Call = Call::kRead;
-  int m_iTurn = 0;                 // counts down; 0 for none
-  int m_iError = 0;                // 0: half of the bytes
-  std::function<void()> m_Before;  // runs before the call, which then succeeds
+  int m_iTurn = 0;   // counts down; 0 for none
+  int m_iError = 0;  // 0: half of the bytes
 };
 thread_local Fault* g_pFault = nullptr;
 
@@ -43,12 +32,6 @@ bool Fails(Call aCall, bool& aHalf) {
   Fault* fault = g_pFault;
   aHalf = false;
   if (fault == nullptr || fault->m_Call != aCall || fault->m_iTurn == 0 || --fault->m_iTurn > 0) return false;
-  if (fault->m_Before) {
-    g_pFault = nullptr;
-    fault->m_Before();
-    g_pFault = fault;
-    return false;
-  }
   aHalf = fault->m_iError == 0;
   errno = fault->m_iError;
   return !aHalf;
@@ -92,9 +75,9 @@ int rename(const char* aOld, const char* aNew) noexcept {
 namespace {
 
 const std::string kOthers =
-    "Windows Registry Editor Version 5.00\r\n\r\n; kept by "
-    "hand\r\n[HKEY_CLASSES_ROOT\\Other]\r\n@=\"kept\"\r\n" +
-    std::string("\"Long\"=\"") + std::string(40000, 'x') + "\"\r\n";
+    "Windows Registry Editor Version 5.00\r\n\r\n; kept by hand\r\n[HKEY_CLASSES_ROOT\\Other]\r\n"
+    "@=\"kept\"\r\n\"Long\"=\"" +
+    std::string(40000, 'x') + "\"\r\n";
 
 class RegistryFaults : public testing::Test {
  protected:
@@ -154,7 +137,7 @@ TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOneAndNothingElse) {
     SCOPED_TRACE(std::to_string(static_cast<int>(one.m_Call)) + ", turn " + std::to_string(one.m_iTurn) +
                  ", error " + std::to_string(one.m_iError));
     Put();
-    EXPECT_EQ(Enter({one.m_Call, one.m_iTurn, one.m_iError, {}}), one.m_iStatus);
+    EXPECT_EQ(Enter({one.m_Call, one.m_iTurn, one.m_iError}), one.m_iStatus);
     EXPECT_EQ(IsEntered(), one.m_bEntered);
     if (!one.m_bEntered) {
       EXPECT_EQ(Get(), kOthers);
@@ -163,93 +146,4 @@ TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOneAndNothingElse) {
         << "others' lines stay";
     EXPECT_EQ(Files(), "machine.reg ");
   }
-}
-
-TEST_F(RegistryFaults, AHostIsToldOfAReadError) {
-  Put();
-  for (const int turn : {1, 2}) {
-    Fault fault{Call::kRead, turn, EIO, {}};
-    g_pFault = &fault;
-    void* object = nullptr;
-    EXPECT_EQ(GLCreateObjectByProgID("Other", IID_IUnknown, &object), REGDB_E_READREGDB);
-    g_pFault = nullptr;
-  }
-}
-
-TEST_F(RegistryFaults, NoFileThatSomebodyPutThereIsWrittenThrough) {
-  const auto victim = m_Folder.Put("victim", "precious");
-  // Whatever can be foreseen of the new file's name is a link to the victim.
-  std::filesystem::create_symlink(victim, m_Folder / ("machine.reg." + std::to_string(getpid()) + ".new"));
-  std::string first, second;
-  const auto name = [&](std::string& into) {
-    into = Files();
-    into.erase(0, into.find("machine.reg."));
-  };
-  Put();
-  EXPECT_EQ(Enter({Call::kSync, 1, 0, [&] { name(first); }}), ERROR_SUCCESS);
-  Put();
-  EXPECT_EQ(Enter({Call::kSync, 1, 0, [&] { name(second); }}), ERROR_SUCCESS);
-  EXPECT_NE(first, second) << "a new name each time";
-  EXPECT_EQ(m_Folder.Get("victim"), "precious");
-  EXPECT_TRUE(IsEntered());
-}
-
-TEST_F(RegistryFaults, ASignalDoesNotBreakTheLock) {
-  Put();
-  const int folder = open(m_Folder.Path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  ASSERT_EQ(flock(folder, LOCK_EX), 0);
-  struct sigaction handler {
-  }, before{};
-  handler.sa_handler = [](int) {};  // no SA_RESTART: calls are interrupted
-  sigaction(SIGUSR1, &handler, &before);
-  std::atomic<LSTATUS> status{-1};
-  std::thread writer([&] { status = Enter(); });
-  for (int i = 0; i < 50; ++i) {
-    pthread_kill(writer.native_handle(), SIGUSR1);
-    std::this_thread::sleep_for(2ms);
-  }
-  EXPECT_EQ(status, -1) << "it waits";
-  EXPECT_EQ(Get(), kOthers) << "the lock is held by another program";
-  flock(folder, LOCK_UN);
-  close(folder);
-  writer.join();
-  sigaction(SIGUSR1, &before, nullptr);
-  EXPECT_EQ(status, ERROR_SUCCESS);
-  EXPECT_TRUE(IsEntered());
-}
-
-TEST_F(RegistryFaults, AForkedChildHoldsNoLock) {
-  Put();
-  // While the file is written another part of the program forks a child that stays.
-  pid_t child = 0;
-  ASSERT_EQ(Enter({Call::kSync, 1, 0,
-                   [&] {
-                     child = fork();
-                     if (child == 0) {
-                       for (;;) pause();
-                     }
-                   }}),
-            ERROR_SUCCESS);
-  Put();
-  EXPECT_EQ(Enter(), ERROR_SUCCESS);
-
-  // A child that is forked in the middle of a change can make one itself.
-  pid_t writer = 0;
-  Put();
-  ASSERT_EQ(Enter({Call::kSync, 1, 0,
-                   [&] {
-                     writer = fork();
-                     if (writer != 0) return;
-                     RegistryBatch batch;
-                     batch.SetText("Childs", "text");
-                     _exit(batch.Commit() == ERROR_SUCCESS ? 0 : 1);
-                   }}),
-            ERROR_SUCCESS);
-  int exited = -1;
-  waitpid(writer, &exited, 0);
-  EXPECT_EQ(exited, 0);
-  EXPECT_TRUE(IsEntered());
-  EXPECT_NE(Get().find("[HKEY_CLASSES_ROOT\\Childs]"), std::string::npos);
-  kill(child, SIGKILL);
-  waitpid(child, nullptr, 0);
 }

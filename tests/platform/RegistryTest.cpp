@@ -3,17 +3,11 @@
 
 #include "platform/Registry.h"
 
-#include <gllib/GLByProgID.h>
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <string>
-#include <thread>
-
 #include "platform/RegistryBatch.h"
+#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -121,37 +115,6 @@ TEST_F(Registry, TakesTheUsersClassesBeforeTheMachines) {
   EXPECT_EQ(Query(HKEY_CLASSES_ROOT, "Gl.AB\\CLSID", nullptr), Text("neighbour"));
 }
 
-TEST_F(Registry, TellsTheRoomThatAValueNeeds) {
-  ASSERT_EQ(Set("A", "x", "four"), ERROR_SUCCESS);
-  HKEY key = nullptr;
-  ASSERT_EQ(RegOpenKeyExA(HKEY_CLASSES_ROOT, "A", 0, KEY_READ, &key), ERROR_SUCCESS);
-  BYTE small[2] = {7, 7};
-  DWORD size = sizeof(small);
-  EXPECT_EQ(RegQueryValueExA(key, "x", nullptr, nullptr, small, &size), ERROR_MORE_DATA);
-  EXPECT_EQ(size, 5u);
-  EXPECT_EQ(small[0], 7);
-  RegCloseKey(key);
-}
-
-TEST_F(Registry, LosesNothingToOtherThreadsAndProcesses) {
-  const auto write = [](const std::string& name) {
-    for (int i = 0; i < 20; ++i) Set(name + std::to_string(i), "x", "y");
-  };
-  const pid_t other = fork();
-  if (other == 0) {
-    write("other");
-    _exit(0);
-  }
-  std::thread thread([&] { write("thread"); });
-  write("own");
-  thread.join();
-  waitpid(other, nullptr, 0);
-  for (const std::string name : {"own", "thread", "other"}) {
-    for (int i = 0; i < 20; ++i)
-      EXPECT_EQ(Open(HKEY_CLASSES_ROOT, (name + std::to_string(i)).c_str()), ERROR_SUCCESS);
-  }
-}
-
 TEST_F(Registry, OthersSeeAllChangesOfABatchOrNone) {
   constexpr int kClasses = 14;
   const auto name = [](int i) { return "Gl.Class" + std::to_string(i) + "\\CLSID"; };
@@ -182,38 +145,16 @@ TEST_F(Registry, OthersSeeAllChangesOfABatchOrNone) {
   writer.join();
 }
 
-TEST_F(Registry, ReadsTextsForHostsAsTheModuleDoes) {
-  // Blanks, continued lines, comments, keys and values that come twice, any case.
-  Put(std::string(kHeader) +
-      "\r\n  [HKEY_CLASSES_ROOT\\Gl.A\\CLSID]  \r\n\t@=\"first\"\r\n; a comment\r\n @=\"sec\\\r\nond\" \r\n"
-      "[HKEY_CLASSES_ROOT\\Gl.B]\r\n@=dword:1\r\n"
-      "[hkey_classes_root\\GL.a\\clsid]\n\"@\"=\"no default\"\n"
-      "[HKEY_CURRENT_USER\\Gl.C]\r\n@=\"not a class\"\r\n");
-  GLRegistration::ClassTexts texts;
-  ASSERT_TRUE(texts.Load(m_Folder.Path() / "machine.reg"));
-  ASSERT_NE(texts.Find("gl.A\\CLSID"), nullptr);
-  EXPECT_EQ(*texts.Find("gl.A\\CLSID"), "second");
-  EXPECT_EQ(Query(HKEY_CLASSES_ROOT, "gl.A\\CLSID", nullptr), Text("second"));
-  EXPECT_EQ(texts.Find("Gl.B"), nullptr);
-  EXPECT_EQ(texts.Find("Gl.C"), nullptr);
-}
-
 TEST_F(Registry, TakesNoRelativeXdgFolder) {
   unsetenv("GLLIB_REGISTRY_DIR");
-  const auto files = [](const char* aHome, const char* aUser, const char* aMachine) {
-    setenv("XDG_CONFIG_HOME", aUser, 1);
-    setenv("XDG_CONFIG_DIRS", aMachine, 1);
-    const std::string home = getenv("HOME") != nullptr ? getenv("HOME") : "";
-    setenv("HOME", aHome, 1);
-    const auto result = std::pair(GLRegistration::UserFile(), GLRegistration::MachineFile());
-    setenv("HOME", home.c_str(), 1);
-    unsetenv("XDG_CONFIG_HOME");
-    unsetenv("XDG_CONFIG_DIRS");
-    return result;
-  };
-  EXPECT_EQ(files("/h", "/u", "/m:/n"),
-            std::pair(std::string("/u/gllib/user.reg"), std::string("/m/gllib/machine.reg")));
-  EXPECT_EQ(files("/h", "u", "m:/n"),
-            std::pair(std::string("/h/.config/gllib/user.reg"), std::string("/etc/xdg/gllib/machine.reg")));
-  EXPECT_EQ(files("", "", "").first, "");
+  const std::string before = getenv("HOME") != nullptr ? getenv("HOME") : "";
+  for (const auto& [home, user, machine, userFile, machineFile] :
+       {std::tuple{"/h", "/u", "/m:/n", "/u/gllib/user.reg", "/m/gllib/machine.reg"},
+        {"/h", "u", "m:/n", "/h/.config/gllib/user.reg", "/etc/xdg/gllib/machine.reg"},
+        {"", "", "", "", "/etc/xdg/gllib/machine.reg"}}) {
+    setenv("HOME", home, 1), setenv("XDG_CONFIG_HOME", user, 1), setenv("XDG_CONFIG_DIRS", machine, 1);
+    EXPECT_EQ(GLRegistration::UserFile(), userFile);
+    EXPECT_EQ(GLRegistration::MachineFile(), machineFile);
+  }
+  setenv("HOME", before.c_str(), 1), unsetenv("XDG_CONFIG_HOME"), unsetenv("XDG_CONFIG_DIRS");
 }

@@ -2,14 +2,9 @@
 
 #include "platform/RenderingTurn.h"
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <cstring>
-#include <future>
-
 #include "platform/GL.h"
 #include "support/Scene.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,10 +1,7 @@
 // Conversion between UTF-16 and 8-bit text.
 
 #include "platform/Text.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "support/Test.h"
 
 namespace {
 

@@ -1,13 +1,10 @@
 // Thread priorities: the nearest that the system grants, for one thread alone.
 
 #include "platform/ThreadPriority.h"
+#include "support/Test.h"
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
-
-#include <algorithm>
-#include <thread>
 
 TEST(ThreadPriority, LowersOneThreadByTheNearestStep) {
   struct Case {

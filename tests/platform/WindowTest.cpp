@@ -2,18 +2,9 @@
 
 #include "platform/Window.h"
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <climits>
-#include <functional>
-#include <mutex>
-#include <thread>
-#include <vector>
-
 #include "platform/SystemInfo.h"
-#include "support/Eventually.h"
 #include "support/ScriptedDisplay.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -132,89 +123,4 @@ TEST_F(Windows, EndOnTheCallersThreadWhileAProcedureRuns) {
   EXPECT_FALSE(DestroyWindow(window));
   held.m_bHeld = false;
   EXPECT_TRUE(Eventually([&] { return held.m_bLeft.load(); }));
-}
-
-namespace {
-
-std::atomic<int> g_iSeen{0};
-std::atomic<HWND> g_hSeen{nullptr};
-
-}  // namespace
-
-TEST_F(Windows, AndOthersAreSeenByTheHookAfterTheProcedure) {
-  std::atomic<bool> done{false};
-  g_Procedure = [&](HWND, UINT message, LPARAM) -> LRESULT {
-    if (message == WM_PAINT) done = true;
-    return 0;
-  };
-  static std::atomic<bool>* s_pDone = &done;
-  s_pDone = &done;
-  const HHOOK hook = SetWindowsHookExA(
-      WH_CALLWNDPROCRET,
-      [](int, WPARAM, LPARAM seen) -> LRESULT {
-        EXPECT_TRUE(*s_pDone);
-        g_hSeen = reinterpret_cast<const CWPRETSTRUCT*>(seen)->hwnd;
-        ++g_iSeen;
-        return 0;
-      },
-      nullptr, 0);
-  const HWND window = Make(), foreign = reinterpret_cast<HWND>(std::uintptr_t{0x5000});
-  PostMessageA(window, WM_PAINT, 0, 0);
-  EXPECT_TRUE(Eventually([&] { return g_hSeen == window; }));
-  PostMessageA(foreign, WM_SYSCOLORCHANGE, 0, 0);
-  EXPECT_TRUE(Eventually([&] { return g_hSeen == foreign; }));
-  UnhookWindowsHookEx(hook);
-  const int before = g_iSeen;
-  done = false;
-  PostMessageA(window, WM_PAINT, 0, 0);
-  EXPECT_TRUE(Eventually([&] { return done.load(); }));
-  EXPECT_EQ(g_iSeen, before);
-  DestroyWindow(window);
-}
-
-namespace {
-
-/// Gives every window after the first the same number, as a server that was started anew does.
-struct RepeatingDisplay final : ScriptedDisplay {
-  HWND MakeWindow(HWND, const RECT&) noexcept override {
-    return reinterpret_cast<HWND>(std::uintptr_t{m_iMade++ == 0 ? 0x100u : 0x101u});
-  }
-  int m_iMade = 0;
-};
-
-}  // namespace
-
-TEST_F(Windows, DontGetTheMessagesOfAFormerOneWithTheirNumber) {
-  SetDisplay(std::make_shared<RepeatingDisplay>());
-  Held held;
-  std::atomic<int> destroyed{0};
-  g_Procedure = [&](HWND, UINT message, LPARAM) {
-    if (message == WM_DESTROY) ++destroyed;
-    return held(message);
-  };
-  const HWND first = Make(), former = Make();
-  PostMessageA(first, WM_PAINT, 0, 0);
-  ASSERT_TRUE(Eventually([&] { return held.m_bEntered.load(); }));
-  PostMessageA(former, WM_DESTROY, 0, 0);  // waits behind the first one's
-  DestroyWindow(former);
-  const HWND later = Make();
-  ASSERT_EQ(later, former);
-  held.m_bHeld = held.m_bEntered = false;
-  PostMessageA(later, WM_PAINT, 0, 0);
-  ASSERT_TRUE(Eventually([&] { return held.m_bEntered.load(); }));
-  EXPECT_EQ(destroyed, 1);
-  DestroyWindow(later);
-  DestroyWindow(first);
-}
-
-TEST(Version, IsWhatTheDisplaySays) {
-  for (const DWORD platform : {DWORD{1}, DWORD{2}}) {
-    ScriptedDisplay::Set()->m_dwPlatformId = platform;
-    OSVERSIONINFOA version{};
-    EXPECT_FALSE(GetVersionExA(&version)) << "no size given";
-    version.dwOSVersionInfoSize = sizeof(version);
-    EXPECT_TRUE(GetVersionExA(&version));
-    EXPECT_EQ(version.dwPlatformId, platform);
-  }
-  SetDisplay(nullptr);
 }

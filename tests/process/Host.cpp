@@ -14,8 +14,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <future>
 #include <iostream>
@@ -23,34 +21,13 @@
 #include <string>
 #include <thread>
 
+#include "process/Orange.h"
+
 namespace {
 
 using namespace std::chrono_literals;
 
 constexpr int kIntended = 7, kFailed = 1;
-
-/// Draws a text and a triangle, then whatever the argument wants.
-struct Painter final : GLPainterBase {
-  HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {
-    GLDATA_RGBA orange = {1.0f, 0.4f, 0.0f, 1.0f};
-    aCanvas->SetVertexColor(&orange);
-    aCanvas->BeginDrawTriangles();
-    aCanvas->Vertex3d(-90, -90, 0);
-    aCanvas->Vertex3d(90, -90, 0);
-    aCanvas->Vertex3d(0, 90, 0);
-    const HRESULT drawn = aCanvas->EndDrawVertices();
-    ++m_iFrames;
-    if (m_Extra) m_Extra(*aContext);
-    return drawn;
-  }
-  std::atomic<int> m_iFrames{0};
-  std::function<void(IGLContext&)> m_Extra;  // set before the painter is attached
-};
-
-struct Snapshot final : GLCaptureBase {
-  HRESULT OnData(LONG aSuccess) noexcept override { return m_Taken.set_value(aSuccess != 0), S_OK; }
-  std::promise<bool> m_Taken;
-};
 
 /// Wants a picture of every frame.
 struct Camera final : GLCaptureBase {
@@ -82,20 +59,10 @@ struct Scene {
     ULONG found[4];
     return m_pContext->Select(m_pViewer, &low, &high, 0, 0, &count, found);
   }
-  bool ShowsOrange() const {
-    const auto picture = GLCreate<IGLPixmap>(CLSID_GLPixmap);
-    const auto snapshot = GLMake<Snapshot>();
-    snapshot->Request(picture.Get());
-    m_pContext->AttachCapture(snapshot.Get());
-    auto taken = snapshot->m_Taken.get_future();
-    if (taken.wait_for(10s) != std::future_status::ready || !taken.get()) return false;
-    GLDATA_RGBA4B middle = {};
-    picture->GetPixel(80, 60, &middle);
-    return middle.m_bRed == 255 && middle.m_bGreen == 102 && middle.m_bBlue == 0;
-  }
+  bool ShowsOrange() const { return ::ShowsOrange(*m_pContext, *GLCreate<IGLPixmap>(CLSID_GLPixmap)); }
 
   GLPtr<IGLContext> m_pContext = GLCreate<IGLContext>(CLSID_GLContext);
-  GLPtr<Painter> m_pPainter = GLMake<Painter>();
+  GLPtr<OrangePainter> m_pPainter = GLMake<OrangePainter>();
   IGLViewer* m_pViewer = nullptr;
 };
 
@@ -129,31 +96,21 @@ Scene& Drawing(std::function<void(IGLContext&)> aExtra = nullptr) {
   return scene;
 }
 
-int Created() {
-  Kept(new GLPtr<IGLContext>(GLCreate<IGLContext>(CLSID_GLContext)));
-  return Ready();
-}
-
-int Initialised() {
+bool Initialised() {
   static const auto context = GLCreate<IGLContext>(CLSID_GLContext);  // released after main
-  if (FAILED(context->Initialize(0))) return kFailed;
-  return Ready();
+  if (FAILED(context->Initialize(0))) return false;
+  return true;
 }
 
-int Draws() {
-  Drawing();
-  return Ready();
-}
-
-int Captures() {
+bool Captures() {
   Scene& scene = Drawing();
   auto& camera = Kept(new GLPtr<Camera>(GLMake<Camera>(GLCreate<IGLPixmap>(CLSID_GLPixmap).Get())));
   scene.m_pContext->AttachCapture(camera.Get());
   while (camera->m_iPictures < 2) std::this_thread::sleep_for(1ms);
-  return Ready();
+  return true;
 }
 
-int Selects() {
+bool Selects() {
   Scene& scene = Drawing();
   std::promise<void> selected;
   std::thread([&scene, &selected] {
@@ -162,26 +119,26 @@ int Selects() {
     for (;;) scene.Select();
   }).detach();
   selected.get_future().wait();
-  return Ready();
+  return true;
 }
 
-int BuildsFonts() {
+bool BuildsFonts() {
   Drawing([](IGLContext& aContext) {
     IGLFont* font = nullptr;
     if (SUCCEEDED(aContext.CreateSystemFont(&font)) && font != nullptr) aContext.DestroyFont(font);
   });
-  return Ready();
+  return true;
 }
 
 /// The painter gives the last reference back, and main returns while the context ends.
-int EndsInPainter() {
+bool EndsInPainter() {
   static std::promise<void> released;
   static std::atomic_flag once;
   auto& scene = Kept(new Scene);
   scene.m_pContext->DetachPainter();
   static auto& last = Kept(new GLPtr<IGLContext>(scene.m_pContext));
   scene.m_pContext.Reset();
-  const auto painter = GLMake<Painter>();
+  const auto painter = GLMake<OrangePainter>();
   painter->m_Extra = [](IGLContext&) {
     if (once.test_and_set()) return;
     last.Reset();
@@ -189,17 +146,17 @@ int EndsInPainter() {
   };
   last->AttachPainter(painter.Get());
   released.get_future().wait();
-  return Ready();
+  return true;
 }
 
-int ExitsInPainter() {
+bool ExitsInPainter() {
   Kept(new Scene([](IGLContext&) { std::exit(Ready()); }));
   std::this_thread::sleep_for(60s);
-  return kFailed;
+  return false;
 }
 
 /// A handler that waits for a thread which uses the context: nothing may keep that one.
-int JoinsAtExit() {
+bool JoinsAtExit() {
   static Scene& scene = Drawing();
   static std::atomic<bool> stop{false};
   static std::thread user([] {
@@ -220,13 +177,13 @@ int JoinsAtExit() {
     }
   };
   static const Join first;
-  return Ready();
+  return true;
 }
 
 bool ChildEndsWith(const std::function<int()>& aChild, bool aHandlers) {
   const pid_t child = fork();
   if (child == 0) {
-    alarm(20);
+    alarm(50);
     const int code = aChild();
     if (aHandlers) std::exit(code);
     _exit(code);
@@ -254,38 +211,38 @@ int UseInherited(Scene& aScene) {
   return kIntended;
 }
 
-int Forks() {
+bool Forks() {
   Scene& scene = Drawing();
   for (int i = 0; i < 10; ++i) {
     for (const bool handlers : {true, false}) {
-      if (!ChildEndsWith([&] { return UseInherited(scene); }, handlers)) return kFailed;
-      if (!ChildEndsWith([] { return kIntended; }, handlers)) return kFailed;
+      if (!ChildEndsWith([&] { return UseInherited(scene); }, handlers)) return false;
+      if (!ChildEndsWith([] { return kIntended; }, handlers)) return false;
     }
-    if (!scene.ShowsOrange()) return kFailed;
+    if (!scene.ShowsOrange()) return false;
   }
-  return Ready();
+  return true;
 }
 
 /// A child may draw if its parent has not, and is refused else: the driver has state of the parent's.
-int DrawsInChild() {
+bool DrawsInChild() {
   const auto early = GLCreate<IGLContext>(CLSID_GLContext);
   const auto draw = [] { return Kept(new Scene).ShowsOrange() ? kIntended : kFailed; };
   const auto isRefused = [] {
     return GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0) == E_FAIL ? kIntended : kFailed;
   };
   for (int i = 0; i < 3; ++i) {
-    if (!ChildEndsWith(draw, true)) return kFailed;
+    if (!ChildEndsWith(draw, true)) return false;
   }
   const Scene& scene = Drawing();
   for (int i = 0; i < 3; ++i) {
-    if (!ChildEndsWith(isRefused, true)) return kFailed;
+    if (!ChildEndsWith(isRefused, true)) return false;
   }
-  return scene.ShowsOrange() ? Ready() : kFailed;
+  return scene.ShowsOrange();
 }
 
 /// A signal that the host blocks after the start and takes by itself must find no thread that lets it
 /// through.
-int WaitsForSignals() {
+bool WaitsForSignals() {
   Drawing();
   sigset_t wanted;
   sigemptyset(&wanted);
@@ -296,112 +253,44 @@ int WaitsForSignals() {
       kill(getpid(), number);
       int taken = 0;
       sigwait(&wanted, &taken);
-      if (taken != number) return kFailed;
+      if (taken != number) return false;
     }
   }
-  return Ready();
+  return true;
 }
 
 /// The host's own use of EGL ends while a context draws.
-int TerminatesEgl() {
+bool TerminatesEgl() {
   const EGLDisplay own = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr);
   Scene& scene = Drawing();
-  if (eglInitialize(own, nullptr, nullptr) == EGL_FALSE || eglTerminate(own) == EGL_FALSE) return kFailed;
-  if (!scene.ShowsOrange()) return kFailed;
+  if (eglInitialize(own, nullptr, nullptr) == EGL_FALSE || eglTerminate(own) == EGL_FALSE) return false;
+  if (!scene.ShowsOrange()) return false;
   eglInitialize(own, nullptr, nullptr);
-  if (!(new Scene)->ShowsOrange()) return kFailed;
-  return eglTerminate(own) == EGL_TRUE && scene.ShowsOrange() ? Ready() : kFailed;
-}
-
-EGLDisplay DeviceDisplay() {
-  const auto query = reinterpret_cast<PFNEGLQUERYDEVICESEXTPROC>(eglGetProcAddress("eglQueryDevicesEXT"));
-  EGLDeviceEXT device = nullptr;
-  EGLint count = 0;
-  if (query == nullptr || query(1, &device, &count) == EGL_FALSE) return EGL_NO_DISPLAY;
-  return eglGetPlatformDisplay(EGL_PLATFORM_DEVICE_EXT, device, nullptr);
-}
-
-/// The host terminates the display that contexts draw on: they draw again once they are initialised again.
-int TerminatesTheDisplay() {
-  const Scene& scene = Drawing();
-  if (eglTerminate(DeviceDisplay()) == EGL_FALSE) return kFailed;
-  if (!Kept(new Scene).ShowsOrange()) return kFailed;
-  if (scene.m_pContext->Initialize(0) != S_OK) return kFailed;
-  scene.m_pContext->SetViewport(0, 0, 160, 120);
-  return scene.ShowsOrange() ? Ready() : kFailed;
+  if (!(new Scene)->ShowsOrange()) return false;
+  return eglTerminate(own) == EGL_TRUE && scene.ShowsOrange();
 }
 
 /// With no display of choice: draws without a screen while no server answers, and on the next one in the
 /// parent window that the line names.
-int OutlivesAnOutage() {
+bool OutlivesAnOutage() {
   unsetenv("GLLIB_DISPLAY");
   Scene& scene = Drawing();
   Ready();
   AwaitLine();
-  if (scene.m_pContext->Initialize(0) != S_OK || scene.m_pContext->Initialize(1234) != E_FAIL) return kFailed;
+  if (scene.m_pContext->Initialize(0) != S_OK || scene.m_pContext->Initialize(1234) != E_FAIL) return false;
   Ready();
   std::istringstream line(AwaitLine());
   std::string display;
   ULONG_PTR parent = 0;
   line >> display >> parent;
   setenv("DISPLAY", display.c_str(), 1);
-  if (scene.m_pContext->Initialize(parent) != S_OK) return kFailed;
+  if (scene.m_pContext->Initialize(parent) != S_OK) return false;
   scene.m_pContext->SetViewport(0, 0, 160, 120);
-  return scene.ShowsOrange() ? Ready() : kFailed;
-}
-
-/// An outer object, freed with its last reference, around a context.
-struct Outer final : IUnknown {
-  HRESULT QueryInterface(REFIID riid, void** ppv) noexcept override {
-    return m_pInner->QueryInterface(riid, ppv);
-  }
-  ULONG AddRef() noexcept override { return Count(1); }
-  ULONG Release() noexcept override {
-    const ULONG left = Count(-1);
-    if (left == 0) {
-      m_bFreed = true;
-      m_pInner.Reset();
-    }
-    return left;
-  }
-  ULONG Count(int aStep) noexcept {
-    if (m_bFreed) ++m_iLateCalls;
-    return static_cast<ULONG>(m_iReferences += aStep);
-  }
-
-  GLPtr<IUnknown> m_pInner;
-  std::atomic<int> m_iReferences{1}, m_iLateCalls{0};
-  std::atomic<bool> m_bFreed{false};
-};
-
-/// The painter gives the last reference to an aggregated context back, and counts its context in each frame.
-int EndsWithinAnOuterObject() {
-  static Outer outer;
-  GLPtr<IClassFactory> factory;
-  DllGetClassObject(CLSID_GLContext, IID_IClassFactory, factory.PutVoid());
-  if (FAILED(factory->CreateInstance(&outer, IID_IUnknown, outer.m_pInner.PutVoid()))) return kFailed;
-  factory.Reset();
-  static IGLContext* context = nullptr;
-  outer.m_pInner->QueryInterface(IGLContext::Identifier, reinterpret_cast<void**>(&context));
-  if (context == nullptr || FAILED(context->Initialize(0))) return kFailed;
-  outer.Release();  // the context's own interface pointer holds the last reference
-  IGLViewer* viewer = nullptr;
-  context->CreateViewer(1, 1, &viewer);
-  const auto painter = GLMake<Painter>();
-  painter->m_Extra = [](IGLContext& aContext) {
-    if (!outer.m_bFreed) aContext.Release();
-    for (int i = 0; i < 100; ++i) {
-      aContext.AddRef();
-      aContext.Release();
-    }
-  };
-  context->AttachPainter(painter.Get());
-  while (DllCanUnloadNow() != S_OK) std::this_thread::sleep_for(1ms);
-  return outer.m_iLateCalls == 0 ? Ready() : kFailed;
+  return scene.ShowsOrange();
 }
 
 /// Draws and moves its window on two threads without a pause until the server has gone.
-int LosesServer() {
+bool LosesServer() {
   Scene& scene = Drawing();
   std::atomic<bool> stop{false};
   std::thread mover([&] {
@@ -413,23 +302,23 @@ int LosesServer() {
   mover.join();
   (void)scene.m_pContext->Initialize(0);  // with no server it fails
   scene.m_pContext.Reset();
-  return kIntended;
+  return true;
 }
 
 /// Exits when it is told to, with a context that draws.
-int DrawsUntilTold() {
+bool DrawsUntilTold() {
   Drawing();
   Ready();
   AwaitLine();
-  return kIntended;
+  return true;
 }
 
 constexpr struct {
   const char* m_szName;
-  int (*m_pfnRun)();
-} kWays[] = {{"created", Created},
+  bool (*m_pfnRun)();  // false: something failed
+} kWays[] = {{"created", [] { return bool(Kept(new auto(GLCreate<IGLContext>(CLSID_GLContext)))); }},
              {"initialised", Initialised},
-             {"drawing", Draws},
+             {"drawing", [] { return Drawing(), true; }},
              {"capturing", Captures},
              {"selecting", Selects},
              {"fonts", BuildsFonts},
@@ -440,9 +329,7 @@ constexpr struct {
              {"child-draws", DrawsInChild},
              {"signals", WaitsForSignals},
              {"eglterminate", TerminatesEgl},
-             {"display-terminated", TerminatesTheDisplay},
              {"outage", OutlivesAnOutage},
-             {"outer", EndsWithinAnOuterObject},
              {"loses-server", LosesServer},
              {"told", DrawsUntilTold}};
 
@@ -450,7 +337,7 @@ constexpr struct {
 
 int main(int argc, char** argv) {
   for (const auto& way : kWays) {
-    if (argc > 1 && std::strcmp(argv[1], way.m_szName) == 0) return way.m_pfnRun();
+    if (argc > 1 && std::strcmp(argv[1], way.m_szName) == 0) return way.m_pfnRun() ? Ready() : kFailed;
   }
   return kFailed;
 }

@@ -1,7 +1,5 @@
 """A headless context with one viewer, for tests: units are pixels / 4, the middle is 0, 0."""
 
-import threading
-
 import gllib
 
 SIZE = 200
@@ -45,14 +43,10 @@ class Drawing(gllib.Painter):
         self.function = function
         self.calls = 0
         self.result = None
-        self.drawn = threading.Event()
 
     def draw(self, canvas, context, viewer):
         self.calls += 1
-        try:
-            self.result = self.function(canvas, context, viewer)
-        finally:
-            self.drawn.set()
+        self.result = self.function(canvas, context, viewer)
 
 
 def square(canvas, color, x=0, y=0, half=10):

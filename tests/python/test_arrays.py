@@ -5,24 +5,11 @@ import unittest
 
 import gllib
 import numpy
-from scene import SIZE, Drawing, Scene, references
+from scene import Drawing, Scene, references
 
 CORNERS = [(-20, -20, 0), (20, -20, 0), (20, 20, 0), (-20, 20, 0)]
 COLORS = [(1, 0, 0), (0, 1, 0), (0, 0, 1), (1, 1, 0)]
 TRIANGLES = [(0, 1, 2), (0, 2, 3)]
-
-
-def ball(count):
-    """A unit ball of at least count triangles: vertices, which are also the normals, and triangles."""
-    columns = int(numpy.sqrt(count)) + 1
-    rows = -(-count // (2 * columns)) + 1
-    angles = numpy.linspace(0, 2 * numpy.pi, columns + 1)
-    heights = numpy.linspace(-numpy.pi / 2, numpy.pi / 2, rows + 1)[:, None]
-    points = numpy.stack([numpy.cos(heights) * numpy.cos(angles), numpy.cos(heights) * numpy.sin(angles),
-                          numpy.sin(heights) + 0 * angles], axis=-1).reshape(-1, 3)
-    low = (numpy.arange(rows)[:, None] * (columns + 1) + numpy.arange(columns)).reshape(-1, 1)
-    triangles = numpy.concatenate([low + [0, 1, columns + 2], low + [0, columns + 2, columns + 1]])
-    return points.astype("float32"), triangles.astype("uint32")[:count]
 
 
 class Lists(unittest.TestCase):
@@ -106,26 +93,6 @@ class Lists(unittest.TestCase):
         self.picture_of(draw)
         self.assertEqual(len(refused), len(wrong))
 
-    def test_a_large_model_is_drawn_whole_and_can_be_picked(self):
-        points, triangles = ball(69000)
-        self.assertEqual(len(triangles), 69000)
-        lists = {}
-
-        def draw(canvas, *_):
-            if not lists or not canvas.is_compiled_list(lists["ball"]):
-                lists["ball"] = canvas.compile_arrays(points * 30, points, None, triangles)
-            canvas.set_test_id(5)
-            canvas.set_vertex_color((1, 1, 1))
-            canvas.draw_compiled_list(lists["ball"])
-
-        painter = Drawing(draw)
-        with Scene(painter) as scene:
-            scene.viewer.get_coord().set_origin3d(0, 0, 100)
-            shown = (scene.picture().array()[..., 0] == 255).sum()
-            self.assertAlmostEqual(shown / (numpy.pi * (30 / 50 * SIZE / 2) ** 2), 1, delta=0.02)
-            self.assertEqual(set(scene.context.select(scene.viewer, (0.3, 0.3))), {5})
-            scene.context.raise_pending()
-
 
 class Pixmaps(unittest.TestCase):
     def test_array_is_the_store_itself_top_row_first(self):
@@ -158,16 +125,6 @@ class Pixmaps(unittest.TestCase):
         gc.collect()
         self.assertEqual(references(again), 1)
         again.initialize(400, 400)
-
-    def test_no_array_while_a_capture_is_to_write(self):
-        pixmap, capture = gllib.Pixmap(), gllib.Capture()
-        pixmap.initialize(2, 2)
-        request = capture.request(pixmap)
-        with self.assertRaises(BufferError):
-            pixmap.array()
-        capture.request()
-        self.assertTrue(request.cancelled())
-        self.assertEqual(pixmap.array().shape, (2, 2, 4))
 
 
 if __name__ == "__main__":

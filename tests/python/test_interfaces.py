@@ -1,4 +1,4 @@
-"""What the package says of the interfaces, against the public headers and against the module itself."""
+"""What the package and the type library say of the interfaces, against the public headers and the module itself."""
 
 import ctypes
 import enum
@@ -15,12 +15,26 @@ SOURCE = Path(os.environ["GLLIB_SOURCE_DIR"])
 HEADERS = SOURCE / "src/component/include/gllib"
 SIZES = {"long": 4, "LONG": 4, "int": 4, "ULONG": 4, "unsigned int": 4, "std::uint16_t": 2, "float": 4, "double": 8}
 
+# Those of existing hosts. The order of the operations is the type library's; nothing stands between them.
+LAST_SLOTS = {
+    "IGLContext": 42, "IGLContext2": 5, "IGLContext12": 4, "IGLContext14_2": 3, "IGLContext14_3": 6,
+    "IGLViewer": 41, "IGLViewer2": 4, "IGLCanvas": 50, "IGLCanvas2": 7, "IGLCanvas3": 4, "IGLCanvas13_1": 13,
+    "IGLCanvas14_2": 4, "IGLCanvas14_4": 16, "IGLDrawAttr": 29, "IGLMaterial": 15, "IGLLight": 28, "IGLFog": 13,
+    "IGLCollection": 13, "IGLFont": 17, "IGLBitmap": 11, "IGLPixmap": 19, "IGLTexture1D": 6, "IGLTexture2D": 6,
+    "IGLCoord": 23, "IGLPainter": 3, "IGLViewerGauge": 5, "IGLCapture": 8,
+}
+
+
+def text_of(file):
+    """The text of a header or of the type library, without its comments."""
+    return re.sub(r"//[^\n]*", "", file.read_text())
+
 
 def header_interfaces():
     """The operations of each interface with their argument types, in the order of the headers."""
     found = {}
     for header in HEADERS.glob("IGL*.h"):
-        text = re.sub(r"//[^\n]*", "", header.read_text())
+        text = text_of(header)
         for name, body in re.findall(r"struct (IGL\w+) : IUnknown \{(.*?)\n\};", text, re.S):
             found[name] = [
                 (operation, [" ".join(part.split()) for part in arguments.split(",") if part.strip()])
@@ -29,17 +43,52 @@ def header_interfaces():
     return found
 
 
+def pieces(text, mark):
+    """The parts of a text between marks, their types by the type library's names, written in one way."""
+    for name, type_ in ((r"\bLONG\b|std::int32_t", "long"), (r"\bULONG\b", "unsigned long"),
+                        ("std::uint16_t", "unsigned short"), ("std::uint8_t", "unsigned char")):
+        text = re.sub(name, type_, text)
+    parts = (re.sub(r"\s*\*\s*", "*", " ".join(part.split())) for part in text.split(mark))
+    return [part for part in parts if part]
+
+
+def types_in(text):
+    """Structures and enumerations, which headers and type library write alike."""
+    return {name: pieces(body, ";" if ";" in body else ",")
+            for name, body in re.findall(r"(?:struct|enum) (\w+)(?: : int)? \{([^{}]*)\}", text)}
+
+
 class Interfaces(unittest.TestCase):
+    def test_the_type_library_declares_what_the_headers_do(self):
+        library = text_of(SOURCE / "src/component/GLLib.idl")
+        found = types_in(library)
+        for name, body in re.findall(r"interface (IGL\w+) : IUnknown \{([^}]*)\}", library):
+            found[name] = []
+            for kind, operation, arguments in re.findall(r"(?:\[prop(get|put)\] )?HRESULT (\w+)\(([^;]*)\);", body):
+                # Without directions; an array goes as the pointer that it is.
+                arguments = re.sub(r"(\w+)\[\d\]", r"* \1", re.sub(r"\[[a-z, ]+\]", "", arguments))
+                found[name].append((kind + "_" * bool(kind) + operation, pieces(arguments, ",")))
+        self.assertEqual(len(found), 27 + 7 + 12, "interfaces, structures and enumerations")
+        declared = {name: [(operation, pieces(",".join(arguments), ",")) for operation, arguments in operations]
+                    for name, operations in header_interfaces().items()}
+        for header in [HEADERS / "GLTypes.h", *HEADERS.glob("IGL*.h")]:
+            declared.update(types_in(text_of(header)))
+        self.maxDiff = None
+        self.assertEqual(found, declared)
+        # The build for Windows reads the classes' identifiers off the comments of their header.
+        classes = re.findall(r"uuid\(([-0-9A-F]{36})\)[^\]]*\]\s+coclass (\w+)", library)
+        self.assertEqual(len(classes), 14)
+        for identifier, name in classes:
+            self.assertIn(f"/// {{{identifier}}}\ninline constexpr CLSID CLSID_{name} =", (HEADERS / "GLClasses.h").read_text())
+
     def test_operations_stand_in_the_slots_of_the_headers(self):
         headers = header_interfaces()
-        self.assertEqual(len(headers), 27)
+        self.assertEqual(headers.keys(), LAST_SLOTS.keys())
         for name, operations in headers.items():
             table = getattr(interfaces, name)
             self.assertEqual([o[0] for o in table.operations[3:]], [o[0] for o in operations], name)
-        last = re.findall(r"SLOT\((\w+)::(\w+), (\d+)\)", (SOURCE / "tests/component/InterfaceLayoutTest.cpp").read_text())
-        self.assertEqual(len(last), 27)
-        for name, operation, slot in last:
-            self.assertEqual(getattr(interfaces, name).slot(operation), int(slot), operation)
+        for name, slot in LAST_SLOTS.items():
+            self.assertEqual(getattr(interfaces, name).slot(headers[name][-1][0]), slot, name)
 
     def test_arguments_are_as_wide_as_in_the_headers(self):
         for name, operations in header_interfaces().items():
@@ -61,15 +110,10 @@ class Interfaces(unittest.TestCase):
                 for face, interface in enumerate(cls.INTERFACES):
                     self.assertTrue(value._bind(face)[0], interface)
 
-    def test_structures_have_their_sizes(self):
-        sizes = {"Point": 24, "Rgba": 16, "Rgba4b": 4, "Matrix6d": 48, "Matrix16d": 128, "TransTriangle": 224, "Position": 4}
-        for name, size in sizes.items():
-            self.assertEqual(ctypes.sizeof(getattr(gllib, name)), size, name)
-
     def test_enumerations_carry_the_values_of_the_headers(self):
         values = {}
         for header in HEADERS.glob("IGL*.h"):
-            values.update(re.findall(r"\b(GL[A-Z]{1,4}_\w+) =\s+(\d+)", re.sub(r"//[^\n]*", "", header.read_text())))
+            values.update(re.findall(r"\b(GL[A-Z]{1,4}_\w+) =\s+(\d+)", text_of(header)))
         package = sorted(int(v) for n in gllib.__all__ if isinstance(e := getattr(gllib, n), enum.EnumMeta)
                          and e is not gllib.Primitive for v in e)
         self.assertEqual(package, sorted(map(int, values.values())))

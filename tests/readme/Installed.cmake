@@ -1,5 +1,5 @@
 # Makes the packages, unpacks them, and builds and runs hosts against what is there alone: found by CMake, by
-# pkg-config, from the compiler's command line, and with nothing but the module's file.
+# pkg-config, and from the compiler's command line.
 # The README's host in Python runs from its package alone.
 # Run with -DBUILD=... -DSOURCE=... -DLIBDIR=... -DWORK=... -DCXX=... [-DPYTHON=...]
 
@@ -45,7 +45,7 @@ run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/installed -B ${WORK}/build -DS
 run(${CMAKE_COMMAND} --build ${WORK}/build --parallel 2)
 run(sh -c "cd ${WORK} && cp ${SOURCE} host.cpp && ${CXX} host.cpp $(pkg-config --cflags --libs gllib) -o host")
 set(ENV{LD_LIBRARY_PATH} ${prefix}/${LIBDIR})
-foreach(host build/by_package build/by_pkg_config build/by_tables host)
+foreach(host build/by_package build/by_pkg_config host)
   run(${WORK}/${host})
   expect("^255 102 0\n$" ${host})
 endforeach()

@@ -6,23 +6,29 @@
 
 namespace {
 
-GLDATA_POINT g_sCorner{2, 0, 0};
-
-template <class Get>
-HRESULT Flag(Get aGet) {
-  LONG value = -1;
-  const HRESULT result = aGet(&value);
-  return result == S_OK && value == -1 ? E_FAIL : result;
-}
+using I = IGLContext;
 
 GLPtr<IGLContext2> Control(Stage& s) { return s.context.As<IGLContext2>(); }
+GLPtr<IGLContext14_3> Samples(Stage& s) { return s.context.As<IGLContext14_3>(); }
 
 HRESULT Select(Stage& s) {
-  GLDATA_POINT first{-0.9, -0.9, 0}, second{0.9, 0.9, 0};
   int size = 16;
   ULONG ids[16] = {};
-  const HRESULT result = s.context->Select(s.viewer.Get(), &first, &second, 0, 0, &size, ids);
+  const HRESULT result = s.context->Select(s.viewer.Get(), At(GLDATA_POINT{-0.9, -0.9, 0}),
+                                           At(GLDATA_POINT{0.9, 0.9, 0}), 0, 0, &size, ids);
   return result == S_OK && size == 0 ? E_FAIL : result;
+}
+
+HRESULT RefuseALine(Stage& s) {
+  GLDATA_POINT a{}, b{2, 0, 0};
+  const HRESULT refused = s.context->ClipPlane(&a, &b, &a);
+  return refused == E_GL_BADVALUE || refused == E_GL_BADSTATE ? s.context->ResetClipPlanes() : E_FAIL;
+}
+
+HRESULT ListMembers(Stage& s) {
+  const auto all = GLCreate<IGLCollection>(CLSID_GLCollection);
+  return All(
+      {s.context->EnumViewers(all.Get()), s.context->EnumLights(all.Get()), s.context->EnumFonts(all.Get())});
 }
 
 /// Makes a font by a creator, and destroys it.
@@ -37,100 +43,60 @@ HRESULT MakeFont(Stage& s, Create aCreate) {
               found == held ? S_OK : E_FAIL, s.context->DestroyFont(font)});
 }
 
+HRESULT MakeViewer(Stage& s) {
+  IGLViewer *stays = nullptr, *goes = nullptr;
+  return All({s.context->CreateViewer(0, 1, &stays), s.context->CreateViewer(0, 1, &goes),
+              s.context->DestroyViewer(goes)});
+}
+
+HRESULT SetAmbientLight(Stage& s) {
+  GLDATA_RGBA color{};
+  const HRESULT got = s.context->GetAmbientLight(&color);
+  color.m_fRed = 0.9f;
+  return All({got, s.context->SetAmbientLight(&color)});
+}
+
 constexpr Operation kOperations[] = {
     {"Initialize", [](Stage& s) { return s.context->Initialize(0); }, kOnOwnThread},
-    {"GetWindow",
-     [](Stage& s) {
-       ULONG_PTR window = 0;
-       return s.context->GetWindow(&window);
-     }},
+    {"GetWindow", [](Stage& s) { return Read(*s.context, &I::GetWindow); }},
     {"EnableDepth", [](Stage& s) { return s.context->EnableDepth(0); }},
-    {"IsDepthEnabled", [](Stage& s) { return Flag([&](LONG* v) { return s.context->IsDepthEnabled(v); }); }},
-    {"GetBackgroundColor",
+    {"switches read",
      [](Stage& s) {
-       GLDATA_RGBA color{};
-       return s.context->GetBackgroundColor(&color);
+       return Read(*s.context, &I::IsDepthEnabled, &I::IsLightingEnabled, &I::IsAmbientLightEnabled);
      }},
+    {"GetBackgroundColor", [](Stage& s) { return Read(*s.context, &I::GetBackgroundColor); }},
     {"SetBackgroundColor",
      [](Stage& s) {
-       GLDATA_RGBA color{0.5f, 0.2f, 0.4f, 1};
-       return s.context->SetBackgroundColor(&color);
+       return s.context->SetBackgroundColor(At(GLDATA_RGBA{0.5f, 0.2f, 0.4f, 1}));
      }},
-    {"GetDrawThreadPars",
-     [](Stage& s) {
-       int priority = 0;
-       ULONG preferred = 0, mustSleep = 0;
-       return s.context->GetDrawThreadPars(&priority, &preferred, &mustSleep);
-     }},
+    {"GetDrawThreadPars", [](Stage& s) { return Read(*s.context, &I::GetDrawThreadPars); }},
     {"SetDrawThreadPars", [](Stage& s) { return s.context->SetDrawThreadPars(1, 30, 20); }},
     {"AttachPainter",
      [](Stage& s) { return s.context->AttachPainter(GLMake<TestPainter>([](Scene&) {}).Get()); }},
     {"DetachPainter", [](Stage& s) { return s.context->DetachPainter(); }},
     {"AttachCapture", [](Stage& s) { return s.context->AttachCapture(GLMake<TestCapture>().Get()); }},
     {"DetachCapture", [](Stage& s) { return s.context->DetachCapture(); }},
-    {"GetViewportWidth, GetViewportHeight",
-     [](Stage& s) {
-       int size = 0;
-       return All({s.context->GetViewportWidth(&size), s.context->GetViewportHeight(&size)});
-     }},
+    {"viewport read", [](Stage& s) { return Read(*s.context, &I::GetViewportWidth, &I::GetViewportHeight); }},
     {"SetViewport", [](Stage& s) { return s.context->SetViewport(0, 0, 40, 30); }},
     {"DeviceToSCS, SCSToDevice",
      [](Stage& s) {
-       double x = 0, y = 0;
-       int pixelX = 0, pixelY = 0;
-       return All({s.context->DeviceToSCS(3, 4, &x, &y), s.context->SCSToDevice(x, y, &pixelX, &pixelY)});
+       return All(
+           {s.context->DeviceToSCS(3, 4, At(0.0), At(0.0)), s.context->SCSToDevice(0.1, 0.2, At(0), At(0))});
      }},
-    {"CreateViewer",
-     [](Stage& s) {
-       IGLViewer* viewer = nullptr;
-       return s.context->CreateViewer(0, 1, &viewer);
-     }},
-    {"DestroyViewer",
-     [](Stage& s) {
-       IGLViewer* viewer = nullptr;
-       return All({s.context->CreateViewer(0, 1, &viewer), s.context->DestroyViewer(viewer)});
-     }},
+    {"CreateViewer, DestroyViewer", MakeViewer},
     {"ClipPlane",
      [](Stage& s) {
-       GLDATA_POINT up{0, 2, 0}, forward{0, 0, 5}, origin{-4, -4, 0};
-       return s.context->ClipPlane(&origin, &up, &forward);
+       return s.context->ClipPlane(At(GLDATA_POINT{-4, -4, 0}), At(GLDATA_POINT{0, 2, 0}),
+                                   At(GLDATA_POINT{0, 0, 5}));
      }},
-    {"ClipPlane through a line, ResetClipPlanes",
-     [](Stage& s) {
-       GLDATA_POINT origin{};
-       const HRESULT refused = s.context->ClipPlane(&origin, &g_sCorner, &origin);
-       return refused == E_GL_BADVALUE || refused == E_GL_BADSTATE ? s.context->ResetClipPlanes() : E_FAIL;
-     }},
+    {"ClipPlane through a line, ResetClipPlanes", RefuseALine},
     {"EnableLighting", [](Stage& s) { return s.context->EnableLighting(0); }},
-    {"IsLightingEnabled",
-     [](Stage& s) { return Flag([&](LONG* v) { return s.context->IsLightingEnabled(v); }); }},
     {"EnableAmbientLight", [](Stage& s) { return s.context->EnableAmbientLight(0); }},
-    {"IsAmbientLightEnabled",
-     [](Stage& s) { return Flag([&](LONG* v) { return s.context->IsAmbientLightEnabled(v); }); }},
-    {"GetAmbientLight, SetAmbientLight",
-     [](Stage& s) {
-       GLDATA_RGBA color{};
-       const HRESULT got = s.context->GetAmbientLight(&color);
-       color.m_fRed = 0.9f;
-       return All({got, s.context->SetAmbientLight(&color)});
-     }},
-    {"CreateLight",
-     [](Stage& s) {
-       IGLLight* light = nullptr;
-       return s.context->CreateLight(&light);
-     }},
+    {"GetAmbientLight, SetAmbientLight", SetAmbientLight},
+    {"CreateLight", [](Stage& s) { return s.context->CreateLight(At<IGLLight*>(nullptr)); }},
     {"DestroyLight", [](Stage& s) { return s.context->DestroyLight(s.light.Get()); }},
-    {"EnumViewers, EnumLights, EnumFonts",
-     [](Stage& s) {
-       const auto all = GLCreate<IGLCollection>(CLSID_GLCollection);
-       return All({s.context->EnumViewers(all.Get()), s.context->EnumLights(all.Get()),
-                   s.context->EnumFonts(all.Get())});
-     }},
-    {"GetFog",
-     [](Stage& s) {
-       GLPtr<IGLFog> fog;
-       return s.context->GetFog(fog.Put());
-     }},
+    {"EnumViewers, EnumLights, EnumFonts", ListMembers},
+    {"GetFog", [](Stage& s) { return s.context->GetFog(GLPtr<IGLFog>().Put()); }},
     {"CreateSystemFont",
      [](Stage& s) { return MakeFont<true>(s, [&](IGLFont** f) { return s.context->CreateSystemFont(f); }); }},
     {"CreateInternalFont",
@@ -150,27 +116,18 @@ constexpr Operation kOperations[] = {
          return s.context->CreateTrueTypeFont(GLString("DejaVu Sans"), 0, 400, 0, 0, f);
        });
      }},
-    {"SetDefaultFont, GetDefaultFont",
-     [](Stage& s) {
-       GLPtr<IGLFont> font;
-       return All({s.context->SetDefaultFont(s.font.Get()), s.context->GetDefaultFont(font.Put())});
-     }},
+    {"SetDefaultFont", [](Stage& s) { return s.context->SetDefaultFont(s.font.Get()); }},
     {"Select", Select, kOnOwnThread},
     {"SetControlledDrawThread", [](Stage& s) { return Control(s)->SetControlledDrawThread(0, 0); }},
     {"TriggerDrawThread", [](Stage& s) { return Control(s)->TriggerDrawThread(); }},
     {"SuspendDrawThread", [](Stage& s) { return s.context.As<IGLContext12>()->SuspendDrawThread(); }},
     {"ResumeDrawThread", [](Stage& s) { return s.context.As<IGLContext12>()->ResumeDrawThread(); }},
     {"GetCanvas",
-     [](Stage& s) {
-       GLPtr<IGLCanvas> canvas;
-       return s.context.As<IGLContext14_2>()->GetCanvas(canvas.Put());
-     }},
+     [](Stage& s) { return s.context.As<IGLContext14_2>()->GetCanvas(GLPtr<IGLCanvas>().Put()); }},
     {"multisampling",
      [](Stage& s) {
-       const auto samples = s.context.As<IGLContext14_3>();
-       LONG value = 0;
-       return All({samples->put_bFSAA(1), samples->get_bFSAA(&value), samples->put_lFSAAMaxSamples(2),
-                   samples->get_lFSAAMaxSamples(&value)});
+       return All({Samples(s)->put_bFSAA(1), Samples(s)->put_lFSAAMaxSamples(2),
+                   Read(*Samples(s), &IGLContext14_3::get_bFSAA, &IGLContext14_3::get_lFSAAMaxSamples)});
      }},
     {"AddRef, Release",
      [](Stage& s) {

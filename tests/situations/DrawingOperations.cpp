@@ -42,6 +42,13 @@ HRESULT PrintNew(Stage& s) {
   return printed;
 }
 
+HRESULT Map(Stage& s, LONG aCached) {
+  GLDATA_POINT window{}, model{};
+  const auto mapping = s.canvas.As<IGLCanvas3>();
+  return All({mapping->GetWindowCoords(&model, aCached, &window),
+              mapping->GetModelCoords(&window, aCached, &model)});
+}
+
 constexpr Operation kOperations[] = {
     {"IGLCanvas, matrices",
      [](Stage& s) {
@@ -56,8 +63,7 @@ constexpr Operation kOperations[] = {
      }},
     {"IGLCanvas::PushProjectionMatrix",
      [](Stage& s) {
-       GLDATA_POINT extents{};
-       return All({s.canvas->PushProjectionMatrix(1, &extents), s.canvas->PopProjectionMatrix()});
+       return All({s.canvas->PushProjectionMatrix(1, At(GLDATA_POINT{})), s.canvas->PopProjectionMatrix()});
      }},
     {"IGLCanvas, attributes",
      [](Stage& s) {
@@ -95,34 +101,16 @@ constexpr Operation kOperations[] = {
     {"IGLCanvas::BeginCompileList", Compile, kWithoutGL | In({kInOpenList})},
     {"IGLCanvas::DrawCompiledList", [](Stage& s) { return s.canvas->DrawCompiledList(s.list); }, kWithoutGL},
     {"IGLCanvas::DeleteCompiledList", [](Stage& s) { return s.canvas->DeleteCompiledList(0); }, kWithoutGL},
-    {"IGLCanvas::IsCompiledList",
-     [](Stage& s) {
-       LONG valid = 0;
-       return s.canvas->IsCompiledList(s.list, &valid);
-     },
+    {"IGLCanvas::IsCompiledList", [](Stage& s) { return s.canvas->IsCompiledList(s.list, At(LONG{0})); },
      kWithoutGL},
     {"IGLCanvas2::GetModelviewMatrix, IGLCanvas14_2::GetRawModelviewMatrix",
      [](Stage& s) {
-       GLDATA_MATRIX16D matrix{};
-       return All({s.canvas.As<IGLCanvas2>()->GetModelviewMatrix(&matrix),
-                   s.canvas.As<IGLCanvas14_2>()->GetRawModelviewMatrix(&matrix)});
+       return All({Read(*s.canvas.As<IGLCanvas2>(), &IGLCanvas2::GetModelviewMatrix),
+                   Read(*s.canvas.As<IGLCanvas14_2>(), &IGLCanvas14_2::GetRawModelviewMatrix)});
      },
      kWithoutGL},
-    {"IGLCanvas3, cached",
-     [](Stage& s) {
-       GLDATA_POINT window{}, model{};
-       const auto mapping = s.canvas.As<IGLCanvas3>();
-       return All(
-           {mapping->GetWindowCoords(&model, 1, &window), mapping->GetModelCoords(&window, 1, &model)});
-     }},
-    {"IGLCanvas3, of the moment",
-     [](Stage& s) {
-       GLDATA_POINT window{}, model{};
-       const auto mapping = s.canvas.As<IGLCanvas3>();
-       return All(
-           {mapping->GetWindowCoords(&model, 0, &window), mapping->GetModelCoords(&window, 0, &model)});
-     },
-     kWithoutGL},
+    {"IGLCanvas3, cached", [](Stage& s) { return Map(s, 1); }},
+    {"IGLCanvas3, of the moment", [](Stage& s) { return Map(s, 0); }, kWithoutGL},
     {"IGLCanvas13_1, transparent triangles",
      [](Stage& s) {
        const auto store = s.canvas.As<IGLCanvas13_1>();

@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 #include <span>
+#include <tuple>
 
 #include "situations/Stage.h"
 
@@ -49,8 +50,23 @@ inline HRESULT All(std::initializer_list<HRESULT> aResults) {
   return S_OK;
 }
 
+/// Calls getters of an object, each with variables of its own. @return the first result that isn't S_OK
+template <class Interface, class... Args>
+HRESULT Read(Interface& aObject, HRESULT (Interface::*aGetter)(Args*...) noexcept) {
+  std::tuple<Args...> values{};
+  return std::apply([&](Args&... aValues) { return (aObject.*aGetter)(&aValues...); }, values);
+}
+template <class Interface, class First, class... Getters>
+HRESULT Read(Interface& aObject, First aFirst, Getters... aGetters) {
+  return All({Read(aObject, aFirst), Read(aObject, aGetters)...});
+}
+/// The place of a value that lives to the end of the expression.
+template <class T>
+T* At(T&& aValue) {
+  return &aValue;
+}
+
 /// What changes settings, or nothing: after it a context is as after a call between two frames.
 std::span<const Operation> ContextOperations();
-std::span<const Operation> SceneOperations();
 /// What draws: out of sight, and with everything set back.
 std::span<const Operation> DrawingOperations();

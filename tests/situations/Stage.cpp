@@ -2,13 +2,11 @@
 
 #include "situations/Stage.h"
 
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 
 #include "context/GLContext.h"
 #include "platform/GL.h"
-#include "support/Eventually.h"
+#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 namespace {
@@ -199,15 +197,7 @@ Outcome Stage::Capture() {
   context.As<IGLContext2>()->TriggerDrawThread();
   EXPECT_TRUE(Eventually([&] { return capture->answer != -1; })) << "no capture";
   EXPECT_EQ(capture->answer, 1) << "the capture fails";
-  Picture picture(2 * kWidth, 2 * kHeight);
-  for (int y = 0; y < picture.Height(); ++y) {
-    for (int x = 0; x < picture.Width(); ++x) {
-      GLDATA_RGBA4B p{};
-      capture->target->GetPixel(x, y, &p);
-      picture.Set(x, y, std::uint32_t{p.m_bRed} << 24 | p.m_bGreen << 16 | p.m_bBlue << 8 | 0xFF);
-    }
-  }
-  return {picture, {}, m_uError};
+  return {PictureOf(*capture->target), {}, m_uError};
 }
 
 Outcome Stage::Pick() {
@@ -280,52 +270,46 @@ void Stage::DrawSecond(IGLCanvas& aCanvas) {
 
 Settings Stage::Read() {
   Settings settings;
-  const auto flag = [&](const char* aName, auto aGet) {
-    LONG value = -1;
-    aGet(&value);
-    settings.emplace_back(aName, value);
+  const auto read = [&]<class I, class... T>(const char* aName, I& aObject,
+                                             HRESULT (I::*... aGetters)(T*) noexcept) {
+    (
+        [&](T aValue) {
+          (aObject.*aGetters)(&aValue);
+          settings.emplace_back(aName, aValue);
+        }(T()),
+        ...);
   };
-  const auto color = [&](const char* aName, auto aGet) {
+  const auto color = [&](const char* aName, auto& aObject, auto aGetter) {
     GLDATA_RGBA c{-1, -1, -1, -1};
-    aGet(&c);
+    (aObject.*aGetter)(&c);
     for (const float part : {c.m_fRed, c.m_fGreen, c.m_fBlue, c.m_fAlpha}) settings.emplace_back(aName, part);
   };
   const auto members = [&](const char* aName, auto aEnum) {
     const auto all = GLCreate<IGLCollection>(CLSID_GLCollection);
-    int size = -1;
-    aEnum(all.Get());
-    all->GetSize(&size);
-    settings.emplace_back(aName, size);
+    (context.Get()->*aEnum)(all.Get());
+    read(aName, *all, &IGLCollection::GetSize);
   };
-  flag("depth", [&](LONG* v) { context->IsDepthEnabled(v); });
-  flag("lighting", [&](LONG* v) { context->IsLightingEnabled(v); });
-  flag("ambient light on", [&](LONG* v) { context->IsAmbientLightEnabled(v); });
-  flag("multisampling", [&](LONG* v) { context.As<IGLContext14_3>()->get_bFSAA(v); });
-  flag("samples", [&](LONG* v) { context.As<IGLContext14_3>()->get_lFSAAMaxSamples(v); });
-  flag("light", [&](LONG* v) { light->IsEnabled(v); });
-  flag("fog", [&](LONG* v) { fog->IsEnabled(v); });
-  flag("visible", [&](LONG* v) { viewer->IsVisible(v); });
-  flag("parallel", [&](LONG* v) { viewer->IsOrtho(v); });
-  flag("selection mode", [&](LONG* v) { canvas.As<IGLCanvas13_1>()->GetSelectionMode(v); });
-  flag("triangles", [&](LONG* v) { canvas.As<IGLCanvas13_1>()->GetNumTransparentTriangles(v); });
-  color("background", [&](GLDATA_RGBA* c) { context->GetBackgroundColor(c); });
-  color("ambient light", [&](GLDATA_RGBA* c) { context->GetAmbientLight(c); });
-  color("diffuse light", [&](GLDATA_RGBA* c) { light->GetDiffuseLight(c); });
-  members("viewers", [&](IGLCollection* m) { context->EnumViewers(m); });
-  members("lights", [&](IGLCollection* m) { context->EnumLights(m); });
-  members("fonts", [&](IGLCollection* m) { context->EnumFonts(m); });
+  read("switch", *context, &IGLContext::IsDepthEnabled, &IGLContext::IsLightingEnabled,
+       &IGLContext::IsAmbientLightEnabled);
+  read("multisampling", *context.As<IGLContext14_3>(), &IGLContext14_3::get_bFSAA,
+       &IGLContext14_3::get_lFSAAMaxSamples);
+  read("light", *light, &IGLLight::IsEnabled);
+  read("fog", *fog, &IGLFog::IsEnabled, &IGLFog::GetFogDensity);
+  read("viewer", *viewer, &IGLViewer::IsVisible, &IGLViewer::IsOrtho);
+  read("canvas", *canvas.As<IGLCanvas13_1>(), &IGLCanvas13_1::GetSelectionMode,
+       &IGLCanvas13_1::GetNumTransparentTriangles);
+  read("viewport", *context, &IGLContext::GetViewportWidth, &IGLContext::GetViewportHeight);
+  color("background", *context, &IGLContext::GetBackgroundColor);
+  color("ambient light", *context, &IGLContext::GetAmbientLight);
+  color("diffuse light", *light, &IGLLight::GetDiffuseLight);
+  members("viewers", &IGLContext::EnumViewers);
+  members("lights", &IGLContext::EnumLights);
+  members("fonts", &IGLContext::EnumFonts);
   int priority = 99;
   ULONG preferred = 0, mustSleep = 0;
   context->GetDrawThreadPars(&priority, &preferred, &mustSleep);
   for (const int value : {priority, static_cast<int>(preferred), static_cast<int>(mustSleep)})
     settings.emplace_back("pace", value);
-  int width = 0, height = 0;
-  context->GetViewportWidth(&width);
-  context->GetViewportHeight(&height);
-  for (const int value : {width, height}) settings.emplace_back("viewport", value);
-  float density = 0;
-  fog->GetFogDensity(&density);
-  settings.emplace_back("fog's density", density);
   GLDATA_POINT low{}, high{};
   viewer->GetOrthoExtents(&low, &high);
   for (const double value : {low.x, low.y, low.z, high.x, high.y, high.z})

@@ -1,15 +1,6 @@
 // The collection: slots, walks, references, copies, and calls that come back in the middle.
 
-#include <gllib/GLClasses.h>
-#include <gllib/IGLCollection.h>
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <limits>
-#include <thread>
-#include <vector>
-
-#include "component/CreateObject.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -27,7 +18,7 @@ struct Member final : IUnknown {
 };
 
 struct Collection : testing::Test {
-  static GLPtr<IGLCollection> New() { return CreateObject<IGLCollection>(CLSID_GLCollection); }
+  static GLPtr<IGLCollection> New() { return GLCreate<IGLCollection>(CLSID_GLCollection); }
   ~Collection() override {
     m_Coll.Reset();
     for (const Member& member : m_Members) EXPECT_EQ(member.m_uReferences, 0u) << &member - m_Members;

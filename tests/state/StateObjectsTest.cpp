@@ -1,25 +1,9 @@
 // Draw attributes, materials, lights and fog as value objects: what goes in and what comes out again; and the
 // eight light numbers of the process: one holder each, handed on when it goes.
 
-#include <gllib/GLClasses.h>
-#include <gllib/IGLCoord.h>
-#include <gllib/IGLDrawAttr.h>
-#include <gllib/IGLFog.h>
-#include <gllib/IGLLight.h>
-#include <gllib/IGLMaterial.h>
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <cstring>
-#include <functional>
-#include <limits>
-#include <string>
-#include <thread>
-#include <vector>
-
-#include "component/CreateObject.h"
 #include "state/GLDrawAttr.h"
 #include "state/LightNumbers.h"
+#include "support/Test.h"
 
 template <class T>
 requires std::is_same_v<T, GLDATA_RGBA> || std::is_same_v<T, GLDATA_POINT>
@@ -91,7 +75,7 @@ void SetGLLimits(float aMin, float aMax) {
 
 TEST(DrawAttr, KeepsWhatItIsGivenWithinItsLimits) {
   using I = IGLDrawAttr;
-  const auto attr = CreateObject<I>(CLSID_GLDrawAttr);
+  const auto attr = GLCreate<I>(CLSID_GLDrawAttr);
   SetGLLimits(1.0f, 10.0f);
   Property(*attr, "color", &I::GetColor, GLDATA_RGBA{1, 1, 1, 1})
       .Takes(&I::SetColor, {{{0.1f, 2.0f, -1.0f, 0.5f}, S_OK, {0.1f, 1.0f, 0.0f, 0.5f}},
@@ -124,26 +108,9 @@ TEST(DrawAttr, KeepsWhatItIsGivenWithinItsLimits) {
   Property(*attr, "point size without limits", &I::GetPointSize, 0.0f);
 }
 
-TEST(DrawAttr, EverySetterForcesAFullApplication) {
-  GLDrawAttr attr;
-  GLDATA_RGBA white{1, 1, 1, 1};
-  const std::function<void()> setters[] = {[&] { attr.SetColor(&white); },
-                                           [&] { attr.SetRed(1); },
-                                           [&] { attr.SetPointSize(1); },
-                                           [&] { attr.SetLineWidth(1); },
-                                           [&] { attr.SetLineStipplePattern(0xFFFF); },
-                                           [&] { attr.SetLineStippleFactor(1); },
-                                           [&] { attr.EnableDrawMode(GLDM_SHOW_FRONT, 1); }};
-  for (const auto& set : setters) {
-    const std::uint32_t before = attr.Version();
-    set();
-    EXPECT_NE(attr.Version(), before) << "setter " << &set - setters;
-  }
-}
-
 TEST(Material, KeepsItsSidesApartAndItsAlphas) {
   using I = IGLMaterial;
-  const auto material = CreateObject<I>(CLSID_GLMaterial);
+  const auto material = GLCreate<I>(CLSID_GLMaterial);
   using Get = HRESULT (I::*)(LONG, GLDATA_RGBA*) noexcept;
   for (const auto& [get, set, start] : std::initializer_list<std::tuple<Get, Get, float>>{
            {&I::GetAmbientReflectance, &I::SetAmbientReflectance, 0.2f},
@@ -168,7 +135,7 @@ TEST(Material, KeepsItsSidesApartAndItsAlphas) {
 
 TEST(Fog, KeepsWhatMakesSense) {
   using I = IGLFog;
-  const auto fog = CreateObject<I>(CLSID_GLFog);
+  const auto fog = GLCreate<I>(CLSID_GLFog);
   Property(*fog, "enabled", &I::IsEnabled, LONG{0}).Takes(&I::Enable, {{-3, S_OK, 1}, {0, S_OK, 0}});
   const auto unknown = [](int aMode) { return static_cast<eGLFogCalcMode>(aMode); };
   Property(*fog, "mode", &I::GetCalcMode, GLFM_CALCULATE_EXPONENT)
@@ -197,7 +164,7 @@ TEST(Fog, KeepsWhatMakesSense) {
 
 TEST(Light, RefusesLimitsOrMapsPropertyByProperty) {
   using I = IGLLight;
-  const auto light = CreateObject<I>(CLSID_GLLight);
+  const auto light = GLCreate<I>(CLSID_GLLight);
   ASSERT_TRUE(light);
   Property(*light, "enabled", &I::IsEnabled, LONG{0}).Takes(&I::Enable, {{7, S_OK, 1}, {0, S_OK, 0}});
   Property(*light, "spotlight", &I::IsSpotlight, LONG{1})
@@ -238,39 +205,4 @@ TEST(Light, RefusesLimitsOrMapsPropertyByProperty) {
                                 {{0, -kInf, 1}, E_GL_BADVALUE, {0, 0, 2}},
                                 {{1, 1, kInf}, E_GL_BADVALUE, {0, 0, 2}},
                                 {{1e-200, 5, 1e200}, S_OK, {1e-200, 5, 1e200}}});
-}
-
-TEST(Light, CountsTheCoordinateSystemThatItShares) {
-  const auto light = CreateObject<IGLLight>(CLSID_GLLight);
-  const auto coord = CreateObject<IGLCoord>(CLSID_GLCoord);
-  EXPECT_EQ(light->AttachCoord(nullptr), E_INVALIDARG);
-  EXPECT_EQ(light->AttachCoord(coord.Get()), S_OK);
-  EXPECT_EQ(light->AttachCoord(coord.Get()), S_OK) << "the one it has";
-  GLPtr<IGLCoord> shared;
-  EXPECT_EQ(light->GetCoord(shared.Put()), S_OK);
-  EXPECT_EQ(shared, coord);
-  coord->AddRef();
-  EXPECT_EQ(coord->Release(), 3u) << "two here, one of the light";
-}
-
-TEST(LightNumbers, ThreadsThatRaceNeverShareOne) {
-  std::atomic<int> users[8] = {};
-  std::atomic<bool> shared = false;
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([&] {
-      for (int n = 0; n < 1000; ++n) {
-        int held[3] = {LightNumbers::kNone, LightNumbers::kNone, LightNumbers::kNone};
-        for (int& number : held) {
-          if (LightNumbers::Take(number) != LightNumbers::kNone && ++users[number] != 1) shared = true;
-        }
-        for (int& number : held) {
-          if (number != LightNumbers::kNone) --users[number];
-          LightNumbers::Free(number);
-        }
-      }
-    });
-  }
-  for (auto& thread : threads) thread.join();
-  EXPECT_FALSE(shared);
 }

@@ -8,14 +8,6 @@
 /// How many times the calling thread has called operator new.
 std::size_t AllocationsOfThisThread() noexcept;
 
-/// Calls a function. @return how many times it allocated
-template <class Function>
-std::size_t CountAllocations(Function&& aFunction) {
-  const std::size_t before = AllocationsOfThisThread();
-  aFunction();
-  return AllocationsOfThisThread() - before;
-}
-
 /// What the process holds in memory.
 long ResidentKiB();
 
@@ -32,6 +24,7 @@ class ExhaustedHeap {
 /// One allocation fails: the first, on whichever thread, that this executable's own code comes to on a way on
 /// which none has failed yet, a way being the last few calls. So a loop over the same work tries each way
 /// once. What the driver and the standard library's compiled part allocate isn't counted. One at a time.
+/// Linux.
 class AllocationFault {
  public:
   AllocationFault() noexcept;
@@ -41,6 +34,8 @@ class AllocationFault {
 
   /// Starts over: none has failed.
   static void ForgetWays() noexcept;
+  /// Whether the allocation that aCaller asks for is the one to fail.
+  static bool Is(const void* aCaller) noexcept;
   /// Whether it has come.
   bool HasFailed() const noexcept;
 };

@@ -5,10 +5,10 @@
 #include <chrono>
 #include <thread>
 
-/// Waits until a condition holds. @return false after ten seconds without it
+/// Waits until a condition holds. @return false after a minute without it
 template <class Condition>
 bool Eventually(Condition aHolds) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
   while (!aHolds()) {
     if (std::chrono::steady_clock::now() > end) return false;
     std::this_thread::sleep_for(std::chrono::milliseconds(1));

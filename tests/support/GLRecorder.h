@@ -11,8 +11,8 @@
 
 #include "platform/GL.h"
 
-/// Records from its making to its end. A call reads "glFogf(GL_FOG_DENSITY, 0.5)"; what a vector function
-/// points to is spelled out, as in "glLightfv(GL_LIGHT0, GL_DIFFUSE, {1, 1, 1, 1})".
+/// Records from its making to its end. A call reads "glFogf(2914, 0.5)", with "data" for what a pointer leads
+/// to and "out" for what is written: tests hold the texts of two recordings against each other.
 class GLRecorder {
  public:
   GLRecorder();
@@ -20,14 +20,12 @@ class GLRecorder {
   GLRecorder(const GLRecorder&) = delete;
   GLRecorder& operator=(const GLRecorder&) = delete;
 
-  /// Notes nothing any more; forced results stay in force.
-  void Pause();
   void Clear();
 
   std::vector<std::string> Calls() const;
-  /// The calls of some functions, or of families of them: "glFog*".
-  std::vector<std::string> CallsOf(const std::vector<std::string_view>& aFunctions) const;
-  int Count(std::string_view aFunction) const { return static_cast<int>(CallsOf({aFunction}).size()); }
+  /// The calls of a function, or of a family of them: "glFog*".
+  std::vector<std::string> CallsOf(const std::string& aFunction) const;
+  int Count(const std::string& aFunction) const { return static_cast<int>(CallsOf(aFunction).size()); }
 
   /// Makes a function fail: it isn't called any more, and gives 0.
   void Fail(std::string_view aFunction);

@@ -2,6 +2,8 @@
 
 #include "support/Picture.h"
 
+#include <gllib/IGLPixmap.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -59,4 +61,19 @@ int Difference(const Picture& a, const Picture& b, int aMost) {
     }
   }
   return count;
+}
+
+Picture PictureOf(IGLPixmap& aPixmap) {
+  int width = 0, height = 0;
+  aPixmap.GetWidth(&width);
+  aPixmap.GetHeight(&height);
+  Picture picture(width, height);
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      GLDATA_RGBA4B p{};
+      aPixmap.GetPixel(x, y, &p);
+      picture.Set(x, y, std::uint32_t{p.m_bRed} << 24 | p.m_bGreen << 16 | p.m_bBlue << 8 | 0xFF);
+    }
+  }
+  return picture;
 }

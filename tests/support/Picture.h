@@ -4,8 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <vector>
+
+struct IGLPixmap;
 
 /// A picture of RGBA pixels, its first row the top one.
 class Picture {
@@ -25,9 +26,6 @@ class Picture {
   /// How many pixels differ from this one.
   int CountOther(std::uint32_t aPixel) const;
 
-  /// Writes a PNG file, for looking at. @return whether it was written
-  bool WritePng(const std::string& aPath) const;
-
   friend bool operator==(const Picture&, const Picture&) = default;
 
  private:
@@ -42,3 +40,6 @@ class Picture {
 
 /// Pixels in which two pictures differ, in any component by more than a bound; all when the sizes differ.
 int Difference(const Picture& a, const Picture& b, int aMost = 0);
+
+/// The image of a pixmap, as opaque pixels.
+Picture PictureOf(IGLPixmap& aPixmap);

@@ -1,10 +1,7 @@
 // The rich scene: it makes its parts in the first frame.
 
 #include "support/RichScene.h"
-
-#include <gllib/IGLTexture1D.h>
-#include <gllib/IGLTexture2D.h>
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 void RichScene::Draw(const Scene& aScene) {
   IGLCanvas& canvas = aScene.Canvas();

@@ -3,17 +3,11 @@
 
 #include "support/Scene.h"
 
-#include <gtest/gtest.h>
-
-#include <chrono>
 #include <condition_variable>
-#include <cstdlib>
-#include <mutex>
 #include <stdexcept>
 
-#include "component/CreateObject.h"
 #include "platform/GL.h"
-#include "support/Eventually.h"
+#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 HRESULT TestPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* aViewer) noexcept {
@@ -32,7 +26,6 @@ struct ContextFixture::Shared {
   bool m_bReads = false;
   Picture m_Picture;
   int m_iWidth = 0, m_iHeight = 0;
-  std::thread::id m_DrawThread;
 
   /// The function of the running frame, the same one for all of its viewers.
   const DrawFunction* ForThisFrame() {
@@ -43,7 +36,6 @@ struct ContextFixture::Shared {
   }
   void EndFrame() {
     const std::scoped_lock lock(m_Lock);
-    m_DrawThread = std::this_thread::get_id();
     m_bInFrame = false;
     if (m_pServed != nullptr) {
       if (m_bReads) m_Picture = Picture::Read(m_iWidth, m_iHeight);
@@ -63,8 +55,6 @@ class ContextFixture::FrameEnd : public GLCaptureBase {
     m_Shared->EndFrame();
     return S_OK;
   }
-  HRESULT GetPixmap(IGLPixmap**) noexcept override { return E_FAIL; }
-  HRESULT GetRectangle(int*, int*, int*, int*) noexcept override { return E_FAIL; }
   HRESULT OnData(LONG) noexcept override { return S_OK; }
 
  private:
@@ -76,7 +66,7 @@ ContextFixture::ContextFixture(int aWidth, int aHeight)
   PrepareDisplay();
   m_Shared->m_iWidth = aWidth;
   m_Shared->m_iHeight = aHeight;
-  m_Context = CreateObject<IGLContext>(CLSID_GLContext);
+  m_Context = GLCreate<IGLContext>(CLSID_GLContext);
   if (!m_Context || FAILED(m_Context->Initialize(0)))
     throw std::runtime_error("no context on the headless display");
   ContextAs<IGLContext2>()->SetControlledDrawThread(1, 0xFFFFFFFF);
@@ -95,11 +85,6 @@ ContextFixture::ContextFixture(int aWidth, int aHeight)
 ContextFixture::~ContextFixture() {
   m_Context->DetachCapture();
   m_Context->DetachPainter();
-}
-
-std::thread::id ContextFixture::DrawThread() const {
-  const std::scoped_lock lock(m_Shared->m_Lock);
-  return m_Shared->m_DrawThread;
 }
 
 void ContextFixture::Frame(const DrawFunction& aDraw) { Run(aDraw, false); }
@@ -132,6 +117,10 @@ FreeContext::FreeContext(DrawFunction aDraw, int aWidth, int aHeight, ULONG_PTR 
   context->AttachPainter(GLMake<TestPainter>(draw).Get());
 }
 
+void FreeContext::Await(int aFrames) const {
+  EXPECT_TRUE(Eventually([&, end = *frames + aFrames] { return *frames >= end; })) << "no frames";
+}
+
 LONG TestCapture::Take() {
   answer = -1;
   Request(target.Get(), request);
@@ -151,8 +140,4 @@ Fonts MakeFonts(IGLContext& aContext, bool aAll) {
   fonts[2] = GLPtr<IGLFont>::FromBorrowed(raster);
   fonts[3] = GLPtr<IGLFont>::FromBorrowed(outline);
   return fonts;
-}
-
-Picture DrawThroughContext(int aWidth, int aHeight, const DrawFunction& aDraw) {
-  return ContextFixture(aWidth, aHeight).FramePicture(aDraw);
 }

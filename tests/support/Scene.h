@@ -65,7 +65,6 @@ class ContextFixture {
     return m_Context.As<Interface>();
   }
   IGLViewer& Viewer() const { return *m_Viewer; }
-  std::thread::id DrawThread() const;
 
   /// Draws a whole frame, in which the painter calls a function once a visible viewer, and waits for its end.
   /// A GL error that the frame left fails the running test.
@@ -88,6 +87,9 @@ class ContextFixture {
 /// An initialised context with one viewer in parallel projection, which draws by itself.
 struct FreeContext {
   explicit FreeContext(DrawFunction aDraw = {}, int aWidth = 32, int aHeight = 32, ULONG_PTR aParent = 0);
+
+  /// Expects so many more frames.
+  void Await(int aFrames) const;
 
   GLPtr<IGLContext> context = GLCreate<IGLContext>(CLSID_GLContext);
   IGLViewer* viewer = nullptr;
@@ -112,6 +114,3 @@ class TestCapture : public GLCaptureBase {
 /// A font of each kind: of the system, of an atlas, of pixels and of outlines. The latter two take long.
 using Fonts = std::array<GLPtr<IGLFont>, 4>;
 Fonts MakeFonts(IGLContext& aContext, bool aAll = true);
-
-/// One frame of a context made for it, with the viewer as a context makes it.
-Picture DrawThroughContext(int aWidth, int aHeight, const DrawFunction& aDraw);

@@ -1,11 +1,7 @@
 // TestSite: a context as its parts see it, over the plain rendering context that is current on the thread.
-// The test says what it answers, and runs the tasks that were posted.
+// The test says what it answers.
 
 #pragma once
-
-#include <memory>
-#include <utility>
-#include <vector>
 
 #include "component/ContextSite.h"
 #include "component/Module.h"
@@ -21,9 +17,9 @@ class TestSite final : public GLContextSite {
   int ViewportHeight() const noexcept override { return m_iHeight; }
   bool HasClipPlanes() const noexcept override { return m_bClipPlanes; }
   HDC DeviceContext() const noexcept override { return m_hDC; }
-  bool IsCurrentHere() const noexcept override { return m_bCurrent; }
+  bool IsCurrentHere() const noexcept override { return true; }
   bool IsListOpen() const noexcept override { return m_bListOpen; }
-  ULONG WindowContextNumber() const noexcept override { return m_uWindowContext; }
+  ULONG WindowContextNumber() const noexcept override { return 1; }
   void LockGL() noexcept override {}
   void UnlockGL() noexcept override {}
   ULONG GenListKey(int aCount) noexcept override { return g_uListGeneration << 16 | glGenLists(aCount); }
@@ -40,19 +36,13 @@ class TestSite final : public GLContextSite {
     return aKey != 0 && IsOfThisGeneration(aKey) && glIsList(aKey & 0xFFFF) == GL_TRUE;
   }
   bool PostTask(PEvent* aTask) noexcept override {
-    m_vTasks.emplace_back(aTask);
-    return true;
-  }
-
-  void RunTasks() {
-    for (const auto& task : std::exchange(m_vTasks, {})) task->Run();
+    delete aTask;  // nobody runs it
+    return false;
   }
 
   int m_iWidth = 800, m_iHeight = 400;
-  bool m_bClipPlanes = false, m_bCurrent = true, m_bListOpen = false;
-  ULONG m_uWindowContext = 1;                    ///< the window's rendering context that stands for
+  bool m_bClipPlanes = false, m_bListOpen = false;
   ULONG m_uNextKey = 0xFFFF0007, m_uCalled = 0;  ///< of a list that a canvas compiles, and draws
-  std::vector<std::unique_ptr<PEvent>> m_vTasks;
 
  private:
   static bool IsOfThisGeneration(ULONG aKey) noexcept { return aKey >> 16 == (g_uListGeneration & 0xFFFF); }

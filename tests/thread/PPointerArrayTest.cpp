@@ -1,8 +1,7 @@
 // The slot array: which slot an element gets and keeps, growth and packing.
 
+#include "support/Test.h"
 #include "thread/PPointerArray.h"
-
-#include <gtest/gtest.h>
 
 TEST(PointerArray, FillsTheLowestFreeSlotAndKeepsItDuringAWalk) {
   int pool[12];

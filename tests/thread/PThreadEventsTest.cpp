@@ -1,11 +1,6 @@
 // The event queue of a worker: order, who deletes what, removal at any moment.
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-
-#include "support/Eventually.h"
+#include "support/Test.h"
 #include "thread/PThread.h"
 
 using namespace std::chrono_literals;

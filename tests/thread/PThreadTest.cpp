@@ -2,16 +2,9 @@
 
 #include "thread/PThread.h"
 
-#include <gtest/gtest.h>
-
-#include <map>
 #include <optional>
-#include <sstream>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "support/Eventually.h"
+#include "support/Test.h"
 
 using namespace std::chrono_literals;
 

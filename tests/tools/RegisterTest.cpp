@@ -1,15 +1,11 @@
 // gllib-register and what it leaves in the registry: every key of every class, nothing of others lost, each
 // file replaced as a whole or not at all.
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include <cstdio>
-#include <filesystem>
-#include <string>
-
-#include "component/PublishedIdentifiers.h"
+#include "component/IdlClasses.h"
 #include "platform/Registry.h"
+#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -73,56 +69,15 @@ TEST_F(Register, EntersEveryClassAndTakesNothingElseOut) {
                                   "\r\n[HKEY_CLASSES_ROOT\\" + stale + "]\r\n@=\"of an older module\"\r\n"));
   ASSERT_EQ(Run(kTool), 0) << m_Said;
   const std::string module = std::filesystem::canonical(GLLIB_MODULE_FILE).parent_path() / "libgllib.so.1";
-  for (const PublishedClass& one : kPublishedClasses) {
-    SCOPED_TRACE(one.m_szName);
-    const std::string name = std::string("Gl.") + one.m_szName, id = std::string("{") + one.m_szId + "}";
-    const std::string description = std::string(one.m_szName) + " Class", key = "CLSID\\" + id;
-    EXPECT_EQ(Value(name + ".1"), description);
-    EXPECT_EQ(Value(name + ".1\\CLSID"), id);
-    EXPECT_EQ(Value(name), description);
-    EXPECT_EQ(Value(name + "\\CLSID"), id);
-    EXPECT_EQ(Value(name + "\\CurVer"), name + ".1");
-    EXPECT_EQ(Value(key), description);
-    EXPECT_EQ(Value(key + "\\ProgID"), name + ".1");
-    EXPECT_EQ(Value(key + "\\VersionIndependentProgID"), name);
-    EXPECT_EQ(Value(key + "\\InprocServer32"), module) << "by the name that outlives a version";
-    EXPECT_EQ(Value(key + "\\InprocServer32", "ThreadingModel"), "Both");
-    EXPECT_EQ(Value(key + "\\TypeLib"), "{17503780-FDFD-11D3-A317-000000000000}");
+  for (const IdlClass& one : IdlClasses()) {
+    for (const auto& [place, text] : RegistryTextsOf(one, module))
+      EXPECT_EQ(Value(place.first, place.second.c_str()), text) << place.first << ' ' << place.second;
   }
   EXPECT_EQ(Value(stale), "no key") << "the key of a class is replaced whole";
   ASSERT_EQ(Run(kTool + " --remove"), 0) << m_Said;
   EXPECT_EQ(Get("machine.reg"), kOthers);
   EXPECT_EQ(Files(), "machine.reg ");
   EXPECT_EQ(Run(kTool + " --remove"), 0) << "what isn't there is no failure";
-}
-
-TEST_F(Register, TellsWhatItCannotWriteAndLeavesItAsItIs) {
-  Put("file", kOthers);
-  UseFolder(m_Folder / "file");
-  EXPECT_EQ(Run(kTool), 1);
-  EXPECT_NE(m_Said.find("0x80070005"), std::string::npos) << m_Said;
-  EXPECT_EQ(Get("file"), kOthers);
-
-  UseFolder(m_Folder);
-  std::filesystem::remove(m_Folder / "file");
-  for (const std::size_t length : {20u, 150u, 215u}) {  // in the header, in a key's name, in a value
-    Put("machine.reg", kOthers.substr(0, length));
-    for (const char* way : {"", " --remove"}) {
-      EXPECT_EQ(Run(kTool + way), 1) << length << way;
-      EXPECT_NE(m_Said.find("0x800703F1"), std::string::npos) << m_Said;
-    }
-    EXPECT_EQ(Get("machine.reg"), kOthers.substr(0, length));
-    EXPECT_EQ(Files(), "machine.reg ");
-  }
-}
-
-TEST_F(Register, EntersAllClassesOrNone) {
-  Put("machine.reg", kOthers);
-  // Room for the first classes: writing fails in the middle of the file.
-  EXPECT_EQ(Run("trap '' XFSZ; ulimit -f 8; " + kTool), 1);
-  EXPECT_NE(m_Said.find("0x8007001D"), std::string::npos) << m_Said;
-  EXPECT_EQ(Files(), "machine.reg ");
-  EXPECT_EQ(Get("machine.reg"), kOthers);
 }
 
 TEST_F(Register, WritesForOneUserThroughALinkWithItsRights) {

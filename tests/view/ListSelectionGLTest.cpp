@@ -1,18 +1,11 @@
 // Selection from compiled lists: what is found from the runs of a list, held against the whole list, and
 // which lists are drawn whole.
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <functional>
-#include <random>
-#include <vector>
-
 #include "platform/GL.h"
 #include "support/Counting.h"
 #include "support/GLRecorder.h"
 #include "support/Scene.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -48,7 +41,7 @@ Step RandomPrimitive(std::mt19937& aRandom) {
   const auto begin =
       kBegin[static_cast<std::size_t>(Between(aRandom, 0, 3) > 0 ? 0 : Between(aRandom, 0, 9))];
   const int vertices = Between(aRandom, 0, 19) == 0 ? 3000 : Between(aRandom, 1, 300);
-  const bool flags = Between(aRandom, 0, 9) == 0 && !getenv("NOFLAGS");
+  const bool flags = Between(aRandom, 0, 9) == 0;
   const GLDATA_POINT middle{Coordinate(aRandom, 1.2), Coordinate(aRandom, 1.2), Coordinate(aRandom, 5)};
   const int seed = Between(aRandom, 0, 1 << 30);
   return [=](IGLCanvas& aCanvas) {
@@ -76,7 +69,7 @@ Step RandomStep(std::mt19937& aRandom) {
       winding->SetCWWinding(value % 2);
     };
   }
-  if (kind == 8 && !getenv("NOFLAGS")) return [=](IGLCanvas& c) { c.SetVertexEdgeFlag(value % 2); };
+  if (kind == 8) return [=](IGLCanvas& c) { c.SetVertexEdgeFlag(value % 2); };
   return RandomPrimitive(aRandom);
 }
 
@@ -179,7 +172,6 @@ class Picked {
     return ids;
   }
 
-  IGLContext& Context() const { return *m_Drawn.context; }
   ~Picked() { m_Drawn.context->DetachPainter(); }
 
  private:
@@ -199,18 +191,29 @@ Picked::Request RandomRequest(std::mt19937& aRandom) {
 }
 
 /// Draws 40 triangles in a row of 40 places from left to right, 20 times over, each place under its number.
-void DrawRow(IGLCanvas& aCanvas) {
+void DrawRow(IGLCanvas& aCanvas, double aBottom = -0.1) {
   for (int place = 0; place < 40; ++place) {
     const double x = -1.0 + place * 0.05;
     aCanvas.SetTestID(static_cast<ULONG>(place + 1));
     aCanvas.BeginDrawTriangles();
     for (int i = 0; i < 200; ++i) {
-      aCanvas.Vertex3d(x, -0.1, 0);
-      aCanvas.Vertex3d(x + 0.04, -0.1, 0);
-      aCanvas.Vertex3d(x, 0.1, 0);
+      aCanvas.Vertex3d(x, aBottom, 0);
+      aCanvas.Vertex3d(x + 0.04, aBottom, 0);
+      aCanvas.Vertex3d(x, aBottom + 0.2, 0);
     }
     aCanvas.EndDrawVertices();
   }
+}
+
+/// Draws a list, which is compiled when it is first needed.
+template <class Content>
+void DrawList(IGLCanvas& aCanvas, int& aList, Content aContent) {
+  if (aList == 0) {
+    aCanvas.BeginCompileList(&aList);
+    aContent(aCanvas);
+    aCanvas.EndCompileList();
+  }
+  aCanvas.DrawCompiledList(aList);
 }
 
 }  // namespace
@@ -246,14 +249,7 @@ TEST(ListSelection, FindsTheSameFromAListsRunsAsFromTheWholeList) {
 TEST(ListSelection, DrawsTheRunsThatThePickVolumeTouches) {
   Picked picked;
   int list = 0;
-  const auto draw = [&](Scene& s) {
-    if (list == 0) {
-      s.Canvas().BeginCompileList(&list);
-      DrawRow(s.Canvas());
-      s.Canvas().EndCompileList();
-    }
-    s.Canvas().DrawCompiledList(list);
-  };
+  const auto draw = [&](Scene& s) { DrawList(s.Canvas(), list, [](IGLCanvas& c) { DrawRow(c); }); };
   Picked::Request request = kMiddle;
   request.first.x = request.second.x = 0.01;
   std::vector<int> calls;
@@ -300,40 +296,14 @@ TEST(ListSelection, FindsWhatAHostsOwnCallsAddToAList) {
     int list = 0;
     const auto content = [&](IGLCanvas& canvas) {
       test.before(canvas);
-      GLDATA_POINT up{0, 0, 0};
-      for (int row = 0; row < 2; ++row) {
-        for (int place = 0; place < 20; ++place) {
-          canvas.SetTestID(static_cast<ULONG>(1 + row * 20 + place));
-          canvas.BeginDrawTriangles();
-          for (int i = 0; i < 300; ++i) {
-            canvas.Vertex3d(-1.0 + place * 0.1, 0.5, up.z);
-            canvas.Vertex3d(-0.92 + place * 0.1, 0.5, up.z);
-            canvas.Vertex3d(-1.0 + place * 0.1, 0.7, up.z);
-          }
-          canvas.EndDrawVertices();
-        }
-      }
+      DrawRow(canvas, 0.5);
       test.after(canvas);
     };
     const auto draw = [&](IGLCanvas& canvas, bool fromList) {
       glDisable(GL_CULL_FACE);
       glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
-      if (own == 0) {
-        own = glGenLists(1);
-        glNewList(own, GL_COMPILE);
-        triangle(0);
-        glEndList();
-      }
-      if (!fromList) {
-        content(canvas);
-      } else {
-        if (list == 0) {
-          canvas.BeginCompileList(&list);
-          content(canvas);
-          canvas.EndCompileList();
-        }
-        canvas.DrawCompiledList(list);
-      }
+      if (own == 0) glNewList(own = glGenLists(1), GL_COMPILE), triangle(0), glEndList();
+      fromList ? DrawList(canvas, list, content) : content(canvas);
       triangle(0.0);  // under the name and in the state that the list has left
       triangle(-0.05);
     };

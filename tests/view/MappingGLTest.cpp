@@ -1,18 +1,11 @@
 // Window and model coordinates against the pixels that really light up, and the matrices that a painter
 // reads.
 
-#include <gllib/GLLib.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <functional>
-
-#include "component/CreateObject.h"
 #include "component/Module.h"
 #include "platform/GL.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
+#include "support/Test.h"
 
 namespace {
 
@@ -83,7 +76,7 @@ TEST(Mapping, AgreesWithWherePointsLand) {
 }
 
 TEST(Mapping, ReadsTheMatrixAndItsInverse) {
-  const auto canvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
+  const auto canvas = GLCreate<IGLCanvas>(CLSID_GLCanvas);
   const auto raw = [&] {
     GLDATA_MATRIX16D matrix;
     canvas.As<IGLCanvas14_2>()->GetRawModelviewMatrix(&matrix);
@@ -111,25 +104,6 @@ TEST(Mapping, ReadsTheMatrixAndItsInverse) {
   });
 }
 
-TEST(Mapping, NeedsARenderingContext) {
-  ContextFixture context(kWidth, kHeight);
-  context.Frame();
-  GLPtr<IGLCanvas> canvas;
-  context.ContextAs<IGLContext14_2>()->GetCanvas(canvas.Put());
-  const auto mapping = canvas.As<IGLCanvas3>();
-  GLDATA_POINT model{1, 2, -3}, before{}, window{7, 8, 9}, after{};
-  ASSERT_EQ(mapping->GetWindowCoords(&model, 1, &before), S_OK);
-  EXPECT_EQ(mapping->GetWindowCoords(&model, 0, &window), E_GL_BADSTATE);
-  EXPECT_EQ(mapping->GetModelCoords(&model, 0, &window), E_GL_BADSTATE);
-  ExpectNear(window, {7, 8, 9}, 0.0, "nothing is written");
-  mapping->GetWindowCoords(&model, 1, &after);
-  ExpectNear(after, before, 0.0, "the cached set-up stays");
-  GLDATA_MATRIX16D matrix{{{5}}};
-  EXPECT_EQ(canvas.As<IGLCanvas2>()->GetModelviewMatrix(&matrix), E_GL_BADSTATE);
-  EXPECT_EQ(canvas.As<IGLCanvas14_2>()->GetRawModelviewMatrix(&matrix), E_GL_BADSTATE);
-  EXPECT_EQ(matrix.m[0][0], 5.0);
-}
-
 TEST(Lists, BelongToTheirDrawThreadAndStayForAFrame) {
   ContextFixture context(32, 32);
   context.Context().EnableLighting(0);
@@ -149,18 +123,13 @@ TEST(Lists, BelongToTheirDrawThreadAndStayForAFrame) {
     scene.Canvas().DrawCompiledList(kept);
   });
   EXPECT_GT(whole.CountOther(0x000000FF), 32 * 32 / 4);
-  // A thread of the host's, with no rendering context and with one of its own.
-  const auto refused = [&] {
-    EXPECT_EQ(canvas->BeginCompileList(&other), E_GL_BADSTATE);
-    EXPECT_EQ(canvas->EndCompileList(), E_GL_BADSTATE);
-    EXPECT_EQ(canvas->DrawCompiledList(kept), E_GL_BADSTATE);
-    EXPECT_EQ(canvas->IsCompiledList(kept, &valid), E_GL_BADSTATE);
-    EXPECT_EQ(canvas->DeleteCompiledList(kept), E_GL_BADSTATE);
-  };
-  refused();
+  // A thread of the host's, with a rendering context of its own.
   DrawPlainGL(8, 8, [&] {
     for (GLuint name = 1; name < 1000; ++name) glNewList(name, GL_COMPILE), glEndList();
-    refused();
+    for (const HRESULT refused :
+         {canvas->BeginCompileList(&other), canvas->EndCompileList(), canvas->DrawCompiledList(kept),
+          canvas->IsCompiledList(kept, &valid), canvas->DeleteCompiledList(kept)})
+      EXPECT_EQ(refused, E_GL_BADSTATE);
     for (GLuint name = 1; name < 1000; ++name) ASSERT_TRUE(glIsList(name)) << "a list of the host's";
   });
   const Picture again = context.FramePicture([&](Scene& scene) {

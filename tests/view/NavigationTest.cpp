@@ -3,7 +3,6 @@
 #include <gllib/GLNavigation.h>
 
 #include "RandomViews.h"
-#include "component/CreateObject.h"
 
 namespace {
 
@@ -42,7 +41,7 @@ class Navigation : public testing::Test {
     EXPECT_LT(Length(Difference(GLVector::Cross(aEye.m_sRight, aEye.m_sUp), aEye.m_sBack)), kClose);
   }
 
-  GLPtr<IGLContext> m_Context = CreateObject<IGLContext>(CLSID_GLContext);
+  GLPtr<IGLContext> m_Context = GLCreate<IGLContext>(CLSID_GLContext);
   IGLViewer* m_pViewer = nullptr;
   RandomViews m_Random{3};
 };
@@ -96,23 +95,6 @@ TEST_F(Navigation, OrbitsUprightAndStopsAtThePoles) {
   GLTurnTo(view, GLStandardView::Front, true);
   for (int i = 0; i < 100; ++i) GLOrbit(view, {1, 2, 3}, m_Random.Number(-1, 1), m_Random.Number(-1, 1), z);
   EXPECT_NEAR(view.m_Eye.m_sRight.z, 0, kClose);
-}
-
-TEST_F(Navigation, NamesByHowMuchACoordIsOffWhereAnOrbitIsExact) {
-  for (int round = 0; round < 100; ++round) {
-    const GLViewGeometry view = Random();
-    GLPtr<IGLCoord> coord;
-    m_pViewer->GetCoord(coord.Put());
-    GLDATA_POINT up = {0, 1, 0}, pivot = m_Random.Point(10);  // of the eye's system
-    const double angle = m_Random.Number(-3, 3);
-    GLViewGeometry exact = view;
-    GLOrbit(exact, view.m_Eye.PointToWorld(pivot), angle, 0, view.m_Eye.m_sUp);
-    coord->Rotate_RAD(angle, &up, &pivot);
-    const GLDATA_POINT off =
-        Difference(GLViewGeometry::Of(*m_Context, *m_pViewer).m_Eye.m_sOrigin, exact.m_Eye.m_sOrigin);
-    const GLDATA_POINT told = GLVector::Scaled(view.m_Eye.m_sUp, pivot.y * (1 - std::cos(angle)));
-    EXPECT_LT(Length(Difference(off, told)), 1e-6) << "as its description says";
-  }
 }
 
 TEST_F(Navigation, WalksAndLooks) {

@@ -1,21 +1,13 @@
 // The store of transparent triangles. No GL.
 
-#include <gllib/GLClasses.h>
-#include <gllib/IGLCanvas.h>
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <cmath>
-#include <cstdlib>
 #include <new>
-#include <vector>
 
-#include "component/CreateObject.h"
 #include "support/Counting.h"
+#include "support/Test.h"
 
 namespace {
 
-GLPtr<IGLCanvas13_1> NewCanvas() { return CreateObject<IGLCanvas13_1>(CLSID_GLCanvas); }
+GLPtr<IGLCanvas13_1> NewCanvas() { return GLCreate<IGLCanvas13_1>(CLSID_GLCanvas); }
 
 bool Same(const GLDATA_POINT& a, const GLDATA_POINT& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
 

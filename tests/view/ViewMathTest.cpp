@@ -1,64 +1,17 @@
-// What a viewer shows where, against the matrices that plain geometry makes of its settings.
+// What a viewer shows where. Beside pixels that are drawn: ViewingGLTest.
 
 #include "RandomViews.h"
-#include "component/CreateObject.h"
 
 namespace {
-
-constexpr double kClose = 1e-6;
 
 class ViewMath : public testing::Test {
  protected:
   ViewMath() { m_Context->CreateViewer(1, 0, &m_pViewer); }
   GLViewGeometry View() const { return GLViewGeometry::Of(*m_Context, *m_pViewer); }
 
-  GLPtr<IGLContext> m_Context = CreateObject<IGLContext>(CLSID_GLContext);
+  GLPtr<IGLContext> m_Context = GLCreate<IGLContext>(CLSID_GLContext);
   IGLViewer* m_pViewer = nullptr;
 };
-
-TEST_F(ViewMath, AgreesWithTheMatricesOfEveryViewer) {
-  RandomViews random(1);
-  int visible = 0;
-  for (int round = 0; round < 1000; ++round) {
-    SCOPED_TRACE(round);
-    random.Randomise(*m_Context, *m_pViewer);
-    const GLViewGeometry view = View();
-    const PlainView plain = PlainView::Of(*m_Context, *m_pViewer);
-    const double height = view.m_iWindowHeight;
-    // A place of the picture and a depth, from near to far.
-    const glm::dvec3 window(plain.viewport.x + random.Number(0, 1) * plain.viewport.z,
-                            plain.viewport.y + random.Number(0, 1) * plain.viewport.w,
-                            random.Number(0, 0.999));
-    const GLPixelPlace pixel = {window.x, height - window.y};
-    const glm::dvec3 point = plain.UnProject(window);
-    const double size = 1 + glm::length(point);
-    const auto expectNear = [&](const GLDATA_POINT& a, const glm::dvec3& b) {
-      EXPECT_LT(glm::distance(ToVec(a), b), kClose * size);
-    };
-    expectNear(view.PointAtDepth(pixel, window.z), point);
-    const auto seen = view.PixelOf(ToPoint(point));
-    ASSERT_TRUE(seen);
-    EXPECT_NEAR(seen->m_sPixel.x, pixel.x, kClose * 1000);
-    EXPECT_NEAR(seen->m_sPixel.y, pixel.y, kClose * 1000);
-    EXPECT_NEAR(seen->m_dDepth, window.z, kClose);
-    EXPECT_EQ(seen->m_bVisible, view.Contains(pixel));
-    visible += seen->m_bVisible;
-
-    const GLRay ray = view.Ray(pixel);
-    expectNear(ray.m_sStart, plain.UnProject({window.x, window.y, 0}));
-    expectNear(ray.ClosestTo(ToPoint(point)), point);
-    EXPECT_NEAR(GLVector::Length(ray.m_sDirection), 1, kClose);
-    EXPECT_GT(glm::dot(ToVec(ray.m_sDirection), point - ToVec(ray.m_sStart)), 0);
-
-    const glm::dvec3 other = plain.UnProject({plain.viewport.x, plain.viewport.y, 0.3});
-    const GLDATA_POINT inPlane = view.PointInPlaneOf(ToPoint(other), pixel);
-    EXPECT_LT(glm::length(glm::cross(ToVec(ray.m_sDirection), ToVec(inPlane) - ToVec(ray.m_sStart))),
-              kClose * 1000);
-    EXPECT_NEAR((plain.view * glm::dvec4(ToVec(inPlane), 1)).z, (plain.view * glm::dvec4(other, 1)).z,
-                kClose * size);
-  }
-  EXPECT_GT(visible, 400);
-}
 
 TEST_F(ViewMath, KnowsWhatAViewerShows) {
   m_Context->SetViewport(0, 0, 200, 100);

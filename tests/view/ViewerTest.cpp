@@ -1,28 +1,15 @@
 // The viewer's values and its conversions between the world and the screen. No GL.
 
-#include <gllib/GLClasses.h>
-#include <gllib/GLClient.h>
-#include <gllib/IGLCollection.h>
-#include <gllib/IGLCoord.h>
-#include <gllib/IGLViewer.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <functional>
-#include <limits>
-#include <numbers>
-#include <vector>
-
-#include "component/CreateObject.h"
 #include "component/Module.h"
 #include "support/Counting.h"
+#include "support/Test.h"
 
 namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr float kNaNf = std::numeric_limits<float>::quiet_NaN();
 
-GLPtr<IGLViewer> NewViewer() { return CreateObject<IGLViewer>(CLSID_GLViewer); }
+GLPtr<IGLViewer> NewViewer() { return GLCreate<IGLViewer>(CLSID_GLViewer); }
 
 /// All that a host can read of a viewer.
 std::vector<double> ValuesOf(IGLViewer& v) {
@@ -46,7 +33,7 @@ std::vector<double> ValuesOf(IGLViewer& v) {
 const std::vector<double> kFresh = {1,   1, 0, 0,   1,   1, 27, 0.1, 1000, 1, 10, 10, 100,
                                     100, 1, 0, -50, -50, 0, 50, 50,  1000, 1, 1,  1,  1};
 
-TEST(Viewer, KeepsWhatIsSetAndStartsAsPublished) {
+TEST(Viewer, KeepsWhatIsSetAndStartsAsDocumented) {
   const auto viewer = NewViewer();
   EXPECT_EQ(ValuesOf(*viewer.Get()), kFresh);
   viewer->Show(0), viewer->SetOrtho(0), viewer->ShowGauges(-1);
@@ -94,24 +81,12 @@ TEST(Viewer, RefusedValuesChangeNothing) {
   }
 }
 
-TEST(Viewer, IsntMadeWithoutItsParts) {
-  HRESULT result = E_OUTOFMEMORY;
-  std::size_t left = 0;
-  for (; FAILED(result); ++left) {
-    GLPtr<IGLViewer> viewer;
-    const ExhaustedHeap heap(left);
-    result = CreateGLViewer(nullptr, IGLViewer::Identifier, viewer.PutVoid());
-    EXPECT_TRUE(viewer ? result == S_OK : result == E_OUTOFMEMORY) << left;
-  }
-  EXPECT_GT(left, 3u) << "the viewer, its coordinate object and its gauges";
-}
-
 TEST(Viewer, TellsOfGaugesThatFindNoMemory) {
   struct Gauge final : GLViewerGaugeBase {
     HRESULT Draw(IGLCanvas*, IGLContext*) noexcept override { return S_OK; }
   };
   const auto viewer = NewViewer();
-  const auto gauges = CreateObject<IGLCollection>(CLSID_GLCollection);
+  const auto gauges = GLCreate<IGLCollection>(CLSID_GLCollection);
   const auto gauge = GLMake<Gauge>();
   {
     const ExhaustedHeap heap(0);

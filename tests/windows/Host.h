@@ -5,10 +5,9 @@
 #include <gllib/GLLibHost.h>
 
 #include <algorithm>
-#include <array>
+#include <atomic>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
+#include <cstdint>
 #include <thread>
 #include <vector>
 
@@ -101,39 +100,38 @@ inline IGLViewer* AddViewer(IGLContext& aContext) {
 /// Reads the picture at the end of a viewer's pass.
 class Reading final : public GLViewerGaugeBase {
  public:
-  using Pixel = std::array<unsigned char, 3>;
-
   HRESULT Draw(IGLCanvas*, IGLContext*) noexcept override {
-    const std::scoped_lock hold(m_Lock);
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glReadPixels(0, 0, HostWindow::kWidth, HostWindow::kHeight, GL_RGB, GL_UNSIGNED_BYTE, m_aPixels.data());
+    std::vector<std::uint32_t> pixels(std::size_t{HostWindow::kWidth} * HostWindow::kHeight);
+    glReadPixels(0, 0, HostWindow::kWidth, HostWindow::kHeight, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+    m_iCovered = static_cast<int>(
+        std::ranges::count_if(pixels, [&](std::uint32_t pixel) { return pixel != pixels.front(); }));
     ++m_iFrames;
     return S_OK;
   }
-  int Frames() const {
-    const std::scoped_lock hold(m_Lock);
-    return m_iFrames;
-  }
-  /// A pixel of the last frame, by its place from -1 to 1 in either direction.
-  Pixel At(double aX, double aY) const {
-    const auto place = [](double aValue, int aSize) {
-      return static_cast<std::size_t>((aValue + 1) / 2 * (aSize - 1));
-    };
-    const std::scoped_lock hold(m_Lock);
-    return m_aPixels[place(aY, HostWindow::kHeight) * HostWindow::kWidth + place(aX, HostWindow::kWidth)];
-  }
-  /// How many pixels of the last frame aren't as the one in the lower left corner; of all rows or of some.
-  int Covered(int aFirst = 0, int aLast = HostWindow::kHeight) const {
-    const std::scoped_lock hold(m_Lock);
-    return static_cast<int>(std::count_if(m_aPixels.begin() + aFirst * HostWindow::kWidth,
-                                          m_aPixels.begin() + aLast * HostWindow::kWidth,
-                                          [&](const Pixel& pixel) { return pixel != m_aPixels.front(); }));
-  }
+  int Frames() const { return m_iFrames; }
+  /// How many pixels of the last frame aren't as the one in the lower left corner.
+  int Covered() const { return m_iCovered; }
 
  private:
-  mutable std::mutex m_Lock;
-  int m_iFrames = 0;
-  std::vector<Pixel> m_aPixels = std::vector<Pixel>(std::size_t{HostWindow::kWidth} * HostWindow::kHeight);
+  std::atomic<int> m_iFrames{0}, m_iCovered{0};
+};
+
+/// A triangle over the middle of the view, under the name 7.
+class Triangle final : public GLPainterBase {
+ public:
+  static constexpr int kPixels = HostWindow::kHeight * HostWindow::kHeight / 8;
+
+  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
+    GLDATA_RGBA color = {1, 0, 0, 1};
+    aCanvas->SetTestID(7);
+    aCanvas->SetVertexColor(&color);
+    aCanvas->BeginDrawTriangles();
+    aCanvas->Vertex2d(-0.5, -0.5);
+    aCanvas->Vertex2d(0.5, -0.5);
+    aCanvas->Vertex2d(0, 0.5);
+    aCanvas->EndDrawVertices();
+    return S_OK;
+  }
 };
 
 /// Attaches a reading to a viewer.

@@ -1,61 +1,10 @@
-// The registered module as a host meets it that knows only ProgIDs: class objects through COM, a lit model in
-// a child window, a pick on it, aggregation, and the module's way out.
+// The registered module as a host meets it that knows only ProgIDs: class objects through COM, a picture in
+// a child window, a pick in it, and the module's way out.
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <atomic>
-#include <string>
-
-#include "shared/Shapes.h"
+#include "support/Test.h"
 #include "windows/Host.h"
 
 namespace {
-
-constexpr double kRadius = 0.7;
-
-/// A sphere in the middle of the view, under the name 7.
-class Sphere final : public GLPainterBase {
- public:
-  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
-    aCanvas->SetTestID(7);
-    GLDATA_RGBA color = {0.8f, 0.3f, 0.2f, 1};
-    aCanvas->SetVertexColor(&color);
-    DrawSphere(*aCanvas, {0, 0, 0}, kRadius);
-    return S_OK;
-  }
-};
-
-constexpr int kFonts = 4, kInternal = 3;
-
-/// Where a font's line stands, from -1 to 1.
-constexpr double LineOf(int aFont) { return 0.6 - 0.5 * aFont; }
-
-/// Prints a word in each kind of font, one below the other.
-class Words final : public GLPainterBase {
- public:
-  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
-    aCanvas->BeginDrawPoints();  // sends the state of the canvas, which text leaves alone
-    aCanvas->EndDrawVertices();
-    glDisable(GL_LIGHTING);
-    GLDATA_RGBA color = {1, 1, 1, 1};
-    aCanvas->SetVertexColor(&color);
-    for (int i = 0; i < kFonts; ++i) {
-      const double scale = i == kInternal ? 0.02 : 1;
-      GLDATA_POINT start = {-0.9 / scale, LineOf(i) / scale, 0};
-      glPushMatrix();
-      glScaled(scale, scale, 1);
-      m_iResults[i] = m_Fonts[i]->Print(m_Text, &start);
-      glPopMatrix();
-    }
-    m_uError = glGetError();
-    return S_OK;
-  }
-  const GLString m_Text = "Gl";
-  GLPtr<IGLFont> m_Fonts[kFonts];
-  std::atomic<HRESULT> m_iResults[kFonts] = {};
-  std::atomic<GLenum> m_uError{0};
-};
 
 /// A painter that holds the last reference to its context and lets go of it on the draw thread.
 class LastHolder final : public GLPainterBase {
@@ -71,24 +20,9 @@ class LastHolder final : public GLPainterBase {
   std::atomic<bool> m_bLetGo{false}, m_bDone{false};
 };
 
-/// An outer object, counted apart from what it holds.
-struct Outer final : IUnknown {
-  HRESULT QueryInterface(REFIID riid, void** ppv) noexcept override {
-    if (riid != IID_IUnknown) return m_Inner->QueryInterface(riid, ppv);
-    *ppv = this;
-    AddRef();
-    return S_OK;
-  }
-  ULONG AddRef() noexcept override { return ++m_uCount; }
-  ULONG Release() noexcept override { return --m_uCount; }
-
-  GLPtr<IUnknown> m_Inner;
-  std::atomic<ULONG> m_uCount{1};
-};
-
 }  // namespace
 
-TEST(RegisteredModule, DrawsALitModelAndPicksIt) {
+TEST(RegisteredModule, DrawsAndPicks) {
   const Apartment apartment;
   const HostWindow window;
   const auto context = window.MakeContext();
@@ -96,24 +30,13 @@ TEST(RegisteredModule, DrawsALitModelAndPicksIt) {
   EXPECT_EQ(GetParent(WindowOf(*context)), window.Handle());
   IGLViewer* viewer = AddViewer(*context);
   ASSERT_NE(viewer, nullptr);
-  IGLLight* light = nullptr;
-  ASSERT_EQ(context->CreateLight(&light), S_OK);
-  GLDATA_POINT direction = {1, -1, -0.5};  // from the upper left
-  light->SetAsSpotlight(0);
-  light->SetDirection(&direction);
-  light->Enable(1);
   const auto reading = Read(*viewer);
-  const auto painter = GLMake<Sphere>();
+  const auto painter = GLMake<Triangle>();
   context->AttachPainter(painter.Get());
   const int first = reading->Frames();
   ASSERT_TRUE(PumpUntil([&] { return reading->Frames() > first + 2; }));
 
-  const auto red = [&](double aX, double aY) { return reading->At(aX, aY)[0]; };
-  EXPECT_GT(red(-0.3, 0.3), red(0, 0) + 20) << "light falls from the upper left";
-  EXPECT_GT(red(0, 0), red(0.2, -0.3) + 20) << "and away from it it grows dark";
-  const double sphere = 3.14159 * kRadius * kRadius / 4 * HostWindow::kHeight * HostWindow::kHeight;
-  EXPECT_NEAR(reading->Covered(), sphere, 0.03 * sphere) << "a whole one, and nothing else";
-
+  EXPECT_NEAR(reading->Covered(), Triangle::kPixels, 100) << "a whole one, and nothing else";
   const auto pick = [&](double aX, double aY) {
     GLDATA_POINT from = {aX - 0.02, aY - 0.02, 0}, to = {aX + 0.02, aY + 0.02, 0};
     ULONG names[8] = {};
@@ -123,38 +46,6 @@ TEST(RegisteredModule, DrawsALitModelAndPicksIt) {
   };
   EXPECT_EQ(pick(0.1, 0.1), std::vector<ULONG>{7});
   EXPECT_EQ(pick(0.9, 0.9), std::vector<ULONG>{});
-}
-
-TEST(RegisteredModule, PrintsInAllFourKindsOfFont) {
-  const Apartment apartment;
-  const HostWindow window;
-  const auto context = window.MakeContext();
-  ASSERT_TRUE(context);
-  IGLViewer* viewer = AddViewer(*context);
-  ASSERT_NE(viewer, nullptr);
-  const auto words = GLMake<Words>();
-  const GLString face = "Arial";
-  IGLFont *raster = nullptr, *outlines = nullptr;
-  EXPECT_EQ(context->CreateSystemFont(words->m_Fonts[0].Put()), S_OK);
-  EXPECT_EQ(context->CreateRasterFont(face, 0, 400, 0, -24, 0, &raster), S_OK);
-  EXPECT_EQ(context->CreateTrueTypeFont(face, 0, 400, 0, 0, &outlines), S_OK);
-  EXPECT_EQ(context.As<IGLContext2>()->CreateInternalFont(GLString("HAND"), words->m_Fonts[kInternal].Put()),
-            S_OK);
-  ASSERT_TRUE(raster != nullptr && outlines != nullptr);
-  words->m_Fonts[1] = GLPtr<IGLFont>::FromBorrowed(raster);
-  words->m_Fonts[2] = GLPtr<IGLFont>::FromBorrowed(outlines);
-  outlines->SetHeight(0.4f);
-  outlines->SetWidth(0.4f);
-  const auto reading = Read(*viewer);
-  context->AttachPainter(words.Get());
-  const int first = reading->Frames();
-  ASSERT_TRUE(PumpUntil([&] { return reading->Frames() > first + 3; }));
-  EXPECT_EQ(words->m_uError, GLenum{GL_NO_ERROR});
-  for (int i = 0; i < kFonts; ++i) {
-    EXPECT_EQ(words->m_iResults[i], S_OK) << i;
-    const int row = static_cast<int>((LineOf(i) + 1) / 2 * HostWindow::kHeight);
-    EXPECT_GT(reading->Covered(std::max(row - 4, 0), row + 30), 30) << i;
-  }
 }
 
 TEST(RegisteredModule, MakesObjectsInBothKindsOfApartment) {
@@ -168,24 +59,6 @@ TEST(RegisteredModule, MakesObjectsInBothKindsOfApartment) {
       EXPECT_EQ(size, 0);
     }).join();
   }
-}
-
-TEST(RegisteredModule, IsAggregatedByAnOuterObject) {
-  const Apartment apartment(COINIT_MULTITHREADED);
-  CLSID fog;
-  ASSERT_EQ(CLSIDFromProgID(L"Gl.GLFog.1", &fog), S_OK);
-  Outer outer;
-  void* refused = &outer;
-  EXPECT_EQ(CoCreateInstance(fog, &outer, CLSCTX_INPROC_SERVER, IGLFog::Identifier, &refused),
-            CLASS_E_NOAGGREGATION);
-  EXPECT_EQ(refused, nullptr);
-  ASSERT_EQ(CoCreateInstance(fog, &outer, CLSCTX_INPROC_SERVER, IID_IUnknown, outer.m_Inner.PutVoid()), S_OK);
-  GLPtr<IGLFog> part;
-  ASSERT_EQ(outer.QueryInterface(IGLFog::Identifier, part.PutVoid()), S_OK);
-  EXPECT_EQ(outer.m_uCount, 2u) << "the part counts on the outer object";
-  EXPECT_EQ(part.As<IUnknown>().Get(), &outer);
-  part.Reset();
-  EXPECT_EQ(outer.m_uCount, 1u);
 }
 
 TEST(RegisteredModule, GoesAfterAContextThatEndedOnItsOwnDrawThread) {

@@ -1,30 +1,12 @@
 // The window procedure and the hook with the system's own messages, sent to windows of a host's.
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-
+#include "support/Test.h"
 #include "windows/Host.h"
 
 namespace {
 
 constexpr DWORD kLong = 3'600'000;  // a test that waits this out has failed
 constexpr auto kWhile = std::chrono::milliseconds(300);
-
-/// Draws a triangle over the middle of the view.
-class Triangle final : public GLPainterBase {
- public:
-  HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
-    GLDATA_RGBA color = {1, 0, 0, 1};
-    aCanvas->SetVertexColor(&color);
-    aCanvas->BeginDrawTriangles();
-    aCanvas->Vertex2d(-0.5, -0.5);
-    aCanvas->Vertex2d(0.5, -0.5);
-    aCanvas->Vertex2d(0, 0.5);
-    aCanvas->EndDrawVertices();
-    return S_OK;
-  }
-};
 
 /// Two contexts under two top-level windows.
 class Messages : public testing::Test {
@@ -79,19 +61,6 @@ TEST_F(Messages, APartThatBecameInvalidIsDrawnOnceAndIsValidThen) {
   EXPECT_EQ(SendMessageA(child, WM_ERASEBKGND, 0, 0), 1) << "nobody wipes it";
 }
 
-TEST_F(Messages, OfThePaletteReachAllContextsThroughTheFirstOnesTopLevelWindow) {
-  for (const UINT message : {UINT{WM_QUERYNEWPALETTE}, UINT{WM_PALETTECHANGED}}) {
-    const auto from = reinterpret_cast<WPARAM>(m_Windows[1].Handle());
-    for (const int top : {1, 0}) {
-      for (auto& context : m_Contexts) {
-        SendMessageA(m_Windows[top].Handle(), message, from, 0);
-        EXPECT_EQ(CountQueued(WindowOf(*context), message, from), top == 0 ? 1 : 0) << message << ' ' << top;
-      }
-    }
-    EXPECT_EQ(SendMessageA(WindowOf(*m_Contexts[0]), message, from, 0), 0) << "no palette is needed";
-  }
-}
-
 TEST_F(Messages, OfColoursRebuildAllContextsThroughTheFirstOnesTopLevelWindow) {
   const HWND before[] = {WindowOf(*m_Contexts[0]), WindowOf(*m_Contexts[1])};
   const auto rebuilt = [&](int i) {
@@ -103,23 +72,6 @@ TEST_F(Messages, OfColoursRebuildAllContextsThroughTheFirstOnesTopLevelWindow) {
   EXPECT_FALSE(rebuilt(0) || rebuilt(1));
   SendMessageA(m_Windows[0].Handle(), WM_SYSCOLORCHANGE, 0, 0);
   EXPECT_TRUE(PumpUntil([&] { return rebuilt(0) && rebuilt(1); }));
-}
-
-TEST_F(Messages, AWindowThatSticksOutOfTheWorkAreaStandsWhereItStoodAfterwards) {
-  const HWND host = m_Windows[0].Handle();
-  m_Contexts[0].Reset();
-  MoveWindow(host, -120, -90, HostWindow::kWidth, HostWindow::kHeight, TRUE);
-  m_Contexts[0] = m_Windows[0].MakeContext();
-  ASSERT_TRUE(m_Contexts[0]);
-  RECT place{};
-  GetWindowRect(host, &place);
-  EXPECT_EQ(place.left, -120);
-  EXPECT_EQ(place.top, -90);
-  EXPECT_TRUE(LockWindowUpdate(host)) << "nobody holds the lock on drawing any more";
-  LockWindowUpdate(nullptr);
-  GetWindowRect(WindowOf(*m_Contexts[0]), &place);
-  EXPECT_EQ(place.left, -120) << "the child stands in its corner";
-  EXPECT_EQ(place.right, -120 + HostWindow::kWidth);
 }
 
 TEST_F(Messages, TheParentsEndStopsTheContextBelowItAlone) {

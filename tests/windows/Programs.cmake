@@ -22,8 +22,6 @@ set(GLLIB_WINDOWS_captures_FILTER "Capture.LeavesTheWindowAsItWasAThousandTimes"
 # Not looked at under Wine yet: tests of several contexts that wait for each other, of the log's messages, and of the
 # viewing headers.
 string(CONCAT GLLIB_WINDOWS_UNSEEN
-  "Capture.OfOneObject*:Capture.ShowsTheBackground*:Context.IsInitialisedBy*:Context.ReleasesClients*:"
-  "Context.TakesTheMessageHook*:ContextFonts.AreNotBuilt*:ContextFonts.StayInTheLists*:DrawThread.IsSteeredBy*:"
-  "Lists.BelongToTheirDrawThread*:Log.*:Mapping.NeedsARendering*:Select.EndsBefore*:Select.SeesPlanesGo*:"
-  "Select.ServesAPainter*:Viewing.*")
+  "Capture.ShowsTheBackground*:Context.ReleasesClients*:ContextFonts.AreNotBuilt*:Lists.BelongToTheirDrawThread*:"
+  "Log.*:Select.EndsBefore*:Select.SeesPlanesGo*:Viewing.*")
 set(GLLIB_WINDOWS_gl_FILTER "*-${GLLIB_WINDOWS_captures_FILTER}:${GLLIB_WINDOWS_UNSEEN}")

@@ -1,5 +1,5 @@
 // RenderingTurn on Linux. Mesa's software renderer (seen with 22.3.6) reads memory that it has freed when two
-// threads draw with contexts of one display; tests/platform/driver/ContextRace.cpp shows it by plain EGL and
+// threads draw with contexts of one display; docs/driver/ContextRace.cpp shows it by plain EGL and
 // GL. On this driver draw threads take turns.
 
 #include "platform/RenderingTurn.h"

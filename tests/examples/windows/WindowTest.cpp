@@ -1,20 +1,12 @@
 // glview.exe in its window: what the window shows, and what keys and mouse do.
 
-#include <gtest/gtest.h>
 #include <windows.h>
-
-#include <chrono>
-#include <cstring>
-#include <filesystem>
-#include <thread>
-#include <utility>
 
 #include "Program.h"
 #include "shared/Picture.h"
+#include "support/Test.h"
 
 namespace {
-
-using namespace std::chrono_literals;
 
 constexpr int kWidth = 320, kHeight = 240;
 
@@ -29,11 +21,12 @@ class GlviewWindow : public ::testing::Test {
   }
   /// Waits for glview's window with a title that holds some words.
   HWND Await(const std::string& aWords) const {
-    for (const auto end = std::chrono::steady_clock::now() + 30s; std::chrono::steady_clock::now() < end;
-         std::this_thread::sleep_for(20ms)) {
-      const HWND window = FindWindowA("glview", nullptr);
-      if (window != nullptr && Title(window).find(aWords) != std::string::npos) return window;
-    }
+    HWND window = nullptr;
+    const auto found = [&] {
+      window = FindWindowA("glview", nullptr);
+      return window != nullptr && Title(window).find(aWords) != std::string::npos;
+    };
+    if (Eventually(found)) return window;
     ADD_FAILURE() << Title(FindWindowA("glview", nullptr));
     return nullptr;
   }

@@ -1,12 +1,9 @@
 // What the system's own operations do where ours stand in for them on Linux: priorities, versions, monitors.
 
-#include <gtest/gtest.h>
-
-#include <thread>
-
 #include "platform/SystemInfo.h"
 #include "platform/ThreadPriority.h"
 #include "platform/Window.h"
+#include "support/Test.h"
 
 TEST(System, GivesAThreadTheNearestPriorityThatThereIs) {
   std::thread([] {
@@ -29,16 +26,4 @@ TEST(System, TellsThatItDrawsOffScreen) {
   info.dwOSVersionInfoSize = sizeof(info);
   ASSERT_TRUE(GetVersionExA(&info));
   EXPECT_EQ(info.dwPlatformId, DWORD{VER_PLATFORM_WIN32_NT});
-}
-
-TEST(System, TellsTheWorkAreaOfAWindowsMonitor) {
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof(monitor);
-  ASSERT_TRUE(GetMonitorInfoA(MonitorFromWindow(nullptr, MONITOR_DEFAULTTOPRIMARY), &monitor));
-  RECT area{};
-  ASSERT_TRUE(SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0));
-  EXPECT_TRUE(EqualRect(&monitor.rcWork, &area));
-  RECT both{};
-  EXPECT_TRUE(IntersectRect(&both, &area, &monitor.rcMonitor));
-  EXPECT_TRUE(EqualRect(&both, &area)) << "it lies within its monitor";
 }

@@ -1,5 +1,6 @@
-// ContextRace: two threads draw with rendering contexts of one EGL display, by plain EGL and GL. Not run by
-// ctest.
+// ContextRace: two threads draw with rendering contexts of one EGL display, by plain EGL and GL. It is no test.
+//
+//   g++ -std=c++20 -O2 ContextRace.cpp -lEGL -lOpenGL -pthread -o context-race
 //
 // On a driver that needs rendering turns (platform/RenderingTurn.h) the program crashes within seconds; with
 // one thread, or with turns, it does not. It shows the fault without the component.

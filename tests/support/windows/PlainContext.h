@@ -1,19 +1,15 @@
 // The twin's rendering context: a window of its own, of the format that GDI chooses for 32 bits of colour and
-// depth.
+// depth. Current on the thread that makes it.
 
-#include "support/PlainGL.h"
+#pragma once
 
-#include <gtest/gtest.h>
 #include <windows.h>
 
-#include <thread>
+#include <stdexcept>
 
 #include "platform/GL.h"
 #include "support/TestDisplay.h"
 
-namespace {
-
-/// A rendering context on a window, current on the thread that makes it for as long as it stands.
 class PlainContext {
  public:
   PlainContext(int aWidth, int aHeight) {
@@ -33,7 +29,7 @@ class PlainContext {
     request.cDepthBits = 32;
     SetPixelFormat(m_hDC, ChoosePixelFormat(m_hDC, &request), &request);
     m_hRC = wglCreateContext(m_hDC);
-    m_bCurrent = wglMakeCurrent(m_hDC, m_hRC) != FALSE;
+    if (wglMakeCurrent(m_hDC, m_hRC) == FALSE) throw std::runtime_error("no rendering context");
   }
   ~PlainContext() {
     wglMakeCurrent(nullptr, nullptr);
@@ -45,27 +41,8 @@ class PlainContext {
   PlainContext(const PlainContext&) = delete;
   PlainContext& operator=(const PlainContext&) = delete;
 
-  bool IsCurrent() const { return m_bCurrent; }
-
  private:
   HWND m_hWnd = nullptr;
   HDC m_hDC = nullptr;
   HGLRC m_hRC = nullptr;
-  bool m_bCurrent = false;
 };
-
-}  // namespace
-
-Picture DrawPlainGL(int aWidth, int aHeight, const std::function<void()>& aDraw) {
-  Picture picture;
-  std::thread([&] {
-    const PlainContext context(aWidth, aHeight);
-    ASSERT_TRUE(context.IsCurrent()) << "no rendering context: error " << GetLastError();
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    aDraw();
-    glFinish();
-    picture = Picture::Read(aWidth, aHeight);
-    EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR}) << "left by the plain drawing";
-  }).join();
-  return picture;
-}

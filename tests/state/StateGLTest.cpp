@@ -1,0 +1,220 @@
+// Lights, fog and materials as GL has them while a painter draws, and the light numbers of two contexts that
+// draw at the same time.
+
+#include <bit>
+
+#include "platform/GL.h"
+#include "support/Scene.h"
+#include "support/Test.h"
+
+namespace {
+
+using Values = std::array<float, 4>;
+
+/// What GL has of a light; a distant one's place is the direction that it comes from.
+struct Shining {
+  bool on = true;
+  Values diffuse = {0.5f, 0.5f, 0.5f, 1}, place = {};
+  Values direction = {0, 0, -1, 0};
+  float cutoff = 180, exponent = 0, linear = 0, quadratic = 0;
+};
+
+void ExpectLight(GLenum aName, const Shining& aWanted, const std::string& aWhat) {
+  EXPECT_EQ(glIsEnabled(aName) == GL_TRUE, aWanted.on) << aWhat;
+  if (!aWanted.on) return;
+  // Directions count by their unit vectors.
+  const auto expect = [&](GLenum aParameter, Values aValues, bool aDirection = false) {
+    Values found{};
+    glGetLightfv(aName, aParameter, found.data());
+    for (Values* values : {&found, &aValues}) {
+      const auto [x, y, z, w] = *values;
+      const float length = aDirection ? std::hypot(x, y, z) : 1;
+      *values = {x / length, y / length, z / length, w};
+    }
+    for (std::size_t i = 0; i < 4; ++i)
+      EXPECT_NEAR(found[i], aValues[i], 1e-4f) << aWhat << ": " << aParameter;
+  };
+  expect(GL_AMBIENT, {0.5f, 0.5f, 0.5f, 1});
+  expect(GL_DIFFUSE, aWanted.diffuse);
+  expect(GL_SPECULAR, {1, 1, 1, 1});
+  expect(GL_POSITION, aWanted.place, aWanted.place[3] == 0);
+  expect(GL_SPOT_CUTOFF, {aWanted.cutoff});
+  if (aWanted.cutoff < 180) expect(GL_SPOT_DIRECTION, aWanted.direction, true);
+  expect(GL_SPOT_EXPONENT, {aWanted.exponent});
+  expect(GL_LINEAR_ATTENUATION, {aWanted.linear});
+  expect(GL_QUADRATIC_ATTENUATION, {aWanted.quadratic});
+}
+
+IGLLight& NewLight(const ContextFixture& aFixture) {
+  IGLLight* light = nullptr;
+  EXPECT_EQ(aFixture.Context().CreateLight(&light), S_OK);
+  light->Enable(1);
+  return *light;
+}
+
+/// The GL lights that are lit when the painter is called, as bits.
+unsigned LitIn(ContextFixture& aFixture) {
+  unsigned lit = 0;
+  aFixture.Frame([&](Scene&) {
+    for (unsigned i = 0; i < 8; ++i) lit |= glIsEnabled(GL_LIGHT0 + i) ? 1u << i : 0u;
+  });
+  return lit;
+}
+
+}  // namespace
+
+TEST(Light, IsWhatGLHasOfEachKind) {
+  const auto shine = [](GLDATA_POINT direction) {
+    return [direction](IGLLight& light) mutable {
+      light.SetAsSpotlight(0);
+      light.SetDirection(&direction);
+    };
+  };
+  // Places are seen from the eye, which stands at (0, 0, 1).
+  const std::tuple<const char*, std::function<void(IGLLight&)>, Shining> cases[] = {
+      {"all round, with its own colours and falling off",
+       [](IGLLight& light) {
+         GLDATA_POINT place{30, 40, 50};
+         GLDATA_RGBA red{0.9f, 0.2f, 0.1f, 1};
+         light.SetSpotPosition(&place);
+         light.SetDiffuseLight(&red);
+         light.SetLinearAttenuation(0.01f);
+         light.SetQuadraticAttenuation(0.0001f);
+       },
+       {.diffuse = {0.9f, 0.2f, 0.1f, 1}, .place = {30, 40, 49, 1}, .linear = 0.01f, .quadratic = 0.0001f}},
+      {"a spot",
+       [](IGLLight& light) {
+         GLDATA_POINT place{0, 0, 60}, direction{0.1, 0.1, -1};
+         light.SetSpotPosition(&place);
+         light.SetDirection(&direction);
+         light.SetCutOffAngle_DEG(20);
+         light.SetSpotExponent(40);
+       },
+       {.place = {0, 0, 59, 1}, .direction = {0.1f, 0.1f, -1}, .cutoff = 20, .exponent = 40}},
+      {"distant", shine({1, -2, -1}), {.place = {-1, 2, 1, 0}}},
+      {"distant, along +z", shine({0, 0, 3}), {.place = {0, 0, -1, 0}}},
+      {"distant, almost along +z", shine({1e-9, 0, 1e-4}), {.place = {0, 0, -1, 0}}},
+      {"off", [](IGLLight& light) { light.Enable(0); }, {.on = false}},
+  };
+  for (const auto& [name, set, wanted] : cases) {
+    ContextFixture fixture(8, 8);
+    set(NewLight(fixture));
+    fixture.Frame([&](Scene&) { ExpectLight(GL_LIGHT0, wanted, name); });
+  }
+}
+
+TEST(Light, MovesWithTheCoordinateSystemThatLightsShare) {
+  ContextFixture fixture(8, 8);
+  const auto coord = GLCreate<IGLCoord>(CLSID_GLCoord);
+  IGLLight &spot = NewLight(fixture), &distant = NewLight(fixture);
+  EXPECT_EQ(spot.AttachCoord(coord.Get()), S_OK);
+  EXPECT_EQ(distant.AttachCoord(coord.Get()), S_OK);
+  distant.SetAsSpotlight(0);
+  for (const float x : {-60.0f, 60.0f}) {
+    GLDATA_MATRIX6D placement{x, 20, 10, 0, std::numbers::pi / 2, 0};  // the system's +z is the world's +x
+    coord->SetMatrix6d(&placement);
+    fixture.Frame([&](Scene&) {
+      ExpectLight(GL_LIGHT1, {.place = {x + 1, 20, 9, 1}}, "spot");
+      ExpectLight(GL_LIGHT0, {.place = {1, 0, 0, 0}}, "distant");  // the latest is the first
+    });
+  }
+}
+
+TEST(Light, FallsOnColoursFromEverywhereUnlessThatIsOff) {
+  ContextFixture fixture(8, 8);
+  for (const float wanted : {0.2f, 0.0f}) {
+    fixture.Context().EnableAmbientLight(wanted > 0 ? 1 : 0);
+    fixture.Frame([&](Scene&) {
+      EXPECT_TRUE(glIsEnabled(GL_LIGHTING) && glIsEnabled(GL_COLOR_MATERIAL));
+      GLint follows = 0;
+      glGetIntegerv(GL_COLOR_MATERIAL_PARAMETER, &follows);
+      EXPECT_EQ(follows, GL_AMBIENT_AND_DIFFUSE);
+      Values ambient{};
+      glGetFloatv(GL_LIGHT_MODEL_AMBIENT, ambient.data());
+      EXPECT_EQ(ambient, (Values{wanted, wanted, wanted, 1}));
+    });
+  }
+}
+
+TEST(Fog, IsWhatGLHasInEveryFrame) {
+  ContextFixture fixture(8, 8);
+  GLPtr<IGLFog> fog;
+  fixture.Context().GetFog(fog.Put());
+  GLDATA_RGBA blue{0.1f, 0.2f, 0.8f, 0};
+  fog->SetFogColor(&blue);
+  fog->SetFogStartAndEnd(25, 70);
+  fog->SetFogDensity(0.02f);
+  for (const auto& [enabled, mode, plain] : {std::tuple{1, GLFM_CALCULATE_LINEAR, GL_LINEAR},
+                                             {1, GLFM_CALCULATE_EXPONENT, GL_EXP},
+                                             {1, GLFM_CALCULATE_EXPONENT_SQUARE, GL_EXP2},
+                                             {0, GLFM_CALCULATE_EXPONENT_SQUARE, GL_EXP2}}) {
+    fog->SetCalcMode(mode);
+    fog->Enable(enabled);
+    fixture.Frame([on = enabled, wanted = plain](Scene&) {
+      EXPECT_EQ(glIsEnabled(GL_FOG), on);
+      if (on == 0) return;
+      float values[8] = {};
+      GLenum next = 0;
+      for (const GLenum name : {GL_FOG_MODE, GL_FOG_START, GL_FOG_END, GL_FOG_DENSITY, GL_FOG_COLOR})
+        glGetFloatv(name, &values[next++]);
+      EXPECT_EQ(std::vector(values, values + 8),
+                (std::vector<float>{static_cast<float>(wanted), 25, 70, 0.02f, 0.1f, 0.2f, 0.8f, 1}));
+    });
+  }
+}
+
+TEST(Material, IsWhatGLHasOnBothSides) {
+  ContextFixture fixture(8, 8);
+  const auto material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
+  GLDATA_RGBA red{0.9f, 0.1f, 0.1f, 1}, green{0.1f, 0.9f, 0.1f, 1}, glow{0, 0, 0.3f, 1}, white{1, 1, 1, 1};
+  material->EnableDrawMode(GLMM_ENABLE_BACK | GLMM_LIGHT_MODEL_TWO_SIDE, 1);
+  material->SetDiffuseReflectance(1, &red);
+  material->SetDiffuseReflectance(0, &green);
+  material->SetSpecularReflectance(1, &white);
+  material->SetShininess(1, 0.25f);
+  material->SetEmissionLight(0, &glow);
+  constexpr Values kAmbient = {0.2f, 0.2f, 0.2f, 1}, kNone = {0, 0, 0, 1};
+  const std::tuple<GLenum, Values, Values> wanted[] = {
+      {GL_AMBIENT, kAmbient, kAmbient},
+      {GL_DIFFUSE, {0.9f, 0.1f, 0.1f, 1}, {0.1f, 0.9f, 0.1f, 1}},
+      {GL_SPECULAR, {1, 1, 1, 1}, kNone},
+      {GL_EMISSION, kNone, {0, 0, 0.3f, 1}},
+      {GL_SHININESS, {32}, {0}}};
+  fixture.Frame([&](Scene& scene) {
+    scene.CanvasAs<IGLCanvas14_4>()->Disable(GLE_COLOR_MATERIAL);
+    scene.Canvas().SetMaterial(material.Get());
+    for (const auto& [name, front, back] : wanted) {
+      Values found[2] = {};
+      glGetMaterialfv(GL_FRONT, name, found[0].data()), glGetMaterialfv(GL_BACK, name, found[1].data());
+      EXPECT_EQ(found[0], front) << name;
+      EXPECT_EQ(found[1], back) << name;
+    }
+    GLint local = 0, sides = 0;
+    glGetIntegerv(GL_LIGHT_MODEL_LOCAL_VIEWER, &local), glGetIntegerv(GL_LIGHT_MODEL_TWO_SIDE, &sides);
+    EXPECT_EQ(std::pair(local, sides), std::pair(1, 1));
+  });
+}
+
+TEST(Light, NumbersAreSharedByTwoContextsThatDrawAtOnce) {
+  ContextFixture first(8, 8), second(8, 8);
+  for (int round = 0; round < 5; ++round) {
+    std::vector<IGLLight*> ofFirst, ofSecond;
+    for (int i = 0; i < 4; ++i) ofFirst.push_back(&NewLight(first));
+    for (int i = 0; i < 5; ++i) ofSecond.push_back(&NewLight(second));
+    unsigned litInFirst = 0;
+    std::thread other([&] { litInFirst = LitIn(first); });
+    unsigned litInSecond = LitIn(second);
+    other.join();
+    EXPECT_EQ(litInFirst ^ litInSecond, 0xFFu) << "each number lit in one of the two";
+    EXPECT_GE(std::popcount(litInFirst), 3) << "the ninth light waits";
+    first.Context().DestroyLight(ofFirst.back());
+    ofFirst.pop_back();
+    litInSecond = LitIn(second);
+    litInFirst = LitIn(first);
+    EXPECT_EQ(std::popcount(litInSecond), 5) << "and has the number of the one that went";
+    EXPECT_EQ(litInFirst, ~litInSecond & 0xFFu) << "which shines no more";
+    for (IGLLight* light : ofFirst) first.Context().DestroyLight(light);
+    for (IGLLight* light : ofSecond) second.Context().DestroyLight(light);
+  }
+  EXPECT_EQ(LitIn(first) | LitIn(second), 0u);
+}

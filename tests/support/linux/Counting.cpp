@@ -1,0 +1,81 @@
+// Allocations that fail, way by way, and what the process holds in memory.
+
+#include "support/Counting.h"
+
+#include <execinfo.h>
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <fstream>
+
+// Where the executable's own code lies, by the linker.
+extern "C" const char __executable_start, etext;
+
+namespace {
+
+constexpr std::uint16_t kMostLooks = 24;  // at a place that allocates, for each fault: a loop comes by often
+
+std::atomic<bool> g_bArmed{false}, g_bFailed{false};
+std::array<std::atomic<std::uint16_t>, 4096> g_auLooks{};  // by place
+std::array<std::atomic<std::uintptr_t>, 8192> g_auWays{};  // that have failed
+
+bool IsOurs(const void* aCaller) noexcept { return aCaller >= &__executable_start && aCaller < &etext; }
+
+/// The calls that led here, as one number that isn't 0.
+std::uintptr_t Way() noexcept {
+  std::array<void*, 10> calls{};
+  const int count = backtrace(calls.data(), static_cast<int>(calls.size()));
+  std::uintptr_t way = 1;
+  for (int i = 0; i < count; ++i)
+    way = way * 31 + reinterpret_cast<std::uintptr_t>(calls[static_cast<std::size_t>(i)]);
+  return way | 1;
+}
+
+/// Enters a way. @return false for one that was there
+bool IsNew(std::uintptr_t aWay) noexcept {
+  for (std::size_t i = aWay % g_auWays.size();; i = (i + 1) % g_auWays.size()) {
+    std::uintptr_t there = 0;
+    if (g_auWays[i].compare_exchange_strong(there, aWay)) return true;
+    if (there == aWay) return false;
+  }
+}
+
+bool IsLookedAt(const void* aCaller) noexcept {
+  auto& looks = g_auLooks[reinterpret_cast<std::uintptr_t>(aCaller) % g_auLooks.size()];
+  return looks < kMostLooks && looks++ < kMostLooks;
+}
+
+}  // namespace
+
+bool AllocationFault::Is(const void* aCaller) noexcept {
+  thread_local bool inside = false;  // looking at the calls may allocate
+  if (!g_bArmed.load(std::memory_order_relaxed) || g_bFailed || inside || !IsOurs(aCaller) ||
+      !IsLookedAt(aCaller)) {
+    return false;
+  }
+  inside = true;
+  const bool fault = IsNew(Way()) && !g_bFailed.exchange(true);
+  inside = false;
+  return fault;
+}
+
+AllocationFault::AllocationFault() noexcept {
+  for (auto& looks : g_auLooks) looks = 0;
+  g_bFailed = false;
+  g_bArmed = true;
+}
+
+AllocationFault::~AllocationFault() { g_bArmed = false; }
+
+void AllocationFault::ForgetWays() noexcept {
+  for (auto& way : g_auWays) way = 0;
+}
+
+bool AllocationFault::HasFailed() const noexcept { return g_bFailed; }
+
+long ResidentKiB() {
+  long size = 0, resident = 0;
+  std::ifstream("/proc/self/statm") >> size >> resident;
+  return resident * 4;
+}
