@@ -44,7 +44,6 @@ struct Found {
                                  GL_PROJECTION_STACK_DEPTH,
                                  GL_ATTRIB_STACK_DEPTH};
     for (std::size_t i = 0; i < found.values.size(); ++i) glGetIntegerv(kNames[i], &found.values[i]);
-    found.values[0] = found.values[0] != 0;  // a list of the canvas is several of GL's, one open at a time
     return found;
   }
 };

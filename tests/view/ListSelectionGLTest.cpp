@@ -287,6 +287,12 @@ TEST(ListSelection, FindsWhatAHostsOwnCallsAddToAList) {
       {"an identifier", [](IGLCanvas&) {}, [](IGLCanvas&) { glLoadName(78); }},
       {"a deeper name stack", [](IGLCanvas&) { glPushName(5); }, [](IGLCanvas&) { glPopName(); }},
       {"a polygon mode", [](IGLCanvas&) {}, [](IGLCanvas&) { glPolygonMode(GL_FRONT_AND_BACK, GL_LINE); }},
+      {"vertices after culling", [](IGLCanvas&) {},
+       [](IGLCanvas& c) { SetDrawMode(c, GLDM_SHOW_FRONT), glLoadName(77), triangle(0); }},
+      {"vertices seen from behind after culling", [](IGLCanvas&) {},
+       [](IGLCanvas& c) {
+         SetDrawMode(c, GLDM_SHOW_BACK), glFrontFace(GL_CW), glLoadName(77), triangle(0), glFrontFace(GL_CCW);
+       }},
       {"culling", [](IGLCanvas&) {},
        [](IGLCanvas&) { glEnable(GL_CULL_FACE), glCullFace(GL_FRONT_AND_BACK); }},
   };

@@ -11,8 +11,6 @@
 
 namespace {
 
-// A smaller list is drawn in less time than its bounds save.
-constexpr std::uint64_t kFewestVertices = 64;
 constexpr std::size_t kMostBytesPerTriangle = 4;
 
 }  // namespace

@@ -20,6 +20,7 @@ struct ListRun {
   unsigned m_uList = 0;        ///< GL's name of the part
   std::uint32_t m_uNames = 0;  ///< number of SetTestID calls of the list before the run
   ULONG m_uName = 0;           ///< identifier of the last of them
+  bool m_bCulls = false;       ///< whether the run itself enables culling
   HitState m_State;            ///< what the list has set before the run, since the last nested list
 };
 
@@ -40,6 +41,9 @@ class CompiledList {
    protected:
     ~Caller() = default;
   };
+
+  /// A list with fewer has no bounds: it is drawn in less time than they save.
+  static constexpr std::uint32_t kFewestVertices = 64;
 
   explicit CompiledList(unsigned aList) noexcept : m_uList(aList) {}
 

@@ -1,9 +1,9 @@
 // ListCheck: pick volumes outside of a box, and GL's state before and after.
 //
-// Each vertex gets the clip coordinates 0, 0, 0, w, which are inside for w above 0. The fourth row of the
-// product of both matrices is the distance from a side of the box, and exact for the vertices on it. The
-// modelview matrix turns the sign of w: a host that loads another matrix for what it draws is found out by
-// the sign, wherever it draws.
+// The clip coordinate w of a vertex is its distance from a side of the box, exact for the vertices on it. x
+// and y are so small beside w that every vertex with w above 0 is inside, and large enough for a face to have
+// a front: culling drops a face without one. The modelview matrix turns the sign of w: the sign shows
+// geometry for which a host loads another matrix, wherever it lies.
 
 #include "view/lists/ListCheck.h"
 
@@ -21,6 +21,7 @@ namespace {
 constexpr GLuint kProbe = 0x50524F42;  // an identifier that stands for what was set before the run
 constexpr float kLargest = 1e30f;      // of a coordinate, so that no product overflows
 constexpr float kSmallest = 1e-30f;    // distance from 0; GL may take smaller numbers for 0
+constexpr float kTiny = 1e-15f;        // of x and y beside w
 constexpr int kClipPlanes = 8;
 constexpr GLenum kDepths[] = {GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH, GL_TEXTURE_STACK_DEPTH,
                               GL_ATTRIB_STACK_DEPTH, GL_NAME_STACK_DEPTH};
@@ -56,8 +57,15 @@ State Read() noexcept {
   return state;
 }
 
-void LoadRow(const std::array<float, 4>& aRow) noexcept {
+// x and y come from directions in which no face of a model is likely to be seen from its edge.
+void LoadRow(const std::array<float, 4>& aRow, float aFront = 1.0f) noexcept {
+  constexpr float kX[] = {0.577f * kTiny, 0.311f * kTiny, 0.755f * kTiny};
+  constexpr float kY[] = {-0.411f * kTiny, 0.862f * kTiny, 0.297f * kTiny};
   GLfloat matrix[16] = {};
+  for (std::size_t column = 0; column < 3; ++column) {
+    matrix[column * 4] = aFront * kX[column];
+    matrix[column * 4 + 1] = kY[column];
+  }
   for (std::size_t column = 0; column < 4; ++column) matrix[column * 4 + 3] = aRow[column];
   glMatrixMode(GL_PROJECTION);
   glLoadMatrixf(matrix);
@@ -112,6 +120,7 @@ bool IsInRange(const Box& aBox) noexcept {
 ListCheck::ListCheck() noexcept {
   for (std::size_t i = 0; i < m_anDepths.size(); ++i) glGetIntegerv(kDepths[i], &m_anDepths[i]);
   glPushAttrib(GL_ALL_ATTRIB_BITS);
+  glViewport(-512, -512, 1024, 1024);  // its middle at 0, where tiny differences are not lost
   for (const GLenum mode : {GL_TEXTURE, GL_PROJECTION, GL_MODELVIEW}) {
     glMatrixMode(mode);
     glPushMatrix();
@@ -158,10 +167,11 @@ bool ListCheck::Passes(const ListRun& aRun, const ListRun& aAfter) noexcept {
   LoadRow(Beyond(aRun.m_Box, kDrawings - 1));
   const State before = Read();
   HitProbe();
-  for (int side = 0; side < kDrawings; ++side) {
-    LoadRow(Beyond(aRun.m_Box, side));
+  // Culling that the run itself enables shows one side of a face only: then each side in turn.
+  for (int drawing = aRun.m_bCulls ? 0 : kDrawings; drawing < 2 * kDrawings; ++drawing) {
+    LoadRow(Beyond(aRun.m_Box, drawing % kDrawings), drawing < kDrawings ? -1.0f : 1.0f);
     glCallList(aRun.m_uList);
-    if (side == 0) {
+    if (drawing == kDrawings) {
       HitProbe();
       glLoadName(kProbe);
     }

@@ -129,17 +129,17 @@ void ListRecorder::Name(ULONG aName) noexcept {
   m_bNamed = true;
 }
 
-// The check of a run draws it without culling, so culling that the list enables begins a run.
 void ListRecorder::State(const HitState& aState) noexcept {
   if (m_bInside) return;  // GL ignores it there
   m_Now.m_State.Overlay(aState);
-  if (aState.m_uCulling == GL_CULL_FACE && m_bBounded && PrepareSplit()) Split();
+  if (aState.m_uCulling == GL_CULL_FACE) m_Start.m_bCulls = true;
 }
 
 void ListRecorder::Call(unsigned aList, unsigned aWhole) noexcept {
   // A list that calls itself calls what it is in the end.
   const bool itself = m_pList->m_uList == aList;
-  if (m_bInside || itself) Unbounded();
+  const bool small = m_pList->m_aRuns.empty() && m_uVertices < CompiledList::kFewestVertices;
+  if (m_bInside || itself || small) Unbounded();
   if (itself && m_pList->m_uWhole != 0) aWhole = m_pList->m_uWhole;
   if (!m_bBounded || !PrepareSplit()) {
     glCallList(aWhole);
