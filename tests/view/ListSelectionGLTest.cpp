@@ -276,22 +276,26 @@ TEST(ListSelection, FindsWhatAHostsOwnCallsAddToAList) {
     const char* what;
     std::function<void(IGLCanvas&)> before, after;  // of the row, which lies above the middle
   } kCases[] = {
-      {"vertices", [](IGLCanvas&) {}, [](IGLCanvas&) { glLoadName(77), triangle(0); }},
-      {"vertices in a list", [&](IGLCanvas&) {}, [&](IGLCanvas&) { glLoadName(77), glCallList(own); }},
-      {"a raster position", [](IGLCanvas&) {}, [](IGLCanvas&) { glLoadName(77), glRasterPos3d(0, 0, 0); }},
+      {"vertices", [](IGLCanvas&) {}, [](IGLCanvas& c) { triangle(0), c.SetTestID(50); }},
+      {"vertices in a list", [&](IGLCanvas&) {}, [&](IGLCanvas& c) { glCallList(own), c.SetTestID(50); }},
+      {"a raster position", [](IGLCanvas&) {}, [](IGLCanvas& c) { glRasterPos3d(0, 0, 0), c.SetTestID(50); }},
       {"a matrix", [](IGLCanvas&) { glTranslated(0, -0.6, 0); }, [](IGLCanvas&) {}},
       {"a matrix, restored", [](IGLCanvas&) { glPushMatrix(), glTranslated(0, -0.6, 0); },
        [](IGLCanvas&) { glPopMatrix(); }},
       {"a loaded matrix", [](IGLCanvas&) {},
-       [](IGLCanvas&) { glPushMatrix(), glLoadIdentity(), glLoadName(77), triangle(0), glPopMatrix(); }},
+       [](IGLCanvas& c) { glPushMatrix(), glLoadIdentity(), triangle(0), glPopMatrix(), c.SetTestID(50); }},
       {"an identifier", [](IGLCanvas&) {}, [](IGLCanvas&) { glLoadName(78); }},
       {"a deeper name stack", [](IGLCanvas&) { glPushName(5); }, [](IGLCanvas&) { glPopName(); }},
       {"a polygon mode", [](IGLCanvas&) {}, [](IGLCanvas&) { glPolygonMode(GL_FRONT_AND_BACK, GL_LINE); }},
       {"vertices after culling", [](IGLCanvas&) {},
-       [](IGLCanvas& c) { SetDrawMode(c, GLDM_SHOW_FRONT), glLoadName(77), triangle(0); }},
-      {"vertices seen from behind after culling", [](IGLCanvas&) {},
+       [](IGLCanvas& c) { SetDrawMode(c, GLDM_SHOW_FRONT), triangle(0), c.SetTestID(50); }},
+      {"a steep face after culling", [](IGLCanvas&) {},
        [](IGLCanvas& c) {
-         SetDrawMode(c, GLDM_SHOW_BACK), glFrontFace(GL_CW), glLoadName(77), triangle(0), glFrontFace(GL_CCW);
+         SetDrawMode(c, GLDM_SHOW_FRONT);
+         glBegin(GL_TRIANGLES);
+         glVertex3d(-0.06, -0.06, 0.5), glVertex3d(0.14, -0.06, -1.3), glVertex3d(-0.06, 0.14, -0.1);
+         glEnd();
+         c.SetTestID(50);
        }},
       {"culling", [](IGLCanvas&) {},
        [](IGLCanvas&) { glEnable(GL_CULL_FACE), glCullFace(GL_FRONT_AND_BACK); }},

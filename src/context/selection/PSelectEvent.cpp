@@ -51,7 +51,7 @@ void PSelectEvent::Run() {
   if (!pass.IsCurrent()) return;  // stays active: the next cycle has a rendering context
   m_Context.BuildFonts();
   m_Context.ResetGLClipPlanes();
-  pass.Target().m_Lists.Compiled().Check();
+  pass.Target().m_Lists.Compiled().Check(m_Context.ViewportHeight());
   TakeScene();
   pass.ReleaseLock();
   const int capacity = *m_Request.m_piArraySize;

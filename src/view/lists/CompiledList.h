@@ -58,9 +58,9 @@ class CompiledList {
   /// @param aFound scratch, returned as it was
   void DrawPicked(Caller& aCaller, std::vector<std::uint32_t>& aFound) const;
 
-  /// Checks runs until aVertices have been drawn; see ListCheck.h. A list with a run that fails has no bounds
-  /// from then on. @return the vertices that are left of aVertices
-  std::uint64_t Check(std::uint64_t aVertices) noexcept;
+  /// Checks runs until aVertices have been drawn; see ListCheck.h. aHeight is that of the surface. A list
+  /// with a run that fails has no bounds from then on. @return the vertices that are left of aVertices
+  std::uint64_t Check(std::uint64_t aVertices, int aHeight) noexcept;
   std::uint64_t Vertices() const noexcept { return m_uVertices; }
 
   /// Deletes the runs in GL, but not the host's list.

@@ -101,11 +101,11 @@ void CompiledLists::CallPicked(CompiledList& aList, unsigned aName) noexcept {
   --m_nDepth;
 }
 
-void CompiledLists::Check() noexcept {
+void CompiledLists::Check(int aHeight) noexcept {
   while (!m_aUnchecked.empty()) {
     CompiledList* const list = Find(m_aUnchecked.back());
     if (list != nullptr && list->IsBounded() && !list->IsChecked()) {
-      list->Check(std::max(kVerticesChecked, list->Vertices()));
+      list->Check(std::max(kVerticesChecked, list->Vertices()), aHeight);
       if (list->IsBounded() && !list->IsChecked()) return;
     }
     m_aUnchecked.pop_back();

@@ -24,7 +24,8 @@ class CompiledLists final : private CompiledList::Caller {
 
   /// Checks lists that earlier selections have drawn. Before a selection, outside of selection mode.
   /// A long list is checked in several steps, so that a selection takes at most about twice its time.
-  void Check() noexcept;
+  /// @param aHeight of the surface, in pixels
+  void Check(int aHeight) noexcept;
   /// A selection pass begins or ends.
   void SetPicking(bool aPicking) noexcept { m_bPicking = aPicking; }
 

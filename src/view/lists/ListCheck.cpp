@@ -21,6 +21,7 @@ namespace {
 constexpr GLuint kProbe = 0x50524F42;  // an identifier that stands for what was set before the run
 constexpr float kLargest = 1e30f;      // of a coordinate, so that no product overflows
 constexpr float kSmallest = 1e-30f;    // distance from 0; GL may take smaller numbers for 0
+constexpr int kHalf = 512;             // of a viewport's side
 constexpr float kTiny = 1e-15f;        // of x and y beside w
 constexpr int kClipPlanes = 8;
 constexpr GLenum kDepths[] = {GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH, GL_TEXTURE_STACK_DEPTH,
@@ -78,7 +79,7 @@ std::array<float, 4> Beyond(const Box& aBox, int aSide) noexcept {
   const bool high = aSide % 2 == 0;
   std::array<float, 4> row{};
   if (aBox.IsEmpty()) {
-    row[3] = -1.0f;  // everywhere
+    row[3] = high ? -1.0f : 1.0f;  // everywhere; also if the host loads a matrix
     return row;
   }
   float limit = high ? std::nextafter(aBox.m_afHigh[axis], Box::kInfinity)
@@ -117,10 +118,9 @@ bool IsInRange(const Box& aBox) noexcept {
 
 }  // namespace
 
-ListCheck::ListCheck() noexcept {
+ListCheck::ListCheck(int aHeight) noexcept : m_iHeight(aHeight) {
   for (std::size_t i = 0; i < m_anDepths.size(); ++i) glGetIntegerv(kDepths[i], &m_anDepths[i]);
   glPushAttrib(GL_ALL_ATTRIB_BITS);
-  glViewport(-512, -512, 1024, 1024);  // its middle at 0, where tiny differences are not lost
   for (const GLenum mode : {GL_TEXTURE, GL_PROJECTION, GL_MODELVIEW}) {
     glMatrixMode(mode);
     glPushMatrix();
@@ -167,11 +167,16 @@ bool ListCheck::Passes(const ListRun& aRun, const ListRun& aAfter) noexcept {
   LoadRow(Beyond(aRun.m_Box, kDrawings - 1));
   const State before = Read();
   HitProbe();
-  // Culling that the run itself enables shows one side of a face only: then each side in turn.
-  for (int drawing = aRun.m_bCulls ? 0 : kDrawings; drawing < 2 * kDrawings; ++drawing) {
-    LoadRow(Beyond(aRun.m_Box, drawing % kDrawings), drawing < kDrawings ? -1.0f : 1.0f);
+  // Culling that the run itself enables shows one side of a face only: then each side in turn, with the
+  // middle of the viewport where the driver has 0, since tiny differences are lost elsewhere. Drivers count
+  // rows from the lower edge of the surface or from the upper one.
+  const int variants = aRun.m_bCulls ? 4 : 1;
+  for (int drawing = 0; drawing < variants * kDrawings; ++drawing) {
+    const int variant = drawing / kDrawings;
+    glViewport(-kHalf, (variant < 2 ? 0 : m_iHeight) - kHalf, 2 * kHalf, 2 * kHalf);
+    LoadRow(Beyond(aRun.m_Box, drawing % kDrawings), variant % 2 == 0 ? 1.0f : -1.0f);
     glCallList(aRun.m_uList);
-    if (drawing == kDrawings) {
+    if (drawing == 0) {
       HitProbe();
       glLoadName(kProbe);
     }

@@ -19,7 +19,8 @@ class ListCheck {
   static constexpr int kDrawings = 6;  ///< how often a check draws a run
 
   /// Saves GL's state.
-  ListCheck() noexcept;
+  /// @param aHeight of the surface, in pixels
+  explicit ListCheck(int aHeight) noexcept;
   /// Restores it.
   ~ListCheck();
   ListCheck(const ListCheck&) = delete;
@@ -32,5 +33,6 @@ class ListCheck {
  private:
   int DrawAround(const ListRun& aRun, bool aNamed) noexcept;
 
+  const int m_iHeight;
   std::array<int, 5> m_anDepths{};  // of the matrix and attribute stacks
 };
