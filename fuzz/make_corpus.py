@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the corpus of the bitmap file reader: small files, named ok-* when they load and bad-* when not."""
+"""Writes the corpus of the bitmap file reader: small files, named ok-* if they are valid, else bad-*."""
 
 import pathlib
 import struct
@@ -13,7 +13,7 @@ def row_bytes(bits, width):
 
 def bitmap(width=3, height=2, bits=24, colors=None, pixels=None, offset=None, kind=b"BM", header=40,
            compression=0):
-    """A file with the fields as told; pixels that count up where none are given."""
+    """Returns a file with the given header fields. The default pixels are a fixed pattern."""
     if colors is None:
         colors = 1 << bits if bits <= 8 else 0
     table = b"".join(bytes((i, 255 - i, i ^ 0x55, 0)) for i in range(colors))
