@@ -9,7 +9,7 @@
 #include "geometry/GCoord.h"
 
 /// The object around a GCoord. If two threads move or rotate one object at the same time, one change may be
-/// lost, but the numbers are always those of one complete change.
+/// lost. The numbers are never a mixture of two changes.
 class GLCoord final : public GLObject<GLCoord, IGLCoord> {
  public:
   HRESULT GetOrigin(GLDATA_POINT* aPoint) noexcept override;

@@ -45,7 +45,7 @@ void CompileCell(GLuint aList, int aCode) noexcept {
   glEndList();
 }
 
-/// Uploads the texels to a texture and restores the previous binding, so that the host's next image does not
+/// Uploads the texels to a texture and restores the previous binding. Otherwise the host's next image would
 /// replace the atlas. The scope sets the unpack parameters, since a clipped image may have changed them.
 void LoadAtlas(GLuint aTexture, const void* aTexels) noexcept {
   const TightPixelStore tight;

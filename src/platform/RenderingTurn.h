@@ -18,8 +18,8 @@ class RenderingBreak {
 #else
 
 /// The calling thread's turn to use GL, for the lifetime of the object. Turns nest. If the driver needs
-/// turns, waiting threads get them in FIFO order, after at most two seconds. Then a thread draws without a
-/// turn, so that painters that wait for each other through locks of the host do not deadlock.
+/// turns, waiting threads enter in FIFO order. A thread that has waited two seconds draws without a turn.
+/// This resolves deadlocks of painters that wait for each other through locks of the host.
 class RenderingTurn {
  public:
   RenderingTurn() noexcept;

@@ -19,7 +19,7 @@ inline void NoteComponentThread() noexcept {}
 #include <csignal>
 
 /// Blocks the calling thread's signals for the lifetime of the object. Signals that report a fault of the
-/// thread stay unblocked, so that the host's crash handler runs for a fault in a painter.
+/// thread stay unblocked: the host's crash handler must receive a fault in a painter.
 class SignalsBlocked {
  public:
   SignalsBlocked() noexcept;

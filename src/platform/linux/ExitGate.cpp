@@ -1,8 +1,8 @@
 // ExitGate: counts the threads inside; an exit handler closes the gate. Any thread.
-// Exit handlers run in the reverse order of registration, and a driver registers some of its own as late as
-// in a frame. The gate must close before they run. Therefore it is registered again after each of the first
-// passes and after passes that created a rendering context, then at growing intervals. The latest
-// registration runs first.
+// Exit handlers run in the reverse order of registration. A driver registers some of its handlers as late as
+// in a frame, and the gate must close before they run. Therefore the gate's handler is registered repeatedly:
+// after each of the first passes, and after passes that created a rendering context. Later registrations have
+// growing intervals. The latest registration runs first.
 
 #include "platform/ExitGate.h"
 

@@ -92,8 +92,8 @@ class DisplayServer {
 /// if a server responds, else headless. Replaces a broken display.
 std::shared_ptr<DisplayServer> TheDisplay() noexcept;
 
-/// Replaces the display if it is broken, or if it is headless only because no X server responded and one
-/// responds now. Existing windows and contexts keep the old display.
+/// Replaces the display if it is broken. Also replaces a headless display that was chosen for lack of an X
+/// server, if one responds now. Existing windows and contexts keep the old display.
 void DecideDisplay() noexcept;
 /// Releases the display. The next use opens one.
 void EndDisplay() noexcept;

@@ -8,9 +8,9 @@
 #include "platform/Registry.h"
 
 /// The lock belongs to an open directory, so it excludes both threads and processes.
-/// The destructor unlocks explicitly. A child that another thread forks meanwhile has a copy of the
-/// descriptor, so closing only this one would leave the lock held. The lock is not in process memory, so a
-/// forked child can take it.
+/// The destructor unlocks explicitly. A child forked by another thread has a copy of the descriptor, so
+/// closing only this one would leave the lock held. The lock is not in process memory, so a forked child can
+/// take it.
 class FolderLock {
  public:
   /// Creates the directory if it does not exist. Waits at most 10 s for the lock.
