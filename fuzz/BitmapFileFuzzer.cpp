@@ -1,4 +1,5 @@
-// Feeds the reader of bitmap files. What it accepts has to be an image of opaque pixels, all of them written.
+// Fuzz target for the bitmap file reader. An accepted file must yield an image in which every pixel is
+// written and opaque. One thread.
 
 #include <algorithm>
 #include <cstdio>
@@ -10,14 +11,14 @@
 #include "media/PixelBlock.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* aData, std::size_t aSize) {
-  if (aSize == 0) return 0;  // no stream over nothing
+  if (aSize == 0) return 0;  // fmemopen rejects an empty buffer
   std::vector<std::uint8_t> bytes(aData, aData + aSize);
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(fmemopen(bytes.data(), aSize, "rb"),
                                                              std::fclose);
   BitmapFile image(file.get());
   if (!image.ReadHeader()) return 0;
   const auto count = static_cast<std::size_t>(image.Width()) * static_cast<std::size_t>(image.Height());
-  if (count > 8 * aSize) std::abort();  // no depth has less than a bit a pixel
+  if (count > 8 * aSize) std::abort();  // every depth has at least one bit per pixel
   const PixelBlock pixels = NewPixels(count);
   std::fill_n(pixels.get(), count, GLDATA_RGBA4B{});
   if (!image.ReadPixels(pixels.get())) return 0;

@@ -1,6 +1,6 @@
-// Runs a fuzz target without a fuzzer: over the files of its corpus, then over inputs made from seeds.
-//   <target> [-runs=N] [-first=seed] [-seconds=S] [file or folder]...
-// Runs the first N seeds, or as many as fit into the seconds. -first=K -runs=1 repeats seed K alone.
+// Runs a fuzz target without libFuzzer: first the corpus files, then inputs generated from seeds. One thread.
+//   <target> [-runs=N] [-first=SEED] [-seconds=S] [FILE or FOLDER]...
+// Runs N seeds, starting with SEED, and stops after S seconds. "-first=K -runs=1" repeats seed K.
 
 #include <chrono>
 #include <cstdint>
@@ -64,7 +64,7 @@ int main(int argc, char** argv) {
   const auto end = seconds > 0 ? Clock::now() + std::chrono::seconds(seconds) : Clock::time_point::max();
   unsigned done = 0;
   for (; done < runs && Clock::now() < end; ++done) {
-    // Told before the run, so that a log of one that crashes ends with its seed.
+    // Printed before the run: if the run crashes, the last line of the log is its seed.
     if (std::getenv("FUZZ_VERBOSE") != nullptr) std::fprintf(stderr, "seed %u\n", first + done);
     Run(FromSeed(first + done));
   }

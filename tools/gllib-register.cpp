@@ -1,5 +1,5 @@
-// gllib-register: enters the module's classes into the registry, or takes them out. It loads the module as a
-// host does and leaves the work to its entry points. One thread.
+// gllib-register: registers the module's classes, or removes them. It loads the module as a host does and
+// calls its entry points. One thread.
 
 #include <dlfcn.h>
 #include <gllib/GLEntryPoints.h>
@@ -38,7 +38,8 @@ std::string HelpText() {
          "\nexit codes: 0 done, 1 the registry refused, 2 wrong usage, 3 no such module\n";
 }
 
-/// Reads the command line. @return none for one that makes no sense
+/// Reads the command line.
+/// @return none if it is invalid
 std::optional<Options> Read(int argc, char** argv) try {
   const cxxopts::ParseResult given = CommandLine().parse(argc, argv);
   Options options{given.count("user") != 0, given.count("remove") != 0, given.count("help") != 0};

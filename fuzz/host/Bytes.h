@@ -1,4 +1,4 @@
-// Bytes: the input of a run, as a source of choices and values. Used by one thread at a time.
+// Bytes: reads choices and values from the input of a run. Used by one thread at a time.
 
 #pragma once
 
@@ -15,21 +15,21 @@ class Bytes {
 
   bool IsEmpty() const noexcept { return m_Data.empty(); }
   std::size_t Left() const noexcept { return m_Data.size(); }
-  /// The next byte; 0 at the end.
+  /// Returns the next byte; 0 at the end of the input.
   std::uint8_t Byte() noexcept {
     if (m_Data.empty()) return 0;
     const std::uint8_t byte = m_Data.front();
     m_Data = m_Data.subspan(1);
     return byte;
   }
-  /// Splits a part off the front.
+  /// Removes up to aSize bytes from the front and returns them.
   std::span<const std::uint8_t> Take(std::size_t aSize) noexcept {
     const auto part = m_Data.first(aSize < m_Data.size() ? aSize : m_Data.size());
     m_Data = m_Data.subspan(part.size());
     return part;
   }
   bool OneIn(unsigned aCount) noexcept { return Byte() % aCount == 1; }
-  /// One of a table's values.
+  /// Returns one of the values of a table.
   template <class T, std::size_t N>
   T OneOf(const T (&aValues)[N]) noexcept {
     return aValues[Byte() % N];
@@ -40,7 +40,7 @@ class Bytes {
     for (int i = 0; i < 4; ++i) word = word << 8 | Byte();
     return word;
   }
-  /// Small numbers for the most part, then the ends of the range, then any.
+  /// Returns mostly small numbers, sometimes limits of integer types, rarely an arbitrary number.
   std::int32_t Int() noexcept {
     const std::uint8_t kind = Byte();
     if (kind < 200) return kind % 100 - 10;
@@ -48,7 +48,8 @@ class Bytes {
                                        257,       32767,         65535,  65536,  INT32_MAX - 1, INT32_MAX};
     return kind < 240 ? kEdges[kind % std::size(kEdges)] : static_cast<std::int32_t>(Word());
   }
-  /// Numbers about 0 for the most part, then what arithmetic stumbles over, then any bits.
+  /// Returns mostly numbers near 0, sometimes special values (NaN, infinities, limits), rarely arbitrary
+  /// bits.
   double Real() noexcept {
     const std::uint8_t kind = Byte();
     if (kind < 200) return (kind - 100) / 20.0;
@@ -67,7 +68,8 @@ class Bytes {
     if (value < -FLT_MAX) return -INFINITY;
     return static_cast<float>(value);
   }
-  /// A size in pixels: small, wrong, or too large for any memory. Nothing that is merely slow.
+  /// Returns a size in pixels: small, invalid, or too large for any memory. A valid large size would only be
+  /// slow.
   int Size() noexcept {
     constexpr int kEdges[] = {0, -1, 1, 7, 8, 16, 24, 64, 255, 256, INT32_MIN, INT32_MAX};
     const std::uint8_t kind = Byte();

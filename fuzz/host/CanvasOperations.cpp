@@ -1,5 +1,6 @@
-// The canvas: that of the painter's context on a draw thread, one of its own with no context on a host's.
-// What belongs together in GL is one operation: a primitive with its vertices, a list with what it holds.
+// Operations of the canvas. A draw thread uses the canvas of the painter's context; a host thread uses a
+// canvas without a context. An operation includes all calls that GL requires together: a primitive with its
+// vertices, a list with its contents.
 
 #include <algorithm>
 #include <vector>
@@ -9,7 +10,7 @@
 namespace {
 
 constexpr int kMostVertices = 32, kMostTriangles = 64;
-constexpr std::array kDeepest = {8, 1, 4};  // pushes on each stack, far from GL's own limits
+constexpr std::array kDeepest = {8, 1, 4};  // largest number of pushes per stack, far below the limits of GL
 
 using Vertices = HRESULT (IGLCanvas::*)() noexcept;
 
@@ -22,7 +23,7 @@ constexpr Vertices kPrimitives[] = {&IGLCanvas::BeginDrawPoints,      &IGLCanvas
 template <auto... kMembers>
 constexpr void (*kUntested[sizeof...(kMembers)])(Turn&) = {CallUntested<kMembers>...};
 
-// What may stand within a primitive.
+// Calls that are valid between BeginDraw... and EndDrawVertices.
 constexpr auto& kWithin =
     kUntested<&IGLCanvas::Vertex, &IGLCanvas::Vertex2d, &IGLCanvas::Vertex3d, &IGLCanvas::Vertex2f,
               &IGLCanvas::Vertex3f, &IGLCanvas::SetVertexNormal, &IGLCanvas::SetVertexNormal3d,
@@ -57,7 +58,7 @@ void IsList(Turn& aTurn) {
   aTurn.Check(aTurn.m_Canvas.IsCompiledList(AnyList(aTurn), &valid));
 }
 
-/// Something that a painter has to take back, at the latest before it returns.
+/// A push that the painter undoes before it returns.
 template <Turn::Stack kStack, void (*kPush)(Turn&)>
 void Push(Turn& aTurn) {
   if (aTurn.m_aiPushed[kStack] >= kDeepest[kStack]) return;
@@ -71,7 +72,7 @@ void Pop(Turn& aTurn) {
   kPop(aTurn);
 }
 
-/// A push that fails leaves nothing to pop.
+/// Counts the push only if it succeeds, since only then there is something to pop.
 void PushProjection(Turn& aTurn) {
   if (aTurn.m_aiPushed[Turn::kProjection] >= kDeepest[Turn::kProjection]) return;
   Argument<GLDATA_POINT*> extents(aTurn, true);
@@ -79,7 +80,7 @@ void PushProjection(Turn& aTurn) {
     ++aTurn.m_aiPushed[Turn::kProjection];
 }
 
-// Larger than any image here with the row lengths and skips that a pixmap may have left in GL.
+// Larger than any image here needs, even with the row lengths and skips that a pixmap may have left in GL.
 std::array<unsigned char, std::size_t{4} << 20> g_Texels;
 
 void TexImage2D(Turn& aTurn) {
@@ -135,7 +136,7 @@ void GetTriangles(Turn& aTurn) {
       aTurn.m_Bytes.Int(), count, aTurn.m_Bytes.OneIn(16) ? nullptr : triangles.data()));
 }
 
-/// The store grows until somebody clears it: a painter adds at every frame.
+/// Clears a full store first: a painter adds in every frame, so the store would grow without bound.
 template <auto kAdd>
 void AddTriangle(Turn& aTurn) {
   LONG count = 0;

@@ -1,4 +1,4 @@
-// The clients' calls: each runs its script from the start, on the draw thread.
+// Calls of the clients. Each call runs the client's script from the start, on the draw thread.
 
 #include "host/Clients.h"
 
@@ -6,19 +6,19 @@
 
 namespace {
 
-constexpr int kLongestScript = 24;  // operations a call
+constexpr int kLongestScript = 24;  // operations per call
 
 void RunScript(World& aWorld, const Script& aScript, IGLCanvas& aCanvas, IGLContext& aContext) {
   Bytes bytes(aScript);
   Turn turn{aWorld, bytes, aCanvas, &aContext};
   for (int i = 0; i < kLongestScript && !bytes.IsEmpty(); ++i) RunOperation(turn);
-  // The stacks are as deep on return as on entry.
+  // Painters must return with the stack depths that they found.
   while (turn.m_aiPushed[Turn::kModelview]-- > 0) aCanvas.PopModelviewMatrix();
   while (turn.m_aiPushed[Turn::kProjection]-- > 0) aCanvas.PopProjectionMatrix();
   while (turn.m_aiPushed[Turn::kAttributes]-- > 0) aCanvas.PopDepthAttribute();
 }
 
-/// A painter or a gauge: what it draws is its script.
+/// A painter or a gauge that runs its script when it draws.
 template <class Base, class... Viewer>
 class Player final : public Base {
  public:
@@ -33,8 +33,8 @@ class Player final : public Base {
   const Script m_Script;
 };
 
-/// Answers with what its script says: some of it not at all, some of it no use. Its pixmap is its own, since
-/// the draw thread writes into it.
+/// A capture whose answers come from its script, some of them errors or invalid values. It owns its pixmap,
+/// since the draw thread writes into it.
 class Capture final : public GLClient<IGLCapture> {
  public:
   Capture(World&, Script aScript)
@@ -69,7 +69,8 @@ class Capture final : public GLClient<IGLCapture> {
     int size = 0;
     GLDATA_RGBA4B* pixels = nullptr;
     if (aSuccess != 0 && SUCCEEDED(m_pPixmap->AccessPixmapData(&size, &pixels))) {
-      for (int i = 0; i < size; ++i) m_uSum += pixels[i].m_bRed;  // all of it is there
+      // reads every pixel, so that a sanitizer finds a buffer that is too small
+      for (int i = 0; i < size; ++i) m_uSum += pixels[i].m_bRed;
     }
     return S_OK;
   }

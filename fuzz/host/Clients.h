@@ -1,5 +1,5 @@
-// The clients of a run: a painter, a gauge and a capture, each with a script of operations that it goes
-// through at every call. Made by any thread; their calls come on draw threads.
+// Clients of a run: painters, gauges and captures. Each runs a script of operations at every call. Any thread
+// creates them; draw threads call them.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// The context: window, draw thread, callbacks, viewport, selection.
+// Operations of the context: window, draw thread, callbacks, viewport, selection. Any thread.
 
 #include <algorithm>
 #include <vector>
@@ -28,7 +28,7 @@ void SetViewport(Turn& aTurn) {
 void SetDrawThreadPars(Turn& aTurn) {
   const auto context = aTurn.Pick<IGLContext>();
   if (!context) return;
-  constexpr ULONG kCycles[] = {0, 1, 5, 6, 10, 20};  // a long one makes a long run
+  constexpr ULONG kCycles[] = {0, 1, 5, 6, 10, 20};  // milliseconds; longer cycles would make the run slow
   aTurn.Check(context->SetDrawThreadPars(aTurn.m_Bytes.Int(), aTurn.m_Bytes.OneOf(kCycles),
                                          aTurn.m_Bytes.OneOf(kCycles)));
 }
@@ -53,7 +53,8 @@ void MakeClient(Turn& aTurn) {
   aTurn.Keep(kMake(aTurn.m_World, Script(part.begin(), part.end())));
 }
 
-/// What a member gives stays the context's; it is counted before anybody else can know of it.
+/// The context owns the new member and returns it without a reference. CreateMember adds one before it stores
+/// the pointer.
 template <class Interface, class Create>
 void CreateMember(Turn& aTurn, std::atomic<int>& aCount, int aMost, Create aCreate) {
   const auto context = aTurn.Pick<IGLContext>();
@@ -107,7 +108,7 @@ void CreateCountedFont(Turn& aTurn) {
   aTurn.Keep(std::move(font));
 }
 
-// Resumed twice as often as suspended, so that frames come.
+// ResumeDrawThread appears twice, so that contexts mostly draw.
 constexpr auto kOperations = Table<
     Operation::kAny, kWaits<Initialize>, kWaits<SetViewport>, kWaits<SetDrawThreadPars>, Select,
     MakeClient<MakePainter>, MakeClient<MakeGauge>, MakeClient<MakeCapture>, CreateViewer, CreateLight,

@@ -1,6 +1,6 @@
-// Turns bytes into what a host may do: sequences of operations of all classes, on up to three threads and
-// from painters, gauges and captures, with odd values among the arguments. After each run everything that
-// was made has to have ended.
+// Fuzz target for the whole component: turns bytes into calls of a host. Up to three threads, and painters,
+// gauges and captures, call operations of all classes, partly with invalid arguments. After each run all
+// objects must have been destroyed.
 
 #include <algorithm>
 #include <chrono>
@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int kMostOperations = 150;  // a thread
+constexpr int kMostOperations = 150;  // per thread
 constexpr std::size_t kMostThreads = 3;
 constexpr auto kLongestEnd = std::chrono::seconds(30);
 
@@ -27,7 +27,7 @@ std::vector<Operation> AllOperations() {
   return all;
 }
 
-/// A context that draws, so that what follows meets a frame.
+/// Creates a drawing context first, so that the operations run while frames are drawn.
 void MakeFirstContext(World& aWorld, Bytes& aBytes) {
   const auto context = GLCreate<IGLContext>(CLSID_GLContext);
   if (!context || FAILED(context->Initialize(0))) std::abort();
@@ -78,8 +78,8 @@ HRESULT Turn::Check(HRESULT aResult) const noexcept {
   return aResult;
 }
 
-/// Text of any 16-bit units, zeros and halves of surrogate pairs included; long enough for any buffer on a
-/// stack now and then.
+/// Returns arbitrary UTF-16 units, including zeros and unpaired surrogates. Some texts exceed every stack
+/// buffer.
 GLString Turn::Text() {
   if (m_Bytes.OneIn(16)) return GLString();
   const std::size_t length = m_Bytes.Byte() % 64, copies = m_Bytes.OneIn(16) ? 32 : 1;
@@ -107,7 +107,7 @@ void RunOperation(Turn& aTurn) noexcept {
 }
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  // The user's own settings stay out of it.
+  // Keeps the user's own registry out of the test.
   const auto nowhere = std::filesystem::temp_directory_path() / "gllib-fuzz-no-registry";
   setenv("GLLIB_REGISTRY_DIR", nowhere.c_str(), 1);
   setenv("GLLIB_DISPLAY", "headless", 1);

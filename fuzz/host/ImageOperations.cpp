@@ -1,4 +1,4 @@
-// Bitmaps, pixmaps and textures. One thread at a time, which the caller's lock sees to.
+// Operations of bitmaps, pixmaps and textures. One thread at a time: the caller holds the image lock.
 
 #include <vector>
 
@@ -55,7 +55,7 @@ void AccessPixmapData(Turn& aTurn) {
   int size = 0;
   GLDATA_RGBA4B* pixels = nullptr;
   if (!pixmap || FAILED(aTurn.Check(pixmap->AccessPixmapData(&size, &pixels)))) return;
-  for (int i = 0; i < size; ++i) pixels[i].m_bGreen ^= 1;  // every one is there to be written
+  for (int i = 0; i < size; ++i) pixels[i].m_bGreen ^= 1;  // every pixel must be writable
 }
 
 template <class Texture>

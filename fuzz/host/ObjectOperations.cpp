@@ -1,4 +1,4 @@
-// The object model: creation, identity, aggregation, the module's entry points.
+// Operations of the object model: creation, identity, aggregation, the module's entry points. Any thread.
 
 #include "host/Turn.h"
 
@@ -53,7 +53,7 @@ void Query(Turn& aTurn) {
   if (identity.Get() != object.Get()) std::abort();
 }
 
-/// An outer object around one of any class.
+/// An outer object that aggregates an object of any class.
 class Outer final : public GLClient<IUnknown> {
  public:
   GLPtr<IUnknown> m_pInner;
@@ -80,7 +80,7 @@ void LockServer(Turn& aTurn) {
   factory->LockServer(0);
 }
 
-/// Lets an object of the world go, and with it the place's reference.
+/// Takes an object from its place and releases it.
 template <class Interface>
 void Drop(Turn& aTurn) {
   aTurn.m_World.Of<Interface>().Put(aTurn.m_Bytes.Byte(), nullptr);

@@ -1,6 +1,5 @@
-// Turn: one operation's turn on one thread, with where it stands and what it may take. Call makes an
-// operation of the tables from a member of an interface: it takes the object and all arguments from the
-// input.
+// Turn: the state of one operation on one thread: its input, its objects and its canvas. Call<member> turns a
+// member of an interface into an operation that takes the object and all arguments from the input.
 
 #pragma once
 
@@ -15,13 +14,13 @@
 
 struct Turn;
 
-/// One operation of a table.
+/// An operation of a table, with the threads that may run it.
 struct Operation {
   enum : unsigned {
     kAny = 0,
-    kWaits = 1,  ///< waits for a frame: on a draw thread it goes to that thread's own context
-    kHost = 2,   ///< not on a draw thread
-    kImage = 4   ///< on something without a lock of its own
+    kWaits = 1,  ///< waits for a frame; a draw thread calls it only on its own context
+    kHost = 2,   ///< host threads only
+    kImage = 4   ///< needs the image lock
   };
   const char* m_szName;
   void (*m_pfnRun)(Turn&);
@@ -32,28 +31,28 @@ struct Turn {
   World& m_World;
   Bytes& m_Bytes;
   IGLCanvas& m_Canvas;
-  IGLContext* m_pDrawn = nullptr;  ///< the context of the painter or gauge; null on a host's thread
+  IGLContext* m_pDrawn = nullptr;  ///< context of the painter or gauge; null on a host thread
   const Operation* m_pOperation = nullptr;
   enum Stack { kModelview, kProjection, kAttributes };
-  std::array<int, 3> m_aiPushed{};  ///< what a painter has to pop before it returns
+  std::array<int, 3> m_aiPushed{};  ///< pushes per stack that the painter must pop before it returns
 
   bool IsHost() const noexcept { return m_pDrawn == nullptr; }
-  /// An object of the world by any of its interfaces; null where the place is empty.
+  /// Returns an object of the world as any of its interfaces; null if the place is empty.
   template <class Interface>
   GLPtr<Interface> Pick() noexcept;
   template <class Interface>
   void Keep(GLPtr<Interface> aObject) noexcept {
     if (aObject) m_World.Of<Interface>().Put(m_Bytes.Byte(), std::move(aObject));
   }
-  /// Ends the run at a result that no operation has.
+  /// Aborts if no operation may return this result.
   HRESULT Check(HRESULT aResult) const noexcept;
   GLString Text();
 };
 
-/// One step of a script: an operation of any of the tables.
+/// Runs one step of a script: any operation of any table.
 void RunOperation(Turn& aTurn) noexcept;
 
-// The tables, one a theme.
+// One table per topic.
 std::span<const Operation> ObjectOperations() noexcept;
 std::span<const Operation> ContextOperations() noexcept;
 std::span<const Operation> SceneOperations() noexcept;
@@ -65,7 +64,7 @@ std::span<const Operation> CanvasOperations() noexcept;
 template <class Interface, class... Others>
 constexpr bool kIsOneOf = (std::is_same_v<Interface, Others> || ...);
 
-/// The interface by which the world keeps an object.
+/// Maps an interface to the one under which the world stores the object.
 template <class I>
 using KeptAs = std::conditional_t<
     kIsOneOf<I, IGLContext2, IGLContext12, IGLContext14_2, IGLContext14_3>, IGLContext,
@@ -77,7 +76,7 @@ GLPtr<Interface> Turn::Pick() noexcept {
   using Kept = KeptAs<Interface>;
   GLPtr<Kept> object;
   if constexpr (std::is_same_v<Kept, IUnknown>) {
-    // What a collection may hold without a circle: no collections and no contexts.
+    // Members of a collection. Collections and contexts are left out, since they could form reference cycles.
     switch (m_Bytes.Byte() % 4) {
       case 0:
         return Pick<IGLViewer>().template As<IUnknown>();
@@ -105,7 +104,7 @@ GLPtr<Interface> Turn::Pick() noexcept {
   }
 }
 
-/// An argument of type T, from the input: a number, a value of an enumeration or a structure.
+/// An argument of type T from the input: a number, an enumerator or a structure.
 template <class T>
 class Argument {
  public:
@@ -145,7 +144,7 @@ class Argument {
   T m_Value;
 };
 
-/// A pointer to a value or to a few, in or out. Null now and then, where the operation tests it.
+/// A pointer to one or a few values, in or out. Sometimes null if the operation checks for null.
 template <class T>
 class Argument<T*> {
  public:
@@ -174,7 +173,7 @@ class Argument<T*> {
   std::array<std::conditional_t<kIsInterface, Nothing, T>, kIsInterface ? 1 : 3> m_Values{};
 };
 
-/// A place for an object that comes back counted; the world keeps it.
+/// Receives a counted reference, which the world then stores.
 template <class Interface>
 class Argument<Interface**> {
  public:
@@ -222,7 +221,7 @@ struct MemberCall<kMayBeNull, kMember> {
   static void Run(Turn& aTurn) {
     const GLPtr<Interface> object = aTurn.Pick<Interface>();
     if (!object) return;
-    // Braces: from left to right.
+    // List initialisation evaluates the arguments from left to right.
     std::tuple<Holder<Arguments>...> arguments{Holder<Arguments>(aTurn)...};
     aTurn.Check(std::apply([&](auto&... holder) { return ((*object).*kMember)(holder.m_Argument.Pass()...); },
                            arguments));
@@ -236,18 +235,18 @@ struct MemberCall<kMayBeNull, kMember> {
   };
 };
 
-/// An operation's run, with nulls among its pointers.
+/// Calls a member that checks its pointers; some of them are null.
 template <auto kMember>
 void Call(Turn& aTurn) {
   MemberCall<true, kMember>::Run(aTurn);
 }
-/// The same of an operation that tests no pointer.
+/// Calls a member that does not check its pointers.
 template <auto kMember>
 void CallUntested(Turn& aTurn) {
   MemberCall<false, kMember>::Run(aTurn);
 }
 
-/// A step of a table that isn't for every thread.
+/// Marks an entry of a table that only some threads may run.
 template <auto kStep, unsigned kWhere>
 struct Placed {};
 template <auto kStep>
@@ -255,7 +254,7 @@ constexpr Placed<kStep, Operation::kWaits> kWaits{};
 template <auto kStep>
 constexpr Placed<kStep, Operation::kHost> kHostOnly{};
 
-/// A table's entry: a member of an interface as it stands, or a function of this program.
+/// Makes a table entry from a member of an interface or from a function of this program.
 template <auto kStep>
 struct Entry {
   static constexpr Operation Make(unsigned aWhere) {

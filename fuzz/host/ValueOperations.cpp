@@ -1,11 +1,11 @@
-// What a scene is made of, objects that belong to no context, and fonts: operations that take what they are
-// given.
+// Operations of viewers, lights, fog, coordinate systems, attributes, collections and fonts. Any thread.
 
 #include "host/Turn.h"
 
 namespace {
 
-/// A whole walk, in which others add and remove. Bounded: what is added behind the walk may be met as well.
+/// Walks through a collection while other threads change it. The bound is needed, since the walk also meets
+/// members that are added ahead of it.
 void Walk(Turn& aTurn) {
   const auto collection = aTurn.Pick<IGLCollection>();
   if (!collection) return;
@@ -69,7 +69,7 @@ constexpr auto kValues =
           &IGLCollection::GetNext, &IGLCollection::GetPrev, &IGLCollection::CopyTo, &IGLCollection::AppendTo,
           Walk>();
 
-// Print belongs to the draw thread, and is asked of hosts' threads all the same.
+// Print belongs to the draw thread. Host threads call it too, to test that it fails there safely.
 constexpr auto kFonts =
     Table<Operation::kAny, &IGLFont::IsTrueType, &IGLFont::GetFace, &IGLFont::GetStyle, &IGLFont::GetWeight,
           &IGLFont::GetOrientation, &IGLFont::GetWidth, &IGLFont::SetWidth, &IGLFont::GetHeight,

@@ -1,6 +1,6 @@
-// World: all objects that the operations of one run share, in four places for each interface. A place keeps
-// what was put there last, so it may hold a part of another context, or one that its context has given up.
-// Any thread; a place's lock is held for the copy of a pointer alone.
+// World: the objects that the operations of one run share, in four places per interface. A place keeps the
+// object stored last, which may belong to another context or to a context that has dropped it. Any thread.
+// The lock of a place is held only while a pointer is copied.
 
 #pragma once
 
@@ -18,14 +18,15 @@ class Places {
     const std::scoped_lock lock(m_Lock);
     return m_Places[aIndex % m_Places.size()];
   }
-  /// What stood there goes with no lock held: it may be the last reference to a context.
+  /// Stores an object. The previous object is released without the lock, since it may be the last reference
+  /// to a context.
   void Put(std::size_t aIndex, GLPtr<Interface> aObject) noexcept {
-    const std::scoped_lock lock(m_Lock);  // ends before aObject does
+    const std::scoped_lock lock(m_Lock);  // released before aObject is destroyed
     if (!m_bClosed) std::swap(m_Places[aIndex % m_Places.size()], aObject);
   }
-  /// Gives up everything; what is put there from now on goes at once.
+  /// Releases all objects. Later Put calls release their object at once.
   void Close() noexcept {
-    std::array<GLPtr<Interface>, 4> last;  // outlives the lock
+    std::array<GLPtr<Interface>, 4> last;  // destroyed after the lock is released
     const std::scoped_lock lock(m_Lock);
     m_bClosed = true;
     last.swap(m_Places);
@@ -47,12 +48,12 @@ class World {
     std::apply([](auto&... places) { (places.Close(), ...); }, m_Places);
   }
 
-  // Images have no lock of their own: they serve one thread at a time, and so does what draws them.
+  // Images have no lock: one thread at a time may use them and the textures that draw them.
   std::recursive_mutex m_ImageLock;
 
-  // What is counted, to keep a run short.
+  // Counts of objects; they limit the length of a run.
   std::atomic<int> m_iContexts{0}, m_iViewers{0}, m_iLights{0}, m_iFonts{0}, m_iOutlines{0};
-  std::atomic<int> m_iList{0};  // compiled last
+  std::atomic<int> m_iList{0};  // the list compiled last
 
  private:
   std::tuple<Places<IGLContext>, Places<IGLViewer>, Places<IGLLight>, Places<IGLFog>, Places<IGLFont>,

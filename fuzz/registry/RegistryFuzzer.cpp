@@ -1,6 +1,6 @@
-// Feeds the reader of registry files. What it accepts has to read the same again once it is written, a key
-// that is made has to be there until it is removed, and GLCreateObjectByProgID's view has to agree with the
-// module's.
+// Fuzz target for the registry file reader. An accepted file must read the same after it is written. A new
+// key must exist until it is removed. GLCreateObjectByProgID must read the same texts as the module. One
+// thread.
 
 #include <gllib/GLByProgID.h>
 
@@ -18,7 +18,7 @@ void Expect(bool aTrue) {
   if (!aTrue) std::abort();
 }
 
-/// The names of all keys of a text.
+/// Collects the names of all keys.
 struct KeyNames {
   std::vector<std::string> m_vNames;
 
@@ -27,7 +27,7 @@ struct KeyNames {
   void End(const std::string&) {}
 };
 
-/// The class texts that a host reads are the default values that the module reads.
+/// Compares the class texts that a host reads with the default values that the module reads.
 void CompareTexts(std::string_view aText, RegistryFile& aFile) {
   GLRegistration::ClassTexts texts;
   KeyNames keys;

@@ -1,4 +1,5 @@
-// GCoord: conversions between the local and the parent system, and rotations. Any thread, each on its own.
+// GCoord: conversions between the local and the parent system, and rotations. Any thread; one thread per
+// object.
 
 #include "geometry/GCoord.h"
 
@@ -9,7 +10,7 @@
 
 namespace {
 
-// The rotations about the axes as 4 by 4 matrices, from cosine and sine.
+// Rotations about the axes as 4 by 4 matrices, from the cosine and the sine of the angle.
 GMatrix RotationX(double c, double s) {
   const double elements[16] = {1, 0, 0, 0, 0, c, -s, 0, 0, s, c, 0, 0, 0, 0, 1};
   return {4, 4, elements};
@@ -50,15 +51,15 @@ void GCoord::Rotate_RAD(double aAngle, const GPoint& aAxis, const GPoint& aPivot
   GPoint origin(0, 0, 0);
   for (GPoint* point : {&e1, &e2, &e3, &origin}) point->Rotate_RAD(aAngle, aAxis, aPivot);
   for (GPoint* axis : {&e1, &e2, &e3}) *axis -= origin;
-  origin = PointLCStoPCS(origin);  // with the angles as they stand before the turn
+  origin = PointLCStoPCS(origin);  // uses the angles from before the rotation
   RotateToAxes(e1, e2, e3);
   *this = origin;
 }
 
 void GCoord::RotateToAxes(GPoint aX, GPoint aY, GPoint aZ) noexcept {
   for (GPoint* axis : {&aX, &aY, &aZ}) *axis = VectorLCStoPCS(*axis);
-  // Z is turned onto the parent's z axis, first about x, then about y; what is left is a turn about z.
-  // The tests against 0 are exact.
+  // Rotates Z onto the parent's z axis, first about x, then about y. A rotation about z remains. The
+  // comparisons with 0 are exact.
   if (aZ.y == 0.0 && aZ.z == 0.0) {
     m_dAngleX = 0.0;
   } else {
@@ -136,7 +137,7 @@ void GCoord::SetMatrix16d(const double* aElements) {
   const GPoint origin(matrix.GetElement(0, 3), matrix.GetElement(1, 3), matrix.GetElement(2, 3));
   for (int row = 0; row < 3; ++row) matrix.SetElement(row, 3, 0.0);
 
-  // Each angle is read off and its rotation taken out again, outermost first.
+  // Reads each angle and removes its rotation, the outermost first.
   double angleX = 0.0;
   const double a = matrix.GetElement(1, 2);
   const double b = matrix.GetElement(2, 2);

@@ -1,4 +1,5 @@
-// GLCoord: copies in under the lock, calculates, copies out under the lock. Any thread.
+// GLCoord: copies the numbers under the lock, calculates without it, and writes back under the lock. Any
+// thread.
 
 #include "geometry/GLCoord.h"
 
@@ -8,7 +9,7 @@
 
 namespace {
 
-/// Guards the six numbers of every GLCoord. Held only while they are copied.
+/// Guards the six numbers of all GLCoord objects. Held only while they are copied.
 constinit ProcessWide<PCriticalSection> g_CoordLock;
 
 }  // namespace

@@ -1,5 +1,5 @@
-// GLCoord: a coordinate system as an object.
-// Any thread at any time: numbers are copied in and out under one lock, calculations run outside it.
+// GLCoord: a coordinate system as an object. Any thread at any time. Numbers are copied under one lock;
+// calculations run without it.
 
 #pragma once
 
@@ -8,7 +8,8 @@
 #include "component/Object.h"
 #include "geometry/GCoord.h"
 
-/// Publishes a GCoord. Of two moves or rotations of one object at the same time one can be lost, never torn.
+/// The object around a GCoord. If two threads move or rotate one object at the same time, one change may be
+/// lost. The numbers are never a mixture of two changes.
 class GLCoord final : public GLObject<GLCoord, IGLCoord> {
  public:
   HRESULT GetOrigin(GLDATA_POINT* aPoint) noexcept override;
@@ -36,10 +37,10 @@ class GLCoord final : public GLObject<GLCoord, IGLCoord> {
  private:
   GCoord Load() const noexcept;
   void Store(const GCoord& aCoord) noexcept;
-  /// Copies the numbers, changes the copy outside the lock, and writes it back.
+  /// Copies the numbers, changes the copy without the lock, and writes it back.
   template <class Change>
   HRESULT Modify(const Change& aChange) noexcept;
-  /// Replaces a point or vector by what a conversion of GCoord makes of it.
+  /// A conversion of a point or vector by a member of GCoord.
   using Conversion = GPoint (GCoord::*)(const GPoint&) const noexcept;
   HRESULT Convert(GLDATA_POINT* aPoint, Conversion aConversion) const noexcept;
 

@@ -1,4 +1,4 @@
-// GLine: distances, angles and crossings of lines. Any thread, each line on its own.
+// GLine: distances, angles and intersections of lines. Any thread; one thread per object.
 
 #include "geometry/GLine.h"
 
@@ -31,7 +31,7 @@ bool GLine::Intersect(const GLine& aOther, GPoint& aPoint) const noexcept {
   const GPoint d = Direction();
   const GPoint e = aOther.m_ptA - aOther.m_ptB;
   const GPoint f = aOther.m_ptA - m_ptA;
-  // Two equations of three decide; the first pair of coordinates that can be solved is taken.
+  // Two of the three equations determine the result. The first solvable pair of coordinates is used.
   constexpr double GPoint::*kPairs[][2] = {
       {&GPoint::x, &GPoint::y}, {&GPoint::x, &GPoint::z}, {&GPoint::y, &GPoint::z}};
   for (const auto& [u, v] : kPairs) {

@@ -1,16 +1,16 @@
-// GLine: an infinite line through two points. A plain value; belongs to whoever holds it.
+// GLine: an infinite line through two points. A plain value, not synchronised.
 
 #pragma once
 
 #include "geometry/GPoint.h"
 
-/// A line as base point and direction, which isn't normalised.
+/// A line as base point and direction. The direction is not normalised.
 struct GLineEquation {
   double x, y, z;
   double dx, dy, dz;
 };
 
-/// The line through two points. Equal points give a line with no direction, which IsValid tells.
+/// The line through two points. If the points are equal, the line has no direction and IsValid returns false.
 class GLine {
  public:
   GPoint m_ptA{0.0, 0.0, 0.0};
@@ -21,17 +21,19 @@ class GLine {
 
   GLineEquation GetEquation() const noexcept;
   GPoint Direction() const noexcept { return m_ptB - m_ptA; }
-  /// Whether the two points differ, within the tolerance.
+  /// Returns whether the two points differ by more than the tolerance.
   bool IsValid() const noexcept { return m_ptA != m_ptB; }
 
-  /// The angle between the directions, 0 to pi; not a number when either has no direction.
+  /// Returns the angle between the directions, 0 to pi; NaN if either line has no direction.
   double Angle(const GLine& aOther) const noexcept;
-  /// The distance of two lines; signed when they are skew or meet, a magnitude when they are parallel.
-  /// Two lines with no direction give 0 and set the error code.
+  /// Returns the distance of two lines: signed for lines that are skew or intersect, not negative for
+  /// parallel lines. If neither line has a direction, returns 0 and sets the error code.
   double Distance(const GLine& aOther) const noexcept;
-  /// The point where two lines meet. @return false when they don't; aPoint stays as it is
+  /// Computes the intersection of two lines.
+  /// @return false if they do not intersect; aPoint is unchanged
   bool Intersect(const GLine& aOther, GPoint& aPoint) const noexcept;
-  /// The distance of a point. A line with no direction sets the error code and counts as its first point.
+  /// Returns the distance of a point. A line without a direction sets the error code and is treated as its
+  /// first point.
   /// @param aFoot receives the nearest point of the line
   double DistanceToPoint(const GPoint& aPoint, GPoint& aFoot) const noexcept;
   bool ContainsPoint(const GPoint& aPoint) const noexcept;

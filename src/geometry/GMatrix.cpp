@@ -1,5 +1,5 @@
-// GMatrix: storage and matrix algebra; the determinant and the inverse by cofactors.
-// Up to size 4 they are worked out on the stack, beyond it by recursion over smaller matrices. Any thread.
+// GMatrix: storage, matrix algebra, and determinant and inverse by cofactors. Sizes up to 4 are computed on
+// the stack, larger ones by recursion over smaller matrices. Any thread; one thread per object.
 
 #include "geometry/GMatrix.h"
 
@@ -13,7 +13,7 @@ using Square = const double (&)[N * N];
 template <int N>
 double DeterminantOf(Square<N> m) noexcept;
 
-/// The minor of a matrix of N by N elements in row order.
+/// Computes a minor of a matrix of N by N elements in row order.
 template <int N>
 double MinorOf(Square<N> m, int aRow, int aCol) noexcept {
   if constexpr (N == 2) {
@@ -47,7 +47,8 @@ double DeterminantOf(Square<N> m) noexcept {
   }
 }
 
-/// Inverts N by N elements in place. @return false, with nothing changed, when the determinant is 0
+/// Inverts N by N elements in place.
+/// @return false if the determinant is 0; nothing changes
 template <int N>
 bool InvertElements(double* aData) noexcept {
   double m[N * N];
@@ -69,7 +70,7 @@ bool InvertElements(double* aData) noexcept {
   return true;
 }
 
-/// The determinant of elements in row order, for a fixed size.
+/// Returns the determinant of elements in row order, for a fixed size.
 template <int N>
 double DeterminantAt(const double* aData) noexcept {
   double m[N * N];

@@ -1,4 +1,4 @@
-// GMatrix: a matrix of doubles of any size, in row order. Owns its elements; belongs to whoever holds it.
+// GMatrix: a matrix of doubles of any size, in row order. Owns its elements. Not synchronised.
 
 #pragma once
 
@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <utility>
 
-/// A matrix. With a dimension below 1 it has no elements. Element indexes are the caller's to keep in range.
+/// A matrix. It has no elements if a dimension is below 1. Element indexes are not checked.
 class GMatrix {
  public:
-  /// @param aData aRows * aCols elements in row order, copied; null for all zero
+  /// @param aData aRows * aCols elements in row order, copied; null sets all elements to 0
   GMatrix(std::int32_t aRows, std::int32_t aCols, const double* aData = nullptr);
   GMatrix(const GMatrix& aOther);
   GMatrix(GMatrix&& aOther) noexcept;
@@ -18,7 +18,7 @@ class GMatrix {
 
   std::int32_t Rows() const noexcept { return m_iRows; }
   std::int32_t Cols() const noexcept { return m_iCols; }
-  /// The elements in row order; null when there are none.
+  /// Returns the elements in row order; null for a matrix without elements.
   const double* Data() const noexcept { return m_pData; }
 
   double GetElement(std::int32_t aRow, std::int32_t aCol) const noexcept {
@@ -28,26 +28,28 @@ class GMatrix {
     m_pData[Index(aRow, aCol)] = aValue;
   }
 
-  /// aOther * this in the usual notation: a product that is built step by step takes each later factor on the
-  /// left. As large as the smaller of the two in each dimension; all zero when the inner dimensions differ.
+  /// Returns aOther * this in the usual notation: to build a product step by step, multiply by the next
+  /// factor on the left. In each dimension the result has the smaller size of the two matrices. If the inner
+  /// dimensions differ, all elements are 0.
   GMatrix Multiply(const GMatrix& aOther) const;
-  // As large as this matrix; all zero when the dimensions differ.
+  // The result has the size of this matrix. If the dimensions differ, all elements are 0.
   GMatrix Add(const GMatrix& aOther) const;
   GMatrix Subtract(const GMatrix& aOther) const;
 
   void Scale(double aFactor) noexcept;
   void Divide(double aDivisor) noexcept;
   void Transpose();
-  /// @return false for a matrix that isn't square, which stays as it is
+  /// Sets the identity.
+  /// @return false if the matrix is not square; nothing changes
   bool SetIdentity() noexcept;
 
-  /// By expansion along column 0; 0 unless square and of size 2 or more.
+  /// Returns the determinant, by expansion along column 0; 0 unless the matrix is square with size 2 or more.
   double Determinant() const;
-  /// The determinant of what is left without a row and a column; 0 unless square.
+  /// Returns the determinant of the matrix without one row and one column; 0 unless the matrix is square.
   double Minor(std::int32_t aRow, std::int32_t aCol) const;
   double Cofactor(std::int32_t aRow, std::int32_t aCol) const;
-  /// Inverts in place; up to size 4 nothing is allocated.
-  /// @return false for a matrix that isn't square or has a determinant of exactly 0, which stays as it is
+  /// Inverts the matrix in place. Sizes up to 4 allocate no memory.
+  /// @return false if the matrix is not square or its determinant is exactly 0; nothing changes
   bool Invert();
 
  private:

@@ -1,4 +1,4 @@
-// GPlane: equation, crossings and distances of planes. Any thread, each plane on its own.
+// GPlane: equation, intersections and distances of planes. Any thread; one thread per object.
 
 #include "geometry/GPlane.h"
 
@@ -10,7 +10,8 @@ GPlane::GPlane(const GPoint& aNormal, const GPoint& aPoint) noexcept
   const double a = aNormal.x, b = aNormal.y, c = aNormal.z;
   const double d = -aNormal.Dot(aPoint);
   const GPoint& p = aPoint;
-  // Two coordinates are chosen, the third follows from the equation; it is one whose coefficient isn't 0.
+  // Chooses two coordinates freely and computes the third from the equation. The third is one whose
+  // coefficient is not 0.
   if (a == 0.0 && b == 0.0) {
     m_ptB.Set(p.x + 2, p.y + 1, p.z);
     m_ptC.Set(p.x + 1, p.y + 2, p.z);
@@ -58,7 +59,7 @@ bool GPlane::Intersect(const GPlane& aOther, GLine& aLine) const noexcept {
   if (std::abs(n.x) > tolerance) {
     base.Set(0.0, (d2 * c1 - d1 * c2) / n.x, (d1 * b2 - d2 * b1) / n.x);
   } else if (std::abs(n.y) > tolerance) {
-    // These signs are part of the contract: the base point comes out mirrored through the origin.
+    // These signs are part of the contract: the base point is mirrored through the origin.
     base.Set((d2 * c1 - d1 * c2) / n.y, 0.0, (d1 * a2 - d2 * a1) / n.y);
   } else {
     base.Set((d2 * b1 - d1 * b2) / n.z, (d1 * a2 - d2 * a1) / n.z, 0.0);
@@ -73,7 +74,7 @@ bool GPlane::Intersect(const GPlane& aSecond, const GPlane& aThird, GPoint& aPoi
   const GPoint n3 = aThird.Normal();
   const double determinant = n1.Dot(n2.Cross(n3));
   if (determinant == 0.0) return false;
-  // Cramer's rule, its three numerators written as one vector.
+  // Cramer's rule, with its three numerators in one vector.
   const GPoint numerators = n2.Cross(n3) * n1.Dot(m_ptA) + n3.Cross(n1) * n2.Dot(aSecond.m_ptA) +
                             n1.Cross(n2) * n3.Dot(aThird.m_ptA);
   aPoint = numerators / determinant;

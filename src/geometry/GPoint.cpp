@@ -1,4 +1,4 @@
-// GPoint: what needs more than a line. Any thread, each point on its own.
+// GPoint: the longer functions. Any thread; one thread per object.
 
 #include "geometry/GPoint.h"
 
@@ -124,7 +124,7 @@ void GPoint::Rotate_RAD(double aAngle, const GPoint& aAxis, const GPoint& aPivot
   if (std::fmod(aAngle, kTwoPi) == 0.0) return;
   const double q = aAxis.Dot(aAxis);
   if (q == 0.0) return;
-  // The point itself is split along the axis here, not its offset from the pivot.
+  // Splits the point itself along the axis, not its offset from the pivot.
   const GPoint along = aAxis * (aAxis.Dot(*this) / q);
   const GPoint across = (*this - aPivot) - along;
   if (std::fmod(aAngle, kPi) == 0.0) {

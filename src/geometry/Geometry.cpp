@@ -1,4 +1,4 @@
-// The kernel's settings and the angle from its cosine and sine. Any thread.
+// Settings of the geometry kernel, and the angle from cosine and sine. Any thread.
 
 #include "geometry/Geometry.h"
 

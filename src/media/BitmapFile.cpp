@@ -1,4 +1,4 @@
-// BitmapFile: headers, colour table and the decoding of rows. Any thread, each reader on its own.
+// BitmapFile: headers, colour table and decoding of rows. Any thread; one thread per reader.
 
 #include "media/BitmapFile.h"
 
@@ -11,15 +11,15 @@
 #include "media/PixelBlock.h"
 #include "platform/File.h"
 
-// Rows are decoded by whole words, whose bytes are red, green, blue and alpha in this order.
+// Rows are decoded in 32-bit words whose bytes are red, green, blue and alpha, in this order.
 static_assert(std::endian::native == std::endian::little && sizeof(GLDATA_RGBA4B) == 4);
 
 namespace {
 
 using Colors = std::array<std::uint32_t, 256>;
 
-constexpr std::size_t kHeaderBytes = 54;         // both headers, up to the colour table
-constexpr std::size_t kBlockBytes = 256 * 1024;  // read at once; stays in the second level cache
+constexpr std::size_t kHeaderBytes = 54;         // both headers; the colour table follows
+constexpr std::size_t kBlockBytes = 256 * 1024;  // bytes per read; fits the second-level cache
 constexpr std::uint32_t kOpaque = 0xFF000000;
 
 std::uint32_t Word16(const std::uint8_t* aBytes) noexcept {
@@ -34,14 +34,14 @@ std::uint32_t Word32(const std::uint8_t* aBytes) noexcept {
 
 GLDATA_RGBA4B Pixel(std::uint32_t aWord) noexcept { return std::bit_cast<GLDATA_RGBA4B>(aWord); }
 
-/// An opaque pixel from blue, green and red in the low three bytes of a word.
+/// Returns an opaque pixel from blue, green and red in the low three bytes of a word.
 constexpr std::uint32_t OpaqueFromBGR(std::uint32_t aWord) noexcept {
-  const std::uint32_t turned =  // one machine instruction, which a mask for each byte wouldn't be
+  const std::uint32_t turned =  // compiles to one instruction, unlike a mask per byte
       aWord >> 24 | (aWord >> 8 & 0xFF00) | (aWord << 8 & 0xFF0000) | aWord << 24;
   return turned >> 8 | kOpaque;
 }
 
-// One row of each depth. All give false for a pixel whose colour isn't in the table.
+// Row decoders, one per depth. They return false if a pixel's colour is not in the colour table.
 
 bool DecodeRow1(const std::uint8_t* aSource, int aWidth, const Colors& aColors,
                 GLDATA_RGBA4B* aRow) noexcept {
@@ -96,7 +96,7 @@ bool DecodeRow32(const std::uint8_t* aSource, int aWidth, const Colors&, GLDATA_
 
 using RowDecoder = bool (*)(const std::uint8_t*, int, const Colors&, GLDATA_RGBA4B*) noexcept;
 
-/// @return null for a depth that isn't known
+/// @return null for an unsupported depth
 RowDecoder DecoderOf(unsigned aBitCount) noexcept {
   switch (aBitCount) {
     case 1:
@@ -135,7 +135,7 @@ bool BitmapFile::ReadHeader() noexcept {
   if (std::int64_t{m_iWidth} * m_iHeight > kMostPixels) return false;
 
   const std::uint64_t rowBytes = (std::uint64_t{m_uBitCount} * static_cast<unsigned>(m_iWidth) + 31) / 32 * 4;
-  // By division, since the product of the two may not fit.
+  // Divides, since the product of rows and bytes may overflow.
   const std::uint64_t mostRows = std::min<std::uint64_t>(fileBytes - offset, UINT32_MAX) / rowBytes;
   if (mostRows < static_cast<unsigned>(m_iHeight)) return false;
   m_uRowBytes = static_cast<std::size_t>(rowBytes);
@@ -146,7 +146,7 @@ bool BitmapFile::ReadColorTable(std::uint64_t aOffset) noexcept {
   std::uint8_t table[4 * 256] = {};
   const auto bytes = static_cast<std::size_t>(std::min<std::uint64_t>(aOffset - kHeaderBytes, 4 * 256));
   if (bytes != 0 && std::fread(table, bytes, 1, m_pFile) != 1) return false;
-  const std::size_t count = (bytes + 1) / 4;  // an entry's fourth byte isn't used and may be missing
+  const std::size_t count = (bytes + 1) / 4;  // the fourth byte of an entry is unused and may be missing
   for (std::size_t i = 0; i < count; ++i) m_auColors[i] = OpaqueFromBGR(Word32(table + 4 * i));
   return true;
 }

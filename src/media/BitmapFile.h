@@ -1,6 +1,5 @@
-// BitmapFile: the reader of device-independent bitmap files. It believes nothing that a file says: every size
-// is checked against the file's own before memory is asked for. No objects, no GL; any thread, each on its
-// own.
+// BitmapFile: reads device-independent bitmap files. Files are untrusted: every size is compared with the
+// size of the file before memory is allocated. No GL. Any thread; one thread per reader.
 
 #pragma once
 
@@ -9,25 +8,26 @@
 #include <array>
 #include <cstdio>
 
-/// A bitmap file that is being read. First ReadHeader, then, if that went well, ReadPixels.
+/// A bitmap file while it is read. Call ReadHeader first, and ReadPixels if it succeeds.
 class BitmapFile {
  public:
-  /// @param aFile open for reading, borrowed
+  /// @param aFile open for reading; borrowed
   explicit BitmapFile(std::FILE* aFile) noexcept : m_pFile(aFile) {}
 
-  /// Reads all that stands before the pixels, and sees that the file is long enough to hold them.
-  /// @return false for a file that isn't such a bitmap, or whose image isn't one: empty, or past 32 bits in
-  /// bytes
+  /// Reads everything before the pixels and checks that the file is long enough to hold them.
+  /// @return false if the file is no such bitmap, or its image is empty or needs more bytes than 32 bits
+  ///         count
   bool ReadHeader() noexcept;
 
-  // The image's sides in pixels, both positive.
+  // Size of the image in pixels, both at least 1.
   int Width() const noexcept { return m_iWidth; }
   int Height() const noexcept { return m_iHeight; }
 
-  /// Reads the pixels, opaque, in GL's order: from the bottom row up. A depth that isn't known gives black.
-  /// @param aPixels receives Width * Height of them; of no use after a failure
-  /// @return false when the file can't be read to the end of its pixels, or a pixel has no colour in its
-  /// table
+  /// Reads the pixels as opaque colours in GL's order: the bottom row first. An unsupported depth yields
+  /// black.
+  /// @param aPixels receives Width * Height pixels; undefined after a failure
+  /// @return false if the file ends early or cannot be read, or a pixel's index has no entry in the colour
+  ///         table
   bool ReadPixels(GLDATA_RGBA4B* aPixels) noexcept;
 
  private:
@@ -39,6 +39,6 @@ class BitmapFile {
   bool m_bTopDown = false;
   unsigned m_uBitCount = 0;
   std::size_t m_uRowBytes = 0;
-  /// Colours as pixels; 0, which no opaque pixel is, where the file's table has no entry.
+  /// Colours as pixels. 0 marks an index without an entry, since no opaque pixel is 0.
   std::array<std::uint32_t, 256> m_auColors{};
 };

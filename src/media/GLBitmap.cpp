@@ -1,4 +1,4 @@
-// GLBitmap: the bits and their drawing. Any thread, one at a time; Draw where GL is current.
+// GLBitmap: the bits and their drawing. Any thread, one at a time; Draw needs a current GL context.
 
 #include "media/GLBitmap.h"
 
@@ -11,7 +11,8 @@
 
 namespace {
 
-/// Bytes of a row, in 64 bits since a width near the top of its range rounds up past it.
+/// Returns the bytes per row. The result has 64 bits, since rounding up a width near INT_MAX overflows 32
+/// bits.
 constexpr std::int64_t StrideOf(int aWidth) noexcept { return (std::int64_t{aWidth} + 31) / 32 * 4; }
 
 constexpr int BitOf(int aX) noexcept { return 1 << (7 - (aX & 7)); }
@@ -40,7 +41,7 @@ HRESULT GLBitmap::Initialize(int aWidth, int aHeight, LONG aOpaque) noexcept {
 
 int GLBitmap::Stride() const noexcept { return static_cast<int>(StrideOf(m_iWidth)); }
 
-/// The row at aY, counted from the top.
+/// Returns the row at aY, counted from the top.
 unsigned char* GLBitmap::RowAt(int aY) const noexcept {
   return m_pBits.get() + (m_iHeight - aY - 1) * Stride();
 }
@@ -107,7 +108,7 @@ HRESULT GLBitmap::Draw(IGLContext*, GLDATA_POINT* aOrigin, int aOffsetX, int aOf
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
   }
-  // Before the raster position, which latches it.
+  // Set before the raster position, which latches the current colour.
   glColor4f(m_sColor.m_fRed, m_sColor.m_fGreen, m_sColor.m_fBlue, m_sColor.m_fAlpha);
   glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
   glPixelStorei(GL_UNPACK_ROW_LENGTH, Stride() * 8);

@@ -1,5 +1,5 @@
-// GLBitmap: a one-bit image with one colour, for markers that keep their size on screen.
-// No lock: the host keeps a bitmap out of use while it changes it. Only Draw touches GL.
+// GLBitmap: a one-bit image with one colour, for markers that keep their size on screen. No lock: the host
+// must not use a bitmap while it changes it. Only Draw calls GL.
 
 #pragma once
 
@@ -35,6 +35,6 @@ class GLBitmap final : public GLObject<GLBitmap, IGLBitmap> {
   int m_iHeight = 0;
   GLDATA_RGBA m_sColor = {1.0f, 1.0f, 1.0f, 1.0f};
   int m_iBitsSize = 0;
-  /// Rows from the bottom up, each of whole 32-bit words, the first pixel in a byte's highest bit.
+  /// Rows from the bottom up, padded to 32-bit words. The first pixel is the highest bit of a byte.
   std::unique_ptr<unsigned char[], FreeBits> m_pBits;
 };

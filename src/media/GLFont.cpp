@@ -1,5 +1,5 @@
-// GLFont: description, settings and end of a font.
-// Any thread; GL objects are given back on the draw thread, by a task where the end comes elsewhere.
+// GLFont: creation, settings and destruction of a font. Any thread. The draw thread deletes the GL objects;
+// if a font is destroyed elsewhere, a task on the draw thread does it.
 
 #include "media/GLFont.h"
 
@@ -13,13 +13,14 @@
 
 namespace {
 
-/// The GL objects that a font leaves behind.
+/// GL objects to delete after their font is destroyed.
 struct FontRemains {
   ULONG m_uListKey;
   GLuint m_uTexture;
   ULONG m_uWindowContext;
 
-  /// Gives back what belongs to the rendering context that is current; the lists of another one are stale.
+  /// Deletes the objects that belong to the current rendering context. Lists of another context are already
+  /// stale.
   void Delete(GLContextSite& aSite) noexcept {
     if (aSite.IsListKeyValid(m_uListKey)) aSite.DeleteListKey(m_uListKey, GLFont::kCodes);
     m_uListKey = 0;
@@ -30,8 +31,8 @@ struct FontRemains {
   bool IsEmpty() const noexcept { return m_uListKey == 0 && m_uTexture == 0; }
 };
 
-/// Gives a font's GL objects back between two frames. It is its own owner, so that it stays in the queue when
-/// the context's tasks are removed.
+/// Deletes a font's GL objects between two frames. The task owns itself, so that it stays in the queue when
+/// the tasks of the context are removed.
 class DeleteFontTask final : public PEvent {
  public:
   DeleteFontTask(GLSiteLinkPtr aLink, const FontRemains& aRemains) noexcept
@@ -41,10 +42,11 @@ class DeleteFontTask final : public PEvent {
     GLContextSite* site = nullptr;
     {
       const GLSiteLink::Use use(m_pLink.get());
-      if (!use) return;  // everything goes with the rendering context
+      if (!use) return;  // the objects are destroyed with the rendering context
       site = &*use;
     }
-    // The context outlives its draw thread, which runs this; the link must be free while its lock is taken.
+    // The context outlives its draw thread, which runs this task. The link must be released before the
+    // context's lock is taken.
     const GLSiteLock gl(*site);
     if (site->IsCurrentHere()) m_Remains.Delete(*site);
   }
@@ -142,7 +144,7 @@ HRESULT GLFont::GetHeight(float* aValue) noexcept { return Give(aValue, m_fHeigh
 HRESULT GLFont::GetExtrusionZ(float* aValue) noexcept { return Give(aValue, m_fExtrusionZ); }
 HRESULT GLFont::GetEscapement_DEG(float* aValue) noexcept { return Give(aValue, m_fEscapement); }
 
-// The comparisons stand this way round so that they refuse NaN too.
+// The comparisons are written this way to reject NaN.
 HRESULT GLFont::SetWidth(float aValue) noexcept {
   if (!m_bTrueType) return E_GL_BADSTATE;
   if (!(aValue > 0.0f)) return E_GL_BADVALUE;

@@ -1,6 +1,5 @@
-// GLFont: a block of 256 display lists, one a character code, and the widths that go with them.
-// Described on a host thread, built and printed on the draw thread; settings and widths may be read by any
-// thread.
+// GLFont: a block of 256 display lists, one per character code, and the widths of the characters. Created on
+// a host thread; built and printed on the draw thread. Any thread may read settings and widths.
 
 #pragma once
 
@@ -17,7 +16,7 @@
 #include "thread/Relaxed.h"
 
 /// A font of one of four kinds: system and raster (bitmaps at the raster position), TrueType (outlines) and
-/// internal (textured quads), the latter two placed by the modelview matrix.
+/// internal (textured quads). The modelview matrix places the latter two.
 class GLFont final : public GLObject<GLFont, IGLFont> {
  public:
   static constexpr int kCodes = 256;
@@ -26,22 +25,22 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
   GLFont() noexcept = default;
   ~GLFont();
 
-  // The initialisers: one of them runs before the font is handed out. A longer face is cut to 63 UTF-16
+  // Initialisers: exactly one runs, before the font is returned to the host. A face name is cut to 63 UTF-16
   // units.
   void InitSystemFont(GLSiteLinkPtr aSite) noexcept;
   void InitRasterFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace, int aStyle, int aWeight, float aOrientation,
                       int aHeight, int aWidth) noexcept;
   void InitTrueTypeFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace, int aStyle, int aWeight,
                         float aOrientation, bool aExtruded) noexcept;
-  /// @return S_OK; E_INVALIDARG for a name of 64 units or more
+  /// @return S_OK; E_INVALIDARG if the name has 64 units or more
   HRESULT InitInternalFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace) noexcept;
 
-  /// Whether the font belongs to a context that still stands. Any thread.
+  /// Returns whether the font belongs to a context that still exists. Any thread.
   bool HasSite() const noexcept;
-  /// Builds the lists and the widths in the rendering context that is current. Draw thread.
+  /// Builds the lists and the widths in the current rendering context. Draw thread.
   /// @return whether the font can print
   bool CreateFontLists() noexcept;
-  /// Builds the lists unless they are valid in the pass in progress. Draw thread, with no list open.
+  /// Builds the lists unless they are valid in the current pass. Draw thread, with no list open.
   /// @return whether the font can print
   bool EnsureLists(GLContextSite& aSite) noexcept;
 
@@ -64,7 +63,7 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
  private:
   using GlyphMetrics = std::array<GLYPHMETRICSFLOAT, kCodes>;
 
-  /// 8-bit text of one Print, on the stack or in m_vText.
+  /// 8-bit text of one Print call, stored on the stack or in m_vText.
   struct Text {
     const char* m_pBytes;
     std::size_t m_iLength;
@@ -96,7 +95,7 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
   GLWCHAR m_szFace[kFaceRoom] = {};  // zero-terminated
   bool m_bTrueType = false;
   bool m_bInternal = false;
-  bool m_bAverageWidth = false;  // a raster font without a width of its own takes the device's
+  bool m_bAverageWidth = false;  // a raster font without a width takes the device's average width
 
   Relaxed<int> m_iStyle{0};
   Relaxed<int> m_iWeight{0};
@@ -106,17 +105,18 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
   Relaxed<float> m_fExtrusionZ{0};
   Relaxed<float> m_fEscapement{0};  // degrees
 
-  GlyphMetrics m_arGlyphMetrics{};      // written on the draw thread; gmfCellIncX is read anywhere
+  GlyphMetrics m_arGlyphMetrics{};      // written on the draw thread; any thread reads gmfCellIncX
   bool m_bRefused = false;              // the last build failed; draw thread
-  std::atomic<bool> m_bCreated{false};  // raised when the metrics are complete
+  std::atomic<bool> m_bCreated{false};  // set once the metrics are complete
   ULONG m_uListKey = 0;
 
-  GLuint m_uTexture = 0;        // the atlas in the rendering context that built last
-  GLuint m_uWindowTexture = 0;  // the atlas in the window's rendering context, and
-  ULONG m_uWindowContext = 0;   // that rendering context's number
+  GLuint m_uTexture = 0;        // atlas texture in the rendering context of the last build
+  GLuint m_uWindowTexture = 0;  // atlas texture in the window's rendering context
+  ULONG m_uWindowContext = 0;   // number of that rendering context
 
   bool m_bListArray = false;
   bool m_bVendorChecked = false;
-  std::vector<GLuint> m_vListNames;  // these two only grow, so that a warm Print allocates nothing
+  // these two never shrink, so that repeated Print calls allocate no memory
+  std::vector<GLuint> m_vListNames;
   std::vector<char> m_vText;
 };

@@ -1,5 +1,5 @@
-// GLFont: the internal kind, whose lists draw cells of a glyph atlas that the module carries as data.
-// Draw thread, with GL current.
+// GLFont: the internal kind. Its lists draw cells of a glyph atlas, which is a data block of the module. Draw
+// thread, with GL current.
 
 #include "media/GLFont.h"
 #include "media/TextureLevels.h"
@@ -13,10 +13,10 @@ constexpr GLsizei kAtlasWidth = 128;
 constexpr GLsizei kAtlasHeight = 256;
 constexpr DWORD kAtlasBytes = kAtlasWidth * kAtlasHeight * 4;
 
-/// The texels of an atlas, lowest row first, red, green, blue, alpha. @return null when there is no such
-/// atlas
+/// Returns the texels of an atlas as RGBA, lowest row first.
+/// @return null if there is no atlas of this name
 const void* FindAtlas(const GLWCHAR* aFace) noexcept {
-  char name[4 * GLFont::kFaceRoom] = "";  // UTF-8; the atlases have names of ASCII letters
+  char name[4 * GLFont::kFaceRoom] = "";  // UTF-8; the names of the atlases are ASCII letters
   WideCharToMultiByte(CP_UTF8, 0, aFace, -1, name, sizeof(name), nullptr, nullptr);
   const HMODULE module = ModuleInstance();
   const HRSRC resource = FindResourceA(module, name, RT_RCDATA);
@@ -25,9 +25,9 @@ const void* FindAtlas(const GLWCHAR* aFace) noexcept {
   return data != nullptr ? LockResource(data) : nullptr;
 }
 
-/// One list: the quad of a cell, from half a unit beside the pen, and the step to the next one.
+/// Compiles one list: the quad of a cell, half a unit right of the pen, and the step to the next character.
 void CompileCell(GLuint aList, int aCode) noexcept {
-  constexpr float kCell = 0.0625f;  // a cell is a sixteenth of the atlas, either way
+  constexpr float kCell = 0.0625f;  // a cell is a sixteenth of the atlas in both directions
   const float u = static_cast<float>(aCode & 15) * 8.0f * 0.0078125f;
   const float t = 1.0f - static_cast<float>(aCode >> 4) * 16.0f * 0.00390625f;
   glNewList(aList, GL_COMPILE);
@@ -39,14 +39,14 @@ void CompileCell(GLuint aList, int aCode) noexcept {
   glTexCoord2f(u + kCell, t);
   glVertex2f(8.5f, 16.5f);
   glTexCoord2f(u, t);
-  glVertex2f(0.375f, 16.5f);  // an eighth to the left: the published outline of the cell
+  glVertex2f(0.375f, 16.5f);  // 1/8 left of the lower corner; existing hosts expect this cell outline
   glEnd();
   glTranslated(9.0, 0.0, 0.0);
   glEndList();
 }
 
-/// Gives a texture its texels. What was bound before is bound again, else the next image that a host loads
-/// would take the atlas's place; and a clipped image that it has drawn doesn't tell how these texels lie.
+/// Uploads the texels to a texture and restores the previous binding. Otherwise the host's next image would
+/// replace the atlas. The scope sets the unpack parameters, since a clipped image may have changed them.
 void LoadAtlas(GLuint aTexture, const void* aTexels) noexcept {
   const TightPixelStore tight;
   GLint before = 0;
@@ -61,7 +61,8 @@ void LoadAtlas(GLuint aTexture, const void* aTexels) noexcept {
 bool GLFont::CreateInternalLists(GLContextSite& aSite, GLuint aBase) noexcept {
   const void* texels = FindAtlas(m_szFace);
   if (texels == nullptr) return false;
-  // The window's texture outlasts a capture; a capture's own goes with its rendering context.
+  // The window's texture remains valid after a capture. A capture's texture is destroyed with its rendering
+  // context.
   const ULONG context = aSite.WindowContextNumber();
   if (m_uWindowTexture != 0 && context != 0 && context == m_uWindowContext)
     glDeleteTextures(1, &m_uWindowTexture);

@@ -1,5 +1,5 @@
-// GLFont: building the lists and widths of the kinds that come from the platform's fonts.
-// Draw thread, with GL current.
+// GLFont: builds the lists and widths of the kinds that use the platform's fonts. Draw thread, with GL
+// current.
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// aValue towards zero, at the range's end where no integer can hold it; 0 when it is no number.
+/// Returns aValue rounded towards zero and limited to the range of int; 0 for NaN.
 int Truncated(float aValue) noexcept {
   if (std::isnan(aValue)) return 0;
   return static_cast<int>(std::clamp(static_cast<double>(aValue), -2147483647.0, 2147483647.0));
@@ -51,7 +51,7 @@ bool GLFont::CreateFontLists(GLContextSite& aSite) noexcept {
   const GLuint base = aSite.GetListBase(m_uListKey);
   if (base == 0) return false;
   const GLErrorCheck check("the build of a font");
-  // A rebuild writes the same widths again, so a reader keeps its answers meanwhile.
+  // A rebuild writes equal widths, so that concurrent readers get the same results.
   const bool created = CreateKindLists(aSite, base);
   m_bCreated.store(created, std::memory_order_release);
   if (!created && !m_bRefused) {
@@ -130,7 +130,7 @@ bool GLFont::CreateOutlineLists(HDC aDC, GLuint aBase) noexcept {
   return true;
 }
 
-// Widths are kept in parts of the font's width, which GetStringWidth multiplies back.
+// Stores widths as fractions of the font's width. GetStringWidth multiplies them by it.
 bool GLFont::SetMetricsFromWidths(HDC aDC) noexcept {
   FLOAT widths[kCodes] = {};
   if (!GetAdvances(aDC, 0, kCodes - 1, widths)) return false;
@@ -150,7 +150,7 @@ void GLFont::SetMetrics(const GlyphMetrics& aMetrics) noexcept {
     own.gmfBlackBoxY = aMetrics[code].gmfBlackBoxY;
     own.gmfptGlyphOrigin = aMetrics[code].gmfptGlyphOrigin;
     own.gmfCellIncY = aMetrics[code].gmfCellIncY;
-    // Hosts may be measuring with the widths of the build before.
+    // Hosts may measure text concurrently, with the widths of the previous build.
     std::atomic_ref(own.gmfCellIncX).store(aMetrics[code].gmfCellIncX, std::memory_order_relaxed);
   }
 }

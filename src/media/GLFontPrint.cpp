@@ -1,5 +1,5 @@
-// GLFont: measuring and printing text.
-// Print runs on the draw thread, within a painter or gauge callback; GetStringWidth on any thread.
+// GLFont: measures and prints text. Print runs on the draw thread, in a painter or gauge callback;
+// GetStringWidth on any thread.
 
 #include <algorithm>
 #include <cstring>
@@ -35,12 +35,12 @@ int ToBytes(const GLWCHAR* aString, std::size_t aLength, char* aBytes, int aRoom
 
 }  // namespace
 
-// In pieces on the stack: a buffer of the font would be shared with the draw thread.
+// Converts the text in pieces on the stack: a buffer in the font would be shared with the draw thread.
 HRESULT GLFont::GetStringWidth(BSTR aString, float* aWidth) noexcept {
   if (aWidth == nullptr) return E_INVALIDARG;
   *aWidth = -1.0f;
   if (!m_bCreated.load(std::memory_order_acquire)) return E_FAIL;
-  constexpr std::size_t kPiece = kStackText / 4;  // no code page needs more than four bytes a unit
+  constexpr std::size_t kPiece = kStackText / 4;  // no code page needs more than four bytes per UTF-16 unit
   const float scale = m_fWidth;
   float sum = 0.0f;
   std::size_t left = LengthOf(aString);
@@ -88,7 +88,7 @@ HRESULT GLFont::Print(BSTR aString, GLDATA_POINT* aStart) noexcept {
   return drawn ? S_OK : E_OUTOFMEMORY;
 }
 
-// Text that can't be converted, for its length or for lack of memory, counts as empty.
+// Text that cannot be converted, because of its length or for lack of memory, is treated as empty.
 GLFont::Text GLFont::Convert(const GLWCHAR* aString, char* aStack, int aRoom) noexcept {
   const std::size_t units = LengthOf(aString);
   if (units == 0 || units > kLongestText) return {aStack, 0};
@@ -124,7 +124,7 @@ void GLFont::Position(const GLDATA_POINT& aStart) const noexcept {
   glPushAttrib(GL_POLYGON_BIT | GL_ENABLE_BIT | GL_TEXTURE_BIT);
   glEnable(GL_TEXTURE_2D);
   glEnable(GL_BLEND);
-  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);  // stays, unlike the enable
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);  // remains set after Print; the enable does not
   glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
   glBindTexture(GL_TEXTURE_2D, m_uTexture);
   glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP);
@@ -134,7 +134,7 @@ void GLFont::Position(const GLDATA_POINT& aStart) const noexcept {
   glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
 }
 
-// One vendor's generic driver wants the names as an array; the others take the bytes on a list base.
+// One vendor's generic driver needs the list names as an array. Other drivers take the bytes and a list base.
 bool GLFont::CallLists(GLuint aBase, const Text& aText) noexcept {
   const auto count = static_cast<GLsizei>(aText.m_iLength);
   if (!m_bListArray) {

@@ -1,4 +1,4 @@
-// GLPixmap: the image itself, its file and its drawing. Any thread, one at a time; Draw where GL is current.
+// GLPixmap: the image, its file and its drawing. Any thread, one at a time; Draw needs a current GL context.
 
 #include "media/GLPixmap.h"
 
@@ -30,7 +30,7 @@ HRESULT GLPixmap::Initialize(int aWidth, int aHeight, GLDATA_RGBA4B aRGBA) noexc
   if (count > kMostPixels) return E_GL_BADVALUE;
   PixelBlock pixels = std::move(m_pPixels);
   if (count != m_iPixelCount) {
-    pixels.reset();  // before the new block, so that both need never be there at once
+    pixels.reset();  // freed before the allocation, to halve the peak memory
     pixels = NewPixels(static_cast<std::size_t>(count));
   }
   TakePixels(std::move(pixels), aWidth, aHeight);
@@ -44,7 +44,7 @@ HRESULT GLPixmap::LoadImageFile(BSTR aFilename) noexcept {
   if (file == nullptr) return Refuse("it cannot be opened");
   BitmapFile image(file.get());
   if (!image.ReadHeader()) return Refuse("its header is no bitmap's, or does not match the file");
-  // Into a block of its own: the image stays as it is until all of the new one stands.
+  // Reads into a new block: the image is unchanged until the new one is complete.
   PixelBlock pixels =
       NewPixels(static_cast<std::size_t>(image.Width()) * static_cast<std::size_t>(image.Height()));
   const bool hasMemory = pixels != nullptr;
@@ -53,7 +53,7 @@ HRESULT GLPixmap::LoadImageFile(BSTR aFilename) noexcept {
   return hasMemory ? S_OK : Refuse("there is no memory for its pixels");
 }
 
-/// Makes aPixels the image, with a zoom of 1 and a full clip. Null empties the pixmap.
+/// Makes aPixels the image, with zoom 1 and the whole image as clip rectangle. Null empties the pixmap.
 void GLPixmap::TakePixels(PixelBlock aPixels, int aWidth, int aHeight) noexcept {
   m_pPixels = std::move(aPixels);
   const bool full = m_pPixels != nullptr;
@@ -70,7 +70,7 @@ HRESULT GLPixmap::SetPixels(int aSize, GLDATA_RGBA4B* aArray) noexcept {
   const int rows = std::min(aSize / m_iWidth, m_iHeight);
   const auto width = static_cast<std::size_t>(m_iWidth);
   for (int row = 0; row < rows; ++row, aArray += width) {
-    std::memmove(&PixelAt(0, row), aArray, width * sizeof(*aArray));  // the array may be the store itself
+    std::memmove(&PixelAt(0, row), aArray, width * sizeof(*aArray));  // the array may overlap the image
   }
   return S_OK;
 }
@@ -99,7 +99,7 @@ HRESULT GLPixmap::TestPlace(int aX, int aY) const noexcept {
   return aX >= 0 && aX < m_iWidth && aY >= 0 && aY < m_iHeight ? S_OK : E_GL_BADVALUE;
 }
 
-/// The pixel at a place counted from the top left. It has to be inside the image.
+/// Returns the pixel at a position counted from the top left. The position must be inside the image.
 GLDATA_RGBA4B& GLPixmap::PixelAt(int aX, int aY) noexcept {
   return m_pPixels[static_cast<std::size_t>(m_iHeight - aY - 1) * static_cast<std::size_t>(m_iWidth) +
                    static_cast<std::size_t>(aX)];
@@ -144,7 +144,7 @@ HRESULT GLPixmap::GetClip(int* aX, int* aY, int* aWidth, int* aHeight) noexcept 
 HRESULT GLPixmap::SetClip(int aX, int aY, int aWidth, int aHeight) noexcept {
   if (m_pPixels == nullptr) return E_GL_BADSTATE;
   if (aX < 0 || aY < 0 || aWidth < 1 || aHeight < 1) return E_GL_BADVALUE;
-  if (aWidth > m_iWidth - aX || aHeight > m_iHeight - aY) return E_GL_BADVALUE;  // sums could overflow
+  if (aWidth > m_iWidth - aX || aHeight > m_iHeight - aY) return E_GL_BADVALUE;  // a sum could overflow
   m_iClipX = aX;
   m_iClipY = aY;
   m_iClipWidth = aWidth;

@@ -1,5 +1,5 @@
-// GLPixmap: a true-colour image in main memory, with a zoom and a clip rectangle.
-// No lock: the host keeps an image out of use while it changes it. Only Draw touches GL.
+// GLPixmap: a true-colour image in main memory, with a zoom and a clip rectangle. No lock: the host must not
+// use an image while it changes it. Only Draw calls GL.
 
 #pragma once
 
@@ -36,7 +36,7 @@ class GLPixmap final : public GLObject<GLPixmap, IGLPixmap> {
   int m_iWidth = 0;
   int m_iHeight = 0;
   int m_iPixelCount = 0;
-  PixelBlock m_pPixels;  ///< rows from the bottom up, null for the empty pixmap
+  PixelBlock m_pPixels;  ///< rows from the bottom up; null if the pixmap is empty
   float m_fZoomX = 1.0f;
   float m_fZoomY = 1.0f;
   int m_iClipX = 0;

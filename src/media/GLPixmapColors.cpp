@@ -1,5 +1,5 @@
-// GLPixmap: the colour operations. Each fills a small table with what becomes of every value and then takes
-// all pixels through it, a whole pixel a step. Any thread, one at a time.
+// GLPixmap: colour operations. Each computes a table with the result for every value, then maps all pixels, a
+// whole pixel per step. Any thread, one at a time.
 
 #include <array>
 #include <bit>
@@ -10,10 +10,10 @@
 
 namespace {
 
-/// What becomes of the values of one channel, each at its place in a pixel's word.
+/// Results for the values of one channel, shifted to the channel's place in a pixel's word.
 using ChannelTable = std::array<std::uint32_t, 256>;
 
-/// Where a channel stands in a pixel's word: 0 red, 1 green, 2 blue, 3 alpha.
+/// Shifts a value to its channel's place in a pixel's word: 0 red, 1 green, 2 blue, 3 alpha.
 constexpr std::uint32_t AtChannel(std::uint32_t aValue, int aChannel) noexcept {
   static_assert(std::endian::native == std::endian::little && sizeof(GLDATA_RGBA4B) == 4);
   return aValue << 8 * aChannel;
@@ -21,7 +21,7 @@ constexpr std::uint32_t AtChannel(std::uint32_t aValue, int aChannel) noexcept {
 
 std::uint32_t WordOf(GLDATA_RGBA4B aPixel) noexcept { return std::bit_cast<std::uint32_t>(aPixel); }
 
-/// The low 8 bits of a number cut toward zero. From 2^31 on a float is a multiple of 256.
+/// Returns the low 8 bits of a number rounded toward zero. A float of 2^31 or more is a multiple of 256.
 std::uint8_t LowByte(float aValue) noexcept {
   if (!(std::fabs(aValue) < 2147483648.0f)) return 0;
   return static_cast<std::uint8_t>(static_cast<std::int32_t>(aValue));
@@ -30,7 +30,7 @@ std::uint8_t LowByte(float aValue) noexcept {
 ChannelTable ScaledChannel(float aFactor, int aChannel) noexcept {
   ChannelTable table;
   for (std::uint32_t value = 0; value < 256; ++value) {
-    // An infinite factor leaves black black: its product isn't a number, which counts as 0.
+    // An infinite factor keeps black: 0 times infinity is NaN, which Limit maps to 0.
     const float scaled = Limit(static_cast<float>(value) * aFactor, 0.0f, 255.0f);
     table[value] = AtChannel(static_cast<std::uint8_t>(scaled), aChannel);
   }
@@ -44,7 +44,7 @@ HRESULT GLPixmap::ScaleColor(GLDATA_RGBA* aScale) noexcept {
   if (m_pPixels == nullptr) return E_GL_BADSTATE;
   const GLDATA_RGBA scale = *aScale;
   for (const float factor : {scale.m_fRed, scale.m_fGreen, scale.m_fBlue, scale.m_fAlpha}) {
-    if (!(factor >= 0.0f)) return E_GL_BADVALUE;  // this way round refuses NaN too
+    if (!(factor >= 0.0f)) return E_GL_BADVALUE;  // written this way to reject NaN
   }
   const ChannelTable red = ScaledChannel(scale.m_fRed, 0), green = ScaledChannel(scale.m_fGreen, 1),
                      blue = ScaledChannel(scale.m_fBlue, 2), alpha = ScaledChannel(scale.m_fAlpha, 3);
@@ -82,7 +82,7 @@ HRESULT GLPixmap::MakeMonochrome(GLDATA_RGBA4B aRGBA) noexcept {
   const auto sum = static_cast<float>(aRGBA.m_bRed + aRGBA.m_bGreen + aRGBA.m_bBlue);
   std::array<float, 3> weights = {0.333f, 0.333f, 0.333f};
   if (sum != 0.0f) weights = {aRGBA.m_bRed / sum, aRGBA.m_bGreen / sum, aRGBA.m_bBlue / sum};
-  std::array<std::uint32_t, 3 * 255 + 1> table{};  // by the sum of a pixel's colours
+  std::array<std::uint32_t, 3 * 255 + 1> table{};  // indexed by the sum of red, green and blue
   for (std::size_t total = 0; total < table.size(); ++total) {
     const float grey = static_cast<float>(total) / 3.0f;
     for (int channel = 0; channel < 3; ++channel) {

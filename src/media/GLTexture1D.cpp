@@ -1,5 +1,5 @@
-// GLTexture1D: a strip of quads with a row of pixels along it. The drawing operations run where GL is
-// current.
+// GLTexture1D: a strip of quads with a row of pixels along it. BeginDraw, Draw and EndDraw need a current GL
+// context.
 
 #include "media/GLTexture1D.h"
 
@@ -23,8 +23,8 @@ HRESULT GLTexture1D::BeginDraw(IGLContext*, eGLTextureMode aTextureMode, LONG aI
   if (m_Levels.HasPixmap()) {
     SetTextureLook(GL_TEXTURE_1D, aTextureMode, aInterpolatePixels, aInterpolateMipmaps, aBlendColor);
     glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_WRAP_S, aRepeat != 0 ? GL_REPEAT : GL_CLAMP);
-    // The unpack parameters stay the host's, but what a clipped image left in them would read past the
-    // pixels.
+    // A clipped image may have left unpack parameters that would read past the pixels. The scope restores
+    // them.
     const TightPixelStore tight;
     m_Levels.Load();
   }

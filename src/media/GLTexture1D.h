@@ -1,5 +1,5 @@
-// GLTexture1D: draws a strip of quads with a pixmap as its 1-D texture.
-// Only BeginDraw, Draw and EndDraw touch GL, where it is current; the rest runs on any thread.
+// GLTexture1D: draws a strip of quads with a pixmap as its 1-D texture. BeginDraw, Draw and EndDraw need a
+// current GL context; Initialize runs on any thread.
 
 #pragma once
 

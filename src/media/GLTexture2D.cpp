@@ -1,4 +1,4 @@
-// GLTexture2D: a polygon with an image on it. The drawing operations run where GL is current.
+// GLTexture2D: a polygon with an image on it. BeginDraw, Draw and EndDraw need a current GL context.
 
 #include "media/GLTexture2D.h"
 

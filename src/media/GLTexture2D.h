@@ -1,5 +1,5 @@
-// GLTexture2D: draws a polygon with a pixmap as its 2-D texture.
-// Only BeginDraw, Draw and EndDraw touch GL, where it is current; the rest runs on any thread.
+// GLTexture2D: draws a polygon with a pixmap as its 2-D texture. BeginDraw, Draw and EndDraw need a current
+// GL context; Initialize runs on any thread.
 
 #pragma once
 

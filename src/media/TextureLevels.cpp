@@ -1,5 +1,5 @@
-// TextureLevels: images, levels and the state of a textured face. Any thread; all that loads or sets where GL
-// is current.
+// TextureLevels: images, levels and the GL state of a textured face. Any thread; functions that call GL need
+// a current context.
 
 #include "media/TextureLevels.h"
 
@@ -19,8 +19,7 @@ constexpr std::array<StoreParameter, 8> kTightStore = {{{GL_UNPACK_ALIGNMENT, 4}
                                                         {GL_PACK_SKIP_ROWS, 0},
                                                         {GL_PACK_SKIP_PIXELS, 0}}};
 
-/// Alignments are 1, 2, 4 or 8; up to 4 they leave no gap between rows of 4-byte pixels. The others have to
-/// be 0.
+/// An alignment up to 4 leaves no gap between rows of 4-byte pixels. The other parameters must be 0.
 constexpr bool IsTight(const StoreParameter& aParameter, GLint aValue) noexcept {
   return aParameter.m_iTight == 4 ? aValue <= 4 : aValue == 0;
 }
@@ -46,8 +45,8 @@ void TextureLevels::SetPixmap(IGLPixmap* aPixmap) noexcept {
   SetLevelsFor({0, 0, nullptr});
 }
 
-/// The pixmap as the target sees it: in one dimension all rows one after another are one row. A pixmap that
-/// hasn't got the pixels that its sides promise is no image.
+/// Returns the pixmap as the texture target needs it: for 1-D, all rows joined to one row. A pixmap with
+/// fewer pixels than its size requires counts as no image.
 TextureLevels::Image TextureLevels::WholeImage() const noexcept {
   int count = 0, width = 0, height = 0;
   GLDATA_RGBA4B* pixels = nullptr;
@@ -63,8 +62,7 @@ TextureLevels::Image TextureLevels::WholeImage() const noexcept {
   return {width, height, pixels};
 }
 
-/// Counts the levels of an image and drops those of another size. In two dimensions the shorter side ends
-/// them.
+/// Counts the levels of an image and drops levels of another size. In 2-D the shorter side limits the number.
 void TextureLevels::SetLevelsFor(const Image& aImage) noexcept {
   if (aImage.m_iWidth == m_iLevelsWidth && aImage.m_iHeight == m_iLevelsHeight) return;
   for (PixelBlock& level : m_ppMipLevels) level.reset();
@@ -91,10 +89,11 @@ void TextureLevels::Load() noexcept {
   }
 }
 
-/// Scales the whole image down to a level's size. No memory, and nothing to draw on, leave the block null.
+/// Scales the whole image to the size of a level. Leaves the block null if no memory is available or no GL
+/// context is current.
 void TextureLevels::MakeLevel(const Image& aImage, const Image& aLevel, PixelBlock& aBlock) const noexcept {
   if (!IsGLCurrent()) return;
-  const TightPixelStore tight;  // GLU reads and writes through the store parameters
+  const TightPixelStore tight;  // GLU uses the pixel store parameters
   aBlock = NewPixels(static_cast<std::size_t>(aLevel.m_iWidth) * static_cast<std::size_t>(aLevel.m_iHeight));
   if (aBlock == nullptr) return;
   const GLint failure =
@@ -128,7 +127,8 @@ void SetTextureLook(GLenum aTarget, eGLTextureMode aMode, LONG aInterpolatePixel
                              aBlendColor->m_fAlpha};
     glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, color);
   }
-  // Within a level the nearest for mipmaps alone, between levels the nearest for pixels alone: as published.
+  // Existing hosts expect this mapping: aInterpolateMipmaps interpolates within a level, aInterpolatePixels
+  // between levels.
   static constexpr GLint kMinFilters[2][2] = {{GL_NEAREST_MIPMAP_NEAREST, GL_LINEAR_MIPMAP_NEAREST},
                                               {GL_NEAREST_MIPMAP_LINEAR, GL_LINEAR_MIPMAP_LINEAR}};
   glTexParameteri(aTarget, GL_TEXTURE_MAG_FILTER, aInterpolatePixels != 0 ? GL_LINEAR : GL_NEAREST);

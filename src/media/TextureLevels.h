@@ -1,5 +1,5 @@
-// TextureLevels: what both kinds of texture share: the image with its scaled-down levels, and the loading of
-// them into the texture that GL has bound. Made, changed and freed on any thread; loaded where GL is current.
+// TextureLevels: the common part of both texture classes. Holds the image and its scaled-down levels, and
+// loads them into the bound texture. Any thread; Load needs a current GL context.
 
 #pragma once
 
@@ -12,23 +12,22 @@
 #include "media/PixelBlock.h"
 #include "platform/GL.h"
 
-/// The image of a texture object, with its mipmap levels in main memory from the first loading on.
+/// The image of a texture object. Load makes its mipmap levels, which stay in main memory.
 class TextureLevels {
  public:
   /// @param aTarget GL_TEXTURE_1D or GL_TEXTURE_2D
   explicit TextureLevels(GLenum aTarget) noexcept : m_uTarget(aTarget) {}
 
-  /// Takes another image, or the same one anew; the levels of the one before are dropped.
+  /// Sets the image and drops all levels, also if it is the same image.
   void SetPixmap(IGLPixmap* aPixmap) noexcept;
   bool HasPixmap() const noexcept { return static_cast<bool>(m_pPixmap); }
 
-  /// Loads the image and all of its levels into the bound texture, making the levels that aren't there yet.
-  /// One without memory is left out. Where GL is current; the unpack parameters are to suit tightly packed
-  /// pixels.
+  /// Loads the image and its levels into the bound texture. Makes missing levels first; skips a level if no
+  /// memory is available. Needs a current GL context with unpack parameters for tightly packed pixels.
   void Load() noexcept;
 
  private:
-  /// An image as it lies in memory.
+  /// An image in memory.
   struct Image {
     int m_iWidth, m_iHeight;
     const void* m_pPixels;
@@ -41,15 +40,15 @@ class TextureLevels {
 
   GLenum m_uTarget;
   GLPtr<IGLPixmap> m_pPixmap;
-  int m_iMipLevels = 0;                      ///< below the image itself
+  int m_iMipLevels = 0;                      ///< without the image itself
   std::array<PixelBlock, 30> m_ppMipLevels;  ///< as many as the longest row of pixels can be halved
-  // The size that the levels are made for; 0 before they are.
+  // The image size that the levels belong to; 0 before the first Load.
   int m_iLevelsWidth = 0;
   int m_iLevelsHeight = 0;
 };
 
-/// GL's pixel store parameters, set so that tightly packed RGBA pixels go in and come out, for a scope. What
-/// stood before stands again afterwards; a parameter that suits is not touched.
+/// Sets GL's pixel store parameters for tightly packed RGBA pixels, for a scope, and then restores the
+/// previous values. Parameters that already fit are not changed.
 class TightPixelStore {
  public:
   TightPixelStore() noexcept;
@@ -61,10 +60,10 @@ class TightPixelStore {
   std::array<GLint, 8> m_aiBefore{};
 };
 
-/// The state of a textured face: one target on and the other off, blending by alpha.
+/// Sets the state of a textured face: enables aTarget, disables aOther, and blends by alpha.
 void EnableTexture(GLenum aTarget, GLenum aOther) noexcept;
 
-/// Environment and filters of the bound texture.
-/// @param aBlendColor null leaves the environment's colour as it is
+/// Sets the environment and the filters of the bound texture.
+/// @param aBlendColor null keeps the environment's colour
 void SetTextureLook(GLenum aTarget, eGLTextureMode aMode, LONG aInterpolatePixels, LONG aInterpolateMipmaps,
                     const GLDATA_RGBA* aBlendColor) noexcept;

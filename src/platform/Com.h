@@ -1,4 +1,4 @@
-// What the component asks of the COM runtime beside the object model. Any thread.
+// Operations of the COM runtime besides the object model. Any thread.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 #include <objbase.h>
 #else
 
-/// Prepares a thread for calling client objects; off Windows these are called directly and nothing is needed.
+/// Prepares a thread for calls to client objects. Off Windows such calls are direct and need no preparation.
 inline HRESULT CoInitialize(void*) noexcept { return S_OK; }
 
 #endif

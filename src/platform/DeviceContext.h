@@ -1,5 +1,5 @@
-// Device contexts: a window's own, memory ones with a bitmap selected, and the release of GDI objects.
-// The documented GDI operations; any thread.
+// Device contexts of windows and in memory, and deletion of GDI objects. The documented GDI operations. Any
+// thread.
 
 #pragma once
 
@@ -24,21 +24,23 @@ struct BITMAPINFO {
 };
 inline constexpr UINT DIB_RGB_COLORS = 0;
 
-/// The device context of a window, held until ReleaseDC; of the whole screen for null. @return null on
-/// failure
+/// Returns the device context of a window, valid until ReleaseDC; for null, of the whole screen.
+/// @return null on failure
 HDC GetDC(HWND hWnd) noexcept;
 int ReleaseDC(HWND hWnd, HDC hDC) noexcept;
 
-/// A memory device context, single-buffered once a bitmap is selected into it and a GL format set.
+/// Creates a memory device context. It is single-buffered once a bitmap is selected and a GL format is set.
 HDC CreateCompatibleDC(HDC hDC) noexcept;
 BOOL DeleteDC(HDC hDC) noexcept;
-/// A bitmap to draw into. @return null for sizes that can't be drawn (0, or past what the driver can draw)
+/// Creates a bitmap to draw into.
+/// @return null if a side is below 1 or above the limit of the driver
 HBITMAP CreateDIBSection(HDC hDC, const BITMAPINFO* pbmi, UINT usage, void** ppvBits, HANDLE hSection,
                          DWORD offset) noexcept;
 
-/// Selects a bitmap or a font. @return what was selected before, null on failure
+/// Selects a bitmap or a font.
+/// @return the object selected before; null on failure
 HGDIOBJ SelectObject(HDC hDC, HGDIOBJ h) noexcept;
-/// Ends a bitmap, a font or a palette.
+/// Deletes a bitmap, a font or a palette.
 BOOL DeleteObject(HGDIOBJ h) noexcept;
 
 #endif

@@ -1,11 +1,11 @@
-// ExitGate: keeps the component out of the graphics driver while the process exits. The driver's own exit
-// handlers free what a frame uses. Any thread.
+// ExitGate: keeps the component from calling the graphics driver while the process exits. The driver's own
+// exit handlers free objects that a frame uses. Any thread.
 
 #pragma once
 
 #ifdef _WIN32
 
-/// The system ends all other threads before the driver's end begins.
+/// Does nothing: Windows ends all other threads before the driver is shut down.
 class ExitGate {
  public:
   class Pass {
@@ -19,12 +19,12 @@ class ExitGate {
 
 #else
 
-/// The first exit handler of the component closes the gate and waits at most two seconds for the threads that
-/// are inside. Nothing opens it again.
+/// The component's first exit handler closes the gate. It waits at most two seconds for the threads inside.
+/// The gate is never opened again.
 class ExitGate {
  public:
-  /// One use of the driver, for the object's length: a draw thread's cycle, or a single call elsewhere.
-  /// Uses nest: a thread inside may go on although the gate has been closed meanwhile.
+  /// One use of the driver, for the lifetime of the object: a cycle of the draw thread, or a single call
+  /// elsewhere. Uses nest: a thread that is inside may continue after the gate is closed.
   class Pass {
    public:
     Pass() noexcept;
@@ -32,19 +32,19 @@ class ExitGate {
     Pass(const Pass&) = delete;
     Pass& operator=(const Pass&) = delete;
 
-    /// False once the gate is closed: the driver must not be called.
+    /// Returns false once the gate is closed: the driver must not be called.
     explicit operator bool() const noexcept { return m_bInside; }
 
    private:
-    unsigned m_uProcess;  // a forked child does not count the pass that it inherits
+    unsigned m_uProcess;  // a forked child must not count the pass that it inherits
     bool m_bInside = true;
   };
 
-  /// Notes that the pass in progress has made something new in the driver.
+  /// Records that the current pass has created an object in the driver.
   static void NoteNewWork() noexcept;
-  /// Whether the process exits. Contexts then stay as they are.
+  /// Returns whether the process exits. Contexts are then left unchanged.
   static bool IsClosed() noexcept;
-  /// Keeps a draw thread where it touches nothing until the process is gone.
+  /// Blocks a draw thread until the process ends, so that it touches nothing.
   [[noreturn]] static void ParkForEver() noexcept;
 };
 

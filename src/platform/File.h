@@ -1,5 +1,4 @@
-// Files that are read: opened by their whole Unicode name, with sizes in 64 bits. Owns no state; any thread,
-// each file on its own.
+// Reading of files: opened by Unicode name, with 64-bit sizes. No state; any thread, one thread per file.
 
 #pragma once
 
@@ -7,13 +6,14 @@
 
 #include <cstdio>
 
-/// Opens a file for reading. Waits for nobody: a pipe opens too, but has no size and nothing to read.
-/// @param aName the name; one that holds a zero before its end names no file
-/// @return the file, the caller's to close; null when there is none such
+/// Opens a file for reading. Never blocks: a pipe opens too, but has size 0 and cannot be read.
+/// @param aName the name; a name with an embedded zero is invalid. Trailing zeros are ignored.
+/// @return the file, which the caller closes; null if it cannot be opened
 std::FILE* OpenFileForReading(BSTR aName) noexcept;
 
-/// The size of a file in bytes, 0 when it has none that can be told. Leaves the file at its end.
+/// Returns the size of a file in bytes; 0 if it is unknown. Leaves the position at the end.
 std::uint64_t FileSize(std::FILE* aFile) noexcept;
 
-/// Goes to a place counted from the file's start. @return false when it can't
+/// Sets the position, in bytes from the start.
+/// @return false on failure
 bool SeekFile(std::FILE* aFile, std::uint64_t aPlace) noexcept;

@@ -1,4 +1,5 @@
-// Fonts: the documented GDI and WGL operations. With GL current where lists are compiled; else any thread.
+// Fonts: the documented GDI and WGL operations. Operations that compile lists need a current GL context; the
+// others run on any thread.
 
 #pragma once
 
@@ -9,7 +10,7 @@
 struct POINTFLOAT {
   FLOAT x, y;
 };
-/// Metrics of one glyph in em units; the cell increments carry the pen to the next glyph.
+/// Metrics of one glyph, in em units. The cell increments move the pen to the next glyph.
 struct GLYPHMETRICSFLOAT {
   FLOAT gmfBlackBoxX, gmfBlackBoxY;
   POINTFLOAT gmfptGlyphOrigin;
@@ -25,12 +26,13 @@ inline constexpr DWORD ANSI_CHARSET = 0, OUT_RASTER_PRECIS = 6, OUT_TT_ONLY_PREC
                        FF_ROMAN = 0x10, FF_SWISS = 0x20, FF_MODERN = 0x30, FF_SCRIPT = 0x40,
                        FF_DECORATIVE = 0x50;
 
-/// A font by its face and style. @return null with no font on the system
+/// Creates a font from a face name and a style.
+/// @return null if the system has no font
 HFONT CreateFontW(int cHeight, int cWidth, int cEscapement, int cOrientation, int cWeight, DWORD bItalic,
                   DWORD bUnderline, DWORD bStrikeOut, DWORD iCharSet, DWORD iOutPrecision,
                   DWORD iClipPrecision, DWORD iQuality, DWORD iPitchAndFamily,
                   const GLWCHAR* szFace) noexcept;
-/// The stock system font: always there.
+/// Returns the stock system font, which always exists.
 HGDIOBJ GetStockObject(int i) noexcept;
 BOOL GetTextMetricsA(HDC hDC, TEXTMETRICA* pMetrics) noexcept;
 BOOL GetCharWidthFloatA(HDC hDC, UINT iFirst, UINT iLast, FLOAT* pWidths) noexcept;
@@ -38,18 +40,19 @@ BOOL wglUseFontBitmapsA(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexc
 BOOL wglUseFontOutlinesA(HDC hDC, DWORD first, DWORD count, DWORD listBase, FLOAT deviation, FLOAT extrusion,
                          int format, GLYPHMETRICSFLOAT* pMetrics) noexcept;
 
-/// CreateFontW itself reports a substituted face here.
+/// Does nothing: CreateFontW reports a substituted face.
 inline void NoteFace(HDC, const GLWCHAR*) noexcept {}
 
 #else
 
-/// Warns in the log where the selected font has another face than the wanted one.
+/// Logs a warning if the face of the selected font is not the wanted one.
 void NoteFace(HDC hDC, const GLWCHAR* szWanted) noexcept;
 
 #endif
 
-/// What wglUseFontBitmapsA does, where the system's own leaves a GL error behind or minds how images are
-/// unpacked.
+/// wglUseFontBitmapsA without the faults of some implementations: it leaves no GL error and ignores the
+/// unpack parameters.
 BOOL UseFontBitmaps(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexcept;
-/// What GetCharWidthFloatA documents, where the system's own counts in other units: advances of device units.
+/// Returns advances in device units, as documented for GetCharWidthFloatA. Some implementations use other
+/// units.
 BOOL GetAdvances(HDC hDC, UINT iFirst, UINT iLast, FLOAT* pWidths) noexcept;

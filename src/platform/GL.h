@@ -1,4 +1,4 @@
-// OpenGL 1.1 and GLU, by the system's headers.
+// OpenGL 1.1 and GLU, from the system's headers.
 
 #pragma once
 
@@ -7,6 +7,6 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
 
-/// Whether a rendering context is current on this thread, anybody's. GL itself passes calls over where none
-/// is; GLU reads what isn't there.
+/// Returns whether a rendering context is current on this thread, also one of the host's. Without a context
+/// GL ignores calls, but GLU reads invalid memory.
 inline bool IsGLCurrent() noexcept { return glGetString(GL_VERSION) != nullptr; }

@@ -1,4 +1,4 @@
-// Log: the level, and how a line is made. No memory is allocated and no lock is taken.
+// Log: the level and the formatting of lines. Any thread. Allocates no memory and takes no lock.
 
 #include "platform/Log.h"
 
@@ -16,7 +16,7 @@ constinit std::atomic<LogLevel> g_LogLevel{LogLevel::kUnread};
 
 namespace {
 
-constexpr std::size_t kLongestLine = 1024;  // less than what a pipe takes as a whole
+constexpr std::size_t kLongestLine = 1024;  // below the size that a pipe writes atomically
 
 constexpr const char* kNames[] = {"off", "error", "warning", "info", "debug"};
 
@@ -24,7 +24,7 @@ constinit std::atomic<LogSink> g_pfnSink{nullptr};
 constinit std::atomic<unsigned> g_uLost{0};
 thread_local unsigned t_uContext = 0;
 
-/// @return false for a line that is lost
+/// @return false if the line is lost
 bool Send(const char* aLine, std::size_t aLength) noexcept {
   if (const LogSink sink = g_pfnSink.load(std::memory_order_acquire)) {
     sink(aLine, aLength);
@@ -33,7 +33,7 @@ bool Send(const char* aLine, std::size_t aLength) noexcept {
   return WriteLogLine(aLine, aLength);
 }
 
-/// One line on the stack.
+/// Formats one line on the stack.
 class Line {
  public:
   explicit Line(LogLevel aLevel) noexcept {
@@ -55,7 +55,8 @@ class Line {
     if (length > 0) m_uLength += std::min(static_cast<std::size_t>(length), room - 1);
   }
 
-  /// A name in a message may hold line ends. @return false for a line that is lost
+  /// Writes the line. Replaces control characters, since a name in a message may contain line breaks.
+  /// @return false if the line is lost
   bool Write() noexcept {
     std::replace_if(
         m_szText, m_szText + m_uLength, [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; }, '?');
@@ -65,7 +66,7 @@ class Line {
   }
 
  private:
-  char m_szText[kLongestLine + 1];  // one more for the line's end
+  char m_szText[kLongestLine + 1];  // one more for the line break
   std::size_t m_uLength = 0;
 };
 
@@ -84,7 +85,8 @@ class Line {
 
 }  // namespace
 
-// Several threads may come here at once. All find the same, and each opens the file for itself at worst.
+// Several threads may run this concurrently. They compute the same level. At worst each opens the file, and
+// all but one close it.
 LogLevel StartLog() noexcept {
   char wanted[64];
   ReadLogVariable("GLLIB_LOG", wanted, sizeof(wanted));

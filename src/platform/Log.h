@@ -1,5 +1,5 @@
-// Log: messages for the author of a host. Any thread, with any lock held.
-// GLLIB_LOG=error|warning|info|debug switches it on. A message never changes the result of an operation.
+// Log: messages for the developers of hosts. Any thread, with any lock held.
+// GLLIB_LOG=error|warning|info|debug enables it. A message never changes the result of an operation.
 
 #pragma once
 
@@ -8,30 +8,31 @@
 
 enum class LogLevel { kUnread = -1, kOff, kError, kWarning, kInfo, kDebug };
 
-/// kUnread until the first question.
+/// kUnread until the level is first needed.
 extern std::atomic<LogLevel> g_LogLevel;
 
-/// Reads GLLIB_LOG, and opens the file that GLLIB_LOG_FILE names. @return the level
+/// Reads GLLIB_LOG and opens the file named by GLLIB_LOG_FILE.
+/// @return the level
 LogLevel StartLog() noexcept;
 
-/// Whether messages of a level are written. One relaxed load.
+/// Returns whether messages of a level are written. Costs one relaxed load.
 inline bool IsLogged(LogLevel aLevel) noexcept {
   const LogLevel level = g_LogLevel.load(std::memory_order_relaxed);
   return aLevel <= (level != LogLevel::kUnread ? level : StartLog());
 }
 
-// Write one line, in a single write. Formats as printf; control characters become question marks. A line that
-// the log does not take at once is lost and counted: no thread waits for a reader of the log.
+// Each writes one line by a single write, with a printf format. Control characters become question marks. A
+// line that cannot be written at once is dropped and counted: no thread waits for a reader of the log.
 [[gnu::format(printf, 1, 2)]] void LogError(const char* aFormat, ...) noexcept;
 [[gnu::format(printf, 1, 2)]] void LogWarning(const char* aFormat, ...) noexcept;
 [[gnu::format(printf, 1, 2)]] void LogInfo(const char* aFormat, ...) noexcept;
 [[gnu::format(printf, 1, 2)]] void LogDebug(const char* aFormat, ...) noexcept;
 
-/// Names the context whose work the calling thread does, for the lines that it writes; 0 for none.
-/// @return the number before
+/// Sets the context number that the calling thread's lines contain; 0 for none.
+/// @return the previous number
 unsigned SetLogContext(unsigned aNumber) noexcept;
 
-/// Names the context for the length of a scope.
+/// Sets the context number for a scope.
 class LogContext {
  public:
   explicit LogContext(unsigned aNumber) noexcept : m_uBefore(SetLogContext(aNumber)) {}
@@ -43,9 +44,9 @@ class LogContext {
   const unsigned m_uBefore;
 };
 
-/// Closes the file. The next question reads the variables again.
+/// Closes the file. The next message reads the variables again.
 void EndLog() noexcept;
 
 using LogSink = void (*)(const char* aLine, std::size_t aLength);
-/// Sends lines to a function in place of the log; null and kUnread end this. For tests.
+/// Sends lines to a function instead of the log; null and kUnread restore the log. For tests.
 void SetLogSink(LogLevel aLevel, LogSink aSink) noexcept;

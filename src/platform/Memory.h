@@ -4,6 +4,6 @@
 
 #include <cstddef>
 
-/// Memory for aBytes of image, laid out so that a large one costs few page faults when it is first filled.
-/// @return the block, which std::free ends; null when there is none
+/// Allocates aBytes for an image. Large blocks are laid out so that the first fill causes few page faults.
+/// @return the block, to be freed by std::free; null if no memory is available
 void* AllocateImage(std::size_t aBytes) noexcept;

@@ -1,4 +1,4 @@
-// The file that holds the component, the type library in it, and its end. Any thread.
+// The module's file, its type library, and its unloading. Any thread.
 
 #pragma once
 
@@ -6,24 +6,25 @@
 
 #include "platform/Types.h"
 
-/// The full path of the module: UTF-8 on Windows, elsewhere the bytes of the file system. It is the path by
-/// which the module was loaded, whatever the working folder is now. @return empty on failure
+/// Returns the full path that the module was loaded from, also if the working directory has changed since.
+/// UTF-8 on Windows, elsewhere the bytes of the file system.
+/// @return empty on failure
 std::string ModulePath();
 
-/// Enters the module's type library into the registry; off Windows there is none to enter.
+/// Registers the module's type library. Off Windows there is none.
 HRESULT RegisterModuleTypeLib(const std::string& aPath) noexcept;
-/// Takes the type library out of the registry.
+/// Unregisters the type library.
 HRESULT UnregisterModuleTypeLib(const std::string& aPath) noexcept;
 
-/// Holds a reference of the module's own to its file, so that a host that unloads it with objects left does
-/// not take the code from their threads. Once; on Windows the host's count alone decides.
+/// Keeps the module loaded if the host unloads it while objects exist, since their threads run its code.
+/// Takes at most one reference to the file. On Windows only the host's count decides.
 void KeepModuleLoaded() noexcept;
-/// Gives that reference back. The caller's code stays until the host gives back its own.
+/// Releases that reference. The code stays loaded until the host releases its own.
 void ReleaseModule() noexcept;
 
-/// Ends the layer's own threads and its display, with all their windows gone. They start again at their next
-/// use. On Windows there are none.
+/// Ends the threads of the platform layer and its display with all windows. They start again at the next use.
+/// On Windows there are none.
 void EndPlatform() noexcept;
-/// Has a function run when the module is detached, on Windows; elsewhere a module that is kept by a reference
-/// of its own can't be detached unasked.
+/// On Windows, calls a function when the module is detached. Elsewhere KeepModuleLoaded prevents an
+/// unexpected detach.
 void RunAtDetach(void (*aFunction)()) noexcept;

@@ -1,4 +1,4 @@
-// Logical palettes, for displays whose formats need one. The documented GDI operations; any thread.
+// Logical palettes, for displays whose formats need one. The documented GDI operations. Any thread.
 
 #pragma once
 
@@ -16,7 +16,7 @@ struct LOGPALETTE {
 inline constexpr UINT GDI_ERROR = 0xFFFFFFFF;
 
 HPALETTE CreatePalette(const LOGPALETTE* pPalette) noexcept;
-/// @return the palette that was selected before; null on failure
+/// @return the palette selected before; null on failure
 HPALETTE SelectPalette(HDC hDC, HPALETTE hPalette, BOOL bForceBackground) noexcept;
 /// @return the number of entries mapped; GDI_ERROR on failure
 UINT RealizePalette(HDC hDC) noexcept;

@@ -1,4 +1,4 @@
-// Pixel formats of a device context, numbered from 1. The documented GDI operations; any thread.
+// Pixel formats of a device context, numbered from 1. The documented GDI operations. Any thread.
 
 #pragma once
 
@@ -23,14 +23,15 @@ inline constexpr DWORD PFD_DOUBLEBUFFER = 0x1, PFD_STEREO = 0x2, PFD_DRAW_TO_WIN
                        PFD_GENERIC_ACCELERATED = 0x1000;
 inline constexpr BYTE PFD_TYPE_RGBA = 0, PFD_TYPE_COLORINDEX = 1, PFD_MAIN_PLANE = 0;
 
-/// The format that comes nearest to the request. @return its number; 0 when there is none
+/// Chooses the format closest to the request.
+/// @return its number; 0 if there is none
 int ChoosePixelFormat(HDC hDC, const PIXELFORMATDESCRIPTOR* pRequest) noexcept;
-/// Gives a device context its format, once.
+/// Sets the format of a device context. It can be set only once.
 BOOL SetPixelFormat(HDC hDC, int iFormat, const PIXELFORMATDESCRIPTOR* pRequest) noexcept;
-/// Describes a format. @return the highest number that there is; 0 on failure
+/// Describes a format.
+/// @return the highest format number; 0 on failure
 int DescribePixelFormat(HDC hDC, int iFormat, UINT nBytes, PIXELFORMATDESCRIPTOR* pFormat) noexcept;
-/// Brings the back buffer to the screen. On a window that has gone, or a connection that has broken, it
-/// fails.
+/// Shows the back buffer. Fails if the window is destroyed or the connection is broken.
 BOOL SwapBuffers(HDC hDC) noexcept;
 
 #endif

@@ -1,4 +1,4 @@
-// ProcessWide: an object that the process has once, from its first use on. Any thread.
+// ProcessWide: one object per process, created at its first use. Any thread.
 
 #pragma once
 
@@ -9,9 +9,9 @@
 
 #include "platform/ProcessIdentity.h"
 
-/// Holds a T that is made at its first use and never destroyed: threads may still use it while the process
-/// exits. A forked child gets a T of its own, since the inherited one may be half changed and its locks may
-/// be held by threads that do not exist there.
+/// Holds a T that is created at its first use and never destroyed, since threads may use it while the process
+/// exits. A forked child creates its own T: the inherited one may be half changed, and its locks may be held
+/// by threads that do not exist there.
 template <class T>
 class ProcessWide {
  public:

@@ -1,6 +1,7 @@
-// The registry: the documented Win32 operations that read it; RegistryBatch changes it. Off Windows over text
-// files in the registry-script format, machine.reg and user.reg, in the folder GLLIB_REGISTRY_DIR, else
-// gllib/ under the XDG configuration folders. A file is replaced as a whole. Any thread.
+// The registry: the documented Win32 operations that read it; RegistryBatch changes it. Off Windows the
+// registry consists of machine.reg and user.reg, text files in the registry-script format. They are in the
+// directory GLLIB_REGISTRY_DIR, or else in gllib/ under the XDG configuration directories. A file is always
+// replaced as a whole. Any thread.
 
 #pragma once
 

@@ -1,5 +1,5 @@
-// RegistryBatch: changes of one program to HKEY_CLASSES_ROOT that belong together. Used by one thread at a
-// time; Commit excludes other threads and processes.
+// RegistryBatch: a set of changes to HKEY_CLASSES_ROOT. Used by one thread at a time. Commit excludes other
+// threads and processes.
 
 #pragma once
 
@@ -10,17 +10,17 @@
 #include "platform/Registry.h"
 
 /// Collects changes and makes them in order. Texts are UTF-8 on Windows, elsewhere the bytes of the file
-/// system. Off Windows they are made as one: other programs see all or nothing of them.
+/// system. Off Windows the changes are atomic: other programs see all of them or none.
 class RegistryBatch {
  public:
-  /// Sets a text; an empty name is the key's default value.
+  /// Sets a text. An empty name sets the key's default value.
   void SetText(std::string aKey, std::string aText, std::string aName = {});
-  /// Removes a key and all below it, where it exists.
+  /// Removes a key and its subkeys, if it exists.
   void Remove(std::string aKey);
 
-  /// @return ERROR_SUCCESS; else what prevented it. Nothing has changed then; on Windows the changes before
-  /// that one
-  ///         have been made
+  /// Makes the changes.
+  /// @return ERROR_SUCCESS, else the first error. After an error nothing is changed; on Windows the changes
+  ///         before the failed one remain.
   LSTATUS Commit() const noexcept;
 
  private:

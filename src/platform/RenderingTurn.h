@@ -1,11 +1,11 @@
-// RenderingTurn: keeps the rendering contexts of several threads from drawing at the same time, on drivers
-// that crash then. GLPass holds the turn; DrawThreadWait gives it away. Draw threads.
+// RenderingTurn: serialises drawing of several threads on drivers that would crash otherwise. GLPass holds
+// the turn; DrawThreadWait releases it. Draw threads.
 
 #pragma once
 
 #ifdef _WIN32
 
-/// Drivers here draw on several threads at the same time.
+/// Does nothing: drivers on Windows support concurrent drawing.
 class RenderingTurn {
  public:
   RenderingTurn() noexcept {}
@@ -17,9 +17,9 @@ class RenderingBreak {
 
 #else
 
-/// The calling thread's turn to use GL, for the object's length; turns nest. Where the driver needs turns, a
-/// thread waits for its turn in FIFO order, for at most two seconds. Then it draws without one, so that
-/// painters that wait for each other through the host's own locks come to an end.
+/// The calling thread's turn to use GL, for the lifetime of the object. Turns nest. If the driver needs
+/// turns, waiting threads enter in FIFO order. A thread that has waited two seconds draws without a turn.
+/// This resolves deadlocks of painters that wait for each other through locks of the host.
 class RenderingTurn {
  public:
   RenderingTurn() noexcept;
@@ -28,7 +28,7 @@ class RenderingTurn {
   RenderingTurn& operator=(const RenderingTurn&) = delete;
 };
 
-/// Gives the calling thread's turn, if it has one, to other threads for the object's length.
+/// Releases the calling thread's turn, if any, for the lifetime of the object.
 class RenderingBreak {
  public:
   RenderingBreak() noexcept;
@@ -40,7 +40,7 @@ class RenderingBreak {
   int m_iDepth;
 };
 
-/// Finds out whether the driver of the current rendering context needs turns. Any thread.
+/// Detects whether the driver of the current rendering context needs turns. Any thread.
 void NoteRenderingDriver() noexcept;
 
 #endif

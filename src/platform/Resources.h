@@ -1,4 +1,4 @@
-// Data blocks of the module, found by name without regard to case. The documented Win32 operations; any
+// Data blocks of the module, found by name without regard to case. The documented Win32 operations. Any
 // thread.
 
 #pragma once

@@ -1,4 +1,4 @@
-// The platform's own version: the documented Win32 query; any thread.
+// Version of the platform: the documented Win32 query. Any thread.
 
 #pragma once
 
@@ -12,7 +12,7 @@ struct OSVERSIONINFOA {
 };
 inline constexpr DWORD VER_PLATFORM_WIN32_WINDOWS = 1, VER_PLATFORM_WIN32_NT = 2;
 
-/// Fills the record; dwPlatformId is the display's own answer: 2 where it renders off-screen.
+/// Fills the record. dwPlatformId is the value of the display: 2 if it renders off-screen.
 BOOL GetVersionExA(OSVERSIONINFOA* pInfo) noexcept;
 
 #endif

@@ -1,4 +1,4 @@
-// StartThread: the one way in which the component makes a thread. Any thread.
+// StartThread: creates all threads of the component. Any thread.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 
 #ifdef _WIN32
 
-/// Nothing here interrupts a thread.
+/// Does nothing: Windows has no signals that interrupt a thread.
 class SignalsBlocked {
  public:
   SignalsBlocked() noexcept {}
@@ -18,8 +18,8 @@ inline void NoteComponentThread() noexcept {}
 
 #include <csignal>
 
-/// Blocks the calling thread's signals for the object's length, except those that report a fault of the
-/// thread itself: the host's handler for a crash must see one in a painter.
+/// Blocks the calling thread's signals for the lifetime of the object. Signals that report a fault of the
+/// thread stay unblocked: the host's crash handler must receive a fault in a painter.
 class SignalsBlocked {
  public:
   SignalsBlocked() noexcept;
@@ -30,15 +30,15 @@ class SignalsBlocked {
  private:
   sigset_t m_Before{};
 };
-/// Notes that the calling thread is the component's own, so that its blocked signals need no care.
+/// Marks the calling thread as the component's own. Its signals are always blocked.
 void NoteComponentThread() noexcept;
-/// Whether the calling thread is the component's own.
+/// Returns whether the calling thread is marked as the component's own.
 bool IsComponentThread() noexcept;
 
 #endif
 
-/// Starts a thread of the component. All signals are blocked there, and on threads that a driver starts from
-/// there: the host's signals are the host's threads' alone. Throws as std::thread does.
+/// Starts a thread of the component. Its signals are blocked, also on threads that a driver starts from it:
+/// only threads of the host handle the host's signals. Throws as std::thread does.
 template <class Function>
 std::thread StartThread(Function aFunction) {
   const SignalsBlocked blocked;

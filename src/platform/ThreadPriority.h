@@ -1,4 +1,5 @@
-// Thread priorities by the documented Win32 values. A thread is known by the system's own number for it.
+// Thread priorities, as the documented Win32 values. Threads are identified by the number of the operating
+// system. Any thread.
 
 #pragma once
 
@@ -11,9 +12,10 @@ inline constexpr int THREAD_PRIORITY_IDLE = -15, THREAD_PRIORITY_LOWEST = -2,
                      THREAD_PRIORITY_TIME_CRITICAL = 15;
 #endif
 
-/// The system's number of the calling thread.
+/// Returns the operating system's number of the calling thread.
 DWORD ThisThreadNumber() noexcept;
 
-/// Gives a living thread of this process the nearest priority that the system has and grants.
-/// @return false when nothing nearer than the present one is granted
+/// Sets the priority of a running thread of this process to the nearest one that the system supports and
+/// permits.
+/// @return false if the system permits no priority nearer than the current one
 bool SetPriorityOfThread(DWORD aThread, int aPriority) noexcept;

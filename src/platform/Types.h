@@ -1,4 +1,4 @@
-// The base types of the platform subset by their documented Win32 names. Owns no state.
+// Base types of the platform subset, by their documented Win32 names. No state.
 
 #pragma once
 
@@ -16,7 +16,7 @@ using LPARAM = std::intptr_t;
 using LRESULT = std::intptr_t;
 using COLORREF = DWORD;
 
-// Handles are opaque and pointer-sized. An HWND holds the number that the window system knows the window by.
+// Handles are opaque and have the size of a pointer. An HWND holds the window system's window number.
 using HWND = struct HWND__*;
 using HDC = struct HDC__*;
 using HGLRC = struct HGLRC__*;

@@ -1,6 +1,6 @@
-// Windows: classes, child windows and pop-ups, their procedures, geometry, work areas and the message hook.
-// The documented Win32 operations. Off Windows the procedures run on the layer's message thread: windows have
-// no thread of their own, and every operation may be called from any thread.
+// Windows: classes, child windows and pop-ups, procedures, geometry, work areas and the message hook. The
+// documented Win32 operations. Off Windows the message thread of the layer runs the procedures. There windows
+// belong to no thread, and any thread may call every operation.
 
 #pragma once
 
@@ -61,31 +61,31 @@ inline constexpr int WH_CALLWNDPROCRET = 12;
 inline constexpr int HC_ACTION = 0;
 inline const char* const IDC_CROSS = reinterpret_cast<const char*>(std::uintptr_t{32515});
 
-/// The handle of the module that holds the component, for window classes and resources.
+/// Returns the handle of the component's module, for window classes and resources.
 HINSTANCE ModuleInstance() noexcept;
 
 ATOM RegisterClassA(const WNDCLASSA* pClass) noexcept;
 BOOL UnregisterClassA(const char* szClass, HINSTANCE hInstance) noexcept;
 HCURSOR LoadCursorA(HINSTANCE hInstance, const char* szName) noexcept;
 
-/// Makes a window. WM_CREATE has been delivered, on a thread of the layer, before it returns.
-/// @return null when the parent is no window or the window system refuses
+/// Creates a window. A thread of the layer has delivered WM_CREATE before this returns.
+/// @return null if the parent does not exist or the window system refuses
 HWND CreateWindowExA(DWORD dwExStyle, const char* szClass, const char* szTitle, DWORD dwStyle, int x, int y,
                      int nWidth, int nHeight, HWND hParent, HMENU hMenu, HINSTANCE hInstance,
                      void* pParam) noexcept;
-/// Ends a window. WM_DESTROY is delivered on the calling thread; a procedure that runs at the time on another
-/// thread isn't waited for.
+/// Destroys a window. Delivers WM_DESTROY on the calling thread. Does not wait for a procedure that runs on
+/// another thread.
 BOOL DestroyWindow(HWND hWnd) noexcept;
 LRESULT DefWindowProcA(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept;
 
-/// Stores the user data of a window. Waits for a procedure of the window that runs on another thread, so that
-/// after clearing it nobody holds the old value.
+/// Stores the user data of a window. Waits for procedures of the window that run on other threads, so that no
+/// thread uses the old value afterwards.
 LONG_PTR SetWindowLongPtrA(HWND hWnd, int nIndex, LONG_PTR value) noexcept;
 LONG_PTR GetWindowLongPtrA(HWND hWnd, int nIndex) noexcept;
 
 BOOL GetWindowRect(HWND hWnd, RECT* pRect) noexcept;
 BOOL ScreenToClient(HWND hWnd, POINT* pPoint) noexcept;
-/// The parent of a window of whatever program; null at the top.
+/// Returns the parent of a window of any program; null at the top level.
 HWND GetParent(HWND hWnd) noexcept;
 BOOL MoveWindow(HWND hWnd, int x, int y, int nWidth, int nHeight, BOOL bRepaint) noexcept;
 BOOL SetWindowPos(HWND hWnd, HWND hInsertAfter, int x, int y, int cx, int cy, UINT uFlags) noexcept;
@@ -96,15 +96,15 @@ BOOL GetMonitorInfoA(HMONITOR hMonitor, MONITORINFO* pInfo) noexcept;
 BOOL SystemParametersInfoA(UINT uAction, UINT uParam, void* pParam, UINT uWinIni) noexcept;
 HWND GetDesktopWindow() noexcept;
 
-/// Installs a hook on the messages of a thread; off Windows on those of the layer's message thread, whichever
-/// thread is named. One at a time a thread is enough for the component.
+/// Installs a hook on the messages of a thread. Off Windows the hook always sees the messages of the layer's
+/// message thread. Only one hook is supported.
 HHOOK SetWindowsHookExA(int idHook, HOOKPROC pfn, HINSTANCE hMod, DWORD dwThreadId) noexcept;
 BOOL UnhookWindowsHookEx(HHOOK hHook) noexcept;
 LRESULT CallNextHookEx(HHOOK hHook, int nCode, WPARAM wParam, LPARAM lParam) noexcept;
-/// Queues a message for a window of the component; never waits.
+/// Queues a message for a window of the component. Never blocks.
 BOOL PostMessageA(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept;
 DWORD GetCurrentThreadId() noexcept;
-/// Decides again which display new windows are made on: the X server may have gone or come back.
+/// Chooses the display of new windows again, since an X server may have stopped or started.
 void ChooseDisplay() noexcept;
 
 #else
@@ -119,9 +119,9 @@ inline HINSTANCE ModuleInstance() noexcept {
 
 #endif
 
-/// Ends a window from any thread. On Windows, where its own thread alone can, that one is asked by WM_CLOSE
-/// and waited for up to 3 s; it must pump its messages, and the window's procedure leave that one to
-/// DefWindowProcA.
+/// Destroys a window from any thread. On Windows only the window's own thread can destroy it: it receives
+/// WM_CLOSE and this waits up to 3 s. That thread must pump messages, and the window procedure must pass
+/// WM_CLOSE to DefWindowProcA.
 BOOL EndWindow(HWND hWnd) noexcept;
-/// Whether the calling thread may destroy a window. On Windows only the thread that made it may.
+/// Returns whether the calling thread may destroy a window. On Windows only the thread that created it may.
 bool CanDestroyHere(HWND hWnd) noexcept;

@@ -1,6 +1,5 @@
-// GLCollection: the slots, the walks, and copies from one collection to another.
-// Any thread. What is outside this object, a member's Release or another collection, is called with no lock
-// held, so that nothing it does or waits for can lock up with it.
+// GLCollection: slots, iteration, and copies between collections. Any thread. Members and other collections
+// are called without the lock, so that they cannot cause a deadlock.
 
 #include "state/GLCollection.h"
 
@@ -30,7 +29,8 @@ HRESULT GLCollection::Add(IUnknown* aIU) noexcept {
   return S_OK;
 }
 
-/// Members keep their slots. @return false without memory, nothing changed
+/// Adds slots; members keep theirs.
+/// @return false if no memory is available; nothing changes
 bool GLCollection::Grow() noexcept {
   const int capacity = m_iCapacity + m_iGrowBy;
   Slots slots(new (std::nothrow) IUnknown*[static_cast<std::size_t>(capacity)]());
@@ -126,7 +126,7 @@ HRESULT GLCollection::GetPrev(GLPOSITION* aPos, IUnknown** aIU) noexcept {
   return Walk(*aPos, -1, *aIU);
 }
 
-/// Steps to the next occupied slot and gives its member, counted; E_FAIL once the step is outside the slots.
+/// Moves to the next used slot and returns its member with a reference; E_FAIL past the last slot.
 HRESULT GLCollection::Walk(GLPOSITION& aPos, int aStep, IUnknown*& aIU) noexcept {
   int slot = aPos.m_iIndex + aStep;
   while (slot >= 0 && slot < m_iCapacity && m_ppItems[slot] == nullptr) slot += aStep;
@@ -159,7 +159,7 @@ HRESULT GLCollection::AppendTo(IGLCollection* aColl) noexcept {
   return S_OK;
 }
 
-/// All members at one moment, in slot order, each with a reference.
+/// Copies all members at one moment, in slot order, each with a reference.
 HRESULT GLCollection::Snapshot(Slots& aMembers, int& aSize) noexcept {
   const PLock lock(m_Lock);
   aMembers.reset(new (std::nothrow) IUnknown*[static_cast<std::size_t>(m_iSize)]);
@@ -170,7 +170,7 @@ HRESULT GLCollection::Snapshot(Slots& aMembers, int& aSize) noexcept {
   return S_OK;
 }
 
-/// Adds the members to a collection, which counts its own references, and gives the snapshot's back.
+/// Adds the members to a collection, which takes its own references, and releases those of the snapshot.
 void GLCollection::AddTo(IGLCollection& aColl, const Slots& aMembers, int aSize) noexcept {
   for (int i = 0; i < aSize; ++i) {
     aColl.Add(aMembers[i]);

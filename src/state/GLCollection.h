@@ -1,5 +1,5 @@
-// GLCollection: the component's general container, counted references in numbered slots.
-// Any thread; its lock is held for the length of an operation, but never while a member's Release runs.
+// GLCollection: general container of counted references in numbered slots. Any thread. The lock is held for a
+// whole operation, but not while a member's Release runs.
 
 #pragma once
 
@@ -39,7 +39,7 @@ class GLCollection final : public GLObject<GLCollection, IGLCollection> {
   int m_iSize = 0;
   int m_iCapacity = 0;
   int m_iGrowBy = kFirstGrowth;
-  int m_iHighestFree = -1;  // no slot above it is free
-  Slots m_ppItems;          // null: a free slot; else one reference
+  int m_iHighestFree = -1;  // no slot above this one is free
+  Slots m_ppItems;          // null: free slot; else one reference
   PCriticalSection m_Lock;
 };

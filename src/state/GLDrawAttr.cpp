@@ -1,4 +1,4 @@
-// GLDrawAttr: the operations. What is out of range is limited, never refused. Any thread.
+// GLDrawAttr: the operations. Values out of range are clamped, never rejected. Any thread.
 
 #include "state/GLDrawAttr.h"
 
@@ -24,7 +24,7 @@ constexpr float Contrast(float aChannel) noexcept { return aChannel < 0.5f ? 1.0
 
 }  // namespace
 
-/// The end of every setter: the next application is a full one, also if the value is the old one.
+/// Ends every setter. The next application sends all attributes, also if the value is unchanged.
 HRESULT GLDrawAttr::Modified() noexcept {
   if (m_uVersion.fetch_add(1, std::memory_order_release) == UINT32_MAX) ++m_uVersion;
   return S_OK;

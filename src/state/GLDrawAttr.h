@@ -1,5 +1,5 @@
-// GLDrawAttr: colour, point and line settings and drawing mode of one draw attribute object.
-// Host threads write, the draw thread reads; each member is atomic on its own, the whole is not.
+// GLDrawAttr: colour, point and line settings, and drawing mode. Written by host threads, read by the draw
+// thread. Each member is atomic; a group of members is not.
 
 #pragma once
 
@@ -40,7 +40,7 @@ class GLDrawAttr final : public GLObject<GLDrawAttr, IGLDrawAttr> {
   HRESULT IsDrawModeEnabled(eGLDrawMode aMode, LONG* aEnabled) noexcept override;
   HRESULT GetDrawMode(int* aMode) noexcept override;
 
-  // For canvases: what tells states of the object apart, never 0, and the values as they stand.
+  // For canvases: the current values, and a version that changes with every setter and is never 0.
   std::uint32_t Version() const noexcept { return m_uVersion.load(std::memory_order_acquire); }
   GLDATA_RGBA Color() const noexcept { return m_sColor; }
   float PointSize() const noexcept { return m_fPointSize; }
@@ -56,7 +56,7 @@ class GLDrawAttr final : public GLObject<GLDrawAttr, IGLDrawAttr> {
   RelaxedColor m_sColor{1.0f, 1.0f, 1.0f, 1.0f};
   Relaxed<float> m_fPointSize{1.0f};
   Relaxed<float> m_fLineWidth{1.0f};
-  Relaxed<std::uint16_t> m_usLineStipplePattern{0xFFFF};  // all bits: a solid line
+  Relaxed<std::uint16_t> m_usLineStipplePattern{0xFFFF};  // all bits set: a solid line
   Relaxed<int> m_iLineStippleFactor{1};
   std::atomic<int> m_iDrawMode{GLDM_SHOW_FRONT | GLDM_SMOOTH_LIGHTING};
   std::atomic<std::uint32_t> m_uVersion{1};

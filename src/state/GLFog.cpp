@@ -1,4 +1,4 @@
-// GLFog: the operations, on any thread, and the way to GL, on the draw thread.
+// GLFog: the operations (any thread) and their application to GL (draw thread).
 
 #include "state/GLFog.h"
 
@@ -26,14 +26,14 @@ HRESULT GLFog::GetCalcMode(eGLFogCalcMode* aMode) noexcept {
 HRESULT GLFog::SetCalcMode(eGLFogCalcMode aMode) noexcept {
   m_iFogMode = aMode == GLFM_CALCULATE_LINEAR     ? GL_LINEAR
                : aMode == GLFM_CALCULATE_EXPONENT ? GL_EXP
-                                                  : GL_EXP2;  // unknown modes included
+                                                  : GL_EXP2;  // also for unknown modes
   return S_OK;
 }
 
 HRESULT GLFog::GetFogDensity(float* aValue) noexcept { return Give(aValue, m_fDensity); }
 
 HRESULT GLFog::SetFogDensity(float aValue) noexcept {
-  if (!(aValue > 0.0f)) return E_GL_BADVALUE;  // this way round refuses NaN too
+  if (!(aValue > 0.0f)) return E_GL_BADVALUE;  // written this way to reject NaN
   m_fDensity = aValue;
   return S_OK;
 }
@@ -61,7 +61,8 @@ void GLFog::ApplyFog() const noexcept {
   const GLDATA_RGBA color = m_sColor;
   glEnable(GL_FOG);
   glFogi(GL_FOG_MODE, m_iFogMode);
-  glFogf(GL_FOG_DENSITY, m_fDensity);  // all parameters go out in every mode, so a later mode finds them
+  // parameters of the other modes are sent too, so that a later mode uses current values
+  glFogf(GL_FOG_DENSITY, m_fDensity);
   glFogf(GL_FOG_START, m_fStart);
   glFogf(GL_FOG_END, m_fEnd);
   glFogfv(GL_FOG_COLOR, &color.m_fRed);

@@ -1,5 +1,5 @@
-// GLFog: the fog settings of one context.
-// Host threads write, the draw thread reads; each member is atomic on its own, the whole is not.
+// GLFog: fog settings of one context. Written by host threads, read by the draw thread. Each member is
+// atomic; a group of members is not.
 
 #pragma once
 

@@ -1,5 +1,4 @@
-// GLLight: the operations, on any thread. What is out of range is refused, limited or mapped, operation by
-// operation.
+// GLLight: the operations. Any thread. Each operation rejects, clamps or maps values out of range.
 
 #include "state/GLLight.h"
 
@@ -23,7 +22,7 @@ namespace {
 constexpr double kDegrees = 57.29577951308;
 constexpr float kUnlimited = std::numeric_limits<float>::infinity();
 
-/// Whether a vector is one: neither the null vector nor with a component that isn't a number.
+/// Returns whether the vector has a direction: it is not zero and has no NaN component.
 bool IsVector(const GLDATA_POINT& aVector) noexcept {
   return !(aVector.x == 0.0 && aVector.y == 0.0 && aVector.z == 0.0) && !std::isnan(aVector.x) &&
          !std::isnan(aVector.y) && !std::isnan(aVector.z);
@@ -69,7 +68,7 @@ HRESULT GLLight::GetCutOffAngle_DEG(float* aAngle) noexcept { return Give(aAngle
 
 HRESULT GLLight::SetCutOffAngle_DEG(float aAngle) noexcept {
   const float angle = std::fabs(aAngle);
-  m_fCutOff = angle <= 90.0f ? angle : 180.0f;  // this way round maps NaN to 180 too
+  m_fCutOff = angle <= 90.0f ? angle : 180.0f;  // written this way to map NaN to 180
   return S_OK;
 }
 
@@ -83,7 +82,7 @@ HRESULT GLLight::SetSpotExponent(float aExponent) noexcept {
 HRESULT GLLight::GetConstantAttenuation(float* aAtt) noexcept { return Give(aAtt, m_fConstantAttenuation); }
 
 HRESULT GLLight::SetConstantAttenuation(float aAtt) noexcept {
-  if (!(aAtt > 0.0f)) return E_GL_BADVALUE;  // this way round refuses NaN too
+  if (!(aAtt > 0.0f)) return E_GL_BADVALUE;  // written this way to reject NaN
   m_fConstantAttenuation = aAtt;
   return S_OK;
 }
@@ -102,8 +101,7 @@ HRESULT GLLight::SetQuadraticAttenuation(float aAtt) noexcept {
   return S_OK;
 }
 
-/// The coordinate system with a reference of its own, so that another thread may attach another one
-/// meanwhile.
+/// Returns the coordinate system with a reference, since another thread may attach another one.
 GLPtr<IGLCoord> GLLight::Coord() noexcept {
   const PLock lock(m_CoordLock);
   return m_pCoord;
@@ -125,9 +123,9 @@ HRESULT GLLight::AttachCoord(IGLCoord* aCS) noexcept {
 
 HRESULT GLLight::GetDirection(GLDATA_POINT* aVector) noexcept { return Give(aVector, m_sDirection); }
 
-/// A distant light stands on the +z axis, and is turned from there to where it comes from. Only the direction
-/// of the vector counts, so the rotation is worked out from one of ordinary length. A vector with infinite
-/// components has no direction.
+/// Stores the direction and the rotation from the +z axis to the direction that the light comes from. The
+/// rotation is computed from a scaled vector, to avoid overflow. A vector with infinite components is
+/// rejected.
 HRESULT GLLight::SetDirection(GLDATA_POINT* aVector) noexcept {
   if (aVector == nullptr) return E_INVALIDARG;
   if (!IsVector(*aVector) || std::isinf(aVector->x) || std::isinf(aVector->y) || std::isinf(aVector->z))
@@ -139,10 +137,10 @@ HRESULT GLLight::SetDirection(GLDATA_POINT* aVector) noexcept {
   const GPoint from(-aVector->x / largest, -aVector->y / largest, -aVector->z / largest);
   const GPoint axis = zAxis.Cross(from);
   const double length = axis.Length();
-  if (length > 1e-12) {  // GL takes no axis that is too short, so it gets one of length 1
+  if (length > 1e-12) {  // GL rejects very short axes, so the axis gets length 1
     m_sDirAxis = GLDATA_POINT{axis.x / length, axis.y / length, axis.z / length};
     m_dDirAngle = zAxis.Angle(from) * kDegrees;
-  } else {  // along the z axis there is no such axis: x does for half a turn
+  } else {  // parallel to z: no unique axis; x serves for half a turn
     m_sDirAxis = GLDATA_POINT{1.0, 0.0, 0.0};
     m_dDirAngle = from.z < 0.0 ? 180.0 : 0.0;
   }

@@ -1,5 +1,5 @@
-// GLLight: one light, and the way to one of the process's eight GL light numbers.
-// Host threads write, the draw thread reads; each member is atomic on its own, the whole is not.
+// GLLight: one light, and its use of one of the eight GL light numbers of the process. Written by host
+// threads, read by the draw thread. Each member is atomic; a group of members is not.
 
 #pragma once
 
@@ -15,12 +15,13 @@
 
 class GLLight final : public GLObject<GLLight, IGLLight> {
  public:
-  /// The name of a light that has no number: one below GL_LIGHT0.
+  /// Name of a light without a number: one below GL_LIGHT0.
   static constexpr int kNoName = GL_LIGHT0 - 1;
 
-  /// Throws std::bad_alloc when the coordinate system can't be made.
+  /// Throws std::bad_alloc if the coordinate system cannot be created.
   GLLight();
-  /// Frees the number. No GL call: a context disables what was lit in its last pass and isn't in this one.
+  /// Frees the number without a GL call. The context disables the lights of its last pass that are missing in
+  /// the next one.
   ~GLLight();
 
   HRESULT Enable(LONG aEnable) noexcept override;
@@ -50,9 +51,8 @@ class GLLight final : public GLObject<GLLight, IGLLight> {
   HRESULT GetDirection(GLDATA_POINT* aVector) noexcept override;
   HRESULT SetDirection(GLDATA_POINT* aVector) noexcept override;
 
-  /// Sends the light to GL, with the eye in the modelview matrix. Draw thread, with GL current.
-  /// @return the GL light name that it has, enabled or not; kNoName when all eight are taken: no GL call was
-  /// made
+  /// Sends the light to GL. Draw thread, with GL current and the eye in the modelview matrix.
+  /// @return the light's GL name, whether enabled or not; kNoName if all eight are taken: no GL call was made
   int ApplyLight(IGLCanvas* aCanvas) noexcept;
 
  private:
@@ -67,17 +67,17 @@ class GLLight final : public GLObject<GLLight, IGLLight> {
   RelaxedColor m_sDiffuse{0.5f, 0.5f, 0.5f, 1.0f};
   RelaxedColor m_sSpecular{1.0f, 1.0f, 1.0f, 1.0f};
   RelaxedPoint m_sSpotPosition{0.0, 0.0, 1.0};
-  Relaxed<float> m_fCutOff{180.0f};  // degrees: 0 to 90, or 180 for all round
+  Relaxed<float> m_fCutOff{180.0f};  // degrees: 0 to 90, or 180 for light in all directions
   Relaxed<float> m_fSpotExponent{0.0f};
   Relaxed<float> m_fConstantAttenuation{1.0f};
   Relaxed<float> m_fLinearAttenuation{0.0f};
   Relaxed<float> m_fQuadraticAttenuation{0.0f};
-  PCriticalSection m_CoordLock;  // the pointer, for as long as it takes to count a reference
+  PCriticalSection m_CoordLock;  // held while a reference is added to the pointer
   GLPtr<IGLCoord> m_pCoord;
   RelaxedPoint m_sDirection{0.0, 0.0, -1.0};
-  // The rotation that takes +z to where the light comes from: a unit axis, and degrees.
+  // Rotation from +z to the direction that the light comes from: a unit axis, and degrees.
   RelaxedPoint m_sDirAxis{0.0, 0.0, 0.0};
   Relaxed<double> m_dDirAngle{0.0};
-  bool m_bDark = false;                      // no number was free last time; draw thread
-  int m_iLightNumber = LightNumbers::kNone;  // guarded by the table's lock
+  bool m_bDark = false;                      // the last pass found no free number; draw thread only
+  int m_iLightNumber = LightNumbers::kNone;  // guarded by the lock of LightNumbers
 };

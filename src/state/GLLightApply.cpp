@@ -1,4 +1,4 @@
-// GLLight's way to GL. Draw thread, with GL current and the eye in the modelview matrix.
+// GLLight: application to GL. Draw thread, with GL current and the eye in the modelview matrix.
 
 #include "platform/Log.h"
 #include "state/GLLight.h"
@@ -52,7 +52,7 @@ void GLLight::SendSpotlight(GLenum aName) const noexcept {
   glLightf(aName, GL_QUADRATIC_ATTENUATION, m_fQuadraticAttenuation);
 }
 
-/// The light stands on the +z axis, at infinity. Its spot and attenuation values stay as GL has them.
+/// Sends a light at infinity on the +z axis. GL keeps its spot and attenuation values.
 void GLLight::SendDistantLight(GLenum aName) const noexcept {
   constexpr float kAlongZ[] = {0.0f, 0.0f, 1.0f, 0.0f};
   const double angle = m_dDirAngle;

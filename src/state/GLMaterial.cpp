@@ -1,4 +1,4 @@
-// GLMaterial: the operations. What is out of range is limited, never refused. Any thread.
+// GLMaterial: the operations. Values out of range are clamped, never rejected. Any thread.
 
 #include "state/GLMaterial.h"
 

@@ -1,5 +1,5 @@
-// GLMaterial: GL's material parameters for front and back faces, and the mode bits that choose among them.
-// Host threads write, the draw thread reads; each member is atomic on its own, the whole is not.
+// GLMaterial: GL material parameters of front and back faces, and the mode bits that select among them.
+// Written by host threads, read by the draw thread. Each member is atomic; a group of members is not.
 
 #pragma once
 
@@ -27,7 +27,7 @@ class GLMaterial final : public GLObject<GLMaterial, IGLMaterial> {
   HRESULT GetDrawMode(int* aMode) noexcept override;
 
  private:
-  /// The colours of one side, which start as GL's own. No setter touches an alpha.
+  /// Colours of one side. The defaults are those of GL. No setter changes an alpha.
   struct Record {
     RelaxedColor m_sAmbient{0.2f, 0.2f, 0.2f, 1.0f};
     RelaxedColor m_sDiffuse{0.8f, 0.8f, 0.8f, 1.0f};
@@ -38,6 +38,6 @@ class GLMaterial final : public GLObject<GLMaterial, IGLMaterial> {
   HRESULT Set(LONG aFront, RelaxedColor Record::*aColor, const GLDATA_RGBA* aRef) noexcept;
 
   Record m_sFront, m_sBack;
-  Relaxed<float> m_afShininess[2]{0.0f, 0.0f};  // front, back; the canvas makes 0 to 128 of 0 to 1
+  Relaxed<float> m_afShininess[2]{0.0f, 0.0f};  // front, back; the canvas scales 0..1 to 0..128
   std::atomic<int> m_iDrawMode{GLMM_ENABLE_FRONT | GLMM_LIGHT_MODEL_LOCAL_VIEWER};
 };

@@ -1,4 +1,4 @@
-// LightNumbers: the table and its lock. Any thread.
+// LightNumbers: the table of taken numbers and its lock. Any thread.
 
 #include "state/LightNumbers.h"
 

@@ -1,16 +1,15 @@
-// LightNumbers: which of GL's eight light numbers are taken. One table for the process, all contexts share
-// it. Any thread.
+// LightNumbers: allocates GL's eight light numbers. All contexts of the process share them. Any thread.
 
 #pragma once
 
-/// Numbers from 0 to 7, each with one holder at a time.
+/// Numbers from 0 to 7, each with at most one holder.
 class LightNumbers {
  public:
   static constexpr int kNone = -1;
 
-  /// Makes sure that aNumber, one holder's own, is a number: takes the lowest free one if it is kNone.
-  /// @return what aNumber then holds: kNone when all are taken
+  /// Takes the lowest free number if aNumber is kNone.
+  /// @return the number that aNumber holds; kNone if all are taken
   static int Take(int& aNumber) noexcept;
-  /// Gives a number back, kNone included.
+  /// Frees a number and sets it to kNone. Accepts kNone.
   static void Free(int& aNumber) noexcept;
 };

@@ -1,11 +1,11 @@
-// How the state objects hand a property out, and take a colour in. Any thread.
+// Property access of the state objects: output of values, input of colours. Any thread.
 
 #pragma once
 
 #include "component/Values.h"
 #include "thread/Relaxed.h"
 
-/// Hands a value out.
+/// Stores a value in an output parameter.
 template <class Out, class Value>
 HRESULT Give(Out* aTo, const Value& aValue) noexcept {
   if (aTo == nullptr) return E_INVALIDARG;
@@ -13,8 +13,7 @@ HRESULT Give(Out* aTo, const Value& aValue) noexcept {
   return S_OK;
 }
 
-/// Takes red, green and blue in, each cut to 0 to 1. The alpha is neither read nor stored: lights, materials
-/// and fog keep theirs.
+/// Sets red, green and blue, clamped to 0 to 1. The alpha is ignored: lights, materials and fog keep theirs.
 inline HRESULT TakeOpaque(RelaxedColor& aTo, const GLDATA_RGBA* aColor) noexcept {
   if (aColor == nullptr) return E_INVALIDARG;
   aTo.m_fRed = LimitColor(aColor->m_fRed);

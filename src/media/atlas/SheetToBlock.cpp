@@ -1,7 +1,7 @@
-// SheetToBlock: a tool of the build. Reads glyph sheets and writes the module's data blocks: for each sheet
-// 128 by 256 texels of red, green, blue and alpha, the lowest row first. As one C++ source, or as a file
-// NAME.bin each: SheetToBlock OUTPUT.cpp NAME SHEET.txt [NAME SHEET.txt ...] SheetToBlock --files FOLDER NAME
-// SHEET.txt [NAME SHEET.txt ...]
+// SheetToBlock: a build tool that reads glyph sheets and writes the module's data blocks. A block has 128 by
+// 256 RGBA texels, the lowest row first. It writes one C++ source, or one file NAME.bin per sheet:
+//   SheetToBlock OUTPUT.cpp NAME SHEET.txt [NAME SHEET.txt ...]
+//   SheetToBlock --files FOLDER NAME SHEET.txt [NAME SHEET.txt ...]
 
 #include <algorithm>
 #include <array>
@@ -18,11 +18,11 @@ namespace {
 
 constexpr std::size_t kCellWidth = 8, kCellHeight = 16;
 constexpr std::size_t kColumns = 16, kSheetWidth = kColumns * kCellWidth, kSheetHeight = 16 * kCellHeight;
-constexpr std::size_t kStride = kCellWidth + 1;  // of the cells that stand side by side in a sheet's text
+constexpr std::size_t kStride = kCellWidth + 1;  // of neighbouring cells in the text of a sheet
 
-using Ink = std::array<std::bitset<kSheetWidth>, kSheetHeight>;  // the top row first
+using Ink = std::array<std::bitset<kSheetWidth>, kSheetHeight>;  // top row first
 
-/// A sheet's text: a line of codes, and under each code the sixteen lines of its cell.
+/// Reads a sheet: a line of codes, followed by the sixteen lines of their cells.
 class SheetReader {
  public:
   explicit SheetReader(const std::string& aPath) : m_sPath(aPath), m_Input(aPath) {

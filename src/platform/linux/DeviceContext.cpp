@@ -1,4 +1,5 @@
-// Device contexts: a window's own and ones in memory, and what is selected into them.
+// Device contexts of windows and in memory, and selection of objects. Any thread; one thread per device
+// context.
 
 #include "platform/DeviceContext.h"
 
@@ -48,7 +49,8 @@ HBITMAP CreateDIBSection(HDC hDC, const BITMAPINFO* pbmi, UINT, void** ppvBits, 
   const int largest = hDC->m_pDisplay->LargestSurface();
   if (width < 1 || height < 1 || width > largest || height > largest) return nullptr;
   auto* bitmap = new (std::nothrow) BitmapObject(width, height);
-  if (bitmap != nullptr && ppvBits != nullptr) *ppvBits = bitmap;  // there is a block; the driver has it
+  // any non-null pointer: the driver holds the pixels
+  if (bitmap != nullptr && ppvBits != nullptr) *ppvBits = bitmap;
   return static_cast<GdiObject*>(bitmap);
 }
 
@@ -57,7 +59,7 @@ HGDIOBJ SelectObject(HDC hDC, HGDIOBJ h) noexcept {
   if (hDC == nullptr || object == nullptr) return nullptr;
   if (auto* bitmap = dynamic_cast<BitmapObject*>(object)) {
     hDC->m_pBitmap = bitmap;
-    return object;  // a memory context starts with no bitmap of its own
+    return object;  // the first selection has no previous bitmap
   }
   if (dynamic_cast<FontObject*>(object) == nullptr) return nullptr;
   GdiObject* const old = hDC->m_pFont;

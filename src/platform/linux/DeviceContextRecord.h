@@ -1,5 +1,5 @@
-// The records behind device contexts and rendering contexts: a drawable, its format, what is selected.
-// A device context is used by one thread at a time, as its owner takes care of.
+// Records of device contexts and rendering contexts: a drawable, its format and the selected objects. The
+// owner of a device context ensures that one thread at a time uses it.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 #include "platform/linux/GdiObject.h"
 #include "platform/linux/display/DisplayServer.h"
 
-/// A bitmap to draw into: its size alone, since the drawable holds the pixels.
+/// A bitmap to draw into. Holds only the size, since the drawable holds the pixels.
 struct BitmapObject : GdiObject {
   BitmapObject(int aWidth, int aHeight) noexcept : m_iWidth(aWidth), m_iHeight(aHeight) {}
   int m_iWidth, m_iHeight;
@@ -17,14 +17,16 @@ struct BitmapObject : GdiObject {
 
 struct HDC__ {
   SurfaceKind Kind() const noexcept { return m_bMemory ? SurfaceKind::kMemory : SurfaceKind::kWindow; }
-  /// A format by its number. @return null for a number that there isn't
+  /// Returns a format by its number.
+  /// @return null for an invalid number
   const DisplayFormat* FindFormat(int aNumber) const noexcept {
     if (m_pDisplay == nullptr || aNumber < 1) return nullptr;
     const auto& formats = m_pDisplay->Formats(Kind());
     const auto index = static_cast<std::size_t>(aNumber - 1);
     return index < formats.size() ? &formats[index] : nullptr;
   }
-  /// Makes the drawable, at the first use after the format is set. @return null when it can't be made
+  /// Returns the drawable. Creates it at the first use after the format is set.
+  /// @return null if it cannot be created
   DrawSurface* Surface() noexcept;
 
   std::shared_ptr<DisplayServer> m_pDisplay;

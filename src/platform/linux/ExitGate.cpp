@@ -1,7 +1,8 @@
-// ExitGate: counts the threads inside, and closes as an exit handler. Handlers run in the reverse order of
-// their registration, and a driver registers some of its own as late as in a frame. So the gate's handler is
-// registered again after each of the first passes and after passes that made a rendering context, later after
-// ever fewer. Its latest registration is the one that counts.
+// ExitGate: counts the threads inside; an exit handler closes the gate. Any thread.
+// Exit handlers run in the reverse order of registration. A driver registers some of its handlers as late as
+// in a frame, and the gate must close before they run. Therefore the gate's handler is registered repeatedly:
+// after each of the first passes, and after passes that created a rendering context. Later registrations have
+// growing intervals. The latest registration runs first.
 
 #include "platform/ExitGate.h"
 
@@ -32,7 +33,7 @@ constinit ProcessWide<Gate> g_Gate;
 thread_local int t_iDepth = 0;  // nested passes of this thread
 thread_local bool t_bNewWork = false;
 
-/// Each of the first ones, then each power of two: the C library keeps every registration.
+/// True for each of the first counts, then for powers of two: the C library stores every registration.
 bool IsDue(std::uint64_t aCount) noexcept { return aCount <= 256 || std::has_single_bit(aCount); }
 
 void Close() noexcept {

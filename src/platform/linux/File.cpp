@@ -1,4 +1,4 @@
-// Files that are read, on Linux: names go to the file system as UTF-8. Any thread.
+// Reading of files on Linux: names are converted to UTF-8. Any thread.
 
 #include "platform/File.h"
 
@@ -10,10 +10,10 @@
 
 namespace {
 
-/// Throws for a name that isn't valid text.
+/// Throws if the name is not valid UTF-16.
 std::FILE* Open(std::u16string_view aName) {
   const std::filesystem::path name(aName);
-  // Without O_NONBLOCK the opening of a pipe waits for its writer.
+  // Without O_NONBLOCK, open would wait for a writer of a pipe.
   const int descriptor = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
   if (descriptor < 0) return nullptr;
   std::FILE* file = fdopen(descriptor, "rb");
@@ -25,7 +25,7 @@ std::FILE* Open(std::u16string_view aName) {
 
 std::FILE* OpenFileForReading(BSTR aName) noexcept {
   std::u16string_view name(aName, SysStringLen(aName));
-  while (name.ends_with(u'\0')) name.remove_suffix(1);  // some callers count the terminating zero
+  while (name.ends_with(u'\0')) name.remove_suffix(1);  // some callers include the terminating zero
   if (name.empty() || name.find(u'\0') != name.npos) return nullptr;
   try {
     return Open(name);

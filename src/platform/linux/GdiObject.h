@@ -1,4 +1,4 @@
-// GdiObject: the base of what an HGDIOBJ stands for: fonts, bitmaps, palettes.
+// GdiObject: base class of the objects behind an HGDIOBJ: fonts, bitmaps, palettes. One thread at a time.
 
 #pragma once
 

@@ -19,7 +19,7 @@ constexpr int kNoFile = -1;
 
 constinit std::atomic<int> g_iFile{kNoFile};
 
-/// Whether a write takes a line at once: a pipe may be full, a terminal stopped.
+/// Returns whether a write would not block. A pipe may be full, a terminal stopped.
 bool IsWilling(int aFile) noexcept {
   pollfd look{aFile, POLLOUT, 0};
   return poll(&look, 1, 0) == 1 && look.revents == POLLOUT;
@@ -35,7 +35,7 @@ void ReadLogVariable(const char* aName, char* aText, std::size_t aRoom) noexcept
   aText[length] = '\0';
 }
 
-// Without O_NONBLOCK the open of a pipe would wait for its reader.
+// Without O_NONBLOCK, open would wait for a reader of a pipe.
 bool OpenLogFile(const char* aPath) noexcept {
   const int file = open(aPath, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666);
   if (file < 0) return false;

@@ -1,4 +1,4 @@
-// MessageThread: runs window procedures and the message hook, one message after the other.
+// MessageThread: runs window procedures and the message hook, one message at a time.
 
 #include "platform/linux/MessageThread.h"
 
@@ -64,8 +64,8 @@ void MessageThread::Body() noexcept {
   }
 }
 
-// The hook sees a message after the procedure has dealt with it; of a window that isn't ours it sees what was
-// posted. What was posted to a window that has gone since is dropped, also where a new one has its number.
+// The hook runs after the window procedure. For a window of another program it receives the posted message.
+// Messages for a destroyed window are dropped, also if a new window has the same number.
 void MessageThread::Deliver(const Message& aMessage) noexcept {
   WindowTable& table = WindowTable::Get();
   const WindowRecordPtr record = table.Find(aMessage.m_hWnd);

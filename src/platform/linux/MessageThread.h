@@ -1,6 +1,6 @@
-// MessageThread: the layer's own thread that runs window procedures and the message hook.
-// Started at a message, ended with the module, and started again by a message that comes later. Posting is
-// for any thread and never waits.
+// MessageThread: the platform layer's thread that runs window procedures and the message hook. A message
+// starts it; it ends with the module, and a later message starts it again. Any thread may post; posting never
+// blocks.
 
 #pragma once
 
@@ -13,20 +13,20 @@
 
 class MessageThread {
  public:
-  /// The one thread's owner; lives as long as the process.
+  /// Returns the one instance, which exists until the process ends.
   static MessageThread& Get() noexcept;
 
   bool Post(HWND aWindow, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept;
-  /// @return false when there is a hook already
+  /// @return false if a hook is already set
   bool SetHook(HOOKPROC aHook) noexcept;
   void ClearHook() noexcept;
-  /// Ends the thread after the message that it delivers; the others are dropped. Not on the thread itself.
+  /// Ends the thread after the current message and drops the others. Must not run on that thread.
   void End() noexcept;
 
  private:
   struct Message {
     HWND m_hWnd;
-    std::uint64_t m_uRecord;  // the window's record at the time of posting; 0 for a window of another's
+    std::uint64_t m_uRecord;  // number of the window's record when posted; 0 for a window of another program
     UINT m_uMsg;
     WPARAM m_wParam;
     LPARAM m_lParam;
@@ -37,7 +37,8 @@ class MessageThread {
 
   std::mutex m_Lock;
   std::condition_variable m_Changed;
-  std::list<Message> m_Queue;  // an empty one holds no memory, which an unloaded module would leave behind
+  // a list, since an empty one holds no memory that an unloaded module would leak
+  std::list<Message> m_Queue;
   std::thread m_Thread;
   HOOKPROC m_pfnHook = nullptr;
   bool m_bStop = false;

@@ -1,5 +1,4 @@
-// The file that holds the component, as the dynamic loader knows it, and the end of the platform layer. Any
-// thread.
+// The module's file, as the dynamic loader reports it, and the end of the platform layer. Any thread.
 
 #include "platform/ModuleFile.h"
 
@@ -16,15 +15,16 @@
 
 namespace {
 
-void* g_pSelf = nullptr;  // guarded by the end of the module
+void* g_pSelf = nullptr;  // guarded by a lock of the callers
 
 }  // namespace
 
 namespace {
 
-/// The loader keeps the name that the host gave. One that is relative counts from the working folder of that
-/// moment, so it is completed while the module is loaded. The folder is resolved, the name stays: a link with
-/// the interface's version outlives the file's version.
+/// Returns the module's absolute path. The loader reports the name that the host passed, which may be
+/// relative to the working directory at that time. So this runs while the module is loaded.
+/// Only the directory is resolved: the file name may be a link with the version of the interface, which
+/// remains valid when the file's version changes.
 std::string PathWhileLoading() noexcept try {
   static const char here = 0;
   Dl_info info{};
@@ -50,14 +50,14 @@ void KeepModuleLoaded() noexcept {
   Dl_info info{};
   if (dladdr(reinterpret_cast<const void*>(&KeepModuleLoaded), &info) == 0 || info.dli_fname == nullptr)
     return;
-  g_pSelf = dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD);  // null where it is part of the program
+  g_pSelf = dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD);  // null if the component is part of the program
 }
 
 void ReleaseModule() noexcept {
   if (void* self = std::exchange(g_pSelf, nullptr)) dlclose(self);
 }
 
-// The display's thread posts messages, so that it ends first.
+// The display's thread posts messages, so it ends first.
 void EndPlatform() noexcept {
   EndDisplay();
   MessageThread::Get().End();

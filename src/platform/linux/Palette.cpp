@@ -1,4 +1,4 @@
-// Logical palettes: kept and selected; which colours come of it is the display's business.
+// Logical palettes: stored and selected. The display maps their colours. Any thread.
 
 #include "platform/Palette.h"
 
@@ -29,7 +29,7 @@ HPALETTE CreatePalette(const LOGPALETTE* pPalette) noexcept {
 
 HPALETTE SelectPalette(HDC hDC, HPALETTE hPalette, BOOL) noexcept {
   if (hDC == nullptr) return nullptr;
-  // A context starts with no palette, so that there is none to give back at the first call.
+  // A device context starts without a palette, so the first call has no previous one to return.
   GdiObject* const old = std::exchange(hDC->m_pPalette, static_cast<GdiObject*>(hPalette));
   return old != static_cast<GdiObject*>(hPalette) ? old : nullptr;
 }

@@ -1,4 +1,4 @@
-// Pixel formats of a device context, over the display's numbered ones.
+// Pixel formats of a device context, from the numbered formats of its display. Any thread.
 
 #include "platform/PixelFormat.h"
 
@@ -13,7 +13,7 @@ int ChoosePixelFormat(HDC hDC, const PIXELFORMATDESCRIPTOR* pRequest) noexcept {
 
 BOOL SetPixelFormat(HDC hDC, int iFormat, const PIXELFORMATDESCRIPTOR*) noexcept {
   if (hDC == nullptr || hDC->FindFormat(iFormat) == nullptr) return FALSE;
-  if (hDC->m_iFormat != 0 && hDC->m_iFormat != iFormat) return FALSE;  // once
+  if (hDC->m_iFormat != 0 && hDC->m_iFormat != iFormat) return FALSE;  // can be set only once
   hDC->m_iFormat = iFormat;
   return TRUE;
 }

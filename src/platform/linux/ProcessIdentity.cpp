@@ -1,6 +1,5 @@
-// ProcessIdentity on Linux: counts the forks between this process and the one that loaded the module. The
-// handlers run on the thread that forks, the counting one in the child. The C library takes them out when the
-// module is unloaded.
+// ProcessIdentity on Linux: counts the forks since the module was loaded. The fork handlers run on the thread
+// that forks; CountFork runs in the child. The C library removes them when the module is unloaded.
 
 #include "platform/ProcessIdentity.h"
 
@@ -12,7 +11,7 @@ constinit std::atomic<unsigned> g_uProcessGeneration{1};
 
 namespace {
 
-constinit std::mutex g_ForkLock;  // held by a fork, and by work that must not be forked
+constinit std::mutex g_ForkLock;  // held during a fork, and by code that must not be forked
 
 void BeforeFork() noexcept { g_ForkLock.lock(); }
 

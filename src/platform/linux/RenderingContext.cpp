@@ -1,5 +1,5 @@
-// GL rendering contexts. Which of the component's own is current is kept for each thread; contexts of the
-// host's are never looked at.
+// GL rendering contexts. Each thread stores which of the component's contexts is current. Contexts of the
+// host are not inspected.
 
 #include "platform/RenderingContext.h"
 
@@ -51,7 +51,7 @@ BOOL wglMakeCurrent(HDC hDC, HGLRC hRC) noexcept {
   return TRUE;
 }
 
-// A context whose window has outgrown its drawable does not count: it must be made current again before use.
+// Returns null if the window has outgrown its drawable: the context must be made current again before use.
 HGLRC wglGetCurrentContext() noexcept {
   const bool outgrown = t_hCurrentDC != nullptr && t_hCurrentDC->m_pSurface->IsOutgrown();
   return !outgrown && IsCurrentContext(t_hCurrent) ? t_hCurrent : nullptr;

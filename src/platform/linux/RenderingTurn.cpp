@@ -1,6 +1,7 @@
-// RenderingTurn on Linux. Mesa's software renderer (seen with 22.3.6) reads memory that it has freed when two
-// threads draw with contexts of one display; docs/driver/ContextRace.cpp shows it by plain EGL and
-// GL. On this driver draw threads take turns.
+// RenderingTurn on Linux. Draw threads; NoteRenderingDriver on any thread.
+// Mesa's software renderer (seen with 22.3.6) reads freed memory when two threads draw with contexts of one
+// display. docs/driver/ContextRace.cpp reproduces it with plain EGL and GL. On this driver draw
+// threads take turns.
 
 #include "platform/RenderingTurn.h"
 
@@ -21,10 +22,10 @@ constexpr auto kLongestWait = std::chrono::seconds(2);
 enum class Driver { kUnknown, kBearsThreads, kNeedsTurns };
 std::atomic<Driver> g_Driver{Driver::kUnknown};
 
-/// A lock that is handed over in the order in which threads came.
+/// A lock that waiting threads get in FIFO order.
 class Queue {
  public:
-  /// @return whether the turn came within the longest wait
+  /// @return false if the wait has timed out
   bool Take() noexcept {
     std::unique_lock lock(m_Lock);
     if (!std::exchange(m_bTaken, true)) return true;
@@ -64,8 +65,8 @@ class Queue {
   Waiter* m_pFirst = nullptr;
 };
 
-// A draw thread may wait in it while the process exits. A forked child gets a queue of its own: a thread that
-// does not exist there may have had the turn.
+// Never destroyed, since a draw thread may wait in it while the process exits. A forked child gets its own
+// queue: the holder of the turn may be a thread that does not exist there.
 constinit ProcessWide<Queue> g_Turns;
 
 thread_local int t_iDepth = 0;

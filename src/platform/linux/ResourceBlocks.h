@@ -1,4 +1,4 @@
-// The data blocks that the build has put into the module. Constant; any thread.
+// Data blocks that the build adds to the module. Constant; any thread.
 
 #pragma once
 
@@ -6,12 +6,12 @@
 
 #include "platform/Types.h"
 
-/// One block, by the name that FindResourceA knows it by.
+/// One block, with its name for FindResourceA.
 struct ResourceBlock {
   const char* m_szName;
   const unsigned char* m_pBytes;
   DWORD m_dwBytes;
 };
 
-/// All blocks; the definition is written by the build. A test may put others in their place.
+/// All blocks. The build generates the definition. Tests may replace the value.
 extern std::span<const ResourceBlock> g_ResourceBlocks;

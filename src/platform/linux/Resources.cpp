@@ -1,4 +1,5 @@
-// The module's data blocks: the glyph atlases, which the build makes from their sheets. Constant; any thread.
+// The module's data blocks: the glyph atlases, which the build generates from their sheets. Constant; any
+// thread.
 
 #include "platform/Resources.h"
 

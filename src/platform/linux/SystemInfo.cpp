@@ -1,4 +1,4 @@
-// The platform's own version: the display answers which way captures go. Any thread.
+// Version of the platform: the display decides how captures are made. Any thread.
 
 #include "platform/SystemInfo.h"
 

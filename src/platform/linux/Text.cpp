@@ -1,4 +1,4 @@
-// Conversion between UTF-16 and 8-bit text: Windows-1252 for every code page but UTF-8. Any thread.
+// Conversion between UTF-16 and 8-bit text: Windows-1252 for every code page except UTF-8. Any thread.
 
 #include "platform/Text.h"
 
@@ -7,8 +7,8 @@
 
 namespace {
 
-/// The characters of 0x80 to 0x9F; the other bytes are the first 256 of Unicode. The five bytes without a
-/// character of their own stand for the control of the same number.
+/// Characters of the bytes 0x80 to 0x9F. The other bytes are equal to the first 256 code points of Unicode.
+/// The five unassigned bytes map to the control characters of the same number.
 constexpr GLWCHAR kUpperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                         0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                         0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -20,7 +20,7 @@ GLWCHAR FromByte(unsigned char aByte) noexcept {
   return aByte >= 0x80 && aByte < 0xA0 ? kUpperControls[aByte - 0x80] : aByte;
 }
 
-/// The byte of a character; -1 when there is none.
+/// Returns the byte of a character; -1 if there is none.
 int ToByte(GLWCHAR aUnit) noexcept {
   if (aUnit < 0x80 || (aUnit >= 0xA0 && aUnit < 0x100)) return aUnit;
   for (int i = 0; i < 32; ++i) {
@@ -39,7 +39,7 @@ class Output {
     if (m_iRoom > 0 && m_iCount < static_cast<std::size_t>(m_iRoom)) m_pBlock[m_iCount] = aUnit;
     ++m_iCount;
   }
-  /// What the conversion returns: 0 when the block was too small.
+  /// Returns the result of the conversion: 0 if the block was too small.
   int Result() const noexcept {
     if (m_iCount > INT_MAX || (m_iRoom > 0 && m_iCount > static_cast<std::size_t>(m_iRoom))) return 0;
     return static_cast<int>(m_iCount);
@@ -85,7 +85,7 @@ void ToUtf8(const GLWCHAR* aWide, std::size_t aCount, Output<char>& aOut) noexce
   }
 }
 
-/// Reads one character and steps past it: past one byte where it is malformed, overlong or a surrogate.
+/// Reads one character and advances past it. A malformed, overlong or surrogate sequence advances one byte.
 std::uint32_t NextUtf8(const unsigned char*& aByte, const unsigned char* aEnd) noexcept {
   const std::uint32_t lead = *aByte++;
   if (lead < 0x80) return lead;

@@ -1,4 +1,4 @@
-// Signals of the component's threads. Any thread.
+// Signal masks of the component's threads. Any thread.
 
 #include "platform/Thread.h"
 

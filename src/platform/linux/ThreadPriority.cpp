@@ -1,5 +1,5 @@
-// Thread priorities as nice values, which Linux keeps a thread: an offset from the host process's own value.
-// Any thread.
+// Thread priorities as nice values, which Linux stores per thread. They are offsets from the nice value of
+// the host process. Any thread.
 
 #include "platform/ThreadPriority.h"
 
@@ -25,7 +25,7 @@ constexpr NiceOffset kOffsets[] = {
     {THREAD_PRIORITY_TIME_CRITICAL, -20},
 };
 
-/// The offset of the nearest known priority.
+/// Returns the offset of the nearest known priority.
 int OffsetOf(int aPriority) noexcept {
   const auto distance = [&](const NiceOffset& o) {
     return std::abs(std::int64_t{aPriority} - o.m_iPriority);
@@ -35,7 +35,7 @@ int OffsetOf(int aPriority) noexcept {
       ->m_iOffset;
 }
 
-/// The lowest nice value that an unprivileged process may take.
+/// Returns the lowest nice value that an unprivileged process may set.
 int LowestNice() noexcept {
   rlimit limit{};
   if (getrlimit(RLIMIT_NICE, &limit) != 0 || limit.rlim_cur > 40) return -20;

@@ -1,4 +1,4 @@
-// Windows: the documented operations over the display's windows and the window table. Any thread.
+// Windows: the documented operations, based on the display's windows and the window table. Any thread.
 
 #include "platform/Window.h"
 
@@ -17,17 +17,18 @@ namespace {
 
 HHOOK const kHook = reinterpret_cast<HHOOK>(std::uintptr_t{1});
 
-// On a thread of the layer's: what a procedure makes current at WM_CREATE must not touch the caller's thread.
+// Runs WM_CREATE on a separate thread: contexts that the procedure makes current must not affect the caller's
+// thread.
 LRESULT DeliverCreate(const WindowRecordPtr& aRecord, CREATESTRUCTA aCreate) {
   LRESULT result = -1;
   StartThread([&] {
     result = WindowTable::Get().Call(aRecord, WM_CREATE, 0, reinterpret_cast<LPARAM>(&aCreate));
-    wglMakeCurrent(nullptr, nullptr);  // a context that stayed current on an ended thread couldn't end
+    wglMakeCurrent(nullptr, nullptr);  // a context that is current on an ended thread could not be destroyed
   }).join();
   return result;
 }
 
-/// A place whose edges can be added and subtracted. A negative length counts as 0.
+/// Returns a rectangle whose edges can be added and subtracted without overflow. A negative length becomes 0.
 RECT Placed(int x, int y, int aWidth, int aHeight) noexcept {
   constexpr int kFar = 0x3FFFFFFF;
   const int left = std::clamp(x, -kFar, kFar), top = std::clamp(y, -kFar, kFar);
@@ -73,7 +74,7 @@ HWND CreateWindowExA(DWORD dwExStyle, const char* szClass, const char* szTitle, 
     const bool willing = DeliverCreate(record, create) != -1;
     if (willing && ((dwStyle & WS_VISIBLE) == 0 || display->Show(window))) return window;
   } catch (...) {
-    // as one whose procedure refuses
+    // handled as if the procedure had refused the window
   }
   WindowTable::Get().Remove(window);
   display->EndWindow(window);
@@ -130,8 +131,7 @@ BOOL SetWindowPos(HWND hWnd, HWND, int x, int y, int cx, int cy, UINT) noexcept 
 BOOL LockWindowUpdate(HWND) noexcept { return TRUE; }
 
 HMONITOR MonitorFromWindow(HWND hWnd, DWORD) noexcept {
-  return reinterpret_cast<HMONITOR>(
-      hWnd);  // a monitor is asked for its work area by the window that it shows
+  return reinterpret_cast<HMONITOR>(hWnd);  // a window serves as the handle of its monitor
 }
 
 BOOL GetMonitorInfoA(HMONITOR hMonitor, MONITORINFO* pInfo) noexcept {

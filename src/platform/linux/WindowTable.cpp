@@ -64,7 +64,8 @@ std::vector<HWND> WindowTable::OnDisplay(const DisplayServer* aDisplay) {
   return windows;
 }
 
-// Numbers of a display whose server has gone may name somebody else's windows on the next one.
+// Uses the display of the record: after a change of server the same number may name another program's window
+// on the new display.
 std::shared_ptr<DisplayServer> WindowTable::DisplayOf(HWND aWindow) noexcept {
   const WindowRecordPtr record = Find(aWindow);
   return record != nullptr ? record->m_pDisplay : TheDisplay();

@@ -1,4 +1,4 @@
-// Files that are read, on Windows. Any thread.
+// Reading of files, on Windows. Any thread.
 
 #include "platform/File.h"
 
@@ -7,7 +7,7 @@
 
 std::FILE* OpenFileForReading(BSTR aName) noexcept {
   std::wstring_view name(aName, SysStringLen(aName));
-  while (name.ends_with(L'\0')) name.remove_suffix(1);  // some callers count the terminating zero
+  while (name.ends_with(L'\0')) name.remove_suffix(1);  // some callers include the terminating zero
   if (name.empty() || name.find(L'\0') != name.npos) return nullptr;
   return _wfopen(aName, L"rb");
 }

@@ -1,5 +1,5 @@
-// Bitmap lists and advances of a font, by GDI and WGL. With GL current where lists are compiled; else any
-// thread.
+// Bitmap lists and advances of a font, by GDI and WGL. Functions that compile lists need a current GL
+// context; the others run on any thread.
 
 #include "platform/Fonts.h"
 
@@ -10,7 +10,8 @@
 
 namespace {
 
-/// Images unpacked by GL's defaults: not every wglUseFontBitmapsA sees to all of them.
+/// Sets GL's default unpack parameters for a scope: some implementations of wglUseFontBitmapsA do not set all
+/// of them.
 class DefaultUnpacking {
  public:
   DefaultUnpacking() noexcept {
@@ -28,7 +29,8 @@ class DefaultUnpacking {
 
 enum class Image { kUnknown, kBlank, kInk };
 
-/// Looks at a character's image, and gives its metrics unless the font has no outlines.
+/// Returns whether a character has an image, and its metrics. kUnknown, without metrics, if the font has no
+/// outlines.
 Image LookAt(HDC aDC, DWORD aCode, GLYPHMETRICS* aMetrics) noexcept {
   constexpr MAT2 kUpright{{0, 1}, {0, 0}, {0, 0}, {0, 1}};
   const DWORD size = GetGlyphOutlineA(aDC, aCode, GGO_BITMAP, aMetrics, 0, nullptr, &kUpright);
@@ -45,7 +47,7 @@ void CompileBlank(GLuint aList, const GLYPHMETRICS& aMetrics) noexcept {
 
 }  // namespace
 
-// The mapper of fonts names no file.
+// The message names no file, since the font mapper does not report one.
 void NoteFace(HDC hDC, const GLWCHAR* szWanted) noexcept {
   WCHAR used[LF_FACESIZE] = L"";
   if (!IsLogged(LogLevel::kWarning) || *szWanted == 0) return;
@@ -56,11 +58,11 @@ void NoteFace(HDC hDC, const GLWCHAR* szWanted) noexcept {
   LogWarning("there is no face \"%s\": %s is used", wantedText, usedText);
 }
 
-// Blank characters are compiled here: made by the system they have a null image, which some drivers take for
-// a lack of memory and report to whoever asks for GL's error next.
+// Compiles blank characters here. The system compiles them with a null image, which some drivers report as a
+// lack of memory in the next glGetError.
 BOOL UseFontBitmaps(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexcept {
   const DefaultUnpacking unpacking;
-  DWORD begun = 0;  // where the characters with images begin that wait for their lists
+  DWORD begun = 0;  // first character with an image whose list is not yet compiled
   const auto compile = [&](DWORD aEnd) {
     return aEnd == begun || wglUseFontBitmapsA(hDC, first + begun, aEnd - begun, listBase + begun) != FALSE;
   };
@@ -74,9 +76,9 @@ BOOL UseFontBitmaps(HDC hDC, DWORD first, DWORD count, DWORD listBase) noexcept 
   return compile(count);
 }
 
-// What a list of UseFontBitmaps moves on by. Other widths differ: GetCharWidthFloatA counts in sixteenths,
-// and both it and GetCharWidth32A may measure a glyph that is hinted for grey levels, by a pixel more or
-// less.
+// Returns the advance of a list of UseFontBitmaps. Other functions differ: GetCharWidthFloatA uses units of
+// 1/16. It and GetCharWidth32A may measure a glyph that is hinted for grey levels, up to a pixel wider or
+// narrower.
 BOOL GetAdvances(HDC hDC, UINT iFirst, UINT iLast, FLOAT* pWidths) noexcept {
   for (UINT code = iFirst; code <= iLast; ++code) {
     GLYPHMETRICS metrics{};

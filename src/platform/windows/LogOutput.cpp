@@ -12,8 +12,7 @@ constinit std::atomic<HANDLE> g_hFile{nullptr};
 
 }  // namespace
 
-// The system's environment, not the C library's, which does not see what a host changes by the system's
-// operation.
+// Reads the environment of the system: the C library's copy lacks changes by SetEnvironmentVariable.
 void ReadLogVariable(const char* aName, char* aText, std::size_t aRoom) noexcept {
   const DWORD length = GetEnvironmentVariableA(aName, aText, static_cast<DWORD>(aRoom));
 

@@ -1,4 +1,5 @@
-// Memory for images, on Windows: the process heap asks the system for large blocks by itself. Any thread.
+// Memory for images, on Windows: the process heap allocates large blocks directly from the system. Any
+// thread.
 
 #include "platform/Memory.h"
 

@@ -1,5 +1,5 @@
-// The module's type library: its first TYPELIB resource, entered and taken out by COM's own operations; and
-// the module's end. Any thread.
+// The module's type library, its first TYPELIB resource, registered by COM's own functions, and the end of
+// the module. Any thread.
 
 #include "platform/ModuleFile.h"
 
@@ -28,7 +28,7 @@ HRESULT Load(const std::wstring& aPath, TypeLib& aLibrary) noexcept {
 }  // namespace
 
 std::string ModulePath() {
-  constexpr std::size_t kLongestPath = 32768;  // with its zero
+  constexpr std::size_t kLongestPath = 32768;  // including the terminating zero
   std::wstring path(kLongestPath, L'\0');
   const DWORD length = GetModuleFileNameW(ModuleInstance(), path.data(), static_cast<DWORD>(path.size()));
   if (length == 0 || length >= path.size()) return {};
@@ -60,7 +60,7 @@ HRESULT UnregisterModuleTypeLib(const std::string& aPath) noexcept try {
   const HRESULT removed = UnRegisterTypeLib(attributes->guid, attributes->wMajorVerNum,
                                             attributes->wMinorVerNum, attributes->lcid, attributes->syskind);
   library->ReleaseTLibAttr(attributes);
-  return removed == TYPE_E_REGISTRYACCESS ? S_OK : removed;  // it had no entry
+  return removed == TYPE_E_REGISTRYACCESS ? S_OK : removed;  // it was not registered
 } catch (...) {
   return E_OUTOFMEMORY;
 }

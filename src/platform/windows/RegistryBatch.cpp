@@ -1,4 +1,4 @@
-// RegistryBatch on Windows: one operation of the registry after the other, by Unicode names.
+// RegistryBatch on Windows: calls the registry once per change, with Unicode names. One thread at a time.
 
 #include "platform/RegistryBatch.h"
 

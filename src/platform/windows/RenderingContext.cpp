@@ -1,4 +1,4 @@
-// What the component asks of rendering contexts beside the system's own operations. Any thread.
+// Operations on rendering contexts besides those of the system. Any thread.
 
 #include "platform/RenderingContext.h"
 

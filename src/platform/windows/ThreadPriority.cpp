@@ -1,4 +1,4 @@
-// Thread priorities, on Windows. Any thread.
+// Thread priorities on Windows. Any thread.
 
 #include "platform/ThreadPriority.h"
 

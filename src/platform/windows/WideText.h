@@ -1,4 +1,4 @@
-// Conversion of the component's UTF-8 texts for the Unicode operations of Windows. Any thread.
+// Conversion of the component's UTF-8 texts for the Unicode functions of Windows. Any thread.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Windows that end from whatever thread. Any thread.
+// Destruction of windows from other threads. Any thread.
 
 #include "platform/Window.h"
 

@@ -1,4 +1,5 @@
-// DisplayServer: which display serves the process, and what all displays do alike. Any thread.
+// DisplayServer: selects the display of the process, and implements the functions common to all displays. Any
+// thread.
 
 #include "platform/linux/display/DisplayServer.h"
 
@@ -19,7 +20,7 @@ namespace {
 struct Choice {
   std::mutex m_Lock;
   std::shared_ptr<DisplayServer> m_pSet, m_pFound;
-  bool m_bMakeshift = false;  // m_pFound stands in for an X server that does not answer
+  bool m_bMakeshift = false;  // m_pFound replaces an X server that does not respond
 };
 
 Choice& TheChoice() noexcept {
@@ -27,7 +28,7 @@ Choice& TheChoice() noexcept {
   return choice.Get();
 }
 
-// Keeps what was found before if nothing else is there.
+// Keeps the previous display if no other is available.
 void Find(Choice& aChoice) noexcept {
   const char* name = std::getenv("GLLIB_DISPLAY");
   const std::string_view wanted = name != nullptr ? name : "";
@@ -60,14 +61,14 @@ void Find(Choice& aChoice) noexcept {
 
 int Distance(int a, int b) noexcept { return a > b ? a - b : b - a; }
 
-/// How far a format is from a request; below 0 for one that won't do.
+/// Returns how much a format differs from a request; negative if it is unsuitable.
 int Misfit(const DisplayFormat& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
   constexpr DWORD kTested = PFD_DOUBLEBUFFER | PFD_DRAW_TO_WINDOW | PFD_DRAW_TO_BITMAP | PFD_SUPPORT_OPENGL;
   const PIXELFORMATDESCRIPTOR& format = aFormat.m_Description;
   const DWORD wanted = aRequest.dwFlags & kTested;
   if ((format.dwFlags & wanted) != wanted || format.iPixelType != aRequest.iPixelType) return -1;
   if (aRequest.cDepthBits != 0 && format.cDepthBits == 0) return -1;
-  // Alpha that nobody asked for would come back in every picture that is read.
+  // Unrequested alpha counts: it would appear in every picture that is read back.
   return 4 * Distance(format.cColorBits - format.cAlphaBits, aRequest.cColorBits - aRequest.cAlphaBits) +
          8 * Distance(format.cAlphaBits, aRequest.cAlphaBits) +
          2 * Distance(format.cDepthBits, aRequest.cDepthBits) +
@@ -79,7 +80,8 @@ int Misfit(const DisplayFormat& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) 
 
 std::shared_ptr<DisplayServer> TheDisplay() noexcept {
   Choice& choice = TheChoice();
-  std::shared_ptr<DisplayServer> broken;  // ends when the lock is left: it waits for its event thread
+  // destroyed after the lock is released, since it waits for its event thread
+  std::shared_ptr<DisplayServer> broken;
   const std::scoped_lock lock(choice.m_Lock);
   if (choice.m_pSet != nullptr) return choice.m_pSet;
   if (choice.m_pFound == nullptr || choice.m_pFound->IsBroken()) {
@@ -91,7 +93,7 @@ std::shared_ptr<DisplayServer> TheDisplay() noexcept {
 
 void DecideDisplay() noexcept {
   Choice& choice = TheChoice();
-  std::shared_ptr<DisplayServer> old;  // ends when the lock is left
+  std::shared_ptr<DisplayServer> old;  // destroyed after the lock is released
   const std::scoped_lock lock(choice.m_Lock);
   if (choice.m_pSet != nullptr || choice.m_pFound == nullptr) return;
   old = choice.m_pFound;

@@ -1,5 +1,5 @@
-// DisplayServer: what stands behind windows, pixel formats, rendering contexts and off-screen surfaces.
-// One a process at a time. Any thread may call; what draws is called on the thread that draws.
+// DisplayServer: implements windows, pixel formats, rendering contexts and off-screen surfaces. The process
+// uses one at a time. Any thread; drawing functions are called on the thread that draws.
 
 #pragma once
 
@@ -10,11 +10,11 @@
 #include "platform/RenderingContext.h"
 #include "platform/Window.h"
 
-/// A drawable of a device context: a window's own or one in memory.
+/// The drawable of a device context: of a window or in memory.
 class DrawSurface {
  public:
   virtual ~DrawSurface() = default;
-  /// Whether the drawable has been outgrown by its window, so that it must be made current anew.
+  /// Returns whether the window has outgrown the drawable, so that it must be made current again.
   virtual bool IsOutgrown() const noexcept { return false; }
 };
 
@@ -22,46 +22,50 @@ class DrawSurface {
 class DrawContext {
  public:
   virtual ~DrawContext() = default;
-  /// Whether the driver has it current on the calling thread: a host may have made its own current meanwhile.
+  /// Returns whether the context is current on the calling thread in the driver. A host may have made another
+  /// one current.
   virtual bool IsCurrent() const noexcept { return true; }
 };
 
-/// Where a pixel format is for; each kind has its own numbers.
+/// Use of a pixel format. Each kind has its own numbers.
 enum class SurfaceKind { kWindow, kMemory };
 
-/// A pixel format and what its description can't tell.
+/// A pixel format, with values that the description does not contain.
 struct DisplayFormat {
   PIXELFORMATDESCRIPTOR m_Description;
   int m_iSamples;   ///< 0 without a multisample buffer
-  void* m_pConfig;  ///< the driver's own
+  void* m_pConfig;  ///< the driver's configuration
 };
 
 class DisplayServer {
  public:
   virtual ~DisplayServer() = default;
 
-  /// Whether nothing can be done on this display any more: its server has gone.
+  /// Returns whether the display is unusable because its server has gone.
   virtual bool IsBroken() const noexcept = 0;
 
-  // Windows. A window that isn't there gives null or false.
+  // Windows. For a window that does not exist, functions return null or false.
   virtual HWND MakeWindow(HWND aParent, const RECT& aPlace) noexcept = 0;
-  /// Puts a window on the screen, once its messages can be delivered. @return false when it has gone by then
+  /// Maps a window. Called once its messages can be delivered.
+  /// @return false if the window no longer exists
   virtual bool Show(HWND aWindow) noexcept = 0;
   virtual void EndWindow(HWND aWindow) noexcept = 0;
   virtual bool Place(HWND aWindow, int x, int y, int aWidth, int aHeight) noexcept = 0;
   virtual bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept = 0;
   virtual HWND ParentOf(HWND aWindow) noexcept = 0;
   virtual HWND Desktop() noexcept = 0;
-  /// The part of the screen that windows should stay in; by default the whole plane, as nothing is clipped.
+  /// Returns the part of the screen that windows should stay in. The default is unlimited, so that nothing is
+  /// clipped.
   virtual bool WorkArea(HWND aWindow, RECT* aRect) noexcept;
 
   // Pixel formats, numbered from 1.
   virtual const std::vector<DisplayFormat>& Formats(SurfaceKind aKind) noexcept = 0;
   virtual int ChooseFormat(SurfaceKind aKind, const PIXELFORMATDESCRIPTOR& aRequest) noexcept;
-  /// The format with the fewest samples that are enough. @return 0 for none
+  /// Chooses the format with the smallest sufficient number of samples.
+  /// @return 0 for none
   virtual int ChooseMultisampleFormat(SurfaceKind aKind, const PIXELFORMATDESCRIPTOR& aRequest,
                                       int aSamples) noexcept;
-  /// Names of extensions, each with a blank behind it.
+  /// Returns the names of the extensions, each followed by a space.
   virtual const char* ExtensionString() noexcept;
   virtual PROC EntryPoint(const char* aName) noexcept;
 
@@ -71,27 +75,28 @@ class DisplayServer {
   virtual std::unique_ptr<DrawSurface> MakeMemorySurface(int aWidth, int aHeight,
                                                          const DisplayFormat& aFormat) noexcept = 0;
   virtual std::unique_ptr<DrawContext> MakeContext(const DisplayFormat& aFormat) noexcept = 0;
-  /// Null for both lets go.
+  /// Makes a context current. Null for both releases the current one.
   virtual bool MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept = 0;
   virtual bool Swap(HWND aWindow, DrawSurface& aSurface) noexcept = 0;
-  /// The longest side of a surface that can be drawn on.
+  /// Returns the longest side of a surface that can be drawn on.
   virtual int LargestSurface() noexcept = 0;
 
-  /// Maps a palette's colours. @return false on failure
+  /// Maps the colours of a palette.
+  /// @return false on failure
   virtual bool RealizePalette() noexcept { return true; }
-  /// 2 where captures are rendered off-screen, 1 where they are read back.
+  /// Returns 2 if captures are rendered off-screen, 1 if they are read back.
   virtual DWORD PlatformId() noexcept { return 2; }
 };
 
-/// The display: the one that a test has set, else the one that GLLIB_DISPLAY names (x11, headless), else X11
-/// where a server answers, else headless. A broken one is replaced by a fresh one.
+/// Returns the display: the one set by a test, else the one named by GLLIB_DISPLAY (x11, headless), else X11
+/// if a server responds, else headless. Replaces a broken display.
 std::shared_ptr<DisplayServer> TheDisplay() noexcept;
 
-/// Replaces a broken display, and one without a screen that was only taken because no X server answered, if
-/// one answers now. What stands on the old display keeps it.
+/// Replaces the display if it is broken. Also replaces a headless display that was chosen for lack of an X
+/// server, if one responds now. Existing windows and contexts keep the old display.
 void DecideDisplay() noexcept;
-/// Gives the display up; the next use opens one.
+/// Releases the display. The next use opens one.
 void EndDisplay() noexcept;
 
-/// Puts a display in place of all others; null takes it back. For tests, with no window about.
+/// Overrides the display; null removes the override. For tests, while no window exists.
 void SetDisplay(std::shared_ptr<DisplayServer> aDisplay) noexcept;

@@ -40,21 +40,21 @@ class EglContext final : public DrawContext {
 
 constexpr int kLeastLargest = 2048;
 
-/// Keeps the driver's library beyond the module: not every driver can be loaded twice.
+/// Keeps the driver's library loaded after the module is unloaded: some drivers cannot be loaded twice.
 void KeepDriver() noexcept { dlopen("libEGL.so.1", RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE); }
 
 bool IsInitialised(EGLDisplay aDisplay) noexcept { return eglQueryString(aDisplay, EGL_VERSION) != nullptr; }
 
-/// How many drivers of the component use an EGL display. EGL itself does not count.
+/// Counts the component's users of each EGL display, since EGL itself does not.
 class DisplayUsers {
  public:
-  /// @return false when the display can't be initialised here
+  /// @return false if the display cannot be initialised in this process
   bool Add(EGLDisplay aDisplay) noexcept try {
     const std::scoped_lock lock(m_Lock);
     Users& users = m_Users[aDisplay];
     if (users.m_iCount == 0) {
       users.m_bForeign = IsInitialised(aDisplay);
-      // The threads of a display that was initialised before a fork do not exist in the child.
+      // A display initialised before a fork needs threads that do not exist in the child.
       if (users.m_bForeign && ProcessGeneration() > 1) return false;
     }
     if (eglInitialize(aDisplay, nullptr, nullptr) == EGL_FALSE) return false;
@@ -77,7 +77,7 @@ class DisplayUsers {
  private:
   struct Users {
     int m_iCount = 0;
-    bool m_bForeign = false;  // the host has initialised it
+    bool m_bForeign = false;  // initialised by the host
   };
 
   std::mutex m_Lock;
@@ -86,17 +86,17 @@ class DisplayUsers {
 
 constinit ProcessWide<DisplayUsers> g_Users;
 
-/// The process that started a driver first; 0 before.
+/// Generation of the process that first started a driver; 0 before.
 std::atomic<unsigned> g_uStartedIn{0};
 
-/// Whether a driver may run in this process. In a child of a process that ran one, a driver's exit handlers
-/// wait for threads of the parent, and for ever if the child has threads of its own in their place.
+/// Returns whether a driver may run in this process. In a child of a process that ran a driver, its exit
+/// handlers wait for threads of the parent. They would wait forever if the child started threads of its own.
 bool MayRunHere() noexcept {
   unsigned starter = 0;
   return g_uStartedIn.compare_exchange_strong(starter, ProcessGeneration()) || starter == ProcessGeneration();
 }
 
-/// Has the driver register, before the first frame, the exit handlers that it registers as it draws.
+/// Draws and reads one pixel before the first frame, so that the driver registers its exit handlers now.
 void DrawOnce() noexcept {
   static std::atomic_flag drawn;
   if (drawn.test_and_set()) return;
@@ -135,7 +135,7 @@ bool EglDriver::Start(EGLDisplay aDisplay, EGLint aVisual) noexcept {
       eglReleaseThread();
     }).join();
   } catch (...) {
-    // without a thread
+    // a failed start of the thread is reported by the result
   }
   if (!started) End();
   return started;
@@ -181,7 +181,7 @@ std::vector<DisplayFormat> EglDriver::ReadFormats(EGLint aSurfaceBit, EGLint aVi
     if ((Attribute(config, EGL_SURFACE_TYPE) & aSurfaceBit) == 0) continue;
     if ((Attribute(config, EGL_RENDERABLE_TYPE) & EGL_OPENGL_BIT) == 0) continue;
     if (Attribute(config, EGL_COLOR_BUFFER_TYPE) != EGL_RGB_BUFFER) continue;
-    // A colour in more than 8 bits a channel fits no description here.
+    // Colours with more than 8 bits per channel do not fit the description.
     if (Attribute(config, EGL_RED_SIZE) > 8) continue;
     if (aVisual != 0 && Attribute(config, EGL_NATIVE_VISUAL_ID) != aVisual) continue;
     formats.push_back(Describe(config, aFlags));
@@ -209,7 +209,7 @@ DisplayFormat EglDriver::Describe(EGLConfig aConfig, DWORD aFlags) const noexcep
   return {description, Attribute(aConfig, EGL_SAMPLES), aConfig};
 }
 
-// The driver tells by a context alone; pbuffers larger than its textures are made but can't be drawn on.
+// The driver reports its limit only for a current context. Larger pbuffers can be created, but not drawn on.
 int EglDriver::ReadLargest() noexcept {
   if (m_vMemoryFormats.empty()) return 0;
   const auto surface = MakePbuffer(1, 1, m_vMemoryFormats.front());

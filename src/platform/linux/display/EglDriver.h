@@ -1,7 +1,7 @@
-// EglDriver: formats, surfaces and contexts of an EGL display, which the X11 and the headless display share.
-// EGL may be called from any thread; eglBindAPI is said anew on each. No function of the driver is called
-// while the process exits. The EGL display is terminated with its last user, and the driver's threads with
-// it, unless somebody else had initialised it before.
+// EglDriver: formats, surfaces and contexts of an EGL display, for the X11 and the headless display. Any
+// thread; each thread must call eglBindAPI. The driver is not called while the process exits.
+// The last user terminates the EGL display, and with it the driver's threads. A display that was initialised
+// before the component used it is not terminated.
 
 #pragma once
 
@@ -19,14 +19,14 @@ class EglDriver {
   EglDriver& operator=(const EglDriver&) = delete;
   ~EglDriver() { End(); }
 
-  /// Works on a thread of its own, so that the caller's choice of client API stays.
-  /// @param aVisual the native visual that window formats must have; 0 makes windows of pbuffers
-  /// @return false when the display can't be used
+  /// Starts the driver, on a separate thread, so that the caller's client API does not change.
+  /// @param aVisual native visual that window formats must have; 0 draws windows into pbuffers
+  /// @return false if the display cannot be used
   bool Start(EGLDisplay aDisplay, EGLint aVisual) noexcept;
 
-  /// Gives the display up, after all of its surfaces and contexts.
+  /// Releases the display. All its surfaces and contexts must be destroyed before.
   void End() noexcept;
-  /// Whether the display still works: the host may have terminated one that it uses too.
+  /// Returns whether the display still works. A host that also uses it may have terminated it.
   bool IsUsable() const noexcept;
 
   EGLDisplay Handle() const noexcept { return m_Display; }
@@ -51,7 +51,7 @@ class EglDriver {
   int m_iLargest = 0;
 };
 
-/// A drawable that EGL knows.
+/// A drawable of EGL.
 class EglSurface : public DrawSurface {
  public:
   EglSurface(EGLDisplay aDisplay, EGLSurface aSurface) noexcept : m_Display(aDisplay), m_Surface(aSurface) {}

@@ -1,4 +1,4 @@
-// PipeSignal: SIGPIPE goes to the thread that writes, so that it can be blocked and taken there.
+// PipeSignal: blocks and removes SIGPIPE. The kernel sends it to the thread that writes.
 
 #include "platform/linux/display/PipeSignal.h"
 
@@ -24,7 +24,7 @@ sigset_t PipeSet() noexcept {
 }  // namespace
 
 PipeSignal::PipeSignal() noexcept : m_bHandles(!IsComponentThread() && !IsPending()) {
-  if (!m_bHandles) return;  // one that is pending is blocked as well
+  if (!m_bHandles) return;  // a pending signal is also blocked
   const sigset_t set = PipeSet();
   pthread_sigmask(SIG_BLOCK, &set, &m_Before);
 }

@@ -1,12 +1,12 @@
-// PipeSignal: keeps a write to an X server that has gone from ending the host by SIGPIPE. Any thread.
+// PipeSignal: prevents SIGPIPE from ending the host after a write to a closed connection. Any thread.
 
 #pragma once
 
 #include <csignal>
 
-/// For the object's length, a write to a closed connection on this thread gives an error and no signal. A
-/// SIGPIPE that was pending before stays pending. Costs nothing on a thread of the component, which blocks
-/// all signals.
+/// For the lifetime of the object, a write to a closed connection on this thread returns an error and raises
+/// no signal. A SIGPIPE that was already pending stays pending. Does nothing on threads of the component,
+/// which block all signals.
 class PipeSignal {
  public:
   PipeSignal() noexcept;

@@ -1,5 +1,5 @@
-// WGL_ARB_extensions_string and WGL_ARB_pixel_format as the displays offer them: formats are chosen by
-// colour, depth and samples. Attribute numbers: WGL_ARB_pixel_format, WGL_ARB_multisample. Any thread.
+// WGL_ARB_extensions_string and WGL_ARB_pixel_format for all displays. Formats are chosen by colour, depth
+// and samples. The attribute numbers are from WGL_ARB_pixel_format and WGL_ARB_multisample. Any thread.
 
 #include "platform/linux/display/PixelFormatArb.h"
 

@@ -1,4 +1,5 @@
-// DeviceFont: size, style and one-bit glyphs of a face of the system.
+// DeviceFont: size, style, bitmaps and outlines of a face of the system. Any thread; the functions take the
+// font library's lock.
 
 #include "platform/linux/fonts/DeviceFont.h"
 
@@ -15,11 +16,11 @@
 
 namespace {
 
-constexpr int kDefaultCell = 16;     // pixels of a font whose height is left open
-constexpr int kLargestSize = 4096;   // pixels an em; larger one-bit glyphs would take hundreds of megabytes
-constexpr FT_Fixed kSlant = 0x3333;  // the tangent of some 11 degrees, in 16.16
-constexpr int kBoldFrom = 550;       // weights above are bold, and drawn so where the face isn't
-constexpr int kLongestBar = 16;      // em; a font with wider characters has no bars beyond
+constexpr int kDefaultCell = 16;     // pixels; the cell height if the host does not set one
+constexpr int kLargestSize = 4096;   // pixels per em; larger bitmaps would need hundreds of megabytes
+constexpr FT_Fixed kSlant = 0x3333;  // tangent of about 11 degrees, in 16.16
+constexpr int kBoldFrom = 550;       // heavier weights are bold; they are emboldened if the face is not bold
+constexpr int kLongestBar = 16;      // em; longest underline or strike-out bar, also for wider characters
 
 const char* GenericOf(DWORD aPitchAndFamily) noexcept {
   switch (aPitchAndFamily & 0xF0) {
@@ -96,12 +97,12 @@ void DeviceFont::Measure() {
   m.m_iUnderlineTop = m_pFace->underline_position + m.m_iUnderlineSize / 2;
   m.m_iStrikeOutSize = os2 != nullptr && os2->yStrikeoutSize > 0 ? os2->yStrikeoutSize : m.m_iUnderlineSize;
   m.m_iStrikeOutTop = os2 != nullptr && os2->yStrikeoutPosition > 0 ? os2->yStrikeoutPosition : em * 3 / 10;
-  // A file may hold any number. Bars far from the line of text would make images of gigabytes.
+  // A font file may contain any number. Bars far from the baseline would need bitmaps of gigabytes.
   for (int* size : {&m.m_iUnderlineSize, &m.m_iStrikeOutSize}) *size = std::clamp(*size, 1, em);
   for (int* top : {&m.m_iUnderlineTop, &m.m_iStrikeOutTop}) *top = std::clamp(*top, -em, 2 * em);
 }
 
-// Whole pixels an em in both directions, as a mapper of device fonts gives them.
+// Sets whole pixels per em in both directions, as font mappers do for device fonts.
 bool DeviceFont::SetSize(int aHeight, int aWidth) {
   const double em = m_pFace->units_per_EM;
   const double cell = aHeight > 0 ? aHeight : kDefaultCell;
@@ -133,8 +134,8 @@ bool DeviceFont::Load(unsigned char aCode, FT_Int32 aFlags) const {
          m_pFace->glyph->format == FT_GLYPH_FORMAT_OUTLINE;
 }
 
-/// Draws what the face itself hasn't got, and turns the glyph about its origin. aEm is in the outline's
-/// units.
+/// Applies the styles that the face lacks, then rotates the glyph about its origin. aEm is in units of the
+/// outline.
 void DeviceFont::Style(FT_Outline& aOutline, FT_Pos aEm) const {
   if (m_bEmbolden) FT_Outline_Embolden(&aOutline, aEm / 24);
   if (m_bSlant) {
@@ -149,7 +150,7 @@ void DeviceFont::Style(FT_Outline& aOutline, FT_Pos aEm) const {
   FT_Outline_Transform(&aOutline, &turn);
 }
 
-/// The advance of the hinted glyph that is loaded.
+/// Returns the advance of the loaded, hinted glyph.
 int DeviceFont::PixelAdvance() const {
   const FT_Pos bold =
       m_bEmbolden && !FT_IS_FIXED_WIDTH(m_pFace) ? m_pFace->size->metrics.x_ppem * 64 / 24 : 0;
@@ -168,7 +169,7 @@ GlyphBitmap DeviceFont::Bitmap(unsigned char aCode) const {
   GlyphBitmap bitmap;
   if (!Load(aCode, FT_LOAD_TARGET_MONO)) return bitmap;
   bitmap.m_iAdvance = m_aiAdvance[aCode] = PixelAdvance();
-  // Hints fit an upright glyph to the grid; a turned one is drawn as it was designed.
+  // Hints fit only upright glyphs to the grid, so rotated glyphs are drawn without them.
   if (m_iOrientation != 0 && !Load(aCode, FT_LOAD_TARGET_MONO | FT_LOAD_NO_HINTING)) return bitmap;
   const FT_GlyphSlot slot = m_pFace->glyph;
   Style(slot->outline, m_pFace->size->metrics.y_ppem * 64);
@@ -191,7 +192,7 @@ GlyphBitmap DeviceFont::Bitmap(unsigned char aCode) const {
 
 namespace {
 
-/// The image enlarged to hold a bar of a length from the pen on, and the bar in it.
+/// Enlarges the bitmap to hold a bar that starts at the pen, and draws the bar.
 void DrawBar(GlyphBitmap& aBitmap, int aLength, int aTop, int aSize) {
   const GlyphBitmap old = std::move(aBitmap);
   const bool empty = old.m_iRows == 0;
@@ -225,7 +226,7 @@ void DrawBar(GlyphBitmap& aBitmap, int aLength, int aTop, int aSize) {
 
 }  // namespace
 
-// The bars lie along the line of text, also below turned characters.
+// The bars follow the line of text, also if the characters are rotated.
 void DeviceFont::DrawBars(GlyphBitmap& aBitmap) const {
   const FT_Fixed scale = m_pFace->size->metrics.y_scale;
   const FaceMeasures& m = m_Measures;
@@ -253,7 +254,7 @@ void DeviceFont::AddBars(GlyphOutline& aOutline, bool aClockwise) const {
 
 namespace {
 
-/// Takes an outline apart into polygons that keep within a deviation of its curves. Design units.
+/// Converts an outline to polygons that deviate from its curves by at most aDeviation. In design units.
 class Flattener {
  public:
   Flattener(GlyphOutline& aOutline, double aEm, double aDeviation) noexcept
@@ -277,7 +278,7 @@ class Flattener {
     return {static_cast<double>(a.x), static_cast<double>(a.y)};
   }
 
-  // Each step tells FreeType 0 to go on; out of memory, it ends the walk.
+  // Each step returns 0 to continue. If memory runs out, it returns 1, which ends the decomposition.
   int Put(OutlinePoint aPoint) noexcept {
     try {
       auto& contour = m_Outline.m_vContours.back();
@@ -300,7 +301,8 @@ class Flattener {
   }
   int Line(const FT_Vector& a) noexcept { return Put(At(a)); }
 
-  // A chord over 1/n of a curve keeps within an eighth of the curve's second derivative over n squared.
+  // The chord over 1/n of a curve deviates by at most an eighth of the curve's second derivative, divided by
+  // n squared.
   int Pieces(double aSecondDerivative) const noexcept {
     const double pieces = std::ceil(std::sqrt(aSecondDerivative / 8.0 / m_dDeviation));
     return static_cast<int>(std::clamp(pieces, 1.0, 64.0));
@@ -340,8 +342,7 @@ class Flattener {
 bool DeviceFont::Outline(unsigned char aCode, double aDeviation, GlyphOutline& aOutline) const {
   const auto lock = FontLibrary::Instance().Lock();
   aOutline = {};
-  if (!Load(aCode, FT_LOAD_NO_SCALE | FT_LOAD_NO_HINTING))
-    return true;  // a glyph that can't be read is empty
+  if (!Load(aCode, FT_LOAD_NO_SCALE | FT_LOAD_NO_HINTING)) return true;  // an unreadable glyph is empty
   FT_Outline& source = m_pFace->glyph->outline;
   const double em = m_pFace->units_per_EM;
   const double bold = m_bEmbolden && !FT_IS_FIXED_WIDTH(m_pFace) ? em / 24 : 0;

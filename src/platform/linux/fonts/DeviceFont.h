@@ -1,5 +1,5 @@
-// DeviceFont: a font that FreeType draws from a face of the system. Any thread; the font library's lock
-// guards it.
+// DeviceFont: a font that FreeType draws from a face of the system. Any thread; the functions take the font
+// library's lock.
 
 #pragma once
 
@@ -9,11 +9,11 @@
 #include "platform/linux/fonts/FontLibrary.h"
 #include "platform/linux/fonts/FontObject.h"
 
-/// The arguments of CreateFontW that make a difference.
+/// The arguments of CreateFontW that affect the result.
 struct FontDescription {
   const char* m_szFace;  ///< UTF-8; empty for none
-  int m_iHeight;         ///< of the cell above 0, of the characters below 0; 0 for the default
-  int m_iWidth;          ///< average width in pixels; 0 for the face's own
+  int m_iHeight;         ///< positive: height of the cell; negative: of the characters; 0: default
+  int m_iWidth;          ///< average width in pixels; 0 for that of the face
   int m_iOrientation;    ///< of each character, in tenths of a degree
   int m_iWeight;         ///< 0 for the default
   DWORD m_dwPitchAndFamily;
@@ -22,7 +22,7 @@ struct FontDescription {
 
 class DeviceFont final : public FontObject {
  public:
-  /// @return null with no face to be had, or at a size that can't be drawn
+  /// @return null if no face is available or the size cannot be drawn
   static std::unique_ptr<DeviceFont> Create(const FontDescription& aDescription);
 
   TEXTMETRICA Metrics() const override;
@@ -31,7 +31,7 @@ class DeviceFont final : public FontObject {
   bool Outline(unsigned char aCode, double aDeviation, GlyphOutline& aOutline) const override;
 
  private:
-  /// Vertical measures of the face, in its design units.
+  /// Vertical metrics of the face, in its design units.
   struct FaceMeasures {
     int m_iAscent, m_iDescent, m_iAverage;
     int m_iUnderlineTop, m_iUnderlineSize, m_iStrikeOutTop, m_iStrikeOutSize;
@@ -49,9 +49,9 @@ class DeviceFont final : public FontObject {
   FacePtr m_pFace;
   FaceMeasures m_Measures{};
   std::array<FT_UInt, 256> m_auGlyph{};
-  mutable std::array<int, 256> m_aiAdvance{};  // -1 where not yet known
+  mutable std::array<int, 256> m_aiAdvance{};  // -1 if not yet computed
   int m_iOrientation;
   bool m_bUnderline, m_bStrikeOut;
-  bool m_bEmbolden;  // the mapper had no bold face,
-  bool m_bSlant;     // or no italic one
+  bool m_bEmbolden;  // the mapper found no bold face
+  bool m_bSlant;     // the mapper found no italic face
 };

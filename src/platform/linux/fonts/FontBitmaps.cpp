@@ -1,12 +1,12 @@
-// wglUseFontBitmapsA: one list a code that draws its one-bit image at the raster position and moves that on.
-// With GL current.
+// wglUseFontBitmapsA: one list per code, which draws a bitmap at the raster position and advances it. Needs a
+// current GL context.
 
 #include "platform/GL.h"
 #include "platform/linux/fonts/FontObject.h"
 
 namespace {
 
-/// Rows as GlyphBitmap stores them, whatever the caller unpacks images by.
+/// Sets the unpack parameters to the layout of GlyphBitmap, and restores the caller's.
 class ByteRows {
  public:
   ByteRows() noexcept {

@@ -1,4 +1,4 @@
-// FontLibrary: finding and opening faces.
+// FontLibrary: finds and opens faces. Any thread, under the library's lock.
 
 #include "platform/linux/fonts/FontLibrary.h"
 
@@ -15,14 +15,14 @@ const FcChar8* Utf8(const char* aText) noexcept { return reinterpret_cast<const 
 
 constinit ProcessWide<FontLibrary> g_FontLibrary;
 
-/// Whether a name asks for any face of a kind, or for any at all.
+/// Returns whether a name requests any face of a generic family, or any face at all.
 bool IsGeneric(const char* aFace) noexcept {
   constexpr const char* kNames[] = {"", "serif", "sans-serif", "sans", "monospace", "cursive", "fantasy"};
   return std::any_of(std::begin(kNames), std::end(kNames),
                      [&](const char* aName) { return FcStrCmpIgnoreCase(Utf8(aFace), Utf8(aName)) == 0; });
 }
 
-/// Whether a font bears a name as its family, in any language, or as its full name.
+/// Returns whether a font has this family name in any language, or this full name.
 bool HasFamily(FcPattern& aFont, const char* aFace) noexcept {
   for (const char* property : {FC_FAMILY, FC_FULLNAME}) {
     FcChar8* name = nullptr;
@@ -49,8 +49,8 @@ PatternPtr PatternOf(const FaceRequest& aRequest) {
   return pattern;
 }
 
-// Where a family lacks a style, fontconfig tells of its font as if it had it, and asks by a flag and a matrix
-// for what the file itself doesn't show.
+// If a family lacks a style, fontconfig still reports the style, and requests its emulation by a flag and a
+// matrix. This function reads the actual style of the file.
 void ReadStyle(FcPattern& aFont, FaceMatch& aMatch) {
   double weight = FC_WEIGHT_REGULAR;
   FcBool emboldened = FcFalse;
@@ -69,7 +69,7 @@ void ReadStyle(FcPattern& aFont, FaceMatch& aMatch) {
 FontLibrary& FontLibrary::Instance() noexcept { return g_FontLibrary.Get(); }
 
 std::optional<FaceMatch> FontLibrary::Match(const FaceRequest& aRequest) {
-  // A configuration of its own: the host may be using fontconfig's shared one in its own way.
+  // Uses a separate configuration, since the host may change the shared one.
   if (m_pConfig == nullptr) m_pConfig = FcInitLoadConfigAndFonts();
   const PatternPtr pattern = PatternOf(aRequest);
   if (pattern == nullptr || m_pConfig == nullptr) return std::nullopt;
@@ -108,7 +108,7 @@ void FaceCloser::operator()(FT_Face aFace) const noexcept {
   --library.m_iOpenFaces;
 }
 
-// What fontconfig itself keeps for the process, such as the default languages, stays: the host may use it.
+// Keeps process-wide data of fontconfig, such as the default languages, since the host may use them.
 void FontLibrary::End() noexcept {
   const auto lock = Lock();
   if (m_iOpenFaces > 0) return;
@@ -117,7 +117,7 @@ void FontLibrary::End() noexcept {
   m_Substituted.clear();
 }
 
-// Fonts are built again and again. Each name is reported once.
+// Reports each name once, since fonts are built repeatedly.
 void FontLibrary::NoteSubstitute(const char* aFace, FcPattern& aFont, const std::string& aFile) {
   if (!IsLogged(LogLevel::kWarning) || IsGeneric(aFace) || HasFamily(aFont, aFace)) return;
   if (m_Substituted.insert(aFace).second)

@@ -1,5 +1,5 @@
-// FontLibrary: the process's one FreeType library and font configuration, and the lock that guards both. They
-// are loaded at their first use, and again at the first use after an end.
+// FontLibrary: the FreeType library and font configuration of the process, and the lock that guards both.
+// They are loaded at the first use, and again at the first use after End.
 
 #pragma once
 
@@ -13,16 +13,16 @@
 #include <set>
 #include <string>
 
-/// What is asked of the font mapper.
+/// A request to the font mapper.
 struct FaceRequest {
   const char* m_szFace;     ///< UTF-8; empty for none
-  const char* m_szGeneric;  ///< the family to take where the face isn't there
+  const char* m_szGeneric;  ///< family to use if the face is not available
   int m_iWeight;            ///< 1 to 1000
   bool m_bItalic;
   bool m_bFixedPitch;
 };
 
-/// What the font mapper answers with.
+/// The font mapper's answer.
 struct FaceMatch {
   std::string m_sFile;
   int m_iIndex = 0;
@@ -30,23 +30,24 @@ struct FaceMatch {
   bool m_bItalic = false;
 };
 
-/// Closes a face. Takes the lock itself.
+/// Closes a face. Takes the lock.
 struct FaceCloser {
   void operator()(FT_Face aFace) const noexcept;
 };
 using FacePtr = std::unique_ptr<FT_FaceRec, FaceCloser>;
 
-/// Every use of FreeType and fontconfig happens between Lock and the end of what it gives.
+/// FreeType and fontconfig are used only while the result of Lock exists.
 class FontLibrary {
  public:
   static FontLibrary& Instance() noexcept;
 
   [[nodiscard]] std::unique_lock<std::recursive_mutex> Lock() { return std::unique_lock(m_Lock); }
-  /// The face that the mapper makes of a request; none when there is no scalable font on the system.
+  /// Finds the best face for a request; none if the system has no scalable font.
   std::optional<FaceMatch> Match(const FaceRequest& aRequest);
-  /// @return null when the file can't be read or its face has no outlines
+  /// Opens a face.
+  /// @return null if the file cannot be read or the face has no outlines
   FacePtr Open(const FaceMatch& aMatch);
-  /// Frees the library and the configuration unless a face is open. Takes the lock itself.
+  /// Frees the library and the configuration, unless a face is open. Takes the lock.
   void End() noexcept;
 
  private:
@@ -58,5 +59,5 @@ class FontLibrary {
   FT_Library m_pFreeType = nullptr;
   FcConfig* m_pConfig = nullptr;
   int m_iOpenFaces = 0;
-  std::set<std::string> m_Substituted;  // names of faces
+  std::set<std::string> m_Substituted;  // face names already reported
 };

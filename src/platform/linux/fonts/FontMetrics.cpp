@@ -1,4 +1,4 @@
-// Making, selecting and measuring fonts: the GDI operations over FontObject. Any thread.
+// Creation, selection and measurement of fonts: the GDI operations for FontObject. Any thread.
 
 #include <string>
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Fontconfig's names are UTF-8.
+/// Returns the name in UTF-8, as fontconfig uses.
 std::string Utf8Name(const GLWCHAR* aFace) {
   if (aFace == nullptr) return {};
   const int bytes = WideCharToMultiByte(CP_UTF8, 0, aFace, -1, nullptr, 0, nullptr, nullptr);

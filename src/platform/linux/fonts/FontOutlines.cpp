@@ -1,5 +1,5 @@
-// wglUseFontOutlinesA: one list a code that draws its outline filled, flat or extruded, and moves on.
-// With GL current.
+// wglUseFontOutlinesA: one list per code, which draws the filled outline, flat or extruded, and advances.
+// Needs a current GL context.
 
 #include <algorithm>
 #include <cmath>
@@ -8,7 +8,7 @@
 
 namespace {
 
-// Edges that meet at less than some 35 degrees belong to one curve, and are lit as one.
+// Cosine of about 35 degrees. Edges that meet at a smaller angle belong to one curve and are shaded smoothly.
 constexpr double kSmoothCosine = 0.82;
 
 OutlinePoint OutwardNormal(const OutlinePoint& aFrom, const OutlinePoint& aTo) noexcept {
@@ -17,7 +17,8 @@ OutlinePoint OutwardNormal(const OutlinePoint& aFrom, const OutlinePoint& aTo) n
   return length > 0 ? OutlinePoint{dy / length, -dx / length} : OutlinePoint{0, 0};
 }
 
-/// The normal of a wall where it meets its neighbour: that of the curve, or its own at a corner.
+/// Returns the normal of a wall at its edge to a neighbour: the average for a smooth edge, the wall's own at
+/// a corner.
 OutlinePoint NormalBetween(const OutlinePoint& aOwn, const OutlinePoint& aNeighbour) noexcept {
   if (aOwn.x * aNeighbour.x + aOwn.y * aNeighbour.y < kSmoothCosine) return aOwn;
   const OutlinePoint sum{aOwn.x + aNeighbour.x, aOwn.y + aNeighbour.y};
@@ -73,8 +74,7 @@ GLYPHMETRICSFLOAT MetricsOf(const GlyphTessellator& aGlyph, double aAdvance) noe
   const auto [bottom, top] = std::minmax_element(points.begin(), points.end(), byY);
   metrics.gmfBlackBoxX = static_cast<float>(right->x - left->x);
   metrics.gmfBlackBoxY = static_cast<float>(top->y - bottom->y);
-  metrics.gmfptGlyphOrigin = {static_cast<float>(left->x),
-                              static_cast<float>(top->y)};  // its upper left corner
+  metrics.gmfptGlyphOrigin = {static_cast<float>(left->x), static_cast<float>(top->y)};  // upper left corner
   return metrics;
 }
 

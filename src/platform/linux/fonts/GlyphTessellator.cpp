@@ -1,4 +1,5 @@
-// GlyphTessellator: the two passes over GLU's tessellator, and its callbacks, which let no exception out.
+// GlyphTessellator: two passes of GLU's tessellator, and its callbacks, which must not throw. One thread per
+// object.
 
 #include "platform/linux/fonts/GlyphTessellator.h"
 
@@ -46,7 +47,7 @@ bool GlyphTessellator::Tessellate(const std::vector<Contour>& aContours, bool aE
   m_Vertices.clear();
   gluTessProperty(tess, GLU_TESS_WINDING_RULE, aEvenOdd ? GLU_TESS_WINDING_ODD : GLU_TESS_WINDING_NONZERO);
   gluTessProperty(tess, GLU_TESS_BOUNDARY_ONLY, aBoundaryOnly ? GL_TRUE : GL_FALSE);
-  // With a callback for edge flags GLU gives triangles alone, no fans or strips.
+  // With an edge flag callback GLU generates only triangles, no fans or strips.
   SetCallback(
       tess, GLU_TESS_EDGE_FLAG, aBoundaryOnly ? nullptr : +[](GLboolean) noexcept {});
   gluTessBeginPolygon(tess, this);
@@ -86,6 +87,6 @@ void* GlyphTessellator::Combine(const double* aAt) noexcept {
     return &m_Vertices.emplace_back(Vertex{aAt[0], aAt[1], 0});
   } catch (...) {
     m_bFailed = true;
-    return &m_Vertices.front();  // there is one: two edges have crossed
+    return &m_Vertices.front();  // not empty, since two edges have crossed
   }
 }

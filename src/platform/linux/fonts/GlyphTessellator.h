@@ -1,5 +1,5 @@
-// GlyphTessellator: turns the polygons of a glyph into its boundary and the triangles between, by GLU's
-// tessellator. One a build; the thread that made it.
+// GlyphTessellator: converts the polygons of a glyph to its boundary and to triangles, by GLU's tessellator.
+// One per build of a font, used on the thread that created it.
 
 #pragma once
 
@@ -17,13 +17,14 @@ class GlyphTessellator {
 
   GlyphTessellator();
 
-  /// Resolves overlaps first, so that walls stand on the outer edge alone and meet the faces point by point.
-  /// @return false when there is no memory or GLU gives up
+  /// Removes overlaps first, so that walls are only on the outer edges and share their vertices with the
+  /// faces.
+  /// @return false if memory runs out or GLU fails
   bool Run(const GlyphOutline& aOutline);
 
-  /// The edge of what is filled: outer contours counterclockwise, holes clockwise.
+  /// Returns the boundary of the filled area: outer contours counterclockwise, holes clockwise.
   const std::vector<Contour>& Boundary() const noexcept { return m_vBoundary; }
-  /// What is filled: counterclockwise, three points each.
+  /// Returns the triangles of the filled area: counterclockwise, three points each.
   const std::vector<OutlinePoint>& Triangles() const noexcept { return m_vTriangles; }
 
  private:
@@ -35,7 +36,7 @@ class GlyphTessellator {
   void* Combine(const double* aAt) noexcept;
 
   std::unique_ptr<GLUtesselator, decltype(&gluDeleteTess)> m_pTess;
-  std::deque<Vertex> m_Vertices;  // GLU keeps pointers to them
+  std::deque<Vertex> m_Vertices;  // a deque, since GLU keeps pointers to the elements
   std::vector<Contour> m_vBoundary;
   std::vector<OutlinePoint> m_vTriangles;
   bool m_bBoundaryOnly = false;

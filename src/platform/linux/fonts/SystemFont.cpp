@@ -1,5 +1,5 @@
-// The stock system font: the SANSSERIF sheet with its characters ordered by Windows-1252, so that text needs
-// no font on the system. Constant; any thread.
+// The stock system font: the SANSSERIF sheet in the order of Windows-1252. It needs no font of the system.
+// Constant; any thread.
 
 #include "platform/Resources.h"
 #include "platform/Text.h"
@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kCellWidth = 8;
 constexpr int kCellHeight = 16;
-constexpr int kDescent = 4;  // cell lines below the baseline
+constexpr int kDescent = 4;  // lines of the cell below the baseline
 constexpr std::size_t kSheetWidth = 128;
 constexpr std::size_t kSheetBytes = kSheetWidth * 256 * 4;
 constexpr unsigned char kDefaultCharacter = '?';
@@ -19,7 +19,7 @@ struct Character {
   unsigned char m_iCell;
 };
 
-/// Where the sheet holds the characters of Windows-1252 that aren't in ASCII.
+/// Cells of the sheet with the characters of Windows-1252 that are not in ASCII.
 constexpr Character kCells[] = {
     {0x00A0, 255}, {0x00A1, 173}, {0x00A2, 155}, {0x00A3, 156}, {0x00A5, 157}, {0x00A7, 21},  {0x00AA, 166},
     {0x00AB, 174}, {0x00AC, 170}, {0x00B0, 248}, {0x00B1, 241}, {0x00B2, 253}, {0x00B5, 230}, {0x00B6, 20},
@@ -65,7 +65,7 @@ class SystemFont final : public FontObject {
     bitmap.m_iBottom = -kDescent;
     const unsigned cell = CellOf(aCode);
     const std::size_t left = (cell & 15) * kCellWidth;
-    const std::size_t bottom = (15 - (cell >> 4)) * kCellHeight;  // the sheet's lowest row comes first
+    const std::size_t bottom = (15 - (cell >> 4)) * kCellHeight;  // the lowest row of the sheet comes first
     for (std::size_t y = 0; y < kCellHeight; ++y) {
       const unsigned char* texel = sheet + ((bottom + y) * kSheetWidth + left) * 4;
       unsigned row = 0;

@@ -1,4 +1,5 @@
-// Replacement of a whole file: a new file under a unique name beside it, fsync, rename, fsync of the folder.
+// Replacement of a whole file: writes a new file with a unique name in the same directory, then fsync,
+// rename, and fsync of the directory. Any thread.
 
 #include "platform/linux/registry/FileReplacement.h"
 
@@ -19,7 +20,7 @@ LSTATUS StatusOf(int aError) noexcept {
   return aError == EACCES || aError == EPERM || aError == EROFS ? ERROR_ACCESS_DENIED : ERROR_WRITE_FAULT;
 }
 
-/// An open file or folder.
+/// An open file or directory.
 class Descriptor {
  public:
   explicit Descriptor(int aFile) noexcept : m_iFile(aFile) {}
@@ -43,8 +44,8 @@ class Descriptor {
   const int m_iFile;
 };
 
-/// A new file that is removed again unless it is renamed. Its name can't be foreseen, and it must not exist:
-/// no file or link that another user has put there is written through.
+/// A new file that the destructor deletes unless it was renamed. Its name is random and must not exist, so
+/// that a file or link created by another user is never written.
 class NewFile {
  public:
   explicit NewFile(const std::string& aTarget, const std::optional<struct stat>& aOld)
@@ -53,9 +54,9 @@ class NewFile {
             open(m_sName.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, aOld ? 0600 : 0666)) {
     m_iStatus = m_File.IsOpen() ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
     if (!m_File.IsOpen() || !aOld) return;
-    // The owner first: it may take permissions away.
+    // Sets the owner first, since chown may clear permission bits.
     if (fchown(m_File.Get(), aOld->st_uid, aOld->st_gid) != 0) {
-      // Without the right to give files away the new one belongs to its writer.
+      // without the privilege the new file belongs to the user who writes it
     }
     if (fchmod(m_File.Get(), aOld->st_mode & 0777) != 0) m_iStatus = StatusOf(errno);
   }
@@ -86,7 +87,7 @@ class NewFile {
   static std::string NameBeside(const std::string& aTarget) {
     std::uint64_t random = 0;
     if (getrandom(&random, sizeof(random), GRND_NONBLOCK) != sizeof(random))
-      random = static_cast<std::uint64_t>(getpid());  // O_EXCL still keeps it safe
+      random = static_cast<std::uint64_t>(getpid());  // O_EXCL still protects against an existing file
     char digits[24] = {};
     std::snprintf(digits, sizeof(digits), ".%016llx.new", static_cast<unsigned long long>(random));
     return aTarget + digits;
@@ -97,7 +98,7 @@ class NewFile {
   LSTATUS m_iStatus;
 };
 
-/// Stores the new name of a file. Some file systems don't sync folders, and say so by EINVAL.
+/// Writes the new name to the disk. Some file systems cannot sync a directory and return EINVAL.
 LSTATUS SyncFolder(const std::filesystem::path& aFolder) {
   const Descriptor folder(open(aFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   return folder.IsOpen() && !folder.Sync() && errno != EINVAL ? ERROR_WRITE_FAULT : ERROR_SUCCESS;

@@ -1,4 +1,4 @@
-// FolderLock: taking the lock in bounded time.
+// FolderLock: takes the lock within a limited time. Used by the thread that changes a file.
 
 #include "platform/linux/registry/FolderLock.h"
 
@@ -15,13 +15,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Anybody who may read the folder can hold its lock, so the wait has an end.
+/// Every user who can read the directory can hold its lock, so the wait must be limited.
 constexpr auto kLongestWait = 10s;
 
 LSTATUS Wait(int aFolder) {
   const auto end = std::chrono::steady_clock::now() + kLongestWait;
   while (flock(aFolder, LOCK_EX | LOCK_NB) != 0) {
-    if (errno != EWOULDBLOCK && errno != EINTR) return ERROR_SUCCESS;  // no locks on this file system
+    // the file system does not support locks
+    if (errno != EWOULDBLOCK && errno != EINTR) return ERROR_SUCCESS;
     if (std::chrono::steady_clock::now() >= end) return ERROR_LOCK_VIOLATION;
     std::this_thread::sleep_for(2ms);
   }

@@ -1,5 +1,5 @@
-// FolderLock: keeps other threads and processes from changing the registry files of one folder. Used on the
-// stack of the thread that changes a file.
+// FolderLock: excludes other threads and processes from changing the registry files in one directory. Used on
+// the stack of the thread that changes a file.
 
 #pragma once
 
@@ -7,21 +7,20 @@
 
 #include "platform/Registry.h"
 
-/// The lock belongs to an open folder, not to a thread or a process, so one lock serves both. It is given
-/// back explicitly: a child that another thread forks meanwhile has a copy of the descriptor, and closing
-/// this one alone would leave the lock with the child. Nothing of it is memory of the process, so a forked
-/// child can take it too.
+/// The lock belongs to an open directory, so it excludes both threads and processes.
+/// The destructor unlocks explicitly. A child forked by another thread has a copy of the descriptor, so
+/// closing only this one would leave the lock held. The lock is not in process memory, so a forked child can
+/// take it.
 class FolderLock {
  public:
-  /// Makes the folder if it is absent. Waits at most 10 s.
+  /// Creates the directory if it does not exist. Waits at most 10 s for the lock.
   explicit FolderLock(const std::string& aFolder);
   ~FolderLock();
   FolderLock(const FolderLock&) = delete;
   FolderLock& operator=(const FolderLock&) = delete;
 
-  /// @return ERROR_SUCCESS once the lock is held, or where the file system has no locks; ERROR_ACCESS_DENIED
-  /// for a
-  ///         folder that can't be opened, ERROR_LOCK_VIOLATION when another program holds the lock too long
+  /// @return ERROR_SUCCESS if the lock is held or the file system has no locks; ERROR_ACCESS_DENIED if the
+  ///         directory cannot be opened; ERROR_LOCK_VIOLATION if another program has held the lock too long
   LSTATUS Status() const noexcept { return m_iStatus; }
 
  private:

@@ -1,5 +1,5 @@
-// The reading operations over machine.reg and user.reg. Each reads the files again. A file is replaced as a
-// whole, so no lock is needed. Any thread.
+// Reading of machine.reg and user.reg. Each operation reads the files again. Files are replaced as a whole,
+// so no lock is needed. Any thread.
 
 #include "platform/Registry.h"
 
@@ -9,12 +9,12 @@
 #include "platform/linux/registry/RegistryFile.h"
 
 struct HKEY__ {
-  std::string m_szPath;  // from the root's name on
+  std::string m_szPath;  // starts with the name of the root
 };
 
 namespace {
 
-/// The files where a key may be, the one that counts first.
+/// Returns the files that may contain a key, in order of precedence.
 std::vector<std::string> FilesOf(const std::string& aPath) {
   if (GLNames::StartsWith(aPath, "HKEY_CURRENT_USER")) return {GLRegistration::UserFile()};
   if (GLNames::StartsWith(aPath, "HKEY_CLASSES_ROOT"))

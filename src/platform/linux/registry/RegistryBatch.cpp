@@ -1,4 +1,5 @@
-// RegistryBatch: the changes as one load, one change and one save of the file that classes are written to.
+// RegistryBatch: applies all changes with one load and one save of the file that holds the classes. One
+// thread at a time.
 
 #include "platform/RegistryBatch.h"
 
@@ -10,13 +11,13 @@
 
 namespace {
 
-/// The machine's file, or the user's where GLLIB_REGISTRY_USER asks for it.
+/// Returns the machine's file, or the user's if GLLIB_REGISTRY_USER is set.
 std::string ClassesFile() {
   return GLRegistration::Environment("GLLIB_REGISTRY_USER").empty() ? GLRegistration::MachineFile()
                                                                     : GLRegistration::UserFile();
 }
 
-/// A line break would end the line of a name or a text, and a zero ends a text.
+/// Returns whether the text fits on one line: a line break would end the line, and a zero would end the text.
 bool FitsALine(const std::string& aText) noexcept {
   return aText.find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos;
 }

@@ -1,4 +1,4 @@
-// RegistryFile: keys and values of the registry-script format, and how they are written.
+// RegistryFile: keys and values of the registry-script format, and their output. One thread at a time.
 
 #include "platform/linux/registry/RegistryFile.h"
 
@@ -20,7 +20,7 @@ std::string Quoted(const std::string& aText) {
 
 }  // namespace
 
-/// Takes over what ReadScript finds.
+/// Stores the keys and values that ReadScript finds.
 class RegistryFile::Reader {
  public:
   explicit Reader(RegistryFile& aFile) noexcept : m_File(aFile) {}
@@ -79,7 +79,7 @@ std::string RegistryFile::Text() const {
 RegistryKey* RegistryFile::Find(const std::string& aPath) {
   const auto found = m_Keys.find(aPath);
   if (found != m_Keys.end()) return &found->second;
-  // A key exists as soon as one below it does.
+  // A key exists if a subkey exists.
   const std::string below = aPath + "\\";
   const auto child = m_Keys.lower_bound(below);
   return child != m_Keys.end() && GLNames::StartsWith(child->first, below) ? &Make(aPath) : nullptr;
@@ -92,7 +92,8 @@ RegistryKey& RegistryFile::Make(const std::string& aPath) {
 }
 
 void RegistryFile::SetText(const std::string& aPath, const std::string& aName, const std::string& aText) {
-  auto& [name, value] = *Make(aPath).m_Values.try_emplace(aName).first;  // keeps the name as it is written
+  // keeps the spelling of an existing name
+  auto& [name, value] = *Make(aPath).m_Values.try_emplace(aName).first;
   value.m_dwType = REG_SZ;
   value.m_vData.assign(aText.c_str(), aText.c_str() + aText.size() + 1);
   value.m_szLine = (name.empty() ? "@" : Quoted(name)) + "=" + Quoted(aText);

@@ -1,4 +1,4 @@
-// HeadlessDisplay: windows as records, drawn into pbuffers. Any thread.
+// HeadlessDisplay: windows are records, drawn into pbuffers. Any thread.
 
 #include "platform/linux/display/headless/HeadlessDisplay.h"
 
@@ -17,7 +17,7 @@ constexpr int kDesktopWidth = 1920, kDesktopHeight = 1080;
 int WidthOf(const RECT& aRect) noexcept { return std::max(aRect.right - aRect.left, 1); }
 int HeightOf(const RECT& aRect) noexcept { return std::max(aRect.bottom - aRect.top, 1); }
 
-/// A window's pbuffer, of the size that the window had.
+/// A window's pbuffer, with the window's size at its creation.
 class WindowPbuffer final : public DrawSurface {
  public:
   WindowPbuffer(HeadlessDisplay& aDisplay, HWND aWindow, const RECT& aRect,
@@ -142,7 +142,7 @@ bool HeadlessDisplay::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) 
   return m_Egl.MakeCurrent(handle, aContext);
 }
 
-// Single-buffered: what is drawn is there once GL has done it.
+// Pbuffers are single-buffered: a frame is complete when GL has finished it.
 bool HeadlessDisplay::Swap(HWND aWindow, DrawSurface& aSurface) noexcept {
   RECT rect{};
   return ScreenRectangle(aWindow, &rect) &&

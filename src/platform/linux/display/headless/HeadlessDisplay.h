@@ -1,5 +1,5 @@
-// HeadlessDisplay: no screen at all. A window is a record with a pbuffer, single-buffered, so that both read
-// buffers show the last frame. Parent 0 alone is valid. Any thread.
+// HeadlessDisplay: a display without a screen. A window is a record with a single-buffered pbuffer, so both
+// read buffers contain the last frame. The only valid parent is 0. Any thread.
 
 #pragma once
 
@@ -10,11 +10,12 @@
 
 class HeadlessDisplay : public DisplayServer {
  public:
-  /// The EGL display of the first device, else the one without a surface: hosts that use EGL themselves tend
-  /// to take the latter, and to terminate it. @return null when neither is
+  /// Opens the EGL display of the first device, else the surfaceless one. Hosts that use EGL often use the
+  /// surfaceless display, and terminate it.
+  /// @return null if neither is available
   static std::shared_ptr<DisplayServer> Open() noexcept;
 
-  /// Whether the host has terminated the EGL display.
+  /// Returns whether the host has terminated the EGL display.
   bool IsBroken() const noexcept override { return !m_Egl.IsUsable(); }
   HWND MakeWindow(HWND aParent, const RECT& aPlace) noexcept override;
   bool Show(HWND) noexcept override { return true; };

@@ -1,5 +1,5 @@
-// X11Display: connection, windows and events. Any thread; XCB serialises by itself. Errors of requests come
-// as events and are left there: each operation tells by its result what it found.
+// X11Display: connection, windows and events. Any thread; XCB serialises requests. Errors of requests arrive
+// as events and are ignored: each operation reports failures by its result.
 
 #include "platform/linux/display/x11/X11Display.h"
 
@@ -45,7 +45,7 @@ bool HasXcbPlatform() noexcept {
   return names != nullptr && std::string_view(names).find("EGL_EXT_platform_xcb") != std::string_view::npos;
 }
 
-/// Window identifiers have 32 bits. A handle with more names no window.
+/// Returns whether the handle fits the 32 bits of a window identifier. Other handles name no window.
 bool IsXid(HWND aWindow) noexcept {
   return reinterpret_cast<std::uintptr_t>(aWindow) <= std::numeric_limits<std::uint32_t>::max();
 }
@@ -61,12 +61,12 @@ void LogRefusal(xcb_window_t aParent, int aError) noexcept {
   }
 }
 
-/// The protocol has 16 bits for a coordinate: one outside of them would come out at the other end.
+/// Clamps a coordinate to the 16 bits of the protocol, since larger values would wrap.
 std::int16_t Coordinate(int aValue) noexcept {
   return static_cast<std::int16_t>(std::clamp(aValue, -32768, 32767));
 }
 
-/// The server's least is 1, the component's 0.
+/// Returns a side for the server: at least 1. The component also allows 0.
 std::uint32_t Side(int aLength) noexcept { return static_cast<std::uint32_t>(std::clamp(aLength, 1, 32767)); }
 
 }  // namespace
@@ -107,7 +107,7 @@ bool X11Display::Connect() noexcept {
     m_pConnection = XGetXCBConnection(m_pXlib);
     m_iScreen = DefaultScreen(m_pXlib);
     XSetEventQueueOwner(m_pXlib, XCBOwnsEventQueue);
-    // Xlib ends the process when a server goes, unless it is told otherwise.
+    // Without this handler Xlib ends the process when the connection breaks.
     XSetIOErrorExitHandler(
         m_pXlib, [](_XDisplay*, void*) {}, nullptr);
   }
@@ -133,7 +133,7 @@ bool X11Display::StartEgl() noexcept {
   return m_Egl.Start(display, static_cast<EGLint>(m_pScreen->root_visual));
 }
 
-// The connection is shut down on this side: the reading thread wakes also when the server does not answer.
+// Shuts the connection down locally: this wakes the event thread even if the server does not respond.
 X11Display::~X11Display() {
   const PipeSignal quiet;
   m_Egl.End();
@@ -143,9 +143,9 @@ X11Display::~X11Display() {
     m_EventThread.join();
   }
   if (m_pXlib == nullptr) {
-    xcb_disconnect(m_pConnection);  // also takes one that failed, or none
+    xcb_disconnect(m_pConnection);  // also accepts a failed connection and null
   } else {
-    close(xcb_get_file_descriptor(m_pConnection));  // Xlib's own end would ask the server
+    close(xcb_get_file_descriptor(m_pConnection));  // XCloseDisplay would send a request to the server
   }
 }
 
@@ -178,12 +178,12 @@ void X11Display::ReadEvents() noexcept {
         break;
       }
       default:
-        break;  // errors among them
+        break;  // other events and errors are ignored
     }
   }
 }
 
-// The server has gone, and every window with it.
+// The server has gone, and all windows with it.
 void X11Display::OnBroken() noexcept {
   LogWarning(
       "the connection to the X server is lost: its contexts draw nothing until they are initialised again");
@@ -197,7 +197,7 @@ void X11Display::OnBroken() noexcept {
       MessageThread::Get().Post(window, WM_DESTROY, 0, 0);
     }
   } catch (...) {
-    // without memory the windows stay unanswered; nothing is drawn on them any more
+    // without memory the windows receive no WM_DESTROY; nothing is drawn on them
   }
 }
 
@@ -214,14 +214,14 @@ HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
     LogError("the parent's handle has more than 32 bits: it is no X11 window");
     return nullptr;
   }
-  // A number that a window of a server before this one still bears would name two windows.
+  // Skips numbers that windows of a previous server still use: a number must name one window only.
   xcb_window_t window = 0;
   do {
     window = xcb_generate_id(m_pConnection);
-    if (window == std::numeric_limits<std::uint32_t>::max()) return nullptr;  // no number any more
+    if (window == std::numeric_limits<std::uint32_t>::max()) return nullptr;  // no numbers are left
   } while (WindowTable::Get().NumberOf(HandleOf(window)) != 0);
   const xcb_window_t parent = aParent != nullptr ? XidOf(aParent) : m_pScreen->root;
-  // With a border pixel and a colormap of its own the window fits under a parent of any visual.
+  // A border pixel and its own colormap allow the window to be a child of a parent with any visual.
   constexpr std::uint32_t kMask =
       XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP;
   const std::uint32_t values[] = {0, aParent == nullptr ? 1u : 0u,
@@ -277,7 +277,7 @@ bool X11Display::ScreenRectangle(HWND aWindow, RECT* aRect) noexcept {
   const PipeSignal quiet;
   if (IsBroken() || !IsXid(aWindow)) return false;
   RECT rect{};
-  // The server's own sum has 16 bits, and would wrap.
+  // Adds the offsets here, since TranslateCoordinates returns 16 bits, which would wrap.
   for (xcb_window_t window = XidOf(aWindow); window != XCB_NONE;) {
     const auto askedPlace = xcb_get_geometry(m_pConnection, window);
     const auto askedParent = xcb_query_tree(m_pConnection, window);
@@ -328,7 +328,8 @@ std::unique_ptr<DrawContext> X11Display::MakeContext(const DisplayFormat& aForma
   return m_Egl.MakeContext(aFormat);
 }
 
-// The cycle paces the frames: a hidden window mustn't hold the frame's lock.
+// Sets the swap interval to 0: the draw cycle determines the frame rate, and a swap on a hidden window must
+// not block.
 bool X11Display::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept {
   const EGLSurface handle =
       aSurface != nullptr ? static_cast<EglSurface*>(aSurface)->Handle() : EGLSurface{EGL_NO_SURFACE};
@@ -337,7 +338,7 @@ bool X11Display::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexc
   return true;
 }
 
-// A swap on a broken connection doesn't return, so the connection is looked at first.
+// Checks the connection first: a swap on a broken connection does not return.
 bool X11Display::Swap(HWND aWindow, DrawSurface& aSurface) noexcept {
   pollfd look{xcb_get_file_descriptor(m_pConnection), 0, 0};
   if (IsBroken() || !IsAlive(aWindow)) return false;

@@ -1,5 +1,5 @@
-// X11Display: windows of an X server by XCB, contexts by EGL on the same connection, which is the component's
-// own. Any thread. Events come on a thread of the display's own, which hands them to the message thread.
+// X11Display: windows of an X server by XCB, and contexts by EGL on the same connection, which belongs to the
+// component. Any thread. The display's own thread receives events and forwards them to the message thread.
 
 #pragma once
 
@@ -16,9 +16,10 @@ struct _XDisplay;
 
 class X11Display final : public DisplayServer {
  public:
-  /// The display that DISPLAY names. @return null when no server answers or EGL can't draw there
+  /// Opens the display named by DISPLAY.
+  /// @return null if no server responds or EGL cannot draw there
   static std::shared_ptr<DisplayServer> Open() noexcept;
-  /// What DISPLAY names; never null.
+  /// Returns the value of DISPLAY, never null.
   static const char* ServerName() noexcept;
   ~X11Display() override;
 
@@ -49,7 +50,7 @@ class X11Display final : public DisplayServer {
   void OnBroken() noexcept;
   bool IsAlive(HWND aWindow) noexcept;
 
-  _XDisplay* m_pXlib = nullptr;  // only where EGL has no XCB platform
+  _XDisplay* m_pXlib = nullptr;  // only if EGL lacks the XCB platform
   xcb_connection_t* m_pConnection = nullptr;
   xcb_screen_t* m_pScreen = nullptr;
   int m_iScreen = 0;
