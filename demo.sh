@@ -1,13 +1,13 @@
 #!/bin/bash
-# Installs what is missing, builds, and draws a rabbit.
+# Installs missing packages, builds glview, and draws a rabbit.
 #
-#   ./demo.sh            draws it to bunny.png, and where there is a display opens it in a window too
-#   ./demo.sh --gallery  draws the pictures of docs/gallery.md anew
+#   ./demo.sh            draws it to bunny.png; if DISPLAY is set, shows it in a window too
+#   ./demo.sh --gallery  draws the pictures of docs/gallery.md again
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 source scripts/packages.sh
 
-# The path of a model of package glmark2-data.
+# Prints the path of a model of package glmark2-data.
 model() { dpkg -L glmark2-data | grep "/models/$1\$"; }
 
 draw_rabbit() {
@@ -16,7 +16,7 @@ draw_rabbit() {
   say "Drawing bunny.png"
   "$glview" --out bunny.png "$bunny"
   if [ -n "${DISPLAY:-}" ]; then
-    say "Opening a window: drag turns, wheel zooms, W changes the shading, 4 shows four views, Esc leaves"
+    say "Opening a window: drag to turn, wheel to zoom, W to change the shading, 4 for four views, Esc to quit"
     "$glview" "$bunny"
   fi
 }

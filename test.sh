@@ -1,11 +1,12 @@
 #!/bin/bash
-# Installs what is missing, builds, and runs all tests.
+# Installs missing packages, builds, and runs all tests.
 #
-#   ./test.sh          the release build
+#   ./test.sh          release build
+#   ./test.sh debug    debug build
 #   ./test.sh asan     with the address and undefined behaviour sanitizers
 #   ./test.sh tsan     with the thread sanitizer
-#   ./test.sh windows  the build for 64-bit Windows, by Wine
-#   ./test.sh soak N   hosts that come and go for N seconds (120), and what they leave behind
+#   ./test.sh windows  build for 64-bit Windows, under Wine
+#   ./test.sh soak N   creates and ends hosts for N seconds (default 120), and checks memory, threads and descriptors
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 source scripts/packages.sh
@@ -31,7 +32,7 @@ case $preset in
     ;;
 esac
 
-unset DISPLAY WAYLAND_DISPLAY  # the tests that want an X server start one
+unset DISPLAY WAYLAND_DISPLAY  # tests that need an X server start one
 packages+=("${packages_lint[@]}")
 install_packages
 build_preset "$preset"

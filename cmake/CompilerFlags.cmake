@@ -1,15 +1,15 @@
-# The flags of everything that is built: strict warnings, hidden symbols, and the sanitizers of the preset.
+# Compiler flags of all targets: strict warnings, hidden symbols, and the sanitizers of the preset.
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Werror -fvisibility=hidden
                     -fvisibility-inlines-hidden)
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-  add_compile_options(-Wno-sign-conversion)  # g++ counts it apart from -Wconversion
+  add_compile_options(-Wno-sign-conversion)  # in g++ this is not part of -Wconversion
 endif()
 if(GLLIB_SANITIZE)
   add_compile_options(-fsanitize=${GLLIB_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${GLLIB_SANITIZE})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    add_compile_options(-Wno-maybe-uninitialized)  # taken in by its own instrumentation of std::regex
+    add_compile_options(-Wno-maybe-uninitialized)  # false warnings in instrumented std::regex
   endif()
 endif()
 find_program(GLLIB_CCACHE ccache)

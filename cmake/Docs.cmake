@@ -1,5 +1,5 @@
-# docs: builds the documentation site by Doxygen and Python, where these are found. A warning is an error, so that
-# whatever a host can call is documented, and so is a dead link.
+# Target docs: builds the documentation site with Doxygen and Python, if both are found. Warnings are errors, so that
+# everything that a host can call is documented. Dead links are errors too.
 
 find_package(Doxygen QUIET)
 if(DOXYGEN_FOUND AND GLLIB_PYTHON)

@@ -1,5 +1,5 @@
-# Sets GLLIB_HEADER_LIBRARIES to a folder with the libraries that are headers: stb and cxxopts, and for tests glm. A cross
-# compiler gets them by a folder of their own, since the folder around them belongs to the system that builds.
+# Sets GLLIB_HEADER_LIBRARIES to a folder with the header-only libraries: stb and cxxopts, and for tests glm. A cross
+# compiler gets a separate folder of links, because /usr/include contains headers of the build system.
 
 if(CMAKE_CROSSCOMPILING)
   set(GLLIB_HEADER_LIBRARIES ${PROJECT_BINARY_DIR}/headers)

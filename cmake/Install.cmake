@@ -1,6 +1,5 @@
-# What is installed. Runtime: the module, and the tool that registers it. Development: what hosts are built with, that is
-# the public headers, the type library's source, the package for find_package(GLLib) and the pkg-config file. The Python
-# package installs itself (bindings/python).
+# Installed files. Runtime: the module and its registration tool. Development: public headers, source of the type library,
+# files for find_package(GLLib) and pkg-config. bindings/python installs the Python package.
 
 include(CMakePackageConfigHelpers)
 set(GLLIB_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/GLLib)
@@ -21,7 +20,7 @@ install(EXPORT GLLibTargets NAMESPACE GLLib:: DESTINATION ${GLLIB_PACKAGE_DIR} C
 configure_package_config_file(cmake/GLLibConfig.cmake.in ${PROJECT_BINARY_DIR}/GLLibConfig.cmake
                               INSTALL_DESTINATION ${GLLIB_PACKAGE_DIR})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/GLLibConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-# The file goes by its own place, so that the installed tree can be moved.
+# The file computes the prefix from its location, so that the installed tree can be moved.
 file(RELATIVE_PATH GLLIB_PREFIX_FROM_PC ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/gllib.pc.in ${PROJECT_BINARY_DIR}/gllib.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/GLLibConfig.cmake ${PROJECT_BINARY_DIR}/GLLibConfigVersion.cmake

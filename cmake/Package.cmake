@@ -1,5 +1,5 @@
-# What cpack makes: libgllib1, which programs need to run, libgllib-dev, which they are built with, python3-gllib for
-# programs in Python, and gllib-glview, the viewer.
+# Packages of cpack: libgllib1 to run programs, libgllib-dev to build them, python3-gllib for Python programs, and
+# gllib-glview, the viewer.
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME gllib)
@@ -16,7 +16,7 @@ set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "The module that programs load, and gllib-register, which enters its classes into
 the registry for those that make objects by name.")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-# EGL loads its drivers by name, and comes without any.
+# EGL loads its drivers by name and does not depend on any.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS libgl1-mesa-dri)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
@@ -51,7 +51,7 @@ if(GLLIB_GLVIEW)
       "A viewer of 3-D models, in a window or to a picture file, with its entry in the
 desktop's menu.")
   set(CPACK_DEBIAN_GLVIEW_PACKAGE_SHLIBDEPS ON)
-  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)  # where the module is found meanwhile
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)  # location of the module while packages are built
   set(CPACK_DEBIAN_GLVIEW_PACKAGE_DEPENDS "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION})")
 endif()
 

@@ -1,5 +1,5 @@
-# What programs that tests start find in their environment: what the sanitizer passes over, all of it the driver's and
-# fontconfig's. One variable alone, since a list doesn't reach tests that are found when they run.
+# Environment of programs that tests start: suppressions of the sanitizer, only for the driver and fontconfig. It is one
+# variable, because tests that are discovered at run time do not get a list.
 
 if(GLLIB_SANITIZE STREQUAL "thread")
   set(GLLIB_SANITIZER_ENV "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp")

@@ -1,6 +1,6 @@
-# gllib_type_library(FILE): a rule that makes FILE, the type library, of src/component/GLLib.idl. Sets
-# GLLIB_TYPE_LIBRARY_TOOLS to whether all is there that it takes: widl, the interfaces that the source imports, and the
-# type library that it refers to (mingw-w64-tools and libwine-dev).
+# gllib_type_library(FILE): adds a rule that compiles src/component/GLLib.idl to the type library FILE.
+# Sets GLLIB_TYPE_LIBRARY_TOOLS to ON if all inputs exist: widl, the imported interfaces, and the imported type library
+# (packages mingw-w64-tools and libwine-dev).
 
 find_program(GLLIB_WIDL NAMES x86_64-w64-mingw32-widl widl NO_CMAKE_FIND_ROOT_PATH)
 find_path(GLLIB_WIDL_IMPORTS unknwn.idl NO_CMAKE_FIND_ROOT_PATH

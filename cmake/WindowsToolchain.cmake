@@ -1,10 +1,10 @@
-# Cross-compilation for 64-bit Windows by mingw-w64. The GNU runtime is linked in, so that the module is one file
-# that needs nothing but the system's own libraries.
+# Cross-compilation for 64-bit Windows with mingw-w64. The GNU runtime is linked statically, so that the module is one file
+# that needs only libraries of the system.
 
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(GLLIB_MINGW x86_64-w64-mingw32)
-set(CMAKE_C_COMPILER ${GLLIB_MINGW}-gcc-posix)  # googletest asks for one
+set(CMAKE_C_COMPILER ${GLLIB_MINGW}-gcc-posix)  # googletest requires one
 set(CMAKE_CXX_COMPILER ${GLLIB_MINGW}-g++-posix)
 set(CMAKE_RC_COMPILER ${GLLIB_MINGW}-windres)
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)

@@ -1,29 +1,30 @@
-# What the demo and the tests need of the system, in one list, and how it gets there. Sourced, not run.
+# Lists of Debian packages that demo and tests need, and functions to install packages and to build. Sourced by other
+# scripts.
 
-# What the component is built from.
+# To build the component.
 packages_component=(
   g++ cmake ninja-build pkg-config ccache
   libxcb1-dev libx11-dev libx11-xcb-dev libegl-dev libgl-dev libglu1-mesa-dev
   libfreetype-dev libfontconfig-dev libcxxopts-dev
 )
-# What draws where there is no GPU, and a face for text.
+# To draw without a GPU; a font for text.
 packages_drawing=(libgl1-mesa-dri libegl-mesa0 fonts-dejavu-core)
-# What the example hosts are built from, and the models that they show.
+# To build the example hosts; models for them.
 packages_examples=(libassimp-dev libglfw3-dev libstb-dev qtbase5-dev libsdl2-dev libgtk-3-dev libgtk-4-dev
                    glmark2-data)
-# What the tests and the benchmarks are built from.
+# To build tests and benchmarks.
 packages_tests=(libgtest-dev libgmock-dev libbenchmark-dev libglm-dev libxcb-xtest0-dev xvfb doxygen groff-base
                 desktop-file-utils locales)
-# What the Python package is made and tested with, and what its examples show.
+# To build and test the Python package and its examples.
 packages_python=(python3 python3-numpy python3-pyqt5 python3-nbclient python3-ipykernel)
-# What the packages are made with.
+# To build packages.
 packages_package=(dpkg-dev file)
-# What the build for 64-bit Windows and its tests need.
+# To build for 64-bit Windows and to run its tests.
 packages_windows=(
   g++-mingw-w64-x86-64-posix mingw-w64-tools wine64 wine libwine-dev libosmesa6 libgl1-mesa-dri libgtest-dev
   libgmock-dev libglm-dev libstb-dev xvfb
 )
-# What scripts/format and scripts/lint run.
+# For scripts/format and scripts/lint.
 packages_lint=(clang-format clang-tidy)
 
 packages=("${packages_component[@]}" "${packages_drawing[@]}" "${packages_examples[@]}" "${packages_tests[@]}"
@@ -38,12 +39,12 @@ as_root() {
   elif command -v sudo >/dev/null; then
     sudo "$@"
   else
-    echo "$0: root or sudo is needed to install packages" >&2
+    echo "$0: installing packages needs root or sudo" >&2
     return 1
   fi
 }
 
-# Installs what is missing of the list; says nothing when all is there.
+# Installs the missing packages of the list. Prints nothing if all are installed.
 install_packages() {
   local missing=() package
   for package in "${packages[@]}"; do
@@ -57,8 +58,8 @@ install_packages() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# Runs a command with its output in a log; shows the log's end, and fails, when the command does.
-# On a terminal the output is shown as it comes: ninja keeps to one line there.
+# Runs a command with its output in a log. If the command fails, prints the end of the log and fails too.
+# On a terminal it prints the output directly, because ninja uses only one line there.
 logged() {
   local log=$1
   shift
@@ -73,7 +74,7 @@ logged() {
   fi
 }
 
-# Configures a preset and builds all of it, or the targets that are named.
+# Configures a preset and builds all targets, or the given targets.
 build_preset() {
   local preset=$1
   shift

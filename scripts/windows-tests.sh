@@ -1,5 +1,5 @@
 #!/bin/bash
-# Runs the tests of the build for Windows by Wine, on an X server of its own, and ends both.
+# Runs the tests of the Windows build under Wine on a new X server, and ends both afterwards.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

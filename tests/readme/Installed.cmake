@@ -1,6 +1,6 @@
-# Makes the packages, unpacks them, and builds and runs hosts against what is there alone: found by CMake, by
-# pkg-config, and from the compiler's command line.
-# The README's host in Python runs from its package alone.
+# Builds the packages, unpacks them, and builds and runs hosts with the unpacked files only: with CMake, with pkg-config,
+# and from the compiler's command line. The Python host of bindings/python/README.md runs from
+# its package.
 # Run with -DBUILD=... -DSOURCE=... -DLIBDIR=... -DWORK=... -DCXX=... [-DPYTHON=...]
 
 file(REMOVE_RECURSE ${WORK})
@@ -58,14 +58,14 @@ if(PYTHON)
   expect("^255 102 0\n$" triangle.py)
 endif()
 
-# The tool finds the module that came with it, by its own place.
+# The tool finds its module relative to its own location.
 unset(ENV{LD_LIBRARY_PATH})
 set(ENV{GLLIB_REGISTRY_DIR} ${WORK}/registry)
 run(${prefix}/bin/gllib-register)
 file(READ ${WORK}/registry/machine.reg output)
 expect("InprocServer32]\r?\n@=\"[^\"]*/root/usr/${LIBDIR}/libgllib.so.1" "the module that was registered")
 
-# A host of a toolkit, from the sources in the package. The viewer runs, and finds its module by its own place.
+# A toolkit host from the sources in the package. The viewer runs, and finds its module relative to its own location.
 run(${CMAKE_COMMAND} -S ${prefix}/share/doc/libgllib-dev/examples -B ${WORK}/hosts -DGLLIB_GLVIEW=OFF
     -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CXX})
 run(${CMAKE_COMMAND} --build ${WORK}/hosts --parallel 2 --target embed-gtk3)

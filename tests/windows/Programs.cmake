@@ -1,5 +1,5 @@
-# How test programs for Windows are built and run: googletest from its sources, each program by Wine in a prefix of
-# the build folder, under the X server that the caller gives.
+# Builds and runs test programs for Windows: googletest from its sources, each program under Wine with a prefix in the build
+# folder. The caller provides the X server.
 
 set(GLLIB_GOOGLETEST /usr/src/googletest CACHE PATH "sources of googletest")
 set(BUILD_GMOCK ON)
@@ -16,11 +16,10 @@ endforeach()
 include_directories(SYSTEM ${GLLIB_HEADER_LIBRARIES})
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_SOURCE_DIR}/windows/run.sh ${PROJECT_BINARY_DIR}/wine)
 
-# Which tests run there: all that are built, the one that takes minutes on a busy machine in a run of its own.
+# All tests that are built run there. One of them takes minutes on a busy machine and runs separately.
 set(GLLIB_WINDOWS_unit_FILTER "*")
 set(GLLIB_WINDOWS_captures_FILTER "Capture.LeavesTheWindowAsItWasAThousandTimes")
-# Not looked at under Wine yet: tests of several contexts that wait for each other, of the log's messages, and of the
-# viewing headers.
+# Not run under Wine so far: tests of contexts that wait for each other, of log messages, and of the viewing headers.
 string(CONCAT GLLIB_WINDOWS_UNSEEN
   "Capture.ShowsTheBackground*:Context.ReleasesClients*:ContextFonts.AreNotBuilt*:Lists.BelongToTheirDrawThread*:"
   "Log.*:Select.EndsBefore*:Select.SeesPlanesGo*:Viewing.*")

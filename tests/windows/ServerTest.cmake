@@ -1,5 +1,5 @@
-# Registers the module by regsvr32, runs the host, and registers it no more: after that all classes of the registry are
-# as they were. Wants RUN (a list: the runner and its prefix), MODULE, HOST and FOLDER, for the registry's copies.
+# Registers the module with regsvr32, runs the host, and unregisters the module. All classes of the registry must then be as
+# before. Arguments: RUN (a list: the runner and its prefix), MODULE, HOST, and FOLDER for copies of the registry.
 
 function(run)
   execute_process(COMMAND ${RUN} ${ARGN} RESULT_VARIABLE result OUTPUT_QUIET)
@@ -8,7 +8,7 @@ function(run)
   endif()
 endfunction()
 
-# The keys and values of all classes, those of the machine and of the user.
+# Sets INTO to the keys and values of all classes, of the machine and of the user.
 function(copy_classes into)
   run(reg export HKCR ${FOLDER}/classes.reg /y)
   file(STRINGS ${FOLDER}/classes.reg lines ENCODING UTF-16LE)
@@ -29,7 +29,7 @@ if(NOT after STREQUAL before)
   message(FATAL_ERROR "regsvr32 /u has left: ${after}")
 endif()
 
-# A folder whose name no 8-bit code page holds. CMake reads such letters as bytes alone.
+# A folder whose name does not fit any 8-bit code page. CMake treats such letters as bytes.
 set(folder "${FOLDER}/папка-ß")
 set(folder_utf16 3f0430043f043a0430042d00df00)
 file(COPY ${MODULE} DESTINATION ${folder})

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Runs a Windows program by Wine: run.sh PREFIX PROGRAM [ARGUMENT ...]. The prefix is made at the first run; DISPLAY
-# names the X server to draw on. Ends the program after GLLIB_WINE_TIMEOUT seconds, which is no less than the
+# Runs a Windows program under Wine: run.sh PREFIX PROGRAM [ARGUMENT ...]. The first run creates the prefix. DISPLAY
+# names the X server. The program is ended after GLLIB_WINE_TIMEOUT seconds (default 600), which must not be less than the
 # longest time limit of a test.
 set -euo pipefail
 export WINEPREFIX=$1 WINEARCH=win64 LIBGL_ALWAYS_SOFTWARE=1 WINEDEBUG=${WINEDEBUG:-fixme-all,err-all}
@@ -13,7 +13,7 @@ mkdir -p "$WINEPREFIX"
   flock 9
   if [ ! -e "$WINEPREFIX/ready" ]; then
     timeout 120 "$wine" wineboot --init >/dev/null 2>&1
-    # Without a window manager every mapping of a managed window would wait two seconds for one.
+    # Wine waits two seconds for a window manager at each mapping of a managed window, so windows are not managed.
     timeout 60 "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
     touch "$WINEPREFIX/ready"
   fi
