@@ -47,11 +47,10 @@ class PThread {
   using CycleFunction = void (*)(void*, unsigned aWake);
 
   // Reasons for a cycle, as bits. Several may be set.
-  static constexpr unsigned kTask = 1;     ///< an event was posted
-  static constexpr unsigned kTrigger = 2;  ///< Trigger was called
-  static constexpr unsigned kPauseOver =
-      4;                                ///< the pause is over, or this is the first cycle or follows a park
-  static constexpr unsigned kStop = 8;  ///< a stop was requested; no further cycle
+  static constexpr unsigned kTask = 1;       ///< an event was posted
+  static constexpr unsigned kTrigger = 2;    ///< Trigger was called
+  static constexpr unsigned kPauseOver = 4;  ///< the pause is over; also first cycle, and after a park
+  static constexpr unsigned kStop = 8;       ///< a stop was requested; no further cycle
 
   // Bits of the flag word.
   static constexpr DWORD PTHREAD_STARTED = 2;
@@ -166,8 +165,7 @@ class PThread {
   std::atomic<std::thread::id> m_Worker{};
   std::atomic<DWORD> m_dwFlags{0};
 
-  PCriticalSection m_StateLock;  // guards the parameters above and the members below; held during the active
-                                 // part of a cycle
+  PCriticalSection m_StateLock;  // guards the parameters above and the members below; held in each cycle
   DWORD m_dwThreadNumber = 0;    // the system's thread number; 0 unless the worker runs
   bool m_bSuspendRequested = false;
   std::atomic<bool> m_bParked{false};

@@ -1,9 +1,10 @@
-// ListCheck: pick volumes outside of a box, and GL's state before and after.
+// ListCheck: draws a run with pick volumes outside of its box, and compares GL's state before and after. Draw
+// thread, with GL current.
 //
-// Each vertex gets the clip coordinates 0, 0, 0, w, which are inside for w above 0. The fourth row of the
-// product of both matrices is the distance from a side of the box, and exact for the vertices on it. The
-// modelview matrix turns the sign of w: a host that loads another matrix for what it draws is found out by
-// the sign, wherever it draws.
+// The matrices give each vertex the clip coordinates (0, 0, 0, w), which are inside if w is above 0. The
+// fourth row of the projection matrix computes the distance from a side of the box; it is exact for vertices
+// on that side. The model-view matrix negates w. If a host loads another matrix for its drawing, w has the
+// other sign, and the check finds the drawing wherever it is.
 
 #include "view/lists/ListCheck.h"
 
@@ -18,14 +19,14 @@
 
 namespace {
 
-constexpr GLuint kProbe = 0x50524F42;  // an identifier that stands for what was set before the run
-constexpr float kLargest = 1e30f;      // of a coordinate, so that no product overflows
-constexpr float kSmallest = 1e-30f;    // distance from 0; GL may take smaller numbers for 0
+constexpr GLuint kProbe = 0x50524F42;  // represents the identifier set before the run
+constexpr float kLargest = 1e30f;      // largest coordinate, so that no product overflows
+constexpr float kSmallest = 1e-30f;    // smallest distance from 0; GL may treat smaller ones as 0
 constexpr int kClipPlanes = 8;
 constexpr GLenum kDepths[] = {GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH, GL_TEXTURE_STACK_DEPTH,
                               GL_ATTRIB_STACK_DEPTH, GL_NAME_STACK_DEPTH};
 
-/// What a run must leave as it was, but for the recorded hit state. Compared byte by byte.
+/// State that a run must not change, apart from the hit state. Compared byte by byte.
 struct State {
   GLint m_aiDepths[std::size(kDepths)];
   GLint m_iMatrixMode, m_iListBase;
@@ -64,13 +65,14 @@ void LoadRow(const std::array<float, 4>& aRow) noexcept {
   glMatrixMode(GL_MODELVIEW);
 }
 
-// The fourth row for the points beyond one of the six sides; w arrives with its sign turned.
+// Returns the fourth row that selects the points beyond one of the six sides. The model-view matrix negates
+// w.
 std::array<float, 4> Beyond(const Box& aBox, int aSide) noexcept {
   const auto axis = static_cast<std::size_t>(aSide / 2);
   const bool high = aSide % 2 == 0;
   std::array<float, 4> row{};
   if (aBox.IsEmpty()) {
-    row[3] = -1.0f;  // everywhere
+    row[3] = -1.0f;  // all points
     return row;
   }
   float limit = high ? std::nextafter(aBox.m_afHigh[axis], Box::kInfinity)
@@ -81,7 +83,7 @@ std::array<float, 4> Beyond(const Box& aBox, int aSide) noexcept {
   return row;
 }
 
-// A hit, whatever the modelview matrix: all of space is inside.
+// Draws a point that is hit with every model-view matrix.
 void HitProbe() noexcept {
   GLint mode = 0;
   glGetIntegerv(GL_MATRIX_MODE, &mode);
@@ -118,7 +120,7 @@ ListCheck::ListCheck() noexcept {
   }
 }
 
-// A run that fails may have left the stacks deeper.
+// A run that fails the check may have left the stacks deeper.
 ListCheck::~ListCheck() {
   const auto popTo = [&](std::size_t aStack, auto aPop) {
     GLint depth = 0, before = -1;
@@ -138,7 +140,7 @@ ListCheck::~ListCheck() {
 }
 
 bool ListCheck::Passes(const ListRun& aRun, const ListRun& aAfter) noexcept {
-  if (!IsInRange(aRun.m_Box)) return true;  // the tree does not leave it out
+  if (!IsInRange(aRun.m_Box)) return true;  // such a run is always drawn
   const bool named = aAfter.m_uNames != aRun.m_uNames;
   HitState expected{GL_FILL, GL_FILL, HitState::kOff, GL_BACK, GL_CCW, HitState::kOn};
   expected.Overlay(aRun.m_State);
@@ -169,13 +171,13 @@ bool ListCheck::Passes(const ListRun& aRun, const ListRun& aAfter) noexcept {
   const State after = Read();
   const HitState state = HitState::Current();
   const int hits = glRenderMode(GL_RENDER);
-  // Culling that was on before the run and that the run does not touch is still off.
+  // The check disabled culling. It is still disabled if the run does not set it.
   if (state.m_uCulling == HitState::kOff && aAfter.m_State.m_uCulling == aRun.m_State.m_uCulling) {
     expected.m_uCulling = HitState::kOff;
   }
 
-  // The probe before the run, and the one after it under the run's last identifier. Without an identifier GL
-  // makes one record of both.
+  // Expected are a hit of the probe before the run and, if the run sets an identifier, a hit of the probe
+  // after it under the last identifier. If the run sets none, GL makes one record of both.
   const bool names = records[3] == kProbe && (named ? hits == 2 && records[7] == aAfter.m_uName : hits == 1);
   return names && state == expected && std::memcmp(&before, &after, sizeof before) == 0;
 }
