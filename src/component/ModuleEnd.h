@@ -18,8 +18,8 @@ void Register(Step aStep) noexcept;
 /// constructor. Waits for an end that is in progress.
 void KeepLoaded() noexcept;
 
-/// If no object and no lock of the module is left, ends the module's threads, runs the registered steps and
-/// closes the display. Everything starts again at its next use.
+/// Ends the module's threads, runs the registered steps and closes the display. Does nothing if an object or
+/// a lock of the module is left. Everything starts again at its next use.
 /// @return whether the module can be unloaded
 bool TryEnd() noexcept;
 

@@ -62,7 +62,7 @@ void RunOnModuleThread(std::function<void()> aJob) noexcept {
   try {
     g_Jobs.Get().Run(std::move(aJob));
   } catch (...) {
-    // Without a thread, the object of the job is not ended.
+    // Without a thread, the object of the job is never ended.
   }
 }
 

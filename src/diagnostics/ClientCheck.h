@@ -7,8 +7,8 @@
 
 #include "platform/Log.h"
 
-/// Exists during one call of a client. If warnings are logged, warns of stacks that the client leaves at
-/// another depth and of a display list that it leaves open. Each fault is reported once per thread.
+/// Exists during one call of a client. If warnings are logged, it compares GL before and after the call. It
+/// warns of changed stack depths and of a display list left open. Each fault is reported once per thread.
 class ClientCheck {
  public:
   explicit ClientCheck(const char* aClient) noexcept

@@ -22,8 +22,8 @@ GLCanvas::GLCanvas() {
 
 void GLCanvas::SetSite(GLSiteLinkPtr aLink) noexcept { m_pContext = std::move(aLink); }
 
-// Called by operations that change where the vertices of a list appear, or which of them selections find, in
-// ways that its recorder does not follow.
+// Called by operations whose effect on vertex positions or on hits the recorder of the open list cannot
+// follow.
 void GLCanvas::DrawsWhole() noexcept {
   if (m_pRecorder != nullptr) m_pRecorder->Unbounded();
 }

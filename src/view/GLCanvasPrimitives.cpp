@@ -1,6 +1,6 @@
 // GLCanvas: primitives and the attributes of each vertex. Draw thread.
-// These operations may run a million times per frame, so each makes one GL call. They also report what
-// decides about hits to the recorder of an open list. Coordinates and normals are converted to float here.
+// These operations may run a million times per frame, so each makes one GL call. They also report vertices,
+// names and hit state to the recorder of an open list. Coordinates and normals are converted to float here.
 
 #include "diagnostics/GLErrors.h"
 #include "platform/GL.h"

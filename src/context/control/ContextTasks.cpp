@@ -1,4 +1,4 @@
-// ContextTasks: what the tasks do on the draw thread, between two frames.
+// ContextTasks: the work of the tasks. Draw thread, between two frames.
 
 #include "context/control/ContextTasks.h"
 

@@ -23,8 +23,8 @@ ULONG DisplayLists::Generate(int aCount) noexcept {
 }
 
 // Returns the first of aCount new names, all of which fit a key; 0 if there are none. Some drivers return
-// only names above all names in use, and runs of divided lists have names that do not fit a key. So if GL
-// returns names beyond those that DropAll deletes, this searches for free names.
+// only names above all names in use, and runs of divided lists have large names. So if GL returns names
+// beyond those that DropAll deletes, this searches for free names.
 unsigned DisplayLists::TakeNames(int aCount) noexcept {
   const GLuint name = glGenLists(aCount);
   const GLuint end = name + static_cast<GLuint>(aCount);

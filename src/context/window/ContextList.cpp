@@ -37,7 +37,7 @@ HWND TopLevelOf(HWND aWindow) noexcept {
 }
 
 // Compares only the top-level window of the first context. If it matches, posts to the windows of all
-// contexts, except one that is the top-level window itself and has received the message.
+// contexts. A window without a parent is the top-level window itself and has already received the message.
 void PassDown(const CWPRETSTRUCT& aMessage) noexcept {
   List& list = g_List.Get();
   const PLock lock(list.m_Lock);

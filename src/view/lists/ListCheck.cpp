@@ -4,7 +4,7 @@
 // The matrices give each vertex the clip coordinates (0, 0, 0, w), which are inside if w is above 0. The
 // fourth row of the projection matrix computes the distance from a side of the box; it is exact for vertices
 // on that side. The model-view matrix negates w. If a host loads another matrix for its drawing, w has the
-// other sign, and the check finds the drawing wherever it is.
+// other sign. The check then finds the drawing at any position.
 
 #include "view/lists/ListCheck.h"
 
@@ -176,8 +176,8 @@ bool ListCheck::Passes(const ListRun& aRun, const ListRun& aAfter) noexcept {
     expected.m_uCulling = HitState::kOff;
   }
 
-  // Expected are a hit of the probe before the run and, if the run sets an identifier, a hit of the probe
-  // after it under the last identifier. If the run sets none, GL makes one record of both.
+  // The probe before the run must be hit. If the run sets an identifier, the probe after it must be hit under
+  // the last identifier. If the run sets none, GL makes one record of both hits.
   const bool names = records[3] == kProbe && (named ? hits == 2 && records[7] == aAfter.m_uName : hits == 1);
   return names && state == expected && std::memcmp(&before, &after, sizeof before) == 0;
 }

@@ -99,8 +99,8 @@ void ListRecorder::Begin(GLenum aMode) noexcept {
 }
 
 // Mesa merges consecutive primitives of a list. Its selection mode crashes on merged primitives of several
-// kinds, or of one kind that shares vertices (seen with version 22.3, also without this component). A call
-// without an effect prevents the merging.
+// kinds, or of one kind that shares vertices. This was seen with version 22.3, also without this component. A
+// call without an effect prevents the merging.
 void ListRecorder::KeepApart(GLenum aMode) noexcept {
   const bool merges = aMode != GL_LINE_LOOP && aMode != GL_TRIANGLE_STRIP && aMode != GL_TRIANGLE_FAN;
   if (m_bMayMerge && m_bMesa && !(merges && aMode == m_uMode)) glCallLists(0, GL_UNSIGNED_BYTE, nullptr);
