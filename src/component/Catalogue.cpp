@@ -1,4 +1,4 @@
-// The catalogue of the 14 classes. Constant; any thread.
+// Catalogue: the table of the 14 classes. Constant; any thread.
 
 #include "component/Catalogue.h"
 

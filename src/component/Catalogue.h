@@ -1,4 +1,4 @@
-// The catalogue of the 14 classes: identifier, names and creation function of each, in the module's order.
+// Catalogue: identifier, name and creation function of each of the 14 classes.
 // Constant; any thread.
 
 #pragma once
@@ -14,10 +14,10 @@ struct CatalogueEntry {
   HRESULT (*m_pfnCreate)(IUnknown* aOuter, REFIID riid, void** ppv) noexcept;
 };
 
-/// All classes, in the order of registration.
+/// Returns all classes, in the order of registration.
 std::span<const CatalogueEntry> Catalogue() noexcept;
 
-/// The entry of a class. @return null for a class that isn't the module's
+/// Returns the entry of a class; null for a class that is not in the module.
 const CatalogueEntry* FindInCatalogue(REFCLSID aClassId) noexcept;
 
 // The creation functions, each defined in the file of its class.

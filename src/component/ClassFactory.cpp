@@ -1,4 +1,5 @@
-// The class factories of the module. The table's lock is held only to fill a slot; any thread.
+// Class factories of the module, and the table that holds them. Any thread; the table's lock is held only to
+// fill or read a slot.
 
 #include "component/ClassFactory.h"
 
@@ -28,7 +29,7 @@ class ClassFactory final : public IClassFactory {
     return S_OK;
   }
 
-  // The table's own reference doesn't keep the module; the first one above it does.
+  // The table's reference does not keep the module loaded. The first reference beyond it does.
   ULONG AddRef() noexcept override {
     const LONG now = ++m_iReferences;
     if (now == 2) ++g_iModuleLocks;
@@ -62,7 +63,7 @@ class ClassFactory final : public IClassFactory {
 
 void ReleaseFactories() noexcept;
 
-/// One slot a class, filled at the first request, released at the module's end.
+/// One slot per class, filled at the first request, released at the module's end.
 class FactoryTable {
  public:
   void ReleaseAll() noexcept {
@@ -72,7 +73,7 @@ class FactoryTable {
     }
   }
 
-  /// @return a counted pointer, which an end of the module leaves alone
+  /// Returns a counted pointer, which stays valid if the module's end releases the table.
   GLPtr<ClassFactory> Get(const CatalogueEntry& aEntry) {
     const auto index = static_cast<std::size_t>(&aEntry - Catalogue().data());
     const std::scoped_lock lock(m_Lock);

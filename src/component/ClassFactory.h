@@ -1,10 +1,10 @@
-// The class factories of the module, one a class, made at the first request and kept in the class table.
-// Any thread.
+// Class factories of the module, one per class. Each is created at the first request and kept until the
+// module's end. Any thread.
 
 #pragma once
 
 #include <gllib/GLPlatform.h>
 
-/// Gives the class factory of a class, the same one at every request.
-/// @return S_OK; E_POINTER; CLASS_E_CLASSNOTAVAILABLE for a class that isn't the module's; E_NOINTERFACE
+/// Returns the class factory of a class, the same object at every request.
+/// @return S_OK; E_POINTER; CLASS_E_CLASSNOTAVAILABLE for a class that is not in the module; E_NOINTERFACE
 HRESULT GetClassFactory(REFCLSID aClassId, REFIID riid, void** ppv) noexcept;

@@ -1,5 +1,4 @@
-// CreateObject: creation of a component class by class identifier, from inside the component.
-// Any thread.
+// CreateObject: creates component objects by class identifier, for callers inside the component. Any thread.
 
 #pragma once
 
@@ -7,8 +6,8 @@
 
 #include "component/Catalogue.h"
 
-/// Makes an object of a class of the module, as a host's request would.
-/// @return a counted pointer; null when the object can't be made
+/// Creates an object of a class of the module, in the same way as for a host.
+/// @return a counted pointer; null if the object cannot be created
 template <class Interface>
 GLPtr<Interface> CreateObject(REFCLSID aClassId) noexcept {
   GLPtr<Interface> result;

@@ -1,4 +1,4 @@
-// The module's four entry points, all that it exports. Any thread.
+// The module's four entry points, its only exports. Any thread.
 
 #include <gllib/GLEntryPoints.h>
 

@@ -1,4 +1,4 @@
-// The values that the whole module shares. All are atomic; any thread.
+// Values that the whole module shares. All are atomic; any thread.
 
 #include "component/Module.h"
 

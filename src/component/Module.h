@@ -1,4 +1,4 @@
-// The values that the whole module shares: its lock count, the generation of display lists, GL's limits.
+// Values that the whole module shares: its lock count, the generation of display lists, GL's limits.
 // All are atomic; any thread.
 
 #pragma once
@@ -7,10 +7,10 @@
 
 #include <atomic>
 
-/// Objects that live and server locks that stand. The module may go when it is 0.
+/// Number of live objects and server locks. The module may be unloaded when it is 0.
 extern std::atomic<LONG> g_iModuleLocks;
 
-/// Keeps the module for the length of a scope.
+/// Keeps the module loaded during a scope.
 class ModuleLock {
  public:
   ModuleLock() noexcept { ++g_iModuleLocks; }
@@ -19,19 +19,21 @@ class ModuleLock {
   ModuleLock& operator=(const ModuleLock&) = delete;
 };
 
-/// Generation of display lists. A list key from another generation is dead.
+/// Generation of display lists. List keys of other generations are invalid.
 extern std::atomic<ULONG> g_uListGeneration;
-/// Makes all keys stale. The reason is a literal, for the log. @return the new generation
+/// Makes all list keys stale.
+/// @param aReason a string literal, for the log
+/// @return the new generation
 ULONG RaiseListGeneration(const char* aReason) noexcept;
-/// The reason of the last change; null before one.
+/// Returns the reason of the last RaiseListGeneration; null before the first one.
 const char* ListsReason() noexcept;
 
-// GL's limits, overwritten by every creation of a rendering context; the last one read stands.
+// GL's limits. Each creation of a rendering context overwrites them.
 extern std::atomic<float> g_afPointSizeRange[2];
 extern std::atomic<float> g_fPointSizeGranularity;
 extern std::atomic<float> g_afLineWidthRange[2];
 extern std::atomic<float> g_fLineWidthGranularity;
-/// GL_MAX_CLIP_PLANES; 6, which OpenGL 1.1 guarantees, before the first rendering context.
+/// GL_MAX_CLIP_PLANES. Before the first rendering context: 6, which OpenGL 1.1 guarantees.
 extern std::atomic<int> g_iMaxClipPlanes;
-/// GL_MAX_VIEWPORT_DIMS: how wide and how high GL draws.
+/// GL_MAX_VIEWPORT_DIMS: largest width and height that GL draws.
 extern std::atomic<int> g_aiMaxViewport[2];

@@ -1,4 +1,4 @@
-// ModuleEnd: the steps of an end.
+// ModuleEnd: the registered steps, and the order of an end. Any thread.
 
 #include "component/ModuleEnd.h"
 
@@ -14,7 +14,7 @@
 namespace {
 
 struct End {
-  std::mutex m_Lock;  // held for a whole end
+  std::mutex m_Lock;  // held during a whole end
   std::mutex m_StepsLock;
   std::array<ModuleEnd::Step, 8> m_Steps{};  // the first free slot is null
 };
@@ -32,7 +32,8 @@ void RunSteps(End& aEnd) noexcept {
   });
 }
 
-// Hosts that unload without asking first leave the names that the parts took from the system.
+// Runs if a host unloads the module without calling DllCanUnloadNow. The steps return window classes and
+// other names to the system.
 void OnDetach() noexcept { RunSteps(g_End.Get()); }
 
 }  // namespace
@@ -55,8 +56,7 @@ void ModuleEnd::KeepLoaded() noexcept {
   KeepModuleLoaded();
 }
 
-// In this order: the module's threads still use the parts, the parts their windows, the windows their
-// display.
+// The order follows the dependencies: threads use parts, parts use windows, windows use the display.
 bool ModuleEnd::TryEnd() noexcept {
   End& end = g_End.Get();
   const std::scoped_lock lock(end.m_Lock);

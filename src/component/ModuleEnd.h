@@ -1,7 +1,7 @@
-// ModuleEnd: decides what ends when the module goes, and in which order. Any thread.
+// ModuleEnd: ends the module's parts in a fixed order. Any thread.
 //
-// At unload, DllCanUnloadNow ends everything that would outlive the module's code: see TryEnd. At process
-// exit nothing is ended and nothing is joined: platform/ExitGate.h stops the drawing, and process-wide
+// At unload, DllCanUnloadNow ends everything that would outlive the module's code; see TryEnd. At process
+// exit, nothing is ended and no thread is joined: platform/ExitGate.h stops the drawing, and process-wide
 // objects live as long as the process (platform/ProcessWide.h).
 
 #pragma once
@@ -10,16 +10,16 @@ namespace ModuleEnd {
 
 using Step = void (*)();
 
-/// Has a part ended at each end of the module from now on; parts that came later end first. Several calls for
-/// one step count once.
+/// Registers a step that ends a part at each end of the module. Steps that were registered later run first. A
+/// step that is registered again runs once.
 void Register(Step aStep) noexcept;
 
-/// Keeps the module loaded from here to the next TryEnd that succeeds. For an object with a thread, in whose
-/// constructor it waits for an end that is in progress.
+/// Keeps the module loaded until the next TryEnd that succeeds. Objects with a thread call it in their
+/// constructor. Waits for an end that is in progress.
 void KeepLoaded() noexcept;
 
-/// Ends the module's threads, its display and what its parts registered, if no object and no lock of the
-/// module is left. Everything starts again at its next use.
+/// Ends the module's threads, runs the registered steps and closes the display. Does nothing if an object or
+/// a lock of the module is left. Everything starts again at its next use.
 /// @return whether the module can be unloaded
 bool TryEnd() noexcept;
 

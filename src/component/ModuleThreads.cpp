@@ -1,4 +1,4 @@
-// Threads of the module's own that end an object whose last reference went where its end can't be waited for.
+// Module threads: the list of jobs and their threads. Any thread.
 
 #include "component/ModuleThreads.h"
 
@@ -17,7 +17,7 @@ struct Job {
   std::atomic<bool> m_bEnded{false};
 };
 
-/// The jobs that run or haven't been joined yet.
+/// Jobs that are running or not joined yet.
 class Jobs {
  public:
   void Run(std::function<void()> aJob) {
@@ -26,7 +26,7 @@ class Jobs {
     Job& job = m_Jobs.emplace_back();
     try {
       job.m_Thread = StartThread([&job, run = std::move(aJob)] {
-        const ModuleLock module;  // lowered last of all, so that at 0 every job has ended
+        const ModuleLock module;  // released last, so that every job has ended when the count is 0
         run();
         job.m_bEnded = true;
       });
@@ -62,7 +62,7 @@ void RunOnModuleThread(std::function<void()> aJob) noexcept {
   try {
     g_Jobs.Get().Run(std::move(aJob));
   } catch (...) {
-    // Without a thread, what the job was to end stays.
+    // Without a thread, the object of the job is never ended.
   }
 }
 

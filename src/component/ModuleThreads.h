@@ -1,13 +1,15 @@
-// Threads of the module's own that end an object whose last reference went where its end can't be waited for.
-// Any thread; each job runs on a thread of its own and keeps the module loaded for its length.
+// Module threads: they end objects whose last reference was released on a thread that must not wait for the
+// end.
+// Any thread may start a job. Each job has a separate thread and keeps the module loaded while it runs.
 
 #pragma once
 
 #include <functional>
 
-/// Runs aJob on a thread of its own, which nothing waits for while the process exits. Where no thread can be
-/// made the job is dropped: what it was to end stays.
+/// Runs aJob on a new thread. Nothing waits for this thread while the process exits. If no thread can be
+/// created, the job does not run and its object is not ended.
 void RunOnModuleThread(std::function<void()> aJob) noexcept;
 
-/// Joins the threads whose jobs have ended. With no object and no lock of the module left those are all.
+/// Joins the threads whose jobs have ended. These are all threads if no object and no lock of the module is
+/// left.
 void JoinEndedModuleThreads() noexcept;

@@ -1,5 +1,5 @@
-// The object root: identity, reference count, aggregation and the creation path of every class.
-// Any thread; the count changes only by atomic steps.
+// GLObject: identity, reference count, aggregation and creation of every class.
+// Any thread; the reference count is atomic.
 
 #pragma once
 
@@ -12,15 +12,15 @@
 #include "component/Module.h"
 #include "component/ReferenceCount.h"
 
-/// The base of a class of the component: IUnknown for all of its interfaces, in the order of its interface
-/// map. Identity is the first interface. A class T derives from GLObject<T, Interfaces...>.
+/// Base of the component's classes. Implements IUnknown for all interfaces, in the order of the interface
+/// map. The first interface is the object's identity. A class T derives from GLObject<T, Interfaces...>.
 template <class T, class First, class... Others>
 class GLObject : public First, public Others... {
  public:
   GLObject(const GLObject&) = delete;
   GLObject& operator=(const GLObject&) = delete;
 
-  // What interface pointers reach: the outer object when there is one.
+  // The operations of IUnknown that clients call. They delegate to the outer object if there is one.
   HRESULT QueryInterface(REFIID riid, void** ppv) noexcept final {
     const OuterCall call(*this);
     return call.Outer() != nullptr ? call.Outer()->QueryInterface(riid, ppv) : InnerQueryInterface(riid, ppv);
@@ -40,7 +40,8 @@ class GLObject : public First, public Others... {
     return left;
   }
 
-  /// The class's own interface map. AddRef goes through the interface that is found.
+  /// Looks up an interface of this class without the outer object. Calls AddRef through the interface that it
+  /// returns.
   HRESULT InnerQueryInterface(REFIID riid, void** ppv) noexcept {
     if (ppv == nullptr) return E_POINTER;
     *ppv = nullptr;
@@ -54,14 +55,14 @@ class GLObject : public First, public Others... {
     return S_OK;
   }
 
-  /// The end of an object of its own. A class whose end can't run on every thread replaces it.
+  /// Ends an object. Classes whose end cannot run on every thread replace it.
   void FinalRelease() noexcept { delete static_cast<T*>(this); }
 
-  /// Set by the aggregate that holds this object, before anybody else knows it; not counted.
+  /// Sets the outer object. The aggregate calls it before any client has the object. Not counted.
   void SetOuter(IUnknown* aOuter) noexcept { m_pOuter = aOuter; }
 
-  /// Ends an object that the outer one gives up: from its return on nothing calls the outer object any more.
-  /// Waits for calls of other threads to the outer object, which are short.
+  /// Ends an aggregated object when the outer object releases it. After its return, nothing calls the outer
+  /// object. Waits for calls of other threads to the outer object, which are short.
   void EndInner() noexcept {
     m_References.End();
     m_pOuter = nullptr;
@@ -74,13 +75,14 @@ class GLObject : public First, public Others... {
   ~GLObject() { --g_iModuleLocks; }
 
  private:
-  /// A call to the outer object that needs no reference to it, as of a painter that counts its context.
+  /// A call to the outer object by a caller without a reference to it, for example a painter that counts its
+  /// context.
   class OuterCall {
    public:
     explicit OuterCall(GLObject& aObject) noexcept : m_Object(aObject) {
       if (m_Object.m_pOuter == nullptr) return;
       ++m_Object.m_iOuterCalls;
-      m_pOuter = m_Object.m_pOuter;  // looked at again: EndInner waits for the count alone
+      m_pOuter = m_Object.m_pOuter;  // read again after the increment: EndInner waits only for the count
       if (m_pOuter == nullptr) --m_Object.m_iOuterCalls;
     }
     ~OuterCall() {
@@ -101,7 +103,8 @@ class GLObject : public First, public Others... {
   std::atomic<int> m_iOuterCalls{0};
 };
 
-/// Holds an object of class T within an outer one: the inner IUnknown, with a count of its own.
+/// Holds an object of class T inside an outer object. It is the inner IUnknown and has a separate reference
+/// count.
 template <class T>
 class GLAggregate final : public IUnknown {
  public:
@@ -135,14 +138,15 @@ class GLAggregate final : public IUnknown {
   T* m_Object;
 };
 
-/// The creation path: makes an object of class T, of its own or within aOuter, and asks it for riid.
-/// @return S_OK; E_POINTER; E_OUTOFMEMORY when it can't be made, E_NOINTERFACE when it hasn't got riid
+/// Creates an object of class T, inside aOuter unless that is null, and queries it for riid.
+/// @return S_OK; E_POINTER; E_OUTOFMEMORY if it cannot be created; E_NOINTERFACE if it does not implement
+/// riid
 template <class T>
 HRESULT CreateGLObject(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   if (ppv == nullptr) return E_POINTER;
   *ppv = nullptr;
   try {
-    // One reference for the time of the query, so that a failure deletes what was made.
+    // A reference during the query, so that a failed query deletes the object.
     if (aOuter != nullptr) {
       const auto made = GLPtr<GLAggregate<T>>::FromBorrowed(new GLAggregate<T>(aOuter));
       return made->QueryInterface(riid, ppv);

@@ -1,4 +1,5 @@
-// ReferenceCount: the count of one object, whose last reference goes exactly once. Any thread.
+// ReferenceCount: the reference count of one object. Reports the release of the last reference exactly once.
+// Any thread.
 
 #pragma once
 
@@ -7,14 +8,15 @@
 #include <atomic>
 #include <limits>
 
-/// Once the last reference has gone, the count stays far above 0: what the object's end calls may count it up
-/// and down again without a second end.
+/// After the last reference is released, the count is set far above 0. Code that runs during the object's end
+/// may then add and release references without a second end.
 class ReferenceCount {
  public:
   ULONG Raise() noexcept { return static_cast<ULONG>(++m_iCount); }
 
-  /// @param aIsLast receives whether the caller must now end the object
-  /// @return the references that are left
+  /// Removes one reference.
+  /// @param aIsLast receives whether the caller must end the object
+  /// @return the number of remaining references
   ULONG Lower(bool* aIsLast) noexcept {
     LONG left = --m_iCount;
     const LONG shown = left;
@@ -22,7 +24,7 @@ class ReferenceCount {
     return static_cast<ULONG>(shown);
   }
 
-  /// The end of an object whose life another count decided.
+  /// Prepares the end of an object whose lifetime another count controls.
   void End() noexcept { m_iCount = kEnding; }
 
  private:

@@ -1,5 +1,5 @@
-// The module's own entries in the registry, under HKEY_CLASSES_ROOT. All classes are entered, or taken out,
-// by one change of the registry. Any thread.
+// Registration: the module's registry keys under HKEY_CLASSES_ROOT. One change of the registry enters or
+// removes all classes. Any thread.
 
 #include "component/Registration.h"
 
@@ -27,7 +27,7 @@ std::string TextOf(const GUID& aId) {
   return text.data();
 }
 
-/// The changes that enter a class. Its key is replaced as a whole.
+/// Adds the changes that enter one class. They replace the whole key of the class.
 void Enter(RegistryBatch& aBatch, const CatalogueEntry& aClass, const std::string& aModule) {
   const std::string classId = TextOf(*aClass.m_pClassId),
                     description = std::string(aClass.m_szName) + " Class";

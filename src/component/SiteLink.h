@@ -1,5 +1,5 @@
-// GLSiteLink: the way from a part back to its context, cut when the context goes.
-// Any thread. Shared by the context and all of its parts.
+// GLSiteLink: back pointer from a part to its context. The context clears it at its end.
+// Any thread. The context and all of its parts share one link.
 
 #pragma once
 
@@ -8,10 +8,10 @@
 #include "component/ContextSite.h"
 #include "thread/PCriticalSection.h"
 
-/// A back pointer that a context clears at its end, after which every part finds null.
+/// A back pointer that is null after the context's end.
 class GLSiteLink {
  public:
-  /// The context, for as long as this object stands: Clear waits for it. Not to be held across LockGL.
+  /// Access to the context. Clear waits until this object is destroyed. Must not be held during LockGL.
   class Use {
    public:
     explicit Use(GLSiteLink* aLink) noexcept : m_pLink(aLink) {
@@ -36,7 +36,8 @@ class GLSiteLink {
 
   explicit GLSiteLink(GLContextSite* aSite) noexcept : m_pSite(aSite) {}
 
-  /// The end of the context. Not with a lock held that a user of the link may want.
+  /// Clears the pointer, at the context's end. The caller must not hold a lock that a user of the link may
+  /// need.
   void Clear() noexcept {
     const PLock lock(m_Lock);
     m_pSite = nullptr;

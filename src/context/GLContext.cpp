@@ -1,5 +1,6 @@
-// GLContext: life of the object, attached callbacks, the lock bracket.
-// Construction and attaching on host threads; the end on the thread of the last Release, or one of its own.
+// GLContext: lifetime of the object, attached clients, LockGL and UnlockGL.
+// Host threads create contexts and attach clients. The destructor runs on the thread of the last Release, or
+// on a new thread.
 
 #include "context/GLContext.h"
 
@@ -24,7 +25,7 @@ std::atomic<unsigned> g_uLastNumber{0};
 }  // namespace
 
 GLContext::GLContext() : m_uNumber(++g_uLastNumber), m_pLink(std::make_shared<GLSiteLink>(this)) {
-  LogDebug("context %u is created", m_uNumber);  // reads the log's variables before there is a draw thread
+  LogDebug("context %u is created", m_uNumber);  // reads the log's variables before the draw thread starts
   AddToContextList(*this);
   m_Scene.m_pCanvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
   if (m_Scene.m_pCanvas) static_cast<GLCanvas*>(m_Scene.m_pCanvas.Get())->SetSite(m_pLink);
@@ -37,11 +38,12 @@ GLContext::GLContext() : m_uNumber(++g_uLastNumber), m_pLink(std::make_shared<GL
 bool GLContext::IsUsable() const noexcept { return !IsInherited() && m_Scene.IsComplete(); }
 
 void GLContext::FinalRelease() noexcept {
-  // A frame that is still being drawn may count the context up and down again.
+  // A frame that is still being drawn may add and release references again.
   if (m_bReleased.test_and_set()) return;
-  // What belongs to another process, or to one that exits, stays as it is.
+  // Resources of another process, and of a process that exits, are left unchanged.
   if (IsInherited() || ExitGate::IsClosed()) return;
-  // The end waits for a cycle: on a draw thread, of another context too, for one that may wait for this one.
+  // The destructor waits for a cycle of the draw thread. A draw thread must not wait here: the awaited
+  // thread may be waiting for it.
   if (DrawnHere() != nullptr) {
     RunOnModuleThread([this]() noexcept { delete this; });
   } else {
@@ -54,7 +56,7 @@ GLContext::~GLContext() {
   m_bReleased.test_and_set();
   {
     const std::scoped_lock replaced(m_ReplaceLock);
-  }  // a change of colours that runs ends; none begins any more
+  }  // waits for a running OnSysColorChange; later ones do nothing
   SuspendDrawThread();
   if (const auto thread = DrawThread()) thread->RemoveEvents(this);
   m_pLink->Clear();
@@ -70,7 +72,7 @@ GLContext::~GLContext() {
   if (m_Window.m_hPalette != nullptr) DeleteObject(m_Window.m_hPalette);
 }
 
-// Clients and members are released without the lock: their ends may call anything.
+// Clients and members are released without the lock, because their destructors may call any operation.
 void GLContext::ReleaseScene() noexcept {
   GLPtr<IGLPainter> painter;
   GLPtr<IGLCapture> capture;
@@ -81,11 +83,12 @@ void GLContext::ReleaseScene() noexcept {
   members = std::exchange(m_Scene, SceneMembers());
 }
 
-// Waits for all calls to the client before, except on the draw thread, which may make one.
+// Waits for all running calls to the client that is replaced. On the draw thread it does not wait, since such
+// a call may be in progress on that thread.
 template <class Client>
 HRESULT GLContext::Attach(ClientSlot<Client>& aSlot, Client* aClient) noexcept {
   if (aClient != nullptr && aSlot.Holds(aClient)) return S_OK;
-  GLPtr<Client> old;  // released when the locks are left
+  GLPtr<Client> old;  // released after the locks
   std::optional<ContextHold> calls;
   if (!IsDrawThread() && !calls.emplace(*this, m_ClientCalls)) return E_GL_BADSTATE;
   const ContextHold hold(*this, m_Lock);
@@ -99,7 +102,7 @@ HRESULT GLContext::AttachPainter(IGLPainter* aPainter) noexcept {
   if (m_Painter.Holds(aPainter)) return S_OK;
   const HRESULT result = Attach(m_Painter, aPainter);
   const auto thread = DrawThread();
-  if (SUCCEEDED(result) && thread != nullptr) thread->EndSleep();  // shows the first picture at once
+  if (SUCCEEDED(result) && thread != nullptr) thread->EndSleep();  // shows the first picture without delay
   return result;
 }
 
@@ -117,8 +120,8 @@ HRESULT GLContext::GetCanvas(IGLCanvas** ppICanvas) noexcept {
   return *ppICanvas != nullptr ? S_OK : E_GL_BADSTATE;
 }
 
-// A task on the draw thread works in a pass of the window. All other callers need the lock only: inside a
-// pass its rendering context is current, and no other thread can have it.
+// A task on the draw thread needs a pass of the window. Other callers need only the lock: inside a pass the
+// rendering context is already current, and other threads cannot have it.
 void GLContext::LockGL() noexcept {
   if (IsDrawThread() && (m_TaskPass || GLPass::Here() == nullptr)) {
     if (m_iTaskLocks++ == 0) m_TaskPass.emplace(m_Lock, m_Window.m_Target);

@@ -1,6 +1,6 @@
-// GLContext: the GL window, its rendering context, the draw thread, and all that a frame is drawn with.
-// Hosts call the interfaces from any thread; frames, selections and captures run on the draw thread.
-// The .cpp files lie in one folder per topic: window, frame, selection, capture, lists, control, scene.
+// GLContext: the GL window, its rendering context, the draw thread, and the scene of a frame.
+// Hosts call the interfaces from any thread. Frames, selections and captures run on the draw thread.
+// The .cpp files are in one folder per topic: window, frame, selection, capture, lists, control, scene.
 
 #pragma once
 
@@ -41,7 +41,7 @@ class GLContext final
   GLContext();
   ~GLContext();
 
-  /// Runs the destructor here, or on a thread of its own when the last reference goes on a draw thread.
+  /// Runs the destructor on the calling thread. If that is a draw thread, runs it on a new thread instead.
   void FinalRelease() noexcept;
 
   // IGLContext
@@ -128,27 +128,28 @@ class GLContext final
   bool IsListKeyValid(ULONG aKey) const noexcept override;
   bool PostTask(PEvent* aTask) noexcept override;
 
-  // What the tasks, the message hook and the window procedure use.
+  // Used by the tasks, the message hook and the window procedure.
   HWND Window() const noexcept { return m_Window.m_hWnd; }
   bool HasFont(IGLFont* aFont) noexcept;
   PCriticalSection& Lock() noexcept { return m_Lock; }
-  /// Held by the draw thread while it calls clients without m_Lock; taken before m_Lock.
+  /// Returns the lock that the draw thread holds while it calls clients without m_Lock. Taken before m_Lock.
   PCriticalSection& ClientCalls() noexcept { return m_ClientCalls; }
   GLRenderTarget& WindowTarget() noexcept { return m_Window.m_Target; }
   const ClientSlot<IGLPainter>& Painter() const noexcept { return m_Painter; }
   const ClipPlanes& Planes() const noexcept { return m_ClipPlanes; }
   IGLCanvas* Canvas() const noexcept { return m_Scene.m_pCanvas.Get(); }
-  /// Builds the fonts that are new, or whose lists were lost with their rendering context. Inside a pass.
+  /// Builds new fonts, and fonts whose lists were lost with their rendering context. Called inside a pass.
   void BuildFonts() noexcept;
-  /// Tells the contexts of the process apart in the log.
+  /// Returns the number that identifies this context in the log.
   unsigned Number() const noexcept { return m_uNumber; }
-  /// The context whose draw thread is the calling one; null on any other thread.
+  /// Returns the context whose draw thread is the calling thread; null on other threads.
   static GLContext* DrawnHere() noexcept;
-  /// Whether the context was made before a fork, in the parent: its draw thread does not exist here.
+  /// Returns whether the context was created before a fork in the parent process. Its draw thread does not
+  /// exist in this process.
   bool IsInherited() const noexcept { return m_uProcess != ProcessGeneration(); }
-  /// Whether the calling thread is this context's draw thread.
+  /// Returns whether the calling thread is this context's draw thread.
   bool IsDrawThread() const noexcept { return DrawnHere() == this; }
-  /// Disables all clip planes in the window's GL state if a reset is due. Inside a pass of the window.
+  /// Disables all clip planes in the window's GL state if a reset is due. Called inside a pass of the window.
   void ResetGLClipPlanes() noexcept;
   LRESULT WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcept;
 
@@ -201,7 +202,7 @@ class GLContext final
   template <class Client>
   HRESULT Attach(ClientSlot<Client>& aSlot, Client* aClient) noexcept;
   DisplayLists* ListsHere() const noexcept;
-  /// The pass on this thread, if it draws another picture than the window's.
+  /// Returns the pass on the calling thread if it draws a picture other than the window's; otherwise null.
   const GLPass* PictureHere() const noexcept;
   std::shared_ptr<PThread> DrawThread() const noexcept;
   template <class Describe>
@@ -213,7 +214,7 @@ class GLContext final
   bool InitializeFails(const char* aStep) const noexcept;
 
   const unsigned m_uProcess = ProcessGeneration();
-  const unsigned m_uNumber;  ///< among all contexts of the process, from 1; in the log
+  const unsigned m_uNumber;  ///< unique in the process, from 1; used in the log
   WindowState m_Window;
   SceneSettings m_Settings;
   SceneMembers m_Scene;
@@ -223,17 +224,17 @@ class GLContext final
 
   PCriticalSection m_ClientCalls;  // taken before m_Lock; see ClientCalls
   PCriticalSection m_Lock;
-  std::shared_ptr<PThread> m_pDrawThread;  // guarded by m_DrawThreadLock; DrawThread() gives a counted one
+  std::shared_ptr<PThread> m_pDrawThread;  // guarded by m_DrawThreadLock; read it with DrawThread()
   std::atomic<bool> m_bTearDown{false};
-  GLSiteLinkPtr m_pLink;                         // the parts' way back, cut at teardown
-  mutable std::mutex m_DrawThreadLock;           // for the copying of m_pDrawThread alone
-  std::mutex m_ReplaceLock;                      // one replacement of window and thread at a time
-  std::mutex m_SelectLock;                       // one selection at a time
-  std::shared_ptr<PSelectEvent> m_pSelectEvent;  // of the selections; under m_SelectLock
-  const GLContext* m_pAwaited = nullptr;         // whom the draw thread waits for; see DrawThreadWait
-  std::optional<GLPass> m_TaskPass;              // between LockGL and UnlockGL of a task; draw thread
-  HRESULT m_hPainterResult = S_OK;               // of the last call; draw thread
-  int m_iTaskLocks = 0;                          // how often the pass of a task was entered; draw thread
-  std::atomic<bool> m_bFontsAdded{false};        // fonts that no pass has looked at yet
-  std::atomic_flag m_bReleased;                  // the last reference has gone
+  GLSiteLinkPtr m_pLink;                         // link from the parts to this context; cleared at teardown
+  mutable std::mutex m_DrawThreadLock;           // held only while m_pDrawThread is copied or replaced
+  std::mutex m_ReplaceLock;                      // held while window and draw thread are replaced
+  std::mutex m_SelectLock;                       // serialises selections
+  std::shared_ptr<PSelectEvent> m_pSelectEvent;  // used by all selections; guarded by m_SelectLock
+  const GLContext* m_pAwaited = nullptr;         // context that the draw thread waits for; see DrawThreadWait
+  std::optional<GLPass> m_TaskPass;              // exists between LockGL and UnlockGL of a task; draw thread
+  HRESULT m_hPainterResult = S_OK;               // result of the last IGLPainter::Draw; draw thread
+  int m_iTaskLocks = 0;                          // nesting depth of LockGL in m_TaskPass; draw thread
+  std::atomic<bool> m_bFontsAdded{false};        // fonts were added that no pass has built yet
+  std::atomic_flag m_bReleased;                  // the last reference was released
 };

@@ -1,4 +1,4 @@
-// ClientCheck: the stacks, and the comparison. Draw thread, with GL current.
+// ClientCheck: the stacks that are checked, and the comparison. Draw thread, with GL current.
 
 #include "diagnostics/ClientCheck.h"
 
@@ -18,18 +18,18 @@ constexpr Stack kStackNames[] = {
     {GL_TEXTURE_STACK_DEPTH, "texture matrix"},         {GL_ATTRIB_STACK_DEPTH, "attribute"},
     {GL_CLIENT_ATTRIB_STACK_DEPTH, "client attribute"}, {GL_NAME_STACK_DEPTH, "name"}};
 
-constexpr unsigned kDeeper = 1000, kShallower = 2000;  // codes of reports; no errors of GL
+constexpr unsigned kDeeper = 1000, kShallower = 2000;  // report codes, distinct from GL's error codes
 
 }  // namespace
 
-// Between glBegin and glEnd GL leaves the values as they are.
+// Between glBegin and glEnd GL does not change the values.
 void ClientCheck::Read(Depths& aDepths) noexcept {
   for (std::size_t i = 0; i < kStacks; ++i) glGetIntegerv(kStackNames[i].m_uDepth, &aDepths[i]);
   glGetIntegerv(GL_LIST_INDEX, &aDepths[kStacks]);
 }
 
 void ClientCheck::Report() const noexcept {
-  CheckGLErrors(m_szClient);  // before the questions, which GL refuses between glBegin and glEnd
+  CheckGLErrors(m_szClient);  // before Read, whose queries are GL errors between glBegin and glEnd
   Depths after = m_aiBefore;
   Read(after);
   for (std::size_t i = 0; i < after.size(); ++i) {

@@ -1,4 +1,5 @@
-// ClientCheck: what a painter or gauge leaves in GL that it did not find there. Draw thread, with GL current.
+// ClientCheck: detects GL stack depths and open display lists that a painter or gauge leaves changed. Draw
+// thread, with GL current.
 
 #pragma once
 
@@ -6,8 +7,8 @@
 
 #include "platform/Log.h"
 
-/// Around one call of a client. Where warnings are logged, warns of stacks that the client leaves at another
-/// depth and of a display list that it leaves open. Each is reported once per thread.
+/// Exists during one call of a client. If warnings are logged, it compares GL before and after the call. It
+/// warns of changed stack depths and of a display list left open. Each fault is reported once per thread.
 class ClientCheck {
  public:
   explicit ClientCheck(const char* aClient) noexcept
@@ -22,11 +23,11 @@ class ClientCheck {
 
  private:
   static constexpr int kStacks = 6;
-  using Depths = std::array<int, kStacks + 1>;  // and the name of the open list
+  using Depths = std::array<int, kStacks + 1>;  // the last element is the name of the open list
 
   static void Read(Depths& aDepths) noexcept;
   void Report() const noexcept;
 
   const char* const m_szClient;
-  Depths m_aiBefore;  // without a value where nothing is logged
+  Depths m_aiBefore;  // not initialised if warnings are not logged
 };

@@ -1,4 +1,4 @@
-// FirstReport: what the threads have reported. Each thread has its own list.
+// FirstReport: the reports made so far. Each thread has a separate list.
 
 #include "diagnostics/FirstReport.h"
 

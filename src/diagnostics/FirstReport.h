@@ -1,7 +1,9 @@
-// FirstReport: keeps a fault that comes in every frame from filling the log. Draw thread.
+// FirstReport: limits the log to one entry for a fault that occurs in every frame. Draw thread.
 
 #pragma once
 
-/// Whether the calling thread reports this for the first time. The operation is a literal, the code is the
-/// caller's own. After 64 different reports of a thread nothing is new.
+/// Returns whether the calling thread reports this fault for the first time. After 64 different reports of a
+/// thread, returns false for every further one.
+/// @param aOperation a string literal: addresses are compared, not texts
+/// @param aCode a code that the caller chooses
 bool IsFirstReport(const char* aOperation, unsigned aCode) noexcept;

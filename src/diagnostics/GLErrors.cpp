@@ -1,4 +1,4 @@
-// GLErrors: the question, and the names of the answers. Draw thread, with GL current.
+// GLErrors: reads GL's errors and logs their names. Draw thread, with GL current.
 
 #include "diagnostics/GLErrors.h"
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int kMostAtOnce = 16;  // a driver that has lost its device may answer with errors for ever
+constexpr int kMostAtOnce = 16;  // a driver that has lost its device may return errors without end
 
 const char* NameOf(GLenum aError) noexcept {
   switch (aError) {

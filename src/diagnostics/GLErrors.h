@@ -1,20 +1,20 @@
-// GLErrors: GL's errors and the operation after which they were seen. Draw thread, with GL current.
-// At level debug alone, where the host's own glGetError no longer finds what is reported here.
+// GLErrors: logs GL's errors with the operation after which they were found. Draw thread, with GL current.
+// Active only at log level debug. The host's glGetError does not return the errors that are logged here.
 
 #pragma once
 
 #include "platform/Log.h"
 
-/// Takes all errors from GL and writes one line for each. The same error after the same operation is reported
-/// once per thread. Not between glBegin and glEnd, where the question itself is an error.
+/// Reads all errors from GL and logs one line per error. The same error after the same operation is reported
+/// once per thread. Must not be called between glBegin and glEnd, where glGetError itself is an error.
 void ReportGLErrors(const char* aWhen, const char* aOperation) noexcept;
 
 inline void CheckGLErrors(const char* aOperation) noexcept {
   if (IsLogged(LogLevel::kDebug)) ReportGLErrors("after", aOperation);
 }
 
-/// Looks for errors at both ends of an operation: what is there at its start comes from the client's own
-/// calls.
+/// Checks for errors at the start and the end of an operation. Errors found at the start come from the
+/// client's own GL calls.
 class GLErrorCheck {
  public:
   explicit GLErrorCheck(const char* aOperation) noexcept : m_szOperation(aOperation) {

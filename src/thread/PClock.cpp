@@ -1,4 +1,4 @@
-// PClock: the system's steady clock. Any thread.
+// PClock: the implementation on the system's steady clock. Any thread.
 
 #include "thread/PClock.h"
 

@@ -1,5 +1,4 @@
-// PClock: where a worker thread has its time from, and how it waits. A test scripts one.
-// Any thread.
+// PClock: clock and waits of a worker thread. Tests replace it with a scripted one. Any thread.
 
 #pragma once
 
@@ -10,18 +9,19 @@
 #include <functional>
 #include <mutex>
 
-/// A millisecond clock and the waits that go by it.
+/// A clock in milliseconds, and waits whose time limits follow it.
 class PClock {
  public:
-  /// A wait without a limit.
+  /// Time limit of a wait that has none.
   static constexpr DWORD kForever = 0xFFFFFFFF;
 
-  /// The system's steady clock.
+  /// Returns the system's steady clock.
   static PClock& System() noexcept;
 
-  /// Milliseconds from some fixed moment.
+  /// Returns the milliseconds since a fixed time.
   virtual std::uint64_t Now() noexcept = 0;
-  /// Waits until aEnd holds, looked at under aHold whenever aWake is notified, or aMilliseconds have passed.
+  /// Waits until aEnd returns true or aMilliseconds have passed. Calls aEnd with aHold locked, after each
+  /// notification of aWake.
   virtual void Wait(std::unique_lock<std::mutex>& aHold, std::condition_variable& aWake, DWORD aMilliseconds,
                     const std::function<bool()>& aEnd) = 0;
 

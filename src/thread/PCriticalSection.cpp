@@ -1,5 +1,5 @@
-// PCriticalSection: the lock is handed from the thread that leaves to the one that has waited longest, so
-// that it is never free while somebody waits. Any thread.
+// PCriticalSection: hand-over of the lock. Leave passes the lock directly to the thread that has waited
+// longest, so the lock is never free while a thread waits. Any thread.
 
 #include "thread/PCriticalSection.h"
 
@@ -8,7 +8,7 @@
 #include <condition_variable>
 #include <new>
 
-/// A thread that waits; lives on that thread's stack.
+/// A waiting thread. The object is on that thread's stack.
 struct PCriticalSection::Waiter {
   const std::thread::id m_Id = std::this_thread::get_id();
   std::condition_variable m_Turn;
@@ -19,10 +19,11 @@ struct PCriticalSection::Waiter {
 PCriticalSection::~PCriticalSection() {
   Enter();
   m_iEntries = 1;
-  Leave();  // for one who enters although the lock ends, as a thread may while a process exits
+  Leave();  // while a process exits, a thread may enter a destroyed lock
 }
 
-// In a forked child: threads of the parent neither hold nor wait here. Its first thread comes first.
+// In a forked child the parent's threads do not exist, so none of them holds the lock or waits for it. The
+// first thread of the child that uses the lock resets it.
 void PCriticalSection::Renew() noexcept {
   while (g_bMakingProcessObject.exchange(true)) std::this_thread::yield();
   if (m_uProcess != ProcessGeneration()) {
@@ -75,5 +76,5 @@ void PCriticalSection::Leave() {
   m_pFirst = next->m_pNext;
   if (m_pFirst == nullptr) m_pLast = nullptr;
   next->m_bHolds = true;
-  next->m_Turn.notify_one();  // still behind the gate: the waiter's stack stands until it opens
+  next->m_Turn.notify_one();  // under m_Gate: the waiter's stack stays valid until the gate is unlocked
 }

@@ -1,5 +1,5 @@
-// PCriticalSection: the recursive, fair lock of the whole component; PLock holds one for a scope.
-// Any thread. Only the holder touches the entry count.
+// PCriticalSection: the recursive, fair lock of the whole component. PLock holds one for a scope.
+// Any thread. Only the holder accesses the entry count.
 
 #pragma once
 
@@ -9,25 +9,26 @@
 
 #include "platform/ProcessIdentity.h"
 
-/// A lock that its holder can enter again. Who waits gets in before the last holder enters again, in the
-/// order of arrival: a thread that leaves and enters without a pause doesn't starve the others. In a forked
-/// child only the thread that forked still holds what it held.
+/// A recursive lock. Waiting threads enter in FIFO order, and before the last holder can enter again. So a
+/// thread that leaves and enters in a loop does not starve others. In a forked child, the thread that called
+/// fork still holds the locks that it held.
 class PCriticalSection {
  public:
   PCriticalSection() noexcept = default;
   PCriticalSection(const PCriticalSection&) = delete;
   PCriticalSection& operator=(const PCriticalSection&) = delete;
-  /// Waits for a holder on another thread. May run while the calling thread holds the lock.
+  /// Waits for a holder on another thread. The calling thread may hold the lock.
   ~PCriticalSection();
 
   /// Waits until the calling thread holds the lock, and counts the entry.
   void Enter() noexcept;
-  /// Enters only if no wait is needed. @return whether the calling thread holds the lock now
+  /// Enters only if this needs no wait.
+  /// @return whether the calling thread holds the lock now
   bool TryEnter() noexcept;
-  /// Takes one entry back; the last one hands the lock over. Throws E_FAIL as an HRESULT, and leaves nothing,
-  /// when the calling thread hasn't entered: a fault of the caller.
+  /// Takes back one entry. The last one hands the lock to the next waiting thread. If the calling thread has
+  /// not entered, which is an error of the caller, throws E_FAIL as an HRESULT and changes nothing.
   void Leave();
-  /// Whether the calling thread holds the lock.
+  /// Returns whether the calling thread holds the lock.
   bool IsHeldHere() const noexcept {
     return m_Holder.load(std::memory_order_relaxed) == std::this_thread::get_id();
   }
@@ -36,10 +37,10 @@ class PCriticalSection {
   struct Waiter;
   void Renew() noexcept;
 
-  std::mutex m_Gate;                               // guards the queue and every change of holder
-  std::atomic<std::thread::id> m_Holder{};         // a thread finds its own id here only if it holds the lock
-  int m_iEntries = 0;                              // Enter calls not yet matched by Leave
-  Waiter *m_pFirst = nullptr, *m_pLast = nullptr;  // who waits, in the order of arrival
+  std::mutex m_Gate;                               // guards the queue and changes of the holder
+  std::atomic<std::thread::id> m_Holder{};         // a thread reads its own id here only if it holds the lock
+  int m_iEntries = 0;                              // Enter calls without a matching Leave
+  Waiter *m_pFirst = nullptr, *m_pLast = nullptr;  // waiting threads, in the order of arrival
   std::atomic<unsigned> m_uProcess{ProcessGeneration()};
 };
 

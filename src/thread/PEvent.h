@@ -1,11 +1,11 @@
-// PEvent: a task that a poster hands to a worker thread, which runs it between two cycles.
-// Made by any thread; Run on the worker alone; who drops it is told at m_bKeep.
+// PEvent: a task that a thread posts to a worker thread, which runs it between two cycles.
+// Any thread may create an event. Only the worker calls Run. m_bKeep decides which thread drops the event.
 
 #pragma once
 
 #include <atomic>
 
-/// The base of all tasks.
+/// Base class of all tasks.
 class PEvent {
  public:
   virtual ~PEvent() = default;
@@ -13,19 +13,19 @@ class PEvent {
   PEvent& operator=(const PEvent&) = delete;
 
   virtual void SetActive(bool aActive) { m_bActive = aActive; }
-  /// Does the work, on the worker. It may post further events, which run in the next cycle. It must not wait
-  /// for anything that a thread holds while it calls the worker. Lets no exception out.
+  /// Does the work. Called on the worker. It may post further events, which run in the next cycle. It must
+  /// not wait for a lock or result of a thread that is waiting for the worker. Throws nothing.
   virtual void Run() = 0;
-  /// The queue's last use of the event, also of one that never ran. Any thread. Deletes it, unless an event
-  /// that is used again does something else.
+  /// Called once when the queue no longer uses the event, also if the event never ran. Any thread. Deletes
+  /// the event; reusable events override this.
   virtual void Drop() noexcept { delete this; }
 
-  /// In whose name the event is posted, the key of PThread::RemoveEvents. Not counted, never followed.
+  /// Identifies the owner in PThread::RemoveEvents. Not counted and never dereferenced.
   const void* const m_pOwner;
-  /// The event still has to run.
+  /// Whether the event still has to run.
   std::atomic<bool> m_bActive;
-  /// False: the worker drops the event after it has had its turn. True: the event stays in the queue, and
-  /// its poster takes it out; its Run then clears m_bActive, so that later passes skip it.
+  /// False: the worker drops the event after its turn, also if it was not active. True: the event stays in
+  /// the queue until its poster removes it. Its Run then clears m_bActive, so that later passes skip it.
   const bool m_bKeep;
 
  protected:
@@ -34,5 +34,5 @@ class PEvent {
 
  private:
   friend class PThread;
-  PEvent* m_pNextRemoved = nullptr;  // of those that one call takes out of the queue
+  PEvent* m_pNextRemoved = nullptr;  // links the events that one call removes from the queue
 };

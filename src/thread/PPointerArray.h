@@ -1,5 +1,6 @@
-// PPointerArray: pointers in numbered slots, null being a free one. Owns its slots, not what they point to.
-// Any thread if it is given a lock; else its owner guards it.
+// PPointerArray: pointers in numbered slots; a free slot is null. It owns the slots, but not the objects that
+// the pointers refer to.
+// Any thread if the array has a lock; otherwise its owner guards it.
 
 #pragma once
 
@@ -11,20 +12,20 @@
 
 #include "thread/PCriticalSection.h"
 
-/// No list: an element keeps its slot until it is removed or Pack moves it, and a walk goes by slot number,
-/// so elements may be removed during one.
+/// An element keeps its slot until it is removed or Pack moves it. A walk goes by slot number, so elements
+/// may be removed during a walk.
 template <class T>
 class PPointerArray {
  public:
   static constexpr int kGrowBy = 10;
 
-  /// @param aLock held by each operation for its own length; may be null; not owned
+  /// @param aLock held during each operation; may be null; not owned
   explicit PPointerArray(PCriticalSection* aLock = nullptr) noexcept : m_pLock(aLock) {}
   PPointerArray(const PPointerArray&) = delete;
   PPointerArray& operator=(const PPointerArray&) = delete;
 
-  /// Puts a pointer into the lowest free slot. @return false for null, for one that is present, without
-  /// memory
+  /// Stores a pointer in the lowest free slot.
+  /// @return false for null, for a pointer that is already present, and if memory is insufficient
   bool Add(T* aPointer) noexcept {
     const Hold hold(m_pLock);
     if (aPointer == nullptr || SlotOf(aPointer) < m_iSlots) return false;
@@ -34,7 +35,8 @@ class PPointerArray {
     return true;
   }
 
-  /// Frees the slot of a pointer; the array doesn't shrink. @return false when it isn't there
+  /// Frees the slot of a pointer. The array keeps its size.
+  /// @return false if the pointer is not present
   bool Remove(const T* aPointer) noexcept {
     const Hold hold(m_pLock);
     if (aPointer == nullptr) return false;
@@ -49,32 +51,34 @@ class PPointerArray {
     return aPointer != nullptr && SlotOf(aPointer) < m_iSlots;
   }
 
-  /// The element in the lowest occupied slot. @param aPosition receives its slot; the number of slots if none
+  /// Returns the element in the lowest occupied slot; null if there is none.
+  /// @param aPosition receives its slot number; the number of slots if there is none
   T* GetFirst(int& aPosition) const noexcept {
     const Hold hold(m_pLock);
     aPosition = -1;
     return Step(aPosition);
   }
 
-  /// The element in the next occupied slot above aPosition; null when there is none or aPosition is negative.
+  /// Returns the element in the next occupied slot above aPosition; null if there is none or aPosition is
+  /// negative.
   T* GetNext(int& aPosition) const noexcept {
     const Hold hold(m_pLock);
     return aPosition < 0 ? nullptr : Step(aPosition);
   }
 
-  /// The number of occupied slots.
+  /// Returns the number of occupied slots.
   int GetCount() const noexcept {
     const Hold hold(m_pLock);
     return m_iSlots - static_cast<int>(std::count(begin(), end(), nullptr));
   }
 
-  /// The number of slots, a multiple of 10.
+  /// Returns the number of slots, a multiple of 10.
   int GetSlots() const noexcept {
     const Hold hold(m_pLock);
     return m_iSlots;
   }
 
-  /// Gives memory back once 10 slots are free: elements move down, in slot order.
+  /// Frees memory if at least 10 slots are free. Elements move to lower slots and keep their order.
   void Pack() noexcept {
     const Hold hold(m_pLock);
     const int used = GetCount();

@@ -1,5 +1,5 @@
 // PThread: start, cycle, pause, park and stop. The body runs on the worker, the operations on any thread.
-// A park and every pause are waits on one condition, which a stop ends at once.
+// Parks and pauses wait on one condition variable, so a stop ends each of them at once.
 
 #include "thread/PThread.h"
 
@@ -23,7 +23,7 @@ bool PThread::Start(DWORD aPreferredCycle, DWORD aMustSleepCycle, int aPriority,
   m_bHeldBack = aSuspended;
   try {
     m_Thread = StartThread([this] { Body(); });
-  } catch (...) {  // no thread, or no memory for one
+  } catch (...) {  // no thread could be created, or memory is insufficient
     return false;
   }
   return true;
@@ -38,12 +38,12 @@ void PThread::Stop() noexcept {
     m_Wake.wait(gate, [this] { return IsStopped(); });
     gate.unlock();
     if (ExitGate::IsClosed()) {
-      m_Thread.detach();  // a worker that the gate keeps never ends
+      m_Thread.detach();  // a worker that waits at the gate never ends
     } else {
       m_Thread.join();
     }
   }
-  m_dwFlags |= PTHREAD_STOPPED;  // also of a thread that was never started
+  m_dwFlags |= PTHREAD_STOPPED;  // also set if the thread was never started
   CloseQueue();
 }
 
@@ -66,7 +66,7 @@ void PThread::Body() noexcept {
     m_Wake.wait(gate, [this] { return !m_bHeldBack || IsStopRequested(); });
   }
   PauseEnd end;
-  for (unsigned wake = kPauseOver;; wake = Pause(end)) {  // the first cycle comes by itself
+  for (unsigned wake = kPauseOver;; wake = Pause(end)) {  // the first cycle follows no pause
     const std::uint64_t start = m_Clock.Now();
     bool exits = false;
     {
@@ -93,16 +93,16 @@ void PThread::Body() noexcept {
   NoteStopped();
 }
 
-/// The worker's last use of the object.
+// The worker does not use the object after this.
 void PThread::NoteStopped() noexcept {
   const std::lock_guard gate(m_WakeGate);
-  m_Worker = std::thread::id();  // the system may give this id to another thread
+  m_Worker = std::thread::id();  // the system may reuse this id
   m_dwFlags |= PTHREAD_STOPPED;
   m_Wake.notify_all();
 }
 
-/// Leaves the state lock for the length of a park. The count of resumes is noted under that lock, which every
-/// resume takes, so that none can fall between the look and the wait. @return whether it parked
+// Leaves the state lock during a park. Resume takes that lock. m_uResumes is read under it, so no resume is
+// missed between the read and the wait. Returns whether the worker parked.
 bool PThread::ParkIfRequested() noexcept {
   if (!m_bSuspendRequested || m_bParksHeld) return false;
   std::unique_lock gate(m_WakeGate);
@@ -116,7 +116,7 @@ bool PThread::ParkIfRequested() noexcept {
   return true;
 }
 
-/// Works out the pause after a cycle that began at aStart. Under the state lock.
+// Computes the pause after a cycle that began at aStart. Called under the state lock.
 PThread::PauseEnd PThread::EndCycle(std::uint64_t aStart) noexcept {
   const std::uint64_t now = m_Clock.Now();
   const PPause pause = PPause::After(static_cast<DWORD>(aStart), static_cast<DWORD>(now), m_dwPreferredCycle,
@@ -125,7 +125,7 @@ PThread::PauseEnd PThread::EndCycle(std::uint64_t aStart) noexcept {
   return {now + (m_bControlled ? 0 : pause.m_dwSleep), std::nullopt};
 }
 
-/// Pauses until the end or the next interruption. @return the reasons for the cycle that follows
+// Pauses until the end or the next interruption. Returns the reasons for the next cycle.
 unsigned PThread::Pause(PauseEnd& aEnd) noexcept {
   std::unique_lock gate(m_WakeGate);
   const bool slept = Sleep(gate, aEnd);
@@ -138,7 +138,7 @@ unsigned PThread::Pause(PauseEnd& aEnd) noexcept {
   return wake;
 }
 
-/// @return whether the sleep is over; events interrupt it
+// Returns whether the sleep is over. Events interrupt it.
 bool PThread::Sleep(std::unique_lock<std::mutex>& aGate, PauseEnd& aEnd) noexcept {
   const auto ends = [this] { return m_bSleepEnded || IsStopRequested(); };
   if (const DWORD sleep = Remaining(aEnd.m_uSleep); sleep != 0) {
@@ -149,7 +149,7 @@ bool PThread::Sleep(std::unique_lock<std::mutex>& aGate, PauseEnd& aEnd) noexcep
   return true;
 }
 
-/// @return whether the longest wait has passed, or the worker is no longer a controlled one
+// Returns whether the longest wait has passed, or the worker is no longer controlled.
 bool PThread::WaitForTrigger(std::unique_lock<std::mutex>& aGate, PauseEnd& aEnd) noexcept {
   if (!aEnd.m_oWait)
     aEnd.m_oWait = m_dwMaxWait == PClock::kForever ? UINT64_MAX : m_Clock.Now() + m_dwMaxWait;
@@ -160,7 +160,7 @@ bool PThread::WaitForTrigger(std::unique_lock<std::mutex>& aGate, PauseEnd& aEnd
   return !m_bControlled || Remaining(*aEnd.m_oWait) == 0;
 }
 
-/// Milliseconds from now to a moment; PClock::kForever for one that is so far off.
+// Returns the milliseconds until aEnd, at most PClock::kForever.
 DWORD PThread::Remaining(std::uint64_t aEnd) noexcept {
   const std::uint64_t now = m_Clock.Now();
   return aEnd > now ? static_cast<DWORD>(std::min<std::uint64_t>(aEnd - now, PClock::kForever)) : 0;
@@ -179,7 +179,7 @@ bool PThread::IsParked() noexcept {
 void PThread::Resume() noexcept {
   const PLock state(m_StateLock);
   m_bSuspendRequested = false;
-  m_bParked = false;  // at once: a suspension that follows waits for the next park, not for this one
+  m_bParked = false;  // at once, so that a later suspension waits for a new park, not for this one
   const std::lock_guard gate(m_WakeGate);
   m_bHeldBack = false;
   ++m_uResumes;
@@ -193,7 +193,7 @@ void PThread::SetControlled(bool aControlled, DWORD aMaxWait) noexcept {
   if (!aControlled) m_Wake.notify_all();
 }
 
-/// A wait for a trigger that begins later, before the next cycle, ends at once too.
+// Also ends a wait for a trigger that begins after this call and before the next cycle.
 void PThread::Trigger() noexcept {
   if (!m_bControlled) return;
   const std::lock_guard gate(m_WakeGate);

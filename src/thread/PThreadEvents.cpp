@@ -1,5 +1,5 @@
-// PThread's event queue: posting and removal from any thread, the passes on the worker.
-// Events run and are dropped outside the queue's lock, so that they may post and take locks of their own.
+// PThread: the event queue. Any thread posts and removes events; the worker runs them in passes.
+// Events run and are dropped without the queue's lock, so they may post events and take other locks.
 
 #include "thread/PThread.h"
 
@@ -20,7 +20,7 @@ bool PThread::PostEvent(PEvent* aEvent) noexcept {
   return queued;
 }
 
-/// One pass over what was queued before it, in slot order.
+// Runs the events that were queued before this pass, in slot order.
 void PThread::RunEvents() noexcept {
   if (!TakeEvents()) return;
   int position = -1;
@@ -30,24 +30,26 @@ void PThread::RunEvents() noexcept {
   } while (event != nullptr);
 }
 
-/// Copies the queue into the pass, and takes out what isn't kept. @return false when there is nothing to run
+// Copies the queue into the pass and removes events that are not kept. Returns false if there is no event to
+// run.
 bool PThread::TakeEvents() noexcept {
   const PLock queue(m_QueueLock);
   int position = 0;
   for (PEvent* event = m_Events.GetFirst(position); event != nullptr; event = m_Events.GetNext(position)) {
-    if (!m_Pass.Add(event)) break;  // no memory: the rest waits for the next pass
+    if (!m_Pass.Add(event)) break;  // insufficient memory: the other events wait for the next pass
     if (!event->m_bKeep) m_Events.Remove(event);
   }
   GiveBack(m_Events);
   return m_Pass.GetCount() != 0;
 }
 
-/// Gives memory back, but for the smallest block: an event now and then allocates nothing.
+// Frees memory except for the smallest block, so that occasional events allocate nothing.
 void PThread::GiveBack(PPointerArray<PEvent>& aEvents) noexcept {
   if (aEvents.GetSlots() > PPointerArray<PEvent>::kGrowBy) aEvents.Pack();
 }
 
-/// Runs the next event of the pass that nobody has removed meanwhile; gives null at its end.
+// Runs the next event of the pass that was not removed in the meantime. aEvent is null at the end of the
+// pass.
 void PThread::RunNextEvent(int& aPosition, PEvent*& aEvent) noexcept {
   const PLock running(m_RunLock);
   {
@@ -60,7 +62,7 @@ void PThread::RunNextEvent(int& aPosition, PEvent*& aEvent) noexcept {
     }
     m_Pass.Remove(aEvent);
   }
-  bool drop = !aEvent->m_bKeep;  // a kept event is its poster's as soon as Run is over
+  bool drop = !aEvent->m_bKeep;  // the poster may delete a kept event as soon as Run returns
   if (aEvent->m_bActive) aEvent->Run();
   {
     const PLock queue(m_QueueLock);
@@ -89,7 +91,7 @@ void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
     for (PEvent* event = aEvents.GetFirst(position); event != nullptr; event = aEvents.GetNext(position)) {
       if (!aMatches(event)) continue;
       aEvents.Remove(event);
-      if (event == m_pRunning || m_Events.Has(event)) continue;  // a kept event of the pass is in both
+      if (event == m_pRunning || m_Events.Has(event)) continue;  // a kept event of the pass is in both arrays
       event->m_pNextRemoved = nullptr;
       *last = event;
       last = &event->m_pNextRemoved;
@@ -102,7 +104,8 @@ void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
     takeFrom(m_Pass);
     takeFrom(m_Events);
     GiveBack(m_Events);
-    // A kept event that runs belongs to nobody now; the worker drops it, as it does one that isn't kept.
+    // A kept event that is running has no owner now. The worker drops it after Run, like an event that is not
+    // kept.
     if (runs) m_bDropRunning = true;
   }
   if (runs && !IsWorker()) const PLock ended(m_RunLock);
@@ -113,13 +116,13 @@ void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
   }
 }
 
-/// The end of the queue, after the worker's: what is left doesn't run.
+// Drops the remaining events without running them. Called after the worker's end.
 void PThread::CloseQueue() noexcept {
   {
     const PLock queue(m_QueueLock);
     m_bQueueClosed = true;
   }
-  // Nobody adds from here on; an event's end may still remove others.
+  // No event is added from here on. Dropping an event may still remove others.
   for (;;) {
     PEvent* event = nullptr;
     {

@@ -1,5 +1,5 @@
-// Relaxed: members that host threads write and the draw thread reads with no lock.
-// Each value is atomic on its own; a group of them may be seen half-changed for one pass.
+// Relaxed: members that host threads write and the draw thread reads without a lock.
+// Each value is atomic. A group of values is not: one pass may see it partly changed.
 
 #pragma once
 
@@ -7,10 +7,10 @@
 
 #include <atomic>
 
-// Assignments give the value or nothing, as those of std::atomic do.
+// Assignments return the value or nothing, like those of std::atomic.
 // NOLINTBEGIN(misc-unconventional-assign-operator)
 
-/// A plain value that may be read late, never torn.
+/// An atomic value. Readers may see an older value, but never a torn one.
 template <class T>
 class Relaxed {
  public:
@@ -27,7 +27,7 @@ class Relaxed {
   std::atomic<T> m_Value;
 };
 
-/// A colour, component by component.
+/// A colour. Each component is atomic.
 class RelaxedColor {
  public:
   constexpr RelaxedColor(float aRed, float aGreen, float aBlue, float aAlpha) noexcept
@@ -43,7 +43,7 @@ class RelaxedColor {
   Relaxed<float> m_fRed, m_fGreen, m_fBlue, m_fAlpha;
 };
 
-/// A point, component by component.
+/// A point. Each component is atomic.
 class RelaxedPoint {
  public:
   constexpr RelaxedPoint(double aX, double aY, double aZ) noexcept : x(aX), y(aY), z(aZ) {}

@@ -1,4 +1,4 @@
-// GLCanvas: its beginning, and stretches of GL state that a painter pushes and pops. Draw thread.
+// GLCanvas: construction, and GL state that a painter pushes and pops. Draw thread.
 
 #include "view/GLCanvas.h"
 
@@ -15,14 +15,15 @@ HRESULT CreateGLCanvas(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
 
 GLCanvas::GLCanvas() {
   for (std::size_t i = 0; i < 16; i += 5) {
-    m_adCachedModelview[i] = 1.0;  // the diagonals
+    m_adCachedModelview[i] = 1.0;  // elements of the diagonal
     m_adCachedProjection[i] = 1.0;
   }
 }
 
 void GLCanvas::SetSite(GLSiteLinkPtr aLink) noexcept { m_pContext = std::move(aLink); }
 
-// Of an operation after which a list's vertices have other places, or hits another meaning, than recorded.
+// Called by operations whose effect on vertex positions or on hits the recorder of the open list cannot
+// follow.
 void GLCanvas::DrawsWhole() noexcept {
   if (m_pRecorder != nullptr) m_pRecorder->Unbounded();
 }

@@ -1,6 +1,6 @@
-// GLCanvas: the drawing surface that painters and gauges are given, a thin typed layer over fixed-function
-// GL. Draw thread, with the rendering context current; the cached set-up and the selection flag serve any
-// thread.
+// GLCanvas: the drawing surface of painters and gauges, a thin typed layer over fixed-function GL.
+// Draw thread, with the rendering context current. Any thread may read the cached set-up and access the
+// selection flag.
 
 #pragma once
 
@@ -22,7 +22,7 @@ class GLCanvas final : public GLObject<GLCanvas, IGLCanvas, IGLCanvas2, IGLCanva
  public:
   GLCanvas();
 
-  /// Ties the canvas to its context; called once, straight after creation.
+  /// Connects the canvas with its context. Called once, immediately after creation.
   void SetSite(GLSiteLinkPtr aLink) noexcept;
 
   // IGLCanvas: matrices
@@ -38,7 +38,7 @@ class GLCanvas final : public GLObject<GLCanvas, IGLCanvas, IGLCanvas2, IGLCanva
   HRESULT PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExtents) noexcept override;
   HRESULT PopProjectionMatrix() noexcept override;
 
-  // IGLCanvas: stretches of GL state
+  // IGLCanvas: GL state that is pushed and popped
   HRESULT EnableClipPlanes(LONG aEnable) noexcept override;
   HRESULT PushDepthAttribute() noexcept override;
   HRESULT PopDepthAttribute() noexcept override;
@@ -137,14 +137,14 @@ class GLCanvas final : public GLObject<GLCanvas, IGLCanvas, IGLCanvas2, IGLCanva
   HRESULT Build2DMipmaps(int nInternalFormat, int nWidth, int nHeight, eGLTexFormat eFormat,
                          eGLDataType eType, int nDataBytes, unsigned char* pbyPixels) noexcept override;
 
-  /// Names the rendering context that is drawn in from now on: what was applied in another one counts no
-  /// more. Draw thread.
+  /// Sets the number of the rendering context that is current from now on. Attributes applied in another one
+  /// are no longer taken as applied. Draw thread.
   void NoteRenderingContext(ULONG aNumber) noexcept;
-  /// Takes GL's present matrices and viewport as the cached set-up. Draw thread.
+  /// Copies GL's current matrices and viewport to the cached set-up. Draw thread.
   void RefreshCachedSetup() noexcept;
 
-  /// Has the canvas report to the recorder of a list that an earlier pass has left open, for the length of a
-  /// pass. Draw thread.
+  /// Connects the canvas, during a pass, with the recorder of a list that an earlier pass has left open. Draw
+  /// thread.
   class Recording {
    public:
     Recording(GLCanvas& aCanvas, ListRecorder* aRecorder) noexcept : m_Canvas(aCanvas) {
@@ -173,23 +173,23 @@ class GLCanvas final : public GLObject<GLCanvas, IGLCanvas, IGLCanvas2, IGLCanva
   GLSiteLinkPtr m_pContext;
   ListRecorder* m_pRecorder = nullptr;  // of the open list; draw thread
 
-  // What was applied last, to GL by this canvas.
+  // The attributes and the material applied last, by this canvas.
   GLPtr<IGLDrawAttr> m_pCurrentDrawAttr;
-  std::uint32_t m_uAppliedVersion = 0;  // of m_pCurrentDrawAttr; 0 where GL doesn't have its values
+  std::uint32_t m_uAppliedVersion = 0;  // version of m_pCurrentDrawAttr that GL has; 0 if it has none
   ULONG m_uRenderingContext = 0;
   GLPtr<IGLMaterial> m_pCurrentMaterial;
 
-  // The cached set-up, in GL's layouts. Hosts may read it while the draw thread writes it.
+  // The cached set-up, in the layouts of GL. Hosts may read it while the draw thread writes it.
   std::array<Relaxed<double>, 16> m_adCachedModelview;
   std::array<Relaxed<double>, 16> m_adCachedProjection;
   std::array<Relaxed<int>, 4> m_aiCachedViewport;
 
-  // The transparent triangles in order of insertion: number k owns elements 3k to 3k + 2 of the first three
-  // and element k of the last. Blocks rather than one array, so that a growing store moves nothing.
+  // Transparent triangles in order of insertion. Triangle k has elements 3k to 3k + 2 of the first three
+  // containers and element k of the last. Deques grow without moving their elements.
   std::deque<GLDATA_POINT> m_lstPoints;
   std::deque<GLDATA_POINT> m_lstNormals;
   std::deque<GLDATA_RGBA> m_lstColors;
   std::deque<GLDATA_POINT> m_lstCentroids;
 
-  Relaxed<LONG> m_bSelectionMode = 0;  // for clients; means nothing to the component
+  Relaxed<LONG> m_bSelectionMode = 0;  // for clients; the component does not use it
 };

@@ -1,5 +1,5 @@
-// GLCanvas: draw attributes and materials turned into GL state. Draw thread.
-// What is applied stays in GL until something else sets it; the order of the calls is part of the contract.
+// GLCanvas: translates draw attributes and materials to GL state. Draw thread.
+// GL keeps the values until they are set again. The order of the calls is part of the contract.
 
 #include <utility>
 
@@ -19,12 +19,12 @@ void Switch(GLenum aCapability, bool aOn) noexcept {
   }
 }
 
-/// Lines beat points, points beat filling.
+/// Lines have priority over points, and points over filling.
 std::uint16_t PolygonMode(bool aLines, bool aPoints) noexcept {
   return aLines ? GL_LINE : aPoints ? GL_POINT : GL_FILL;
 }
 
-/// One offset kind goes on without the other going off; only neither bit switches both off.
+/// Enabling one kind of offset does not disable the other. If neither bit is set, both are disabled.
 void ApplyPolygonOffset(bool aOffset, bool aReverse) noexcept {
   if (aReverse) {
     glEnable(GL_POLYGON_OFFSET_LINE);
@@ -38,7 +38,7 @@ void ApplyPolygonOffset(bool aOffset, bool aReverse) noexcept {
   }
 }
 
-/// Front faces go only when back faces are asked for without them.
+/// Culls front faces only if back faces are requested and front faces are not.
 void ApplyCulling(bool aShowFront, bool aShowBack, HitState& aState) noexcept {
   if (aShowFront && aShowBack) {
     glDisable(GL_CULL_FACE);
@@ -51,7 +51,7 @@ void ApplyCulling(bool aShowFront, bool aShowBack, HitState& aState) noexcept {
   glCullFace(aState.m_uCullFace);
 }
 
-/// @return what of it decides about hits
+/// Applies a draw mode. Returns the part of the state that decides about hits.
 HitState ApplyMode(int aMode) noexcept {
   const auto has = [aMode](eGLDrawMode aBit) { return (aMode & aBit) != 0; };
   HitState state;
@@ -101,7 +101,7 @@ void ApplyFace(IGLMaterial& aMaterial, GLenum aFace) noexcept {
   glMaterialf(aFace, GL_SHININESS, shininess * kShininessToGL);
 }
 
-/// Holds what was applied, with no counting for the one that is held already.
+/// Stores a reference to the applied object. An object that is already stored is not counted again.
 template <class Interface>
 void Remember(GLPtr<Interface>& aCurrent, Interface* aApplied) noexcept {
   if (aCurrent.Get() != aApplied) aCurrent = GLPtr<Interface>::FromBorrowed(aApplied);
@@ -116,8 +116,8 @@ void GLCanvas::NoteRenderingContext(ULONG aNumber) noexcept {
 HRESULT GLCanvas::SetDrawAttributes(IGLDrawAttr* aI) noexcept {
   const GLErrorCheck check("IGLCanvas::SetDrawAttributes");
   if (aI == nullptr) return E_INVALIDARG;
-  auto& attributes = static_cast<GLDrawAttr&>(*aI);    // always an object of the component's own class
-  const std::uint32_t version = attributes.Version();  // before the values: one that is set later counts anew
+  auto& attributes = static_cast<GLDrawAttr&>(*aI);    // always an object of the component's class
+  const std::uint32_t version = attributes.Version();  // read before the values, to detect later changes
   if (aI == m_pCurrentDrawAttr.Get() && version == m_uAppliedVersion) {
     ApplyColor(attributes.Color());
     return S_OK;

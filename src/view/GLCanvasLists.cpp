@@ -1,4 +1,4 @@
-// GLCanvas: compiled lists, which the context keeps by keys. Draw thread.
+// GLCanvas: compiled lists. The context stores them under list keys. Draw thread.
 
 #include "component/ContextSite.h"
 #include "diagnostics/GLErrors.h"
@@ -13,7 +13,8 @@ HRESULT Refuse(const char* aOperation) noexcept {
 
 }  // namespace
 
-// A key is a 32-bit handle that may fill its sign bit; the interface hands it out as an int of the same bits.
+// A key is an unsigned 32-bit handle and may use the sign bit. The interface passes it as an int with the
+// same bits.
 
 HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
   if (aList == nullptr) return E_INVALIDARG;
@@ -25,7 +26,7 @@ HRESULT GLCanvas::BeginCompileList(int* aList) noexcept {
   if (site->GetListBase(key) == 0) return E_FAIL;
   m_pRecorder = site->Recorder();
   *aList = static_cast<int>(key);
-  m_uAppliedVersion = 0;  // a list has all that it needs, wherever it is drawn
+  m_uAppliedVersion = 0;  // a list must contain all attributes that it needs
   return S_OK;
 }
 
@@ -35,7 +36,7 @@ HRESULT GLCanvas::EndCompileList() noexcept {
   const GLErrorCheck check("IGLCanvas::EndCompileList");
   m_pRecorder = nullptr;
   site->EndListKey();
-  m_uAppliedVersion = 0;  // what went into the list has not reached GL
+  m_uAppliedVersion = 0;  // attributes compiled into the list have not been executed
   return S_OK;
 }
 

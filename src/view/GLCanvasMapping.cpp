@@ -1,5 +1,5 @@
-// GLCanvas: from model points to window positions and back, by GL's present set-up or by the cached one.
-// With the cached set-up any thread, and no GL call; else the draw thread.
+// GLCanvas: maps model points to window positions and back, with GL's current matrices or the cached set-up.
+// Any thread with the cached set-up, which needs no GL call; otherwise the draw thread.
 
 #include <algorithm>
 
@@ -7,7 +7,7 @@
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
 
-// A canvas without a context works with whatever rendering context is current.
+// A canvas without a context uses the rendering context that is current.
 bool GLCanvas::HasGL() const noexcept {
   if (const GLSiteLink::Use site(m_pContext.get()); site) return site->IsCurrentHere();
   return IsGLCurrent();
@@ -24,7 +24,7 @@ void GLCanvas::RefreshCachedSetup() noexcept {
   std::copy_n(viewport, 4, m_aiCachedViewport.begin());
 }
 
-/// A plain copy of the cached set-up, for GLU. A frame that begins meanwhile may mix into it.
+/// A copy of the cached set-up for GLU. It may mix values of two passes if the draw thread writes meanwhile.
 struct GLCanvas::Setup {
   explicit Setup(const GLCanvas& aCanvas) noexcept {
     std::copy_n(aCanvas.m_adCachedModelview.begin(), 16, m_adModelview);
@@ -45,7 +45,7 @@ HRESULT GLCanvas::GetWindowCoords(GLDATA_POINT* pModelCoord, LONG bUseCachedSetu
     RefreshCachedSetup();
   }
   const Setup setup(*this);
-  GLDATA_POINT window = *pWindowCoord;  // what GLU can't map keeps its value
+  GLDATA_POINT window = *pWindowCoord;  // keeps its value if GLU cannot map the point
   gluProject(pModelCoord->x, pModelCoord->y, pModelCoord->z, setup.m_adModelview, setup.m_adProjection,
              setup.m_aiViewport, &window.x, &window.y, &window.z);
   *pWindowCoord = window;

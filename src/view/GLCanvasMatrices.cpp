@@ -1,7 +1,7 @@
-// GLCanvas: the matrix operations. All stay in double precision. Draw thread.
+// GLCanvas: the matrix operations, all in double precision. Draw thread.
 //
-// The 6d operations act on whatever matrix is selected; the others select GL_MODELVIEW or GL_PROJECTION
-// themselves, and those that select GL_PROJECTION leave the mode as a painter expects it.
+// The 6d operations change the matrix that is selected. All others select GL_MODELVIEW or GL_PROJECTION.
+// Those that select GL_PROJECTION restore the mode, or select GL_MODELVIEW after a push or pop.
 
 #include "component/ContextSite.h"
 #include "diagnostics/GLErrors.h"
@@ -12,11 +12,12 @@
 
 namespace {
 
-/// Inverts a matrix; a singular one stays as it is.
-/// @return S_OK; E_OUTOFMEMORY, the matrix unchanged
+/// Inverts a matrix. A singular matrix is not changed.
+/// @return S_OK; E_OUTOFMEMORY if memory is insufficient, and the matrix is not changed
 HRESULT Invert(GLDATA_MATRIX16D& aMatrix) noexcept {
   try {
-    // The transposition between GL's order and rows first drops out: it commutes with the inverse.
+    // GL stores columns and GMatrix stores rows. No transposition is needed, since it commutes with the
+    // inverse.
     GMatrix matrix(4, 4, &aMatrix.m[0][0]);
     if (!matrix.Invert()) return S_OK;
     for (int i = 0; i < 4; ++i) {
@@ -28,7 +29,8 @@ HRESULT Invert(GLDATA_MATRIX16D& aMatrix) noexcept {
   }
 }
 
-/// Selects GL_PROJECTION and the former mode at the end, with no call where it is selected already.
+/// Selects GL_PROJECTION during a scope and restores the former mode. Makes no call if it is already
+/// selected.
 class ProjectionMode {
  public:
   ProjectionMode() noexcept {
@@ -60,7 +62,7 @@ HRESULT GLCanvas::SetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
 HRESULT GLCanvas::ResetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept {
   DrawsWhole();
   if (aMatrix == nullptr) return E_INVALIDARG;
-  // The inverse of SetModelview6d: its steps backwards, each with its sign turned.
+  // The inverse of SetModelview6d: its steps in reverse order, with negated values.
   glRotated(-aMatrix->m_dAngleZ * kDegreesFromRadians, 0.0, 0.0, 1.0);
   glRotated(-aMatrix->m_dAngleY * kDegreesFromRadians, 0.0, 1.0, 0.0);
   glRotated(-aMatrix->m_dAngleX * kDegreesFromRadians, 1.0, 0.0, 0.0);
@@ -156,7 +158,7 @@ HRESULT GLCanvas::PushProjectionMatrix(LONG aLoadIdentity, GLDATA_POINT* aNewExt
   if (aLoadIdentity != 0) {
     GLint mode = GL_RENDER;
     glGetIntegerv(GL_RENDER_MODE, &mode);
-    if (mode != GL_SELECT) {  // a pick pass has its projection elsewhere and keeps it
+    if (mode != GL_SELECT) {  // a pick pass has its projection in the model-view matrix
       const double aspect = static_cast<double>(site->ViewportWidth()) / site->ViewportHeight();
       const double halfX = 1.0 > aspect ? 1.0 : aspect;
       const double halfY = 1.0 > aspect ? 1.0 / aspect : 1.0;

@@ -1,6 +1,6 @@
-// GLCanvas: primitives and what goes with each vertex. Draw thread.
-// One GL call per operation, as these run a million times per frame; a list that is being compiled is told of
-// what decides about hits. Vertices and normals narrow to float here, also those that arrive in doubles.
+// GLCanvas: primitives and the attributes of each vertex. Draw thread.
+// These operations may run a million times per frame, so each makes one GL call. They also report vertices,
+// names and hit state to the recorder of an open list. Coordinates and normals are converted to float here.
 
 #include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
@@ -144,7 +144,8 @@ HRESULT GLCanvas::SetVertexPointSize(float aValue) noexcept {
 }
 
 HRESULT GLCanvas::SetVertexEdgeFlag(LONG aIsEdge) noexcept {
-  // What Mesa finds of faces drawn as lines depends on what it drew before with edge flags, not only on the flag.
+  // For faces drawn as lines, Mesa's hits depend on edge flags of earlier primitives, not only on the current
+  // flag.
   if (m_pRecorder != nullptr) m_pRecorder->Unbounded();
   glEdgeFlag(aIsEdge != 0 ? GL_TRUE : GL_FALSE);
   return S_OK;

@@ -1,5 +1,5 @@
-// GLCanvas: textures, handed on to GL as they come. Draw thread.
-// The enumerations hold GL's own values; counts that GL doesn't take are ignored.
+// GLCanvas: textures. The arguments are passed to GL unchanged. Draw thread.
+// The enumerations have GL's values. Parameters for byte and value counts are ignored, since GL takes none.
 
 #include "diagnostics/GLErrors.h"
 #include "platform/GL.h"
@@ -7,13 +7,13 @@
 
 namespace {
 
-// Of EXT_texture_lod_bias; not in the headers of OpenGL 1.1.
+// Constants of EXT_texture_lod_bias, which the headers of OpenGL 1.1 do not contain.
 constexpr GLenum kTextureFilterControl = 0x8500;
 constexpr GLenum kTextureLodBias = 0x8501;
 
 constexpr GLenum GL(int aEnumerator) noexcept { return static_cast<GLenum>(aEnumerator); }
 
-/// Whether a capability is one that the interface names: none of them decides about hits.
+/// Returns whether the interface defines a capability. None of these capabilities decides about hits.
 constexpr bool IsOfTextures(eGLEnable aCapability) noexcept {
   return aCapability == GLE_COLOR_MATERIAL || aCapability == GLE_TEXTURE_2D ||
          aCapability == GLE_TEXTURE_GEN_S || aCapability == GLE_TEXTURE_GEN_T;
@@ -38,7 +38,7 @@ HRESULT GLCanvas::TexImage2D(int nLevel, int nInternalFormat, int nWidth, int nH
                              eGLTexFormat eFormat, eGLDataType eType, int /*nDataBytes*/,
                              unsigned char* pbyPixels) noexcept {
   const GLErrorCheck check("IGLCanvas::TexImage2D");
-  // Null has GL's own meaning: room for an image, its texels undefined.
+  // With null, GL allocates an image with undefined texels.
   glTexImage2D(GL_TEXTURE_2D, nLevel, nInternalFormat, nWidth, nHeight, nBorder, GL(eFormat), GL(eType),
                pbyPixels);
   return S_OK;
@@ -114,6 +114,6 @@ HRESULT GLCanvas::Build2DMipmaps(int nInternalFormat, int nWidth, int nHeight, e
   if (pbyPixels == nullptr) return E_INVALIDARG;
   if (!IsGLCurrent()) return S_OK;
   gluBuild2DMipmaps(GL_TEXTURE_2D, nInternalFormat, nWidth, nHeight, GL(eFormat), GL(eType), pbyPixels);
-  glTexEnvf(kTextureFilterControl, kTextureLodBias, -0.5f);  // towards the sharper levels
+  glTexEnvf(kTextureFilterControl, kTextureLodBias, -0.5f);  // selects more detailed levels
   return S_OK;
 }

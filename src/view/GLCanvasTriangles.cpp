@@ -1,5 +1,5 @@
-// GLCanvas: the store of transparent triangles. It only stores; ordering and drawing are the client's.
-// The thread that draws; no lock.
+// GLCanvas: the store of transparent triangles. Clients sort and draw them.
+// Draw thread; no lock.
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,8 @@
 
 namespace {
 
-/// The normal of the side from which the points run counter-clockwise; zero for a triangle without area.
+/// Returns the normal of the side on which the points run counter-clockwise; zero for a triangle without
+/// area.
 GLDATA_POINT FaceNormal(const GLDATA_POINT* aPoints) noexcept {
   const auto point = [aPoints](int i) { return GPoint(aPoints[i].x, aPoints[i].y, aPoints[i].z); };
   const GPoint normal = GPlane(point(0), point(1), point(2)).GetUnitNormal();
@@ -41,7 +42,7 @@ HRESULT GLCanvas::AddTriangle(const GLDATA_POINT* aPoints, const GLDATA_RGBA* aC
   }
 }
 
-/// Drops what stands behind a number of whole triangles.
+// Removes all elements after the first aTriangles triangles.
 void GLCanvas::CutStoreTo(std::size_t aTriangles) noexcept {
   const auto cut = [](auto& aStore, std::size_t aSize) {
     while (aStore.size() > aSize) aStore.pop_back();
@@ -87,7 +88,7 @@ HRESULT GLCanvas::GetNumTransparentTriangles(LONG* plCount) noexcept {
 
 HRESULT GLCanvas::GetTransparentTriangles(LONG lOffset, LONG lCount,
                                           GLDATA_TRANS_TRIANGLE* arTriangles) noexcept {
-  // An offset below 0 counts as 0, also in the sum: what follows the store is never read.
+  // A negative offset counts as 0, also in the sum, so that the range ends inside the store.
   const auto first = static_cast<std::int64_t>(std::max(lOffset, LONG{0}));
   const auto stored = static_cast<std::int64_t>(m_lstCentroids.size());
   if (stored == 0 || first + lCount > stored) return E_INVALIDARG;
@@ -107,7 +108,7 @@ HRESULT GLCanvas::GetTransparentTriangles(LONG lOffset, LONG lCount,
       record.m_sColors[k] = *color++;
     }
     record.m_sCentroid = *centroid++;
-    record.m_dMidDistance = 0.0;  // the client's to fill
+    record.m_dMidDistance = 0.0;  // clients set it
   }
   return S_OK;
 }

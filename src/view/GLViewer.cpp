@@ -1,4 +1,4 @@
-// GLViewer: what a host sets and gets. Any thread; nothing here touches GL.
+// GLViewer: the values that a host sets and reads. Any thread; no GL calls.
 
 #include "view/GLViewer.h"
 
@@ -70,7 +70,7 @@ HRESULT GLViewer::IsClipFrameVisible(LONG* aVisible) noexcept { return Give(aVis
 
 HRESULT GLViewer::GetEyeFovy_DEG(double* aFovy) noexcept { return Give(aFovy, m_dEyeFovy); }
 
-// The refusals below are written so that a value that isn't a number is refused too.
+// The range checks below are written so that NaN is rejected too.
 
 HRESULT GLViewer::SetEyeFovy_DEG(double aFovy) noexcept {
   if (!(aFovy >= 0.0 && aFovy < 180.0)) return E_GL_BADVALUE;
@@ -144,7 +144,7 @@ HRESULT GLViewer::SetFrameColor(GLDATA_RGBA* aColor) noexcept {
 HRESULT GLViewer::GetFrameThickness(float* aValue) noexcept { return Give(aValue, m_fFrameThickness); }
 
 HRESULT GLViewer::SetFrameThickness(float aValue) noexcept {
-  // The published limits are those of the point size, though the frame is drawn with lines.
+  // Limits of the point size, not of the line width that draws the frame: existing hosts expect these limits.
   m_fFrameThickness = Limit(aValue, g_afPointSizeRange[0], g_afPointSizeRange[1]);
   return S_OK;
 }

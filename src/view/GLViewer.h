@@ -1,6 +1,5 @@
-// GLViewer: one view into a context: eye, projection, clip rectangle with its frame, gauges, axes figure.
-// Host threads set it, the draw thread runs its two passes; each member is atomic on its own, the whole is
-// not.
+// GLViewer: one view of a context: eye, projection, clip rectangle with its frame, gauges, axes.
+// Host threads set the values; the draw thread runs the two passes. Each member is atomic, the whole is not.
 
 #pragma once
 
@@ -19,7 +18,7 @@ struct IGLContext;
 
 class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
  public:
-  /// Throws std::bad_alloc when the coordinate object or the collection can't be made.
+  /// Throws std::bad_alloc if the coordinate system or the collection cannot be created.
   GLViewer();
   ~GLViewer();
 
@@ -68,13 +67,14 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
   HRESULT GetShowAxes(LONG* pbShowAxes) noexcept override;
   HRESULT SetShowAxes(LONG bShowAxes) noexcept override;
 
-  /// What a pass draws: the window, whose aspect the conversions of this class go by, or another picture.
+  /// Target of a pass: the window, or another picture. The point conversions use the aspect of the window.
   enum class Target { kWindow, kPicture };
-  /// The projection pass: scissor, viewport, clear and projection for a view of that size.
-  /// Draw thread, GL_PROJECTION selected with the identity loaded; GL_MODELVIEW is selected afterwards.
+  /// Runs the projection pass: sets scissor, viewport and projection for a target of aWidth x aHeight pixels,
+  /// and clears. Draw thread, with the identity loaded in GL_PROJECTION, which is selected. Selects
+  /// GL_MODELVIEW at the end.
   void PrepareProjection(int aWidth, int aHeight, Target aTarget) noexcept;
 
-  /// The overlay pass: clip frame, gauges, axes. Draw thread, after the painter.
+  /// Runs the overlay pass: draws clip frame, gauges and axes. Draw thread, after the painter.
   void DrawOverlay(IGLCanvas* aCanvas, IGLContext* aContext, const GLContextSite& aSite) noexcept;
 
  private:
@@ -95,11 +95,11 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
   Relaxed<double> m_dEyeFovy = 27.0;  // vertical, degrees
   Relaxed<double> m_dEyeZNear = 0.1;
   Relaxed<double> m_dEyeZFar = 1000.0;
-  Relaxed<double> m_dEyeAspect = 1.0;     // the host's own factor on the window's aspect
-  Relaxed<double> m_dWindowAspect = 1.0;  // width over height, from the last pass of the window
+  Relaxed<double> m_dEyeAspect = 1.0;     // host's factor on the window's aspect
+  Relaxed<double> m_dWindowAspect = 1.0;  // width / height at the last pass of the window
   RelaxedPoint m_sOrthoMin{-50.0, -50.0, 0.0};
   RelaxedPoint m_sOrthoMax{50.0, 50.0, 1000.0};
-  // The clip rectangle, in window pixels from the lower left.
+  // The clip rectangle, in window pixels from the lower left corner.
   Relaxed<int> m_iClipX = 10;
   Relaxed<int> m_iClipY = 10;
   Relaxed<int> m_iClipWidth = 100;
@@ -109,6 +109,6 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
   Relaxed<float> m_fFrameOffset = 0.0f;  // in normalised device units
   GLPtr<IGLCollection> m_pGauges;
   GLPtr<IGLCoord> m_pCoord;
-  GLPtr<IGLFont> m_pAxisFont;  // made at first need; draw thread only
+  GLPtr<IGLFont> m_pAxisFont;  // created at first use; draw thread only
   Relaxed<bool> m_bShowAxes = false;
 };

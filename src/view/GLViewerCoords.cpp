@@ -1,7 +1,7 @@
-// GLViewer: points between the world and the viewer's normalised screen. Any thread.
+// GLViewer: conversion of points between the world and the viewer's normalised screen. Any thread.
 //
-// The perspective forms have a model of their own: the eye's local plane z = 0 is the screen, and the eye
-// stands before it at the distance from which the field of view spans the screen's height.
+// The perspective conversions use this model: the plane z = 0 of the eye's coordinate system is the screen.
+// The eye is in front of it, at the distance where the field of view covers the height of the screen.
 
 #include <cmath>
 
@@ -12,8 +12,8 @@
 
 namespace {
 
-/// Where the line of sight from (0, 0, aEye) through aTarget meets the plane at height aZ.
-/// @return the point; with x and y 0 when the line runs along the plane, or when there is no such eye
+/// Returns the intersection of the line of sight from (0, 0, aEye) through aTarget with the plane z = aZ. If
+/// the line is parallel to the plane, or aEye is not finite, x and y are 0.
 GPoint AlongSight(double aEye, const GPoint& aTarget, double aZ) noexcept {
   GPoint met(0.0, 0.0, aZ);
   if (!std::isfinite(aEye)) return met;
@@ -25,7 +25,7 @@ GPoint AlongSight(double aEye, const GPoint& aTarget, double aZ) noexcept {
 
 }  // namespace
 
-/// The eye's distance from the screen plane; not finite for a field of view of 0.
+// Returns the distance of the eye from the screen plane; not finite for a field of view of 0.
 double GLViewer::EyeDistance() const noexcept {
   const double aspect = m_dWindowAspect;
   const double halfHeight = 1.0 > aspect ? 1.0 / aspect : 1.0;

@@ -1,4 +1,4 @@
-// GLViewer: the two passes of a frame, projection before the painter and overlay after it.
+// GLViewer: the two passes of a frame: projection before the painter, overlay after it.
 // Draw thread, with the rendering context current.
 
 #include <gllib/IGLContext.h>
@@ -21,17 +21,17 @@ void GLViewer::PrepareProjection(int aWidth, int aHeight, Target aTarget) noexce
     } else {
       glViewport(0, 0, aWidth, aHeight);
     }
-    aspect = static_cast<double>(width) / height;  // of the rectangle, scaled or not
+    aspect = static_cast<double>(width) / height;  // also if the picture is not scaled to the rectangle
   } else {
     glDisable(GL_SCISSOR_TEST);
     glViewport(0, 0, aWidth, aHeight);
   }
   if (aTarget == Target::kWindow) m_dWindowAspect = aspect;
 
-  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);  // within the scissor: each viewer clears its own
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);  // limited to the viewer's area by the scissor
 
   if (m_bOrtho) {
-    // The short side keeps the extents, the long side widens.
+    // The shorter side shows exactly the extents; the longer side shows more.
     const GLDATA_POINT low = m_sOrthoMin;
     const GLDATA_POINT high = m_sOrthoMax;
     if (1.0 > aspect) {
@@ -48,7 +48,7 @@ void GLViewer::PrepareProjection(int aWidth, int aHeight, Target aTarget) noexce
 void GLViewer::DrawOverlay(IGLCanvas* aCanvas, IGLContext* aContext, const GLContextSite& aSite) noexcept {
   const bool drawFrame = m_bClipped && m_bClipFrameVisible;
   const bool drawGauges = m_bGaugesVisible && HasGauges();
-  if (!drawFrame && !drawGauges) return;  // the axes come with the others, never alone
+  if (!drawFrame && !drawGauges) return;  // axes are drawn only together with a frame or gauges
 
   glMatrixMode(GL_PROJECTION);
   glPushMatrix();
@@ -80,7 +80,7 @@ bool GLViewer::HasGauges() noexcept {
   return size > 0;
 }
 
-/// A rectangle in normalised device coordinates, just inside the view's edge.
+// Draws a rectangle in normalised device coordinates, just inside the edge of the view.
 void GLViewer::DrawFrame() noexcept {
   const GLDATA_RGBA color = m_sFrameColor;
   const float c = 1.0f - m_fFrameOffset;
@@ -104,7 +104,7 @@ void GLViewer::DrawGauges(IGLCanvas* aCanvas, IGLContext* aContext) noexcept {
   GLPtr<IUnknown> member;
   for (HRESULT found = m_pGauges->GetFirst(&position, member.Put()); SUCCEEDED(found);
        found = m_pGauges->GetNext(&position, member.Put())) {
-    // Members went in as gauges, pointer unchanged.
+    // AddGauge stored the IGLViewerGauge pointer unchanged.
     auto* gauge = static_cast<IGLViewerGauge*>(member.Get());
     LONG visible = 0;
     gauge->IsVisible(&visible);
@@ -116,7 +116,7 @@ void GLViewer::DrawGauges(IGLCanvas* aCanvas, IGLContext* aContext) noexcept {
 
 namespace {
 
-constexpr float kFigureSide = 64.0f;  // of the axes figure's square, in pixels
+constexpr float kFigureSide = 64.0f;  // side of the square of the axes figure, in pixels
 constexpr float kAxisLength = 30.0f;
 
 void FigureSquare() noexcept {
@@ -136,14 +136,14 @@ void Axis(float aX, float aY, float aZ) noexcept {
 
 }  // namespace
 
-/// The figure in the lower left corner; a unit is a pixel of the whole window.
+// Draws the axes figure in the lower left corner. The unit is one pixel of the whole window.
 void GLViewer::DrawAxes(IGLContext* aContext, const GLContextSite& aSite) noexcept {
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
   glOrtho(0.0, aSite.ViewportWidth(), 0.0, aSite.ViewportHeight(), -60.0, 60.0);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
-  glTranslatef(0.375f, 0.375f, 0.0f);  // pixel centres rather than corners
+  glTranslatef(0.375f, 0.375f, 0.0f);  // moves vertices from pixel corners to pixel centres
   glLineWidth(1.0f);
   glDisable(GL_LINE_STIPPLE);
   glDisable(GL_DEPTH_TEST);
@@ -170,7 +170,7 @@ void GLViewer::DrawAxes(IGLContext* aContext, const GLContextSite& aSite) noexce
   if (m_pAxisFont) PrintAxisNames();
 }
 
-/// The eye's rotation undone, its position left out.
+// Applies the inverse of the eye's rotation, without its position.
 void GLViewer::TurnWithEye() noexcept {
   GLDATA_MATRIX6D eye{};
   m_pCoord->GetMatrix6d(&eye);
@@ -179,7 +179,7 @@ void GLViewer::TurnWithEye() noexcept {
   glRotated(-eye.m_dAngleX * kDegreesFromRadians, 1.0, 0.0, 0.0);
 }
 
-/// X, Y and Z in a row in the square's corner, as a legend of the colours.
+// Prints X, Y and Z in the corner of the square, as a legend of the colours.
 void GLViewer::PrintAxisNames() noexcept {
   const auto print = [this](OLECHAR aName, float aRed, float aGreen, float aBlue) {
     GLDATA_POINT origin{0.0, 0.0, 0.0};

@@ -1,5 +1,6 @@
-// GLContext: frame capture, one synchronous run on the draw thread between two frames.
-// The read-back way takes no lock; the rendering way holds m_Lock while the scene is drawn anew.
+// GLContext: frame capture, which runs on the draw thread between two frames.
+// Clients are called under m_ClientCalls. m_Lock is held while the window is read back, or while the scene is
+// drawn again off-screen.
 
 #include <gllib/IGLPixmap.h>
 
@@ -20,7 +21,8 @@ OSVERSIONINFOA g_sVersion{};
 
 namespace {
 
-/// Whether the platform renders captures off-screen. Draw threads of several contexts may ask at once.
+/// Returns whether the platform renders captures off-screen. Draw threads of several contexts may call it at
+/// the same time.
 bool RendersOffscreen() noexcept {
   static std::mutex lock;
   const std::scoped_lock hold(lock);
@@ -31,8 +33,10 @@ bool RendersOffscreen() noexcept {
   return g_sVersion.dwPlatformId != VER_PLATFORM_WIN32_WINDOWS;
 }
 
-/// Reads a rectangle, given from the top left of a picture aHeight high, into a pixmap's store, which like
-/// GL's rows runs from the bottom up. @return false when the pixmap has no memory
+/// Reads a rectangle into the pixels of a pixmap. Rows of pixmaps, like rows of GL, run from bottom to top.
+/// @param aRect   rectangle, measured from the top left corner of the picture
+/// @param aHeight height of the picture in pixels
+/// @return false if the pixmap has no memory for the rectangle
 bool ReadPixels(IGLPixmap& aTarget, GLenum aBuffer, const RECT& aRect, int aHeight) noexcept {
   int size = 0;
   GLDATA_RGBA4B* pixels = nullptr;
@@ -53,14 +57,14 @@ bool CaptureFails(const char* aReason) noexcept {
   return false;
 }
 
-/// aValue times aFactor as a LONG; 0 where it doesn't fit, which every later step refuses.
+/// Returns aValue * aFactor. Returns 0 if the product does not fit, which all later steps reject.
 LONG Scaled(LONG aValue, std::int64_t aFactor) noexcept {
   if (aFactor > INT32_MAX || aFactor < INT32_MIN) return 0;
   const std::int64_t product = aValue * aFactor;
   return product > INT32_MAX || product < INT32_MIN ? 0 : static_cast<LONG>(product);
 }
 
-/// A float cut to a whole number; 0 for one that none holds.
+/// Rounds towards zero. Returns 0 if the result does not fit in 32 bits, and for NaN.
 std::int64_t Whole(float aValue) noexcept {
   constexpr float kLimit = 2147483648.0f;
   return aValue > -kLimit && aValue < kLimit ? static_cast<std::int64_t>(aValue) : 0;
@@ -70,9 +74,9 @@ std::int64_t Whole(float aValue) noexcept {
 
 void GLContext::CaptureFrame() noexcept {
   if (m_Capture.IsEmpty()) return;
-  GLPtr<IGLCapture> capture;  // released after the locks: the end of a client may call anything
+  GLPtr<IGLCapture> capture;  // released after the locks: a client's destructor may call any operation
   GLPtr<IGLPainter> painter;
-  const PLock calls(m_ClientCalls);  // a detach on another thread waits for the whole
+  const PLock calls(m_ClientCalls);  // a detach on another thread waits for the whole capture
   {
     const PLock lock(m_Lock);
     capture = m_Capture.Get();
@@ -86,7 +90,8 @@ void GLContext::CaptureFrame() noexcept {
   capture->OnData(success ? 1 : 0);
 }
 
-// The wanted rectangle, cut to the viewport at its right and bottom edge; false when nothing is left of it.
+// Reads the client's rectangle and clips it at the right and bottom edge of the viewport. Returns false if it
+// is empty.
 bool GLContext::CaptureRectangle(IGLCapture& aCapture, RECT* aRect) noexcept {
   int x = 0, y = 0, width = 0, height = 0;
   aCapture.GetRectangle(&x, &y, &width, &height);
@@ -125,13 +130,13 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
 
   const auto width = static_cast<LONG>(Whole(static_cast<float>(m_Settings.m_iViewportWidth) * zoom));
   const auto height = static_cast<LONG>(Whole(static_cast<float>(m_Settings.m_iViewportHeight) * zoom));
-  // Memory may be available for more than GL draws.
+  // The system may have memory for a larger picture than GL can draw.
   if (width > g_aiMaxViewport[0] || height > g_aiMaxViewport[1]) {
     LogWarning("a capture failed: the scene at %d x %d pixels is larger than GL draws, %d x %d", int(width),
                int(height), int(g_aiMaxViewport[0]), int(g_aiMaxViewport[1]));
     return false;
   }
-  const RenderingTurn turn;  // for the making of the surface too
+  const RenderingTurn turn;  // also held while the surface is created
   const bool needsPalette = (m_Window.m_PixelFormat.dwFlags & PFD_NEED_PALETTE) != 0;
   OffscreenSurface surface(width, height, needsPalette ? BYTE{24} : m_Window.m_PixelFormat.cColorBits,
                            m_Window.m_PixelFormat.cDepthBits);
@@ -143,7 +148,7 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   m_Window.m_Target.m_Lists.DropAll("a capture draws in a rendering context of its own");
   GLPass picture(m_Lock, surface.Target());
   DrawOffscreen(aCapture, picture, surface);
-  // A zoom below 1 leaves an empty rectangle: nothing to read, and no failure.
+  // A zoom below 1 makes the rectangle empty. Nothing is read, and the capture succeeds.
   if (factor == 0) CaptureFails("its zoom is below 1, so that nothing is read");
   if (factor != 0 && FAILED(initialized)) CaptureFails("the pixmap has no memory for the picture");
   const bool success =
@@ -152,8 +157,8 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   return success;
 }
 
-// Draws the scene for a viewport of the surface's size, with the capture's background. What no viewer reaches
-// shows that background too.
+// Draws the scene with a viewport of the surface's size and the capture's background. Areas outside of all
+// viewers show this background too.
 void GLContext::DrawOffscreen(IGLCapture& aCapture, GLPass& aPass,
                               const OffscreenSurface& aSurface) noexcept {
   GLDATA_RGBA background{};

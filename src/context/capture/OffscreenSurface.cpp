@@ -1,4 +1,4 @@
-// OffscreenSurface: a memory device context, a bitmap section in it, a rendering context on it. Draw thread.
+// OffscreenSurface: a memory device context with a bitmap section and a rendering context. Draw thread.
 
 #include "context/capture/OffscreenSurface.h"
 

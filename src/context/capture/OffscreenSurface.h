@@ -1,5 +1,5 @@
-// OffscreenSurface: a single-buffered picture of any size in memory, and a rendering context of its own on
-// it. Made, drawn on and ended on the draw thread.
+// OffscreenSurface: a single-buffered picture of any size in memory, with a rendering context. Created, used
+// and destroyed on the draw thread.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 class OffscreenSurface {
  public:
-  /// Makes the surface; IsReady tells whether the platform can.
+  /// Creates the surface. IsReady returns whether that succeeded.
   OffscreenSurface(LONG aWidth, LONG aHeight, BYTE aColorBits, BYTE aDepthBits) noexcept;
   ~OffscreenSurface();
   OffscreenSurface(const OffscreenSurface&) = delete;
@@ -17,7 +17,7 @@ class OffscreenSurface {
   bool IsReady() const noexcept { return m_Target.m_hRC != nullptr; }
   int Width() const noexcept { return m_iWidth; }
   int Height() const noexcept { return m_iHeight; }
-  /// What a pass draws on.
+  /// Returns the target for passes that draw on the surface.
   GLRenderTarget& Target() noexcept { return m_Target; }
 
  private:

@@ -1,5 +1,5 @@
-// ClientSlot: the place of a client object that a host attaches to a context, with one reference.
-// Changed and counted under the context's lock; the questions on any thread.
+// ClientSlot: holds one client object that a host attaches to a context, with one reference.
+// Exchange and Get need the context's lock. Any thread may call IsEmpty and Holds.
 
 #pragma once
 
@@ -15,12 +15,13 @@ class ClientSlot {
   ClientSlot& operator=(const ClientSlot&) = delete;
   ~ClientSlot() { Exchange(nullptr); }
 
-  /// Takes a client in, or null for none. @return the one before, whose reference the caller now holds
+  /// Stores a client, which may be null.
+  /// @return the previous client, with its reference
   GLPtr<Client> Exchange(Client* aClient) noexcept {
     if (aClient != nullptr) aClient->AddRef();
     return GLPtr<Client>::FromCounted(m_pClient.exchange(aClient));
   }
-  /// A further reference to the client; null for none.
+  /// Returns a new reference to the client; null if there is none.
   GLPtr<Client> Get() const noexcept { return GLPtr<Client>::FromBorrowed(m_pClient); }
 
   bool IsEmpty() const noexcept { return m_pClient == nullptr; }

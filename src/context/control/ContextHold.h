@@ -1,4 +1,4 @@
-// ContextHold: the context's lock, as the operations of the interfaces take it. Any thread.
+// ContextHold: takes the context's lock for operations of the interfaces. Any thread.
 
 #pragma once
 
@@ -8,9 +8,9 @@
 #include "context/control/DrawThreadWait.h"
 #include "thread/PCriticalSection.h"
 
-/// Holds a context's lock for the length of a scope. Refused in a forked child, for a context of the parent.
-/// A painter of another context is refused if its wait for the lock would close a circle of draw threads; its
-/// rendering turn is free for others until the lock is left.
+/// Holds a context's lock during a scope. Not held in a forked child for a context of the parent. Also not
+/// held if the calling thread is a draw thread whose wait would deadlock with other draw threads. During a
+/// wait, other contexts can use the calling draw thread's rendering turn until the lock is left.
 class ContextHold {
  public:
   ContextHold(GLContext& aContext, PCriticalSection& aLock) noexcept
@@ -30,7 +30,7 @@ class ContextHold {
   explicit operator bool() const noexcept { return m_bHeld; }
 
  private:
-  std::optional<DrawThreadWait> m_Wait;  // ends after the lock was left
+  std::optional<DrawThreadWait> m_Wait;  // destroyed after the lock is left
   PCriticalSection& m_Lock;
   bool m_bHeld;
 };

@@ -1,4 +1,4 @@
-// The tasks that a context hands to its draw thread. Run on the draw thread between two frames.
+// ContextTasks: the work of the tasks. Draw thread, between two frames.
 
 #include "context/control/ContextTasks.h"
 
@@ -10,7 +10,7 @@ PCreateFontEvent::PCreateFontEvent(GLContext& aContext, GLFont& aFont)
 
 void PCreateFontEvent::Run() {
   const GLSiteLock gl(m_Context);
-  // Before the first rendering context there is nothing to build in; the first frame builds then.
+  // Before the first rendering context exists, the font cannot be built. The first frame builds it.
   if (m_Context.HasFont(m_pFont.Get()) && m_Context.IsCurrentHere()) m_pFont->EnsureLists(m_Context);
   m_bDone = true;
   SetActive(false);

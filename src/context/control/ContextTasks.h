@@ -1,5 +1,5 @@
-// The tasks that a context hands to its draw thread without waiting for them.
-// Made on host threads, run and deleted on the draw thread between two frames.
+// ContextTasks: tasks that a context posts to its draw thread without waiting for them.
+// Created on host threads; run and deleted on the draw thread, between two frames.
 
 #pragma once
 
@@ -10,8 +10,7 @@
 class GLContext;
 class GLFont;
 
-/// Builds the display lists of a font. Holds a reference, and does nothing for a font that has left its
-/// context.
+/// Builds the display lists of a font. Holds a reference. Does nothing if the font has left its context.
 class PCreateFontEvent final : public PEvent {
  public:
   PCreateFontEvent(GLContext& aContext, GLFont& aFont);
@@ -23,7 +22,7 @@ class PCreateFontEvent final : public PEvent {
   bool m_bDone = false;
 };
 
-/// Switches all clip planes off in GL.
+/// Disables all clip planes in GL.
 class PResetClipPlanesEvent final : public PEvent {
  public:
   explicit PResetClipPlanesEvent(GLContext& aContext);
@@ -33,5 +32,5 @@ class PResetClipPlanesEvent final : public PEvent {
   GLContext& m_Context;
 };
 
-/// Notes on the calling thread that it is the draw thread of a context, or of none.
+/// Records the context whose draw thread the calling thread is; null for none.
 void MarkDrawThread(GLContext* aContext) noexcept;

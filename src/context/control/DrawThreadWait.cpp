@@ -1,4 +1,4 @@
-// DrawThreadWait: the graph of draw threads that wait for each other. Any thread.
+// DrawThreadWait: finds cycles among draw threads that wait for each other. Any thread.
 
 #include "context/control/DrawThreadWait.h"
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-constinit ProcessWide<std::mutex> g_WaitsLock;  // guards the awaited context of all contexts
+constinit ProcessWide<std::mutex> g_WaitsLock;  // guards m_pAwaited of all contexts
 
 }  // namespace
 

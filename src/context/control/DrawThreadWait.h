@@ -1,5 +1,5 @@
-// DrawThreadWait: what an operation needs around every wait for a context's draw thread.
-// Any thread; on a thread that draws for no context it does nothing.
+// DrawThreadWait: surrounds every wait of an operation for a context's draw thread.
+// Any thread. Does nothing if the calling thread is not a draw thread.
 
 #pragma once
 
@@ -7,9 +7,9 @@
 
 class GLContext;
 
-/// Marks for its length that the calling draw thread waits for another context, and gives its rendering turn
-/// to others. A wait that would close a circle of draw threads is not allowed: nobody in it would ever be
-/// served.
+/// Records during its lifetime that the calling draw thread waits for another context. Other contexts can use
+/// its rendering turn meanwhile. A wait that would close a cycle of waiting draw threads is not allowed,
+/// because it would never end.
 class DrawThreadWait {
  public:
   explicit DrawThreadWait(GLContext& aAwaited) noexcept;
@@ -21,7 +21,7 @@ class DrawThreadWait {
 
  private:
   const RenderingBreak m_Others;
-  GLContext* const m_pWaiting;  // null where there is nothing to mark
+  GLContext* const m_pWaiting;  // null if there is nothing to record
   const GLContext* m_pBefore = nullptr;
   bool m_bClosesCircle = false;
 };

@@ -1,4 +1,5 @@
-// GLContext: control of the draw thread. Any thread; what waits for a running cycle is told at each step.
+// GLContext: control of the draw thread. Any thread. Operations that change or suspend the thread wait for a
+// running cycle.
 
 #include <algorithm>
 #include <chrono>
@@ -18,8 +19,8 @@ constexpr auto kBoundedWait = 3000ms;
 constexpr auto kPollStep = 10ms;
 constexpr ULONG kShortestCycle = 5, kLongestCycle = 5000;
 
-/// The priorities that there are: THREAD_PRIORITY_IDLE to THREAD_PRIORITY_TIME_CRITICAL. Others count as
-/// normal.
+/// Returns a priority from THREAD_PRIORITY_IDLE to THREAD_PRIORITY_TIME_CRITICAL unchanged if the platform
+/// defines it, otherwise THREAD_PRIORITY_NORMAL.
 int KnownPriority(int aPriority) noexcept {
   for (const int known : {-15, -2, -1, 0, 1, 2, 15}) {
     if (aPriority == known) return known;
@@ -27,7 +28,7 @@ int KnownPriority(int aPriority) noexcept {
   return 0;
 }
 
-// The context whose draw thread this is.
+// The context whose draw thread is the current thread.
 thread_local GLContext* t_pDrawnContext = nullptr;
 
 }  // namespace
@@ -92,7 +93,7 @@ HRESULT GLContext::SuspendDrawThread() noexcept {
   const auto start = Clock::now();
   thread->RequestSuspend();
   thread->Trigger();
-  if (IsDrawThread()) return S_OK;  // parks after this cycle: a wait here would be for itself
+  if (IsDrawThread()) return S_OK;  // parks after this cycle; waiting here would deadlock
   while (!thread->IsParked() && !thread->IsStopped() && Clock::now() - start < kBoundedWait) {
     std::this_thread::sleep_for(kPollStep);
   }
@@ -103,14 +104,14 @@ HRESULT GLContext::SuspendDrawThread() noexcept {
   return S_OK;
 }
 
-// A suspension that came before the rendering context was made takes effect now.
+// Applies a suspension that was requested before the rendering context existed.
 void GLContext::AllowParks() noexcept {
   if (const auto thread = DrawThread()) thread->AllowParks();
 }
 
 HRESULT GLContext::ResumeDrawThread() noexcept {
   const auto thread = DrawThread();
-  if (thread == nullptr || m_bReleased.test()) return E_GL_BADSTATE;  // the teardown keeps it parked
+  if (thread == nullptr || m_bReleased.test()) return E_GL_BADSTATE;  // the teardown needs it parked
   const DrawThreadWait wait(*this);
   if (!wait.IsAllowed()) return E_GL_BADSTATE;
   thread->Resume();
@@ -133,7 +134,7 @@ void GLContext::StopDrawThread() noexcept {
   if (thread != nullptr) thread->Stop();
 }
 
-// Has the draw thread destroy the rendering context, in bounded time, and ends it.
+// Waits a limited time for the draw thread to destroy the rendering context, and ends the thread.
 void GLContext::EndDrawThread() noexcept {
   const auto thread = DrawThread();
   if (thread == nullptr) return;

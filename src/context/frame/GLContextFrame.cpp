@@ -1,5 +1,5 @@
-// GLContext: the frame cycle. All on the draw thread; m_Lock is held from the start of a frame to after its
-// swap.
+// GLContext: the frame cycle, on the draw thread. m_Lock is held from the start of a frame until after
+// SwapBuffers.
 
 #include <gllib/IGLCoord.h>
 
@@ -18,7 +18,8 @@
 #include "view/GLCanvas.h"
 #include "view/GLViewer.h"
 
-// Three phases: creation of the rendering context, frames, its end. Tasks alone make no frame due.
+// The cycles have three phases: they create the rendering context, draw frames, and destroy the rendering
+// context. A cycle that runs only for tasks draws no frame.
 void GLContext::DrawThreadCallback(void* aContext, unsigned aWake) noexcept {
   auto& context = *static_cast<GLContext*>(aContext);
   MarkDrawThread(&context);
@@ -34,7 +35,7 @@ void GLContext::DrawThreadCallback(void* aContext, unsigned aWake) noexcept {
   }
 }
 
-// The rendering context must not stay current on a thread that is gone.
+// The rendering context must not stay current on a thread that has ended.
 void GLContext::DrawThreadEnd(void*) noexcept {
   const RenderingTurn turn;
   wglMakeCurrent(nullptr, nullptr);
@@ -43,7 +44,7 @@ void GLContext::DrawThreadEnd(void*) noexcept {
 
 void GLContext::DrawFrame() noexcept {
   {
-    GLPtr<IGLPainter> painter;  // one that detaches itself ends when the lock is left
+    GLPtr<IGLPainter> painter;  // a painter that detaches itself is released after the lock
     const GLPass pass(m_Lock, m_Window.m_Target);
     painter = m_Painter.Get();
     BuildFonts();
@@ -55,7 +56,8 @@ void GLContext::DrawFrame() noexcept {
   CaptureFrame();
 }
 
-// A new surface holds the driver's memory until it is cleared: viewers clear only what they show.
+// A new surface is uninitialised, and viewers clear only their own areas. So the first frame clears all of
+// it.
 void GLContext::SetFrameState() noexcept {
   const GLDATA_RGBA color = m_Settings.m_sBackgroundColor;
   glClearColor(color.m_fRed, color.m_fGreen, color.m_fBlue, color.m_fAlpha);
@@ -96,13 +98,13 @@ void GLContext::DrawViewers() noexcept {
   }
 }
 
-// Each change of the result, since a painter that fails does so in every frame.
+// Logs only changes of the result, because a failing painter fails in every frame.
 void GLContext::NotePainterResult(HRESULT aResult) noexcept {
   if (aResult == std::exchange(m_hPainterResult, aResult) || SUCCEEDED(aResult)) return;
   LogDebug("IGLPainter::Draw returned 0x%08x: the frame goes on", static_cast<unsigned>(aResult));
 }
 
-// Makes the GL state that a painter can count on.
+// Sets the GL state that the contract guarantees to painters.
 void GLContext::SetupViewerPass(IGLViewer& aViewer) noexcept {
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
@@ -128,7 +130,8 @@ void GLContext::SetupEye(IGLViewer& aViewer) noexcept {
   m_Scene.m_pCanvas->ResetModelview6d(&placement);
 }
 
-// The equations are sent at each pass, in world coordinates, since the eye is already loaded.
+// GL transforms the equations by the model-view matrix, which holds the eye. So they are sent in world
+// coordinates at each pass.
 void GLContext::SetupClipPlanes() noexcept {
   if (PictureHere() == nullptr) ResetGLClipPlanes();
   for (const GLClipPlane& plane : m_ClipPlanes.All()) SendClipPlane(plane);
@@ -154,7 +157,7 @@ void GLContext::SetupLighting() noexcept {
   ApplyLights();
 }
 
-// A number that a destroyed light has left shines no more, unless another of this context's lights took it.
+// Disables GL lights of destroyed lights, unless another light of this context now uses the number.
 void GLContext::ApplyLights() noexcept {
   unsigned lit = 0;
   GLPOSITION position{};

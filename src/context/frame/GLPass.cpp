@@ -1,4 +1,4 @@
-// GLPass: what becomes current at the start and the end of GL work. Draw thread.
+// GLPass: makes rendering contexts current at the start and the end of GL work. Draw thread.
 
 #include "context/frame/GLPass.h"
 
@@ -41,12 +41,12 @@ void GLPass::DrawPicture(int aWidth, int aHeight, const GLDATA_RGBA& aBackground
   m_sBackground = aBackground;
 }
 
-// A window that has changed its size may need another surface, which then is not current yet.
+// After a change of its size, a window may need a new surface. Its rendering context is then not current.
 void GLPass::MakeCurrent() noexcept {
   const HGLRC context = m_Target.m_hRC;
   if (context == nullptr || context == wglGetCurrentContext()) return;
-  // Another driver's context must be released first: the driver of a window, where it isn't that of memory,
-  // must learn of it.
+  // A context of another driver must be released first. Otherwise that driver does not notice that its
+  // context is no longer current.
   if (m_pOuter != nullptr) wglMakeCurrent(nullptr, nullptr);
   const bool made = wglMakeCurrent(m_Target.m_hDC, context);
   if (made) m_Target.m_bIsNew = true;

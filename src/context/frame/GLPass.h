@@ -1,5 +1,5 @@
-// GLPass: one stretch of GL work of a context: a frame, a capture, a selection, or a task that needs GL.
-// Draw thread. Exists from the moment the work begins to its end, on the stack.
+// GLPass: one unit of GL work of a context: a frame, a capture, a selection, or a task that needs GL.
+// Draw thread. The object is on the stack for the duration of the work.
 
 #pragma once
 
@@ -9,30 +9,30 @@
 #include "platform/RenderingTurn.h"
 #include "thread/PCriticalSection.h"
 
-/// Owns what is global while GL work is in progress: which rendering context is current, whether the
-/// context's lock is held, and the size and background that a capture draws with. Passes of one thread nest;
-/// the end of one makes the rendering context of the outer one current again.
+/// Owns the global state of GL work: the current rendering context, the context's lock, and size and
+/// background of a capture. Passes of one thread nest. The end of a nested pass makes the rendering context
+/// of the outer pass current again.
 class GLPass {
  public:
-  /// Enters aLock, makes the target's rendering context current and drops its stale lists.
+  /// Enters aLock, makes the target's rendering context current and deletes its stale lists.
   GLPass(PCriticalSection& aLock, GLRenderTarget& aTarget) noexcept;
-  /// Leaves the lock, unless ReleaseLock did.
+  /// Leaves the lock, unless ReleaseLock has done so.
   ~GLPass();
   GLPass(const GLPass&) = delete;
   GLPass& operator=(const GLPass&) = delete;
 
-  /// The innermost pass on the calling thread; null outside of any.
+  /// Returns the innermost pass on the calling thread; null outside of passes.
   static GLPass* Here() noexcept;
 
-  /// Whether the target's rendering context could be made current, and still is.
+  /// Returns whether the target's rendering context is current. It may not be, if making it current failed.
   bool IsCurrent() const noexcept;
   GLRenderTarget& Target() const noexcept { return m_Target; }
-  /// Leaves the lock for the rest of the pass: a selection draws without it.
+  /// Leaves the lock for the rest of the pass. A selection draws without the lock.
   void ReleaseLock() noexcept;
 
-  /// Draws a picture of another size and background than the window's. Host settings are not touched.
+  /// Sets another size and background than the window's. Host settings do not change.
   void DrawPicture(int aWidth, int aHeight, const GLDATA_RGBA& aBackground) noexcept;
-  /// Whether the pass draws such a picture.
+  /// Returns whether DrawPicture was called.
   bool DrawsPicture() const noexcept { return m_iWidth > 0; }
   int Width() const noexcept { return m_iWidth; }
   int Height() const noexcept { return m_iHeight; }
@@ -41,7 +41,7 @@ class GLPass {
  private:
   void MakeCurrent() noexcept;
 
-  const RenderingTurn m_Turn;  // taken before the lock, so that nobody waits for both at once
+  const RenderingTurn m_Turn;  // taken before the lock: the fixed order prevents deadlocks
   PCriticalSection& m_Lock;
   GLRenderTarget& m_Target;
   GLPass* const m_pOuter;

@@ -1,5 +1,6 @@
-// GLRenderTarget: a rendering context of a GLContext, its surface, and what the component has left in its GL
-// state. A context has one for its window and makes one for each off-screen capture.
+// GLRenderTarget: a rendering context of a GLContext, its surface, and the component's state in it. A context
+// has one target for its window, and creates one for each off-screen capture. Draw thread, except where
+// noted.
 
 #pragma once
 
@@ -11,19 +12,19 @@
 #include "thread/Relaxed.h"
 
 struct GLRenderTarget {
-  // Read by any thread.
+  // Any thread may read these.
   Relaxed<HDC> m_hDC = nullptr;
   std::atomic<HGLRC> m_hRC{nullptr};
 
-  // Draw thread.
-  ULONG m_uNumber = NextNumber();  ///< tells rendering contexts apart
-  unsigned m_uLitNumbers = 0;      ///< GL lights that the last viewer pass used, one bit each
-  bool m_bIsNew = true;            ///< the surface holds the driver's memory: no frame has cleared it
-  bool m_bRefused = false;         ///< it could not be made current last time
-  ULONG m_uFontsGeneration = ~0u;  ///< of lists, when all fonts were last looked at; no generation at first
+  // Used only on the draw thread.
+  ULONG m_uNumber = NextNumber();  ///< identifies the rendering context
+  unsigned m_uLitNumbers = 0;      ///< GL lights used by the last viewer pass, as bits
+  bool m_bIsNew = true;            ///< no frame has cleared the surface yet
+  bool m_bRefused = false;         ///< the last attempt to make it current failed
+  ULONG m_uFontsGeneration = ~0u;  ///< list generation at the last visit of all fonts; initially none
   DisplayLists m_Lists;
 
-  /// A new rendering context was made: nothing of the one before is left.
+  /// Resets the state for a new rendering context.
   void Restart() noexcept {
     m_uNumber = NextNumber();
     m_uLitNumbers = 0;
@@ -32,7 +33,7 @@ struct GLRenderTarget {
     m_Lists.Forget();
   }
 
-  /// A number above 0 that no other rendering context of the process has.
+  /// Returns a number above 0 that is unique in the process.
   static ULONG NextNumber() noexcept {
     static std::atomic<ULONG> last{0};
     return ++last;

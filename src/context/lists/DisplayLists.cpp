@@ -9,7 +9,7 @@
 namespace {
 
 constexpr GLuint kPastDropped = DisplayLists::kDropped + 1;
-constexpr GLuint kPastLast = 0x10000;  // of the names that fit a key
+constexpr GLuint kPastLast = 0x10000;  // first name that does not fit a key
 
 }  // namespace
 
@@ -22,9 +22,9 @@ ULONG DisplayLists::Generate(int aCount) noexcept {
   return (m_uGeneration << 16) | name;
 }
 
-// Some drivers give only names above all others that are in use, and the runs of a divided list have names
-// above those that fit a key. So where GL's names are past those that DropAll deletes, this looks for free
-// ones. A name that does not fit a key is given back.
+// Returns the first of aCount new names, all of which fit a key; 0 if there are none. Some drivers return
+// only names above all names in use, and runs of divided lists have large names. So if GL returns names
+// beyond those that DropAll deletes, this searches for free names.
 unsigned DisplayLists::TakeNames(int aCount) noexcept {
   const GLuint name = glGenLists(aCount);
   const GLuint end = name + static_cast<GLuint>(aCount);
@@ -33,13 +33,14 @@ unsigned DisplayLists::TakeNames(int aCount) noexcept {
   if (free == 0 && end <= kLastName + 1) return name;
   glDeleteLists(name, aCount);
   for (GLuint list = free; free != 0 && list < free + static_cast<GLuint>(aCount); ++list) {
-    glNewList(list, GL_COMPILE);  // takes the name
+    glNewList(list, GL_COMPILE);  // reserves the name
     glEndList();
   }
   return free;
 }
 
-// The search goes on where the last one ended, so that many lists in a row cost one walk. 0 for none.
+// Returns the first of aCount free names; 0 for none. Continues where the last search ended, so that creating
+// many lists visits each name once.
 unsigned DisplayLists::FindFreeNames(int aCount) noexcept {
   const auto count = static_cast<GLuint>(aCount);
   GLuint run = 0;

@@ -1,5 +1,5 @@
-// DisplayLists: the display lists of one rendering context that list keys name, and their end.
-// Draw thread, with that rendering context current, unless an operation says otherwise.
+// DisplayLists: the display lists of one rendering context that list keys refer to.
+// Draw thread, with that rendering context current, unless an operation documents otherwise.
 
 #pragma once
 
@@ -8,32 +8,34 @@
 #include "context/lists/ListNames.h"
 #include "view/lists/CompiledLists.h"
 
-/// The lists of one rendering context. A key holds the generation of lists in its high 16 bits and the first
-/// GL name in its low 16 bits. The generation is fixed for the length of a pass: another context that makes
-/// all lists stale meanwhile takes effect at the next pass.
+/// The lists of one rendering context. A key contains the generation of lists in its high 16 bits and the
+/// first GL name in its low 16 bits. The generation does not change during a pass: if another context makes
+/// all lists stale meanwhile, that takes effect at the next pass.
 class DisplayLists {
  public:
-  static constexpr int kDropped = 32767;  ///< the names that DropAll deletes, from 1
+  static constexpr int kDropped = 32767;  ///< DropAll deletes the names from 1 to this one
 
-  /// The GL name in a key. Any thread.
+  /// Returns the GL name in a key. Any thread.
   static unsigned NameOf(ULONG aKey) noexcept { return aKey & kLastName; }
 
-  /// Takes names for a block of lists. @return its key; with name 0 if GL has none that fits a key
+  /// Reserves names for a block of lists.
+  /// @return the key of the block; its name is 0 if GL has no names that fit a key
   ULONG Generate(int aCount) noexcept;
-  /// Deletes aCount lists from the key's first on, if the key is of the present generation.
+  /// Deletes aCount lists, starting with the key's first one, if the key is of the current generation.
   void Delete(ULONG aKey, int aCount) noexcept;
-  /// Whether the key is of the present generation and its first list exists.
+  /// Returns whether the key is of the current generation and its first list exists.
   bool IsValid(ULONG aKey) const noexcept;
   ULONG Generation() const noexcept { return m_uGeneration; }
-  /// The lists that a canvas compiles and draws.
+  /// Returns the lists that a canvas compiles and draws.
   CompiledLists& Compiled() noexcept { return m_Compiled; }
 
-  /// Deletes the lists if another context has made them stale. At the start of a pass.
+  /// Deletes the lists if another context has made them stale. Called at the start of a pass.
   void DropStale() noexcept;
-  /// Deletes all lists, those too that a painter made by itself, and makes all keys of the process stale. The
-  /// reason is a literal, for the log.
+  /// Deletes all lists, also those that a painter created with GL calls, and makes all keys of the process
+  /// stale.
+  /// @param aReason a string literal, for the log
   void DropAll(const char* aReason) noexcept;
-  /// Forgets all lists: they are gone with their rendering context. Needs no GL.
+  /// Discards all entries after the rendering context was destroyed. Needs no GL.
   void Forget() noexcept;
 
  private:
@@ -46,6 +48,6 @@ class DisplayLists {
   ListNames m_Names;
   CompiledLists m_Compiled;
   ULONG m_uGeneration = 0;
-  bool m_bExhausted = false;   // the last block found no names
-  unsigned m_uNextSearch = 1;  // where a search for free names goes on
+  bool m_bExhausted = false;   // the last Generate found no names
+  unsigned m_uNextSearch = 1;  // start of the next search for free names
 };

@@ -1,11 +1,11 @@
-// GLContext: list keys for the canvas and the fonts, which work on the lists of the pass in progress.
+// GLContext: list keys for the canvas and the fonts. They refer to the lists of the current pass.
 // Draw thread, inside a pass; elsewhere the operations do nothing.
 
 #include "context/GLContext.h"
 #include "context/frame/GLPass.h"
 #include "platform/GL.h"
 
-// The lists of the pass that runs on this thread; null where this context's GL is not current.
+// Returns the lists of the current pass; null if no rendering context of this context is current.
 DisplayLists* GLContext::ListsHere() const noexcept {
   return IsCurrentHere() ? &GLPass::Here()->Target().m_Lists : nullptr;
 }

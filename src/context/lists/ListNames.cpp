@@ -1,4 +1,4 @@
-// ListNames: what is held, and its end. Draw thread, with GL current.
+// ListNames: the sets of names, and the deletion of blocks. Draw thread, with GL current.
 
 #include "context/lists/ListNames.h"
 

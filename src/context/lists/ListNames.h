@@ -1,6 +1,6 @@
-// ListNames: which display lists of a context's current rendering context its list keys name. Draw thread.
-// Keys of all contexts go stale at once, but only the context that captures drops its lists: the others know
-// by this what they still hold.
+// ListNames: names of the display lists that exist in one rendering context for list keys. Draw thread.
+// Keys of all contexts become stale at once, but only the context that captures deletes its lists. Other
+// contexts use this set to delete theirs later.
 
 #pragma once
 
@@ -8,18 +8,18 @@
 
 class ListNames {
  public:
-  /// Notes a block of names that were made together.
+  /// Adds a block of names that were created together.
   void Add(unsigned aFirst, int aCount) noexcept;
   void Remove(unsigned aFirst, int aCount) noexcept;
   std::size_t Count() const noexcept { return m_bsHeld.count(); }
-  /// Forgets all: they are gone with their rendering context.
+  /// Removes all names after their rendering context was destroyed.
   void Clear() noexcept;
-  /// Deletes all in the rendering context that is current, block by block: what a driver keeps beside a block
-  /// goes with the whole block alone.
+  /// Deletes all lists in the current rendering context, block by block. Drivers may free the memory of a
+  /// block only when the whole block is deleted by one call.
   void Delete() noexcept;
 
  private:
-  static constexpr unsigned kNames = 0x10000;  // those that fit a key
+  static constexpr unsigned kNames = 0x10000;  // number of names that fit a key
 
-  std::bitset<kNames> m_bsHeld, m_bsFirst;  // all names; the first ones of blocks
+  std::bitset<kNames> m_bsHeld, m_bsFirst;  // all names; first names of blocks
 };

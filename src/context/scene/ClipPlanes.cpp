@@ -1,4 +1,4 @@
-// ClipPlanes: the planes and their GL names. Under the context's lock.
+// ClipPlanes: the planes and their GL names. Called under the context's lock.
 
 #include "context/scene/ClipPlanes.h"
 

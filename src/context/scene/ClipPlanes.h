@@ -1,4 +1,5 @@
-// ClipPlanes: the clip planes of one context. Changed under the context's lock; questions on any thread.
+// ClipPlanes: the clip planes of one context. Changed under the context's lock; IsEmpty and TakeReset on any
+// thread.
 
 #pragma once
 
@@ -10,15 +11,18 @@
 
 class ClipPlanes {
  public:
-  /// Adds a plane. Planes beyond GL's number take the name, and so the place, of the earliest.
-  /// @return false without memory: nothing has changed
+  /// Adds a plane. Once GL has no free plane, a further one takes the GL name of the earliest and replaces it
+  /// in GL.
+  /// @return false if memory is insufficient; nothing changes
   bool Add(const GPlane& aPlane) noexcept;
-  /// Removes all planes. They stay enabled in the window's GL state until TakeReset.
+  /// Removes all planes. They stay enabled in the window's GL state until the caller of TakeReset disables
+  /// them.
   void Clear() noexcept;
   bool IsEmpty() const noexcept { return m_bEmpty; }
   const std::vector<GLClipPlane>& All() const noexcept { return m_Planes; }
 
-  /// Whether planes are still to be disabled in the window's GL state; the caller does it. Any thread.
+  /// Returns whether the caller must disable the planes in the window's GL state, and clears this flag. Any
+  /// thread.
   bool TakeReset() noexcept { return m_bResetDue.exchange(false); }
 
  private:

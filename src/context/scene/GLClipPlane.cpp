@@ -1,4 +1,4 @@
-// GLClipPlane: on its way to GL. On the draw thread, with the eye loaded into the modelview matrix.
+// GLClipPlane: sends a plane to GL. Draw thread, with the eye loaded in the model-view matrix.
 
 #include "context/scene/GLClipPlane.h"
 

@@ -5,9 +5,9 @@
 #include "geometry/GPlane.h"
 
 struct GLClipPlane {
-  GPlane m_sPlane;  ///< through the three points that the host gave
+  GPlane m_sPlane;  ///< plane through the host's three points
   int m_iName = 0;  ///< GL_CLIP_PLANE0 or higher
 };
 
-/// Enables a plane in GL and gives its equation, made anew from the three points.
+/// Enables a plane in GL and sends its equation, computed from the three points.
 void SendClipPlane(const GLClipPlane& aPlane) noexcept;

@@ -1,4 +1,4 @@
-// GLContext: the fonts. Creators run on the host's thread and post the build to the draw thread.
+// GLContext: the fonts. Host threads create fonts; the draw thread builds them in a posted task.
 
 #include <gllib/GLClasses.h>
 #include <gllib/IGLFont.h>
@@ -17,7 +17,7 @@ GLFont& FontOf(IGLFont* aFont) noexcept { return static_cast<GLFont&>(*aFont); }
 
 }  // namespace
 
-// The steps that all creators share. The font's description is given by aDescribe.
+// Creates a font. aDescribe sets its description.
 template <class Describe>
 HRESULT GLContext::CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept {
   if (aFont == nullptr) return E_INVALIDARG;
@@ -35,7 +35,7 @@ HRESULT GLContext::CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescrib
     FontOf(font.Get()).EnsureLists(*this);
   } else {
     m_bFontsAdded = true;
-    // Without a draw thread, or memory for the task, the next frame builds.
+    // If there is no draw thread, or no memory for the task, the next frame builds the font.
     if (DrawThread() != nullptr) PostTask(new (std::nothrow) PCreateFontEvent(*this, FontOf(font.Get())));
   }
   *aFont = font.Get();
@@ -79,7 +79,7 @@ bool GLContext::HasFont(IGLFont* aFont) noexcept {
   return has != 0;
 }
 
-// The walk is left out where all fonts have been looked at since the last change of the list generation.
+// Returns early if all fonts were visited since the last change of the list generation.
 void GLContext::BuildFonts() noexcept {
   if (!IsCurrentHere()) return;
   GLRenderTarget& target = GLPass::Here()->Target();
@@ -119,7 +119,7 @@ HRESULT GLContext::SetDefaultFont(IGLFont* aFont) noexcept {
   if (!m_Scene.m_pFonts) return E_GL_BADSTATE;
   const ContextHold hold(*this, m_Lock);
   if (!hold) return E_GL_BADSTATE;
-  if (!HasFont(aFont)) return E_FAIL;  // null is no member, so a default can't be cleared
+  if (!HasFont(aFont)) return E_FAIL;  // null is not a member: the default font cannot be cleared
   m_Scene.m_pDefaultFont = aFont;
   return S_OK;
 }

@@ -1,5 +1,5 @@
-// GLContext: viewers, lights, fog, switches and colours. Any thread, with no lock of the context's own: a
-// change shows at the next frame or viewer pass.
+// GLContext: viewers, lights, fog, switches and colours. Any thread, without a lock of the context. Changes
+// take effect at the next frame or viewer pass.
 
 #include <gllib/GLClasses.h>
 #include <gllib/IGLLight.h>
@@ -32,7 +32,7 @@ HRESULT TakeOut(const GLPtr<IGLCollection>& aMembers, IUnknown* aMember) noexcep
   return aMembers ? aMembers->Remove(aMember) : E_GL_BADSTATE;
 }
 
-/// Makes a member of a collection, which holds the only lasting reference to it.
+/// Creates a member of a collection, which holds the only permanent reference to it.
 template <class Interface>
 HRESULT CreateMember(REFCLSID aClassId, const GLPtr<IGLCollection>& aMembers,
                      GLPtr<Interface>* aMember) noexcept {

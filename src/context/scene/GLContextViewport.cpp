@@ -10,7 +10,8 @@
 
 namespace {
 
-/// A pixel number from a coordinate, cut toward zero and kept within the numbers that there are; NaN gives 0.
+/// Converts a coordinate to a pixel number: rounds towards zero and clamps to the range of int. Returns 0 for
+/// NaN.
 int ToPixel(double aValue) noexcept {
   using Limits = std::numeric_limits<int>;
   if (!(aValue == aValue)) return 0;

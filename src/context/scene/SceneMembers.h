@@ -1,5 +1,5 @@
-// SceneMembers: the objects that a context is drawn with. Made with the context and released at its end; in
-// between each is safe to use on any thread.
+// SceneMembers: the objects of a context's scene. Created with the context and released at its end. In
+// between, any thread may use each of them.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 #include <gllib/IGLFont.h>
 
 struct SceneMembers {
-  /// Whether there was memory for all of them.
+  /// Returns whether all objects could be created.
   bool IsComplete() const noexcept { return m_pCanvas && m_pFog && m_pViewers && m_pLights && m_pFonts; }
 
   GLPtr<IGLCanvas> m_pCanvas;

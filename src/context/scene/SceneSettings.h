@@ -1,5 +1,5 @@
-// SceneSettings: what a host sets for all viewers of a context. Host threads write, the draw thread reads;
-// each member is atomic, a colour or a size one number at a time.
+// SceneSettings: settings of a context that apply to all viewers. Host threads write, the draw thread reads.
+// Each number is atomic; a colour or a size is not.
 
 #pragma once
 

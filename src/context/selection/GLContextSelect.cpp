@@ -1,5 +1,5 @@
-// GLContext: selection on the host's side. Any thread but the draw thread; the caller waits for the draw
-// thread with nothing held but the right to select.
+// GLContext: selection, on the host's side. Any thread except the draw thread. While the caller waits for the
+// draw thread, it holds only m_SelectLock.
 
 #include <memory>
 #include <mutex>
@@ -9,7 +9,8 @@
 #include "context/control/DrawThreadWait.h"
 #include "platform/Log.h"
 
-// The viewer that a host means, counted: it may be destroyed by another thread at any moment.
+// Returns a counted pointer to a viewer of this context, because another thread may destroy the viewer at any
+// time; null if it is not a viewer of this context.
 GLPtr<IGLViewer> GLContext::FindViewer(IGLViewer* aViewer) noexcept {
   GLPOSITION position{};
   GLPtr<IUnknown> member;
@@ -47,7 +48,7 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
   return result;
 }
 
-// Uses the event of the selection before again, unless a thread that was replaced has not dropped it yet.
+// Reuses the event of the previous selection, unless a replaced draw thread has not dropped it yet.
 HRESULT GLContext::BeginSelection(const PSelectEvent::Request& aRequest) noexcept {
   if (m_pSelectEvent != nullptr && m_pSelectEvent->Begin(aRequest, m_pSelectEvent)) return S_OK;
   try {
@@ -59,7 +60,8 @@ HRESULT GLContext::BeginSelection(const PSelectEvent::Request& aRequest) noexcep
   return S_OK;
 }
 
-// Gives up where nobody can serve the selection: no thread, a parked one, one that has been replaced.
+// Returns E_GL_BADSTATE if no draw thread can run the selection: there is none, it is parked, or it was
+// replaced.
 HRESULT GLContext::WaitForSelection() noexcept {
   const auto thread = DrawThread();
   if (thread == nullptr || m_bTearDown) {
@@ -69,7 +71,8 @@ HRESULT GLContext::WaitForSelection() noexcept {
   thread->PostEvent(m_pSelectEvent.get());
   while (!m_pSelectEvent->Wait() && !thread->IsParkedNow() && !thread->IsStopped()) {
   }
-  // The event leaves the queue before the caller's memory may go; the context's other queued tasks go too.
+  // Removes the event before the caller's memory becomes invalid. Also removes the context's other queued
+  // tasks.
   thread->RemoveEvents(this);
   return m_pSelectEvent->Result();
 }

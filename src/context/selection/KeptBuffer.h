@@ -1,4 +1,4 @@
-// KeptBuffer: memory that is kept from one use to the next. One thread at a time.
+// KeptBuffer: memory that is reused by later calls. One thread at a time.
 
 #pragma once
 
@@ -6,15 +6,15 @@
 #include <memory>
 #include <new>
 
-/// Only grows: its size is that of the largest use. Its contents are not kept when it grows.
+/// Grows to the size of the largest request. Growing discards the contents.
 template <class T>
 class KeptBuffer {
  public:
-  /// @return room for so many elements, not initialised; null without memory
+  /// Returns uninitialised memory for aCount elements; null if memory is insufficient.
   T* Reserve(std::size_t aCount) noexcept {
     if (aCount > m_uCount) {
       m_uCount = 0;
-      m_pElements.reset();  // before the larger one is asked for
+      m_pElements.reset();  // freed before the larger allocation
       m_pElements.reset(new (std::nothrow) T[aCount]);
       if (m_pElements != nullptr) m_uCount = aCount;
     }

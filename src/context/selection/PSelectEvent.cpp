@@ -1,5 +1,5 @@
-// PSelectEvent: the run of one selection and the subtraction of what isn't wholly inside its box.
-// On the draw thread between two frames.
+// PSelectEvent: runs one selection, and removes identifiers that are not entirely inside its box.
+// Draw thread, between two frames.
 
 #include "context/selection/PSelectEvent.h"
 
@@ -13,10 +13,10 @@
 
 namespace {
 
-constexpr double kMargin = 0.01;  // how far a strip reaches beyond the box, in the points' units
+constexpr double kMargin = 0.01;  // width of a strip outside the box, in the units of the points
 constexpr auto kPollStep = std::chrono::milliseconds(10);
 
-/// Takes every identifier out that is among aFound; the last of the list fills its place.
+/// Removes all identifiers that are in aFound. The last element of the list replaces a removed one.
 void RemoveFound(int* aSize, ULONG* aIDArray, ULONG* aFound, int aFoundSize) noexcept {
   std::sort(aFound, aFound + aFoundSize);
   for (int i = 0; i < *aSize;) {
@@ -48,7 +48,7 @@ bool PSelectEvent::Begin(const Request& aRequest, std::shared_ptr<PSelectEvent> 
 void PSelectEvent::Run() {
   const PLock calls(m_Context.ClientCalls());  // a detach on another thread waits for all passes
   GLPass pass(m_Context.Lock(), m_Context.WindowTarget());
-  if (!pass.IsCurrent()) return;  // stays active: the next cycle has a rendering context
+  if (!pass.IsCurrent()) return;  // stays active, so that a later cycle runs it
   m_Context.BuildFonts();
   m_Context.ResetGLClipPlanes();
   pass.Target().m_Lists.Compiled().Check(m_Context.ViewportHeight());
@@ -82,7 +82,8 @@ void PSelectEvent::TakeScene() noexcept {
   }
 }
 
-// Drops what shows up in one of four thin strips just outside the box: it crosses an edge.
+// Removes identifiers that are found in one of four thin strips just outside the box, because they cross an
+// edge.
 void PSelectEvent::KeepEnclosed(int aCapacity, ULONG* aScratch) noexcept {
   GLDATA_POINT &point1 = *m_Request.m_pPoint1, &point2 = *m_Request.m_pPoint2;
   if (point1.x > point2.x) std::swap(point1.x, point2.x);
@@ -114,7 +115,7 @@ void PSelectEvent::End(HRESULT aResult) noexcept {
 
 void PSelectEvent::Drop() noexcept {
   End(E_GL_BADSTATE);
-  std::shared_ptr<PSelectEvent> self;  // this object may end with it
+  std::shared_ptr<PSelectEvent> self;  // releasing it may delete this object
   const std::scoped_lock lock(m_OutcomeLock);
   self.swap(m_pQueued);
 }

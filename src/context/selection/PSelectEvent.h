@@ -1,5 +1,6 @@
-// PSelectEvent: the selections of one context, one after the other, by GL's selection mode.
-// Made, begun and waited for by host threads in Select, run on the draw thread between two frames.
+// PSelectEvent: runs the selections of one context, one at a time, with GL's selection mode.
+// Host threads create it, begin selections and wait for them in Select. The draw thread runs them between two
+// frames.
 
 #pragma once
 
@@ -18,12 +19,12 @@
 
 class GLContext;
 
-/// Used again for the next selection, with its buffers: a selection like an earlier one allocates nothing.
-/// The queue and the context each hold a reference, since either may go first.
+/// The object and its buffers are reused, so that a selection of the same size as an earlier one allocates no
+/// memory. The queue and the context each hold a reference, since either may be released first.
 class PSelectEvent final : public PEvent {
  public:
-  /// What a caller of Select asks for. All pointers are the caller's, who waits; so is the viewer's
-  /// reference.
+  /// Arguments of Select. The waiting caller owns all objects that the pointers refer to, including the
+  /// reference to the viewer.
   struct Request {
     IGLViewer* m_pViewer;
     GLDATA_POINT* m_pPoint1;
@@ -35,30 +36,34 @@ class PSelectEvent final : public PEvent {
 
   explicit PSelectEvent(GLContext& aContext) noexcept;
 
-  // Select, one caller at a time.
-  /// Prepares a selection, to be posted once. @param aSelf keeps this object until Drop
-  /// @return false where a queue still has the object
+  // Called in Select, by one thread at a time.
+
+  /// Prepares a selection. The caller then posts the event once.
+  /// @param aSelf keeps this object alive until Drop
+  /// @return false if a queue still has the object
   bool Begin(const Request& aRequest, std::shared_ptr<PSelectEvent> aSelf) noexcept;
-  /// Waits for the outcome, at most 10 ms. @return whether the selection has ended
+  /// Waits at most 10 ms for the result.
+  /// @return whether the selection has ended
   bool Wait() noexcept;
-  /// E_GL_BADSTATE until the selection has ended, and where it was dropped before it ran.
+  /// Returns the result of the selection; E_GL_BADSTATE before its end, and if it was dropped before it ran.
   HRESULT Result() noexcept;
 
-  /// Outcome: S_OK, or E_OUTOFMEMORY where a pass had no room for its records.
+  /// Runs the selection. Its result is S_OK, or E_OUTOFMEMORY if there was no memory for the records of a
+  /// pass.
   void Run() override;
-  /// Ends the selection, if Run did not.
+  /// Ends the selection with E_GL_BADSTATE, unless Run has ended it.
   void Drop() noexcept override;
 
  private:
   struct ViewRectangle {
     int x, y, width, height;
   };
-  /// The viewer as it is when the selection begins: a painter that changes it during one pass must not change
-  /// what the next pass of the same selection sees.
+  /// Copy of the viewer's state at the start of the selection. All passes use it, also if the painter changes
+  /// the viewer meanwhile.
   struct View {
-    ViewRectangle m_Clip{};  ///< of a clipped viewer
+    ViewRectangle m_Clip{};  ///< valid for a clipped viewer
     bool m_bClipped = false, m_bScaled = false, m_bOrtho = false;
-    GLDATA_POINT m_sLow{}, m_sHigh{};  ///< parallel extents
+    GLDATA_POINT m_sLow{}, m_sHigh{};  ///< extents of the parallel projection
     double m_dFovy = 0, m_dAspect = 0, m_dNear = 0, m_dFar = 0;
     GLDATA_MATRIX6D m_sEye{};
   };
@@ -85,18 +90,18 @@ class PSelectEvent final : public PEvent {
   Request m_Request{};
   HRESULT m_hResult = S_OK;
 
-  KeptBuffer<unsigned> m_Records;  // of GL's selection mode
+  KeptBuffer<unsigned> m_Records;  // for GL's selection mode
   KeptBuffer<ULONG> m_Crossing;    // identifiers that cross an edge of the box
 
-  // The scene of this run, taken under a brief m_Lock.
+  // The scene of this selection, copied under m_Lock.
   GLPtr<IGLPainter> m_pPainter;
   std::vector<GLClipPlane> m_aClipPlanes;
   View m_View;
-  int m_iWidth = 1, m_iHeight = 1;  // of the window
+  int m_iWidth = 1, m_iHeight = 1;  // size of the window, in pixels
 
-  std::mutex m_OutcomeLock;  // for the members below
+  std::mutex m_OutcomeLock;  // guards the members below
   std::condition_variable m_Ended;
   bool m_bEnded = false;
   HRESULT m_hOutcome = E_GL_BADSTATE;
-  std::shared_ptr<PSelectEvent> m_pQueued;  // this object, while a queue has it
+  std::shared_ptr<PSelectEvent> m_pQueued;  // this object while a queue has it
 };

@@ -1,6 +1,7 @@
-// PSelectEvent: one pass of the painter in GL's selection mode. On the draw thread, with GL current.
-// Pick matrix, projection and eye all go into the modelview matrix; the projection matrix stays the identity,
-// so that to a painter PushModelviewMatrix(1) drops all three and PushProjectionMatrix leaves them alone.
+// PSelectEvent: one pass of the painter in GL's selection mode. Draw thread, with GL current.
+// Pick matrix, projection and eye are all in the model-view matrix, and the projection matrix is the
+// identity. So PushModelviewMatrix(1) of a painter removes all three, and PushProjectionMatrix has no effect
+// on them.
 
 #include <gllib/IGLCoord.h>
 
@@ -16,7 +17,7 @@
 
 namespace {
 
-constexpr int kRecordWords = 4;  // the name stack is one deep: count, least depth, greatest depth, name
+constexpr int kRecordWords = 4;  // the name stack has one element: count, least depth, greatest depth, name
 
 }  // namespace
 
@@ -86,7 +87,7 @@ void PSelectEvent::ReadView() noexcept {
   if (eye) eye->GetMatrix6d(&m_View.m_sEye);
 }
 
-// Scissor and viewport as the viewer's frames have them.
+// Sets scissor and viewport as for the viewer's frames. Returns the visible rectangle.
 PSelectEvent::ViewRectangle PSelectEvent::SetupView() const noexcept {
   const ViewRectangle& clip = m_View.m_Clip;
   if (!m_View.m_bClipped) {
@@ -104,8 +105,7 @@ PSelectEvent::ViewRectangle PSelectEvent::SetupView() const noexcept {
   return clip;
 }
 
-// The points run from -1 to 1 over the visible rectangle wherever it lies; the matrix goes by the viewport in
-// force.
+// The points range from -1 to 1 over the visible rectangle; the pick matrix refers to the current viewport.
 void PSelectEvent::SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
                                    const GLDATA_POINT& aPoint2) noexcept {
   const double x1 = aView.x + (aPoint1.x + 1.0) * (aView.width * 0.5);
@@ -119,7 +119,7 @@ void PSelectEvent::SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POIN
                 viewport);
 }
 
-// The arithmetic of the viewer's own projection.
+// Multiplies by the same projection as the viewer's frames.
 void PSelectEvent::SetupProjection(double aAspect) const noexcept {
   if (!m_View.m_bOrtho) {
     gluPerspective(m_View.m_dFovy, m_View.m_dAspect * aAspect, m_View.m_dNear, m_View.m_dFar);
@@ -137,7 +137,8 @@ void PSelectEvent::SetupClipPlanes() const noexcept {
   for (const GLClipPlane& plane : m_aClipPlanes) SendClipPlane(plane);
 }
 
-// Records with the name 0 can't be selected. A negative number of hits is GL's word for an overflow.
+// Records with the name 0 are not selectable. GL reports an overflow of the buffer by a negative number of
+// hits.
 int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
                            ULONG* aIDArray) const noexcept {
   if (aHits < 0)

@@ -1,5 +1,6 @@
-// The list of live contexts and the process's one message hook.
-// Its lock is held through a whole walk, so that no context goes away during it; posting doesn't wait.
+// ContextList: the list of live contexts and the message hook of the process.
+// Any thread. The lock is held during a whole walk, so that no context is destroyed meanwhile. Posting a
+// message does not wait.
 
 #include "context/window/ContextList.h"
 
@@ -35,8 +36,8 @@ HWND TopLevelOf(HWND aWindow) noexcept {
   return aWindow;
 }
 
-// Only the first context's top-level window counts; on a match every context is served. One without a parent
-// is its own top-level window and has had the message.
+// Compares only the top-level window of the first context. If it matches, posts to the windows of all
+// contexts. A window without a parent is the top-level window itself and has already received the message.
 void PassDown(const CWPRETSTRUCT& aMessage) noexcept {
   List& list = g_List.Get();
   const PLock lock(list.m_Lock);
@@ -69,7 +70,7 @@ void RemoveFromContextList(GLContext& aContext) noexcept {
   {
     const PLock lock(list.m_Lock);
     list.m_Contexts.Remove(&aContext);
-    list.m_Contexts.Pack();  // the list outlives the module, its slots must not
+    list.m_Contexts.Pack();  // the list outlives the module, so its slots are freed here
     if (list.m_Contexts.GetCount() == 0) hook = std::exchange(list.m_hHook, nullptr);
   }
   if (hook != nullptr) UnhookWindowsHookEx(hook);
@@ -77,14 +78,14 @@ void RemoveFromContextList(GLContext& aContext) noexcept {
 
 void InstallMessageHook() noexcept {
   if (CurrentHook() != nullptr) return;
-  // Installed with no lock held, since a hook that runs at the time wants it.
+  // Called without the lock, because a hook that runs now takes it.
   HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROCRET, MessageHookProc, nullptr, GetCurrentThreadId());
   List& list = g_List.Get();
   {
     const PLock lock(list.m_Lock);
     if (list.m_hHook == nullptr) std::swap(list.m_hHook, hook);
   }
-  if (hook != nullptr) UnhookWindowsHookEx(hook);  // another thread was first
+  if (hook != nullptr) UnhookWindowsHookEx(hook);  // another thread has installed a hook
 }
 
 int CountContexts() noexcept { return g_List.Get().m_Contexts.GetCount(); }

@@ -1,15 +1,16 @@
-// The list of live contexts and the process's one message hook, which passes palette and colour messages from
-// the top-level window down to the GL windows. Any thread; the hook runs on the thread of the messages.
+// ContextList: the list of live contexts and the message hook of the process. The hook passes palette and
+// colour messages from the top-level window to the GL windows.
+// Any thread. The hook runs on the thread that receives the messages.
 
 #pragma once
 
 class GLContext;
 
-/// Enters a context, from its constructor, and keeps the module loaded for it.
+/// Adds a context, in its constructor, and keeps the module loaded.
 void AddToContextList(GLContext& aContext) noexcept;
-/// Takes a context out, and the hook with the last one. Waits for a walk over the list.
+/// Removes a context, and the hook with the last context. Waits for a walk over the list.
 void RemoveFromContextList(GLContext& aContext) noexcept;
-/// Installs the hook on the calling thread's messages, unless there is one.
+/// Installs the hook for messages of the calling thread, unless there is a hook.
 void InstallMessageHook() noexcept;
-/// Number of context objects in the process, initialised or not.
+/// Returns the number of context objects in the process, initialised or not.
 int CountContexts() noexcept;

@@ -1,4 +1,4 @@
-// GLContext: pixel format and palette of the window. Under m_Lock, on the thread that initialises.
+// GLContext: pixel format and palette of the window. Runs under m_Lock on the thread that calls Initialize.
 
 #include <cstddef>
 #include <cstring>
@@ -18,8 +18,8 @@ constexpr WORD kPaletteVersion = 0x300;
 
 }  // namespace
 
-// Gives m_Window.m_Target.m_hDC its format. aFormatSet tells whether it has one, even where a later step
-// fails.
+// Sets the pixel format of m_Window.m_Target.m_hDC. aFormatSet receives whether it was set, also if a later
+// step fails.
 bool GLContext::SetupPixelFormat(bool* aFormatSet) noexcept {
   const PLock lock(m_Lock);
   *aFormatSet = false;
@@ -53,7 +53,7 @@ void GLContext::ReadUserSwitches() noexcept {
   RegCloseKey(key);
 }
 
-// The number of contexts decides, not that of monitors.
+// Depends on the number of contexts, not on the number of monitors.
 int GLContext::ChooseFormat() noexcept {
   if (!g_bAccel || (!g_bMultiAccel && CountContexts() > 1)) {
     LogInfo("the registry switches acceleration off (AccelOff, MultiAccelOff)");

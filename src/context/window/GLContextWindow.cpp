@@ -1,6 +1,6 @@
-// GLContext: the GL window, its procedure, the rendering context, and the replacement of all of them.
-// CreateGLWindow runs on the thread that initialises, the procedure on the thread of the window's messages,
-// the rendering context is made and destroyed on the draw thread.
+// GLContext: the GL window, its window procedure, the rendering context, and their replacement.
+// CreateGLWindow runs on the thread that calls Initialize. The window procedure runs on the thread that
+// receives the window's messages. The draw thread creates and destroys the rendering context.
 
 #include <chrono>
 #include <thread>
@@ -39,8 +39,8 @@ LRESULT GLWindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam) noexcep
 
 void UnregisterWindowClass() noexcept;
 
-/// The window class: registered at the first use, and taken out at the module's end, since its name would
-/// else be taken, and lead to nowhere, when the module is loaded again.
+/// The window class. Registered at the first use and unregistered at the module's end. Otherwise the class
+/// would keep a pointer to unloaded code, and a module that is loaded again could not register the name.
 class GLWindowClass {
  public:
   void Unregister() noexcept {
@@ -49,7 +49,7 @@ class GLWindowClass {
     m_Atom = 0;
   }
 
-  /// @return false when the system refuses
+  /// Returns false if the system rejects the class.
   bool Register() noexcept {
     const std::scoped_lock hold(m_Lock);
     if (m_Atom != 0) return true;
@@ -91,7 +91,7 @@ HRESULT GLContext::Initialize(ULONG_PTR aParentWnd) noexcept {
   ChooseDisplay();
   m_Window.m_hParentWnd = reinterpret_cast<HWND>(aParentWnd);
   if (m_Window.m_Target.m_hRC != nullptr)
-    RaiseListGeneration("another Initialize");  // no key may name a list of the new rendering context
+    RaiseListGeneration("another Initialize");  // old keys must not name lists of the new rendering context
   if (!CreateGLWindow()) return E_FAIL;
   InstallMessageHook();
   return S_OK;
@@ -119,7 +119,7 @@ bool GLContext::CreateGLWindow() noexcept {
   return false;
 }
 
-// Gives the window its format and starts the draw thread on it. False when there is no format or no thread.
+// Sets the window's pixel format and starts the draw thread. Returns false if either fails.
 bool GLContext::StartDrawing(HWND aWindow) noexcept {
   const PLock lock(m_Lock);
   m_Window.m_hWnd = aWindow;
@@ -136,7 +136,7 @@ bool GLContext::StartDrawing(HWND aWindow) noexcept {
     m_pDrawThread = thread;
     if (thread->Start(kPreferredCycle, kMustSleepCycle, kHighestPriority, false)) return true;
   } catch (...) {
-    // as one that does not start
+    // same as a thread that does not start
   }
   return InitializeFails("no draw thread could be started");
 }
@@ -152,12 +152,12 @@ bool GLContext::WaitForRenderingContext() noexcept {
   return true;
 }
 
-// Ends rendering context and window, after the draw thread's end. Gives the window's place in its present
-// parent.
+// Destroys rendering context and window, after the draw thread's end. Returns the window's rectangle relative
+// to its current parent.
 RECT GLContext::DestroyGLWindow() noexcept {
   RECT place{};
-  // A window that outlives this must not find the context. A procedure that runs is waited for, with no lock:
-  // it may want one.
+  // A window that outlives this object must not refer to it. This call waits for a running window procedure,
+  // so it is made without locks.
   if (m_Window.m_hWnd != nullptr) SetWindowLongPtrA(m_Window.m_hWnd, GWLP_USERDATA, 0);
   const RenderingTurn turn;
   const PLock lock(m_Lock);
@@ -178,7 +178,7 @@ RECT GLContext::DestroyGLWindow() noexcept {
   return place;
 }
 
-// The first pass of the draw thread, and each further one for as long as it fails.
+// Runs in the first cycle of the draw thread, and in later cycles until it succeeds.
 bool GLContext::CreateRenderingContext() noexcept {
   if (m_Window.m_Target.m_hDC == nullptr) return false;
   const RenderingTurn turn;
@@ -200,7 +200,7 @@ bool GLContext::CreateRenderingContext() noexcept {
   ReadLimits();
   glEnable(GL_NORMALIZE);
   m_Window.m_Target.Restart();
-  m_ClipPlanes.TakeReset();  // nothing is enabled in a new one
+  m_ClipPlanes.TakeReset();  // no plane is enabled in a new rendering context
   m_Window.m_Target.m_hRC = context;
   return true;
 }
@@ -264,14 +264,14 @@ LRESULT GLContext::WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam
   }
 }
 
-// Where a replacement is in progress there is nothing left to do, and it waits for this procedure.
+// If a replacement is in progress, it waits for this procedure and does the same work, so this returns.
 void GLContext::OnSysColorChange() noexcept {
   const std::unique_lock replace(m_ReplaceLock, std::try_to_lock);
   if (!replace) return;
   if (m_Window.m_Target.m_hRC == nullptr || m_bReleased.test()) return;
   {
     const PLock lock(m_Lock);
-    RaiseListGeneration("a change of the system's colours");  // the lists go with their rendering context
+    RaiseListGeneration("a change of the system's colours");  // the rendering context's lists are destroyed
   }
   CreateGLWindow();
 }

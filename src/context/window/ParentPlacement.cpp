@@ -1,11 +1,11 @@
-// ParentPlacement: a parent that lies off the work area stands at the screen's origin while a window is made
-// in it.
+// ParentPlacement: decides whether the parent lies off the work area, and moves its top-level window. Runs on
+// the thread that calls Initialize.
 
 #include "context/window/ParentPlacement.h"
 
 namespace {
 
-/// The work area of the monitor that shows a window, or of the one screen.
+/// Returns the work area of the monitor that shows a window, or of the only screen.
 RECT WorkAreaAround(HWND aWindow) noexcept {
   MONITORINFO info{};
   info.cbSize = sizeof(info);
@@ -17,7 +17,8 @@ RECT WorkAreaAround(HWND aWindow) noexcept {
   return area;
 }
 
-/// Neither the right edge alone counts nor the top edge alone.
+/// Returns whether the parent extends beyond the left or the bottom edge, or beyond both the right and the
+/// top edge.
 bool LiesOff(const RECT& aParent, const RECT& aArea) noexcept {
   return aParent.left < aArea.left || (aParent.right > aArea.right && aParent.top < aArea.top) ||
          aParent.bottom > aArea.bottom;

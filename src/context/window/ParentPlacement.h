@@ -1,5 +1,5 @@
-// ParentPlacement: brings a parent that lies off the work area to the screen's origin while a window is made
-// in it, and puts it back. Runs on the thread that initialises.
+// ParentPlacement: moves a parent that lies off the work area to the screen's origin, and moves it back after
+// a window was created in it. Runs on the thread that calls Initialize.
 
 #pragma once
 
@@ -7,13 +7,13 @@
 
 class ParentPlacement {
  public:
-  /// Moves the parent's top-level window where the parent lies off the work area; null moves nothing.
+  /// Moves the parent's top-level window if the parent lies off the work area. Does nothing for null.
   explicit ParentPlacement(HWND aParent) noexcept;
   ~ParentPlacement();
   ParentPlacement(const ParentPlacement&) = delete;
   ParentPlacement& operator=(const ParentPlacement&) = delete;
 
  private:
-  HWND m_hTopLevel = nullptr;  // set while it is moved
-  RECT m_sPlace{};             // where it stood
+  HWND m_hTopLevel = nullptr;  // null unless the window was moved
+  RECT m_sPlace{};             // original rectangle
 };

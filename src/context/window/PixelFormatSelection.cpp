@@ -1,4 +1,4 @@
-// The choice of a pixel format apart from any context. Runs on the thread that initialises.
+// PixelFormatSelection: switches, scores and palette entries. Runs on the thread that calls Initialize.
 
 #include "context/window/PixelFormatSelection.h"
 
@@ -74,7 +74,7 @@ int FindPixelFormat(HDC hDC, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
     if (DescribePixelFormat(hDC, i, sizeof(candidate), &candidate) == 0) continue;
     if (!Passes(candidate, aRequest)) continue;
     const int score = PixelFormatScore(candidate, aRequest);
-    if (score <= bestScore) continue;  // of equal ones the highest index stays
+    if (score <= bestScore) continue;  // the highest index wins among equal scores
     best = i;
     bestScore = score;
   }
@@ -83,7 +83,7 @@ int FindPixelFormat(HDC hDC, const PIXELFORMATDESCRIPTOR& aRequest) noexcept {
 
 std::vector<PALETTEENTRY> PaletteEntries(const PIXELFORMATDESCRIPTOR& aFormat) noexcept {
   std::vector<PALETTEENTRY> entries;
-  if (aFormat.cColorBits > 15) return entries;  // a palette counts its entries in 16 bits
+  if (aFormat.cColorBits > 15) return entries;  // the number of entries of a palette has 16 bits
   try {
     entries.resize(std::size_t{1} << aFormat.cColorBits);
   } catch (...) {

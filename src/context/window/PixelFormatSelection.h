@@ -1,5 +1,5 @@
-// The choice of a pixel format apart from any context: the machine's switches, the scan with its scores, the
-// entries of a palette. Runs on the thread that initialises.
+// PixelFormatSelection: selects a pixel format without a context: switches of the machine, search by scores,
+// palette entries. Runs on the thread that calls Initialize.
 
 #pragma once
 
@@ -9,30 +9,31 @@
 #include "platform/PixelFormat.h"
 #include "platform/Registry.h"
 
-/// 0 after the machine-wide switch AccelOff was found non-zero.
+/// False if the machine-wide switch AccelOff is not 0.
 extern bool g_bAccel;
-/// 0 after the machine-wide switch MultiAccelOff was found non-zero.
+/// False if the machine-wide switch MultiAccelOff is not 0.
 extern bool g_bMultiAccel;
-/// Set once the machine-wide switches have been looked at, which happens once a process.
+/// Whether the machine-wide switches have been read, which happens once per process.
 extern bool g_bAccelSwitchesRead;
 
-/// Reads the machine-wide switches, at the first call alone.
+/// Reads the machine-wide switches at the first call. Later calls do nothing.
 void ReadMachineSwitches() noexcept;
 
-/// Reads a 4-byte number. @return false, aValue untouched, for a value that is missing or of another type
+/// Reads a REG_DWORD value.
+/// @return false if the value is missing or has another type; aValue is then unchanged
 bool ReadSwitch(HKEY aKey, const char* aName, DWORD* aValue) noexcept;
 
-/// What every context asks for.
+/// Returns the pixel format that every context requests.
 PIXELFORMATDESCRIPTOR PixelFormatRequest() noexcept;
 
-/// 8 for the pixel type of the request, 4 for its colour depth, 2 for its depth; 0 without a depth buffer
-/// that it asks for.
+/// Returns the sum of 8 for an equal pixel type, 4 for equal colour bits and 2 for equal depth bits. Returns
+/// 0 if the request has depth bits and the format has none.
 int PixelFormatScore(const PIXELFORMATDESCRIPTOR& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) noexcept;
 
-/// Scans the formats of a device context from the highest index down and gives the one with the best score.
-/// @return 1 when none passes
+/// Returns the format of a device context with the best score; the highest index among equal scores; 1 if no
+/// format is suitable.
 int FindPixelFormat(HDC hDC, const PIXELFORMATDESCRIPTOR& aRequest) noexcept;
 
-/// The colours of a format's indices, after its own shifts and widths; cut, not rounded, to 8 bits.
-/// @return empty when there is no memory, or the format has no palette's worth of colours
+/// Returns the colours of all indices of a format, from its shifts and bit counts, truncated to 8 bits.
+/// Returns an empty vector if memory is insufficient or the format has more than 15 colour bits.
 std::vector<PALETTEENTRY> PaletteEntries(const PIXELFORMATDESCRIPTOR& aFormat) noexcept;

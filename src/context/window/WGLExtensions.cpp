@@ -1,5 +1,6 @@
 // WGLExtensions: the probe for multisample formats. Constants and meanings: WGL_ARB_pixel_format,
-// WGL_ARB_multisample, WGL_ARB_extensions_string. The probe's window procedure runs while the window is made.
+// WGL_ARB_multisample, WGL_ARB_extensions_string. Any thread; the probe's window procedure runs while its
+// window is created.
 
 #include "context/window/WGLExtensions.h"
 
@@ -26,7 +27,7 @@ constexpr int WGL_DRAW_TO_WINDOW_ARB = 0x2001, WGL_DRAW_TO_BITMAP_ARB = 0x2002, 
               WGL_SWAP_EXCHANGE_ARB = 0x2028, WGL_SWAP_COPY_ARB = 0x2029, WGL_TYPE_RGBA_ARB = 0x202B,
               WGL_TYPE_COLORINDEX_ARB = 0x202C, WGL_SAMPLE_BUFFERS_ARB = 0x2041, WGL_SAMPLES_ARB = 0x2042;
 constexpr int kSampleCounts[] = {32, 16, 8, 6, 4, 2};
-constexpr BYTE kMostBits = 16;  // colour and depth bits are lower limits in this search
+constexpr BYTE kMostBits = 16;  // colour and depth bits are minimum values in this search
 
 struct Instance {
   std::mutex m_Lock;
@@ -59,8 +60,8 @@ WGLExtensions* WGLExtensions::GetInstance(HINSTANCE hInstance) noexcept {
 void WGLExtensions::DeleteInstance() noexcept {
   Instance& instance = g_Instance.Get();
   const std::scoped_lock lock(instance.m_Lock);
-  // A thread that cannot destroy the window leaves it to a later end, when the module is asked again or
-  // detached.
+  // If the calling thread cannot destroy the window, a later call does it: at the next end or detach of the
+  // module.
   if (instance.m_pProbe != nullptr && instance.m_pProbe->CanEndHere()) instance.m_pProbe.reset();
 }
 
@@ -92,7 +93,7 @@ bool WGLExtensions::CanEndHere() const noexcept { return m_hProbe == nullptr || 
 WGLExtensions::~WGLExtensions() {
   if (m_hProbe != nullptr) {
     SetWindowLongPtrA(m_hProbe, GWLP_USERDATA,
-                      0);  // waits for a procedure that runs: the server may go right now
+                      0);  // waits for a running procedure, which the loss of the server may have started
     OnDestroy();
     DestroyWindow(m_hProbe);
   }
@@ -133,7 +134,7 @@ void WGLExtensions::OnDestroy() noexcept {
   m_hWnd = nullptr;
 }
 
-// Any failure ends it silently: the set stays without the extension.
+// A failure is not reported: the set then lacks the extension.
 void WGLExtensions::ReadExtensions() {
   if (!MakeDummyContext()) return;
   auto getString = EntryPoint<GetExtensionsString>("wglGetExtensionsStringARB");
@@ -162,7 +163,7 @@ bool WGLExtensions::MakeDummyContext() {
   return m_hRC != nullptr && wglMakeCurrent(m_hDC, m_hRC) != FALSE;
 }
 
-// Only a name with a blank behind it counts.
+// Accepts only names that are followed by a blank.
 void WGLExtensions::SplitExtensions() {
   std::size_t start = 0;
   for (std::size_t blank = 0; (blank = m_strExtensions.find(' ', start)) != std::string::npos;
@@ -199,8 +200,7 @@ int WGLExtensions::ChooseMultisampleFormat(HDC aDC, const PIXELFORMATDESCRIPTOR&
   } catch (...) {
     return 0;
   }
-  // The window's own device context, where there is one: the probe's display may have gone, or be another
-  // one.
+  // Prefers the window's device context: the display of the probe may be closed, or be another display.
   const HDC dc = aDC != nullptr ? aDC : m_hDC;
   int& samples = *(attributes.end() - 3);
   const FLOAT noFloats[2] = {0.0f, 0.0f};

@@ -1,6 +1,6 @@
-// WGLExtensions: the probe for multisample formats, with a hidden window and a dummy rendering context of its
-// own. One a process, made at the first accelerated selection; GetInstance and ChooseMultisampleFormat may be
-// called from any thread.
+// WGLExtensions: the probe for multisample formats, with a hidden window and a dummy rendering context. One
+// per process, created at the first accelerated selection of a format. Any thread may call GetInstance and
+// ChooseMultisampleFormat.
 
 #pragma once
 
@@ -19,22 +19,25 @@ namespace Zentig {
 
 class WGLExtensions {
  public:
-  /// The one instance; the first call makes it. @return null when there is no memory
+  /// Returns the only instance. The first call creates it.
+  /// @return null if memory is insufficient
   static WGLExtensions* GetInstance(HINSTANCE hInstance) noexcept;
-  /// Ends the instance, as the module's end does.
+  /// Destroys the instance. Called at the module's end.
   static void DeleteInstance() noexcept;
 
   explicit WGLExtensions(HINSTANCE hInstance);
   ~WGLExtensions();
-  /// Whether the calling thread can end the probe: on Windows only the thread that made it.
+  /// Returns whether the calling thread can destroy the probe. On Windows only the thread that created it
+  /// can.
   bool CanEndHere() const noexcept;
   WGLExtensions(const WGLExtensions&) = delete;
   WGLExtensions& operator=(const WGLExtensions&) = delete;
 
-  /// A format with a multisample buffer for the request, by the counts 32, 16, 8, 6, 4, 2 in this order.
-  /// @param hDC         the window's; null asks by the probe's own
-  /// @param iMaxSamples counts above it are left out; 0 for no limit
-  /// @return the format's number; 0 for none
+  /// Returns a format with a multisample buffer for the request. Tries 32, 16, 8, 6, 4 and 2 samples, in this
+  /// order.
+  /// @param hDC         device context of the window; null uses the probe's
+  /// @param iMaxSamples largest number of samples; 0 for no limit
+  /// @return the index of the format; 0 for none
   int ChooseMultisampleFormat(HDC hDC, const PIXELFORMATDESCRIPTOR& aRequest, LONG iMaxSamples) noexcept;
 
  private:
@@ -52,8 +55,8 @@ class WGLExtensions {
   void FetchEntryPoints();
 
   HINSTANCE m_hInstance;
-  HWND m_hWnd = nullptr;    // from WM_CREATE to WM_DESTROY
-  HWND m_hProbe = nullptr;  // the same, for the destructor
+  HWND m_hWnd = nullptr;    // valid from WM_CREATE to WM_DESTROY
+  HWND m_hProbe = nullptr;  // same window, for the destructor
   HDC m_hDC = nullptr;
   HGLRC m_hRC = nullptr;
   std::string m_strExtensions;
@@ -62,7 +65,7 @@ class WGLExtensions {
   GetPixelFormatAttribiv m_pfnGetPixelFormatAttribiv = nullptr;
   GetPixelFormatAttribfv m_pfnGetPixelFormatAttribfv = nullptr;
   ChooseFormat m_pfnChoosePixelFormat = nullptr;
-  std::mutex m_Lock;  // one question at a time
+  std::mutex m_Lock;  // serialises ChooseMultisampleFormat
 };
 
 }  // namespace Zentig

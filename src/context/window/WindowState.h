@@ -1,5 +1,5 @@
-// WindowState: the GL window of a context, its pixel format, and what the next one is asked for.
-// Written on the thread that initialises, under the context's lock.
+// WindowState: the GL window of a context, its pixel format, and the settings for the next window.
+// Written under the context's lock on the thread that calls Initialize.
 
 #pragma once
 
@@ -13,8 +13,8 @@ struct WindowState {
   HWND m_hParentWnd = nullptr;
   HGDIOBJ m_hPalette = nullptr;
   PIXELFORMATDESCRIPTOR m_PixelFormat{};
-  Relaxed<LONG> m_bFSAA = 0;  ///< multisampling, as the host asked for it
+  Relaxed<LONG> m_bFSAA = 0;  ///< multisampling, as requested by the host
   Relaxed<LONG> m_lFSAAMaxSamples = 4;
-  Relaxed<const char*> m_szObstacle = "";  ///< to the first rendering context
-  GLRenderTarget m_Target;                 ///< the draw thread's while there is one
+  Relaxed<const char*> m_szObstacle = "";  ///< reason why there is no rendering context yet
+  GLRenderTarget m_Target;                 ///< owned by the draw thread while there is one
 };

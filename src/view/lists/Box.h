@@ -1,11 +1,11 @@
-// Box: an axis-aligned box around vertices, in the coordinates in which they are sent to GL.
+// Box: an axis-aligned box around vertices, in the coordinates that are sent to GL. A plain value.
 
 #pragma once
 
 #include <array>
 #include <limits>
 
-/// Empty at first. A vertex that is not finite makes it unbounded.
+/// Initially empty. The recorder replaces the box of a run with a vertex that is not finite by Everything().
 struct Box {
   static constexpr float kInfinity = std::numeric_limits<float>::infinity();
 

@@ -1,4 +1,4 @@
-// BoxTree: median splits along the longest side of the centres' bounds.
+// BoxTree: split at the median along the longest side of the bounds of the box centres. Any thread.
 
 #include "view/lists/BoxTree.h"
 
@@ -14,7 +14,7 @@ namespace {
 constexpr std::uint32_t kBoxesPerNode = 4;
 constexpr std::size_t kDeepest = 64;  // median splits halve 2^32 boxes at most 32 times
 
-// Twice the centre; 0 for a box with none, so that all boxes can be ordered.
+// Returns twice the centre; 0 for a box without a centre, so that all boxes can be sorted.
 float Centre(const Box& aBox, std::size_t aAxis) noexcept {
   const float sum = aBox.m_afLow[aAxis] + aBox.m_afHigh[aAxis];
   return std::isfinite(sum) ? sum : 0.0f;
@@ -23,7 +23,8 @@ float Centre(const Box& aBox, std::size_t aAxis) noexcept {
 }  // namespace
 
 std::size_t BoxTree::MostNodes(std::size_t aBoxes) noexcept {
-  // Halving a range of more than kBoxesPerNode boxes leaves at least (kBoxesPerNode + 1) / 2 on each side.
+  // Halving a range of more than kBoxesPerNode boxes leaves at least (kBoxesPerNode + 1) / 2 boxes on each
+  // side.
   return 2 * (aBoxes / ((kBoxesPerNode + 1) / 2) + 1);
 }
 

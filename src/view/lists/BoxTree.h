@@ -1,4 +1,4 @@
-// BoxTree: a binary tree of boxes that finds those which a pick volume may touch. Any thread.
+// BoxTree: a binary tree of boxes that finds the boxes that a pick volume may touch. Any thread.
 
 #pragma once
 
@@ -11,7 +11,8 @@ class PickVolume;
 
 class BoxTree {
  public:
-  /// Builds the tree over boxes that the caller keeps. Throws std::bad_alloc.
+  /// Builds the tree from the boxes of aItems. The indices that Find returns refer to aItems. Throws
+  /// std::bad_alloc.
   template <class Items>
   explicit BoxTree(const Items& aItems) {
     m_aNodes.reserve(MostNodes(aItems.size()));
@@ -22,8 +23,8 @@ class BoxTree {
     Build(boxes);
   }
 
-  /// Appends the index of each box that the volume may touch, in no order, and of some of their neighbours.
-  /// Does not allocate where aFound has room for all boxes.
+  /// Appends the index of each box that the volume may touch, and of some neighbouring boxes. The order is
+  /// undefined. Does not allocate if aFound has capacity for all boxes.
   void Find(const PickVolume& aVolume, std::vector<std::uint32_t>& aFound) const;
 
   std::size_t Bytes() const noexcept {
@@ -31,11 +32,11 @@ class BoxTree {
   }
 
  private:
-  /// A node with boxes of its own has a count; another has its first child behind it.
+  /// A leaf has boxes. The first child of an inner node follows it in m_aNodes.
   struct Node {
     Box m_Box;
-    std::uint32_t m_uIndex;  ///< of its first box in m_aOrder, or of its second child
-    std::uint32_t m_uCount;  ///< of boxes; 0 for a node with children
+    std::uint32_t m_uIndex;  ///< first box in m_aOrder, or second child
+    std::uint32_t m_uCount;  ///< number of boxes; 0 for an inner node
   };
 
   static std::size_t MostNodes(std::size_t aBoxes) noexcept;

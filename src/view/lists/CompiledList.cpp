@@ -1,4 +1,4 @@
-// CompiledList: drawing for a selection, and the check of the bounds.
+// CompiledList: drawing for a selection, and the check of the bounds. Draw thread, with GL current.
 
 #include "view/lists/CompiledList.h"
 
@@ -33,8 +33,8 @@ void CompiledList::DrawPicked(Caller& aCaller, std::vector<std::uint32_t>& aFoun
     DrawSegment(aFound, next, first, segment);
     first = segment.m_uEnd;
     if (segment.m_uCalled == 0) continue;
-    aCaller.Call(segment.m_uCalled);  // appends to aFound, and cuts it again
-    // The nested list may have left other matrices.
+    aCaller.Call(segment.m_uCalled);  // appends to aFound and restores its size
+    // The nested list may have changed the matrices.
     if (const PickVolume after; !(after == volume)) {
       volume = after;
       aFound.resize(begin);
@@ -44,7 +44,8 @@ void CompiledList::DrawPicked(Caller& aCaller, std::vector<std::uint32_t>& aFoun
   aFound.resize(begin);
 }
 
-// Appends the runs that the volume may touch, in their order. Does not allocate where there is room for all.
+// Appends the runs that the volume may touch, in drawing order. Does not allocate if the capacity suffices
+// for all.
 void CompiledList::Find(const PickVolume& aVolume, std::vector<std::uint32_t>& aFound,
                         std::size_t aBegin) const {
   m_Tree->Find(aVolume, aFound);
@@ -57,11 +58,11 @@ void CompiledList::Find(const PickVolume& aVolume, std::vector<std::uint32_t>& a
 
 void CompiledList::DrawSegment(const std::vector<std::uint32_t>& aFound, std::size_t aNext,
                                std::uint32_t aFirst, const ListSegment& aSegment) const noexcept {
-  std::uint32_t run = aFirst;  // the one after the last that was drawn
+  std::uint32_t run = aFirst;  // index after the last run that was drawn
   std::uint32_t names = aFirst < m_aRuns.size() ? m_aRuns[aFirst].m_uNames : aSegment.m_After.m_uNames;
   const auto catchUp = [&](const ListRun& aState, bool aSkipped) {
     if (aSkipped) aState.m_State.Apply();
-    // GL makes a record of earlier hits whenever the name is set, also to the same value.
+    // GL writes a record of earlier hits at each call of glLoadName, also with an unchanged name.
     if (names != aState.m_uNames) glLoadName(aState.m_uName);
   };
   for (; aNext < aFound.size() && aFound[aNext] < aSegment.m_uEnd; ++aNext) {
@@ -74,7 +75,7 @@ void CompiledList::DrawSegment(const std::vector<std::uint32_t>& aFound, std::si
   if (run != aSegment.m_uEnd) catchUp(aSegment.m_After, true);
 }
 
-// Names and state after a run: those before the next one of its segment.
+// Returns names and state after a run, which are those before the next run of its segment.
 const ListRun& CompiledList::After(std::uint32_t aRun) const noexcept {
   const auto segment = std::find_if(m_aSegments.begin(), m_aSegments.end(),
                                     [aRun](const ListSegment& s) { return aRun < s.m_uEnd; });
@@ -110,7 +111,7 @@ void CompiledList::DropBounds() noexcept {
   m_aSegments = {};
 }
 
-// Without memory for a tree, or for too little use, the list is drawn whole.
+// The list is drawn whole if the tree cannot be allocated or would save too little.
 void CompiledList::BuildTree() noexcept {
   try {
     if (m_uVertices >= kFewestVertices) {

@@ -1,4 +1,4 @@
-// CompiledLists: which list is drawn how.
+// CompiledLists: selects how each list is drawn. Draw thread, with GL current.
 
 #include "view/lists/CompiledLists.h"
 
@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int kDeepest = 64;                         // nested calls that every GL executes
-constexpr std::uint64_t kVerticesChecked = 2000000;  // per selection, for short lists
+constexpr int kDeepest = 64;                         // nesting depth that every GL supports
+constexpr std::uint64_t kVerticesChecked = 2000000;  // minimum per selection
 
 bool SelectsHere() noexcept {
   GLint mode = GL_RENDER, open = 0;
@@ -22,7 +22,7 @@ bool SelectsHere() noexcept {
 
 }  // namespace
 
-// The entry is made first: a list of several runs is not drawn right without one.
+// The entry is created first, because a list of several runs cannot be drawn correctly without one.
 void CompiledLists::Begin(unsigned aList) noexcept {
   Settle();
   Delete(aList, 1);
@@ -44,12 +44,12 @@ void CompiledLists::End() noexcept {
   }
 }
 
-// A host may have ended the list by itself.
+// The host may have called glEndList itself.
 void CompiledLists::Settle() noexcept {
   if (m_Recorder.IsRecording() && !m_Recorder.IsOpen()) FinishRecording();
 }
 
-// The entry is gone if all lists were deleted meanwhile.
+// The entry does not exist if all lists were deleted meanwhile.
 void CompiledLists::FinishRecording() noexcept {
   std::unique_ptr<CompiledList> list = m_Recorder.Finish();
   const auto entry = m_Lists.find(m_uOpen);
@@ -94,7 +94,7 @@ void CompiledLists::CallPicked(CompiledList& aList, unsigned aName) noexcept {
       }
       glCallList(aList.Whole());
     }
-  } catch (const std::bad_alloc&) {  // before anything was drawn
+  } catch (const std::bad_alloc&) {  // thrown before anything is drawn
     m_aFound.resize(found);
     glCallList(aList.Whole());
   }

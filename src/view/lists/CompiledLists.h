@@ -1,5 +1,5 @@
-// CompiledLists: the lists of one rendering context that a canvas has compiled, as far as the component knows
-// more of them than their names. Draw thread, with GL current, unless an operation says otherwise.
+// CompiledLists: the lists of one rendering context that a canvas has compiled, with their bounds and
+// recorder. Draw thread, with GL current, unless an operation documents otherwise.
 
 #pragma once
 
@@ -16,23 +16,24 @@ class CompiledLists final : private CompiledList::Caller {
   void Begin(unsigned aList) noexcept;
   /// Closes the open list.
   void End() noexcept;
-  /// What the canvas reports to while a list is open; null while none is.
+  /// Returns the recorder of the open list, to which the canvas reports; null if no list is open.
   ListRecorder* Recorder() noexcept { return m_Recorder.IsRecording() ? &m_Recorder : nullptr; }
 
-  /// Draws a list, or compiles the call into the open list. In a selection pass draws what can be hit.
+  /// Draws a list, or compiles the call into the open list. In a selection pass, draws only the parts that
+  /// can be hit.
   void Call(unsigned aList) noexcept override;
 
-  /// Checks lists that earlier selections have drawn. Before a selection, outside of selection mode.
-  /// A long list is checked in several steps, so that a selection takes at most about twice its time.
-  /// @param aHeight of the surface, in pixels
+  /// Checks lists that earlier selections have drawn. Called before a selection, outside of selection mode.
+  /// Checks a long list in several steps, so that a selection takes at most about twice its time.
+  /// @param aHeight height of the surface in pixels
   void Check(int aHeight) noexcept;
-  /// A selection pass begins or ends.
+  /// Sets whether a selection pass is running.
   void SetPicking(bool aPicking) noexcept { m_bPicking = aPicking; }
 
-  /// Deletes what belongs to the lists, but not the lists themselves.
+  /// Deletes the runs and bounds of lists, but not the hosts' lists.
   void Delete(unsigned aFirst, int aCount) noexcept;
   void DeleteAll() noexcept;
-  /// All lists are gone with their rendering context. Needs no GL.
+  /// Discards all entries after the rendering context was destroyed. Needs no GL.
   void Forget() noexcept;
 
  private:
@@ -41,11 +42,11 @@ class CompiledLists final : private CompiledList::Caller {
   CompiledList* Find(unsigned aList) noexcept;
   void CallPicked(CompiledList& aList, unsigned aName) noexcept;
 
-  std::unordered_map<unsigned, std::unique_ptr<CompiledList>> m_Lists;  // by the hosts' names
+  std::unordered_map<unsigned, std::unique_ptr<CompiledList>> m_Lists;  // keys are the hosts' names
   ListRecorder m_Recorder;
-  unsigned m_uOpen = 0;                // the host's name of the list that is recorded
-  std::vector<unsigned> m_aUnchecked;  // lists that selections have drawn whole
+  unsigned m_uOpen = 0;                // host's name of the list that is being recorded
+  std::vector<unsigned> m_aUnchecked;  // unchecked lists that selections have drawn
   std::vector<std::uint32_t> m_aFound;
-  int m_nDepth = 0;  // of nested calls
+  int m_nDepth = 0;  // depth of nested calls
   bool m_bPicking = false;
 };

@@ -1,4 +1,4 @@
-// HitState: to and from GL. Draw thread, with GL current.
+// HitState: reads the state from GL and sends it to GL. Draw thread, with GL current.
 
 #include "view/lists/HitState.h"
 

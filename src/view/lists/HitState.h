@@ -1,10 +1,11 @@
-// HitState: the GL state that decides whether selection finds a primitive, as far as a list sets it.
+// HitState: the part of the GL state that decides whether a selection finds a primitive, as far as a list
+// sets it. Draw thread; Apply and Current need GL current.
 
 #pragma once
 
 #include <cstdint>
 
-/// Values are GL's own; 0 stands for a value that the list has not set.
+/// Values are GL's constants. 0 means that the list has not set the value.
 struct HitState {
   std::uint16_t m_uFrontMode = 0, m_uBackMode = 0;  ///< glPolygonMode
   std::uint16_t m_uCulling = 0;                     ///< GL_CULL_FACE for enabled, kOff for disabled
@@ -14,11 +15,11 @@ struct HitState {
 
   static constexpr std::uint16_t kOff = 1, kOn = 2;
 
-  /// Sends the values that are set to GL.
+  /// Sends the values that are not 0 to GL.
   void Apply() const noexcept;
-  /// Takes over what aLater sets.
+  /// Replaces the values that aLater sets.
   void Overlay(const HitState& aLater) noexcept;
-  /// Reads all values from GL.
+  /// Returns the current values of GL.
   static HitState Current() noexcept;
 
   bool operator==(const HitState&) const = default;

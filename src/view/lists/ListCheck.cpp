@@ -1,9 +1,10 @@
-// ListCheck: pick volumes outside of a box, and GL's state before and after.
+// ListCheck: draws a run with pick volumes outside of its box, and compares GL's state before and after. Draw
+// thread, with GL current.
 //
-// The clip coordinate w of a vertex is its distance from a side of the box, exact for the vertices on it. x
-// and y are so small beside w that every vertex with w above 0 is inside, and large enough for a face to have
-// a front: culling drops a face without one. The modelview matrix turns the sign of w: the sign shows
-// geometry for which a host loads another matrix, wherever it lies.
+// The clip coordinate w of a vertex is its distance from a side of the box. It is exact for vertices on that
+// side. x and y are so small compared with w that every vertex with w above 0 is inside. They are not 0,
+// because culling drops a face that has no front. The model-view matrix negates w. If a host loads another
+// matrix for its drawing, w has the other sign. The check then finds the drawing at any position.
 
 #include "view/lists/ListCheck.h"
 
@@ -18,16 +19,16 @@
 
 namespace {
 
-constexpr GLuint kProbe = 0x50524F42;  // an identifier that stands for what was set before the run
-constexpr float kLargest = 1e30f;      // of a coordinate, so that no product overflows
-constexpr float kSmallest = 1e-30f;    // distance from 0; GL may take smaller numbers for 0
-constexpr int kHalf = 512;             // of a viewport's side
-constexpr float kTiny = 1e-15f;        // of x and y beside w
+constexpr GLuint kProbe = 0x50524F42;  // represents the identifier set before the run
+constexpr float kLargest = 1e30f;      // largest coordinate, so that no product overflows
+constexpr float kSmallest = 1e-30f;    // smallest distance from 0; GL may treat smaller ones as 0
+constexpr int kHalf = 512;             // half the side of the viewport, in pixels
+constexpr float kTiny = 1e-15f;        // ratio of x and y to the coordinates of a vertex
 constexpr int kClipPlanes = 8;
 constexpr GLenum kDepths[] = {GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH, GL_TEXTURE_STACK_DEPTH,
                               GL_ATTRIB_STACK_DEPTH, GL_NAME_STACK_DEPTH};
 
-/// What a run must leave as it was, but for the recorded hit state. Compared byte by byte.
+/// State that a run must not change, apart from the hit state. Compared byte by byte.
 struct State {
   GLint m_aiDepths[std::size(kDepths)];
   GLint m_iMatrixMode, m_iListBase;
@@ -73,13 +74,14 @@ void LoadRow(const std::array<float, 4>& aRow, float aFront = 1.0f) noexcept {
   glMatrixMode(GL_MODELVIEW);
 }
 
-// The fourth row for the points beyond one of the six sides; w arrives with its sign turned.
+// Returns the fourth row that selects the points beyond one of the six sides. The model-view matrix negates
+// w.
 std::array<float, 4> Beyond(const Box& aBox, int aSide) noexcept {
   const auto axis = static_cast<std::size_t>(aSide / 2);
   const bool high = aSide % 2 == 0;
   std::array<float, 4> row{};
   if (aBox.IsEmpty()) {
-    row[3] = high ? -1.0f : 1.0f;  // everywhere; also if the host loads a matrix
+    row[3] = high ? -1.0f : 1.0f;  // all points; of another matrix in every second drawing
     return row;
   }
   float limit = high ? std::nextafter(aBox.m_afHigh[axis], Box::kInfinity)
@@ -90,7 +92,7 @@ std::array<float, 4> Beyond(const Box& aBox, int aSide) noexcept {
   return row;
 }
 
-// A hit, whatever the modelview matrix: all of space is inside.
+// Draws a point that is hit with every model-view matrix.
 void HitProbe() noexcept {
   GLint mode = 0;
   glGetIntegerv(GL_MATRIX_MODE, &mode);
@@ -127,7 +129,7 @@ ListCheck::ListCheck(int aHeight) noexcept : m_iHeight(aHeight) {
   }
 }
 
-// A run that fails may have left the stacks deeper.
+// A run that fails the check may have left the stacks deeper.
 ListCheck::~ListCheck() {
   const auto popTo = [&](std::size_t aStack, auto aPop) {
     GLint depth = 0, before = -1;
@@ -147,7 +149,7 @@ ListCheck::~ListCheck() {
 }
 
 bool ListCheck::Passes(const ListRun& aRun, const ListRun& aAfter) noexcept {
-  if (!IsInRange(aRun.m_Box)) return true;  // the tree does not leave it out
+  if (!IsInRange(aRun.m_Box)) return true;  // such a run is always drawn
   const bool named = aAfter.m_uNames != aRun.m_uNames;
   HitState expected{GL_FILL, GL_FILL, HitState::kOff, GL_BACK, GL_CCW, HitState::kOn};
   expected.Overlay(aRun.m_State);
@@ -184,13 +186,13 @@ bool ListCheck::Passes(const ListRun& aRun, const ListRun& aAfter) noexcept {
   const State after = Read();
   const HitState state = HitState::Current();
   const int hits = glRenderMode(GL_RENDER);
-  // Culling that was on before the run and that the run does not touch is still off.
+  // The check disabled culling. It is still disabled if the run does not set it.
   if (state.m_uCulling == HitState::kOff && aAfter.m_State.m_uCulling == aRun.m_State.m_uCulling) {
     expected.m_uCulling = HitState::kOff;
   }
 
-  // The probe before the run, and the one after it under the run's last identifier. Without an identifier GL
-  // makes one record of both.
+  // The probe before the run must be hit. If the run sets an identifier, the probe after it must be hit under
+  // the last identifier. If the run sets none, GL makes one record of both hits.
   const bool names = records[3] == kProbe && (named ? hits == 2 && records[7] == aAfter.m_uName : hits == 1);
   return names && state == expected && std::memcmp(&before, &after, sizeof before) == 0;
 }

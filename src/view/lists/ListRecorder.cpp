@@ -1,4 +1,4 @@
-// ListRecorder: the ends of runs.
+// ListRecorder: divides a list into runs. Draw thread, with GL current.
 
 #include "view/lists/ListRecorder.h"
 
@@ -9,12 +9,12 @@
 
 namespace {
 
-// A run with an identifier ends after the primitive that fills it; other runs hold more, as their division
-// gains less. Smaller runs cost frames time.
+// A run ends after the primitive with which it reaches this number of vertices. Runs without an identifier
+// are longer, because dividing them gains less. Smaller runs slow down frames.
 constexpr std::uint32_t kNamedVertices = 512, kVertices = 2048;
 constexpr std::uint32_t kNever = std::numeric_limits<std::uint32_t>::max();
 
-/// Vertices per primitive where primitives share none; 0 elsewhere.
+/// Returns the vertices per primitive of modes whose primitives share no vertices; 0 for other modes.
 std::uint32_t VerticesEach(GLenum aMode) noexcept {
   switch (aMode) {
     case GL_POINTS:
@@ -98,9 +98,9 @@ void ListRecorder::Begin(GLenum aMode) noexcept {
   m_uSlowFrom = m_bBounded && VerticesEach(aMode) != 0 ? kVertices : kNever;
 }
 
-// Mesa merges the primitives of a list that follow each other. Its selection mode crashes on the merged ones
-// if they are of several kinds, or of one kind that shares vertices (seen with 22.3, also without this
-// component). A call that has no effect keeps them apart.
+// Mesa merges consecutive primitives of a list. Its selection mode crashes on merged primitives of several
+// kinds, or of one kind that shares vertices. This was seen with version 22.3, also without this component. A
+// call without an effect prevents the merging.
 void ListRecorder::KeepApart(GLenum aMode) noexcept {
   const bool merges = aMode != GL_LINE_LOOP && aMode != GL_TRIANGLE_STRIP && aMode != GL_TRIANGLE_FAN;
   if (m_bMayMerge && m_bMesa && !(merges && aMode == m_uMode)) glCallLists(0, GL_UNSIGNED_BYTE, nullptr);
@@ -109,7 +109,7 @@ void ListRecorder::KeepApart(GLenum aMode) noexcept {
 
 void ListRecorder::End() noexcept {
   if (!std::exchange(m_bInside, false)) return Unbounded();
-  m_uSlowFrom = m_bBounded ? 0 : kNever;  // a vertex outside of Begin and End has no bounds
+  m_uSlowFrom = m_bBounded ? 0 : kNever;  // a vertex outside of Begin and End makes the list unbounded
   if (m_bBounded && m_uVertices >= (m_bNamed ? kNamedVertices : kVertices) && PrepareSplit()) Split();
 }
 
@@ -123,20 +123,20 @@ void ListRecorder::VertexSlow() noexcept {
 }
 
 void ListRecorder::Name(ULONG aName) noexcept {
-  if (m_bInside) return;  // GL ignores it there
+  if (m_bInside) return;  // GL ignores the call there
   ++m_Now.m_uNames;
   m_Now.m_uName = aName;
   m_bNamed = true;
 }
 
 void ListRecorder::State(const HitState& aState) noexcept {
-  if (m_bInside) return;  // GL ignores it there
+  if (m_bInside) return;  // GL ignores the call there
   m_Now.m_State.Overlay(aState);
   if (aState.m_uCulling == GL_CULL_FACE) m_Start.m_bCulls = true;
 }
 
 void ListRecorder::Call(unsigned aList, unsigned aWhole) noexcept {
-  // A list that calls itself calls what it is in the end.
+  // A list that calls itself draws the list that is in effect after its end.
   const bool itself = m_pList->m_uList == aList;
   const bool small = m_pList->m_aRuns.empty() && m_uVertices < CompiledList::kFewestVertices;
   if (m_bInside || itself || small) Unbounded();
@@ -148,7 +148,7 @@ void ListRecorder::Call(unsigned aList, unsigned aWhole) noexcept {
   CloseRun();
   m_Now.m_uList = aWhole;
   CloseSegment(aList);
-  m_Now.m_State = {};  // the nested list may change it
+  m_Now.m_State = {};  // the nested list may change the state
   Split();
 }
 
@@ -157,7 +157,7 @@ void ListRecorder::Unbounded() noexcept {
   m_uSlowFrom = kNever;
 }
 
-// Makes room for the run that ends and the one that follows, so that nothing can fail between them.
+// Reserves memory for the current and the next run, so that the code between them cannot fail.
 bool ListRecorder::PrepareSplit() noexcept {
   if (IsOpen()) {
     try {
@@ -190,7 +190,7 @@ void ListRecorder::Split() noexcept {
   m_uSlowFrom = m_bInside ? kVertices : 0;
 }
 
-// Does nothing if the run is closed already.
+// Does nothing if the run is already closed.
 void ListRecorder::CloseRun() noexcept {
   if (m_uRun == 0) return;
   m_Start.m_Box = m_fFinite == 0 ? m_Box : Box::Everything();
@@ -207,7 +207,7 @@ void ListRecorder::CloseSegment(unsigned aCalled) noexcept {
   m_pList->m_aSegments.push_back({static_cast<std::uint32_t>(m_pList->m_aRuns.size()), aCalled, m_Now});
 }
 
-// Names that a list key can hold are left to hosts' lists.
+// Takes names that do not fit a list key; hosts' lists use the others.
 unsigned ListRecorder::TakeName() noexcept {
   do {
     m_uNextName = m_uNextName < kLastName ? m_uNextName + 1 : kFirstName;

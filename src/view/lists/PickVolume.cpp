@@ -1,6 +1,7 @@
-// PickVolume: half-spaces from GL's matrices, and the test of a box against them.
-// The near and the far side are left out: the four sides and the tree find enough, and the depth of a
-// perspective view is where float arithmetic errs most.
+// PickVolume: half-spaces from GL's matrices, and the test of a box against them. Draw thread, with GL
+// current.
+// The near and far sides are not tested. The four other sides suffice for the tree, and float errors are
+// largest in the depth of a perspective view.
 
 #include "view/lists/PickVolume.h"
 
@@ -12,16 +13,16 @@
 
 namespace {
 
-// GL transforms in float, which errs by a few units of 2^-24 of the sum of the terms' magnitudes.
+// GL transforms in float. The error is a few units of 2^-24 times the sum of the terms' magnitudes.
 constexpr double kMargin = 1.0 / (1 << 20);
 
-using Matrix = std::array<double, 16>;  // columns, as GL has them
+using Matrix = std::array<double, 16>;  // column-major, like in GL
 
 struct Row {
   std::array<double, 4> m_adTerms{}, m_adWeights{};
 };
 
-// Row i of aLeft * aRight.
+// Computes row aRow of aLeft * aRight.
 Row RowOfProduct(const Matrix& aLeft, const Matrix& aRight, std::size_t aRow) noexcept {
   Row row;
   for (std::size_t column = 0; column < 4; ++column) {
@@ -58,7 +59,8 @@ PickVolume::PickVolume() noexcept {
       }
     }
   }
-  // GL moves planes through the inverse of the projection, with errors that are hard to bound.
+  // GL transforms planes by the inverse of the projection. The error of that is hard to bound, so planes are
+  // used only with the identity.
   if (IsIdentity(projection)) AddClipPlanes(modelview.data());
 }
 
@@ -81,7 +83,7 @@ void PickVolume::AddClipPlanes(const double* aModelview) noexcept {
   }
 }
 
-// Written so that a sum which is not a number excludes nothing.
+// Written so that a NaN sum excludes nothing.
 bool PickVolume::HalfSpace::Excludes(const Box& aBox) const noexcept {
   double sum = m_adTerms[3], weight = m_adWeights[3];
   for (std::size_t axis = 0; axis < 3; ++axis) {

@@ -1,5 +1,5 @@
-// PickVolume: the volume in which GL's selection mode finds primitives, in the coordinates that a list is
-// drawn in. Draw thread, with GL current.
+// PickVolume: the volume in which GL's selection mode finds primitives, in the coordinates in which a list is
+// drawn. Draw thread, with GL current.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 
 class PickVolume {
  public:
-  /// Reads GL's matrices and the clip planes that are enabled.
+  /// Reads GL's matrices and the enabled clip planes.
   PickVolume() noexcept;
 
   /// Returns false only if GL rejects every primitive whose vertices lie in the box.
@@ -18,8 +18,8 @@ class PickVolume {
   bool operator==(const PickVolume&) const = default;
 
  private:
-  /// A half-space: the points where the sum of the terms is at least 0. Weights are the sums of the
-  /// magnitudes of the terms that GL computes; rounding errors are proportional to them.
+  /// A half-space: the points where the sum of the terms is at least 0. The weights are the sums of the
+  /// magnitudes of the terms that GL computes. Rounding errors are proportional to them.
   struct HalfSpace {
     std::array<double, 4> m_adTerms, m_adWeights;
     bool Excludes(const Box& aBox) const noexcept;
