@@ -249,7 +249,9 @@ TEST(ListSelection, FindsTheSameFromAListsRunsAsFromTheWholeList) {
 TEST(ListSelection, DrawsTheRunsThatThePickVolumeTouches) {
   Picked picked;
   int list = 0;
-  const auto draw = [&](Scene& s) { DrawList(s.Canvas(), list, [](IGLCanvas& c) { DrawRow(c); }); };
+  const auto draw = [&](Scene& s) {
+    DrawList(s.Canvas(), list, [](IGLCanvas& c) { SetDrawMode(c, GLDM_SHOW_FRONT), DrawRow(c); });
+  };
   Picked::Request request = kMiddle;
   request.first.x = request.second.x = 0.01;
   std::vector<int> calls;

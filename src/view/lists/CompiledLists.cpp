@@ -15,9 +15,11 @@ constexpr std::uint64_t kVerticesChecked = 2000000;  // minimum per selection
 
 bool SelectsHere() noexcept {
   GLint mode = GL_RENDER, open = 0;
+  GLboolean edge = GL_FALSE;
   glGetIntegerv(GL_RENDER_MODE, &mode);
   glGetIntegerv(GL_LIST_INDEX, &open);
-  return mode == GL_SELECT && open == 0;
+  glGetBooleanv(GL_EDGE_FLAG, &edge);
+  return mode == GL_SELECT && open == 0 && edge != GL_FALSE;
 }
 
 }  // namespace

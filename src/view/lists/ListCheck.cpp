@@ -166,17 +166,18 @@ bool ListCheck::Passes(const ListRun& aRun, const ListRun& aAfter) noexcept {
   glRenderMode(GL_SELECT);
   glInitNames();
   glPushName(kProbe);
-  LoadRow(Beyond(aRun.m_Box, kDrawings - 1));
+  // The run may enable culling, which shows one side of a face only: then the check draws each side in turn,
+  // with the middle of the viewport at the driver's 0, because tiny differences are lost elsewhere. Drivers
+  // count rows from the lower or from the upper edge of the surface.
+  const int variants = aRun.m_bCulls ? 4 : 1;
+  const auto front = [](int aVariant) { return aVariant % 2 == 0 ? 1.0f : -1.0f; };
+  LoadRow(Beyond(aRun.m_Box, kDrawings - 1), front(variants - 1));  // as for the last drawing
   const State before = Read();
   HitProbe();
-  // Culling that the run itself enables shows one side of a face only: then each side in turn, with the
-  // middle of the viewport where the driver has 0, since tiny differences are lost elsewhere. Drivers count
-  // rows from the lower edge of the surface or from the upper one.
-  const int variants = aRun.m_bCulls ? 4 : 1;
   for (int drawing = 0; drawing < variants * kDrawings; ++drawing) {
     const int variant = drawing / kDrawings;
     glViewport(-kHalf, (variant < 2 ? 0 : m_iHeight) - kHalf, 2 * kHalf, 2 * kHalf);
-    LoadRow(Beyond(aRun.m_Box, drawing % kDrawings), variant % 2 == 0 ? 1.0f : -1.0f);
+    LoadRow(Beyond(aRun.m_Box, drawing % kDrawings), front(variant));
     glCallList(aRun.m_uList);
     if (drawing == 0) {
       HitProbe();
