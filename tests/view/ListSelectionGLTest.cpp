@@ -88,9 +88,9 @@ class ListScene {
 
   void Draw(IGLCanvas& aCanvas) {
     SetDrawMode(aCanvas, GLDM_SHOW_FRONT | GLDM_SHOW_BACK);
-    aCanvas.SetVertexEdgeFlag(1);
     for (std::size_t part = 0; part < m_Parts.size(); ++part) {
       GLDATA_POINT shift{m_Parts[part].shift, 0, 0};
+      aCanvas.SetVertexEdgeFlag(1);  // Mesa draws faces as lines by flags of earlier lists
       aCanvas.PushModelviewMatrix(0);
       aCanvas.Translate(&shift);
       aCanvas.DrawCompiledList(List(aCanvas, part));
