@@ -148,7 +148,8 @@ Kept& Keep(Model aModel) {
 }
 
 Model ModelOf(const benchmark::State& aState) {
-  return {static_cast<int>(aState.range(0)), static_cast<int>(aState.range(1))};
+  const auto triangles = static_cast<int>(aState.range(0));
+  return {triangles, aState.range(1) != 0 ? static_cast<int>(aState.range(1)) : triangles / 100};
 }
 
 void Measure(benchmark::State& aState, double aWidth, bool aEnclosed) {
@@ -159,6 +160,7 @@ void Measure(benchmark::State& aState, double aWidth, bool aEnclosed) {
 }
 
 void PointPick(benchmark::State& aState) { Measure(aState, 0.0, false); }
+void PointPickBySize(benchmark::State& aState) { Measure(aState, 0.0, false); }
 void BoxPick1Percent(benchmark::State& aState) { Measure(aState, 0.2, false); }
 void BoxPick10Percent(benchmark::State& aState) { Measure(aState, 0.632, false); }
 void EnclosedPick1Percent(benchmark::State& aState) { Measure(aState, 0.2, true); }
@@ -202,9 +204,21 @@ void Sizes(benchmark::internal::Benchmark* aBenchmark) {
 }  // namespace
 
 BENCHMARK(PointPick)->Apply(Sizes);
+BENCHMARK(PointPickBySize)
+    ->ArgsProduct({{10'000, 100'000, 1'000'000, 10'000'000}, {0}})
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(BoxPick1Percent)->Apply(Sizes);
 BENCHMARK(BoxPick10Percent)->Apply(Sizes);
 BENCHMARK(EnclosedPick1Percent)->Apply(Sizes);
 BENCHMARK(BarePass)->Apply(Sizes);
-BENCHMARK(CompileThroughCanvas)->Args({69'000, 690})->Args({100'000, 10})->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(CompilePlain)->Args({69'000, 690})->Args({100'000, 10})->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(CompileThroughCanvas)
+    ->Args({69'000, 690})
+    ->Args({100'000, 10})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(CompilePlain)
+    ->Args({69'000, 690})
+    ->Args({100'000, 10})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);

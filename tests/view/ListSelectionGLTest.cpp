@@ -98,6 +98,10 @@ class ListScene {
     }
   }
 
+  void Delete(IGLCanvas& aCanvas) {
+    for (const int list : m_Lists) aCanvas.DeleteCompiledList(list);
+  }
+
  private:
   int List(IGLCanvas& aCanvas, std::size_t aPart) {
     LONG valid = 0;
@@ -229,6 +233,9 @@ TEST(ListSelection, FindsTheSameFromAListsRunsAsFromTheWholeList) {
   for (int n = 0; n < scenes && !::testing::Test::HasFailure(); ++n) {
     const ListScene scene = RandomScene(random);
     ListScene divided = scene;
+    const auto drop = [&](ListScene& lists) {
+      picked.Pick(kMiddle, [&](Scene& s) { lists.Delete(s.Canvas()); });
+    };
     const auto pick = [&](ListScene& lists, const Picked::Request& request) {
       return picked.Pick(request, [&](Scene& s) { lists.Draw(s.Canvas()); });
     };
@@ -237,10 +244,12 @@ TEST(ListSelection, FindsTheSameFromAListsRunsAsFromTheWholeList) {
       const Picked::Request request = RandomRequest(random);
       ListScene whole = scene;
       const Ids expected = pick(whole, request);
+      drop(whole);
       EXPECT_EQ(pick(divided, request), expected) << "scene " << n << ", request " << repeat;
       found += expected.size();
       several += expected.size() > 1 ? 1 : 0;
     }
+    drop(divided);
   }
   EXPECT_GT(found, static_cast<std::size_t>(scenes) / 2);
   EXPECT_GT(several, static_cast<std::size_t>(scenes) / 10);
