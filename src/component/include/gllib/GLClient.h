@@ -82,8 +82,8 @@ class GLViewerGaugeBase : public GLClient<IGLViewerGauge> {
 struct GLCaptureRequest {
   int m_iX = 0;                              ///< left edge in the window, pixels
   int m_iY = 0;                              ///< top edge, pixels from the window's top
-  int m_iWidth = INT_MAX;                    ///< cut at the window's right edge
-  int m_iHeight = INT_MAX;                   ///< cut at the window's bottom edge
+  int m_iWidth = INT_MAX;                    ///< clipped at the window's right edge
+  int m_iHeight = INT_MAX;                   ///< clipped at the window's bottom edge
   float m_fZoom = 1.0f;                      ///< resolution factor
   GLDATA_RGBA m_sBackground = {0, 0, 0, 1};  ///< clear colour of the picture
 };

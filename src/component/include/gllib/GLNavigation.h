@@ -187,7 +187,7 @@ enum class GLStandardView { Front, Back, Left, Right, Top, Bottom, Isometric };
 /// Rotates the eye to a standard view. Its position does not change, so call a fit function afterwards. Front
 /// looks along -z in a world with y up, and along y in a world with z up.
 /// @param aView      the view to change
-/// @param aDirection the view
+/// @param aDirection the standard view
 /// @param aZUpward true for a world with z up, false for y up
 inline void GLTurnTo(GLViewGeometry& aView, GLStandardView aDirection, bool aZUpward = false) noexcept {
   using namespace GLVector;
@@ -264,7 +264,7 @@ class GLTransition {
     if (IsOver(aSeconds)) return m_To;
     if (!(aSeconds > 0.0)) return m_From;
     const double share = aSeconds / m_dSeconds;
-    const double t = share * share * (3.0 - 2.0 * share);  // starts and ends gently
+    const double t = share * share * (3.0 - 2.0 * share);  // smooth start and end
     GLViewGeometry view = m_To;
     GLEye& eye = view.m_Eye;
     const auto turned = [&](const GLDATA_POINT& aVector) { return Turned(aVector, m_sAxis, m_dAngle * t); };
@@ -274,7 +274,7 @@ class GLTransition {
     const GLDATA_POINT from = m_From.m_Eye.PointToEye(m_sCentre), to = m_To.m_Eye.PointToEye(m_sCentre);
     const double z = Between(-from.z, -to.z, t);
     GLDATA_POINT place = {Mix(from.x, to.x, t), Mix(from.y, to.y, t), -z};
-    if (from.z < 0.0 && to.z < 0.0) {  // straight on the screen
+    if (from.z < 0.0 && to.z < 0.0) {  // a straight line on the screen
       place.x = Mix(from.x / -from.z, to.x / -to.z, t) * z;
       place.y = Mix(from.y / -from.z, to.y / -to.z, t) * z;
     }

@@ -31,17 +31,17 @@ inline GLDATA_POINT Difference(const GLDATA_POINT& a, const GLDATA_POINT& b) noe
 inline GLDATA_POINT Scaled(const GLDATA_POINT& a, double aFactor) noexcept {
   return {a.x * aFactor, a.y * aFactor, a.z * aFactor};
 }
-/// The scalar product.
+/// Returns the scalar product.
 inline double Dot(const GLDATA_POINT& a, const GLDATA_POINT& b) noexcept {
   return a.x * b.x + a.y * b.y + a.z * b.z;
 }
-/// The vector product.
+/// Returns the vector product.
 inline GLDATA_POINT Cross(const GLDATA_POINT& a, const GLDATA_POINT& b) noexcept {
   return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
-/// The length of a vector.
+/// Returns the length of a vector.
 inline double Length(const GLDATA_POINT& a) noexcept { return std::hypot(a.x, a.y, a.z); }
-/// The vector with length 1; 0, 0, 0 is not changed.
+/// Returns the vector scaled to length 1; 0, 0, 0 is not changed.
 inline GLDATA_POINT Unit(const GLDATA_POINT& a) noexcept {
   const double length = Length(a);
   return length > 0.0 ? Scaled(a, 1.0 / length) : a;
@@ -85,7 +85,7 @@ struct GLRay {
 /// The position of a world point in the picture.
 struct GLSeenPoint {
   GLPixelPlace m_sPixel;  ///< in the window
-  double m_dDepth;        ///< in the depth buffer: 0 at the near plane, 1 at the far one
+  double m_dDepth;        ///< in the depth buffer: 0 at the near plane, 1 at the far plane
   bool m_bVisible;        ///< whether it is in the view volume and in the visible rectangle
 };
 
@@ -161,7 +161,7 @@ struct GLViewGeometry {
   GLPixelRectangle m_sVisible = {0, 0, 1, 1};   ///< the clip rectangle or the window
   GLPixelRectangle m_sViewport = {0, 0, 1, 1};  ///< viewport of the whole picture
 
-  /// Reads a viewer of a context. Settings that another thread changes meanwhile may be seen half changed.
+  /// Reads a viewer of a context. Settings that another thread changes at the same time may be half changed.
   static GLViewGeometry Of(IGLContext& aContext, IGLViewer& aViewer) noexcept;
 
   /// Sets the values that navigation changes in a viewer: the eye, the parallel extents, near and far plane.
@@ -233,8 +233,8 @@ struct GLViewGeometry {
   }
 
  private:
-  // The projection as the passes of a viewer set it: x and y of the picture are (p / w - centre) * scale,
-  // with w = -z in a perspective and 1 otherwise; the depth is (depthScale * z + depthShift) / w.
+  // The projection that the passes of a viewer set: x and y of the picture are (p / w - centre) * scale, with
+  // w = -z in a perspective and 1 otherwise; the depth is (depthScale * z + depthShift) / w.
   struct Lens {
     bool perspective;
     double scaleX, scaleY, centreX, centreY, depthScale, depthShift, nearZ;

@@ -206,5 +206,5 @@ class GLViewPicture {
   bool m_bCleared = false;
   bool m_bClippedMet = false;                  // an unexpected clipped viewer was drawn
   GLPtr<IGLPixmap> m_pSurface;                 // surface of a shifted picture
-  GLfloat m_fLineWidth = 0, m_fPointSize = 0;  // as the painter left them
+  GLfloat m_fLineWidth = 0, m_fPointSize = 0;  // after the painter
 };

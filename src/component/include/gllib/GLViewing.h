@@ -37,7 +37,7 @@ struct GLFrameInfo {
 ///
 ///     const auto viewing = GLMake<GLViewing>(*context);
 ///     viewing->AttachPainter(painter);   // in place of context->AttachPainter
-///     viewing->AttachCapture(capture);   // in place of context->AttachCapture, where there is one
+///     viewing->AttachCapture(capture);   // in place of context->AttachCapture, if the host has a capture
 ///
 /// Threads: any, unless an operation says otherwise. The context must exist during operations that use it;
 /// this object may outlive it.

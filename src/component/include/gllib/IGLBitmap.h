@@ -29,7 +29,7 @@ struct IGLBitmap : IUnknown {
   /// Sets the bits from rows of width / 8 bytes without padding, top row first, the highest bit leftmost. A
   /// short array sets the top part; extra bytes are not read.
   /// @param aSize  bytes; below 1 changes nothing
-  /// @param aArray null changes nothing, which is S_OK
+  /// @param aArray null changes nothing and returns S_OK
   /// @return S_OK; E_GL_BADSTATE if the bitmap is empty
   virtual HRESULT SetPixels(int aSize, unsigned char* aArray) noexcept = 0;
   /// Returns whether a bit is set.
@@ -47,10 +47,10 @@ struct IGLBitmap : IUnknown {
   virtual HRESULT GetColor(GLDATA_RGBA* aColor) noexcept = 0;
   /// Sets the colour of set bits. Each component is clamped to 0 to 1; alpha below 1 blends.
   virtual HRESULT SetColor(GLDATA_RGBA* aColor) noexcept = 0;
-  /// Returns the size in this direction.
+  /// Returns the width.
   /// @param aValue receives pixels; 0 if the bitmap is empty
   virtual HRESULT GetWidth(int* aValue) noexcept = 0;
-  /// Returns the size in this direction.
+  /// Returns the height.
   /// @param aValue receives pixels; 0 if the bitmap is empty
   virtual HRESULT GetHeight(int* aValue) noexcept = 0;
 

@@ -276,7 +276,7 @@ struct IGLCanvas3 : IUnknown {
   static constexpr IID Identifier = {
       0xE8AECE70, 0x954B, 0x4659, {0x93, 0xC1, 0xF3, 0x14, 0x46, 0xEC, 0x2B, 0x05}};
 
-  /// Converts a point of the model to the window.
+  /// Converts a model point to window coordinates.
   /// @param pModelCoord     the point
   /// @param bUseCachedSetup see above
   /// @param pWindowCoord    receives the point; does not change if there is none
@@ -284,7 +284,7 @@ struct IGLCanvas3 : IUnknown {
   ///         painter
   virtual HRESULT GetWindowCoords(GLDATA_POINT* pModelCoord, LONG bUseCachedSetup,
                                   GLDATA_POINT* pWindowCoord) noexcept = 0;
-  /// Converts a point of the window to the model.
+  /// Converts a window point to model coordinates.
   /// @param pWindowCoord    the point
   /// @param bUseCachedSetup see above
   /// @param pModelCoord     receives the point; does not change if there is none

@@ -28,11 +28,11 @@ struct IGLCollection : IUnknown {
       0x1BF499B7, 0xCFCC, 0x486F, {0xBC, 0x74, 0x8E, 0xBC, 0xC2, 0x91, 0x6E, 0x94}};
 
   /// Adds an object and takes a reference to it.
-  /// @param aIU null does nothing
+  /// @param aIU null adds nothing
   /// @return S_OK; E_FAIL if memory is short (nothing changes)
   virtual HRESULT Add(IUnknown* aIU) noexcept = 0;
   /// Removes an object from the lowest slot that holds it.
-  /// @param aIU null, or an object that isn't a member, does nothing
+  /// @param aIU null, or an object that is not a member, changes nothing
   virtual HRESULT Remove(IUnknown* aIU) noexcept = 0;
   /// Removes all members.
   virtual HRESULT Empty() noexcept = 0;

@@ -139,12 +139,12 @@ struct IGLContext : IUnknown {
   /// Switches lighting on (non-zero) or off. Takes effect at the next viewer pass. While it is on, GL uses
   /// normals, and the current colour replaces the ambient and diffuse material (see IGLMaterial).
   virtual HRESULT EnableLighting(LONG aEnable) noexcept = 0;
-  /// Returns the switch.
+  /// Returns whether lighting is on.
   /// @param aEnabled receives 1 or 0
   virtual HRESULT IsLightingEnabled(LONG* aEnabled) noexcept = 0;
   /// Switches the ambient light of the scene on (non-zero) or off. Takes effect at the next viewer pass.
   virtual HRESULT EnableAmbientLight(LONG aEnable) noexcept = 0;
-  /// Returns the switch.
+  /// Returns whether the ambient light of the scene is on.
   /// @param aEnabled receives 1 or 0
   virtual HRESULT IsAmbientLightEnabled(LONG* aEnabled) noexcept = 0;
   /// Returns the ambient light of the scene; alpha is always 1.
@@ -251,7 +251,7 @@ struct IGLContext2 : IUnknown {
   /// after TriggerDrawThread, when the window must be redrawn, or when dwMaxWait ms have passed since the
   /// last frame. It serves selections, new fonts and ResetClipPlanes without a frame. Does not wait.
   /// @param bControlled non-zero: on demand
-  /// @param dwMaxWait ms; 0 draws without a pause, 0xFFFFFFFF waits for ever
+  /// @param dwMaxWait ms; 0 draws without a pause, 0xFFFFFFFF means no limit
   /// @return S_OK; E_GL_BADSTATE before Initialize
   virtual HRESULT SetControlledDrawThread(LONG bControlled, ULONG dwMaxWait) noexcept = 0;
   /// Requests a frame. At least one whole frame begins after the call. Several calls during one frame cause
@@ -271,7 +271,7 @@ struct IGLContext2 : IUnknown {
   ~IGLContext2() = default;
 };
 
-/// Pausing. Threads and results as at IGLContext.
+/// Suspending and resuming the draw thread. Threads and results as at IGLContext.
 struct IGLContext12 : IUnknown {
   /// The interface's identifier.
   static constexpr IID Identifier = {

@@ -55,12 +55,14 @@ struct IGLFont : IUnknown {
   /// @param aOrientation receives degrees counter-clockwise
   virtual HRESULT GetOrientation(float* aOrientation) noexcept = 0;
 
-  /// @param aValue receives pixels of the bitmap kinds, units of the others
+  /// Returns the width.
+  /// @param aValue receives pixels for the bitmap kinds, model units for the others
   virtual HRESULT GetWidth(float* aValue) noexcept = 0;
   /// Scales a TrueType font in x.
   /// @return S_OK; E_GL_BADSTATE if the font is not TrueType; E_GL_BADVALUE if aValue is not greater than 0
   virtual HRESULT SetWidth(float aValue) noexcept = 0;
-  /// @param aValue receives pixels of the bitmap kinds, units of the others
+  /// Returns the height.
+  /// @param aValue receives pixels for the bitmap kinds, model units for the others
   virtual HRESULT GetHeight(float* aValue) noexcept = 0;
   /// Scales a TrueType font in y. Results as at SetWidth.
   virtual HRESULT SetHeight(float aValue) noexcept = 0;

@@ -78,12 +78,12 @@ struct IGLLight : IUnknown {
   virtual HRESULT SetConstantAttenuation(float aAtt) noexcept = 0;
   /// Returns the linear term.
   virtual HRESULT GetLinearAttenuation(float* aAtt) noexcept = 0;
-  /// Sets this term.
+  /// Sets the linear term.
   /// @param aAtt below 0 becomes 0
   virtual HRESULT SetLinearAttenuation(float aAtt) noexcept = 0;
   /// Returns the quadratic term.
   virtual HRESULT GetQuadraticAttenuation(float* aAtt) noexcept = 0;
-  /// Sets this term.
+  /// Sets the quadratic term.
   /// @param aAtt below 0 becomes 0
   virtual HRESULT SetQuadraticAttenuation(float aAtt) noexcept = 0;
 

@@ -48,10 +48,10 @@ struct IGLPixmap : IUnknown {
   ///               the end of the pixmap; null if the pixmap is empty
   /// @return S_OK; E_GL_BADVALUE if the pixmap is empty
   virtual HRESULT AccessPixmapData(int* aSize, GLDATA_RGBA4B** aArray) noexcept = 0;
-  /// Returns the size in this direction.
+  /// Returns the width.
   /// @param aValue receives pixels; 0 if the pixmap is empty
   virtual HRESULT GetWidth(int* aValue) noexcept = 0;
-  /// Returns the size in this direction.
+  /// Returns the height.
   /// @param aValue receives pixels; 0 if the pixmap is empty
   virtual HRESULT GetHeight(int* aValue) noexcept = 0;
   /// Returns the colour of a pixel.

@@ -30,33 +30,33 @@ struct IGLViewer : IUnknown {
 
   /// Sets whether the viewer is drawn.
   virtual HRESULT Show(LONG aShow) noexcept = 0;
-  /// Returns the switch.
+  /// Returns whether the viewer is drawn.
   /// @param aVisible receives 1 or 0
   virtual HRESULT IsVisible(LONG* aVisible) noexcept = 0;
   /// Selects parallel projection if on, else perspective.
   virtual HRESULT SetOrtho(LONG aOrtho) noexcept = 0;
-  /// Returns the switch.
+  /// Returns whether the projection is parallel.
   /// @param aOrtho receives 1 or 0
   virtual HRESULT IsOrtho(LONG* aOrtho) noexcept = 0;
   /// Sets whether gauges are drawn; off in a new viewer.
   virtual HRESULT ShowGauges(LONG aShow) noexcept = 0;
-  /// Returns the switch.
+  /// Returns whether gauges are drawn.
   /// @param aVisible receives 1 or 0
   virtual HRESULT AreGaugesVisible(LONG* aVisible) noexcept = 0;
   /// Sets whether the viewer is limited to the clip rectangle.
   virtual HRESULT Clip(LONG aClip) noexcept = 0;
-  /// Returns the switch.
+  /// Returns whether the viewer is limited to the clip rectangle.
   /// @param aClipped receives 1 or 0
   virtual HRESULT IsClipped(LONG* aClipped) noexcept = 0;
   /// Sets whether the picture is scaled into the clip rectangle (on in a new viewer), or drawn at window size
   /// and clipped.
   virtual HRESULT ScaleClip(LONG aScale) noexcept = 0;
-  /// Returns the switch.
+  /// Returns whether the picture is scaled into the clip rectangle.
   /// @param aScaled receives 1 or 0
   virtual HRESULT IsClipScaled(LONG* aScaled) noexcept = 0;
   /// Sets whether a clipped viewer has a frame; on in a new viewer.
   virtual HRESULT ShowClipFrame(LONG aShow) noexcept = 0;
-  /// Returns the switch.
+  /// Returns whether a clipped viewer has a frame.
   /// @param aVisible receives 1 or 0
   virtual HRESULT IsClipFrameVisible(LONG* aVisible) noexcept = 0;
 

@@ -71,7 +71,7 @@ class ClassTexts {
     return found != m_Texts.end() ? &found->second : nullptr;
   }
 
-  // For ReadScript.
+  // Called by ReadScript.
   void Key(std::string_view aName, const std::string&) {
     constexpr std::string_view kRoot = "HKEY_CLASSES_ROOT\\";
     m_bClass = GLNames::StartsWith(aName, kRoot);
@@ -79,7 +79,7 @@ class ClassTexts {
   }
   void Entry(const std::string& aName, const Value& aValue, std::string_view, const std::string&) {
     if (!m_bClass || !aName.empty()) return;
-    m_Texts.erase(m_sKey);  // the last value counts
+    m_Texts.erase(m_sKey);  // the last value is valid
     if (aValue.m_dwType == kTypeText) m_Texts[m_sKey] = reinterpret_cast<const char*>(aValue.m_vData.data());
   }
   void End(const std::string&) noexcept {}
@@ -113,7 +113,7 @@ inline std::optional<CLSID> ParseClassId(std::string_view aText) {
   return id;
 }
 
-/// A registered class: its identifier and the file of its module.
+/// A registered class.
 struct RegisteredClass {
   CLSID m_Id{};           ///< class identifier
   std::string m_sModule;  ///< path of its module

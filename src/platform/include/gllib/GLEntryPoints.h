@@ -6,7 +6,7 @@
 #include <gllib/GLPlatform.h>
 
 #ifdef _WIN32
-#include <olectl.h>  // declares them all; the module definition file exports them
+#include <olectl.h>  // declares all four; the module definition file exports them
 #else
 extern "C" {
 

@@ -101,13 +101,15 @@ using REFCLSID = const CLSID&;  ///< a class, as an argument
 inline constexpr HRESULT S_OK = 0;     ///< done
 inline constexpr HRESULT S_FALSE = 1;  ///< done, with the result false
 inline constexpr HRESULT E_NOINTERFACE =
-    static_cast<HRESULT>(0x80004002);                                   ///< the object has no such interface
-inline constexpr HRESULT E_POINTER = static_cast<HRESULT>(0x80004003);  ///< an output pointer is null
-inline constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);     ///< failed
+    static_cast<HRESULT>(0x80004002);  ///< the object has no such interface
+inline constexpr HRESULT E_POINTER =
+    static_cast<HRESULT>(0x80004003);  ///< the address of the result pointer is null
+inline constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);         ///< failed
 inline constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);  ///< no memory
 inline constexpr HRESULT E_INVALIDARG =
     static_cast<HRESULT>(0x80070057);  ///< an invalid argument, such as a null pointer
-inline constexpr HRESULT E_ACCESSDENIED = static_cast<HRESULT>(0x80070005);  ///< the permission is missing
+inline constexpr HRESULT E_ACCESSDENIED =
+    static_cast<HRESULT>(0x80070005);  ///< the required permission is missing
 inline constexpr HRESULT CLASS_E_NOAGGREGATION =
     static_cast<HRESULT>(0x80040110);  ///< the class cannot be aggregated
 inline constexpr HRESULT CLASS_E_CLASSNOTAVAILABLE =
