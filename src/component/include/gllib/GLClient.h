@@ -1,6 +1,6 @@
 /// @file
-/// Bases of the objects that a host implements: painters, gauges and captures. The host writes what they do;
-/// identity and reference count stand here. Reference counts change on any thread.
+/// Base classes of the objects that a host implements: painters, gauges and captures. They implement
+/// IUnknown; the host implements the drawing. Reference counts may change on any thread.
 
 #pragma once
 
@@ -18,14 +18,15 @@
 #include <utility>
 #include <vector>
 
-/// An object of a host's own behind one interface. It lives on the heap, from GLMake to its last Release.
+/// Base of a host object with one interface. The object is on the heap and exists from GLMake to its last
+/// Release.
 template <class Interface>
 class GLClient : public Interface {
  public:
   GLClient(const GLClient&) = delete;
   GLClient& operator=(const GLClient&) = delete;
 
-  /// Knows IUnknown and the one interface.
+  /// Supports IUnknown and Interface.
   HRESULT QueryInterface(REFIID riid, void** ppv) noexcept final {
     if (ppv == nullptr) return E_POINTER;
     *ppv = nullptr;
@@ -36,7 +37,7 @@ class GLClient : public Interface {
   }
   /// Takes a reference.
   ULONG AddRef() noexcept final { return ++m_uReferences; }
-  /// Gives a reference back; with the last one the object ends.
+  /// Releases a reference. The last Release deletes the object.
   ULONG Release() noexcept final {
     const ULONG left = --m_uReferences;
     if (left == 0) delete this;
@@ -51,16 +52,16 @@ class GLClient : public Interface {
   std::atomic<ULONG> m_uReferences{1};
 };
 
-/// Makes a client object; the pointer holds its first reference.
+/// Creates a client object. The pointer holds its first reference.
 template <class Client, class... Arguments>
 GLPtr<Client> GLMake(Arguments&&... aArguments) {
   return GLPtr<Client>::FromCounted(new Client(std::forward<Arguments>(aArguments)...));
 }
 
-/// A painter. The host writes Draw(aCanvas, aCntxt, aViewer).
+/// Base of painters. The host implements Draw(aCanvas, aCntxt, aViewer).
 using GLPainterBase = GLClient<IGLPainter>;
 
-/// A gauge, visible until it is hidden. The host writes Draw(aCanvas, aContext).
+/// Base of gauges. A new gauge is visible. The host implements Draw(aCanvas, aContext).
 class GLViewerGaugeBase : public GLClient<IGLViewerGauge> {
  public:
   HRESULT Show(LONG aShow) noexcept override {
@@ -77,32 +78,32 @@ class GLViewerGaugeBase : public GLClient<IGLViewerGauge> {
   std::atomic<bool> m_bVisible{true};
 };
 
-/// What a capture is asked to show.
+/// The requested picture of a capture.
 struct GLCaptureRequest {
   int m_iX = 0;                              ///< left edge in the window, pixels
   int m_iY = 0;                              ///< top edge, pixels from the window's top
-  int m_iWidth = INT_MAX;                    ///< cut at the window's right edge
-  int m_iHeight = INT_MAX;                   ///< cut at the window's bottom edge
+  int m_iWidth = INT_MAX;                    ///< clipped at the window's right edge
+  int m_iHeight = INT_MAX;                   ///< clipped at the window's bottom edge
   float m_fZoom = 1.0f;                      ///< resolution factor
   GLDATA_RGBA m_sBackground = {0, 0, 0, 1};  ///< clear colour of the picture
 };
 
-/// A capture that takes one picture for each Request. The host writes OnData(aSuccess), in which the pixmap
-/// of the request holds the picture when aSuccess is 1. That pixmap is held until the same draw thread serves
-/// the next request. One object may be attached to several contexts: the first to end a frame serves a
-/// request.
+/// Base of captures that take one picture for each Request. The host implements OnData(aSuccess); if aSuccess
+/// is 1, the pixmap of the request holds the picture. The object holds a reference to that pixmap until the
+/// same draw thread serves the next request. One object may be attached to several contexts: the first
+/// context that ends a frame serves a request.
 class GLCaptureBase : public GLClient<IGLCapture> {
  public:
-  /// Asks for a picture of the next frame; a request that isn't served yet is replaced. Any thread.
+  /// Requests a picture of the next frame, and replaces a request that is not served yet. Any thread.
   void Request(IGLPixmap* aTarget, const GLCaptureRequest& aRequest = {}) noexcept {
-    auto target = GLPtr<IGLPixmap>::FromBorrowed(aTarget);  // the one before is released without the lock
+    auto target = GLPtr<IGLPixmap>::FromBorrowed(aTarget);  // releases the previous pixmap without the lock
     const std::scoped_lock lock(m_Lock);
     std::swap(m_Waiting.m_pTarget, target);
     m_Waiting.m_Request = aRequest;
     m_bWanted = true;
   }
 
-  /// Without memory the request waits for a later frame.
+  /// If memory is short, the request waits for a later frame.
   HRESULT IsEnabled(LONG* aEnabled) noexcept override {
     if (aEnabled == nullptr) return E_INVALIDARG;
     *aEnabled = 0;
@@ -153,21 +154,22 @@ class GLCaptureBase : public GLClient<IGLCapture> {
     GLCaptureRequest m_Request;
   };
 
-  /// What the calling draw thread serves, under the lock; null if it has served nothing yet.
+  /// Returns the request that the calling draw thread serves; null if it has served none yet. The caller
+  /// holds the lock.
   Job* ServedHere() noexcept {
     for (auto& [thread, job] : m_Serving) {
       if (thread == std::this_thread::get_id()) return &job;
     }
     return nullptr;
   }
-  /// A copy of it, with a reference to the pixmap.
+  /// Returns a copy of that request, with a reference to the pixmap.
   Job Served() noexcept {
     const std::scoped_lock lock(m_Lock);
     const Job* job = ServedHere();
     return job != nullptr ? *job : Job();
   }
 
-  std::mutex m_Lock;  // guards all that follows
+  std::mutex m_Lock;  // guards the following members
   Job m_Waiting;
   bool m_bWanted = false;
   std::vector<std::pair<std::thread::id, Job>> m_Serving;  // one per draw thread that has served a request

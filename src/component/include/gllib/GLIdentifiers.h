@@ -1,6 +1,6 @@
 /// @file
-/// The interface identifiers by their published names. Each is also reachable from its interface, as
-/// Identifier.
+/// The interface identifiers by the names that existing hosts use. Each is also the member Identifier of its
+/// interface.
 
 #pragma once
 
@@ -22,7 +22,7 @@
 #include <gllib/IGLViewer.h>
 #include <gllib/IGLViewerGauge.h>
 
-/// The identifier of the interface of this name.
+/// Identifier of the interface with this name.
 /// @{
 inline constexpr IID IID_IGLContext = IGLContext::Identifier;
 inline constexpr IID IID_IGLContext2 = IGLContext2::Identifier;

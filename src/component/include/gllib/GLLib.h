@@ -1,5 +1,5 @@
 /// @file
-/// All interfaces, classes, structures and identifiers of the component. Include this one.
+/// All interfaces, classes, structures and identifiers of the component. Hosts include this file.
 
 #pragma once
 

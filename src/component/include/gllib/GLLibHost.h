@@ -1,6 +1,6 @@
 /// @file
-/// What makes a host in C++ comfortable, header only: GLPtr, GLString, creation of objects, and the bases of
-/// painters, gauges and captures. Include this one; the interfaces come with it.
+/// Helpers for hosts in C++, header only: GLPtr, GLString, creation of objects, and the bases of painters,
+/// gauges and captures. Includes GLLib.h.
 
 #pragma once
 
@@ -11,7 +11,7 @@
 #include <gllib/GLPtr.h>
 #include <gllib/GLString.h>
 
-/// Makes an object of one of the 14 classes of the linked module. Any thread.
+/// Creates an object of one of the 14 classes of the linked module. Any thread.
 /// @param rclsid the class
 /// @param riid   the wanted interface
 /// @param ppv    receives a counted reference, or null
@@ -24,8 +24,8 @@ inline HRESULT GLCreateObject(REFCLSID rclsid, REFIID riid, void** ppv) noexcept
   return FAILED(got) ? got : factory->CreateInstance(nullptr, riid, ppv);
 }
 
-/// Makes an object of the linked module: auto context = GLCreate<IGLContext>(CLSID_GLContext);
-/// @return a counted pointer; null when the object can't be made or hasn't got the interface
+/// Creates an object of the linked module: auto context = GLCreate<IGLContext>(CLSID_GLContext);
+/// @return a counted pointer; null if the object cannot be created or does not have the interface
 template <class Interface>
 GLPtr<Interface> GLCreate(REFCLSID rclsid) noexcept {
   GLPtr<Interface> object;
@@ -33,8 +33,9 @@ GLPtr<Interface> GLCreate(REFCLSID rclsid) noexcept {
   return object;
 }
 
-/// Makes an object of a registered class: auto context = GLCreate<IGLContext>("Gl.GLContext.1");
-/// @return a counted pointer; null when it isn't registered, can't be made or hasn't got the interface
+/// Creates an object of a registered class: auto context = GLCreate<IGLContext>("Gl.GLContext.1");
+/// @return a counted pointer; null if the class is not registered, or the object cannot be created or does
+///         not have the interface
 template <class Interface>
 GLPtr<Interface> GLCreate(const char* aProgID) noexcept {
   GLPtr<Interface> object;

@@ -1,7 +1,7 @@
 /// @file
 /// Navigation, header only: orbit, pan, zoom, fit, standard views with transitions, and first-person
-/// movement, in perspective and parallel projection. All of it changes a GLViewGeometry, which the host reads
-/// from a viewer before and applies to it afterwards:
+/// movement, in perspective and parallel projection. Functions change a GLViewGeometry. The host reads it
+/// from a viewer and applies it afterwards:
 ///
 ///     GLViewGeometry view = GLViewGeometry::Of(context, viewer);
 ///     GLOrbit(view, pivot, 0.01 * right, 0.01 * down);
@@ -15,20 +15,20 @@
 
 #include <utility>
 
-/// The direction that orbit and look keep upright, unless the host says otherwise.
+/// Default upward axis of orbit and look.
 inline constexpr GLDATA_POINT GLUpward = {0, 1, 0};
 
-/// Turns the eye about a pivot, which keeps its pixel exactly, wherever it lies.
-/// @param aView  changes
-/// @param aPivot a point of the world, for instance the one under the mouse
-/// @param aRight radians about the upward axis: above 0 the eye goes to the right
-/// @param aUp    radians about the eye's own horizontal: above 0 the eye goes up, at most to the pole
+/// Rotates the eye about a pivot. The pivot keeps its pixel exactly.
+/// @param aView  the view to change
+/// @param aPivot a world point, for example the one under the mouse
+/// @param aRight radians about the upward axis; positive moves the eye to the right
+/// @param aUp    radians about the eye's horizontal axis; positive moves the eye up, at most to the pole
 /// @param aUpward the upward axis through the pivot; of length 1
 inline void GLOrbit(GLViewGeometry& aView, const GLDATA_POINT& aPivot, double aRight, double aUp,
                     const GLDATA_POINT& aUpward = GLUpward) noexcept {
   using namespace GLVector;
   GLEye& eye = aView.m_Eye;
-  // An eye that stands upright stops above and below the pivot. One that is tilted has no pole to stop at.
+  // An upright eye stops above and below the pivot. A tilted eye has no pole.
   constexpr double kUpright = 1e-6;
   if (std::abs(Dot(eye.m_sRight, aUpward)) < kUpright) {
     const double elevation = std::atan2(Dot(eye.m_sBack, aUpward), Dot(eye.m_sUp, aUpward));
@@ -38,7 +38,7 @@ inline void GLOrbit(GLViewGeometry& aView, const GLDATA_POINT& aPivot, double aR
   const auto turned = [&](const GLDATA_POINT& aVector) {
     return Turned(Turned(aVector, eye.m_sRight, -aUp), aUpward, aRight);
   };
-  // The pivot's place in the eye's system stays, and with it its pixel.
+  // The pivot keeps its position in the eye's system, and therefore its pixel.
   const GLDATA_POINT pivot = eye.PointToEye(aPivot);
   GLEye result = {{}, Unit(turned(eye.m_sRight)), {}, turned(eye.m_sBack)};
   result.m_sUp = Unit(Cross(result.m_sBack, result.m_sRight));
@@ -47,22 +47,21 @@ inline void GLOrbit(GLViewGeometry& aView, const GLDATA_POINT& aPivot, double aR
   eye = result;
 }
 
-/// Moves the eye parallel to the screen so that a point of the world appears at a place of the window.
-/// @param aView  changes
-/// @param aPoint for instance the point that was under the mouse when the drag began
-/// @param aPixel where the mouse is now
+/// Moves the eye parallel to the screen so that a world point appears at a position in the window.
+/// @param aView  the view to change
+/// @param aPoint for example the point under the mouse at the start of the drag
+/// @param aPixel current position of the mouse
 inline void GLPan(GLViewGeometry& aView, const GLDATA_POINT& aPoint, const GLPixelPlace& aPixel) noexcept {
   using namespace GLVector;
   const GLDATA_POINT shift = Difference(aPoint, aView.PointInPlaneOf(aPoint, aPixel));
   aView.m_Eye.m_sOrigin = Sum(aView.m_Eye.m_sOrigin, shift);
 }
 
-/// Brings the picture nearer or further away. A point of the world keeps its pixel: the one under the cursor.
-/// @param aView   changes
-/// @param aPoint  a perspective eye goes towards it or away from it; it must not be the eye's own place
-/// @param aFactor of the distance in a perspective, of the extents in a parallel projection; below 1 is
-/// nearer.
-///                Above 0
+/// Zooms in or out. A world point, usually the one under the cursor, keeps its pixel.
+/// @param aView   the view to change
+/// @param aPoint  a perspective eye moves towards it or away from it; it must not be the eye's position
+/// @param aFactor factor of the distance in perspective, of the extents in parallel projection; greater than
+///                0. Below 1 zooms in
 inline void GLZoom(GLViewGeometry& aView, const GLDATA_POINT& aPoint, double aFactor) noexcept {
   using namespace GLVector;
   GLEye& eye = aView.m_Eye;
@@ -76,17 +75,17 @@ inline void GLZoom(GLViewGeometry& aView, const GLDATA_POINT& aPoint, double aFa
   aView.m_sOrthoMax = {aView.m_sOrthoMax.x * aFactor, aView.m_sOrthoMax.y * aFactor, aView.m_sOrthoMax.z};
 }
 
-/// Moves the eye along its own axes, in units of the world. Forward shows in a perspective alone.
+/// Moves the eye along its axes, in world units. Forward is visible in perspective only.
 inline void GLWalk(GLViewGeometry& aView, double aRight, double aUp, double aForward) noexcept {
   GLEye& eye = aView.m_Eye;
   eye.m_sOrigin = eye.PointToWorld({aRight, aUp, -aForward});
 }
 
-/// Turns the head: the eye keeps its place.
-/// @param aView changes
-/// @param aLeft radians about the upward axis: above 0 looks to the left
-/// @param aUp   radians: above 0 looks up, at most straight up
-/// @param aUpward of length 1
+/// Rotates the eye about its position.
+/// @param aView the view to change
+/// @param aLeft radians about the upward axis; positive looks to the left
+/// @param aUp   radians; positive looks up, at most straight up
+/// @param aUpward the upward axis, of length 1
 inline void GLLook(GLViewGeometry& aView, double aLeft, double aUp,
                    const GLDATA_POINT& aUpward = GLUpward) noexcept {
   const GLDATA_POINT place = aView.m_Eye.m_sOrigin;
@@ -94,10 +93,11 @@ inline void GLLook(GLViewGeometry& aView, double aLeft, double aUp,
   aView.m_Eye.m_sOrigin = place;
 }
 
-/// Sets near and far plane so that a ball lies between them. To be called after each movement.
-/// @param aView   changes
-/// @param aCentre of the ball
-/// @param aRadius above 0. A perspective's near plane keeps 1/1000 of the far one's distance at least
+/// Sets near and far plane so that a ball is between them. Call it after each movement.
+/// @param aView   the view to change
+/// @param aCentre centre of the ball
+/// @param aRadius radius of the ball, greater than 0. In perspective the near plane keeps at least 1/1000 of
+///                the far plane's distance
 inline void GLFitDepth(GLViewGeometry& aView, const GLDATA_POINT& aCentre, double aRadius) noexcept {
   const double distance = -aView.m_Eye.PointToEye(aCentre).z;
   aView.m_sOrthoMin.z = distance - aRadius;
@@ -106,12 +106,12 @@ inline void GLFitDepth(GLViewGeometry& aView, const GLDATA_POINT& aCentre, doubl
   aView.m_dNear = std::max(distance - aRadius, aView.m_dFar / 1000.0);
 }
 
-/// Brings a ball into view, in the middle, as large as fits; the direction of sight stays.
-/// @param aView   changes
-/// @param aCentre of the ball
-/// @param aRadius above 0
-/// @param aMargin 1 lets the ball touch the edge, 1.1 leaves a tenth
-/// @return false, with nothing changed, in a perspective that has no field of view
+/// Centres a ball in the view, as large as fits. The view direction does not change.
+/// @param aView   the view to change
+/// @param aCentre centre of the ball
+/// @param aRadius radius of the ball, greater than 0
+/// @param aMargin 1 lets the ball touch the edge; 1.1 adds a margin of a tenth
+/// @return true; false in a perspective with a field of view of 0 (nothing changes)
 inline bool GLFitBall(GLViewGeometry& aView, const GLDATA_POINT& aCentre, double aRadius,
                       double aMargin = 1.04) noexcept {
   using namespace GLVector;
@@ -119,7 +119,8 @@ inline bool GLFitBall(GLViewGeometry& aView, const GLDATA_POINT& aCentre, double
   perspective.m_bOrtho = false;
   const auto [tangentX, tangentY] = perspective.HalfExtents();
   const double tangent = std::min(tangentX, tangentY);
-  // A parallel eye stands where a perspective one would, so that the projection can be exchanged.
+  // In parallel projection the eye gets the same position as in perspective, so that hosts can switch the
+  // projection.
   double distance = aRadius * aMargin / std::sin(std::atan(tangent));
   if (!std::isfinite(tangent) || !std::isfinite(distance)) {
     if (!aView.m_bOrtho) return false;
@@ -133,11 +134,11 @@ inline bool GLFitBall(GLViewGeometry& aView, const GLDATA_POINT& aCentre, double
   return true;
 }
 
-/// Brings a box into view, as large as its eight corners fit; the direction of sight stays.
-/// @param aView      changes
-/// @param aMin, aMax two opposite corners, of a box that isn't a single point
+/// Centres a box in the view, as large as its eight corners fit. The view direction does not change.
+/// @param aView      the view to change
+/// @param aMin, aMax two opposite corners; they must differ
 /// @param aMargin    as at GLFitBall
-/// @return false, with nothing changed, in a perspective that has no field of view
+/// @return true; false in a perspective with a field of view of 0 (nothing changes)
 inline bool GLFitBox(GLViewGeometry& aView, const GLDATA_POINT& aMin, const GLDATA_POINT& aMax,
                      double aMargin = 1.04) noexcept {
   using namespace GLVector;
@@ -145,7 +146,7 @@ inline bool GLFitBox(GLViewGeometry& aView, const GLDATA_POINT& aMin, const GLDA
   const double radius = Length(Difference(aMax, aMin)) * 0.5;
   GLViewGeometry fitted = aView;
   if (!GLFitBall(fitted, centre, radius, aMargin)) return false;
-  // How far the corners reach to either side, per axis: in the perspective together with their depth.
+  // Extents of the corners to both sides, per axis; in perspective combined with their depth.
   const auto [halfX, halfY] = fitted.HalfExtents();
   const double slopeX = fitted.m_bOrtho ? 0.0 : halfX / aMargin;
   const double slopeY = fitted.m_bOrtho ? 0.0 : halfY / aMargin;
@@ -166,12 +167,12 @@ inline bool GLFitBox(GLViewGeometry& aView, const GLDATA_POINT& aMin, const GLDA
     const double aspect = fitted.Aspect();
     const double half = aMargin * std::max((right + left) / 2 / std::max(aspect, 1.0),
                                            (top + bottom) / 2 / std::max(1.0 / aspect, 1.0));
-    if (!(half > 0.0)) return false;  // a line that runs along the sight
+    if (!(half > 0.0)) return false;  // a line along the view direction
     fitted.m_sOrthoMin = {-half, -half, fitted.m_sOrthoMin.z};
     fitted.m_sOrthoMax = {half, half, fitted.m_sOrthoMax.z};
     place.z = -fitted.m_Eye.PointToEye(centre).z;
   } else {
-    // A wide field of view would let the eye touch a corner.
+    // With a wide field of view the eye could touch a corner.
     place.z = std::max({(right + left) / 2 / slopeX, (top + bottom) / 2 / slopeY, front + radius / 10});
   }
   fitted.m_Eye.m_sOrigin = Sum(centre, fitted.m_Eye.VectorToWorld(place));
@@ -180,14 +181,14 @@ inline bool GLFitBox(GLViewGeometry& aView, const GLDATA_POINT& aMin, const GLDA
   return true;
 }
 
-/// The directions that models are looked at from.
+/// The standard view directions.
 enum class GLStandardView { Front, Back, Left, Right, Top, Bottom, Isometric };
 
-/// Turns the eye to a standard view; its place stays, so a fit should follow. Front looks along -z in a world
-/// whose y points upward, and along y in one whose z does.
-/// @param aView      changes
-/// @param aDirection the view
-/// @param aZUpward whether the world's z points upward
+/// Rotates the eye to a standard view. Its position does not change, so call a fit function afterwards. Front
+/// looks along -z in a world with y up, and along y in a world with z up.
+/// @param aView      the view to change
+/// @param aDirection the standard view
+/// @param aZUpward true for a world with z up, false for y up
 inline void GLTurnTo(GLViewGeometry& aView, GLStandardView aDirection, bool aZUpward = false) noexcept {
   using namespace GLVector;
   double right = 0, up = 0;
@@ -220,23 +221,24 @@ inline void GLTurnTo(GLViewGeometry& aView, GLStandardView aDirection, bool aZUp
   aView.m_Eye.m_sOrigin = place;
 }
 
-/// A smooth way from one view to another. The host drives it: it applies At(seconds) until IsOver(seconds).
+/// A smooth transition from one view to another. The host applies At(seconds) until IsOver(seconds).
 class GLTransition {
  public:
   /// @param aFrom, aTo two views with the same projection
-  /// @param aCentre    what is looked at; it goes straight from its place in the one view to that in the
-  /// other
-  /// @param aRadius    of the ball about aCentre that stays between near and far plane on the way; above 0
-  /// @param aSeconds   how long it takes; 0 or less is over at once
+  /// @param aCentre    centre of interest; it moves on a straight line from its position in the first view to
+  ///                   that in the second
+  /// @param aRadius    radius of the ball about aCentre that is kept between near and far plane; greater than
+  ///                   0
+  /// @param aSeconds   duration; with 0 or less the transition is over at once
   GLTransition(const GLViewGeometry& aFrom, const GLViewGeometry& aTo, const GLDATA_POINT& aCentre,
                double aRadius, double aSeconds = 0.4) noexcept
       : m_From(aFrom), m_To(aTo), m_sCentre(aCentre), m_dRadius(aRadius), m_dSeconds(aSeconds) {
-    // The turn between the two, as an axis and an angle, from the quaternion of the rotation matrix.
+    // The rotation between the two views as axis and angle, from the quaternion of the rotation matrix.
     using namespace GLVector;
     const GLDATA_POINT a[3] = {aFrom.m_Eye.VectorToEye(aTo.m_Eye.m_sRight),
                                aFrom.m_Eye.VectorToEye(aTo.m_Eye.m_sUp),
                                aFrom.m_Eye.VectorToEye(aTo.m_Eye.m_sBack)};
-    // Of the four forms of the quaternion the one with the largest component is exact.
+    // Of the four forms of the quaternion, the one with the largest component is the most accurate.
     const std::array<double, 4> squares = {1 + a[0].x + a[1].y + a[2].z, 1 + a[0].x - a[1].y - a[2].z,
                                            1 - a[0].x + a[1].y - a[2].z, 1 - a[0].x - a[1].y + a[2].z};
     const double yz = a[1].z - a[2].y, zx = a[2].x - a[0].z, xy = a[0].y - a[1].x;
@@ -252,16 +254,17 @@ class GLTransition {
     m_sAxis = aFrom.m_Eye.VectorToWorld(Unit(vector));
   }
 
-  /// Whether the way ends before or at this time.
+  /// Returns whether the transition has ended at this time.
   bool IsOver(double aSeconds) const noexcept { return !(aSeconds < m_dSeconds); }
 
-  /// The view at a time since the start; exactly the first one at 0, exactly the last one at the end.
+  /// Returns the view at a time since the start: exactly the first view at 0, exactly the last view at the
+  /// end.
   GLViewGeometry At(double aSeconds) const noexcept {
     using namespace GLVector;
     if (IsOver(aSeconds)) return m_To;
     if (!(aSeconds > 0.0)) return m_From;
     const double share = aSeconds / m_dSeconds;
-    const double t = share * share * (3.0 - 2.0 * share);  // starts and ends gently
+    const double t = share * share * (3.0 - 2.0 * share);  // smooth start and end
     GLViewGeometry view = m_To;
     GLEye& eye = view.m_Eye;
     const auto turned = [&](const GLDATA_POINT& aVector) { return Turned(aVector, m_sAxis, m_dAngle * t); };
@@ -271,7 +274,7 @@ class GLTransition {
     const GLDATA_POINT from = m_From.m_Eye.PointToEye(m_sCentre), to = m_To.m_Eye.PointToEye(m_sCentre);
     const double z = Between(-from.z, -to.z, t);
     GLDATA_POINT place = {Mix(from.x, to.x, t), Mix(from.y, to.y, t), -z};
-    if (from.z < 0.0 && to.z < 0.0) {  // straight on the screen
+    if (from.z < 0.0 && to.z < 0.0) {  // a straight line on the screen
       place.x = Mix(from.x / -from.z, to.x / -to.z, t) * z;
       place.y = Mix(from.y / -from.z, to.y / -to.z, t) * z;
     }
@@ -284,7 +287,7 @@ class GLTransition {
 
  private:
   static double Mix(double a, double b, double t) noexcept { return a + (b - a) * t; }
-  /// Between two distances by equal factors in equal times.
+  /// Interpolates geometrically between two distances.
   static double Between(double a, double b, double t) noexcept {
     return a > 0.0 && b > 0.0 ? a * std::pow(b / a, t) : Mix(a, b, t);
   }
@@ -299,6 +302,6 @@ class GLTransition {
   GLViewGeometry m_From, m_To;
   GLDATA_POINT m_sCentre;
   double m_dRadius, m_dSeconds;
-  GLDATA_POINT m_sAxis = {0, 0, 1};  // of the turn, in the world
+  GLDATA_POINT m_sAxis = {0, 0, 1};  // axis of the rotation, in the world
   double m_dAngle = 0.0;             // radians
 };

@@ -1,6 +1,6 @@
 /// @file
-/// Drawing over the scene, header only: an overlay bracket for labels, text of a fixed size on the screen,
-/// and the model point under a pixel. These call GL themselves, so the host links GL (-lGL, opengl32). In
+/// Drawing over the scene, header only: a scoped overlay for labels, text with a fixed size on the screen,
+/// and the model point under a pixel. The functions call GL, so the host links GL (-lGL, opengl32). For
 /// painters and gauges, on the draw thread.
 
 #pragma once
@@ -14,19 +14,19 @@
 #include <optional>
 #include <utility>
 
-/// The part of the surface that the running pass draws into.
+/// The part of the surface into which the running pass draws.
 struct GLPassArea {
-  GLint m_aiViewport[4];  ///< what the whole picture is mapped to
-  GLint m_aiVisible[4];   ///< what can be drawn on: the clip rectangle, or all of the viewport
+  GLint m_aiViewport[4];  ///< viewport of the whole picture
+  GLint m_aiVisible[4];   ///< drawable part: the clip rectangle, or the whole viewport
 
-  /// Reads it from GL.
+  /// Reads the values from GL.
   static GLPassArea Current() noexcept {
     GLPassArea area{};
     glGetIntegerv(GL_VIEWPORT, area.m_aiViewport);
     glGetIntegerv(glIsEnabled(GL_SCISSOR_TEST) != GL_FALSE ? GL_SCISSOR_BOX : GL_VIEWPORT, area.m_aiVisible);
     return area;
   }
-  /// Whether a pixel, counted from the lower left, can be drawn on.
+  /// Returns whether a pixel is in the drawable part. Pixels count from the lower left.
   bool Holds(GLint aX, GLint aY) const noexcept {
     const auto holds = [&](const GLint* aBox) {
       return aX >= aBox[0] && aY >= aBox[1] && aX - aBox[0] < aBox[2] && aY - aBox[1] < aBox[3];
@@ -35,23 +35,24 @@ struct GLPassArea {
   }
 };
 
-/// What the numbers of an overlay mean.
+/// Units of the coordinates of an overlay.
 enum class GLOverlayUnits {
-  World,  ///< points of the world, as in the painter
-  Pixels  ///< pixels from the top left of what the viewer shows, y downward
+  World,  ///< world coordinates, as in the painter
+  Pixels  ///< pixels from the top left of the viewer, y points down
 };
 
-/// Draws over everything: without depth test, clip planes, lighting, fog, textures and hidden faces. The end
-/// of the object brings all of it back, the matrices and the current colour too. Brackets pair up like
-/// pushes, and take one place of the attribute stack and of both matrix stacks.
+/// A scope in which drawing covers everything: depth test, clip planes, lighting, fog, textures and culling
+/// are off. The destructor restores them, the matrices and the current colour. Overlays nest like pushes.
+/// Each takes one entry of the attribute stack and of both matrix stacks.
 ///
-/// Use draw attributes of their own inside: an object that was applied inside and is applied again as the
-/// next one after the bracket sends its colour alone (IGLCanvas::SetDrawAttributes). In a selection pass an
-/// overlay in pixels isn't where the picture has it: draw none there.
+/// Use separate draw attributes inside. If the object applied last inside is the first one applied after the
+/// overlay, the canvas sends only its colour (IGLCanvas::SetDrawAttributes). In a selection pass the position
+/// of an overlay in pixels does not match the picture: do not draw it there.
 class GLOverlay {
  public:
-  /// @param aUnits what coordinates mean
-  /// @param aScale for a picture that is larger than the window (GLViewing::Scale); pixels are the window's
+  /// @param aUnits units of the coordinates
+  /// @param aScale factor of a picture larger than the window (GLViewing::Scale); units remain pixels of the
+  ///               window
   explicit GLOverlay(GLOverlayUnits aUnits = GLOverlayUnits::World, double aScale = 1.0) noexcept
       : m_Area(GLPassArea::Current()), m_dScale(aScale) {
     glPushAttrib(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT | GL_CURRENT_BIT | GL_LIGHTING_BIT | GL_LINE_BIT |
@@ -83,13 +84,13 @@ class GLOverlay {
   GLOverlay(const GLOverlay&) = delete;
   GLOverlay& operator=(const GLOverlay&) = delete;
 
-  /// The width of what the viewer shows, in overlay pixels.
+  /// Returns the width of the viewer in overlay pixels.
   double Width() const noexcept { return m_Area.m_aiVisible[2] / m_dScale; }
-  /// As Width.
+  /// Returns the height of the viewer in overlay pixels.
   double Height() const noexcept { return m_Area.m_aiVisible[3] / m_dScale; }
 
-  /// Where a point of the world stands in an overlay in pixels, in z its depth from 0 to 1.
-  /// @return nothing for a point outside the view volume's depth
+  /// Converts a world point to an overlay in pixels; z is its depth from 0 to 1.
+  /// @return the point; nothing for a point outside the depth range of the view volume
   std::optional<GLDATA_POINT> PlaceOf(IGLCanvas& aCanvas, GLDATA_POINT aPoint) const noexcept {
     const auto mapping = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas3>();
     GLDATA_POINT window = {0, 0, -1};
@@ -114,18 +115,18 @@ class GLOverlay {
   double m_dScale;
 };
 
-/// Text of one face that keeps its size on the screen, in pictures of any factor too.
+/// Text of one face with a fixed size on the screen, also in pictures with a scale factor.
 class GLRasterText {
  public:
-  /// @param aFace, aFontStyle, aWeight, aHeight as at IGLContext::CreateRasterFont; a height other than 0
+  /// @param aFace, aFontStyle, aWeight, aHeight as at IGLContext::CreateRasterFont; the height must not be 0
   GLRasterText(GLString aFace, int aHeight, int aWeight = 400, int aFontStyle = 0)
       : m_Face(std::move(aFace)), m_iHeight(aHeight), m_iWeight(aWeight), m_iStyle(aFontStyle) {}
 
-  /// Prints in the current colour, with the lower left corner at a point of the current coordinates. Its
-  /// first use at a factor creates a font of the context, so not with a list open.
-  /// @param aContext the context that is drawn
+  /// Draws a text in the current colour with its lower left corner at a point. The first call with a factor
+  /// creates a font in the context, so no list may be open.
+  /// @param aContext the running pass's context
   /// @param aText     as at IGLFont::Print
-  /// @param aPlace    in the current coordinates
+  /// @param aPlace    position in current coordinates
   /// @param aScale    as at GLOverlay
   /// @return as IGLFont::Print
   HRESULT Print(IGLContext& aContext, BSTR aText, GLDATA_POINT aPlace, double aScale = 1.0) {
@@ -139,7 +140,7 @@ class GLRasterText {
     }
     return size.font != nullptr ? size.font->Print(aText, &aPlace) : E_FAIL;
   }
-  /// Removes the fonts from their context. Any thread; else they stay until the context ends.
+  /// Removes the fonts from their context. Without this call they exist until the context ends. Any thread.
   void Destroy(IGLContext& aContext) noexcept {
     for (Size* size : {&m_Window, &m_Picture}) {
       if (size->font != nullptr) aContext.DestroyFont(std::exchange(size->font, nullptr));
@@ -148,21 +149,21 @@ class GLRasterText {
 
  private:
   struct Size {
-    IGLFont* font = nullptr;  // borrowed, the context's
+    IGLFont* font = nullptr;  // borrowed from the context
     int height = 0;           // pixels
   };
 
   GLString m_Face;
   int m_iHeight, m_iWeight, m_iStyle;
-  Size m_Window, m_Picture;  // the picture's is kept for the next picture
+  Size m_Window, m_Picture;  // the picture's font is kept for the next picture
 };
 
-/// Reads the depth buffer: the point of the world that the running pass has drawn at a pixel. To be called at
-/// the end of a painter, in a frame's pass. GLViewing::PointUnder asks from the host's side.
-/// @param aCanvas  the painter's
-/// @param aContext the painter's
-/// @param aPixel   in the window; the point is the one under the middle of its pixel
-/// @return nothing where nothing was drawn, or outside what the viewer shows
+/// Reads the depth buffer and returns the world point that the running pass has drawn at a pixel. Call it at
+/// the end of a painter in a frame's pass. Other host code calls GLViewing::PointUnder.
+/// @param aCanvas  the argument of the painter
+/// @param aContext the argument of the painter
+/// @param aPixel   position in the window; the middle of its pixel is used
+/// @return the point; nothing if nothing was drawn there, or outside the viewer
 inline std::optional<GLDATA_POINT> GLReadPoint(IGLCanvas& aCanvas, IGLContext& aContext,
                                                const GLPixelPlace& aPixel) noexcept {
   int height = 0;

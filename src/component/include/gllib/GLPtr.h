@@ -1,5 +1,5 @@
 /// @file
-/// GLPtr: a counted interface pointer. Any thread, each pointer on its own.
+/// GLPtr: a counted interface pointer. Any thread, but only one at a time per pointer.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <utility>
 
-/// The identifier of an interface, from its type.
+/// Returns the identifier of an interface from its type.
 template <class Interface>
 constexpr const IID& GLIdentifierOf() noexcept {
   if constexpr (std::is_same_v<Interface, IUnknown>) {
@@ -18,14 +18,14 @@ constexpr const IID& GLIdentifierOf() noexcept {
   }
 }
 
-/// Holds one reference to an object through one of its interfaces, and releases it at its end.
+/// Holds one reference to an object through one of its interfaces. The destructor releases it.
 template <class Interface>
 class GLPtr {
  public:
   GLPtr() noexcept = default;
-  /// Holds nothing.
+  /// Creates a null pointer.
   GLPtr(std::nullptr_t) noexcept {}
-  /// Takes a reference of its own to a pointer that the caller only borrows (CreateViewer, CreateLight).
+  /// Adds a reference to a borrowed pointer (CreateViewer, CreateLight).
   static GLPtr FromBorrowed(Interface* aPointer) noexcept {
     if (aPointer != nullptr) aPointer->AddRef();
     return FromCounted(aPointer);
@@ -36,45 +36,46 @@ class GLPtr {
     result.m_p = aPointer;
     return result;
   }
-  /// Takes a reference of its own.
+  /// Adds a reference.
   GLPtr(const GLPtr& aOther) noexcept : m_p(aOther.m_p) {
     if (m_p != nullptr) m_p->AddRef();
   }
-  /// Takes the other's reference over.
+  /// Takes over the other pointer's reference.
   GLPtr(GLPtr&& aOther) noexcept : m_p(std::exchange(aOther.m_p, nullptr)) {}
   ~GLPtr() {
     if (m_p != nullptr) m_p->Release();
   }
-  /// Lets go of what is held and holds what the other does.
+  /// Releases the held reference and takes the other pointer's.
   GLPtr& operator=(GLPtr aOther) noexcept {
     std::swap(m_p, aOther.m_p);
     return *this;
   }
 
-  /// The pointer, borrowed.
+  /// Returns the pointer, borrowed.
   Interface* Get() const noexcept { return m_p; }
-  /// The object's operations.
+  /// Accesses the object's operations.
   Interface* operator->() const noexcept { return m_p; }
-  /// The object.
+  /// Returns the object.
   Interface& operator*() const noexcept { return *m_p; }
-  /// Whether anything is held.
+  /// Returns whether the pointer is not null.
   explicit operator bool() const noexcept { return m_p != nullptr; }
 
-  /// Lets go of what is held and gives the place for an operation to write a counted reference to.
+  /// Releases the held reference and returns the pointer's address, so that an operation can store a counted
+  /// reference there.
   Interface** Put() noexcept {
     Reset();
     return &m_p;
   }
-  /// As Put, for operations that write an untyped pointer.
+  /// Same as Put, for operations with a void** argument.
   void** PutVoid() noexcept { return reinterpret_cast<void**>(Put()); }
-  /// Hands the reference to the caller.
+  /// Returns the reference and gives up ownership: the caller releases it.
   Interface* Detach() noexcept { return std::exchange(m_p, nullptr); }
-  /// Lets go of what is held.
+  /// Releases the held reference.
   void Reset() noexcept {
     if (Interface* old = std::exchange(m_p, nullptr)) old->Release();
   }
 
-  /// Asks the object for another of its interfaces. @return null when it has none such
+  /// Returns another interface of the object; null if it does not have it.
   template <class Other>
   GLPtr<Other> As() const noexcept {
     GLPtr<Other> result;
@@ -82,7 +83,7 @@ class GLPtr {
     return result;
   }
 
-  /// Whether both hold the same pointer.
+  /// Returns whether both hold the same pointer.
   friend bool operator==(const GLPtr& a, const GLPtr& b) noexcept { return a.m_p == b.m_p; }
 
  private:

@@ -1,6 +1,6 @@
 /// @file
-/// The canvas that GLViewing hands to painters in a picture that is larger than the window, header only. A
-/// part of gllib/GLViewing.h. Draw thread.
+/// The canvas that GLViewing passes to painters for a picture larger than the window, header only. A part of
+/// gllib/GLViewing.h. Draw thread.
 
 #pragma once
 
@@ -9,17 +9,17 @@
 
 #include <atomic>
 
-/// A canvas that draws lines, stipples and points larger by a factor, and is otherwise the component's own
-/// one, which also answers for all further interfaces.
+/// A canvas that enlarges lines, stipples and points by a factor. It forwards all other operations, and
+/// queries for further interfaces, to the component's canvas.
 class GLScaledCanvas final : public IGLCanvas {
  public:
-  /// @param aCanvas the component's own; borrowed, for as long as the object lives
-  /// @param aFactor how much larger
+  /// @param aCanvas the component's canvas; borrowed for the lifetime of this object
+  /// @param aFactor scale factor
   GLScaledCanvas(IGLCanvas& aCanvas, int aFactor) noexcept : m_Canvas(aCanvas), m_iFactor(aFactor) {}
   GLScaledCanvas(const GLScaledCanvas&) = delete;
   GLScaledCanvas& operator=(const GLScaledCanvas&) = delete;
 
-  /// IGLCanvas and IUnknown are this object's, the others the component's.
+  /// Returns this object for IGLCanvas and IUnknown, and the component's canvas for other interfaces.
   HRESULT QueryInterface(REFIID riid, void** ppv) noexcept override {
     if (ppv == nullptr) return E_POINTER;
     if (riid != IID_IUnknown && riid != GLIdentifierOf<IGLCanvas>())
@@ -28,9 +28,9 @@ class GLScaledCanvas final : public IGLCanvas {
     AddRef();
     return S_OK;
   }
-  /// The object lives for one pass, whatever is counted.
+  /// Counts, but without effect: the object exists for one pass.
   ULONG AddRef() noexcept override { return ++m_uReferences; }
-  /// As AddRef.
+  /// Counts without effect, as AddRef.
   ULONG Release() noexcept override { return --m_uReferences; }
 
   HRESULT SetVertexLineWidth(float aValue) noexcept override {
@@ -58,7 +58,7 @@ class GLScaledCanvas final : public IGLCanvas {
     return result;
   }
 
-  // The rest goes on as it is.
+  // Forwarded without change.
   HRESULT SetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept override {
     return m_Canvas.SetModelview6d(aMatrix);
   }

@@ -1,5 +1,5 @@
 /// @file
-/// GLString: a BSTR with an owner, made from UTF-8 and read as UTF-8. Any thread, each string on its own.
+/// GLString: owns a BSTR and converts it from and to UTF-8. Any thread, but only one at a time per string.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 #include <string_view>
 #include <utility>
 
-/// Owns the text that an operation takes or gives.
+/// Owns a text that is passed to or received from an operation.
 ///
 ///     font->Print(GLString("Grüße"), &start);
 ///     GLString face;
@@ -17,37 +17,37 @@
 class GLString {
  public:
   GLString() noexcept = default;
-  /// Makes a string from UTF-8; each byte that is no part of a character becomes U+FFFD.
+  /// Converts UTF-8. Each byte that is not part of a valid character becomes U+FFFD.
   GLString(std::string_view aUtf8) {
     const std::basic_string<OLECHAR> units = ToUtf16(aUtf8);
     m_Text = SysAllocStringLen(units.data(), static_cast<unsigned>(units.size()));
   }
-  /// As from a view; null makes an empty string.
+  /// Converts a UTF-8 C string; null becomes an empty string.
   GLString(const char* aUtf8) : GLString(std::string_view(aUtf8 != nullptr ? aUtf8 : "")) {}
-  /// Copies the text; without memory the copy is empty.
+  /// Copies the text. If memory is short, the copy is empty.
   GLString(const GLString& aOther) noexcept
       : m_Text(aOther.m_Text != nullptr ? SysAllocStringLen(aOther.m_Text, SysStringLen(aOther.m_Text))
                                         : nullptr) {}
-  /// Takes the other's text over.
+  /// Takes over the other string's text.
   GLString(GLString&& aOther) noexcept : m_Text(std::exchange(aOther.m_Text, nullptr)) {}
   ~GLString() { SysFreeString(m_Text); }
-  /// Frees what is held and takes the other's text.
+  /// Frees the held text and takes the other string's.
   GLString& operator=(GLString aOther) noexcept {
     std::swap(m_Text, aOther.m_Text);
     return *this;
   }
 
-  /// The text, borrowed; null counts as empty.
+  /// Returns the text, borrowed; null is an empty text.
   operator BSTR() const noexcept { return m_Text; }
-  /// Frees what is held and gives the place for an operation to write a string to.
+  /// Frees the held text and returns its address, so that an operation can store a text there.
   BSTR* Put() noexcept {
     SysFreeString(std::exchange(m_Text, nullptr));
     return &m_Text;
   }
-  /// Hands the text to the caller, to free by SysFreeString.
+  /// Returns the text and gives up ownership: the caller calls SysFreeString.
   BSTR Detach() noexcept { return std::exchange(m_Text, nullptr); }
 
-  /// The text as UTF-8; a surrogate with no partner becomes U+FFFD.
+  /// Returns the text as UTF-8. An unpaired surrogate becomes U+FFFD.
   std::string Utf8() const {
     std::string bytes;
     const unsigned length = SysStringLen(m_Text);
@@ -88,7 +88,7 @@ class GLString {
     put(0x80 | (c & 0x3F));
   }
 
-  /// Takes the next character off the front of aUtf8.
+  /// Removes the first character of aUtf8 and returns it.
   static char32_t TakeCharacter(std::string_view& aUtf8) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(aUtf8[i]); };
     const unsigned lead = byte(0);

@@ -1,6 +1,6 @@
 /// @file
-/// The structures that the interfaces pass, by their published names and layouts.
-/// Owns no state; any thread.
+/// The structures that the interfaces pass. Names and layouts are fixed: existing hosts are compiled against
+/// them. No state; any thread.
 
 #pragma once
 
@@ -13,7 +13,7 @@ struct GLDATA_POINT {
   double z;  ///< along the third axis
 };
 
-/// A colour; each component from 0 to 1.
+/// A colour with components from 0 to 1.
 struct GLDATA_RGBA {
   float m_fRed;    ///< 0 to 1
   float m_fGreen;  ///< 0 to 1
@@ -21,7 +21,7 @@ struct GLDATA_RGBA {
   float m_fAlpha;  ///< opacity, 0 to 1
 };
 
-/// A pixel: four bytes in this order in memory. Goes by value.
+/// A pixel: four bytes in this order in memory. Passed by value.
 struct GLDATA_RGBA4B {
   std::uint8_t m_bRed;    ///< 0 to 255
   std::uint8_t m_bGreen;  ///< 0 to 255
@@ -29,11 +29,11 @@ struct GLDATA_RGBA4B {
   std::uint8_t m_bAlpha;  ///< opacity, 0 to 255
 };
 
-/// A placement: as a matrix T(x, y, z) * Rx * Ry * Rz. Angles in radians.
+/// Origin and angles of a coordinate system, equal to the matrix T(x, y, z) * Rx * Ry * Rz.
 struct GLDATA_MATRIX6D {
-  double x;          ///< of the origin
-  double y;          ///< of the origin
-  double z;          ///< of the origin
+  double x;          ///< coordinate of the origin
+  double y;          ///< coordinate of the origin
+  double z;          ///< coordinate of the origin
   double m_dAngleX;  ///< radians about x
   double m_dAngleY;  ///< radians about y
   double m_dAngleZ;  ///< radians about z
@@ -47,13 +47,14 @@ struct GLDATA_MATRIX16D {
 /// One stored transparent triangle.
 struct GLDATA_TRANS_TRIANGLE {
   GLDATA_POINT m_sPoints[3];   ///< the corners
-  GLDATA_POINT m_sNormals[3];  ///< one a corner
-  GLDATA_RGBA m_sColors[3];    ///< one a corner
+  GLDATA_POINT m_sNormals[3];  ///< one per corner
+  GLDATA_RGBA m_sColors[3];    ///< one per corner
   GLDATA_POINT m_sCentroid;    ///< mean of the three points
-  double m_dMidDistance;       ///< the client's to fill; handed out as 0
+  double m_dMidDistance;       ///< 0 when returned; for the host's use
 };
 
-/// A place in a collection's walk: a slot number; negative or past the capacity once the walk has run off.
+/// The position of an iteration in a collection: a slot number. Negative or beyond the capacity after the
+/// end.
 struct GLPOSITION {
-  std::int32_t m_iIndex;  ///< the slot
+  std::int32_t m_iIndex;  ///< slot number
 };

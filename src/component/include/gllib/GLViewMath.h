@@ -1,6 +1,6 @@
 /// @file
-/// The geometry of a viewer as its pictures show it, header only: the eye, the projection, and the way
-/// between the world, the pixels of the window and the points of IGLContext::Select. Plain values; any
+/// The geometry of a viewer, header only: the eye, the projection, and conversions between the world, the
+/// pixels of the window and the points of IGLContext::Select. Results match the pictures. Plain values; any
 /// thread.
 
 #pragma once
@@ -31,22 +31,22 @@ inline GLDATA_POINT Difference(const GLDATA_POINT& a, const GLDATA_POINT& b) noe
 inline GLDATA_POINT Scaled(const GLDATA_POINT& a, double aFactor) noexcept {
   return {a.x * aFactor, a.y * aFactor, a.z * aFactor};
 }
-/// The scalar product.
+/// Returns the scalar product.
 inline double Dot(const GLDATA_POINT& a, const GLDATA_POINT& b) noexcept {
   return a.x * b.x + a.y * b.y + a.z * b.z;
 }
-/// The vector product.
+/// Returns the vector product.
 inline GLDATA_POINT Cross(const GLDATA_POINT& a, const GLDATA_POINT& b) noexcept {
   return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
-/// The length of a vector.
+/// Returns the length of a vector.
 inline double Length(const GLDATA_POINT& a) noexcept { return std::hypot(a.x, a.y, a.z); }
-/// The vector with length 1; 0, 0, 0 stays as it is.
+/// Returns the vector scaled to length 1; 0, 0, 0 is not changed.
 inline GLDATA_POINT Unit(const GLDATA_POINT& a) noexcept {
   const double length = Length(a);
   return length > 0.0 ? Scaled(a, 1.0 / length) : a;
 }
-/// Turns a vector about an axis through the origin, counter-clockwise seen from the axis's tip.
+/// Rotates a vector about an axis through the origin, counter-clockwise when seen from the tip of the axis.
 /// @param a the vector
 /// @param aAxis a unit vector
 /// @param aAngle radians
@@ -57,14 +57,14 @@ inline GLDATA_POINT Turned(const GLDATA_POINT& a, const GLDATA_POINT& aAxis, dou
 
 }  // namespace GLVector
 
-/// A place in the window: pixels from its top left corner, x to the right, y downward, as mouse events count.
-/// The first pixel reaches from 0 to 1, so its middle is at 0.5, 0.5.
+/// A position in the window: pixels from its top left corner, x to the right, y down, as in mouse events. The
+/// first pixel extends from 0 to 1, so its middle is at 0.5, 0.5.
 struct GLPixelPlace {
   double x;  ///< from the left edge
   double y;  ///< from the top edge
 };
 
-/// The middle of the pixel that a mouse event names by whole numbers.
+/// Returns the middle of a pixel with the integer coordinates of a mouse event.
 inline GLPixelPlace GLMiddleOfPixel(int aX, int aY) noexcept { return {aX + 0.5, aY + 0.5}; }
 
 /// A ray in the world.
@@ -72,21 +72,21 @@ struct GLRay {
   GLDATA_POINT m_sStart;      ///< on the near plane
   GLDATA_POINT m_sDirection;  ///< away from the eye, length 1
 
-  /// The point at a distance from the start.
+  /// Returns the point at a distance from the start.
   GLDATA_POINT PointAt(double aDistance) const noexcept {
     return GLVector::Sum(m_sStart, GLVector::Scaled(m_sDirection, aDistance));
   }
-  /// The point of the ray's line that is closest to a point.
+  /// Returns the point of the ray's line that is closest to a point.
   GLDATA_POINT ClosestTo(const GLDATA_POINT& aPoint) const noexcept {
     return PointAt(GLVector::Dot(GLVector::Difference(aPoint, m_sStart), m_sDirection));
   }
 };
 
-/// Where a point of the world appears.
+/// The position of a world point in the picture.
 struct GLSeenPoint {
   GLPixelPlace m_sPixel;  ///< in the window
-  double m_dDepth;        ///< in the depth buffer: 0 at the near plane, 1 at the far one
-  bool m_bVisible;        ///< whether it lies in the view volume and in the visible rectangle
+  double m_dDepth;        ///< in the depth buffer: 0 at the near plane, 1 at the far plane
+  bool m_bVisible;        ///< whether it is in the view volume and in the visible rectangle
 };
 
 /// A rectangle in pixels of the window. The origin is the lower left corner, as for clip rectangles.
@@ -97,14 +97,14 @@ struct GLPixelRectangle {
   int m_iHeight;  ///< pixels
 };
 
-/// An eye: an origin and three perpendicular unit vectors in the world. It looks against m_sBack.
+/// An eye: an origin and three perpendicular unit vectors in the world. It looks along -m_sBack.
 struct GLEye {
-  GLDATA_POINT m_sOrigin = {0, 0, 0};  ///< where it is
+  GLDATA_POINT m_sOrigin = {0, 0, 0};  ///< position
   GLDATA_POINT m_sRight = {1, 0, 0};   ///< to the right in the picture
   GLDATA_POINT m_sUp = {0, 1, 0};      ///< upward in the picture
-  GLDATA_POINT m_sBack = {0, 0, 1};    ///< against the direction of sight
+  GLDATA_POINT m_sBack = {0, 0, 1};    ///< opposite to the view direction
 
-  /// The eye of a placement.
+  /// Converts a placement.
   static GLEye FromPlacement(const GLDATA_MATRIX6D& aPlacement) noexcept {
     const double cx = std::cos(aPlacement.m_dAngleX), sx = std::sin(aPlacement.m_dAngleX);
     const double cy = std::cos(aPlacement.m_dAngleY), sy = std::sin(aPlacement.m_dAngleY);
@@ -114,7 +114,7 @@ struct GLEye {
             {-cy * sz, cx * cz - sx * sy * sz, sx * cz + cx * sy * sz},
             {sy, -sx * cy, cx * cy}};
   }
-  /// The placement of the eye. Where only the sum of two angles is determined, the angle about z is 0.
+  /// Returns the placement of the eye. If only the sum of two angles is determined, the angle about z is 0.
   GLDATA_MATRIX6D Placement() const noexcept {
     const double level = std::hypot(m_sRight.x, m_sUp.x);
     GLDATA_MATRIX6D result = {m_sOrigin.x, m_sOrigin.y, m_sOrigin.z, 0, std::atan2(m_sBack.x, level), 0};
@@ -126,45 +126,45 @@ struct GLEye {
     }
     return result;
   }
-  /// Takes a vector of the world to the eye's system.
+  /// Converts a vector from the world to the eye's system.
   GLDATA_POINT VectorToEye(const GLDATA_POINT& aVector) const noexcept {
     using GLVector::Dot;
     return {Dot(aVector, m_sRight), Dot(aVector, m_sUp), Dot(aVector, m_sBack)};
   }
-  /// Takes a vector of the eye's system to the world.
+  /// Converts a vector from the eye's system to the world.
   GLDATA_POINT VectorToWorld(const GLDATA_POINT& aVector) const noexcept {
     using namespace GLVector;
     return Sum(Sum(Scaled(m_sRight, aVector.x), Scaled(m_sUp, aVector.y)), Scaled(m_sBack, aVector.z));
   }
-  /// Takes a point of the world to the eye's system, in which the eye looks along -z.
+  /// Converts a point from the world to the eye's system, in which the eye looks along -z.
   GLDATA_POINT PointToEye(const GLDATA_POINT& aPoint) const noexcept {
     return VectorToEye(GLVector::Difference(aPoint, m_sOrigin));
   }
-  /// Takes a point of the eye's system to the world.
+  /// Converts a point from the eye's system to the world.
   GLDATA_POINT PointToWorld(const GLDATA_POINT& aPoint) const noexcept {
     return GLVector::Sum(m_sOrigin, VectorToWorld(aPoint));
   }
 };
 
-/// How a viewer shows the world in its window, as a value of one moment. All results match the pictures, in
-/// perspective and in parallel projection, clipped or not, for any aspect.
+/// Eye, projection and rectangles of a viewer at one moment. All results match the pictures, in perspective
+/// and in parallel projection, clipped or not, for any aspect ratio.
 struct GLViewGeometry {
-  GLEye m_Eye;                                  ///< where the viewer looks from
+  GLEye m_Eye;                                  ///< eye of the viewer
   bool m_bOrtho = true;                         ///< parallel projection, else perspective
   GLDATA_POINT m_sOrthoMin = {-50, -50, 0};     ///< as IGLViewer::SetOrthoExtents
   GLDATA_POINT m_sOrthoMax = {50, 50, 1000};    ///< as IGLViewer::SetOrthoExtents
   double m_dFovy = 27.0;                        ///< vertical field of view in degrees
-  double m_dEyeAspect = 1.0;                    ///< the factor to the rectangle's own aspect
-  double m_dNear = 0.1;                         ///< distance of the near plane, of the perspective
-  double m_dFar = 1000.0;                       ///< distance of the far plane, of the perspective
+  double m_dEyeAspect = 1.0;                    ///< factor that multiplies the rectangle's aspect ratio
+  double m_dNear = 0.1;                         ///< distance of the near plane in perspective
+  double m_dFar = 1000.0;                       ///< distance of the far plane in perspective
   int m_iWindowHeight = 1;                      ///< pixels
-  GLPixelRectangle m_sVisible = {0, 0, 1, 1};   ///< what the viewer fills: its clip rectangle or the window
-  GLPixelRectangle m_sViewport = {0, 0, 1, 1};  ///< what the whole picture is mapped to
+  GLPixelRectangle m_sVisible = {0, 0, 1, 1};   ///< the clip rectangle or the window
+  GLPixelRectangle m_sViewport = {0, 0, 1, 1};  ///< viewport of the whole picture
 
-  /// Reads a viewer of a context. Settings that another thread changes meanwhile may be seen half changed.
+  /// Reads a viewer of a context. Settings that another thread changes at the same time may be half changed.
   static GLViewGeometry Of(IGLContext& aContext, IGLViewer& aViewer) noexcept;
 
-  /// Sends what navigation changes to a viewer: the eye, the parallel extents, near and far plane.
+  /// Sets the values that navigation changes in a viewer: the eye, the parallel extents, near and far plane.
   void Apply(IGLViewer& aViewer) const noexcept {
     GLPtr<IGLCoord> eye;
     aViewer.GetCoord(eye.Put());
@@ -175,21 +175,21 @@ struct GLViewGeometry {
     aViewer.SetEyeZNearAndFar(m_dNear, m_dFar);
   }
 
-  /// Width over height of the visible rectangle.
+  /// Returns width divided by height of the visible rectangle.
   double Aspect() const noexcept { return static_cast<double>(m_sVisible.m_iWidth) / m_sVisible.m_iHeight; }
 
-  /// Whether a pixel belongs to what the viewer shows.
+  /// Returns whether a pixel is in the visible rectangle.
   bool Contains(const GLPixelPlace& aPixel) const noexcept {
     const double x = aPixel.x - m_sVisible.m_iX, y = m_iWindowHeight - aPixel.y - m_sVisible.m_iY;
     return x >= 0.0 && x < m_sVisible.m_iWidth && y > 0.0 && y <= m_sVisible.m_iHeight;
   }
-  /// The point for IGLContext::Select: -1 to 1 over what the viewer shows, y upward.
+  /// Converts a pixel to a point for IGLContext::Select: -1 to 1 over the visible rectangle, y up.
   GLDATA_POINT SelectPoint(const GLPixelPlace& aPixel) const noexcept {
     return {(aPixel.x - m_sVisible.m_iX) / m_sVisible.m_iWidth * 2.0 - 1.0,
             (m_iWindowHeight - aPixel.y - m_sVisible.m_iY) / m_sVisible.m_iHeight * 2.0 - 1.0, 0.0};
   }
 
-  /// Where a point of the world appears. @return nothing for a point beside or behind a perspective eye
+  /// Converts a world point to a pixel. @return nothing for a point beside or behind a perspective eye
   std::optional<GLSeenPoint> PixelOf(const GLDATA_POINT& aPoint) const noexcept {
     const Lens lens = MakeLens();
     const GLDATA_POINT p = m_Eye.PointToEye(aPoint);
@@ -204,7 +204,7 @@ struct GLViewGeometry {
     seen.m_bVisible = std::max({std::abs(x), std::abs(y), std::abs(depth)}) <= 1.0 && Contains(seen.m_sPixel);
     return seen;
   }
-  /// The ray that a place of the window shows.
+  /// Returns the ray of a position in the window.
   GLRay Ray(const GLPixelPlace& aPixel) const noexcept {
     const Lens lens = MakeLens();
     const GLDATA_POINT start = Unproject(lens, aPixel, lens.nearZ);
@@ -212,7 +212,7 @@ struct GLViewGeometry {
         lens.perspective ? start : GLDATA_POINT{0, 0, lens.depthScale < 0.0 ? -1.0 : 1.0};
     return {m_Eye.PointToWorld(start), m_Eye.VectorToWorld(GLVector::Unit(direction))};
   }
-  /// The point of the world at a place and a value of the depth buffer, 0 to 1.
+  /// Returns the world point at a position and a depth buffer value, 0 to 1.
   GLDATA_POINT PointAtDepth(const GLPixelPlace& aPixel, double aDepth) const noexcept {
     const Lens lens = MakeLens();
     const double depth = aDepth * 2.0 - 1.0;
@@ -220,12 +220,12 @@ struct GLViewGeometry {
                                       : (depth - lens.depthShift) / lens.depthScale;
     return m_Eye.PointToWorld(Unproject(lens, aPixel, z));
   }
-  /// The point at a place of the window, in the plane parallel to the screen through a point of the world.
+  /// Returns the world point at a position, in the plane through aPoint parallel to the screen.
   GLDATA_POINT PointInPlaneOf(const GLDATA_POINT& aPoint, const GLPixelPlace& aPixel) const noexcept {
     return m_Eye.PointToWorld(Unproject(MakeLens(), aPixel, m_Eye.PointToEye(aPoint).z));
   }
-  /// Half the width and half the height of the picture: in the perspective at distance 1 from the eye.
-  /// @return infinite or not a number in a perspective without a field of view
+  /// Returns half the width and half the height of the picture; in perspective at distance 1 from the eye.
+  /// @return the two lengths; infinite or NaN in a perspective with a field of view of 0
   std::array<double, 2> HalfExtents() const noexcept {
     const Lens lens = MakeLens();
     if (!m_bOrtho && !lens.perspective) return {INFINITY, INFINITY};
@@ -233,8 +233,8 @@ struct GLViewGeometry {
   }
 
  private:
-  // The projection as the passes of a viewer set it: x and y of the picture are (p / w - centre) * scale,
-  // with w = -z in a perspective and 1 otherwise; the depth is (depthScale * z + depthShift) / w.
+  // The projection that the passes of a viewer set: x and y of the picture are (p / w - centre) * scale, with
+  // w = -z in a perspective and 1 otherwise; the depth is (depthScale * z + depthShift) / w.
   struct Lens {
     bool perspective;
     double scaleX, scaleY, centreX, centreY, depthScale, depthShift, nearZ;
@@ -243,7 +243,7 @@ struct GLViewGeometry {
   Lens MakeLens() const noexcept {
     const double aspect = Aspect();
     if (m_bOrtho) {
-      // The shorter side shows the extents, the longer one more.
+      // The shorter side shows the extents; the longer side shows more.
       const double ax = std::max(aspect, 1.0), ay = std::max(1.0 / aspect, 1.0);
       const double depth = m_sOrthoMax.z - m_sOrthoMin.z;
       return {false,
@@ -256,7 +256,7 @@ struct GLViewGeometry {
               -m_sOrthoMin.z};
     }
     const double tangent = std::tan(m_dFovy * 0.5 * GLVector::kPi / 180.0);
-    // Without a field of view there is no perspective, and the projection stays the identity.
+    // With a field of view of 0 the projection is the identity.
     if (tangent == 0.0) return {false, 1, 1, 0, 0, 1, 0, -1};
     const double depth = m_dFar - m_dNear;
     return {true,
@@ -268,7 +268,7 @@ struct GLViewGeometry {
             -2.0 * m_dFar * m_dNear / depth,
             -m_dNear};
   }
-  /// The point of the eye's system at a place of the window and a depth z.
+  /// Returns the point of the eye's system at a position in the window and a depth z.
   GLDATA_POINT Unproject(const Lens& aLens, const GLPixelPlace& aPixel, double aZ) const noexcept {
     const double x = (aPixel.x - m_sViewport.m_iX) / m_sViewport.m_iWidth * 2.0 - 1.0;
     const double y = (m_iWindowHeight - aPixel.y - m_sViewport.m_iY) / m_sViewport.m_iHeight * 2.0 - 1.0;

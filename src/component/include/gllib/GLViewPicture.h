@@ -1,6 +1,6 @@
 /// @file
-/// A picture of all viewers at a factor, header only: what GLViewing::TakePicture plans, draws and cuts out.
-/// A part of gllib/GLViewing.h. Draw thread, except where a host makes one.
+/// A picture of all viewers at a scale factor, header only: GLViewing::TakePicture plans, draws and crops it.
+/// A part of gllib/GLViewing.h. Draw thread, except the constructor.
 
 #pragma once
 
@@ -14,26 +14,25 @@
 #include <initializer_list>
 #include <utility>
 
-/// One picture, from the request to its end.
+/// One picture, from the request to its completion.
 ///
-/// Where a viewer is clipped, the component clears its rectangle at the place that it has in the window, and
-/// would so erase parts of viewers that have been drawn. The picture is therefore drawn above and to the
-/// right of the window's own size, which no clip rectangle reaches, on a surface that is larger by one
-/// window.
+/// The component clears the rectangle of a clipped viewer at its position in the window. In an enlarged
+/// picture this would erase parts of other viewers. The picture is therefore drawn above and to the right of
+/// the window's area, on a surface larger by one window. No clip rectangle reaches that part.
 class GLViewPicture {
  public:
   GLViewPicture() = default;
-  /// @param aTarget takes the picture
-  /// @param aRequest what it is to show
+  /// @param aTarget receives the picture
+  /// @param aRequest part, zoom and background of the picture
   GLViewPicture(IGLPixmap* aTarget, const GLCaptureRequest& aRequest)
       : m_pTarget(GLPtr<IGLPixmap>::FromBorrowed(aTarget)), m_Request(aRequest) {}
 
-  /// Whether the picture is there, as soon as Complete says so.
+  /// Returns the future that Complete sets: whether the pixmap holds the picture.
   std::future<bool> Taken() { return m_Taken.get_future(); }
-  /// Tells the host.
+  /// Reports the result to the host.
   void Complete(bool aTaken) { m_Taken.set_value(aTaken); }
 
-  /// Decides how to draw. @return false when there is nothing to draw
+  /// Selects how to draw. @return false if there is nothing to draw
   bool Plan(IGLContext& aContext) noexcept {
     m_iFactor =
         m_Request.m_fZoom >= 1.0f && m_Request.m_fZoom < 16384.0f ? static_cast<int>(m_Request.m_fZoom) : 0;
@@ -48,26 +47,26 @@ class GLViewPicture {
            m_Request.m_iWidth >= 1 && m_Request.m_iHeight >= 1;
   }
 
-  // What the component's capture is to be given.
+  // Values for the component's capture.
 
-  /// The pixmap; borrowed.
+  /// Returns the pixmap; borrowed.
   IGLPixmap* Pixmap() const noexcept { return m_bShifted ? m_pSurface.Get() : m_pTarget.Get(); }
-  /// The zoom.
+  /// Returns the zoom.
   float Zoom() const noexcept { return static_cast<float>(m_bShifted ? m_iFactor + 1 : m_iFactor); }
-  /// The part of the window.
+  /// Returns the part of the window.
   GLCaptureRequest Rectangle() const noexcept { return m_bShifted ? GLCaptureRequest() : m_Request; }
-  /// The colour behind the scene.
+  /// Returns the background colour.
   const GLDATA_RGBA& Background() const noexcept { return m_Request.m_sBackground; }
-  /// How much larger than the window the picture is.
+  /// Returns the scale factor from window to picture.
   int Factor() const noexcept { return m_iFactor; }
 
-  /// Draws one viewer by the host's painter.
+  /// Draws one viewer with the host's painter.
   HRESULT Draw(IGLPainter& aPainter, IGLCanvas& aCanvas, IGLContext& aContext, IGLViewer& aViewer) noexcept {
     if (m_iFactor == 1) return aPainter.Draw(&aCanvas, &aContext, &aViewer);
     const bool clipped = glIsEnabled(GL_SCISSOR_TEST) != GL_FALSE;
     if (clipped && !m_bShifted) m_bClippedMet = true;
     if (m_bShifted) Shift(aCanvas, clipped);
-    // What the component's overlay has set since the viewer before isn't enlarged yet.
+    // Enlarges the sizes that the component's overlay has set since the previous viewer.
     GLfloat width = 1, size = 1;
     glGetFloatv(GL_LINE_WIDTH, &width);
     glGetFloatv(GL_POINT_SIZE, &size);
@@ -81,14 +80,14 @@ class GLViewPicture {
     return result;
   }
 
-  /// Whether the window's size or a viewer's clip changed between plan and drawing, so that the next frame
-  /// must try again; a few times at most.
+  /// Returns whether the window's size or a viewer's clip changed between plan and drawing. The next frame
+  /// then tries again, a few times at most.
   bool HasToRepeat() noexcept {
     constexpr int kMostAttempts = 8;
     return (m_bClippedMet || !FitsPlan()) && ++m_iAttempts < kMostAttempts;
   }
 
-  /// Copies what is wanted from the surface, whose rows run from the bottom up.
+  /// Copies the requested part from the surface, whose rows run from the bottom up.
   bool CutOut() const noexcept {
     if (!FitsPlan()) return false;
     if (!m_bShifted) return true;
@@ -124,7 +123,7 @@ class GLViewPicture {
     return true;
   }
 
-  /// Whether the component took the window's size as the plan did.
+  /// Returns whether the component used the window size of the plan.
   bool FitsPlan() const noexcept {
     if (!m_bShifted) return true;
     int width = 0, height = 0;
@@ -133,7 +132,7 @@ class GLViewPicture {
     return width == m_iWidth * (m_iFactor + 1) && height == m_iHeight * (m_iFactor + 1);
   }
 
-  /// Takes the pass of a viewer from its place in the window to its place in the picture.
+  /// Moves the pass of a viewer from its position in the window to its position in the picture.
   void Shift(IGLCanvas& aCanvas, bool aClipped) noexcept {
     const int f = m_iFactor;
     GLint viewport[4] = {}, box[4] = {0, 0, m_iWidth, m_iHeight};
@@ -142,7 +141,7 @@ class GLViewPicture {
     const bool whole = viewport[2] == m_iWidth * (f + 1) && viewport[3] == m_iHeight * (f + 1);
     const GLint drawn[4] = {m_iWidth + box[0] * f, m_iHeight + box[1] * f, box[2] * f, box[3] * f};
     glEnable(GL_SCISSOR_TEST);
-    if (!std::exchange(m_bCleared, true)) {  // what no viewer reaches
+    if (!std::exchange(m_bCleared, true)) {  // the area outside all viewers
       glScissor(m_iWidth, m_iHeight, m_iWidth * f, m_iHeight * f);
       glClear(GL_COLOR_BUFFER_BIT);
     }
@@ -153,14 +152,14 @@ class GLViewPicture {
       glViewport(drawn[0], drawn[1], drawn[2], drawn[3]);
     }
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    // Lets the conversions of the canvas follow.
+    // Updates the matrices that the canvas uses for conversions.
     GLDATA_POINT point{}, window{};
     if (const auto mapping = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas3>()) {
       mapping->GetWindowCoords(&point, 0, &window);
     }
   }
 
-  /// Draws the frame as the component does afterwards, with its width enlarged.
+  /// Draws the frame of a viewer as the component does later, but with an enlarged width.
   void DrawFrame(IGLViewer& aViewer) const noexcept {
     LONG shown = 0;
     aViewer.IsClipFrameVisible(&shown);
@@ -202,10 +201,10 @@ class GLViewPicture {
   std::promise<bool> m_Taken;
   int m_iAttempts = 0;
   int m_iFactor = 1;
-  int m_iWidth = 0, m_iHeight = 0;  // of the window
+  int m_iWidth = 0, m_iHeight = 0;  // window size
   bool m_bShifted = false;
   bool m_bCleared = false;
-  bool m_bClippedMet = false;                  // a clipped viewer came up where none was expected
-  GLPtr<IGLPixmap> m_pSurface;                 // of a shifted picture, with what lies around it
-  GLfloat m_fLineWidth = 0, m_fPointSize = 0;  // as the painter left them
+  bool m_bClippedMet = false;                  // an unexpected clipped viewer was drawn
+  GLPtr<IGLPixmap> m_pSurface;                 // surface of a shifted picture
+  GLfloat m_fLineWidth = 0, m_fPointSize = 0;  // after the painter
 };

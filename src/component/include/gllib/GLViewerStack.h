@@ -1,5 +1,5 @@
 /// @file
-/// The viewers of a context as they lie over each other, header only: which one is seen at a pixel. Any
+/// The drawing order of the viewers of a context, header only: finds the topmost viewer at a pixel. Any
 /// thread.
 
 #pragma once
@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-/// The viewers of a context in the order in which they are drawn: the last one is on top. Any thread.
+/// Returns the viewers of a context in drawing order: the last one is on top. Any thread.
 inline std::vector<GLPtr<IGLViewer>> GLViewersOf(IGLContext& aContext) {
   struct Member {
     int block, slot;  // of the collection
@@ -23,7 +23,7 @@ inline std::vector<GLPtr<IGLViewer>> GLViewersOf(IGLContext& aContext) {
   GLPOSITION at{};
   GLPtr<IUnknown> member;
   for (HRESULT r = all->GetFirst(&at, member.Put()); r == S_OK; r = all->GetNext(&at, member.Put())) {
-    // The copy fills block after block, each from its highest slot downward.
+    // The copy fills one block after another, each from its highest slot downward.
     int block = 0;
     for (int end = 10, growth = 20; at.m_iIndex >= end; ++block) {
       end += growth;
@@ -40,8 +40,8 @@ inline std::vector<GLPtr<IGLViewer>> GLViewersOf(IGLContext& aContext) {
   return viewers;
 }
 
-/// The viewer that is seen at a pixel: the topmost visible one whose rectangle holds it. Any thread.
-/// @return null where no viewer is
+/// Returns the topmost visible viewer whose rectangle contains a pixel. Any thread.
+/// @return the viewer; null if there is none
 inline GLPtr<IGLViewer> GLViewerAt(IGLContext& aContext, const GLPixelPlace& aPixel) {
   const auto viewers = GLViewersOf(aContext);
   const auto found = std::find_if(viewers.rbegin(), viewers.rend(), [&](const GLPtr<IGLViewer>& aViewer) {

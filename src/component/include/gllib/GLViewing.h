@@ -1,8 +1,7 @@
 /// @file
-/// What hosts need around the viewers of a context, header only: the viewer under the mouse, the point of the
-/// model under a pixel, the kind of pass that a painter is in, a frame listener, and pictures of several
-/// viewers that are larger than the window. GLViewMath.h and GLOverlay.h come with it. The host links GL
-/// (-lGL, opengl32).
+/// Helpers for the viewers of a context, header only: the viewer under the mouse, the model point under a
+/// pixel, the kind of the running pass, a frame listener, and pictures of several viewers larger than the
+/// window. Includes GLViewMath.h and GLOverlay.h. The host links GL (-lGL, opengl32).
 
 #pragma once
 
@@ -20,33 +19,32 @@
 #include <utility>
 #include <vector>
 
-/// Why a painter or gauge is called.
+/// The purpose of a call of a painter or gauge.
 enum class GLPassKind {
   Frame,      ///< for the window
-  Selection,  ///< for IGLContext::Select: identifiers count, colours don't
+  Selection,  ///< for IGLContext::Select: only identifiers matter
   Capture     ///< for a picture
 };
 
 /// One frame of the window.
 struct GLFrameInfo {
   std::uint64_t m_uNumber;                          ///< 1 for the first frame after the attachment
-  std::chrono::steady_clock::time_point m_Shown;    ///< when it had been handed to the screen
-  std::chrono::steady_clock::duration m_SinceLast;  ///< since the frame before; 0 for the first one
+  std::chrono::steady_clock::time_point m_Shown;    ///< time after the swap
+  std::chrono::steady_clock::duration m_SinceLast;  ///< since the previous frame; 0 for the first one
 };
 
-/// Stands between a context and the host's painter and capture, and so knows what the context draws. One for
-/// each context:
+/// Attaches to a context in place of the host's painter and capture, and calls them. One per context:
 ///
 ///     const auto viewing = GLMake<GLViewing>(*context);
 ///     viewing->AttachPainter(painter);   // in place of context->AttachPainter
-///     viewing->AttachCapture(capture);   // in place of context->AttachCapture, where there is one
+///     viewing->AttachCapture(capture);   // in place of context->AttachCapture, if the host has a capture
 ///
-/// Threads: any, unless an operation says otherwise. Operations that take the context need it alive; the
-/// object may outlive it.
+/// Threads: any, unless an operation says otherwise. The context must exist during operations that use it;
+/// this object may outlive it.
 class GLViewing final : public GLClient<IGLCapture> {
  public:
-  /// Called after the swap of each frame, on the draw thread. It may call what a
-  /// capture may call, and must not throw.
+  /// Called after the swap of each frame, on the draw thread. It may make the same calls as a capture, and
+  /// must not throw.
   using FrameListener = std::function<void(const GLFrameInfo&)>;
 
   /// @param aContext borrowed
@@ -57,30 +55,30 @@ class GLViewing final : public GLClient<IGLCapture> {
     m_Context.AttachCapture(this);
     m_Context.AttachPainter(GLMake<Painter>(*this, aPainter).Get());
   }
-  /// Passes all questions of the context on to a capture, from the next frame on; null for none. It is asked
-  /// for each frame in which no picture of TakePicture is taken.
+  /// Sets the capture to which this object forwards the calls of the context, from the next frame on; null
+  /// for none. It is not called in a frame in which TakePicture takes a picture.
   void AttachCapture(IGLCapture* aCapture) noexcept {
-    auto capture = GLPtr<IGLCapture>::FromBorrowed(aCapture);  // the one replaced goes after the lock
+    auto capture = GLPtr<IGLCapture>::FromBorrowed(aCapture);  // releases the previous one after the lock
     const std::scoped_lock lock(m_Lock);
     std::swap(m_pCapture, capture);
   }
-  /// Sets the listener, in place of the one before; null for none. A call that runs meanwhile is finished.
+  /// Replaces the listener; null for none. A running call completes.
   void SetFrameListener(FrameListener aListener) {
     auto listener = aListener ? std::make_shared<const FrameListener>(std::move(aListener)) : nullptr;
     const std::scoped_lock lock(m_Lock);
     std::swap(m_pListener, listener);
   }
 
-  /// Asks for a picture of the window at a whole factor: as IGLCapture describes it, but with all that is
-  /// counted in pixels enlarged too. Clip rectangles and their frames are larger by the factor, and lines and
-  /// points that the painter sets by its canvas or by draw attributes. Text and lines of other kinds ask
-  /// Scale. No setting of a viewer changes meanwhile. Triggers a frame.
+  /// Requests a picture of the window at an integer factor. Unlike with IGLCapture alone, sizes in pixels are
+  /// enlarged too: clip rectangles, their frames, and lines and points that the painter sets by its canvas or
+  /// by draw attributes. Painters scale text and other lines by Scale. No setting of a viewer changes.
+  /// Triggers a frame.
   ///
   /// With a clipped viewer the surface has (factor + 1) times the window's size, which must fit GL's limits.
-  /// The axes figure and gauges' own lines keep their size in pixels.
-  /// @param aTarget takes the picture; held until it is there
-  /// @param aRequest a zoom below 1 makes the picture fail, what follows its point is cut off
-  /// @return whether the pixmap holds the picture; broken when the context ends before
+  /// The axes figure and the lines of gauges keep their size in pixels.
+  /// @param aTarget receives the picture; held until the picture is complete
+  /// @param aRequest a zoom below 1 makes the picture fail; a fractional part is ignored
+  /// @return a future: whether the pixmap holds the picture; broken if the context ends first
   std::future<bool> TakePicture(IGLPixmap* aTarget, const GLCaptureRequest& aRequest = {}) {
     GLViewPicture picture(aTarget, aRequest);
     auto taken = picture.Taken();
@@ -91,13 +89,12 @@ class GLViewing final : public GLClient<IGLCapture> {
     Trigger();
     return taken;
   }
-  /// Asks what the next frame draws at a pixel: the point of the world, from the depth buffer at the end of
+  /// Requests the world point that the next frame draws at a pixel, read from the depth buffer at the end of
   /// the painter. Triggers a frame.
-  /// @param aViewer one of the context's, such as GLViewerAt gives
-  /// @param aPixel in the window
-  /// @return the point; nothing where nothing is drawn or the viewer isn't visible; broken when the context
-  /// ends
-  ///         before. Wait for it with a bound: a parked draw thread draws no frame
+  /// @param aViewer one of the context's viewers, for example from GLViewerAt
+  /// @param aPixel position in the window
+  /// @return a future: the point; nothing if nothing is drawn there or the viewer is not visible; broken if
+  ///         the context ends first. Wait with a time limit: a suspended draw thread draws no frame
   std::future<std::optional<GLDATA_POINT>> PointUnder(IGLViewer& aViewer, const GLPixelPlace& aPixel) {
     Probe probe;
     probe.viewer = GLPtr<IGLViewer>::FromBorrowed(&aViewer);
@@ -105,7 +102,7 @@ class GLViewing final : public GLClient<IGLCapture> {
     auto point = probe.point.get_future();
     {
       const std::scoped_lock lock(m_Lock);
-      probe.lastFrame = m_uFrames + 2;  // one that runs already doesn't count
+      probe.lastFrame = m_uFrames + 2;  // a running frame does not count
       m_Probes.push_back(std::move(probe));
     }
     Trigger();
@@ -114,15 +111,15 @@ class GLViewing final : public GLClient<IGLCapture> {
 
   // For painters and gauges, on the draw thread.
 
-  /// The kind of pass that runs. Exact for captures that go through this object.
+  /// Returns the kind of the running pass. Detects only captures that are attached to this object.
   GLPassKind Pass() const noexcept {
     GLint mode = GL_RENDER;
     glGetIntegerv(GL_RENDER_MODE, &mode);
     if (mode == GL_SELECT) return GLPassKind::Selection;
     return m_bCapturing ? GLPassKind::Capture : GLPassKind::Frame;
   }
-  /// How much larger than in the window things that are counted in pixels are: the factor of TakePicture,
-  /// else 1.
+  /// Returns the factor by which the running pass enlarges sizes in pixels: the factor of TakePicture, else
+  /// 1.
   int Scale() const noexcept { return m_bCapturing && m_bOwn ? m_Serving.Factor() : 1; }
 
   // IGLCapture, for the context.
@@ -186,15 +183,15 @@ class GLViewing final : public GLClient<IGLCapture> {
   }
 
  private:
-  /// A point that is asked for.
+  /// A pending request of PointUnder.
   struct Probe {
     GLPtr<IGLViewer> viewer;
     GLPixelPlace pixel{};
     std::promise<std::optional<GLDATA_POINT>> point;
-    std::uint64_t lastFrame = 0;  // in which it can be answered
+    std::uint64_t lastFrame = 0;  // last frame that can complete it
   };
 
-  /// The host's painter, with what has to happen before and after it.
+  /// Calls the host's painter, with the work before and after it.
   class Painter final : public GLPainterBase {
    public:
     Painter(GLViewing& aViewing, IGLPainter* aInner)
@@ -222,7 +219,7 @@ class GLViewing final : public GLClient<IGLCapture> {
     }
   }
 
-  /// Takes probes out, to be answered and released without the lock.
+  /// Removes probes, so that the caller completes and releases them without the lock.
   template <class Condition>
   std::vector<Probe> TakeProbes(Condition aWanted) {
     std::vector<Probe> taken, left;
@@ -245,7 +242,7 @@ class GLViewing final : public GLClient<IGLCapture> {
       ++m_uFrames;
       listener = m_pListener;
     }
-    // What is still asked for belongs to viewers that weren't drawn.
+    // The remaining probes belong to viewers that were not drawn.
     for (Probe& probe : TakeProbes([&](const Probe& aProbe) { return m_uFrames >= aProbe.lastFrame; })) {
       probe.point.set_value(std::nullopt);
     }
@@ -272,16 +269,16 @@ class GLViewing final : public GLClient<IGLCapture> {
   }
 
   IGLContext& m_Context;
-  std::mutex m_Lock;  // guards what follows
+  std::mutex m_Lock;  // guards the following members
   GLPtr<IGLCapture> m_pCapture;
   std::shared_ptr<const FrameListener> m_pListener;
   std::vector<GLViewPicture> m_Waiting;
   std::vector<Probe> m_Probes;
-  std::uint64_t m_uFrames = 0;  // written by the draw thread alone
-  // What follows is the draw thread's.
+  std::uint64_t m_uFrames = 0;  // written by the draw thread only
+  // The following members belong to the draw thread.
   std::chrono::steady_clock::time_point m_LastShown;
-  GLPtr<IGLCapture> m_pAsked;  // serves the picture that is being taken
-  GLViewPicture m_Serving;     // the same for one of TakePicture
-  bool m_bOwn = false;         // whether m_Serving is it
+  GLPtr<IGLCapture> m_pAsked;  // capture of the running picture
+  GLViewPicture m_Serving;     // running picture of TakePicture
+  bool m_bOwn = false;         // whether the running picture is m_Serving
   bool m_bCapturing = false;
 };

@@ -1,6 +1,6 @@
 /// @file
-/// What a host implements to get pictures of what a context draws, at the window's resolution or a multiple
-/// of it. GLCaptureBase (gllib/GLClient.h) answers all of the questions from one request.
+/// The interface that a host implements to get pictures of a context, at the window's resolution or a
+/// multiple of it. GLCaptureBase (gllib/GLClient.h) implements all of it but OnData from one request.
 
 #pragma once
 
@@ -8,43 +8,44 @@
 
 struct IGLPixmap;
 
-/// Asked after every frame whether a picture is wanted; attached by IGLContext::AttachCapture, which holds
-/// one reference.
+/// Requests and receives pictures. IGLContext::AttachCapture attaches it and takes one reference.
 ///
-/// The scene is drawn once more, off-screen, for the picture. The rendering context of that pass knows no
-/// display list of the window's, and the window's are gone after it: painters find out by IsCompiledList and
-/// compile again, fonts do so by themselves.
+/// For a picture the draw thread draws the scene once more, off-screen, in another rendering context. That
+/// context does not have the window's display lists, and the window's lists are lost after the capture.
+/// Painters must check with IsCompiledList and compile again; fonts rebuild their lists themselves.
 ///
-/// Threads: all operations are called on the draw thread, between two frames. GetBackgroundColor is called
-/// with the context's lock held, the others without. Results are ignored.
+/// Threads: the draw thread calls all operations between two frames. It holds the context's lock during
+/// GetBackgroundColor only. It ignores the results.
 struct IGLCapture : IUnknown {
   /// The interface's identifier.
   static constexpr IID Identifier = {
       0xF8BF68B8, 0x3816, 0x4F53, {0xA9, 0xE7, 0x04, 0x9A, 0x6F, 0xEB, 0x42, 0x2E}};
 
-  /// Asked once after every frame. The answer holds for this frame alone.
-  /// @param aEnabled to be set: non-zero for a picture now
+  /// Returns whether a picture is wanted. Called once after each frame; the value applies to this frame only.
+  /// @param aEnabled the capture sets this: non-zero for a picture now
   virtual HRESULT IsEnabled(LONG* aEnabled) noexcept = 0;
-  /// Names the pixmap that takes the picture. It is initialised to the picture's size, and the pixel at the
-  /// top left of the rectangle becomes its pixel 0, 0.
-  /// @param aPixmap to be set, with a reference that the component releases; null makes the capture fail
+  /// Returns the pixmap that receives the picture. The component initialises it to the picture's size. The
+  /// pixel at the top left of the rectangle becomes its pixel 0, 0.
+  /// @param aPixmap the capture sets this, with a reference that the component releases; null makes the
+  ///                capture fail
   virtual HRESULT GetPixmap(IGLPixmap** aPixmap) noexcept = 0;
-  /// Gives the resolution factor: the scene is drawn for a window that is that much larger, so lines keep
-  /// their width in pixels and everything else gets sharper. A viewer's clip rectangle stays as it is, in
+  /// Returns the resolution factor. The scene is drawn for a window larger by this factor: lines keep their
+  /// width in pixels, everything else has a higher resolution. A viewer's clip rectangle keeps its size in
   /// pixels.
-  /// @param aZoom to be set. The rectangle is multiplied by its whole part: use whole factors. Below 1 the
-  ///              rectangle is empty and the pixmap stays as it was; 0 makes the capture fail
+  /// @param aZoom the capture sets this. The rectangle is multiplied by the integer part of the factor: use
+  ///              integer factors. Below 1 the rectangle is empty and the pixmap does not change; 0 makes the
+  ///              capture fail
   virtual HRESULT GetPixelZoom(float* aZoom) noexcept = 0;
-  /// Gives the part of the window that is wanted, in window pixels before the zoom, from the window's top
-  /// left. What reaches beyond the right or bottom edge is cut off. A corner outside the window, or a size
-  /// below 1, makes the capture fail.
+  /// Returns the wanted part of the window, in window pixels before the zoom, from the window's top left.
+  /// Parts beyond the right or bottom edge are cut off. If the corner is outside the window, or a size is
+  /// below 1, the capture fails.
   virtual HRESULT GetRectangle(int* aX, int* aY, int* aWidth, int* aHeight) noexcept = 0;
-  /// Gives the colour that the picture is cleared to in place of the context's background; alpha plays no
-  /// part.
+  /// Returns the colour to which the picture is cleared, instead of the context's background; alpha is
+  /// ignored.
   virtual HRESULT GetBackgroundColor(GLDATA_RGBA* aColor) noexcept = 0;
-  /// Called once after each attempt.
-  /// @param aSuccess 1 when the pixmap holds the picture. 0 when it doesn't: there was no pixmap or no memory
-  ///                 behind it, the rectangle was empty, or the surface was too large or couldn't be made
+  /// Reports the end of an attempt. Called once per attempt.
+  /// @param aSuccess 1 if the pixmap holds the picture. 0 if it does not: there was no pixmap or no memory
+  ///                 for it, the rectangle was empty, or the surface was too large or could not be created
   virtual HRESULT OnData(LONG aSuccess) noexcept = 0;
 
  protected:

@@ -1,6 +1,6 @@
 /// @file
-/// Creation of an object by its ProgID, over the class registration of this system: COM's own on Windows,
-/// elsewhere the registry files that the module's DllRegisterServer writes. Any thread.
+/// Creation of an object by its ProgID. The class registration is COM's on Windows, and the registry files
+/// that the module's DllRegisterServer writes on other systems. Any thread.
 
 #pragma once
 
@@ -13,13 +13,12 @@
 #include <cstring>
 #include <string>
 
-/// Makes an object of a registered class, in process. The thread must have called CoInitializeEx.
+/// Creates an object of a registered class, in process. The thread must have called CoInitializeEx.
 /// @param aProgID ASCII, such as "Gl.GLContext.1"
 /// @param riid    the wanted interface
 /// @param ppv     receives a counted reference, or null
-/// @return S_OK; E_POINTER; E_INVALIDARG when aProgID is null; E_OUTOFMEMORY; or what COM's look-up, the
-/// module
-///         or its factory answered
+/// @return S_OK; E_POINTER; E_INVALIDARG if aProgID is null; E_OUTOFMEMORY; or the result of COM's look-up,
+///         the module or its factory
 inline HRESULT GLCreateObjectByProgID(const char* aProgID, REFIID riid, void** ppv) noexcept try {
   if (ppv == nullptr) return E_POINTER;
   *ppv = nullptr;
@@ -42,13 +41,13 @@ inline HRESULT GLCreateObjectByProgID(const char* aProgID, REFIID riid, void** p
 #include <algorithm>
 #include <map>
 
-/// A registry file can't be read, or is damaged.
+/// A registry file cannot be read, or is damaged.
 inline constexpr HRESULT REGDB_E_READREGDB = static_cast<HRESULT>(0x80040150);
 /// No class is registered under the name or the identifier.
 inline constexpr HRESULT REGDB_E_CLASSNOTREG = static_cast<HRESULT>(0x80040154);
-/// A class is registered with an identifier that isn't one.
+/// A class is registered with an invalid identifier.
 inline constexpr HRESULT CO_E_CLASSSTRING = static_cast<HRESULT>(0x800401F3);
-/// The registered module can't be loaded.
+/// The registered module cannot be loaded.
 inline constexpr HRESULT CO_E_DLLNOTFOUND = static_cast<HRESULT>(0x800401F8);
 /// The registered module has no DllGetClassObject.
 inline constexpr HRESULT CO_E_ERRORINDLL = static_cast<HRESULT>(0x800401F9);
@@ -60,7 +59,7 @@ namespace GLRegistration {
 /// The default values of the keys under the class root in one registry file.
 class ClassTexts {
  public:
-  /// Reads a file. One that is absent, or that this program may not read, has no keys.
+  /// Reads a file. A file that does not exist, or that this program may not read, has no keys.
   bool Load(const std::string& aFile) {
     std::string text;
     const FileState state = ReadFile(aFile, text);
@@ -72,7 +71,7 @@ class ClassTexts {
     return found != m_Texts.end() ? &found->second : nullptr;
   }
 
-  // For ReadScript.
+  // Called by ReadScript.
   void Key(std::string_view aName, const std::string&) {
     constexpr std::string_view kRoot = "HKEY_CLASSES_ROOT\\";
     m_bClass = GLNames::StartsWith(aName, kRoot);
@@ -80,7 +79,7 @@ class ClassTexts {
   }
   void Entry(const std::string& aName, const Value& aValue, std::string_view, const std::string&) {
     if (!m_bClass || !aName.empty()) return;
-    m_Texts.erase(m_sKey);  // the last value counts
+    m_Texts.erase(m_sKey);  // the last value is valid
     if (aValue.m_dwType == kTypeText) m_Texts[m_sKey] = reinterpret_cast<const char*>(aValue.m_vData.data());
   }
   void End(const std::string&) noexcept {}
@@ -114,13 +113,13 @@ inline std::optional<CLSID> ParseClassId(std::string_view aText) {
   return id;
 }
 
-/// A registered class: its identifier and the file of its module.
+/// A registered class.
 struct RegisteredClass {
   CLSID m_Id{};           ///< class identifier
-  std::string m_sModule;  ///< path of the module that has it
+  std::string m_sModule;  ///< path of its module
 };
 
-/// Looks a class up. The user's entry comes before the machine's.
+/// Looks up a class. The user's entry has precedence over the machine's.
 /// @return S_OK; REGDB_E_READREGDB, REGDB_E_CLASSNOTREG, CO_E_CLASSSTRING
 inline HRESULT FindClass(const std::string& aProgID, RegisteredClass& aClass) {
   ClassTexts user, machine;
@@ -139,23 +138,22 @@ inline HRESULT FindClass(const std::string& aProgID, RegisteredClass& aClass) {
   return S_OK;
 }
 
-/// Whether a program may load a module by this name. A privileged one goes by absolute paths alone: any other
-/// name leaves it to the working folder, which the caller chooses, what is loaded.
+/// Returns whether a program may load a module by this name. A privileged program accepts only absolute
+/// paths: with a relative path the caller could select the module by its working folder.
 inline bool MayLoad(const std::string& aModule, bool aPrivileged) noexcept {
   return !aPrivileged || (!aModule.empty() && aModule.front() == '/');
 }
 
 }  // namespace GLRegistration
 
-/// Makes an object of a registered class, in process. The module that holds it is loaded, and stays so.
-/// A program with rights that its caller lacks (setuid) goes by /etc/xdg/gllib/machine.reg alone, and by
-/// absolute paths of modules in it.
+/// Creates an object of a registered class, in process. Loads its module, which remains loaded. A privileged
+/// program (setuid) reads only /etc/xdg/gllib/machine.reg and accepts only absolute module paths in it.
 /// @param aProgID "Gl.GLContext.1", or "Gl.GLContext" for the current version
 /// @param riid    the wanted interface
 /// @param ppv     receives a counted reference, or null
-/// @return S_OK; E_POINTER; E_INVALIDARG when aProgID is null; REGDB_E_READREGDB, REGDB_E_CLASSNOTREG,
-///         CO_E_CLASSSTRING, CO_E_DLLNOTFOUND, CO_E_ERRORINDLL; E_OUTOFMEMORY; or what the module or its
-///         factory answered
+/// @return S_OK; E_POINTER; E_INVALIDARG if aProgID is null; REGDB_E_READREGDB, REGDB_E_CLASSNOTREG,
+///         CO_E_CLASSSTRING, CO_E_DLLNOTFOUND, CO_E_ERRORINDLL; E_OUTOFMEMORY; or the result of the module or
+///         its factory
 inline HRESULT GLCreateObjectByProgID(const char* aProgID, REFIID riid, void** ppv) noexcept try {
   if (ppv == nullptr) return E_POINTER;
   *ppv = nullptr;

@@ -6,21 +6,21 @@
 #include <gllib/GLPlatform.h>
 
 #ifdef _WIN32
-#include <olectl.h>  // declares them all; the module definition file exports them
+#include <olectl.h>  // declares all four; the module definition file exports them
 #else
 extern "C" {
 
-/// Gives the class factory of one of the module's classes.
+/// Returns the class factory of one of the module's classes.
 /// @param rclsid one of the 14 (GLClasses.h)
 /// @param riid IID_IClassFactory or IID_IUnknown
 /// @param ppv receives a counted reference, or null
 /// @return S_OK; CLASS_E_CLASSNOTAVAILABLE; E_NOINTERFACE; E_POINTER
 [[gnu::visibility("default")]] HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) noexcept;
-/// Tells whether the module may be unloaded. @return S_OK when nothing of it lives, else S_FALSE
+/// Returns whether the module may be unloaded. @return S_OK if no object and no lock exists, else S_FALSE
 [[gnu::visibility("default")]] HRESULT DllCanUnloadNow() noexcept;
-/// Enters all classes into the registry. @return S_OK, or the first failure
+/// Registers all classes. @return S_OK, or the first failure
 [[gnu::visibility("default")]] HRESULT DllRegisterServer() noexcept;
-/// Removes what DllRegisterServer entered. @return S_OK, or the first failure
+/// Removes the entries of DllRegisterServer. @return S_OK, or the first failure
 [[gnu::visibility("default")]] HRESULT DllUnregisterServer() noexcept;
 }
 #endif

@@ -22,7 +22,7 @@ inline bool StartsWith(std::string_view aText, std::string_view aStart) noexcept
   return aText.size() >= aStart.size() && Equal(aText.substr(0, aStart.size()), aStart);
 }
 
-/// The order of names in a map.
+/// Orders names in a map.
 struct Less {
   using is_transparent = void;
   bool operator()(std::string_view a, std::string_view b) const noexcept {

@@ -1,6 +1,6 @@
 /// @file
-/// The few base types that the interfaces are written in: on Windows the system's own, elsewhere the same
-/// ones by their documented names and layouts. Owns no state; any thread.
+/// The base types of the interfaces: on Windows the system's, on other systems types with the same documented
+/// names and layouts. No state; any thread.
 
 #pragma once
 
@@ -27,22 +27,22 @@ using GLWCHAR = wchar_t;
 using LONG = std::int32_t;         ///< 32 bits everywhere, as on Windows
 using ULONG = std::uint32_t;       ///< 32 bits everywhere
 using DWORD = std::uint32_t;       ///< 32 bits everywhere
-using BOOL = int;                  ///< 0 is no
+using BOOL = int;                  ///< 0 is false
 using HRESULT = std::int32_t;      ///< below 0 is a failure
 using ULONG_PTR = std::uintptr_t;  ///< as wide as a pointer: a window handle
 using LONG_PTR = std::intptr_t;    ///< as wide as a pointer
 
 /// The character of a BSTR: one UTF-16 code unit.
 using GLWCHAR = char16_t;
-using OLECHAR = char16_t;  ///< the same, by its documented name
+using OLECHAR = char16_t;  ///< the same type by its documented name
 
-/// A counted string, laid out as on Windows: the pointer stands on the first UTF-16 character, 32 bits before
-/// it hold the length in bytes without the terminating zero. Its block comes from malloc and starts 8 bytes
-/// before the first character. Null counts as empty.
+/// A counted string, laid out as on Windows: the pointer points to the first UTF-16 character. The 32 bits
+/// before it hold the length in bytes without the terminating zero. The block comes from malloc and starts 8
+/// bytes before the first character. Null is an empty string.
 using BSTR = char16_t*;
 
-/// Makes a string of aLength UTF-16 code units from aText, or zero-filled when aText is null.
-/// @return the string, the caller's to free; null when there is no memory
+/// Creates a string of aLength UTF-16 code units from aText, or filled with zeros if aText is null.
+/// @return the string, which the caller frees; null if memory is short
 inline BSTR SysAllocStringLen(const OLECHAR* aText, unsigned aLength) noexcept {
   constexpr std::size_t kPrefix = 8;
   const std::size_t bytes = std::size_t{aLength} * sizeof(OLECHAR);
@@ -55,7 +55,7 @@ inline BSTR SysAllocStringLen(const OLECHAR* aText, unsigned aLength) noexcept {
   return reinterpret_cast<BSTR>(block + kPrefix);
 }
 
-/// The length of a string in UTF-16 code units; 0 for null.
+/// Returns the length of a string in UTF-16 code units; 0 for null.
 inline unsigned SysStringLen(BSTR aString) noexcept {
   if (aString == nullptr) return 0;
   std::uint32_t count = 0;
@@ -63,7 +63,7 @@ inline unsigned SysStringLen(BSTR aString) noexcept {
   return count / unsigned{sizeof(OLECHAR)};
 }
 
-/// Makes a string from a zero-terminated one; null from null.
+/// Creates a string from a zero-terminated one; null from null.
 inline BSTR SysAllocString(const OLECHAR* aText) noexcept {
   if (aText == nullptr) return nullptr;
   unsigned length = 0;
@@ -71,7 +71,7 @@ inline BSTR SysAllocString(const OLECHAR* aText) noexcept {
   return SysAllocStringLen(aText, length);
 }
 
-/// Frees a string; null is no-op.
+/// Frees a string; null is allowed.
 inline void SysFreeString(BSTR aString) noexcept {
   if (aString != nullptr) std::free(reinterpret_cast<unsigned char*>(aString) - 8);
 }
@@ -83,14 +83,14 @@ struct GUID {
   std::uint16_t Data3;    ///< the next four
   std::uint8_t Data4[8];  ///< the rest, in writing order
 
-  /// Whether both are the same.
+  /// Returns whether both are equal.
   friend constexpr bool operator==(const GUID& a, const GUID& b) noexcept {
     for (int i = 0; i < 8; ++i) {
       if (a.Data4[i] != b.Data4[i]) return false;
     }
     return a.Data1 == b.Data1 && a.Data2 == b.Data2 && a.Data3 == b.Data3;
   }
-  /// Whether they differ.
+  /// Returns whether they differ.
   friend constexpr bool operator!=(const GUID& a, const GUID& b) noexcept { return !(a == b); }
 };
 using IID = GUID;               ///< names an interface
@@ -99,25 +99,25 @@ using REFIID = const IID&;      ///< an interface, as an argument
 using REFCLSID = const CLSID&;  ///< a class, as an argument
 
 inline constexpr HRESULT S_OK = 0;     ///< done
-inline constexpr HRESULT S_FALSE = 1;  ///< done, and the answer is no
+inline constexpr HRESULT S_FALSE = 1;  ///< done, with the result false
 inline constexpr HRESULT E_NOINTERFACE =
     static_cast<HRESULT>(0x80004002);  ///< the object has no such interface
 inline constexpr HRESULT E_POINTER =
-    static_cast<HRESULT>(0x80004003);                                ///< the place for an interface is null
-inline constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);  ///< failed
+    static_cast<HRESULT>(0x80004003);  ///< the address of the result pointer is null
+inline constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);         ///< failed
 inline constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);  ///< no memory
 inline constexpr HRESULT E_INVALIDARG =
-    static_cast<HRESULT>(0x80070057);  ///< an argument that can't be: a null pointer
+    static_cast<HRESULT>(0x80070057);  ///< an invalid argument, such as a null pointer
 inline constexpr HRESULT E_ACCESSDENIED =
-    static_cast<HRESULT>(0x80070005);  ///< the right to do it is missing
+    static_cast<HRESULT>(0x80070005);  ///< the required permission is missing
 inline constexpr HRESULT CLASS_E_NOAGGREGATION =
-    static_cast<HRESULT>(0x80040110);  ///< the class can't be a part of that object
+    static_cast<HRESULT>(0x80040110);  ///< the class cannot be aggregated
 inline constexpr HRESULT CLASS_E_CLASSNOTAVAILABLE =
-    static_cast<HRESULT>(0x80040111);  ///< no class of this module
+    static_cast<HRESULT>(0x80040111);  ///< the module does not have this class
 
-/// Whether a result tells of success.
+/// Returns whether a result is a success.
 constexpr bool SUCCEEDED(HRESULT aResult) noexcept { return aResult >= 0; }
-/// Whether a result tells of failure.
+/// Returns whether a result is a failure.
 constexpr bool FAILED(HRESULT aResult) noexcept { return aResult < 0; }
 
 /// {00000000-0000-0000-C000-000000000046}
@@ -130,32 +130,32 @@ struct IUnknown {
   /// The interface's identifier.
   static constexpr IID Identifier = IID_IUnknown;
 
-  /// Asks for another interface of the object.
+  /// Returns another interface of the object.
   /// @param riid its identifier
   /// @param ppv receives a counted reference, or null
-  /// @return S_OK; E_NOINTERFACE; E_POINTER when ppv is null
+  /// @return S_OK; E_NOINTERFACE; E_POINTER if ppv is null
   virtual HRESULT QueryInterface(REFIID riid, void** ppv) noexcept = 0;
-  /// Raises the reference count. @return the new count, for diagnosis only
+  /// Increments the reference count. @return the new count, for diagnosis only
   virtual ULONG AddRef() noexcept = 0;
-  /// Lowers the reference count; at 0 the object ends. @return the new count, for diagnosis only
+  /// Decrements the reference count. At 0 the object is destroyed. @return the new count, for diagnosis only
   virtual ULONG Release() noexcept = 0;
 
  protected:
   ~IUnknown() = default;
 };
 
-/// Makes objects of one class. Any thread.
+/// Creates objects of one class. Any thread.
 struct IClassFactory : IUnknown {
   /// The interface's identifier.
   static constexpr IID Identifier = IID_IClassFactory;
 
-  /// Makes an object.
-  /// @param pUnkOuter the object to aggregate into, borrowed; null for an object of its own
-  /// @param riid the wanted interface; IID_IUnknown when pUnkOuter is set
+  /// Creates an object.
+  /// @param pUnkOuter the object to aggregate into, borrowed; null without aggregation
+  /// @param riid the wanted interface; IID_IUnknown if pUnkOuter is set
   /// @param ppv receives a counted reference, or null
   /// @return S_OK; E_POINTER; CLASS_E_NOAGGREGATION; E_NOINTERFACE; E_OUTOFMEMORY
   virtual HRESULT CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppv) noexcept = 0;
-  /// Keeps the module loaded (non-zero) or lets it go (zero); calls are counted. @return S_OK
+  /// Locks the module in memory (non-zero) or unlocks it (0). Calls are counted. @return S_OK
   virtual HRESULT LockServer(BOOL fLock) noexcept = 0;
 
  protected:
@@ -164,7 +164,7 @@ struct IClassFactory : IUnknown {
 
 #endif
 
-/// A value that the operation refuses: the interface facility's code 200.
+/// An operation refuses a value: code 200 of the interface facility.
 inline constexpr HRESULT E_GL_BADVALUE = static_cast<HRESULT>(0x800400C8);
-/// Something that the operation needs isn't there: the interface facility's code 201.
+/// An operation is not possible in the current state: code 201 of the interface facility.
 inline constexpr HRESULT E_GL_BADSTATE = static_cast<HRESULT>(0x800400C9);

@@ -1,7 +1,7 @@
 /// @file
-/// Reading of the registry files: where they are, their bytes, and their format, registry scripts ("Windows
-/// Registry Editor Version 5.00"). The module and GLCreateObjectByProgID read by these functions alone. Not
-/// on Windows. Any thread; nothing is kept.
+/// Reading of the registry files: their location, content and format, registry scripts ("Windows Registry
+/// Editor Version 5.00"). The module and GLCreateObjectByProgID use only these functions. Not on Windows. No
+/// state; any thread.
 
 #pragma once
 
@@ -26,27 +26,27 @@
 
 namespace GLRegistration {
 
-/// Whether the program has rights that its caller lacks (setuid, setgid, capabilities). The caller's
-/// environment must not choose files for it then.
+/// Returns whether the program is privileged (setuid, setgid, capabilities). The caller's environment must
+/// not choose files for such a program.
 inline bool IsPrivileged() noexcept { return getauxval(AT_SECURE) != 0; }
 
-/// The value of an environment variable; empty for none, and for all in a privileged program.
+/// Returns the value of an environment variable; empty if it is not set, and always in a privileged program.
 inline std::string Environment(const char* aName) {
   const char* value = secure_getenv(aName);
   return value != nullptr ? value : "";
 }
 
-/// The user's file. @return empty where no variable names a folder
+/// Returns the path of the user's file; empty if no variable names a folder.
 inline std::string UserFile() {
   if (const std::string own = Environment("GLLIB_REGISTRY_DIR"); !own.empty()) return own + "/user.reg";
-  // The XDG specification tells programs to ignore a path that isn't absolute.
+  // The XDG specification requires programs to ignore relative paths.
   if (const std::string xdg = Environment("XDG_CONFIG_HOME"); !xdg.empty() && xdg.front() == '/')
     return xdg + "/gllib/user.reg";
   const std::string home = Environment("HOME");
   return home.empty() ? home : home + "/.config/gllib/user.reg";
 }
 
-/// The machine's file, in the first folder of XDG_CONFIG_DIRS, which is the most important one.
+/// Returns the path of the machine's file, in the first folder of XDG_CONFIG_DIRS, which has precedence.
 inline std::string MachineFile() {
   if (const std::string own = Environment("GLLIB_REGISTRY_DIR"); !own.empty()) return own + "/machine.reg";
   const std::string folders = Environment("XDG_CONFIG_DIRS");
@@ -58,11 +58,11 @@ enum class FileState {
   kRead,
   kAbsent,
   kDenied,   ///< this program may not read it
-  kFailed,   ///< a read error: what was read is not the whole file
+  kFailed,   ///< a read error: the text is incomplete
   kDamaged,  ///< not a regular file, or too large for a registry
 };
 
-/// Reads a whole file. @param aText the bytes, for kRead alone
+/// Reads a whole file. @param aText receives the bytes, for kRead only
 inline FileState ReadFile(const std::string& aPath, std::string& aText) {
   constexpr std::size_t kLargest = std::size_t{64} << 20;
   struct Descriptor {
@@ -72,7 +72,7 @@ inline FileState ReadFile(const std::string& aPath, std::string& aText) {
     int m_iFile;
   };
   aText.clear();
-  // Without O_NONBLOCK the opening of a pipe waits for its writer.
+  // Without O_NONBLOCK, open waits for the writer of a pipe.
   const Descriptor file{open(aPath.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)};
   if (file.m_iFile < 0) {
     return errno == ENOENT || errno == ENOTDIR ? FileState::kAbsent
@@ -93,7 +93,7 @@ inline FileState ReadFile(const std::string& aPath, std::string& aText) {
   }
 }
 
-/// What a registry stores: the numbers of the Windows types.
+/// Types of registry values, by the Windows numbers.
 inline constexpr DWORD kTypeOther = 0, kTypeText = 1, kTypeBinary = 3, kTypeNumber = 4;
 
 /// A value: its type and its bytes; a text with its terminating zero. The bytes of other types are not read.
@@ -107,7 +107,7 @@ inline constexpr std::string_view kScriptHeader = "Windows Registry Editor Versi
 /// Parts of ReadScript.
 namespace Script {
 
-/// The first line of a text, which is removed from it.
+/// Removes the first line of a text and returns it.
 inline std::string_view TakeLine(std::string_view& aText) noexcept {
   const std::size_t end = aText.find('\n');
   const std::string_view line = aText.substr(0, end);
@@ -175,7 +175,7 @@ inline std::optional<std::vector<std::uint8_t>> ReadBytes(std::string_view aText
   return bytes;
 }
 
-/// What follows the name and the equals sign of a value.
+/// Reads the part of a value after its name and the equals sign.
 inline std::optional<Value> ReadValue(std::string_view aText) {
   if (!aText.empty() && aText.front() == '"') {
     const auto text = TakeQuoted(aText);
@@ -199,16 +199,14 @@ inline std::optional<Value> ReadValue(std::string_view aText) {
 
 }  // namespace Script
 
-/// Reads the text of a registry file and passes on what it finds, in the order of the text, by
-///   aOut.Key(name, above)                the key to which the next values belong
-///   aOut.Entry(name, value, line, above) a value; an empty name is the key's default value
-///   aOut.End(below)
-/// where above and below are the comments there, with their line ends, and line is the value's own line. A
-/// key and a value can come several times: the last value counts.
-/// @return false for a text that isn't a registry script; what was passed on before then counts for nothing
+/// Reads the text of a registry file and calls, in the order of the text, aOut.Key(name, above)
+/// the key to which the next values belong aOut.Entry(name, value, line, above) a value; an empty name is the
+/// key's default value aOut.End(below) where above and below are the comments there, with their line ends,
+/// and line is the value's own line. A key and a value can occur several times: the last value is valid.
+/// @return false if the text is not a registry script; the caller then discards the earlier calls
 template <class Out>
 bool ReadScript(std::string_view aText, Out&& aOut) {
-  std::string joined, above;  // the lines so far of one that continues; the comments since the last entry
+  std::string joined, above;  // the parts of a continued line; the comments since the last entry
   bool header = false, key = false;
   while (!aText.empty()) {
     std::string_view line = Script::WithoutBlanksBehind(Script::TakeLine(aText));
@@ -223,7 +221,7 @@ bool ReadScript(std::string_view aText, Out&& aOut) {
     }
     const std::string whole = std::exchange(joined, std::string()).append(line);
     const std::size_t start = whole.find_first_not_of(" \t");
-    if (start == whole.npos) return false;  // a line that continues must hold something
+    if (start == whole.npos) return false;  // a continued line must not be empty
     const std::string_view entry = std::string_view(whole).substr(start);
     if (!header) {
       if (entry != kScriptHeader) return false;
