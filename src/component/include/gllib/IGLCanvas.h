@@ -206,8 +206,8 @@ struct IGLCanvas : IUnknown {
 
   // Compiled lists. A list is lost with its rendering context: at another Initialize, at a change of the
   // system's colours and at each off-screen capture. Call IsCompiledList before each use, and compile again
-  // if it returns 0. Lists do not nest. All five operations return E_GL_BADSTATE outside a painter or gauge,
-  // and if the host has made another rendering context current.
+  // if it returns 0. One list can be open at a time. All five operations return E_GL_BADSTATE outside a
+  // painter or gauge, and if the host has made another rendering context current.
 
   /// Opens a list. Calls until EndCompileList are compiled into the list and do not draw. Do not mix vertices
   /// of the canvas with your own glVertex calls between one BeginDraw... and its EndDrawVertices: the
