@@ -1,3 +1,5 @@
+// Options: parses and checks the command line. Any thread.
+
 #include "glview/Options.h"
 
 #include <array>
@@ -28,7 +30,7 @@ constexpr int kLargestSide = 8192;
 constexpr double kSmallestZoom = 0.01, kLargestZoom = 64;
 constexpr int kMostSamples = 64;
 
-/// Splits a text into numbers at a separator. @return fewer numbers than fields when one isn't a number
+/// Splits a text into numbers at a separator. @return fewer numbers than fields if a field is no number
 template <class Number>
 std::vector<Number> Numbers(std::string_view aText, char aSeparator) {
   std::vector<Number> numbers;
@@ -90,7 +92,7 @@ int ParseSamples(std::string_view aText) {
   return samples[0];
 }
 
-/// A limit of reading.
+/// Parses a limit of reading.
 unsigned ParseLimit(std::string_view aOption, std::string_view aText) {
   constexpr unsigned kLargest = 1 << 24;
   const auto limit = Numbers<unsigned>(aText, ',');
@@ -164,7 +166,7 @@ void RequireInside(const Options& aOptions) {
   }
 }
 
-/// The options as the library reads them: each value as a text, which the functions above take apart.
+/// Defines the options for the library. Each value is a text; the functions above parse it.
 cxxopts::Options CommandLine() {
   cxxopts::Options command("glview",
                            "usage: glview [options] MODEL... | FOLDER\n\n"

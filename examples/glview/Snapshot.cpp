@@ -1,3 +1,5 @@
+// Snapshot: draws and picks without a display. Host's thread.
+
 #include "glview/Snapshot.h"
 
 #include <algorithm>
@@ -17,7 +19,7 @@ constexpr auto kPatience = std::chrono::seconds(120);
 constexpr auto kDeliveryPeriod = std::chrono::milliseconds(10);
 
 Picture TakePicture(Scene& aScene, const HiddenParent& aParent, const Options& aOptions) {
-  // A capture enlarges by whole factors; what is left of the zoom goes into the size.
+  // A capture enlarges by whole factors. The window's size covers the rest of the zoom.
   const int whole = std::max(1, static_cast<int>(aOptions.zoom));
   const double rest = aOptions.zoom / whole;
   if (rest != 1) {

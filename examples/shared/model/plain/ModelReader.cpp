@@ -1,3 +1,5 @@
+// ModelReader: selects the OBJ or STL reader by the file extension. Any thread.
+
 #include "shared/model/ModelReader.h"
 
 #include <algorithm>
@@ -10,7 +12,7 @@
 
 namespace {
 
-/// A name's ending in small letters, with its dot.
+/// Returns the file extension in lower case, with its dot.
 std::string EndingOf(const std::filesystem::path& aPath) {
   std::string ending = aPath.extension().string();
   std::transform(ending.begin(), ending.end(), ending.begin(),

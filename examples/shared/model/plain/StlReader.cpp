@@ -1,3 +1,5 @@
+// StlReader: parses text and binary STL files. Any thread.
+
 #include "shared/model/plain/StlReader.h"
 
 #include <bit>
@@ -11,7 +13,7 @@
 namespace {
 
 constexpr std::streamoff kHeader = 84,
-                         kRecord = 50;  // bytes of a binary file's head and of each of its facets
+                         kRecord = 50;  // bytes of a binary file's header and facets
 
 void AddFacet(Part& aPart, const Vector& aNormal, const std::array<Vector, 3>& aCorners) {
   const bool given = aNormal != Vector{};
@@ -83,7 +85,7 @@ std::vector<Part> ReadStl(std::istream& aFile, const ReadProgress& aProgress) {
   aFile.read(reinterpret_cast<char*>(header.data()), kHeader);
   const std::streamoff got = aFile.gcount();
   const std::uint32_t facets = LittleEndian(&header[kHeader - 4]);
-  // Some binary files begin as text ones do; their length gives them away.
+  // Some binary files begin like text files. Their length identifies them.
   const bool binary = got == kHeader && share.Size() == kHeader + kRecord * std::streamoff{facets};
   if (binary) return ReadBinary(aFile, facets, share);
   if (std::memcmp(header.data(), "solid", 5) != 0) {
