@@ -1,5 +1,5 @@
-// PlainContext: a rendering context with no window, current on the thread of a benchmark.
-// One thread, from construction to the end.
+// PlainContext: a rendering context without a window, current on the thread of a benchmark. Used on one
+// thread only.
 
 #pragma once
 
@@ -42,7 +42,7 @@ class PlainContext {
     eglDestroyContext(m_Display, m_Context);
     eglDestroySurface(m_Display, m_Surface);
   }
-  /// Makes it current again after another one was.
+  /// Makes the context current again.
   void MakeCurrent() const { eglMakeCurrent(m_Display, m_Surface, m_Surface, m_Context); }
   PlainContext(const PlainContext&) = delete;
   PlainContext& operator=(const PlainContext&) = delete;

@@ -1,5 +1,5 @@
-# glview.exe: the same viewer with a window of the system's own, and a small reader of OBJ and STL files. The module lies
-# beside it.
+# glview.exe: the same viewer with a system window and a small reader of OBJ and STL files. The module is in the same
+# folder.
 
 file(GLOB GLVIEW_SOURCES CONFIGURE_DEPENDS glview/*.cpp glview/windows/*.cpp shared/model/*.cpp shared/model/plain/*.cpp
      shared/Picture.cpp)
