@@ -10,7 +10,7 @@ class Triangle(gllib.Painter):
         canvas.end_draw_vertices()
 
 with gllib.Context() as context:
-    context.initialize(0)  # the id of an X11 window; 0: no parent
+    context.initialize(0)  # 0: no parent; else the id of an X11 window
     context.set_viewport(0, 0, 640, 480)
     context.enable_lighting(False)
     context.create_viewer(True, True)
