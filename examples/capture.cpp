@@ -25,7 +25,7 @@ class Camera final : public GLCaptureBase {
     request.m_fZoom = static_cast<float>(aZoom);
     request.m_sBackground = aBackground;
     Request(pixmap.Get(), request);
-    if (!done.get()) throw std::runtime_error("no picture of that size is to be had");
+    if (!done.get()) throw std::runtime_error("cannot take a picture of that size");
     return pixmap;
   }
   HRESULT OnData(LONG aSuccess) noexcept override {

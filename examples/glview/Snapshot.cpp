@@ -32,7 +32,7 @@ Picture TakePicture(Scene& aScene, const HiddenParent& aParent, const Options& a
     if (std::chrono::steady_clock::now() > end) throw std::runtime_error("no frame came");
   }
   auto result = picture.Take();
-  if (!result) throw std::runtime_error("no picture of that size is to be had");
+  if (!result) throw std::runtime_error("cannot take a picture of that size");
   return std::move(*result);
 }
 

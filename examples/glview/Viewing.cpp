@@ -169,7 +169,7 @@ void Viewing::FinishCapture() {
   if (!m_picture.IsAsked() || !m_picture.IsThere(0ms)) return;
   m_scene.Redraw();  // the capture deleted the window's lists; a frame compiles them again
   const auto picture = m_picture.Take();
-  if (!picture) return Note("no picture to be had");
+  if (!picture) return Note("the capture failed");
   const std::string name = FreeName(m_model->name);
   Note(WritePng(*picture, name) ? "wrote " + name : "can't write " + name);
 }

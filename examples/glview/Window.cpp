@@ -54,7 +54,7 @@ class Window {
 Window::Window(const Options& aOptions) {
   glfwWindowHint(GLFW_CLIENT_API, GLFW_NO_API);  // the component creates its own context
   m_window = glfwCreateWindow(aOptions.width, aOptions.height, "glview", nullptr, nullptr);
-  if (m_window == nullptr) throw std::runtime_error("no window to be had");
+  if (m_window == nullptr) throw std::runtime_error("cannot create a window");
   glfwSetWindowUserPointer(m_window, this);
   try {
     m_viewing.emplace(aOptions, NativeWindow(m_window),

@@ -58,7 +58,7 @@ Window::Window(const Options& aOptions) {
   m_window =
       CreateWindowExA(0, kClass, "glview", kStyle, CW_USEDEFAULT, CW_USEDEFAULT, frame.right - frame.left,
                       frame.bottom - frame.top, nullptr, nullptr, windowClass.hInstance, nullptr);
-  if (m_window == nullptr) throw std::runtime_error("no window to be had");
+  if (m_window == nullptr) throw std::runtime_error("cannot create a window");
   try {
     m_viewing.emplace(aOptions, reinterpret_cast<ULONG_PTR>(m_window),
                       [this](const std::string& aTitle) { SetWindowTextA(m_window, aTitle.c_str()); });

@@ -36,7 +36,7 @@ Scene::Scene(std::shared_ptr<const Model> aModel, const SceneOptions& aOptions, 
     smooth->put_lFSAAMaxSamples(aOptions.samples);
   }
   if (!m_context || FAILED(m_context->Initialize(aParent))) {
-    throw std::runtime_error("no drawing context to be had");
+    throw std::runtime_error("cannot create a drawing context");
   }
   m_control = m_context.As<IGLContext2>();
   m_context->SetBackgroundColor(&m_background);

@@ -33,7 +33,7 @@ std::vector<Part> ReadParts(const std::string& aPath, const ReadProgress& aProgr
   const std::filesystem::path path = aPath;
   if (!IsModelName(aPath)) throw ModelError("it is neither an OBJ nor an STL file");
   std::ifstream file(path, std::ios::binary);
-  if (!file) throw ModelError("it can't be opened");
+  if (!file) throw ModelError("cannot open the file");
   if (file.peek() == std::ifstream::traits_type::eof()) throw ModelError("it is empty");
   return EndingOf(path) == ".obj" ? ReadObj(file, path.parent_path(), aProgress) : ReadStl(file, aProgress);
 }

@@ -84,7 +84,7 @@ class Reader {
     const auto [end, error] = std::from_chars(aText.data(), aText.data() + aText.size(), number);
     if (error != std::errc{} || end != aText.data() + aText.size()) m_line.Fail("no number");
     const auto count = static_cast<long long>(aCount);
-    if (number == 0 || number > count || number < -count) m_line.Fail("a face names what isn't there");
+    if (number == 0 || number > count || number < -count) m_line.Fail("a face has an index out of range");
     return static_cast<std::size_t>(number > 0 ? number - 1 : count + number);
   }
 

@@ -34,7 +34,7 @@ std::vector<Part> ReadBinary(std::istream& aFile, std::uint32_t aFacets, Reading
   std::array<unsigned char, kRecord> record{};
   for (std::uint32_t facet = 0; facet < aFacets; ++facet) {
     aShare.Step();
-    if (!aFile.read(reinterpret_cast<char*>(record.data()), kRecord)) throw ModelError("it is cut short");
+    if (!aFile.read(reinterpret_cast<char*>(record.data()), kRecord)) throw ModelError("it is truncated");
     std::array<Vector, 4> values{};  // the normal and three corners
     for (std::size_t i = 0; i < 12; ++i) {
       values[i / 3][i % 3] = std::bit_cast<float>(LittleEndian(&record[4 * i]));
@@ -72,7 +72,7 @@ std::vector<Part> ReadText(std::istream& aFile, ReadingShare& aShare) {
       corners.clear();
     }
   }
-  if (!corners.empty()) throw ModelError("it is cut short");
+  if (!corners.empty()) throw ModelError("it is truncated");
   std::erase_if(parts, [](const Part& part) { return part.triangles.empty(); });
   return parts;
 }
@@ -89,8 +89,7 @@ std::vector<Part> ReadStl(std::istream& aFile, const ReadProgress& aProgress) {
   const bool binary = got == kHeader && share.Size() == kHeader + kRecord * std::streamoff{facets};
   if (binary) return ReadBinary(aFile, facets, share);
   if (std::memcmp(header.data(), "solid", 5) != 0) {
-    throw ModelError(got == kHeader ? "its length isn't that of the facets that it tells of"
-                                    : "it is cut short");
+    throw ModelError(got == kHeader ? "its length does not match its number of facets" : "it is truncated");
   }
   aFile.clear();
   aFile.seekg(0);
