@@ -1,4 +1,5 @@
-// Draw attributes and materials applied through the canvas, beside the bare GL calls that they make.
+// AttributesBenchmark: applies draw attributes and materials through the canvas, compared with the GL calls
+// that they make.
 
 #include <benchmark/benchmark.h>
 #include <gllib/GLClasses.h>
@@ -56,7 +57,7 @@ void AttributesShortPlainGL(benchmark::State& aState) {
 void AttributesFullThroughCanvas(benchmark::State& aState) {
   const PlainContext context;
   const auto canvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
-  // Two objects in turn: each application is a full one.
+  // Two objects alternate, so that each application sets the full state.
   const GLPtr<IGLDrawAttr> attributes[] = {CreateObject<IGLDrawAttr>(CLSID_GLDrawAttr),
                                            CreateObject<IGLDrawAttr>(CLSID_GLDrawAttr)};
   for (auto _ : aState) {

@@ -1,5 +1,5 @@
-// Vertices through the canvas beside plain GL: the same 100,000 triangles, in immediate mode and from a list.
-// Both draw inside a painter, on the draw thread of one context.
+// CanvasBenchmark: draws vertices through the canvas and by plain GL. Both draw the same 100,000 triangles,
+// in immediate mode and from a list, inside a painter on the draw thread of one context.
 
 #include <benchmark/benchmark.h>
 
@@ -17,7 +17,7 @@ struct Corner {
   float m_fVertex[3];
 };
 
-/// A rippled field of small triangles over the whole view.
+/// Returns small triangles of a rippled surface that fills the view.
 const std::vector<Corner>& Field() {
   static const std::vector<Corner> field = [] {
     std::vector<Corner> corners;

@@ -1,5 +1,6 @@
-// A capture at the window's size beside what it can't do without: a second rendering context on a surface of
-// that size, the scene drawn there, and its pixels read. Both draw the scene by the same GL calls.
+// CaptureBenchmark: compares a capture at the window's size with its unavoidable work: a second rendering
+// context with a surface of that size, drawing the scene, and reading the pixels. Both draw the scene by the
+// same GL calls.
 
 #include <benchmark/benchmark.h>
 #include <gllib/GLLibHost.h>
@@ -17,7 +18,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int kWidth = 800, kHeight = 600;
 
-/// Some strips of shaded triangles over the whole picture, in coordinates from -1 to 1.
+/// Draws strips of shaded triangles over the whole picture, in coordinates from -1 to 1.
 void DrawScene() {
   constexpr int kStrips = 100, kSteps = 100;
   glMatrixMode(GL_PROJECTION);
@@ -47,7 +48,7 @@ class ScenePainter : public GLPainterBase {
   }
 };
 
-/// Takes the time on the draw thread, from the question to the answer.
+/// Measures on the draw thread, from IsEnabled to OnData.
 class TimedCapture : public GLCaptureBase {
  public:
   HRESULT IsEnabled(LONG* aEnabled) noexcept override {
@@ -60,7 +61,7 @@ class TimedCapture : public GLCaptureBase {
     m_Took.set_value(aSuccess != 0 ? took.count() : -1.0);
     return S_OK;
   }
-  /// @return seconds; below 0 when no picture was had
+  /// @return seconds; negative if the capture fails
   double Take(IGLPixmap* aTarget) {
     m_Took = {};
     auto took = m_Took.get_future();

@@ -1,4 +1,4 @@
-// EmptyFrames: a context whose viewers share its surface and show nothing, and the count of its frames.
+// EmptyFrames: a context with empty viewers that share its surface, and a counter of its frames.
 
 #pragma once
 
@@ -12,7 +12,7 @@
 #include <mutex>
 #include <stdexcept>
 
-/// Counts the frames that a context has drawn; wakes whoever waits for a number of them.
+/// Counts the frames of a context. Other threads can wait for a number of frames.
 class FrameCounter : public GLCaptureBase {
  public:
   HRESULT IsEnabled(LONG* aEnabled) noexcept override {
@@ -30,8 +30,8 @@ class FrameCounter : public GLCaptureBase {
   HRESULT GetRectangle(int*, int*, int*, int*) noexcept override { return E_FAIL; }
   HRESULT OnData(LONG) noexcept override { return S_OK; }
 
-  /// Waits for so many frames from here on. @param aBring called once the count has begun
-  /// @return processor seconds that the draw thread has used until the last one of them
+  /// Waits for aFrames further frames. @param aBring called after the count has started
+  /// @return processor seconds that the draw thread uses until the last of them
   template <class Bring>
   double Await(int aFrames, Bring aBring) {
     std::unique_lock lock(m_Lock);
@@ -53,8 +53,8 @@ class FrameCounter : public GLCaptureBase {
   double m_dProcessor = 0;
 };
 
-/// Viewers without light, axes and frames that share the surface, so that what is cleared stays the same. The
-/// draw thread cycles freely.
+/// Viewers without light, axes and frames. They share the surface, so that the cleared area does not depend
+/// on their number. The draw thread cycles without a pause.
 class EmptyFrames {
  public:
   EmptyFrames(int aViewers, int aWidth, int aHeight) {
@@ -76,7 +76,7 @@ class EmptyFrames {
   }
   ~EmptyFrames() { m_Context->DetachCapture(); }
 
-  /// Times frames, so many to an iteration.
+  /// Measures wall-clock time of aFrames frames per iteration.
   void Measure(benchmark::State& aState, int aFrames) {
     for (auto _ : aState) {
       const auto start = std::chrono::steady_clock::now();
@@ -85,7 +85,7 @@ class EmptyFrames {
       aState.SetIterationTime(took.count() / aFrames);
     }
   }
-  /// The same, by what the draw thread uses of its processor: its pauses don't count.
+  /// Measures processor time of the draw thread, which excludes its pauses.
   void MeasureProcessor(benchmark::State& aState, int aFrames) {
     double before = m_Counter->Await(1);
     for (auto _ : aState) {

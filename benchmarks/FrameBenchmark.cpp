@@ -1,6 +1,6 @@
-// An empty frame of a context beside a bare clear and swap on a surface of the same kind and size, and, with
-// more viewers, beside the bare GL calls of their passes; from a trigger to the end of the swap beside the
-// bare draw.
+// FrameBenchmark: compares an empty frame of a context with a clear and swap on a surface of the same kind
+// and size. With more viewers it compares with the GL calls of their passes. It also compares the time from a
+// trigger to the end of the swap with the drawing itself.
 
 #include <benchmark/benchmark.h>
 #include <gllib/GLLibHost.h>
@@ -28,7 +28,7 @@ void BareClearAndSwap(benchmark::State& aState) {
   }
 }
 
-/// What the passes of viewers send to GL, with no lighting, fog, axes and frame.
+/// Makes the GL calls of viewer passes without lighting, fog, axes and frame.
 void BareViewers(benchmark::State& aState) {
   const PlainContext plain(kWidth, kHeight);
   const auto viewers = static_cast<int>(aState.range(0));
@@ -61,7 +61,7 @@ void BareViewers(benchmark::State& aState) {
 
 constexpr int kTriangles = 10'000;
 
-/// The same triangles for a painter and for the bare draw, in coordinates from -1 to 1.
+/// Draws triangles in coordinates from -1 to 1, for the painter and for plain GL.
 void DrawTriangles() {
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
@@ -85,7 +85,7 @@ class TrianglePainter : public GLPainterBase {
   }
 };
 
-/// From the host's trigger, in controlled mode, to the end of the swap.
+/// Measures from the host's trigger, in controlled mode, to the end of the swap.
 void TriggerToPicture(benchmark::State& aState) {
   setenv("GLLIB_DISPLAY", "headless", 1);
   const auto context = GLCreate<IGLContext>(CLSID_GLContext);

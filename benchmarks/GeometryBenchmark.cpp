@@ -1,4 +1,4 @@
-// The inverse of 4 by 4 matrices: the kernel's by cofactors beside glm's, over the same matrices in one run.
+// GeometryBenchmark: inverts the same 4 by 4 matrices by the kernel's cofactors and by glm.
 
 #include <benchmark/benchmark.h>
 
@@ -28,7 +28,7 @@ const std::array<glm::dmat4, kMatrices>& Matrices() {
 void InverseByKernel(benchmark::State& aState) {
   for (auto _ : aState) {
     for (const glm::dmat4& m : Matrices()) {
-      GMatrix matrix(4, 4, &m[0][0]);  // its one allocation is part of the price
+      GMatrix matrix(4, 4, &m[0][0]);  // its one allocation is included in the time
       benchmark::DoNotOptimize(matrix.Invert());
       benchmark::DoNotOptimize(matrix.Data());
     }

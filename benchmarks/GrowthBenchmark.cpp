@@ -1,5 +1,6 @@
-// How the cost grows: with triangles, contexts, identifiers of a selection, length of text and size of a
-// captured picture. That of viewers stands beside the frame, that of transparent triangles in their own file.
+// GrowthBenchmark: measures how the cost grows with triangles, contexts, identifiers of a selection, text
+// length and picture size of a capture. FrameBenchmark covers viewers, TransparentTrianglesBenchmark
+// transparent triangles.
 
 #include <gllib/IGLFont.h>
 
@@ -40,7 +41,7 @@ void GrowthOfText(benchmark::State& aState) {
   });
 }
 
-/// One frame of all contexts, each triggered by the host.
+/// Measures one frame of all contexts, each triggered by the host.
 void GrowthOfContexts(benchmark::State& aState) {
   std::vector<std::unique_ptr<TimedStage>> stages;
   for (int i = 0; i < aState.range(0); ++i) stages.push_back(std::make_unique<TimedStage>());
@@ -75,7 +76,7 @@ class BarPainter : public GLPainterBase {
   const int m_iIdentifiers;
 };
 
-/// A context that draws only when it is asked to.
+/// A context that draws only when triggered.
 struct ControlledContext {
   ControlledContext(int aSide, IGLPainter* aPainter) {
     setenv("GLLIB_DISPLAY", "headless", 1);
@@ -95,7 +96,7 @@ struct ControlledContext {
 void GrowthOfIdentifiers(benchmark::State& aState) {
   const auto count = static_cast<int>(aState.range(0));
   ControlledContext stage(128, GLMake<BarPainter>(count).Get());
-  stage.m_pViewer->Show(0);  // so that no frame is measured along
+  stage.m_pViewer->Show(0);  // hidden, so that the time contains no frame
   std::vector<ULONG> ids(static_cast<std::size_t>(count));
   for (auto _ : aState) {
     GLDATA_POINT first{-1, -1, 0}, second{1, 1, 0};

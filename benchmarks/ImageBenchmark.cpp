@@ -1,5 +1,5 @@
-// Loading of bitmap files, beside two libraries' readers of the same file, and the colour operations, beside
-// plain loops. An image has 16 megapixels; the file comes out of the system's cache.
+// ImageBenchmark: loads bitmap files, compared with the readers of two libraries, and runs the colour
+// operations, compared with plain loops. An image has 16 megapixels. The file is in the system's cache.
 
 #include <SDL.h>
 #include <benchmark/benchmark.h>
@@ -24,7 +24,7 @@ namespace {
 constexpr int kSide = 4096;
 constexpr std::int64_t kPixels = std::int64_t{kSide} * kSide;
 
-/// A bitmap file of one depth, which goes at the end.
+/// A bitmap file of one depth; the destructor deletes it.
 class ImageFile {
  public:
   explicit ImageFile(int aBits)
@@ -86,7 +86,7 @@ void LoadThroughStb(benchmark::State& aState) {
   CountPixels(aState);
 }
 
-/// As the file has it: 8 bits stay indices.
+/// Keeps the file's pixel format: 8-bit pixels stay indices.
 void LoadThroughSdl(benchmark::State& aState) {
   const ImageFile file(static_cast<int>(aState.range(0)));
   for (auto _ : aState) {
@@ -97,7 +97,7 @@ void LoadThroughSdl(benchmark::State& aState) {
   CountPixels(aState);
 }
 
-/// Turned into the pixels that the other two give.
+/// Converts to RGBA, the result of the other two readers.
 void LoadThroughSdlToRGBA(benchmark::State& aState) {
   const ImageFile file(static_cast<int>(aState.range(0)));
   for (auto _ : aState) {
@@ -110,7 +110,7 @@ void LoadThroughSdlToRGBA(benchmark::State& aState) {
   CountPixels(aState);
 }
 
-// The colour operations, and each as its arithmetic reads.
+// Colour operations, and plain loops with the same arithmetic.
 
 const GLDATA_RGBA kScale = {0.5f, 1.5f, 0.9f, 1.0f};
 const std::vector<float> kFactors(256, 0.75f);

@@ -1,5 +1,6 @@
-// Selection from compiled lists: a point, a box and an enclosed box in models of 10^4 to 10^7 triangles,
-// beside the bare pass over the whole list; and the compilation of a list beside plain GL.
+// ListSelectBenchmark: selects from compiled lists by a point, a box and an enclosed box, in models of 10^4
+// to 10^7 triangles. The limit is a plain selection pass over the whole list. It also compares the
+// compilation of a list with plain GL.
 
 #include <benchmark/benchmark.h>
 #include <gllib/GLLibHost.h>
@@ -19,7 +20,7 @@ namespace {
 constexpr int kSide = 512;
 constexpr int kCapacity = 1 << 17;
 
-/// Patches of small triangles side by side over the whole view, one identifier each.
+/// Adjacent patches of small triangles that fill the view, one identifier per patch.
 struct Model {
   int m_nTriangles, m_nIdentifiers;
   auto operator<=>(const Model&) const = default;
@@ -35,7 +36,7 @@ struct Model {
       aBegin();
       const float x = -1.0f + cell * static_cast<float>(id % side);
       const float y = -1.0f + cell * static_cast<float>(id / side);
-      // In rows, as models have them.
+      // Patches are ordered in rows, like those of real models.
       const int count = m_nTriangles / m_nIdentifiers;
       for (int i = 0; i < count; ++i) {
         const float up = y + cell * static_cast<float>(i) / static_cast<float>(count);
@@ -58,7 +59,7 @@ struct Model {
   }
 };
 
-/// A context that draws a model from one list, to selections only.
+/// A context that draws a model from one list, only for selections.
 class Listed {
  public:
   explicit Listed(Model aModel) : m_pPainter(GLMake<Painter>(aModel)), m_aIds(kCapacity) {
@@ -74,7 +75,7 @@ class Listed {
   }
   ~Listed() { m_pContext->DetachPainter(); }
 
-  /// A square around the middle; a point for a width of 0. @return how many were found
+  /// Selects in a square around the middle; width 0 selects at a point. @return the number of hits
   int Select(double aWidth, bool aEnclosed) {
     GLDATA_POINT first{0.001 - aWidth / 2, 0.001 - aWidth / 2, 0};
     GLDATA_POINT second{0.001 + aWidth / 2, 0.001 + aWidth / 2, 0};
@@ -109,7 +110,7 @@ class Listed {
   std::vector<ULONG> m_aIds;
 };
 
-/// The same in one plain list.
+/// The same model in one plain GL list.
 class Plain {
  public:
   explicit Plain(Model aModel) : m_Context(kSide, kSide), m_aBuffer(4 * kCapacity) {
@@ -138,7 +139,7 @@ class Plain {
   std::vector<GLuint> m_aBuffer;
 };
 
-/// Large models are built once per run of the program, not once per repetition.
+/// Caches large models for the run of the program; repetitions share them.
 template <class Kept>
 Kept& Keep(Model aModel) {
   static std::map<Model, std::unique_ptr<Kept>> kept;

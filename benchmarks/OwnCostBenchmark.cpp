@@ -1,12 +1,12 @@
-// What a frame costs besides GL: empty frames of a context while every GL call returns at once, beside the
-// swap that ends each of them.
+// OwnCostBenchmark: the component's own cost of a frame. It measures empty frames while every GL call returns
+// at once, compared with the swap at the end of each frame.
 
 #include <benchmark/benchmark.h>
 
 #include "EmptyFrames.h"
 #include "PlainContext.h"
 
-// The executable's GL functions come before the driver's.
+// The executable defines GL functions, which the loader finds before the driver's.
 #define GL_CALL(result, name, parameters, arguments) \
   extern "C" result APIENTRY name parameters { return result(); }
 #include "support/GLCalls.inc"

@@ -1,6 +1,6 @@
-// How long a host waits for its draw thread: picks under the mouse, alone, beside frames and beside the
-// pauses of a free-running thread; and from the attaching of a painter to the end of its first frame, beside
-// that frame.
+// PaceBenchmark: how long a host waits for its draw thread. It measures picks under the mouse without frames,
+// during frames, and during the pauses of a free-running thread. It also measures from attaching a painter to
+// the end of its first frame, compared with that frame.
 
 #include <benchmark/benchmark.h>
 #include <gllib/GLLibHost.h>
@@ -31,7 +31,7 @@ double Median(std::vector<double>& aTimes) {
   return *middle;
 }
 
-/// Draws a hundred squares under identifiers; in a frame it takes at least a given time.
+/// Draws a hundred squares with identifiers. In a frame it takes at least a given time.
 class SquaresPainter : public GLPainterBase {
  public:
   explicit SquaresPainter(Clock::duration aFrame) : m_Frame(aFrame) {}
@@ -61,10 +61,10 @@ class SquaresPainter : public GLPainterBase {
   const Clock::duration m_Frame;
   std::atomic<int> m_iFrames{0};
   std::atomic<bool> m_bDrawn{false};
-  Clock::time_point m_FirstDraw;  // draw thread, until m_bDrawn
+  Clock::time_point m_FirstDraw;  // written by the draw thread before m_bDrawn
 };
 
-/// A context without a window, at its default pace.
+/// A context without a window at its default pace.
 struct PacedContext {
   PacedContext() {
     setenv("GLLIB_DISPLAY", "headless", 1);
@@ -90,7 +90,7 @@ struct PacedContext {
   IGLViewer* m_pViewer = nullptr;
 };
 
-/// Picks at a fixed rate, and tells rate and median along with the mean.
+/// Picks at a fixed rate. Reports rate and median besides the mean.
 void PickEvery(benchmark::State& aState, PacedContext& aContext, Clock::duration aStep) {
   for (int i = 0; i < 3; ++i) aContext.Pick();
   std::vector<double> times;
@@ -115,10 +115,10 @@ void PickAlone(benchmark::State& aState) {
 void PickFreeRunning(benchmark::State& aState) {
   PacedContext context;
   context.m_Context->AttachPainter(GLMake<SquaresPainter>(0ms).Get());
-  PickEvery(aState, context, 7ms);  // all phases of a cycle of 40 ms
+  PickEvery(aState, context, 7ms);  // covers all phases of a cycle of 40 ms
 }
 
-/// 200 picks a second, while frames of 4 ms are triggered 60 times a second.
+/// 200 picks per second, while frames of 4 ms are triggered 60 times per second.
 void HoverPick(benchmark::State& aState) {
   PacedContext context;
   const auto control = context.m_Context.As<IGLContext2>();
@@ -137,7 +137,7 @@ void HoverPick(benchmark::State& aState) {
   triggers.join();
 }
 
-/// Tells the end of the first frame in which a painter has drawn.
+/// Reports the end of the first frame in which a painter has drawn.
 class FirstFrameEnd : public GLCaptureBase {
  public:
   explicit FirstFrameEnd(GLPtr<SquaresPainter> aPainter) : m_Painter(std::move(aPainter)) {}
@@ -155,8 +155,8 @@ class FirstFrameEnd : public GLCaptureBase {
   bool m_bEnded = false;
 };
 
-/// Also tells how long the first call of the painter takes to come.
-/// @param aWhole from the attaching, else from the painter's first call
+/// Also reports the delay until the first call of the painter.
+/// @param aWhole true: measures from attaching; false: from the painter's first call
 void MeasureFirstFrame(benchmark::State& aState, bool aWhole) {
   std::vector<double> waits;
   for (auto _ : aState) {

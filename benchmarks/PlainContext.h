@@ -36,7 +36,7 @@ class PlainContext {
     eglDestroySurface(m_Display, m_Surface);
     eglReleaseThread();
   }
-  /// Makes it current again after another one was.
+  /// Makes the context current again.
   void MakeCurrent() const { eglMakeCurrent(m_Display, m_Surface, m_Surface, m_Context); }
   PlainContext(const PlainContext&) = delete;
   PlainContext& operator=(const PlainContext&) = delete;

@@ -1,5 +1,5 @@
-// Text beside its limits: Print of 20 characters beside bare glCallLists of the same lists, and the build of
-// a font beside FreeType's own drawing of its 256 glyphs.
+// TextBenchmark: compares Print of 20 characters with glCallLists of the same lists, and the build of a font
+// with FreeType's rendering of its 256 glyphs.
 
 #include <benchmark/benchmark.h>
 
@@ -17,7 +17,7 @@ constexpr char kText[] = "twenty characters OK";
 constexpr int kLength = sizeof kText - 1;
 constexpr int kHeight = -16;
 
-/// A rendering context of 512 by 512 model units, and a font of one kind on it.
+/// A context of 512 by 512 model units with a font of one kind.
 struct Bench {
   explicit Bench(FontKind aKind) {
     ModelInPixels(512, 512);
@@ -53,7 +53,7 @@ void Print(benchmark::State& aState) {
   Measure(aState, [&] { bench.m_Font->Print(text.data(), &start); });
 }
 
-/// What a program that owns the lists would call, with the state that each kind needs set once.
+/// Makes the calls of a program that owns the lists, with the state of each kind set once.
 void BareCallLists(benchmark::State& aState) {
   const auto kind = KindOf(aState);
   const Bench bench(kind);
@@ -89,7 +89,7 @@ void Build(benchmark::State& aState) {
   for (auto _ : aState) benchmark::DoNotOptimize(bench.m_Font->CreateFontLists());
 }
 
-/// Opening a face and loading its 256 glyphs, each drawn to one bit a pixel or left as an outline.
+/// Opens a face and loads its 256 glyphs, each as a bitmap of one bit per pixel or as an outline.
 void FreeTypeAlone(benchmark::State& aState) {
   const bool draws = KindOf(aState) == FontKind::kRaster;
   FT_Library library = nullptr;
@@ -107,7 +107,7 @@ void FreeTypeAlone(benchmark::State& aState) {
   FT_Done_FreeType(library);
 }
 
-// Kinds by their order: system, raster, outlines, atlas.
+// Kinds: 0 system, 1 raster, 2 outlines, 3 atlas.
 BENCHMARK(Print)->ArgName("kind")->DenseRange(0, 3);
 BENCHMARK(BareCallLists)->ArgName("kind")->DenseRange(0, 3);
 BENCHMARK(Build)->ArgName("kind")->DenseRange(0, 3)->Unit(benchmark::kMicrosecond);

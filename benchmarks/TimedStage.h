@@ -1,5 +1,5 @@
-// TimedStage: a context whose painter times pieces of drawing, on its draw thread. One benchmark thread at a
-// time.
+// TimedStage: a context whose painter measures pieces of drawing on its draw thread. One benchmark thread at
+// a time.
 
 #pragma once
 
@@ -15,7 +15,7 @@
 
 #include "platform/GL.h"
 
-/// Runs a piece of drawing inside a painter, on the draw thread, and tells how long it took.
+/// Runs a piece of drawing inside a painter, on the draw thread, and measures its time.
 class TimedPainter : public GLPainterBase {
  public:
   using Work = std::function<void(IGLCanvas&)>;
@@ -47,7 +47,7 @@ class TimedPainter : public GLPainterBase {
   double m_dSeconds = 0;
 };
 
-/// A context without a window that draws for a painter, lit by one light. Its draw thread cycles freely.
+/// A context without a window, with a painter and one light. Its draw thread cycles without a pause.
 class TimedStage {
  public:
   TimedStage() {

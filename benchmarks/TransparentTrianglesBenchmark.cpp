@@ -1,5 +1,5 @@
-// The store of transparent triangles: adding, and fetching in portions of 100, beside a plain vector of the
-// same records. Time a triangle must not grow with their number.
+// TransparentTrianglesBenchmark: adds to the store of transparent triangles and fetches in portions of 100,
+// compared with a vector of the same records. The time per triangle must not grow with their number.
 
 #include <benchmark/benchmark.h>
 #include <gllib/GLClasses.h>
@@ -14,10 +14,10 @@
 #include "component/CreateObject.h"
 
 namespace {
-std::atomic<std::int64_t> g_iHeapBytes{0};  // asked for and not given back
+std::atomic<std::int64_t> g_iHeapBytes{0};  // allocated and not yet freed
 }
 
-// Not inlined: the compiler would take malloc and free for the callers' own.
+// Not inlined: the compiler would report malloc and free as mismatched in the callers.
 [[gnu::noinline]] void* operator new(std::size_t aSize) {
   g_iHeapBytes += static_cast<std::int64_t>(aSize);
   if (void* block = std::malloc(aSize)) return block;

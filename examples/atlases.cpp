@@ -1,5 +1,5 @@
-// atlases: both glyph atlases whole, HAND on the left and SANSSERIF on the right, each of their 256 cells
-// printed as text: sixteen codes a line, code 0 at the top left.
+// atlases: shows both glyph atlases, HAND on the left and SANSSERIF on the right. It prints each of their 256
+// cells as text, sixteen codes per line, with code 0 at the top left.
 
 #include <cmath>
 #include <numbers>
@@ -8,20 +8,20 @@
 
 namespace {
 
-constexpr int kZoom = 3;                // pixels a texel
+constexpr int kZoom = 3;                // pixels per texel
 constexpr int kSheet = 16 * 9 * kZoom;  // a glyph is 8 texels wide and moves the pen by 9
 constexpr int kLine = 18 * kZoom;
 constexpr int kMargin = 24;
 constexpr int kWidth = 2 * kSheet + 3 * kMargin;
 constexpr int kHeight = 16 * kLine + 2 * kMargin;
 
-/// The characters that text reaches the codes from 0x80 to 0x9F by; for the others it is the code itself.
+/// Characters that select the codes 0x80 to 0x9F. For all other codes the character equals the code.
 constexpr char16_t kUpperControls[33] =
     u"\u20AC\u0081\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152\u008D\u017D\u008F"
     u"\u0090\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A\u0153\u009D\u017E\u0178";
 
 char16_t CharacterOf(int aCode) {
-  if (aCode == 0) return u' ';  // ends text; its cell is as empty as this one
+  if (aCode == 0) return u' ';  // code 0 would end the text; a space is as empty as its cell
   return aCode >= 0x80 && aCode < 0xA0 ? kUpperControls[aCode - 0x80] : static_cast<char16_t>(aCode);
 }
 
@@ -39,7 +39,8 @@ class AtlasPainter final : public GLPainterBase {
     aCanvas->PushLightAttribute();
     aCanvas->SetDrawAttributes(m_attributes.Get());
     for (int sheet = 0; sheet < 2; ++sheet) {
-      // A glyph starts half a texel from the pen, which the place makes up for, so that texels meet pixels.
+      // A glyph starts half a texel from the pen. The offset compensates for that, so that texels cover whole
+      // pixels.
       constexpr double kHalf = 0.5 * kZoom;
       GLDATA_POINT place{kMargin + sheet * (kSheet + kMargin) - kHalf, kHeight - kMargin - kHalf, 0};
       GLDATA_POINT zoom{kZoom, kZoom, 1};
@@ -69,7 +70,7 @@ Picture DrawAtlases() {
   const Stage stage(kWidth, kHeight);
   GLDATA_RGBA paper{0.96f, 0.95f, 0.92f, 1};
   stage.Context().SetBackgroundColor(&paper);
-  // At this distance a model unit in the plane of the text is a pixel.
+  // At this distance one model unit in the plane of the text is one pixel.
   const double distance = kHeight / 2.0 / std::tan(std::numbers::pi / 12);
   IGLViewer& viewer = stage.AddViewer({kWidth / 2.0, kHeight / 2.0, distance}, 0);
   viewer.SetEyeFovy_DEG(30);

@@ -1,5 +1,5 @@
-// capture: a small window's picture, its pixels three times as large, and beside it the picture that a
-// capture takes of the same window at three times its resolution, on white.
+// capture: compares two enlargements of a small window. On the left each pixel of the window is enlarged
+// three times. On the right a capture draws the same window at three times its resolution, on white.
 
 #include <algorithm>
 #include <future>
@@ -10,22 +10,22 @@
 
 namespace {
 
-constexpr int kSide = 160;  // of the window
+constexpr int kSide = 160;  // of the window, in pixels
 constexpr int kZoom = 3;
 
-/// Takes pictures one at a time, on the draw thread; the host's thread waits for each.
+/// Takes pictures, one at a time. The draw thread calls it; the host's thread waits for each picture.
 class Camera final : public GLCaptureBase {
  public:
-  /// @throws std::runtime_error when the picture can't be had
+  /// @throws std::runtime_error if the capture fails
   GLPtr<IGLPixmap> Take(int aZoom, const GLDATA_RGBA& aBackground) {
     auto pixmap = GLCreate<IGLPixmap>(CLSID_GLPixmap);
     m_done = {};
     auto done = m_done.get_future();
-    GLCaptureRequest request;  // the whole window, unless it says otherwise
+    GLCaptureRequest request;  // by default the request covers the whole window
     request.m_fZoom = static_cast<float>(aZoom);
     request.m_sBackground = aBackground;
     Request(pixmap.Get(), request);
-    if (!done.get()) throw std::runtime_error("no picture of that size is to be had");
+    if (!done.get()) throw std::runtime_error("cannot take a picture of that size");
     return pixmap;
   }
   HRESULT OnData(LONG aSuccess) noexcept override {
@@ -37,8 +37,8 @@ class Camera final : public GLCaptureBase {
   std::promise<bool> m_done;
 };
 
-/// A ball on a floor with a label. Everything is applied anew each time: a capture's rendering context knows
-/// nothing of the frame before.
+/// Draws a ball on a floor with a label. It sets all state in every pass, because a capture has a new
+/// rendering context with GL's defaults.
 class BallPainter final : public GLPainterBase {
  public:
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {
@@ -69,10 +69,10 @@ class BallPainter final : public GLPainterBase {
   }
 
   GLPtr<IGLDrawAttr> m_attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
-  IGLFont* m_font = nullptr;  // borrowed, the context's
+  IGLFont* m_font = nullptr;  // borrowed: the context owns it
 };
 
-/// Copies a pixmap into a picture, each pixel as a square.
+/// Copies a pixmap into a picture; each pixel becomes a square.
 void Paste(IGLPixmap& aPixmap, int aSquare, int aLeft, Picture& aPicture) {
   for (int y = 0; y < aPicture.height; ++y) {
     for (int x = 0; x < kSide * kZoom; ++x) {

@@ -1,6 +1,6 @@
-// glass: coloured panes, one behind the other and crossing. On the left they are drawn in the order in which
-// they were made; on the right the canvas's store hands out their triangles with centroids, and they are
-// drawn from the farthest to the nearest.
+// glass: draws coloured transparent panes that overlap and cross. On the left they are drawn in the order of
+// creation. On the right the canvas's store returns their triangles with centroids, and the painter draws
+// them from the farthest to the nearest.
 
 #include <algorithm>
 #include <array>
@@ -13,14 +13,14 @@ namespace {
 
 constexpr int kHalfWidth = 480;
 constexpr int kHeight = 480;
-constexpr int kCells = 24;  // a pane is cut into so many by so many squares: the finer, the better they sort
+constexpr int kCells = 24;  // squares per side of a pane; smaller triangles sort better
 constexpr GLDATA_RGBA kColors[5] = {{0.95f, 0.25f, 0.2f, 0.5f},
                                     {0.2f, 0.7f, 0.3f, 0.5f},
                                     {0.2f, 0.4f, 0.95f, 0.5f},
                                     {0.95f, 0.8f, 0.2f, 0.5f},
                                     {0.7f, 0.3f, 0.85f, 0.5f}};
 
-/// Stores a pane that stands upright, as two triangles a cell.
+/// Stores an upright pane, two triangles per cell.
 void StorePane(IGLCanvas13_1& aStore, const GLDATA_POINT& aCentre, const GLDATA_POINT& aSide,
                GLDATA_RGBA aColor) {
   const auto corner = [&](int aColumn, int aRow) {
@@ -40,7 +40,7 @@ void StorePane(IGLCanvas13_1& aStore, const GLDATA_POINT& aCentre, const GLDATA_
 
 class GlassPainter final : public GLPainterBase {
  public:
-  /// @param aSorted the viewer that shows the panes in their right order
+  /// @param aSorted the viewer that shows the panes in sorted order
   explicit GlassPainter(IGLViewer* aSorted) : m_sorted(aSorted) {
     m_attributes->EnableDrawMode(GLDM_SHOW_BACK, 1);
     GLDATA_RGBA steel{0.35f, 0.37f, 0.4f, 1};
@@ -68,7 +68,7 @@ class GlassPainter final : public GLPainterBase {
  private:
   void MakePanes(IGLCanvas& aCanvas) {
     const auto store = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas13_1>();
-    // The nearest first, which is the wrong way round; the last one crosses the others.
+    // The nearest pane comes first, which is the wrong order for blending. The last pane crosses the others.
     for (int i = 0; i < 4; ++i) {
       StorePane(*store, {-0.45 + 0.33 * i, 0.3 - 0.25 * i, 0.9 - 0.6 * i}, {0.7, 0.7, 0}, kColors[i]);
     }

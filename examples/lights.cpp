@@ -1,6 +1,6 @@
-// lights: eight coloured spotlights shine on a floor, and a ninth waits its turn. The left half of the
-// picture shows the eight; for the right half one of them has been destroyed, and the ninth, white in the
-// middle, has taken its place.
+// lights: lights a floor by eight coloured spotlights, GL's limit; a ninth has to wait. The left half of the
+// picture shows the eight. For the right half one of them is destroyed, and the ninth, white in the middle,
+// replaces it.
 
 #include <cmath>
 #include <numbers>
@@ -18,7 +18,7 @@ constexpr GLDATA_RGBA kColors[8] = {{1, 0.1f, 0.1f, 1},     {1, 0.6f, 0.1f, 1}, 
                                     {0.2f, 1, 0.2f, 1},     {0.1f, 1, 0.9f, 1}, {0.2f, 0.5f, 1, 1},
                                     {0.4f, 0.25f, 1, 1.0f}, {1, 0.3f, 0.9f, 1}};
 
-/// A floor with a ball in the middle.
+/// Draws a floor with a ball in the middle.
 class FloorPainter final : public GLPainterBase {
  public:
   FloorPainter() {
@@ -37,7 +37,7 @@ class FloorPainter final : public GLPainterBase {
   GLPtr<IGLDrawAttr> m_attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
 };
 
-/// Hangs a spotlight over a place on the floor, shining straight down.
+/// Creates a spotlight above a position on the floor, directed straight down.
 IGLLight* HangLight(IGLContext& aContext, double aX, double aZ, GLDATA_RGBA aColor) {
   IGLLight* light = nullptr;
   aContext.CreateLight(&light);
@@ -51,12 +51,12 @@ IGLLight* HangLight(IGLContext& aContext, double aX, double aZ, GLDATA_RGBA aCol
   light->SetSpotExponent(12);
   GLPtr<IGLCoord> place;
   light->GetCoord(place.Put());
-  place->SetOrigin3d(aX, 4, aZ);  // the light stands a little in front of its system's origin
+  place->SetOrigin3d(aX, 4, aZ);  // the light's position is a little in front of the origin of its system
   light->Enable(1);
   return light;
 }
 
-/// Puts two pictures of one size side by side.
+/// Joins two pictures of equal size side by side.
 Picture SideBySide(const Picture& aLeft, const Picture& aRight) {
   Picture both(aLeft.width + aRight.width, aLeft.height);
   both.pixels.clear();
@@ -82,7 +82,8 @@ Picture DrawLights() {
     IGLLight* light = HangLight(context, 4 * std::sin(turn), 4 * std::cos(turn), kColors[i]);
     if (i == 0) first = light;
   }
-  // The lights take their numbers in the pass that first applies them, so the ninth comes a picture later.
+  // A light gets its GL number in the first pass that applies it. The ninth light therefore appears one
+  // picture later.
   stage.Read();
   HangLight(context, 0, 0, {1, 1, 1, 1});
   const Picture eight = stage.Read();

@@ -1,6 +1,6 @@
-// markers: a spiral of stations on the ground, each with a marker that has the same size near and far: a
-// one-bit image in a colour of its own, see-through for those that are out of use. In the corner stands a
-// badge, an image that is clear outside, and beside it its lower half, twice as large.
+// markers: draws a spiral of stations, each with a marker whose size does not depend on its distance. A
+// marker is a one-bit image in one colour, transparent for stations out of use. In the corner there is a
+// badge, an image with a transparent outside, and beside it its lower half at twice the size.
 
 #include <cmath>
 
@@ -14,12 +14,12 @@ constexpr int kHeight = 480;
 constexpr int kStations = 40;
 constexpr int kMarkerSide = 16;
 
-// A flag; its pole stands on the station. Two bytes a row, from the top.
+// A flag with its pole at the station. Two bytes per row, top row first.
 unsigned char g_flag[2 * kMarkerSide] = {0xC0, 0x00, 0xFC, 0x00, 0xFF, 0xC0, 0xFF, 0xFC, 0xFF, 0xFF, 0xFF,
                                          0xFC, 0xFF, 0xC0, 0xFC, 0x00, 0xC0, 0x00, 0xC0, 0x00, 0xC0, 0x00,
                                          0xC0, 0x00, 0xC0, 0x00, 0xC0, 0x00, 0xC0, 0x00, 0xC0, 0x00};
 
-/// A round badge, clear outside.
+/// Creates a round badge with a transparent outside.
 GLPtr<IGLPixmap> NewBadge() {
   constexpr int kSide = 48;
   auto badge = GLCreate<IGLPixmap>(CLSID_GLPixmap);
@@ -48,7 +48,7 @@ class MarkerPainter final : public GLPainterBase {
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {
     aCanvas->SetDrawAttributes(m_attributes.Get());
     DrawFloor(*aCanvas, 0, 12, 24);
-    aCanvas->PushLightAttribute();  // a marker has its own colour, whatever shines on the ground
+    aCanvas->PushLightAttribute();  // markers are unlit: the colour is the one set
     for (int i = kStations - 1; i >= 0; --i) DrawStation(aContext, i);
     aCanvas->PopLightAttribute();
     return S_OK;
@@ -73,7 +73,7 @@ class MarkerPainter final : public GLPainterBase {
   GLPtr<IGLBitmap> m_flag = GLCreate<IGLBitmap>(CLSID_GLBitmap);
 };
 
-/// Draws the badge over the view, which runs from -1 to 1 in both directions.
+/// Draws the badge over the view. Coordinates run from -1 to 1 in both directions.
 class BadgeGauge final : public GLViewerGaugeBase {
  public:
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept override {

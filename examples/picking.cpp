@@ -1,5 +1,5 @@
-// picking: a grid of boxes with numbers, and what each kind of pick finds there. The picture shows the frame
-// that was drawn across the grid: what it meets is orange, and what lies wholly inside it is red.
+// picking: picks in a grid of numbered boxes and prints the result of each kind of pick. The picture shows a
+// selection frame across the grid. Boxes that it touches are orange; boxes completely inside it are red.
 
 #include <array>
 #include <atomic>
@@ -15,9 +15,10 @@ constexpr int kWidth = 640;
 constexpr int kHeight = 480;
 constexpr int kColumns = 6;
 constexpr int kRows = 4;
-constexpr ULONG kHidden = kColumns * kRows + 1;  // the number of the box behind box 9
+constexpr ULONG kHidden = kColumns * kRows + 1;  // number of the box behind box 9
 
-// Places in the view, each coordinate from -1 to 1: the middle of box 9, and a frame from corner to corner.
+// Positions in the view, each coordinate from -1 to 1: the middle of box 9, and two opposite corners of the
+// frame.
 constexpr GLDATA_POINT kPlace{-0.146, -0.195, 0};
 constexpr GLDATA_POINT kFrom{-0.47, -0.62, 0};
 constexpr GLDATA_POINT kTo{0.18, 0.23, 0};
@@ -25,7 +26,7 @@ constexpr GLDATA_POINT kTo{0.18, 0.23, 0};
 enum Mark : int { Plain, Met, Inside };
 constexpr GLDATA_RGBA kColors[] = {{0.62f, 0.66f, 0.72f, 1}, {1.0f, 0.6f, 0.15f, 1}, {0.9f, 0.2f, 0.15f, 1}};
 
-/// Boxes 1 to 24 in rows from the lower left, and one more behind box 9.
+/// Draws boxes 1 to 24 in rows from the lower left, and one more behind box 9.
 class GridPainter final : public GLPainterBase {
  public:
   void Set(const std::vector<ULONG>& aIds, Mark aMark) {
@@ -52,10 +53,10 @@ class GridPainter final : public GLPainterBase {
   }
 
   GLPtr<IGLDrawAttr> m_attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
-  std::array<std::atomic<Mark>, kHidden + 1> m_marks{};  // by number
+  std::array<std::atomic<Mark>, kHidden + 1> m_marks{};  // index: box number
 };
 
-/// Draws the frame that the boxes are picked with.
+/// Draws the frame of the box pick.
 class FrameGauge final : public GLViewerGaugeBase {
  public:
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext*) noexcept override {
@@ -73,10 +74,10 @@ class FrameGauge final : public GLViewerGaugeBase {
   }
 };
 
-/// Picks, prints what is found, and gives it.
+/// Picks, prints the identifiers and returns them.
 std::vector<ULONG> Pick(IGLContext& aContext, IGLViewer& aViewer, const char* aKind, GLDATA_POINT aFrom,
                         GLDATA_POINT aTo, bool aClosest, bool aEnclosed) {
-  int count = kHidden;  // every box at most once
+  int count = kHidden;  // room for every box, once
   std::vector<ULONG> ids(kHidden);
   if (FAILED(
           aContext.Select(&aViewer, &aFrom, &aTo, aClosest ? 1 : 0, aEnclosed ? 1 : 0, &count, ids.data())))

@@ -1,5 +1,5 @@
-// text: one picture with all four kinds of font. Solid letters that light shapes, flat ones around a circle
-// by their escapement, device fonts in their styles, the system font, and both glyph atlases.
+// text: shows all four kinds of font in one picture: solid letters with lighting, flat letters around a
+// circle by their escapement, device fonts in their styles, the system font, and both glyph atlases.
 
 #include <cmath>
 #include <numbers>
@@ -14,7 +14,7 @@ constexpr double kPi = std::numbers::pi;
 constexpr GLDATA_RGBA kInk{0.12f, 0.14f, 0.2f, 1}, kBlue{0.15f, 0.35f, 0.75f, 1}, kRed{0.8f, 0.2f, 0.15f, 1},
     kGold{0.9f, 0.65f, 0.15f, 1};
 
-/// The fonts of the picture. Outline and device fonts stay the context's; the others are counted.
+/// The fonts of the picture. The context owns the outline and device fonts; the others are counted.
 struct Fonts {
   explicit Fonts(IGLContext& aContext) {
     GLString sans("DejaVu Sans"), serif("DejaVu Serif"), hand("HAND"), atlas("SANSSERIF");
@@ -41,7 +41,7 @@ struct Fonts {
   GLPtr<IGLFont> m_system, m_hand, m_atlas;
 };
 
-/// Draws in a model space of the picture's pixels, its origin at the lower left.
+/// Draws in model units equal to the picture's pixels, with the origin at the lower left.
 class TextPainter final : public GLPainterBase {
  public:
   explicit TextPainter(IGLContext& aContext) : m_fonts(aContext) {}
@@ -49,7 +49,7 @@ class TextPainter final : public GLPainterBase {
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
     SetColor(*aCanvas, kGold);
     DrawSolid(*aCanvas);
-    aCanvas->PushLightAttribute();  // what follows is unlit
+    aCanvas->PushLightAttribute();  // the rest is unlit
     DrawCircle(*aCanvas, 790, 170);
     Write(*aCanvas, *m_fonts.m_plain, kInk, "Raster: the quick brown fox, 12 \u20AC", 40, 300);
     Write(*aCanvas, *m_fonts.m_bold, kRed, "bold italic with serifs", 40, 262);
@@ -77,7 +77,7 @@ class TextPainter final : public GLPainterBase {
     aFont.Print(text, &start);
   }
 
-  /// Atlas fonts have no size of their own: one texel is one model unit.
+  /// Prints scaled text. Atlas fonts have a fixed size: one texel is one model unit.
   void WriteScaled(IGLCanvas& aCanvas, IGLFont& aFont, const GLDATA_RGBA& aColor, const char* aText,
                    double aX, double aY, double aScale) const {
     GLDATA_POINT place{aX, aY, 0}, scale{aScale, aScale, 1};
@@ -124,7 +124,7 @@ Picture DrawText() {
   light->SetAsSpotlight(0);
   light->SetDirection(&direction);
   light->Enable(1);
-  // At this distance a model unit in the plane of the text is a pixel.
+  // At this distance one model unit in the plane of the text is one pixel.
   constexpr double kFovy = 30;
   const double distance = kHeight / 2.0 / std::tan(kFovy / 2 * kPi / 180);
   IGLViewer& viewer = stage.AddViewer({kWidth / 2.0, kHeight / 2.0, distance}, 0);

@@ -1,5 +1,5 @@
-// texture: a tiled floor that repeats one small image, with and without interpolation, a box of bricks on it,
-// and a hill coloured by height: its colours are a row of pixels laid along every strip.
+// texture: shows a tiled floor that repeats one small image, with and without interpolation, a box of bricks,
+// and a hill coloured by height. The colours of the hill come from one row of pixels, laid along every strip.
 
 #include <algorithm>
 #include <array>
@@ -43,7 +43,7 @@ GLPtr<IGLPixmap> NewBricks() {
   });
 }
 
-/// Water, sand, grass, rock and snow, from left to right.
+/// Creates a row of pixels with the colours of water, sand, grass, rock and snow, from left to right.
 GLPtr<IGLPixmap> NewHeights() {
   std::array<GLDATA_RGBA4B, 8> colors{{{40, 90, 170, 255},
                                        {215, 200, 140, 255},
@@ -78,7 +78,7 @@ class TexturePainter final : public GLPainterBase {
   }
 
  private:
-  /// A face whose image is repeated aAcross times along its first side and aUp times along the second.
+  /// Draws a face. Its image repeats aAcross times along the first side and aUp times along the second.
   static void DrawQuad(IGLContext* aContext, IGLTexture2D& aTexture, LONG aSmooth,
                        std::array<GLDATA_POINT, 4> aCorners, GLDATA_POINT aNormal, float aAcross, float aUp) {
     aTexture.BeginDraw(aContext, GLTM_MODULATE, aSmooth, aSmooth, 1, &aNormal, nullptr);

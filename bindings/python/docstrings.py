@@ -1,4 +1,4 @@
-"""Docstrings from the comments of the public headers. Used by generate.py while the package is built."""
+"""Makes docstrings from the comments of the public headers. Used by generate.py while the package is built."""
 
 import re
 import textwrap
@@ -9,7 +9,7 @@ WIDTH = 100
 
 
 class Docstrings:
-    """Turns comments into docstrings, with the names that the package has for operations and values."""
+    """Converts comments to docstrings, with the package's names of operations and values."""
 
     def __init__(self, library, comments):
         self._comments = comments
@@ -20,7 +20,7 @@ class Docstrings:
         }
         self._values.update({name: f"FontStyle.{naming.enumerator_name(name)}" for name in comments.constants})
         self._owners = {face: owner for owner, (_, faces) in library.classes.items() for face in faces}
-        # Only names of several words: "Draw" and "Scale" are words of a sentence too.
+        # Only names of several words: "Draw" and "Scale" also occur as words of a sentence.
         self._operations = {
             operation.name
             for interface in library.interfaces.values()
@@ -61,7 +61,7 @@ class Docstrings:
         return re.sub(r"\b[a-z]+[A-Z]\w*", lambda found: names.get(found[0], found[0]), text)
 
     def _paragraphs(self, block, names):
-        """The paragraphs of a comment: text to be wrapped, or lists of lines to be kept as they are."""
+        """Returns the paragraphs of a comment: text to wrap, or lists of lines to keep."""
         paragraphs, fresh = [], True
         for line in block:
             if not line.strip():

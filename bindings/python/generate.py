@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Writes gllib/interfaces.py: everything that GLLib.idl declares, with docstrings from the public headers.
+"""Writes gllib/interfaces.py: all declarations of GLLib.idl, with docstrings from the public headers.
 
     generate.py GLLib.idl HEADER_FOLDER OUTPUT
 """
@@ -12,7 +12,7 @@ import naming
 from docstrings import Docstrings
 
 SCALARS = {
-    "long": "c_int32",  # 32 bits everywhere
+    "long": "c_int32",  # 32 bits on all systems
     "int": "c_int32",
     "unsigned long": "c_uint32",
     "unsigned int": "c_uint32",
@@ -22,7 +22,7 @@ SCALARS = {
     "float": "c_float",
     "double": "c_double",
 }
-# Arrays whose length is another argument. Python counts what it hands over, and names how much it wants back.
+# Arrays whose length is another argument. Python counts the arrays it passes; callers state the length of results.
 COUNTED_IN = {
     ("IGLBitmap", "SetPixels"): ("aSize", "aArray"),
     ("IGLPixmap", "SetPixels"): ("aSize", "aArray"),
@@ -36,9 +36,9 @@ COUNTED_OUT = {
     ("IGLCanvas14_4", "GenTextures"): ("nTextures", "pnTextureIDs"),
     ("IGLCanvas13_1", "GetTransparentTriangles"): ("lCount", "arTriangles"),
 }
-# What classes.py turns into something that fits Python: here their arguments are those of the interface.
+# Operations that classes.py wraps for Python. Here their arguments are those of the interface.
 PLAIN = {("IGLContext", "Select"), ("IGLPixmap", "AccessPixmapData")}
-# Operations that lend an object; all others that give one hand over a reference.
+# Operations that return an object without a reference. All others that return one pass a reference.
 LENDING = {"CreateViewer", "CreateLight", "CreateRasterFont", "CreateTrueTypeFont"}
 ANSWERING_YES_OR_NO = ("Is", "Are", "Has", "GetShowAxes", "GetPixel")
 CALLED_BY_THE_COMPONENT = {"IGLPainter", "IGLViewerGauge", "IGLCapture"}
@@ -56,7 +56,7 @@ class Generator:
         self.lines += lines
 
     def ctype(self, kind):
-        """The ctypes type of an argument or a structure's member."""
+        """Returns the ctypes type of an argument or a structure's member."""
         if kind.endswith("*") or kind == "BSTR":
             return "c_void_p"
         if kind in self.library.structures:
@@ -82,7 +82,7 @@ class Generator:
             self.write(f"    {naming.enumerator_name(name)} = {value}")
 
     def interface(self, interface):
-        """The table of an interface: names and argument types in slot order."""
+        """Writes the table of an interface: names and argument types in slot order."""
         self.write("", f"{interface.name} = Interface(", f'    "{interface.name}",', f'    "{interface.identifier}",', "    [")
         for operation in interface.operations:
             types = ", ".join(self.ctype(argument.type) for argument in operation.arguments)

@@ -8,7 +8,7 @@ from pathlib import Path
 @dataclass
 class Argument:
     name: str
-    type: str  # as in the IDL, without the array length
+    type: str  # as in the IDL, without array length
     length: int  # of an array with a fixed length; 0 for all others
     is_in: bool
     is_out: bool
@@ -51,7 +51,7 @@ def _operation(kind, name, arguments):
 
 
 def read_library(path):
-    """Reads the type library's source. An operation or argument of an unknown form is an error."""
+    """Reads the type library's source. An operation or argument with an unknown syntax is an error."""
     text = re.sub(r"//[^\n]*", "", Path(path).read_text())
     library = Library()
     for name, body in re.findall(r"typedef struct (\w+) \{([^}]*)\}", text):
@@ -77,7 +77,7 @@ def read_library(path):
 class Comments:
     types: dict = field(default_factory=dict)  # of interfaces, structures and enumerations
     operations: dict = field(default_factory=dict)  # of (interface, operation)
-    values: dict = field(default_factory=dict)  # of enumerators and constants: the text behind them
+    values: dict = field(default_factory=dict)  # of enumerators and constants: the comment after them
     constants: dict = field(default_factory=dict)  # GLFS_ values, which the IDL does not hold
     flags: set = field(default_factory=set)  # enumerations whose values combine by |
 

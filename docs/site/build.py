@@ -1,6 +1,6 @@
 """Builds the documentation site by Doxygen, and checks its links. A warning of Doxygen is an error.
 
-usage: build.py DOXYGEN FOLDER      FOLDER holds the configured Doxyfile; the site comes to FOLDER/html
+usage: build.py DOXYGEN FOLDER      FOLDER holds the configured Doxyfile; the site is written to FOLDER/html
 """
 
 import json
@@ -17,7 +17,7 @@ import uses
 
 
 def linked_files():
-    """The files of the repository to which pages link, beside pages, pictures and examples."""
+    """Returns the linked files of the repository other than pages, pictures and examples."""
     found = {}
     for page in layout.PAGES:
         text = re.sub(r"^```.*?^```", "", (layout.ROOT / page).read_text(), flags=re.DOTALL | re.MULTILINE)
@@ -31,7 +31,7 @@ def linked_files():
 
 
 def summary(path):
-    """The first sentence of a source's first comment or docstring, without the name of the file; may be empty."""
+    """Returns the first sentence of a source's first comment or docstring, without the file name; may be empty."""
     text = (layout.ROOT / path).read_text()
     if path.suffix == ".ipynb":
         return "a notebook"
@@ -45,7 +45,7 @@ def summary(path):
 
 
 def shown_file(path, folder):
-    """The file that a source's page includes: notebooks and manual pages are turned into plain text first."""
+    """Returns the file that a source's page includes. Notebooks and manual pages are converted to plain text."""
     if path.suffix == ".ipynb":
         cells = json.loads((layout.ROOT / path).read_text())["cells"]
         shown = folder / "shown" / f"{path.name}.py"
@@ -72,7 +72,7 @@ def source_page(path, folder):
 
 
 def examples_page(others):
-    """The list of all examples, folder by folder."""
+    """Writes the list of all examples, folder by folder."""
     lines = ["/** @page examples_page Examples", "Each operation in the reference names the examples that use it. The \ref gallery shows what they draw.", ""]
     last = None
     for path in layout.example_sources():
@@ -87,11 +87,11 @@ def examples_page(others):
 
 
 def repair(html):
-    """Mends links that Doxygen 1.9 makes to anchors that it leaves out.
+    """Repairs links of Doxygen 1.9 to anchors that do not exist.
 
-    It lists enumerators without a comment of their own in the navigation and the search: these lead to the
-    enumeration, whose anchor is the first part of theirs. It looks for members of a namespace on the page of their
-    file. It offers a list of nested classes where it shows none.
+    Enumerators without a comment have no anchor; their links go to the enumeration, whose anchor is the first part of
+    theirs. Links to members of a namespace name the file's page; they go to the namespace's page. Links to a missing
+    list of nested classes are removed.
     """
     anchors = {}
     for path in html.glob("*.html"):

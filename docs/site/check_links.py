@@ -1,6 +1,6 @@
-"""Checks that each relative link of a folder of HTML pages leads to a file, and to an anchor that is there.
+"""Checks that each relative link in a folder of HTML pages leads to an existing file and anchor.
 
-usage: check_links.py FOLDER      prints each dead link; exit status 1 if there are any
+usage: check_links.py FOLDER      prints each broken link; exit status 1 if there are any
 """
 
 import re
@@ -11,7 +11,7 @@ from pathlib import Path
 
 
 class Page(HTMLParser):
-    """The links and the anchors of one page."""
+    """Collects the links and the anchors of one page."""
 
     def __init__(self, path):
         super().__init__()
@@ -27,7 +27,7 @@ class Page(HTMLParser):
 
 
 class Script:
-    """The links of one script: strings that name a page."""
+    """Collects the links of one script: strings that name a page."""
 
     def __init__(self, path):
         text = path.read_text(encoding="utf-8")
@@ -35,10 +35,10 @@ class Script:
 
 
 def dead_links(folder):
-    """(page, link) of each link that leads nowhere, and the number of links that were checked."""
+    """Returns (page, link) of each broken link, and the number of checked links."""
     pages = {path: Page(path) for path in sorted(folder.rglob("*.html"))}
-    for path in sorted(folder.rglob("*.js")):  # the navigation and the search are in scripts
-        if not path.name.startswith("navtreeindex"):  # which pages look themselves up in, and no reader follows
+    for path in sorted(folder.rglob("*.js")):  # scripts contain the navigation and the search
+        if not path.name.startswith("navtreeindex"):  # pages use these to find themselves; readers do not follow them
             pages[path] = Script(path)
     dead, checked = [], 0
     for path, page in pages.items():

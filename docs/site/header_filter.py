@@ -1,6 +1,6 @@
 """Doxygen's input filter for the public headers: adds to each declaration the examples that use it.
 
-Lines keep their numbers: what is added stands at the end of the comment's last line.
+Line numbers do not change: the filter adds text at the end of the comment's last line.
 """
 
 import re
@@ -16,7 +16,7 @@ FREE = re.compile(r"(?:(?:class|struct|enum class) |.*?\b)(GL[A-Z]\w+)(?:\(| \{|
 
 
 def declared_names():
-    """The classes and free functions of the public headers beside interfaces and macros."""
+    """Returns the classes and free functions of the public headers, without interfaces and macros."""
     names = set()
     for folder in layout.HEADERS:
         for header in sorted((layout.ROOT / folder).glob("*.h")):
@@ -26,7 +26,7 @@ def declared_names():
 
 
 def _declarations(lines):
-    """(index of the comment's last line, (interface or None, name)) of each documented declaration."""
+    """Returns (index of the comment's last line, (interface or None, name)) of each documented declaration."""
     interface = None
     for index, line in enumerate(lines):
         if found := re.match(r"struct (IGL\w+) : ", line):
@@ -45,7 +45,7 @@ def _declarations(lines):
 
 
 def filtered(text, places):
-    """The text of a header with the places of uses added; places as Uses has them."""
+    """Returns the text of a header with the places of uses added. places: as in Uses."""
     lines = text.splitlines()
     for index, key in _declarations(lines):
         if found := places.get("::".join(filter(None, key))):
@@ -54,7 +54,7 @@ def filtered(text, places):
 
 
 def link(path, line):
-    """A link to a line of an example or to a section of the guide, for a comment that Doxygen reads."""
+    """Returns a link to a line of an example or to a section of the guide, for a Doxygen comment."""
     if path == layout.GUIDE:
         before = (layout.ROOT / path).read_text().splitlines()[:line]
         heading = next(text[3:] for text in reversed(before) if text.startswith("## "))

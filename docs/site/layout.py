@@ -1,4 +1,4 @@
-"""Which files the site shows, and on which page each of them stands."""
+"""Lists the files of the site and the page of each file."""
 
 import re
 from pathlib import Path
@@ -22,7 +22,7 @@ PAGES = {
 
 GUIDE = Path("docs/host-guide.md")
 
-# Folders to which pages refer, and where the site shows their contents.
+# Folders that pages link to, and the page of their contents.
 FOLDERS = {
     "examples": "examples_page.html",
     "bindings/python": "python.html",
@@ -35,7 +35,7 @@ EXAMPLE_SUFFIXES = {".cpp", ".h", ".py", ".ipynb"}
 
 
 def example_sources():
-    """The sources of all examples, relative to the root: small ones first, then folder by folder."""
+    """Returns the sources of all examples, relative to the root: small ones first, then folder by folder."""
     found = [
         path.relative_to(ROOT)
         for folder in ("examples", "bindings/python/examples")
@@ -46,16 +46,16 @@ def example_sources():
 
 
 def slug(heading):
-    """The anchor of a heading, as on the pages of a repository."""
+    """Returns the anchor of a heading, as repository hosts form it."""
     return re.sub(r"[^\w\- ]", "", heading.strip().lower()).replace(" ", "-")
 
 
 def source_title(path):
-    """The short name of a source file for navigation and links."""
+    """Returns the short name of a source file for navigation and links."""
     name = str(path).removeprefix("examples/")
     return re.sub("^bindings/python/examples/", "Python: ", name)
 
 
 def source_label(path):
-    """The label of the page that shows a source file."""
+    """Returns the label of the page that shows a source file."""
     return "source_" + re.sub(r"\W", "_", str(path))

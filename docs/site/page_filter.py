@@ -1,7 +1,7 @@
-"""Doxygen's input filter: makes a Markdown page of the repository a page of the site.
+"""Doxygen's input filter: converts a Markdown page of the repository to a page of the site.
 
 Headings get anchors; links to files of the repository become links to the pages that show them. A link to a file
-that no page shows ends the filter with an error.
+without a page is an error.
 """
 
 import os
@@ -13,7 +13,7 @@ import layout
 
 
 def _target(page, link, shown):
-    """Where a link of a page leads on the site."""
+    """Returns the target of a page's link on the site."""
     name, _, anchor = link.partition("#")
     path = Path(os.path.normpath(page.parent / name)) if name else page
     if str(path) in layout.PAGES:
@@ -44,7 +44,7 @@ def _line(page, line, shown):
 
 
 def filtered(page, text, shown):
-    """The text of a page, given relative to the root, for the site. shown: the files that have a page."""
+    """Returns the text of a page for the site. page: its path from the root; shown: the files that have a page."""
     lines, fenced = [], False
     for line in text.splitlines():
         if line.startswith("```"):

@@ -1,7 +1,7 @@
-"""Finds where the guide and the examples use what the public headers declare.
+"""Finds the uses of the public headers' declarations in the guide and the examples.
 
-In C++ the receiver of a call is looked up among the file's declarations. A name that several interfaces have counts
-only where the receiver's type is known. In Python a call counts by its name, if one interface alone has it.
+In C++ the type of a call's receiver is looked up among the file's declarations. A name of several interfaces counts
+only if the receiver's type is known. In Python a call counts by its name, if only one interface has the name.
 """
 
 import json
@@ -23,7 +23,7 @@ CPP_DECLARATIONS = (
 
 
 def _receivers(text):
-    """The type of each name that a C++ file declares; None for a name with several types."""
+    """Returns the type of each name that a C++ file declares; None for a name with several types."""
     types = {}
     for pattern in CPP_DECLARATIONS:
         for first, second in re.findall(pattern, text):
@@ -33,7 +33,7 @@ def _receivers(text):
 
 
 def _python_lines(path, text):
-    """The lines of a Python file or of a notebook's cells. A notebook's lines all count as its first."""
+    """Returns the lines of a Python file or of a notebook's cells. A notebook's lines all count as its first."""
     if path.suffix != ".ipynb":
         return list(enumerate(text.splitlines(), 1))
     cells = json.loads(text)["cells"]
@@ -41,7 +41,7 @@ def _python_lines(path, text):
 
 
 def _code_of(page):
-    """The C++ blocks of a page, each line at its number; other lines are empty."""
+    """Returns the lines of a page; lines outside C++ blocks are empty."""
     lines, is_code = [], False
     for line in (layout.ROOT / page).read_text().splitlines():
         is_code = line == "```cpp" or (is_code and line != "```")
@@ -50,10 +50,10 @@ def _code_of(page):
 
 
 class Uses:
-    """The places of all uses: (interface, operation) or (None, name of a class or function): [(file, line)]."""
+    """Finds the places of all uses: (interface, operation) or (None, name of a class or function): [(file, line)]."""
 
     def __init__(self, names):
-        """names: the classes and functions of the headers beside the interfaces' operations."""
+        """names: the classes and functions of the headers, without the interfaces' operations."""
         library = idl.read_library(layout.ROOT / "src/component/GLLib.idl")
         self._owners = defaultdict(set)  # operation: its interfaces
         self._snake = defaultdict(set)
@@ -93,7 +93,7 @@ class Uses:
                     owners = owners & self._bases[kind]
                 if len(owners) == 1:
                     self._add((next(iter(owners)), name), path, number)
-            for name in re.findall(r"HRESULT (\w+)\(.*\boverride\b", code):  # what a host implements
+            for name in re.findall(r"HRESULT (\w+)\(.*\boverride\b", code):  # operations that a host implements
                 owners = self._owners.get(name, set())
                 if len(owners) == 1 or name == "Draw":
                     self._add(("IGLPainter" if name == "Draw" else next(iter(owners)), name), path, number)

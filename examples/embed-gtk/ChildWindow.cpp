@@ -1,3 +1,5 @@
+// ChildWindow: X11 calls for the child window. Host's thread.
+
 #include "embed-gtk/ChildWindow.h"
 
 #include <X11/Xlib.h>
@@ -11,15 +13,15 @@ ChildWindow::~ChildWindow() {
 void ChildWindow::Enter(_XDisplay* aDisplay, unsigned long aParent) {
   m_display = aDisplay;
   if (m_window == 0) {
-    // It selects no input: mouse and keys go on to GTK's window.
+    // The window selects no input, so that GTK's window receives mouse and keys.
     m_window = XCreateWindow(m_display, aParent, 0, 0, 1, 1, 0, CopyFromParent, InputOutput, CopyFromParent,
                              0, nullptr);
   } else {
     XReparentWindow(m_display, m_window, aParent, 0, 0);
   }
   XMapWindow(m_display, m_window);
-  // Xlib and GTK keep requests back. The component has a connection of its own, on which neither this window
-  // nor its parent exists until the server has read them.
+  // Xlib and GTK buffer requests, and the component uses its own connection. It finds this window and the
+  // parent only after the server has processed the requests.
   XSync(m_display, False);
 }
 

@@ -1,10 +1,10 @@
-// ChildWindow: an X11 window of the host's own inside a window of GTK. It outlives what GTK does with a
-// widget's window: before that goes, the host takes this one out, and puts it into the next. The host's
-// thread only.
+// ChildWindow: an X11 window of the host, inside a window of GTK. GTK can destroy and recreate the window of
+// a widget. Before that the host takes the child out, and later puts it into the new parent. Host's thread
+// only.
 
 #pragma once
 
-// Xlib's header has macros with common names; whoever needs it includes it last.
+// Xlib's header defines macros with common names. Files that need it include it last.
 struct _XDisplay;
 
 class ChildWindow {
@@ -14,13 +14,13 @@ class ChildWindow {
   ChildWindow(const ChildWindow&) = delete;
   ChildWindow& operator=(const ChildWindow&) = delete;
 
-  /// Goes into a parent, at no place yet. The window is made by the first call. On return the X server knows
-  /// it, and so do other connections.
+  /// Moves the window into a parent, at no position yet. The first call creates the window. On return the X
+  /// server has processed the request, so other connections can use the window.
   /// @param aDisplay GTK's connection
   void Enter(_XDisplay* aDisplay, unsigned long aParent);
-  /// Covers a part of the parent, in pixels.
+  /// Sets position and size in the parent, in pixels.
   void Place(int aX, int aY, int aWidth, int aHeight);
-  /// Leaves the parent and isn't shown until the next Enter.
+  /// Takes the window out of the parent and hides it until the next Enter.
   void Leave();
 
   unsigned long Id() const { return m_window; }

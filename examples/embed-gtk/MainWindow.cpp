@@ -1,3 +1,6 @@
+// MainWindow: the GTK window of embed-gtk, its buttons and the second window of a detached scene. Host's
+// thread.
+
 #include "embed-gtk/MainWindow.h"
 
 #include <stdexcept>
@@ -34,7 +37,7 @@ MainWindow::MainWindow(std::shared_ptr<const Model> aModel)
 MainWindow::~MainWindow() {
   if (m_other != nullptr) Destroy(m_other);
   Destroy(m_window);
-  while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;  // what GTK puts off
+  while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;  // work that GTK has queued
   g_main_loop_unref(m_loop);
 }
 
@@ -62,7 +65,7 @@ void MainWindow::OnKey(guint aKey) {
 void MainWindow::Detach() {
   if (m_area == nullptr) return;
   GtkWidget* const widget = m_area->Widget();
-  g_object_ref(widget);  // across the moment without a parent
+  g_object_ref(widget);  // keeps the widget while it has no parent
   RemoveFromParent(widget);
   if (m_other == nullptr) {
     m_other = MakeWindow();
@@ -83,7 +86,7 @@ void MainWindow::CloseScene() {
   if (m_area == nullptr) return;
   RemoveFromParent(std::exchange(m_area, nullptr)->Widget());
   if (m_other != nullptr) Destroy(std::exchange(m_other, nullptr));
-  // Nothing of the component is left: neither an object nor a thread that draws.
+  // S_OK: the component has no object and no draw thread left.
   SetTitle(DllCanUnloadNow() == S_OK ? " - closed" : " - closing");
 }
 

@@ -1,5 +1,5 @@
-// MainWindow: a scene under a row of buttons. The scene can go to a window of its own and come back, and can
-// be closed while the program goes on. The host's thread only.
+// MainWindow: a scene under a row of buttons. The scene can move to a second window and back. It can be
+// closed while the program continues. Host's thread only.
 
 #pragma once
 
@@ -18,15 +18,15 @@ class MainWindow {
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
 
-  /// Runs until the user leaves. @throws std::runtime_error when no context can be made
+  /// Runs until the user closes the window. @throws std::runtime_error if no context can be created
   void Run();
 
  private:
   void AddButton(GtkWidget* aRow, const char* aText, void (*aClicked)(GtkButton*, MainWindow*));
   void OnKey(guint aKey);
-  /// Moves the scene to a window of its own, or back.
+  /// Moves the scene to the second window, or back.
   void Detach();
-  /// Ends the scene and its widget.
+  /// Destroys the scene and its widget.
   void CloseScene();
   void SetTitle(const std::string& aEnd);
   void Leave() { g_main_loop_quit(m_loop); }
@@ -37,8 +37,8 @@ class MainWindow {
   const std::function<void()> m_onClose = [this] { Leave(); };
   const std::function<void()> m_onOtherClose = [this] { Detach(); };
   GtkWindow* m_window;
-  GtkWindow* m_other = nullptr;  // the scene's own, while it is detached
+  GtkWindow* m_other = nullptr;  // window of the detached scene, else null
   GtkWidget* m_box;
-  SceneArea* m_area = nullptr;  // its widget's; null once the scene is closed
+  SceneArea* m_area = nullptr;  // owned by its widget; null after CloseScene
   std::string m_failure;
 };

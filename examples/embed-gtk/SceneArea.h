@@ -1,5 +1,5 @@
-// SceneArea: a widget with a scene, which follows the widget's size, scale and window and ends with the
-// widget. The two versions of GTK have an implementation each. The host's thread only.
+// SceneArea: a widget with a scene. The scene follows size, scale and window of the widget and ends with it.
+// GTK 3 and GTK 4 have separate implementations. Host's thread only.
 
 #pragma once
 
@@ -13,10 +13,10 @@
 
 class SceneArea {
  public:
-  /// Takes the reason why there is no scene.
+  /// Receives the error message if no scene can be created.
   using Failed = std::function<void(const std::string&)>;
 
-  /// Makes a widget, which owns the object.
+  /// Creates a widget, which owns the object.
   static SceneArea& Make(std::shared_ptr<const Model> aModel, SceneView::Picked aPicked, Failed aFailed);
   SceneArea(const SceneArea&) = delete;
   SceneArea& operator=(const SceneArea&) = delete;
@@ -32,14 +32,14 @@ class SceneArea {
   void ListenToPointer();
   void OnRealize();
   void OnUnrealize();
-  /// Goes to where the widget is.
+  /// Moves the scene's window to the widget's current position and size.
   void Follow();
-  /// Pixels of the window system in one of GTK's.
+  /// Pixels of the window system per GTK pixel.
   double Scale() const { return gtk_widget_get_scale_factor(m_widget); }
 
   GtkWidget* m_widget;  // owns the object
   const Failed m_failed;
   SceneView m_view;
-  cairo_rectangle_int_t m_place{};  // of the widget, when the scene went there last
-  gulong m_following = 0;           // the handler that calls Follow, where it isn't the widget's
+  cairo_rectangle_int_t m_place{};  // position of the widget at the last Follow
+  gulong m_following = 0;           // signal handler that calls Follow, if it is not connected to the widget
 };

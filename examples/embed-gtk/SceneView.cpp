@@ -1,3 +1,5 @@
+// SceneView: forwards window changes, pointer and keys to the scene. Host's thread.
+
 #include "embed-gtk/SceneView.h"
 
 #include <utility>

@@ -1,4 +1,4 @@
-// Toolkit: what the two versions of GTK call differently. The host's thread only.
+// Toolkit: functions that differ between GTK 3 and GTK 4. Host's thread only.
 
 #pragma once
 
@@ -6,18 +6,18 @@
 
 #include <functional>
 
-/// Starts GTK on an X server; under Wayland that is XWayland. @return false when there is none
+/// Starts GTK on an X server; under Wayland that is XWayland. @return false if there is no X server
 bool StartToolkit();
 
 GtkWindow* MakeWindow();
 void SetContent(GtkWindow* aWindow, GtkWidget* aContent);
 void Append(GtkWidget* aBox, GtkWidget* aChild);
-/// Removes a widget from a box or window; it ends unless somebody holds it.
+/// Removes a widget from a box or window. The widget is destroyed if there is no other reference.
 void RemoveFromParent(GtkWidget* aWidget);
 void Show(GtkWindow* aWindow);
 void Destroy(GtkWindow* aWindow);
 
-/// Calls back for keys, by their values in GDK.
+/// Calls the handler for each key press, with the GDK key value.
 void ListenToKeys(GtkWindow* aWindow, const std::function<void(guint)>* aHandler);
-/// Calls back in place of closing when the user closes the window.
+/// Calls the handler when the user closes the window, instead of closing it.
 void ListenToClose(GtkWindow* aWindow, const std::function<void()>* aHandler);

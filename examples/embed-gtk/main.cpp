@@ -1,4 +1,4 @@
-// embed-gtk: a model inside a GTK program, for GTK 3 and for GTK 4. The host's thread only.
+// embed-gtk: shows a model inside a GTK program, for GTK 3 and for GTK 4. Host's thread only.
 
 #include <gllib/GLLibHost.h>
 

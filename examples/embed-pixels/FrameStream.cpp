@@ -1,3 +1,5 @@
+// FrameStream: reads each frame into memory on the draw thread.
+
 #include "embed-pixels/FrameStream.h"
 
 #include <GL/gl.h>

@@ -1,5 +1,5 @@
-// FrameStream: the pixels of every frame of a context that draws without a display. Made by a host thread;
-// frames are read by the context's draw thread, and taken by any other.
+// FrameStream: the pixels of every frame of a context without a display. A host thread creates it. The
+// context's draw thread reads the frames; any other thread takes them.
 
 #pragma once
 
@@ -14,19 +14,19 @@
 
 class FrameStream final : public GLViewerGaugeBase {
  public:
-  /// @param aArrived called on the draw thread, when there is a new frame
+  /// @param aArrived called on the draw thread for each new frame
   explicit FrameStream(std::function<void()> aArrived) : m_arrived(std::move(aArrived)) {}
 
-  /// Takes the newest frame in exchange for one whose memory is used again.
-  /// @return false when none came since the last call
+  /// Takes the newest frame. The memory of the picture passed in is used for a later frame.
+  /// @return false if there is no new frame since the last call
   bool Take(Picture& aFrame);
 
-  /// Reads the frame. This is the gauge of the viewer that is drawn last, so all of the frame is there.
+  /// Reads the frame. The gauge belongs to the viewer that is drawn last, so the frame is complete.
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept override;
 
  private:
   const std::function<void()> m_arrived;
-  std::mutex m_lock;  // guards what follows
+  std::mutex m_lock;  // guards the members below
   Picture m_newest;
   bool m_fresh = false;
 };

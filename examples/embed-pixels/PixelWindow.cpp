@@ -1,10 +1,12 @@
+// PixelWindow: draws pictures by SDL's software renderer. Host's thread.
+
 #include "embed-pixels/PixelWindow.h"
 
 #include <stdexcept>
 
 PixelWindow::Session::Session() {
-  // Pictures are copied without GL, which SDL would use even where its software renderer is asked for, and
-  // for which it would make the window once more.
+  // Without this hint SDL copies the pictures through GL, also with its software renderer, and creates the
+  // window again for that.
   SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   if (SDL_Init(SDL_INIT_VIDEO) != 0) throw std::runtime_error(SDL_GetError());
 }
@@ -25,7 +27,7 @@ void PixelWindow::Show(const Picture& aPicture) {
   }
   if (!m_texture) return;
   SDL_UpdateTexture(m_texture.get(), nullptr, aPicture.pixels.data(), 4 * m_width);
-  // GL's first row is the lowest.
+  // GL's first row is the lowest; SDL's is the top one.
   SDL_RenderCopyEx(m_renderer.get(), m_texture.get(), nullptr, nullptr, 0, nullptr, SDL_FLIP_VERTICAL);
   SDL_RenderPresent(m_renderer.get());
 }

@@ -1,5 +1,5 @@
-// PixelWindow: a window of SDL's that shows pictures. It needs no window of an X server, so it works wherever
-// SDL does. The host's thread only.
+// PixelWindow: an SDL window that shows pictures. It works with every video driver of SDL, also without an X
+// server. Host's thread only.
 
 #pragma once
 
@@ -12,23 +12,23 @@
 
 class PixelWindow {
  public:
-  /// @throws std::runtime_error when there is no display
+  /// @throws std::runtime_error if there is no display
   PixelWindow(const std::string& aTitle, int aWidth, int aHeight);
   PixelWindow(const PixelWindow&) = delete;
   PixelWindow& operator=(const PixelWindow&) = delete;
 
   void SetTitle(const std::string& aTitle) { SDL_SetWindowTitle(m_window.get(), aTitle.c_str()); }
-  /// Shows a picture over all of the window.
+  /// Shows a picture, stretched over the whole window.
   void Show(const Picture& aPicture);
 
-  /// The size in pixels, on a dense screen more than SDL's own units.
+  /// Width in pixels. On a high-density screen it exceeds the width in SDL's units.
   int Width() const;
   int Height() const;
-  /// Pixels in one of SDL's units.
+  /// Pixels per SDL unit.
   double Scale() const;
 
  private:
-  /// SDL from its start to its end.
+  /// Initializes SDL; the destructor shuts it down.
   struct Session {
     Session();
     ~Session() { SDL_Quit(); }
@@ -45,6 +45,6 @@ class PixelWindow {
   const Session m_session;
   Owned<SDL_Window, &SDL_DestroyWindow> m_window;
   Owned<SDL_Renderer, &SDL_DestroyRenderer> m_renderer;
-  Owned<SDL_Texture, &SDL_DestroyTexture> m_texture;  // of the size of the picture that was shown last
-  int m_width = 0, m_height = 0;                      // of the texture
+  Owned<SDL_Texture, &SDL_DestroyTexture> m_texture;  // has the size of the last picture
+  int m_width = 0, m_height = 0;                      // size of the texture
 };

@@ -1,6 +1,6 @@
-// embed-pixels: a model in a window that the component can't draw into, such as one of Wayland's. The
-// component draws without a display, and the window shows the pixels, 30 times a second while the model
-// turns. The host's thread, and the draw thread for the pixels' way into memory.
+// embed-pixels: shows a model in a window that the component cannot draw into, such as a Wayland window. The
+// component draws without a display and the window shows the pixels. While the model turns, that happens 30
+// times per second. The draw thread copies the pixels into memory; everything else runs on the host's thread.
 
 #include <SDL.h>
 #include <gllib/GLLibHost.h>
@@ -21,10 +21,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr auto kPeriod = std::chrono::microseconds(1'000'000 / 30);  // from frame to frame
+constexpr auto kPeriod = std::chrono::microseconds(1'000'000 / 30);  // between frames
 constexpr double kTurnPerFrame = -0.0175;                            // radians
 
-/// Hands SDL's events to the scene and its frames to the window, until the user leaves.
+/// Passes SDL's events to the scene and its frames to the window, until the user leaves.
 class Host {
  public:
   Host(std::shared_ptr<const Model> aModel, PixelWindow& aWindow)
@@ -47,7 +47,7 @@ class Host {
       while (!m_leaving && SDL_PollEvent(&event) == 1) Handle(event);
       if (Clock::now() < next) continue;
       next += kPeriod;
-      if (next < Clock::now()) next = Clock::now() + kPeriod;  // late: what was missed isn't made up
+      if (next < Clock::now()) next = Clock::now() + kPeriod;  // late: missed frames are skipped
       if (m_turning) m_scene.Spin(kTurnPerFrame);
     }
     const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
@@ -94,7 +94,7 @@ class Host {
   }
 
   void ShowFrame() {
-    if (!m_stream->Take(m_frame)) return;  // an older event brought it
+    if (!m_stream->Take(m_frame)) return;  // an earlier event has already shown it
     m_window.Show(m_frame);
     ++m_frames;
   }
@@ -109,18 +109,18 @@ class Host {
 
   const std::shared_ptr<const Model> m_model;
   PixelWindow& m_window;
-  const std::uint32_t m_arrived = SDL_RegisterEvents(1);  // the event that says that there is a frame
+  const std::uint32_t m_arrived = SDL_RegisterEvents(1);  // SDL event type for a new frame
   Picture m_frame;
   GLPtr<FrameStream> m_stream = GLMake<FrameStream>([type = m_arrived] {
     SDL_Event event{};
     event.type = type;
-    SDL_PushEvent(&event);  // from any thread
+    SDL_PushEvent(&event);  // SDL allows this on any thread
   });
-  Scene m_scene;  // ends, and with it the draw thread, before what that calls
+  Scene m_scene;  // destroyed, with its draw thread, before the members that the draw thread uses
   Dragging m_dragging;
   bool m_turning = false;
   bool m_leaving = false;
-  int m_frames = 0;  // that were shown
+  int m_frames = 0;  // frames shown so far
 };
 
 void Run(const char* aModel) {
@@ -143,7 +143,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: embed-pixels MODEL\n");
     return 2;
   }
-  setenv("GLLIB_DISPLAY", "headless", 1);  // also where there is an X server
+  setenv("GLLIB_DISPLAY", "headless", 1);  // also if an X server is running
   try {
     Run(argv[1]);
     return DllCanUnloadNow() == S_OK ? 0 : 1;

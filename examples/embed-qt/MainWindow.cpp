@@ -1,3 +1,5 @@
+// MainWindow: the window of embed-qt, and the selection that the scene and the tree share. Host's thread.
+
 #include "embed-qt/MainWindow.h"
 
 #include <QAction>
@@ -12,19 +14,19 @@
 
 namespace {
 
-constexpr int kIdRole = Qt::UserRole;  // of a tree item: the part's identifier, 0 for the model
+constexpr int kIdRole = Qt::UserRole;  // of a tree item: identifier of the part, 0 for the model
 
 ULONG IdOf(const QTreeWidgetItem& aItem) { return aItem.data(0, kIdRole).toUInt(); }
 
 }  // namespace
 
 MainWindow::MainWindow(std::shared_ptr<const Model> aModel) : m_model(std::move(aModel)) {
-  // Each widget is made with its parent at once: one that is moved later gets another window.
+  // Each widget gets its parent at construction. A widget that gets its parent later gets another window.
   auto* const splitter = new QSplitter(this);
   m_tree = new QTreeWidget(splitter);
   m_sceneWidget = new SceneWidget(
       m_model, [this](const std::vector<ULONG>& aIds) { SelectInTree(aIds); }, splitter);
-  splitter->setStretchFactor(1, 1);  // the scene takes what the window gains
+  splitter->setStretchFactor(1, 1);  // the scene grows with the window
   setCentralWidget(splitter);
   FillTree();
   FillToolBar();
@@ -79,7 +81,7 @@ void MainWindow::AskForBackground() {
 
 void MainWindow::SelectInTree(const std::vector<ULONG>& aIds) {
   {
-    const QSignalBlocker oneChange(m_tree);  // told once, when all are selected
+    const QSignalBlocker oneChange(m_tree);  // MarkSelected runs once, after all changes
     m_tree->clearSelection();
     for (QTreeWidgetItemIterator item(m_tree); *item != nullptr; ++item) {
       if (std::find(aIds.begin(), aIds.end(), IdOf(**item)) == aIds.end()) continue;
@@ -94,7 +96,7 @@ void MainWindow::MarkSelected() {
   for (const QTreeWidgetItem* item : m_tree->selectedItems()) {
     if (IdOf(*item) != 0) {
       ids.push_back(IdOf(*item));
-    } else {  // the model: all of its parts
+    } else {  // the model selects all of its parts
       for (const Part& part : m_model->parts) ids.push_back(part.id);
     }
   }

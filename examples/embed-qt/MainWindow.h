@@ -1,5 +1,5 @@
-// MainWindow: the model, the tree of its parts, and the tool bar. What is picked in one of the two is picked
-// in the other. The host's thread only.
+// MainWindow: the model, the tree of its parts, and the tool bar. Scene and tree share one selection. Host's
+// thread only.
 
 #pragma once
 
@@ -12,19 +12,19 @@ class QTreeWidget;
 
 class MainWindow final : public QMainWindow {
  public:
-  /// @throws std::runtime_error when there is no context to be had
+  /// @throws std::runtime_error if no context can be created
   explicit MainWindow(std::shared_ptr<const Model> aModel);
 
  private:
   void FillTree();
   void FillToolBar();
   void AskForBackground();
-  /// Selects parts in the tree, and so in the scene.
+  /// Selects parts in the tree, which marks them in the scene.
   void SelectInTree(const std::vector<ULONG>& aIds);
-  /// Marks in the scene what is selected in the tree.
+  /// Marks the selected items of the tree in the scene.
   void MarkSelected();
 
   const std::shared_ptr<const Model> m_model;
-  QTreeWidget* m_tree;  // these two belong to the window
+  QTreeWidget* m_tree;  // Qt: the window owns both
   SceneWidget* m_sceneWidget;
 };

@@ -1,3 +1,5 @@
+// SceneWidget: forwards Qt's events to the scene. Host's thread.
+
 #include "embed-qt/SceneWidget.h"
 
 #include <QMouseEvent>
@@ -10,10 +12,10 @@ constexpr double kWheelNotch = 120;  // in Qt's unit, eighths of a degree
 }  // namespace
 
 NativeWidget::NativeWidget(QWidget* aParent) : QWidget(aParent) {
-  setAttribute(Qt::WA_NativeWindow);        // a window of its own, not a part of the main window's
-  setAttribute(Qt::WA_PaintOnScreen);       // no double buffer that Qt would put over the picture
-  setAttribute(Qt::WA_NoSystemBackground);  // and no clearing
-  winId();                                  // makes the window
+  setAttribute(Qt::WA_NativeWindow);        // a native window, not a part of the main window
+  setAttribute(Qt::WA_PaintOnScreen);       // no double buffer of Qt over the picture
+  setAttribute(Qt::WA_NoSystemBackground);  // Qt does not clear the window
+  winId();                                  // creates the window now
 }
 
 SceneWidget::SceneWidget(std::shared_ptr<const Model> aModel, Picked aPicked, QWidget* aParent)
@@ -26,13 +28,13 @@ SceneWidget::SceneWidget(std::shared_ptr<const Model> aModel, Picked aPicked, QW
 }
 
 bool SceneWidget::event(QEvent* aEvent) {
-  // A widget that gets another parent can get another window; the scene moves along.
+  // Qt can give a widget another window when its parent changes. The scene moves to the new window.
   if (aEvent->type() == QEvent::WinIdChange && Window() != 0) m_scene.MoveTo(Window());
   return QWidget::event(aEvent);
 }
 
 void SceneWidget::resizeEvent(QResizeEvent*) {
-  const QSize pixels = size() * devicePixelRatioF();  // the window system's, on a dense screen more than Qt's
+  const QSize pixels = size() * devicePixelRatioF();  // physical pixels, not Qt's
   m_scene.SetSize(pixels.width(), pixels.height());
 }
 

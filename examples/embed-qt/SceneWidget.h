@@ -1,5 +1,5 @@
-// SceneWidget: a model in a widget. The component draws into the widget's own window, and Qt leaves that
-// alone. The host's thread only.
+// SceneWidget: a widget that shows a model. The component draws into the widget's native window, where Qt
+// paints nothing. Host's thread only.
 
 #pragma once
 
@@ -10,22 +10,22 @@
 #include "shared/model/Dragging.h"
 #include "shared/model/Scene.h"
 
-/// A widget with a window of its own, in which Qt paints nothing.
+/// A widget with a native window, in which Qt paints nothing.
 class NativeWidget : public QWidget {
  public:
   explicit NativeWidget(QWidget* aParent);
 
   QPaintEngine* paintEngine() const override { return nullptr; }
-  /// The window's id for the component.
+  /// Window id to pass to the component.
   ULONG_PTR Window() const { return static_cast<ULONG_PTR>(internalWinId()); }
 };
 
 class SceneWidget final : public NativeWidget {
  public:
-  /// Told of the parts that the user points at.
+  /// Receives the parts that the user picks.
   using Picked = std::function<void(const std::vector<ULONG>&)>;
 
-  /// @throws std::runtime_error when there is no context to be had
+  /// @throws std::runtime_error if no context can be created
   SceneWidget(std::shared_ptr<const Model> aModel, Picked aPicked, QWidget* aParent);
 
   Scene& GetScene() { return m_scene; }
@@ -42,7 +42,7 @@ class SceneWidget final : public NativeWidget {
  private:
   void MovePointer(const QMouseEvent& aEvent);
 
-  Scene m_scene;  // ends before the widget's window does
+  Scene m_scene;  // destroyed before the widget's window
   Dragging m_dragging;
   Picked m_picked;
 };

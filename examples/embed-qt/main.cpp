@@ -1,4 +1,4 @@
-// embed-qt: a model inside a Qt program, beside the tree of its parts. The host's thread only.
+// embed-qt: shows a model inside a Qt program, beside the tree of its parts. Host's thread only.
 
 #include <gllib/GLLibHost.h>
 
@@ -22,7 +22,7 @@ int Run(QApplication& aApplication, const char* aModel) {
 
 int main(int argc, char** argv) {
   GLKeepFreedMemory();  // Mesa's software renderer frees memory in every frame
-  // The component draws into X11 windows; under Wayland, Qt has them through the X server beside it.
+  // The component draws into X11 windows. Under Wayland, Qt creates them through XWayland.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
   QApplication application(argc, argv);
   if (argc != 2) {
@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
   }
   try {
     const int status = Run(application, argv[1]);
-    // The window is closed: nothing of the component is left, neither an object nor a thread that draws.
+    // The window is closed. S_OK: the component has no object and no draw thread left.
     return status != 0 ? status : DllCanUnloadNow() == S_OK ? 0 : 1;
   } catch (const ModelError& error) {
     std::fprintf(stderr, "embed-qt: %s\n", error.what());

@@ -1,3 +1,5 @@
+// NativeWindow: reads the X11 window id by SDL's system information. Host's thread.
+
 #include "embed-sdl/NativeWindow.h"
 
 #include <SDL_syswm.h>

@@ -1,4 +1,4 @@
-// embed-sdl: a model in a window of SDL's: drag, wheel and click, and a few keys. The host's thread only.
+// embed-sdl: shows a model in an SDL window, with drag, wheel, click and a few keys. Host's thread only.
 
 #include <SDL.h>
 #include <gllib/GLLibHost.h>
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// SDL from its start to its end.
+/// Initializes SDL; the destructor shuts it down.
 struct Session {
   Session() {
     SDL_SetHint(SDL_HINT_VIDEODRIVER, "x11");  // the component draws into X11 windows
@@ -30,7 +30,7 @@ struct Session {
 using Window = std::unique_ptr<SDL_Window, decltype(&SDL_DestroyWindow)>;
 
 Window OpenWindow(const Model& aModel, const SceneOptions& aOptions) {
-  // No flag for OpenGL: the component brings its own.
+  // No SDL_WINDOW_OPENGL: the component creates its own rendering context.
   Window window(SDL_CreateWindow(aModel.name.c_str(), SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
                                  aOptions.width, aOptions.height, SDL_WINDOW_RESIZABLE),
                 &SDL_DestroyWindow);
@@ -38,7 +38,7 @@ Window OpenWindow(const Model& aModel, const SceneOptions& aOptions) {
   return window;
 }
 
-/// Hands SDL's events to the scene, until one of them asks to leave.
+/// Passes SDL's events to the scene until the user leaves.
 class EventLoop {
  public:
   EventLoop(SDL_Window& aWindow, const Model& aModel, Scene& aScene)
@@ -57,7 +57,7 @@ class EventLoop {
   void Handle(const SDL_Event& aEvent) {
     switch (aEvent.type) {
       case SDL_WINDOWEVENT:
-        // The component's window doesn't follow by itself.
+        // The component's window does not follow the size of its parent.
         if (aEvent.window.event == SDL_WINDOWEVENT_SIZE_CHANGED) {
           m_scene.SetSize(aEvent.window.data1, aEvent.window.data2);
         }
@@ -128,7 +128,7 @@ int main(int argc, char** argv) {
   }
   try {
     Run(argv[1]);
-    // The window is closed: nothing of the component is left, neither an object nor a thread that draws.
+    // The window is closed. S_OK: the component has no object and no draw thread left.
     return DllCanUnloadNow() == S_OK ? 0 : 1;
   } catch (const ModelError& error) {
     std::fprintf(stderr, "embed-sdl: %s\n", error.what());

@@ -1,3 +1,5 @@
+// HiddenParent on Linux: no window is needed. Host's thread.
+
 #include "glview/HiddenParent.h"
 
 #include <cstdlib>

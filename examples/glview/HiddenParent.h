@@ -1,5 +1,5 @@
-// HiddenParent: where a context stands whose pictures go to a file: with no display at all, or, on Windows,
-// under a window that isn't shown. The host's thread.
+// HiddenParent: the parent of a context whose pictures go to a file. On Linux there is no window; on Windows
+// the parent is a hidden window. Host's thread.
 
 #pragma once
 
@@ -13,8 +13,8 @@ class HiddenParent {
   HiddenParent& operator=(const HiddenParent&) = delete;
 
   ULONG_PTR Handle() const { return m_handle; }
-  /// Delivers the messages that have come. To be called while the host waits for the draw thread, which may
-  /// send some.
+  /// Delivers pending messages. The host calls it while it waits for the draw thread, which may send
+  /// messages.
   void DeliverMessages() const;
 
  private:

@@ -1,3 +1,5 @@
+// Loader: starts reader threads and takes their results. Host's thread.
+
 #include "glview/Loader.h"
 
 #include <chrono>

@@ -1,4 +1,5 @@
-// Loader: reads models on threads of its own, while the window goes on. The host's thread asks how far it is.
+// Loader: reads models on threads of its own while the window keeps working. The host's thread polls the
+// progress.
 
 #pragma once
 
@@ -15,29 +16,29 @@
 class Loader {
  public:
   explicit Loader(const ReadLimits& aLimits) : m_limits(aLimits) {}
-  /// Gives up what is being read, and waits for its end.
+  /// Cancels the running read and waits for its end.
   ~Loader();
   Loader(const Loader&) = delete;
   Loader& operator=(const Loader&) = delete;
 
-  /// Starts to read, in place of what is being read, which ends by itself. Of a folder that is the only path,
-  /// reads the first model.
+  /// Starts a read and cancels the running one, which ends by itself. If the only path is a folder, reads its
+  /// first model.
   void Start(std::vector<std::string> aPaths, bool aTogether);
-  /// Reads the model that many places further on in the folder; does nothing without one.
+  /// Reads the model aBy positions further on in the folder. Does nothing without a folder.
   void Step(int aBy);
-  /// The place in the folder of what was asked for last, as "2 of 7"; empty without a folder.
+  /// Returns the position of the requested model in the folder, as "2 of 7"; empty without a folder.
   std::string Place() const { return m_folder.IsEmpty() ? "" : m_folder.Place(); }
-  /// Whether there is something to take, now or later.
+  /// Returns whether a read is running or its result has not been taken yet.
   bool IsReading() const { return m_model.valid(); }
   bool IsReady() const { return IsOver(m_model); }
-  /// How far the read is, from 0 to 1.
+  /// Returns the progress of the read, from 0 to 1.
   float Share() const { return m_read->share; }
-  /// Takes what was read; waits for it. @throws ModelError
+  /// Waits for the read and returns its model. @throws ModelError
   std::shared_ptr<const Model> Take() { return m_model.get(); }
 
  private:
   using FutureModel = std::future<std::shared_ptr<const Model>>;
-  /// What a read and its asker share.
+  /// State that a reader thread and the host's thread share.
   struct Reading {
     std::atomic<float> share{0};
     std::atomic<bool> givenUp{false};
@@ -51,5 +52,5 @@ class Loader {
   ModelFolder m_folder;
   std::shared_ptr<Reading> m_read = std::make_shared<Reading>();
   FutureModel m_model;
-  std::vector<FutureModel> m_givenUp;  // that still run; each waits at its end
+  std::vector<FutureModel> m_givenUp;  // cancelled reads still running; the destructor of each future waits
 };

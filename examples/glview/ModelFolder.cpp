@@ -1,3 +1,5 @@
+// ModelFolder: lists the models of a folder. Host's thread.
+
 #include "glview/ModelFolder.h"
 
 #include <algorithm>

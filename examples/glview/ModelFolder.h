@@ -1,5 +1,4 @@
-// ModelFolder: the models in a folder, in the order of their names, and the one among them that is shown. The
-// host's thread.
+// ModelFolder: the models in a folder in the order of their names, and the current one. Host's thread.
 
 #pragma once
 
@@ -9,15 +8,15 @@
 class ModelFolder {
  public:
   ModelFolder() = default;
-  /// Finds the files in a folder whose names are those of models; not in the folders in it. None when the
-  /// path is no folder.
+  /// Finds the files in a folder whose names are those of models. Does not search subfolders. The result is
+  /// empty if the path is no folder.
   explicit ModelFolder(const std::string& aPath);
 
   bool IsEmpty() const { return m_models.empty(); }
-  /// Goes on; after the last model comes the first.
+  /// Moves on by aBy models. The first model follows the last one.
   void Step(int aBy);
   const std::string& Model() const { return m_models[m_at]; }
-  /// The model's place among the others, as "2 of 7".
+  /// Returns the position of the current model, as "2 of 7".
   std::string Place() const;
 
  private:

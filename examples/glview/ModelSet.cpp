@@ -1,3 +1,5 @@
+// ModelSet: reads several files and places their models. Any thread.
+
 #include "glview/ModelSet.h"
 
 #include <algorithm>
@@ -8,9 +10,9 @@
 
 namespace {
 
-constexpr double kSpacing = 2.2;  // from middle to middle, in radii
+constexpr double kSpacing = 2.2;  // between centres, in radii
 
-/// Moves a model to a place, with a radius of 1.
+/// Moves a model to a position and scales it to a radius of 1.
 void Place(Model& aModel, double aX, double aY) {
   const auto moved = [&](float aValue, double aCentre, double aPlace) {
     return static_cast<float>((aValue - aCentre) / aModel.radius + aPlace);
@@ -31,7 +33,7 @@ void LaySideBySide(std::vector<Model>& aModels) {
   }
 }
 
-/// Makes one model of several; the names of the parts tell where they come from.
+/// Joins several models. The names of the parts contain the names of their models.
 Model Join(std::vector<Model> aModels) {
   Model all;
   for (Model& model : aModels) {

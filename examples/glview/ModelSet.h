@@ -8,10 +8,10 @@
 #include "glview/ReadLimits.h"
 #include "shared/model/Model.h"
 
-/// Reads files, and lays their models side by side in rows, each as large as the others and in its own
-/// middle.
-/// @param aLimits   of each file
-/// @param aTogether leaves them where their coordinates put them instead
-/// @throws ModelError, and what aProgress throws
+/// Reads files and arranges their models in rows. Each model is scaled to the same size and centred in its
+/// cell.
+/// @param aLimits   for each file
+/// @param aTogether keeps the models at their own coordinates instead
+/// @throws ModelError, and any exception of aProgress
 Model LoadModels(const std::vector<std::string>& aPaths, const ReadLimits& aLimits, bool aTogether,
                  const ReadProgress& aProgress = {});

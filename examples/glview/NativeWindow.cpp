@@ -1,3 +1,5 @@
+// NativeWindow: reads the X11 window id. Host's thread.
+
 #include "glview/NativeWindow.h"
 
 #define GLFW_EXPOSE_NATIVE_X11

@@ -1,4 +1,5 @@
-// The window system's own id of a GLFW window. In a file of its own, as X11's headers take common names.
+// NativeWindow: the window system's id of a GLFW window. It has a separate source file because X11's headers
+// define macros with common names.
 
 #pragma once
 

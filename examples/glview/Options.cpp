@@ -1,3 +1,5 @@
+// Options: parses and checks the command line. Any thread.
+
 #include "glview/Options.h"
 
 #include <array>
@@ -13,22 +15,22 @@ namespace {
 
 constexpr const char* kInTheWindow = R"(
 In the window: drag to turn, right or middle drag to pan, wheel to zoom; click to pick a part, Shift-drag to
-pick a box, Ctrl-drag to pick what lies wholly inside it; 1 and 4 views, W shading, M textures, F fog, A axes,
-T text, R the first camera; V the next standard view, arrows walk and turn; S cuts the model open, square to x,
-y or z, - and + or the slider move the cut; D measures between clicks, two a distance, three an angle; Page Up
+pick a box, Ctrl-drag to pick only parts completely inside; 1 and 4 views, W shading, M textures, F fog, A axes,
+T text, R resets the camera; V next standard view, arrows walk and turn; S cuts the model perpendicular to x, y
+or z, - and + or the slider move the cut; D measures between clicks: two a distance, three an angle; Page Up
 and Page Down step through a folder's models; C writes a picture at twice the window's size to a numbered PNG
-file; Esc leaves.
-Files that are dropped on the window are shown instead. Nothing is remembered from one run to the next.
+file; Esc exits.
+Files dropped on the window replace the models. No settings are saved.
 
-Exit status: 0 done, 1 no display, no context or a file that can't be written, 2 a command line that makes no
-sense or a model that can't be read.
+Exit status: 0 success; 1 no display, no context, or a file cannot be written; 2 invalid command line, or a
+model cannot be read.
 )";
 
 constexpr int kLargestSide = 8192;
 constexpr double kSmallestZoom = 0.01, kLargestZoom = 64;
 constexpr int kMostSamples = 64;
 
-/// Splits a text into numbers at a separator. @return fewer numbers than fields when one isn't a number
+/// Splits a text into numbers at a separator. @return fewer numbers than fields if a field is no number
 template <class Number>
 std::vector<Number> Numbers(std::string_view aText, char aSeparator) {
   std::vector<Number> numbers;
@@ -90,7 +92,7 @@ int ParseSamples(std::string_view aText) {
   return samples[0];
 }
 
-/// A limit of reading.
+/// Parses a limit of reading.
 unsigned ParseLimit(std::string_view aOption, std::string_view aText) {
   constexpr unsigned kLargest = 1 << 24;
   const auto limit = Numbers<unsigned>(aText, ',');
@@ -164,7 +166,7 @@ void RequireInside(const Options& aOptions) {
   }
 }
 
-/// The options as the library reads them: each value as a text, which the functions above take apart.
+/// Defines the options for the library. Each value is a text; the functions above parse it.
 cxxopts::Options CommandLine() {
   cxxopts::Options command("glview",
                            "usage: glview [options] MODEL... | FOLDER\n\n"
@@ -179,27 +181,26 @@ cxxopts::Options CommandLine() {
     add(aName, aText);
   };
   addSwitch("together", "leave several models where their coordinates put them");
-  add("out", "FILE.png", "draw one picture with no display, and leave");
-  add("zoom", "F", "make that picture F times as large, and as much sharper (1)");
+  add("out", "FILE.png", "draw one picture without a display, and exit");
+  add("zoom", "F", "enlarge that picture by F, at full resolution (1)");
   add("size", "WxH", "size of the window or picture (1024x768)");
   add("background", "RRGGBB", "colour behind the model, in hexadecimal (212630)");
-  add("fsaa", "N", "smooth the window's edges by up to N samples a pixel, where the system can");
+  add("fsaa", "N", "smooth the window's edges by up to N samples per pixel, if supported");
   add("shade", "MODE", "shaded, wire, hidden or points");
   addSwitch("fog", "let the far side fade");
   addSwitch("ortho", "parallel projection");
   add("views", "1|4", "one view, or four: front, right, top and free");
-  add("turn", "YAW,PITCH", "where the eye stands, in degrees (30,15)");
+  add("turn", "YAW,PITCH", "position of the eye, in degrees (30,15)");
   addSwitch("axes", "show the axes");
   addSwitch("text", "show the models' names");
-  add("pick", "X,Y", "print the name of the part at a pixel, and leave");
+  add("pick", "X,Y", "print the name of the part at a pixel, and exit");
   add("pick-box", "X1,Y1,X2,Y2[,inside]",
       "print the names of the parts in a box, or of those wholly inside it");
-  add("section", "AXIS[,SHARE]", "cut the model open square to x, y or z, at a share of its size (0.5)");
+  add("section", "AXIS[,SHARE]", "cut the model perpendicular to x, y or z, at a share of its size (0.5)");
   add("measure", "X1,Y1,X2,Y2[,X3,Y3]",
       "print the distance between the points at two pixels, or the angle at the second of three, in degrees");
-  add("read-memory", "MIB", "give up a model that takes more memory to read (half of what is available)");
-  add("read-time", "SECONDS",
-      "give up a model that takes longer to read (15, and 1 for each MiB of the file)");
+  add("read-memory", "MIB", "memory limit for reading a model (half of the available memory)");
+  add("read-time", "SECONDS", "time limit for reading a model (15, and 1 per MiB of the file)");
   addSwitch("help", "this text");
   return command;
 }
@@ -241,8 +242,8 @@ Options ParseOptions(int argc, const char* const* argv) try {
   }
   options.models = given.unmatched();
   if (options.help) return options;
-  if (options.models.empty()) throw UsageError("which model? --help tells how to ask");
-  if (options.zoom != 1 && options.out.empty()) throw UsageError("--zoom goes with --out");
+  if (options.models.empty()) throw UsageError("no model given; --help shows the usage");
+  if (options.zoom != 1 && options.out.empty()) throw UsageError("--zoom requires --out");
   if (options.pick) RequireInside(options);
   return options;
 } catch (const cxxopts::exceptions::exception& error) {

@@ -1,4 +1,4 @@
-// Options: what the command line asks for. Plain values.
+// Options: the parsed command line. Plain values.
 
 #pragma once
 
@@ -13,21 +13,21 @@
 struct Options : SceneOptions {
   std::vector<std::string> models;  ///< files, or one folder
   ReadLimits limits;
-  bool together = false;  ///< models stand where their coordinates put them
-  std::string out;        ///< empty: a window
-  double zoom = 1;        ///< of the picture; the window has none
+  bool together = false;  ///< models keep their own coordinates
+  std::string out;        ///< path of the picture; empty: show a window
+  double zoom = 1;        ///< of the picture; not used by the window
   bool help = false;
   std::optional<PixelBox> pick;
-  std::vector<int> measure;  ///< two or three pixels, x and y of each
+  std::vector<int> measure;  ///< x and y of two or three pixels
 };
 
-/// A command line that makes no sense; what() is one line for the user.
+/// An invalid command line; what() is one line for the user.
 struct UsageError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Reads the command line. @throws UsageError
+/// Parses the command line. @throws UsageError
 Options ParseOptions(int argc, const char* const* argv);
 
-/// The text of --help.
+/// Returns the text of --help.
 std::string HelpText();

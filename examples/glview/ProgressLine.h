@@ -1,4 +1,5 @@
-// ProgressLine: one line on the terminal that tells how far a long read is, wiped at the end. One thread.
+// ProgressLine: one line on the terminal with the progress of a long read. The line is erased at the end. One
+// thread.
 
 #pragma once
 

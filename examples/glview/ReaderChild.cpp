@@ -1,5 +1,5 @@
-// The reader's side of ReaderProcess: limits itself, reads one model and writes it to a file in memory.
-// The only thread of its process.
+// ReaderChild: the reader's side of ReaderProcess. It limits its own resources, reads one model and writes it
+// to a file in memory. Runs on the only thread of its process.
 
 #include <poll.h>
 #include <sys/prctl.h>
@@ -22,7 +22,7 @@ namespace {
 
 [[noreturn]] void LeaveWithoutMemory() { _exit(kNoMemory); }
 
-/// The address space in use. With a sanitizer that is far more than the memory.
+/// Returns the address space in use. With a sanitizer it is far larger than the memory.
 std::uint64_t AddressSpace() {
   std::uint64_t pages = 0;
   std::ifstream("/proc/self/statm") >> pages;
@@ -35,14 +35,14 @@ void Limit(Resource aResource, std::uint64_t aMost) {
   setrlimit(aResource, &limit);
 }
 
-/// Limits the process to what the reading may take on top of the program itself.
+/// Limits memory and time of the process. The memory limit is added to what the program uses already.
 void LimitSelf(std::uint64_t aBytes, std::uint64_t aSeconds) {
-  prctl(PR_SET_PDEATHSIG, SIGKILL);  // doesn't outlive the viewer's thread that waits for it
+  prctl(PR_SET_PDEATHSIG, SIGKILL);  // the reader ends with the viewer's thread that waits for it
   pollfd viewer{kProgressPipe, 0, 0};
-  if (poll(&viewer, 1, 0) > 0) _exit(kModelRefused);  // the viewer has ended before that
-  std::signal(SIGXFSZ, SIG_IGN);                      // a write beyond the limit fails instead
+  if (poll(&viewer, 1, 0) > 0) _exit(kModelRefused);  // the viewer has ended before prctl
+  std::signal(SIGXFSZ, SIG_IGN);                      // a write beyond the limit returns an error instead
   Limit(RLIMIT_CORE, 0);
-  Limit(RLIMIT_CPU, aSeconds + 1);  // the viewer's own clock comes first
+  Limit(RLIMIT_CPU, aSeconds + 1);  // the viewer's timeout comes first
   Limit(RLIMIT_FSIZE, aBytes);
   Limit(RLIMIT_AS, AddressSpace() + aBytes);
   std::set_new_handler(&LeaveWithoutMemory);
@@ -59,7 +59,7 @@ bool WriteAll(int aFile, const void* aBytes, std::size_t aSize) {
   return true;
 }
 
-/// Collects small writes, and lets large ones through.
+/// Buffers small writes; large ones go directly to the file.
 class ResultFile {
  public:
   void Put(const void* aBytes, std::size_t aSize) {
@@ -85,13 +85,13 @@ class ResultFile {
   std::vector<char> m_waiting;
 };
 
-/// Tells the viewer of each further percent.
+/// Reports the progress to the viewer, in steps of one percent.
 class ShareReport {
  public:
   void operator()(float aShare) {
     if (aShare < m_told + 0.01f) return;
     m_told = aShare;
-    if (!WriteAll(kProgressPipe, &aShare, sizeof(aShare))) _exit(kModelRefused);  // nobody waits any more
+    if (!WriteAll(kProgressPipe, &aShare, sizeof(aShare))) _exit(kModelRefused);  // the viewer is gone
   }
 
  private:
@@ -109,7 +109,7 @@ int Read(const std::string& aPath) {
     ResultFile file;
     WriteModel(model, [&](const void* aBytes, std::size_t aSize) { file.Put(aBytes, aSize); });
     file.Flush();
-    _exit(kModelRead);  // what was read needn't be taken apart
+    _exit(kModelRead);  // skips the destructors of the model
   } catch (const ModelError& error) {
     return Refuse(error.what());
   } catch (const std::exception& error) {

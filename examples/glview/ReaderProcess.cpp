@@ -1,3 +1,6 @@
+// ReaderProcess on Linux: the viewer's side. It starts the reader, follows its progress and maps its result.
+// Any thread.
+
 #include "glview/ReaderProcess.h"
 
 #include <fcntl.h>
@@ -30,7 +33,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 constexpr std::uint64_t kMebibyte = 1 << 20;
 
-/// A descriptor above those that the reader gets, closed at the end.
+/// A file descriptor above those that the reader uses; closed by the destructor.
 class Descriptor {
  public:
   explicit Descriptor(int aDescriptor) : m_descriptor(fcntl(aDescriptor, F_DUPFD_CLOEXEC, 2 * kFirstOther)) {
@@ -50,7 +53,7 @@ class Descriptor {
   int m_descriptor;
 };
 
-/// A file that has no name and is in memory alone.
+/// A file without a name that exists in memory only.
 struct MemoryFile : Descriptor {
   MemoryFile() : Descriptor(memfd_create("glview", MFD_CLOEXEC)) {}
   std::size_t Size() const {
@@ -65,7 +68,7 @@ struct MemoryFile : Descriptor {
   }
 };
 
-/// A view of a file, for as long as the object exists.
+/// Maps a file into memory for the lifetime of the object.
 class Mapping {
  public:
   explicit Mapping(const MemoryFile& aFile) : m_size(aFile.Size()) {
@@ -108,20 +111,20 @@ std::uint64_t AvailableMemory() {
          static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// The limits with numbers in place of what the user left open.
+/// Returns the limits, with defaults replaced by numbers.
 ReadLimits Settle(ReadLimits aLimits, const std::string& aPath) {
   constexpr std::uint64_t kShortestRead = 15, kLongestRead = 3600;  // seconds
   if (aLimits.mebibytes == 0) aLimits.mebibytes = AvailableMemory() / 2 / kMebibyte;
   if (aLimits.seconds == 0) {
     std::error_code error;
     const std::uint64_t size = std::filesystem::file_size(aPath, error);
-    const std::uint64_t more = error ? 0 : size / kMebibyte;  // a second each
+    const std::uint64_t more = error ? 0 : size / kMebibyte;  // one second per MiB
     aLimits.seconds = static_cast<unsigned>(std::min(kShortestRead + more, kLongestRead));
   }
   return aLimits;
 }
 
-/// What the reader gets of the environment: where modules are, the language, and what sanitizers are set to.
+/// Returns the environment of the reader: search paths of modules, locale, and settings of sanitizers.
 std::vector<char*> ReaderEnvironment() {
   std::vector<char*> kept;
   for (char** entry = environ; *entry != nullptr; ++entry) {
@@ -153,7 +156,7 @@ class Reader {
   Model Take(const ReadProgress& aProgress) {
     FollowProgress(aProgress);
     RequireModel(WaitForEnd());
-    // What readers say on the way concerns the model that they made, such as an image that is missing.
+    // Prints the reader's messages about the model, for example about a missing image.
     std::fputs(m_notes.Text(1 << 16).c_str(), stderr);
     const Mapping mapping(m_result);
     try {
@@ -215,7 +218,7 @@ void Reader::Start() {
 }
 
 void Reader::FollowProgress(const ReadProgress& aProgress) {
-  constexpr int kPeriod = 50;  // ms in which the viewer can give up
+  constexpr int kPeriod = 50;  // ms between two checks for cancellation
   for (float share = 0;;) {
     pollfd wait{m_progress.out.Get(), POLLIN, 0};
     if (poll(&wait, 1, kPeriod) > 0) {

@@ -1,5 +1,5 @@
-// ReaderProcess: reads a model in a process of its own, so that neither a damaged file nor a fault of a
-// reader takes the viewer with it. On Windows models are read in the viewer's process. Any thread.
+// ReaderProcess: reads a model in a separate process. A damaged file or a crash of the reader does not end
+// the viewer. On Windows models are read in the viewer's process. Any thread.
 
 #pragma once
 
@@ -10,9 +10,9 @@
 #include "shared/model/Model.h"
 
 /// Reads a model as LoadModel does, within limits.
-/// @throws ModelError also when the reader takes too much or crashes; what aProgress throws
+/// @throws ModelError, also if the reader exceeds a limit or crashes; any exception of aProgress
 Model LoadModelWithin(const ReadLimits& aLimits, const std::string& aPath, const ReadProgress& aProgress);
 
-/// Runs the reader's side, when the command line is one that LoadModelWithin starts.
-/// @return the exit status; none in the viewer itself
+/// Runs the reader's side if LoadModelWithin has started this process.
+/// @return the exit status; no value in the viewer itself
 std::optional<int> RunReader(int argc, const char* const* argv);

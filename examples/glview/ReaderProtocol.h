@@ -1,19 +1,20 @@
-// ReaderProtocol: what the viewer and the process that reads a model have agreed on. Plain values.
+// ReaderProtocol: the protocol between the viewer and the process that reads a model. Plain values.
 
 #pragma once
 
 #include <cstddef>
 
-/// The command line: glview, this, the limit of memory in bytes, that of time in seconds, the model.
+/// First argument of the reader. Then follow the memory limit in bytes, the time limit in seconds, and the
+/// path of the model.
 inline constexpr const char* kReaderCommand = "--read-for-viewer";
 inline constexpr int kReaderArguments = 5;
 
-// The reader's descriptors beside the standard ones.
-inline constexpr int kResultFile = 3;    ///< where the model or, after kRefused, the reason goes
-inline constexpr int kProgressPipe = 4;  ///< takes the share that is read, from 0 to 1, as a float each
-inline constexpr int kFirstOther = 5;    ///< closed, as all that follow
+// File descriptors of the reader, besides the standard ones.
+inline constexpr int kResultFile = 3;    ///< receives the model or, after kModelRefused, the reason
+inline constexpr int kProgressPipe = 4;  ///< receives the progress from 0 to 1, one float each time
+inline constexpr int kFirstOther = 5;    ///< closed in the reader, with all higher descriptors
 
-/// How the reader ends.
+/// Exit status of the reader.
 enum ReaderStatus : int { kModelRead = 0, kModelRefused = 2, kNoMemory = 3 };
 
 inline constexpr std::size_t kLongestReason = 1024;

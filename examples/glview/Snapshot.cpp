@@ -1,3 +1,5 @@
+// Snapshot: draws and picks without a display. Host's thread.
+
 #include "glview/Snapshot.h"
 
 #include <algorithm>
@@ -17,7 +19,7 @@ constexpr auto kPatience = std::chrono::seconds(120);
 constexpr auto kDeliveryPeriod = std::chrono::milliseconds(10);
 
 Picture TakePicture(Scene& aScene, const HiddenParent& aParent, const Options& aOptions) {
-  // A capture enlarges by whole factors; what is left of the zoom goes into the size.
+  // A capture enlarges by whole factors. The window's size covers the rest of the zoom.
   const int whole = std::max(1, static_cast<int>(aOptions.zoom));
   const double rest = aOptions.zoom / whole;
   if (rest != 1) {
@@ -30,7 +32,7 @@ Picture TakePicture(Scene& aScene, const HiddenParent& aParent, const Options& a
     if (std::chrono::steady_clock::now() > end) throw std::runtime_error("no frame came");
   }
   auto result = picture.Take();
-  if (!result) throw std::runtime_error("no picture of that size is to be had");
+  if (!result) throw std::runtime_error("cannot take a picture of that size");
   return std::move(*result);
 }
 

@@ -1,4 +1,4 @@
-// Snapshot: one picture with no display, and picks in it.
+// Snapshot: one picture without a display, and picks in it. Host's thread.
 
 #pragma once
 
@@ -7,6 +7,6 @@
 #include "glview/Options.h"
 #include "shared/model/Model.h"
 
-/// Prints what is picked and writes the picture, as far as the options ask for either.
+/// Prints the picked parts and writes the picture, if the options request them.
 /// @throws std::runtime_error
 void TakeSnapshot(std::shared_ptr<const Model> aModel, const Options& aOptions);

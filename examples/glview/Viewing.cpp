@@ -1,3 +1,5 @@
+// Viewing: keys, loading and captures of glview's window. Host's thread.
+
 #include "glview/Viewing.h"
 
 #include <cstdio>
@@ -11,10 +13,10 @@ using namespace std::chrono_literals;
 constexpr auto kTitlePeriod = 250ms, kReadingPeriod = 50ms;
 constexpr auto kAnimationPeriod = 15ms;
 constexpr int kCaptureZoom = 2;
-constexpr double kStep = 0.1, kLook = 0.05;  // of an arrow: radii and radians
+constexpr double kStep = 0.1, kLook = 0.05;  // per arrow key: radii and radians
 constexpr double kSectionStep = 0.02;
 
-/// The first name of the kind model-001.png that no file has yet.
+/// Returns the first unused file name of the form model-001.png.
 std::string FreeName(const std::string& aModel) {
   const std::string stem = std::filesystem::path(aModel).stem().string();
   for (int number = 1;; ++number) {
@@ -149,7 +151,7 @@ void Viewing::FollowReading() {
     m_model = m_loader.Take();
   } catch (const ModelError& error) {
     const std::string place = m_loader.Place();
-    if (m_model->parts.empty() && place.empty()) throw;  // there is nothing to be seen without
+    if (m_model->parts.empty() && place.empty()) throw;  // no model to show instead
     return Note(place.empty() ? error.what() : place + ": " + error.what());
   }
   m_scene.SetModel(m_model);
@@ -165,9 +167,9 @@ void Viewing::StartCapture() {
 
 void Viewing::FinishCapture() {
   if (!m_picture.IsAsked() || !m_picture.IsThere(0ms)) return;
-  m_scene.Redraw();  // the window's own lists went with the capture; they come back with a frame
+  m_scene.Redraw();  // the capture deleted the window's lists; a frame compiles them again
   const auto picture = m_picture.Take();
-  if (!picture) return Note("no picture to be had");
+  if (!picture) return Note("the capture failed");
   const std::string name = FreeName(m_model->name);
   Note(WritePng(*picture, name) ? "wrote " + name : "can't write " + name);
 }

@@ -1,5 +1,5 @@
-// Viewing: what a window of models does, whatever toolkit the window is of: it reads, shows, picks and writes
-// pictures. The host's thread, and those of its loader.
+// Viewing: the toolkit-independent part of glview's window. It reads, shows and picks models and writes
+// pictures. Host's thread, and the threads of its loader.
 
 #pragma once
 
@@ -17,54 +17,55 @@
 
 class Viewing {
  public:
-  /// Shows the models of the options, once they have been read, in a child of a window.
+  /// Shows the models of the options in a child of a window, after they have been read.
   /// @param aSetTitle sets the window's title
   Viewing(const Options& aOptions, ULONG_PTR aParent, std::function<void(const std::string&)> aSetTitle);
 
   void SetSize(int aWidth, int aHeight) { m_scene.SetSize(aWidth, aHeight); }
-  /// Does what a key stands for, by the digit, sign or capital letter on it; arrows are ^ v < >.
+  /// Handles a key. @param aKey the digit, sign or capital letter on it; arrows are ^ v < >
   void Key(char aKey);
   void Press(Dragging::Kind aKind) { m_dragging.Press(aKind); }
   void Move(double aX, double aY) { m_dragging.Move(aX, aY); }
   void Release();
-  /// @param aUp steps of the wheel, away from the user
+  /// @param aUp steps of the wheel, positive away from the user
   void Wheel(double aUp);
-  /// Shows the model that many places further on in the folder that is shown.
+  /// Shows the model aBy positions further on in the current folder.
   void Step(int aBy) { m_loader.Step(aBy); }
-  /// Shows other models in place of these.
+  /// Shows other models instead of the current ones.
   void Show(std::vector<std::string> aPaths);
 
-  /// Follows what goes on elsewhere; to be called after each event, and after FollowPeriod without one.
-  /// @throws ModelError when the first models can't be read
+  /// Handles finished reads, animation and captures. The host calls it after each event, and after
+  /// FollowPeriod without an event.
+  /// @throws ModelError if the first models cannot be read
   void Follow();
   std::chrono::milliseconds FollowPeriod() const;
 
  private:
   void Pick(const PixelBox& aBox);
-  /// Cuts the model open square to the next axis, or not at all.
+  /// Moves the section to the next axis, or switches it off after the last one.
   void NextSection();
   void MoveSection(double aShare);
   void NextStandardView();
   void ToggleMeasuring();
-  /// Shows how far reading is, and what was read once it is there.
+  /// Shows the progress of reading, and the model after it has been read.
   void FollowReading();
   void StartCapture();
-  /// Writes the picture that was asked for, once it is there.
+  /// Writes the requested picture after it has been taken.
   void FinishCapture();
-  /// Shows a word at the end of the title.
+  /// Shows a note at the end of the title.
   void Note(const std::string& aWord);
   void UpdateTitle();
 
   const bool m_together;
   const std::function<void(const std::string&)> m_setTitle;
-  std::shared_ptr<const Model> m_model = std::make_shared<const Model>();  // nothing yet
+  std::shared_ptr<const Model> m_model = std::make_shared<const Model>();  // empty until the first read
   Scene m_scene;
   Dragging m_dragging;
   std::string m_picked;
   SceneCapture m_picture;
   std::string m_note;
-  int m_standardView = -1;  // the last one that was gone to
+  int m_standardView = -1;  // index of the last standard view; -1 for none
   bool m_measuring = false;
   Loader m_loader;
-  std::optional<std::chrono::steady_clock::time_point> m_titleTime;  // none: at once
+  std::optional<std::chrono::steady_clock::time_point> m_titleTime;  // no value: update at once
 };

@@ -1,3 +1,5 @@
+// Window on Linux: passes GLFW's events to Viewing. Host's thread.
+
 #include "glview/Window.h"
 
 #include <GLFW/glfw3.h>
@@ -14,12 +16,12 @@
 
 namespace {
 
-/// Keys that aren't named by what stands on them.
+/// Keys without a printed character, and the characters that stand for them.
 const std::map<int, char> kNamedKeys = {{GLFW_KEY_UP, '^'},          {GLFW_KEY_DOWN, 'v'},
                                         {GLFW_KEY_LEFT, '<'},        {GLFW_KEY_RIGHT, '>'},
                                         {GLFW_KEY_KP_SUBTRACT, '-'}, {GLFW_KEY_KP_ADD, '+'}};
 
-/// GLFW from its start to its end.
+/// Initializes GLFW; the destructor shuts it down.
 struct Session {
   Session() {
     if (glfwInit() != GLFW_TRUE) throw std::runtime_error("no display; --out FILE.png draws without one");
@@ -46,13 +48,13 @@ class Window {
 
   Session m_session;
   GLFWwindow* m_window;
-  std::optional<Viewing> m_viewing;  // in the window
+  std::optional<Viewing> m_viewing;  // destroyed before the window
 };
 
 Window::Window(const Options& aOptions) {
-  glfwWindowHint(GLFW_CLIENT_API, GLFW_NO_API);  // the component brings its own
+  glfwWindowHint(GLFW_CLIENT_API, GLFW_NO_API);  // the component creates its own context
   m_window = glfwCreateWindow(aOptions.width, aOptions.height, "glview", nullptr, nullptr);
-  if (m_window == nullptr) throw std::runtime_error("no window to be had");
+  if (m_window == nullptr) throw std::runtime_error("cannot create a window");
   glfwSetWindowUserPointer(m_window, this);
   try {
     m_viewing.emplace(aOptions, NativeWindow(m_window),
@@ -98,7 +100,7 @@ void Window::Run() {
     glfwWaitEventsTimeout(std::chrono::duration<double>(m_viewing->FollowPeriod()).count());
     m_viewing->Follow();
   }
-  glfwHideWindow(m_window);  // at once, also where a read takes a while to give up
+  glfwHideWindow(m_window);  // at once: cancelling a read can take a while
 }
 
 void Window::OnKey(int aKey) {
@@ -108,7 +110,8 @@ void Window::OnKey(int aKey) {
   if (aKey >= GLFW_KEY_KP_0 && aKey <= GLFW_KEY_KP_9) aKey += '0' - GLFW_KEY_KP_0;
   const auto named = kNamedKeys.find(aKey);
   if (named != kNamedKeys.end()) return m_viewing->Key(named->second);
-  if (aKey <= 'Z') m_viewing->Key(static_cast<char>(aKey));  // letters and digits go by their characters
+  // GLFW's codes of letters and digits are those of the characters.
+  if (aKey <= 'Z') m_viewing->Key(static_cast<char>(aKey));
 }
 
 void Window::OnButton(int aButton, int aAction, int aModifiers) {

@@ -1,11 +1,10 @@
-// Window: models in a window of GLFW's, which is the parent of the component's own. The host's thread, and
-// one that reads models.
+// Window: shows models in a window that is the parent of the component's window. GLFW's on Linux, a system
+// window on Windows. Host's thread, and one that reads models.
 
 #pragma once
 
 #include "glview/Options.h"
 
-/// Shows the models, and whatever is dropped on the window in their place, until the user leaves.
-/// @throws ModelError when the models can't be read; std::runtime_error when there is no display or no
-/// context
+/// Shows the models until the user closes the window. Files dropped on the window replace them.
+/// @throws ModelError if the models cannot be read; std::runtime_error without a display or a context
 void ShowWindow(const Options& aOptions);

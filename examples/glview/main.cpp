@@ -1,4 +1,4 @@
-// glview: shows models in a window, or draws them to a file with no display.
+// glview: shows models in a window, or draws them to a file without a display.
 
 #include <gllib/GLLibHost.h>
 
@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int kFailed = 1;
-constexpr int kRefused = 2;  // the command line or a model is no good
+constexpr int kRefused = 2;  // exit status for an invalid command line or model
 
 int Complain(const std::exception& aReason, int aStatus) {
   std::fprintf(stderr, "glview: %s\n", aReason.what());

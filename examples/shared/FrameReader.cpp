@@ -1,3 +1,5 @@
+// FrameReader: reads pixels in the pass of the viewer drawn last.
+
 #include "shared/FrameReader.h"
 
 #include <GL/gl.h>
@@ -8,14 +10,15 @@
 
 namespace {
 
-// What is set up by one frame and shows in the next, such as a font that is built at its first use.
+// Frames until the picture is complete. Some objects, such as a font, are built in one frame and appear in
+// the next.
 constexpr int kFramesToSettle = 2;
 constexpr auto kPatience = std::chrono::seconds(120);
 constexpr int kOffTheWindow = 1 << 14;
 
 }  // namespace
 
-/// Runs at the end of the last viewer's pass, when all of the frame has been drawn.
+/// Runs at the end of the last viewer's pass, when the frame is complete.
 class FrameReader::Gauge final : public GLViewerGaugeBase {
  public:
   HRESULT Draw(IGLCanvas*, IGLContext* aContext) noexcept override {
@@ -44,13 +47,13 @@ class FrameReader::Gauge final : public GLViewerGaugeBase {
  private:
   std::mutex m_lock;
   std::condition_variable m_done;
-  Picture* m_picture = nullptr;  // where to; null when nothing is asked
+  Picture* m_picture = nullptr;  // destination; null if no picture is requested
   int m_toSettle = 0;
 };
 
 FrameReader::FrameReader(IGLContext& aContext) : m_context(aContext), m_gauge(GLMake<Gauge>()) {
   if (FAILED(m_context.CreateViewer(0, 1, &m_viewer))) return;
-  // The viewer clears and draws in its rectangle alone, and that lies where there are no pixels.
+  // The viewer clears and draws only inside its rectangle, which lies outside the window.
   m_viewer->SetClipRectangle(kOffTheWindow, kOffTheWindow, 1, 1);
   m_viewer->Clip(1);
   m_viewer->ShowClipFrame(0);

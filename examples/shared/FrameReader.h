@@ -1,5 +1,5 @@
-// FrameReader: reads whole pictures of a context back, with the overlays of all its viewers.
-// Made and asked by a host thread; reads on the context's draw thread.
+// FrameReader: reads complete pictures of a context, with the overlays of all its viewers. A host thread
+// creates and calls it; the context's draw thread reads the pixels.
 
 #pragma once
 
@@ -10,20 +10,20 @@
 
 class FrameReader {
  public:
-  /// Takes a viewer of its own, off the window's edge. Must be made before the viewers that it is to show:
-  /// of up to ten viewers the first is drawn last.
+  /// Creates a viewer outside the window. Construct the reader before the viewers that it should show: up to
+  /// ten viewers are drawn in reverse order of creation.
   explicit FrameReader(IGLContext& aContext);
   ~FrameReader();
   FrameReader(const FrameReader&) = delete;
   FrameReader& operator=(const FrameReader&) = delete;
 
-  /// Reads the picture as it stands once everything has been set up.
-  /// @return false when no frame came in time
+  /// Reads the picture after all objects have been set up. Waits for the draw thread.
+  /// @return false if no frame is drawn in time
   bool Read(Picture& aPicture);
 
  private:
   class Gauge;
   IGLContext& m_context;
-  IGLViewer* m_viewer = nullptr;  // borrowed, the context's
+  IGLViewer* m_viewer = nullptr;  // borrowed: the context owns it
   GLPtr<Gauge> m_gauge;
 };

@@ -1,4 +1,4 @@
-// Picture: PNG files by stb, which reads and writes them in memory.
+// Picture: reads and writes PNG files through stb, in memory.
 
 #include "shared/Picture.h"
 
@@ -21,7 +21,7 @@
 namespace {
 
 constexpr int kBytesPerPixel = 4;
-// stb counts bytes by int, the encoded ones too.
+// stb counts bytes in int, also those of the encoded file.
 constexpr std::size_t kMostPixels = std::numeric_limits<int>::max() / 8;
 
 }  // namespace
@@ -29,7 +29,7 @@ constexpr std::size_t kMostPixels = std::numeric_limits<int>::max() / 8;
 bool WritePng(const Picture& aPicture, const std::string& aPath) {
   const std::size_t count = aPicture.pixels.size() / kBytesPerPixel;
   if (count == 0 || count > kMostPixels) return false;
-  // What a window shows has no alpha, so the file has none either.
+  // A window's picture has no alpha, so the file has none either.
   std::vector<std::uint8_t> rows;
   rows.reserve(count * 3);
   for (std::size_t i = 0; i < aPicture.pixels.size(); i += kBytesPerPixel) {

@@ -1,4 +1,4 @@
-// Picture: an image in memory, and its way to and from PNG files. Owns its pixels; any thread.
+// Picture: an image in memory, read from and written to PNG files. Owns its pixels; any thread.
 
 #pragma once
 
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// Pixels from the bottom row up, which is GL's order; each is red, green, blue, alpha.
+/// Pixels in GL's order, bottom row first; each is red, green, blue, alpha.
 struct Picture {
   int width = 0;
   int height = 0;
@@ -16,16 +16,16 @@ struct Picture {
   Picture(int aWidth, int aHeight)
       : width(aWidth), height(aHeight), pixels(std::size_t{4} * static_cast<unsigned>(aWidth * aHeight)) {}
 
-  /// The first byte of a pixel, counted from the top left.
+  /// Returns the first byte of a pixel. Coordinates count from the top left.
   const std::uint8_t* At(int aX, int aY) const {
     return pixels.data() + std::size_t{4} * static_cast<unsigned>((height - 1 - aY) * width + aX);
   }
 };
 
-/// Writes a picture without its alpha. @return false when the file can't be written
+/// Writes a picture without its alpha. @return false if the file cannot be written
 bool WritePng(const Picture& aPicture, const std::string& aPath);
 
-/// Reads a picture. @return false when the file can't be read
+/// Reads a picture. @return false if the file cannot be read
 bool ReadPng(const std::string& aPath, Picture& aPicture);
-/// Reads a picture from a file's bytes.
+/// Reads a picture from the bytes of a file. @return false if they are no picture
 bool ReadPng(const void* aBytes, std::size_t aSize, Picture& aPicture);

@@ -1,10 +1,12 @@
+// Shapes: solids as triangles and quads with normals. Draw thread only.
+
 #include "shared/Shapes.h"
 
 #include <cmath>
 #include <numbers>
 
 void DrawBox(IGLCanvas& aCanvas, const GLDATA_POINT& aCentre, const GLDATA_POINT& aHalf) {
-  // Each face: its normal, and the corners' signs counter-clockwise seen from outside.
+  // Each face has a normal, and the signs of its corners, counter-clockwise seen from outside.
   struct Face {
     double normal[3];
     double corners[4][3];

@@ -1,15 +1,16 @@
-// Shapes: a few solids with their normals, drawn through a canvas in the colour that is set.
-// For painters; draw thread only.
+// Shapes: solids with normals, drawn through a canvas in its current colour. Called by painters; draw thread
+// only.
 
 #pragma once
 
 #include <gllib/GLLib.h>
 
-/// A box about a centre, with its faces along the axes.
+/// Draws a box around a centre. Its faces are perpendicular to the axes.
 void DrawBox(IGLCanvas& aCanvas, const GLDATA_POINT& aCentre, const GLDATA_POINT& aHalf);
 
-/// A sphere, fine enough for highlights at each vertex.
+/// Draws a sphere. It has enough vertices for highlights, which GL computes per vertex.
 void DrawSphere(IGLCanvas& aCanvas, const GLDATA_POINT& aCentre, double aRadius);
 
-/// A level square about the origin at a height, as a grid of cells, so that light has vertices to fall on.
+/// Draws a horizontal square around the vertical axis, as a grid of cells. GL computes light per vertex, so a
+/// floor needs many.
 void DrawFloor(IGLCanvas& aCanvas, double aHeight, double aHalf, int aCells);

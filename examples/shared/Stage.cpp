@@ -1,3 +1,5 @@
+// Stage: sets up the context of a small example. Host's thread.
+
 #include "shared/Stage.h"
 
 #include <cstdio>

@@ -1,4 +1,5 @@
-// Stage: a context with no display, whose picture goes to a file; the bare frame of a small example.
+// Stage: a context without a display whose picture goes to a file. The small examples share it. Host's
+// thread.
 
 #pragma once
 
@@ -12,7 +13,7 @@
 
 class Stage {
  public:
-  /// @throws std::runtime_error when there is no context to be had
+  /// @throws std::runtime_error if no context can be created
   Stage(int aWidth, int aHeight);
   Stage(const Stage&) = delete;
   Stage& operator=(const Stage&) = delete;
@@ -20,11 +21,11 @@ class Stage {
   IGLContext& Context() const { return *m_context; }
 
   /// Adds a perspective viewer.
-  /// @param aEye   where it stands
-  /// @param aPitch how far it looks down, in radians
+  /// @param aEye   position of the eye
+  /// @param aPitch downward angle of the view, in radians
   IGLViewer& AddViewer(const GLDATA_POINT& aEye, double aPitch) const;
 
-  /// The picture of the moment. @throws std::runtime_error
+  /// Reads the current picture. @throws std::runtime_error
   Picture Read() const;
 
  private:
@@ -32,6 +33,6 @@ class Stage {
   std::unique_ptr<FrameReader> m_reader;
 };
 
-/// Runs an example with the file name behind --out, and writes the picture that it gives there.
+/// Runs an example and writes its picture to the file named after --out.
 /// @return the exit status
 int RunExample(int argc, char** argv, Picture (*aExample)());

@@ -1,5 +1,5 @@
-// The twin of list_host.py in C++: compiles a mesh into a list, vertex by vertex, and draws it. Its painter
-// measures, on the draw thread.
+// ListHost: the C++ version of list_host.py. It compiles a mesh into a list, vertex by vertex, and draws it.
+// Its painter measures on the draw thread.
 //
 //   list_host MESH FRAMES      prints milliseconds: of the compilation, of its thread, of the
 //                              process for each frame, and of each frame
@@ -23,14 +23,14 @@ double Milliseconds(Clock::duration aTime) {
   return std::chrono::duration<double, std::milli>(aTime).count();
 }
 
-/// The processor time of a thread or of the process.
+/// Returns the processor time of a thread or of the process.
 double ProcessorMilliseconds(clockid_t aClock) {
   timespec time = {};
   clock_gettime(aClock, &time);
   return 1e3 * static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_nsec);
 }
 
-/// The vertices, which are the normals too, and the triangles.
+/// Vertices, which are also the normals, and triangles.
 struct Mesh {
   explicit Mesh(const char* aPath) {
     std::ifstream file(aPath, std::ios::binary);
@@ -115,7 +115,7 @@ int main(int argc, char** argv) {
   IGLLight* light = nullptr;
   context->CreateLight(&light);
   light->Enable(1);
-  context.As<IGLContext2>()->SetControlledDrawThread(1, 0);  // one frame after the other
+  context.As<IGLContext2>()->SetControlledDrawThread(1, 0);  // frames without pauses
   context->AttachPainter(painter.Get());
   painter->m_Done.get_future().wait();
   context = nullptr;

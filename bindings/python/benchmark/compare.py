@@ -1,11 +1,11 @@
 #!/usr/bin/python3
-"""Lists from arrays in Python beside lists vertex by vertex in C++: the same 69,000 triangles, turn and turn about.
+"""Compares lists from arrays in Python with lists vertex by vertex in C++: the same 69,000 triangles, alternately.
 
     compare.py LIST_HOST [ROUNDS]      LIST_HOST: the program of ListHost.cpp
 
-Prints medians for both, and their ratios: of the compilation by the clock and by the processor time of its thread, of a
-frame by the clock, also for the fastest tenth of the frames, and by the processor time of the process. Other programs
-disturb the last two less.
+Prints medians for both, and their ratios. The compilation is measured by the clock and by the processor time of its
+thread. A frame is measured by the clock, also for the fastest tenth of the frames, and by the processor time of the
+process. Other programs disturb the last two less.
 """
 
 import statistics
@@ -17,7 +17,7 @@ from pathlib import Path
 import numpy
 
 FRAMES = 100
-ROWS, COLUMNS = 186, 186  # a ball of 2 * 186 * 186 triangles, of which 69,000 are taken
+ROWS, COLUMNS = 186, 186  # a sphere of 2 * 186 * 186 triangles; 69,000 of them are used
 
 
 def write_mesh(path):

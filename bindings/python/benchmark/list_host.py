@@ -45,7 +45,7 @@ def main(path, frames):
         context.set_viewport(0, 0, 640, 480)
         context.create_viewer(True, False).get_coord().set_origin3d(0, 0, 5)
         context.create_light().enable(True)
-        context.set_controlled_draw_thread(True, 0)  # one frame after the other
+        context.set_controlled_draw_thread(True, 0)  # frames without pauses
         context.attach_painter(painter)
         painter.done.wait()
     painter.raise_pending()

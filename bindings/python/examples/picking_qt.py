@@ -1,4 +1,4 @@
-"""A model in a PyQt window: a click names the part under the mouse and lights it up, a drag turns the model.
+"""Shows a model in a PyQt window. A click names and highlights the part under the mouse; a drag turns the model.
 
     python3 picking_qt.py
 
@@ -22,7 +22,7 @@ PARTS = [  # name, colour, place, (vertices, normals, triangles)
 
 
 class Model(gllib.Painter):
-    """Draws the parts, each by a list of its own. Everything but marked belongs to the draw thread."""
+    """Draws each part from one list. The draw thread owns all attributes except marked."""
 
     def __init__(self):
         self.marked = None
@@ -30,7 +30,7 @@ class Model(gllib.Painter):
 
     def draw(self, canvas, context, viewer):
         for number, (_, color, place, (vertices, normals, triangles)) in enumerate(PARTS):
-            if not canvas.is_compiled_list(self.lists[number]):  # lists go with their rendering context
+            if not canvas.is_compiled_list(self.lists[number]):  # a new rendering context has no lists
                 self.lists[number] = canvas.compile_arrays(vertices, normals, None, triangles)
             canvas.set_test_id(number + 1)
             canvas.set_vertex_color((1, 0.2, 0.2) if number == self.marked else color)
@@ -41,7 +41,7 @@ class Model(gllib.Painter):
 
 
 class Scene(QWidget):
-    """A window of the window system's own, in which a context draws."""
+    """A native window in which a context draws."""
 
     def __init__(self, picked):
         super().__init__()
@@ -53,7 +53,7 @@ class Scene(QWidget):
         self.moved = False
 
         window = int(self.winId())
-        QApplication.sync()  # the component has a connection of its own: the window must be known to the server
+        QApplication.sync()  # the component has its own connection: the server must know the window
         self.model = Model()
         self.context = gllib.Context()
         self.context.initialize(window)
@@ -73,14 +73,14 @@ class Scene(QWidget):
         return size * self.devicePixelRatioF()
 
     def pick(self, place):
-        """The number of the part at a place in the widget; None when there is none."""
+        """Returns the number of the part at a position in the widget; None if there is none."""
         point = (2 * place.x() / self.width() - 1, 1 - 2 * place.y() / self.height())
         found = self.context.select(self.viewer, point, closest=True)
         return found[0] - 1 if found else None
 
     def show_changes(self):
         self.context.trigger_draw_thread()
-        self.context.raise_pending()  # what an earlier draw raised
+        self.context.raise_pending()  # an exception of an earlier draw
 
     def resizeEvent(self, event):
         size = self.pixels(event.size())
@@ -118,7 +118,7 @@ class Window(QMainWindow):
         self.statusBar().showMessage("Click a part; drag to turn")
 
     def closeEvent(self, event):
-        self.scene.context.close()  # before its window goes
+        self.scene.context.close()  # before Qt destroys its window
         super().closeEvent(event)
 
 

@@ -1,10 +1,10 @@
-"""Shapes as arrays: vertices, normals and triangles, as Canvas.compile_arrays() takes them."""
+"""Makes shapes as arrays of vertices, normals and triangles, the arguments of Canvas.compile_arrays()."""
 
 import numpy as np
 
 
 def grid(points, normals):
-    """Triangles over a grid of points of shape (rows, columns, 3)."""
+    """Returns triangles over a grid of points of shape (rows, columns, 3)."""
     rows, columns = points.shape[:2]
     corner = (np.arange(rows - 1)[:, None] * columns + np.arange(columns - 1)).reshape(-1, 1)
     triangles = np.concatenate([corner + [0, 1, columns + 1], corner + [0, columns + 1, columns]])
@@ -13,7 +13,7 @@ def grid(points, normals):
 
 
 def ball(radius, steps=48):
-    """A ball about the origin."""
+    """Returns a sphere around the origin."""
     u = np.linspace(0, 2 * np.pi, 2 * steps)
     v = np.linspace(-np.pi / 2, np.pi / 2, steps)[:, None]
     normals = np.stack(np.broadcast_arrays(np.cos(v) * np.cos(u), np.cos(v) * np.sin(u), np.sin(v)), -1)
@@ -21,7 +21,7 @@ def ball(radius, steps=48):
 
 
 def ring(radius, thickness, steps=48):
-    """A torus about the z axis."""
+    """Returns a torus around the z axis."""
     u = np.linspace(0, 2 * np.pi, 2 * steps)
     v = np.linspace(0, 2 * np.pi, steps)[:, None]
     normals = np.stack(np.broadcast_arrays(np.cos(v) * np.cos(u), np.cos(v) * np.sin(u), np.sin(v)), -1)
@@ -30,7 +30,7 @@ def ring(radius, thickness, steps=48):
 
 
 def wave(size, height, steps=96):
-    """A rippled square, facing +z, with a colour for each vertex."""
+    """Returns a rippled square, facing +z, with a colour for each vertex."""
     x, y = np.meshgrid(np.linspace(-size, size, steps), np.linspace(-size, size, steps))
     r = np.hypot(x, y)
     z = height * np.cos(6 * r / size)

@@ -1,14 +1,14 @@
 """Interactive 3-D drawing on OpenGL: hosts of the component in Python.
 
     context = gllib.Context()
-    context.initialize(0)            # 0: a window of its own; else the id of an X11 window
+    context.initialize(0)            # the id of an X11 window; 0: no parent
     context.create_viewer(True, True)
     context.attach_painter(MyPainter())
 
-Operations have the names of the component's, in snake_case; what an operation gives by pointers it returns. A failure
-raises an exception of gllib.errors. Sequences take the place of points and colours. Each Python object holds references
-to an object of the component, and gives them back at its end or by close(). Any thread may call any operation; painters,
-gauges and captures are called on the context's draw thread. At the interpreter's exit all drawing ends.
+Operations have the component's names in snake_case. They return the values of output parameters. A failure raises an
+exception of gllib.errors. Sequences can replace points and colours. Each Python object holds references to an object of
+the component; close() or the end of the Python object releases them. Any thread may call any operation. The context's
+draw thread calls painters, gauges and captures. At the interpreter's exit all drawing ends.
 """
 
 from gllib import errors

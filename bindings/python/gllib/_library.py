@@ -1,4 +1,4 @@
-"""The component's module: found, loaded, and asked for objects."""
+"""Finds and loads the component's module, and creates objects."""
 
 import ctypes
 import os
@@ -26,12 +26,12 @@ class _Library:
 
 
 def load(path=None):
-    """Loads the component's module, which the first object does by itself.
+    """Loads the component's module. Creating the first object does this automatically.
 
-    path: the module's file. Without it the environment variable GLLIB_MODULE names the file; without that it is
-    libgllib.so.1, which the system's loader looks for. A second call must name the same file.
+    path: the module's file. Default: the environment variable GLLIB_MODULE, or libgllib.so.1 in the search path of
+    the system's loader. A second call must name the same file.
 
-    Raises OSError when the module can't be loaded.
+    Raises OSError if the module cannot be loaded.
     """
     global _loaded
     with _lock:
@@ -44,12 +44,12 @@ def load(path=None):
 
 
 def loaded():
-    """The module, or None before the first object."""
+    """Returns the module, or None before the first object."""
     return _loaded
 
 
 def create(class_id, identifier):
-    """Makes an object of a class. Returns a counted pointer to the interface."""
+    """Creates an object of a class. Returns a counted pointer to the interface."""
     library = load()
     factory, made = ctypes.c_void_p(), ctypes.c_void_p()
     result = library.get_class_object(class_id, _CLASS_FACTORY, ctypes.byref(factory))

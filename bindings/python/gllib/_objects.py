@@ -20,7 +20,7 @@ _WORD = ctypes.sizeof(c_void_p)
 
 
 def identifier(text):
-    """The 16 bytes of an identifier."""
+    """Returns the 16 bytes of an identifier."""
     return uuid.UUID(text).bytes_le
 
 
@@ -43,11 +43,11 @@ class Interface:
         self._tables = {}
 
     def slot(self, operation):
-        """The number of an operation, counted from QueryInterface."""
+        """Returns the slot of an operation; QueryInterface is 0."""
         return [name for name, _ in self.operations].index(operation)
 
     def functions(self, pointer):
-        """The functions behind a pointer to this interface. Objects of one class share them."""
+        """Returns the functions of a pointer to this interface. Objects of one class share them."""
         table = c_void_p.from_address(pointer).value
         found = self._tables.get(table)
         if found is None:
@@ -62,23 +62,23 @@ class Interface:
 
 IUnknown = Interface("IUnknown", "00000000-0000-0000-C000-000000000046", [])
 
-# Objects whose references must go before the interpreter ends. Keyed by id(): two of them can be equal.
+# Objects to release before the interpreter ends. Keyed by id(), because two of them can be equal.
 _alive = weakref.WeakValueDictionary()
-# Objects that are written in Python, by the address that the component knows: all, and those that it holds.
+# Objects implemented in Python, by the address passed to the component: all objects, and those that it references.
 clients = weakref.WeakValueDictionary()
 held_clients = {}
 _classes = {}
 
 
 def class_of_interface(cls):
-    """Makes cls the class of objects that operations return as its first interface."""
+    """Registers cls as the class of objects that operations return as its first interface."""
     _classes[cls.INTERFACES[0]] = cls
     return cls
 
 
 @class_of_interface
 class Object:
-    """An object of the component. One without a class of its own is known by IUnknown alone: see query()."""
+    """An object of the component. An object without a registered class has only IUnknown; see query()."""
 
     CLASS_ID = None
     INTERFACES = (IUnknown,)
@@ -92,7 +92,7 @@ class Object:
 
     @classmethod
     def _wrap(cls, pointer, counted):
-        """An object for a pointer. counted: whether the pointer comes with a reference, which it then owns."""
+        """Returns an object for a pointer. counted: the pointer has a reference, which the object then owns."""
         result = cls.__new__(cls)
         if not counted:
             cls.INTERFACES[0].functions(pointer)[1](pointer)
@@ -101,7 +101,7 @@ class Object:
 
     @classmethod
     def _borrow(cls, pointer):
-        """An object for a pointer that is good until close(), without a reference."""
+        """Returns an object for a pointer without a reference. It is valid until close()."""
         result = cls.__new__(cls)
         result._take(pointer, False)
         return result
@@ -115,7 +115,7 @@ class Object:
             _alive[id(self)] = self
 
     def _bind(self, face):
-        """The pointer and functions of an interface; asks the object for it at the first use."""
+        """Returns pointer and functions of an interface. The first use queries the object for it."""
         if not self._faces:
             raise ReferenceError(
                 f"this {type(self).__name__} is closed. What a painter gets is good until its draw returns: keep() it"
@@ -144,19 +144,19 @@ class Object:
 
     @property
     def address(self):
-        """The address of the object's first interface, which identifies it."""
+        """Returns the address of the object's first interface, which identifies it."""
         return self._bind(0)[0]
 
     def query(self, cls):
-        """The same object as another class, by one more reference. Raises NoInterface when it is none."""
+        """Returns the same object as another class, with one more reference, or raises NoInterface."""
         return cls._wrap(self._query(cls.INTERFACES[0]), True)
 
     def keep(self):
-        """The same object with a reference of its own, for use after the call that lent it."""
+        """Returns the same object with its own reference, for use after the call that lent it."""
         return type(self)._wrap(self.address, False)
 
     def close(self):
-        """Gives all references back now. The last one of a context ends its drawing."""
+        """Releases all references now. Releasing the last reference of a context ends its drawing."""
         owned, self._owned, self._faces = self._owned, (), ()
         for pointer, functions in owned:
             functions[2](pointer)
@@ -182,7 +182,7 @@ class Object:
 
 
 def pointer_of(interface, value):
-    """The pointer that an operation takes for an object; None is a null pointer."""
+    """Returns the pointer of an object as an argument; None is a null pointer."""
     if value is None:
         return None
     if isinstance(value, Object):
@@ -196,7 +196,7 @@ def pointer_of(interface, value):
 
 
 def object_of(interface, pointer, counted):
-    """The object for a pointer that an operation gave; None for a null pointer."""
+    """Returns the object for a pointer that an operation returned; None for a null pointer."""
     if not pointer:
         return None
     client = clients.get(pointer)
@@ -208,7 +208,7 @@ def object_of(interface, pointer, counted):
 
 
 def report(client, error):
-    """Shows an exception that nobody asked for."""
+    """Prints an exception that was never taken by raise_pending()."""
     print(f"gllib: an exception in {type(client).__qualname__} was not asked for:", file=sys.stderr)
     traceback.print_exception(type(error), error, error.__traceback__, file=sys.stderr)
 
@@ -222,6 +222,6 @@ def _end():
     gc.collect()
     library = _library.loaded()
     if library is not None:
-        library.can_unload_now()  # waits for contexts whose last reference went on a draw thread
+        library.can_unload_now()  # waits for contexts that a draw thread released last
     for client in list(clients.values()):
         client.report_error()

@@ -1,4 +1,4 @@
-"""The few functions of OpenGL that the package calls, for the rendering context current on the calling thread."""
+"""The OpenGL functions that the package calls. They act on the current rendering context of the calling thread."""
 
 import ctypes
 from ctypes import POINTER, byref, c_int32, c_uint32, c_void_p
@@ -11,7 +11,7 @@ _gl = None
 
 
 def functions():
-    """The library."""
+    """Returns the library."""
     global _gl
     if _gl is None:
         try:
@@ -47,12 +47,12 @@ def _integer(name):
 
 
 def stack_depths():
-    """How deep the attribute stack and the matrix stacks are."""
+    """Returns the depths of the attribute stack and of the matrix stacks."""
     return [_integer(name) for name in (_ATTRIBUTE_DEPTH, *_MATRIX_DEPTHS.values())]
 
 
 def restore_stacks(depths):
-    """Pops what was pushed since stack_depths() gave these depths, and selects the model-view matrix."""
+    """Pops the stacks to depths returned by stack_depths(), and selects the model-view matrix."""
     attributes, *matrices = depths
     for _ in range(_integer(_ATTRIBUTE_DEPTH) - attributes):
         functions().glPopAttrib()

@@ -1,4 +1,4 @@
-"""Values that cross the interface: structures, strings and arrays."""
+"""Arguments and results of operations: structures, strings and arrays."""
 
 import ctypes
 import struct
@@ -8,21 +8,21 @@ _free = ctypes.CDLL(None).free
 _free.argtypes = [ctypes.c_void_p]
 _free.restype = None
 
-_BSTR_PREFIX = 8  # a string's block starts so many bytes before its first character; the length is in the last 4
+_BSTR_PREFIX = 8  # bytes of a string's block before its first character; the last 4 hold the length
 
 
 class Structure(ctypes.Structure):
-    """A structure of the component. It behaves like the tuple of its members; any sequence can take its place."""
+    """A structure of the component. It behaves like the tuple of its members; any sequence can replace it."""
 
     @classmethod
     def of(cls, value):
-        """value itself, or a structure made of a sequence. A colour without alpha is opaque."""
+        """Returns value itself, or a structure made from a sequence. A colour without alpha is opaque."""
         if isinstance(value, cls):
             return value
         result = cls()
         members = list(value)
         names = [field[0] for field in cls._fields_]
-        if names == ["m"] and len(members) == 4:  # a matrix given by its columns
+        if names == ["m"] and len(members) == 4:  # a matrix as a sequence of columns
             members = [members]
         if names[-1] == "alpha" and len(members) == 3:
             members.append(255 if cls._fields_[-1][1] is ctypes.c_uint8 else 1)
@@ -34,12 +34,12 @@ class Structure(ctypes.Structure):
 
     @classmethod
     def copy_of(cls, value):
-        """A structure of its own, for an operation that changes it."""
+        """Returns a copy, for an operation that changes the structure."""
         return cls.from_buffer_copy(cls.of(value))
 
     @classmethod
     def pointer_to(cls, value):
-        """What an operation takes that wants a pointer; None is a null pointer."""
+        """Returns a pointer argument; None is a null pointer."""
         return None if value is None else byref(cls.of(value))
 
     def __iter__(self):
@@ -74,7 +74,7 @@ def _shown(value):
 
 
 class _NoArray:
-    """A null pointer where an array may be missing."""
+    """A null pointer for a missing array."""
 
     _as_parameter_ = None
 
@@ -83,9 +83,9 @@ class _NoArray:
 
 
 def array_of(kind, values, length=0):
-    """An array of a number type or structure from a buffer of the same layout or a sequence; None is null.
+    """Returns an array of numbers or structures from a buffer of the same layout or a sequence; None is null.
 
-    length: how many items the operation reads; 0 when it counts them itself.
+    length: number of items that the operation reads; 0 if the length of values decides.
     """
     if values is None and length == 0:
         return _NoArray()
@@ -101,7 +101,7 @@ def array_of(kind, values, length=0):
 
 
 def _from_buffer(kind, values):
-    """A copy of a contiguous buffer whose items are the members of kind; None for anything else."""
+    """Returns a copy of a contiguous buffer whose items are the members of kind; None for anything else."""
     try:
         view = memoryview(values)
     except TypeError:
@@ -120,7 +120,7 @@ def _from_buffer(kind, values):
 
 
 class Text:
-    """A BSTR for the length of a call; None is the null string."""
+    """A BSTR that exists during a call; None is the null string."""
 
     def __init__(self, text):
         self._as_parameter_ = None
@@ -133,7 +133,7 @@ class Text:
 
 
 def take_text(pointer):
-    """The text of a BSTR that an operation handed over; frees it."""
+    """Returns the text of a BSTR that an operation returned, and frees the BSTR."""
     if not pointer:
         return ""
     length = ctypes.c_uint32.from_address(pointer - 4).value

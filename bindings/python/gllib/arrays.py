@@ -1,4 +1,4 @@
-"""Drawing from NumPy arrays by OpenGL's own vertex arrays, in the rendering context of the painter that calls."""
+"""Draws NumPy arrays by OpenGL's vertex arrays, in the rendering context of the calling painter."""
 
 from gllib import _opengl
 
@@ -8,7 +8,7 @@ _TYPES = {"float32": 0x1406, "float64": 0x140A, "uint8": 0x1401, "uint16": 0x140
 
 
 def _rows(name, values, widths, kinds):
-    """values as an array whose rows OpenGL can read: copied only when it has another type or gaps within a row."""
+    """Returns values as an array that OpenGL can read. Copies only if the type differs or a row has gaps."""
     import numpy
 
     array = numpy.asarray(values)

@@ -1,4 +1,4 @@
-"""Classes whose operations take or give more than the interface's own arguments: contexts, canvases, pixmaps, walks."""
+"""Classes with operations adapted to Python: contexts, canvases, pixmaps and collections."""
 
 import ctypes
 import enum
@@ -12,7 +12,7 @@ from gllib.errors import Failed
 
 
 class Primitive(enum.IntEnum):
-    """What the vertices of arrays make."""
+    """Kind of primitive that the vertices of arrays form."""
 
     POINTS = 0
     LINES = 1
@@ -31,17 +31,17 @@ class Context(interfaces.Context):
     __doc__ = interfaces.Context.__doc__
 
     def select(self, viewer, point1, point2=None, closest=False, enclosed=False, room=10000):
-        """Finds what the painter draws at a point or in a box of a viewer, by the identifiers of set_test_id().
+        """Returns the identifiers, set by set_test_id(), that the painter draws at a point or in a box of a viewer.
 
         viewer: one of this context's viewers.
-        point1, point2: two corners, x and y from -1 to 1 over what the viewer shows, y upward; with point1 alone one
-        pixel. A third coordinate is ignored and may be missing.
-        closest: only the one nearest to the eye.
-        enclosed: only what does not reach over the box's edges.
-        room: how many hits there is room for; when more things are hit, none are found.
+        point1, point2: two corners, x and y from -1 to 1 over the visible part of the viewer, y upward. Without point2
+        one pixel is tested. A third coordinate is optional and ignored.
+        closest: only the identifier nearest to the eye.
+        enclosed: only identifiers completely inside the box.
+        room: capacity for hits; if there are more hits, the result is empty.
 
-        Returns the list of identifiers, in the order in which they were drawn. Waits for the draw thread: not to be called
-        from a painter, nor with a lock that the painter takes. Raises BadState before initialize().
+        The list has the order of drawing. Waits for the draw thread: do not call it from a painter, or with a lock that
+        the painter takes. Raises BadState before initialize().
         """
         first = interfaces.Point.copy_of(_corner(point1))
         second = interfaces.Point.copy_of(_corner(point1 if point2 is None else point2))
@@ -57,7 +57,7 @@ class Context(interfaces.Context):
         capture._context = self.address
 
     def raise_pending(self):
-        """Raises the first exception of one of this context's painters, gauges and captures, once for each of them."""
+        """Raises the first pending exception of this context's painters, gauges and captures, and clears it."""
         for client in list(clients.values()):
             if client.error is not None and client._context == self.address:
                 client.raise_pending()
@@ -86,7 +86,7 @@ class Canvas(interfaces.Canvas):
         super().end_compile_list()
 
     def abandon(self):
-        """Closes the primitive and the list that an exception left open."""
+        """Ends the primitive and the list that an exception left open."""
         self.end_draw_vertices()
         if self._compiles:
             self.end_compile_list()
@@ -99,18 +99,18 @@ class Canvas(interfaces.Canvas):
         vertices: shape (n, 2) or (n, 3).
         normals: shape (n, 3), or None for the current normal.
         colors: shape (n, 3) or (n, 4): reals from 0 to 1, or uint8 from 0 to 255; None for the current colour.
-        indices: numbers of vertices, of any shape; None takes the vertices in their order.
+        indices: indices of vertices, in any shape; None draws the vertices in order.
         texture_coords: shape (n, 2), or None.
-        mode: what they make, a Primitive.
+        mode: the Primitive that they form.
 
-        Rows of a larger array, such as the fields of an interleaved one, are read where they are; float64, float32 and
-        the unsigned integers need no copy. Belongs into a painter or gauge. After colours were drawn the current colour
-        is undefined. Raises ValueError when shapes do not match or an index is too large.
+        Rows of a larger array, such as the fields of an interleaved one, are read in place; float64, float32 and
+        unsigned integers need no copy. Call it in a painter or gauge. After an array with colours the current colour
+        is undefined. Raises ValueError if shapes do not match or an index is too large.
         """
         arrays.draw(mode, vertices, normals, colors, texture_coords, indices)
 
     def compile_arrays(self, *arguments, **options):
-        """Compiles a list from arrays and returns its number; the arguments are those of draw_arrays()."""
+        """Compiles a list from arrays and returns its key. The arguments are those of draw_arrays()."""
         number = self.begin_compile_list()
         try:
             self.draw_arrays(*arguments, **options)
@@ -126,11 +126,11 @@ class Canvas(interfaces.Canvas):
 
 
 class _Use:
-    """Who uses the store of one pixmap."""
+    """The users of the pixels of one pixmap."""
 
     def __init__(self):
-        self.block = None  # a weak reference to the block that arrays look at
-        self.requests = []  # an item for each capture that is to write into it: draw threads take items off, with no lock
+        self.block = None  # weak reference to the block that arrays share
+        self.requests = []  # one item per capture that will write into it; draw threads remove items without a lock
 
 
 _uses = {}
@@ -142,11 +142,11 @@ class Pixmap(interfaces.Pixmap):
     __doc__ = interfaces.Pixmap.__doc__
 
     def array(self):
-        """The pixels as a NumPy array of shape (height, width, 4), without a copy: top row first, red, green, blue, alpha.
+        """Returns the pixels as a NumPy array of shape (height, width, 4), without a copy: top row first, RGBA.
 
         Writing to it writes to the pixmap. It keeps the pixmap alive. While the array or a view of it exists, initialize(),
-        load_image_file() and captures into the pixmap raise BufferError, since they can move the pixels. Raises
-        BufferError while a capture is to write into the pixmap, and BadValue when the pixmap is empty.
+        load_image_file() and captures into the pixmap raise BufferError, because they can move the pixels. Raises
+        BufferError while a capture of the pixmap is pending, and BadValue if the pixmap is empty.
         """
         import numpy
 
@@ -173,7 +173,7 @@ class Pixmap(interfaces.Pixmap):
         super().load_image_file(filename)
 
     def lock(self):
-        """Refuses arrays until unlock(): a capture is to write into the pixmap."""
+        """Refuses arrays until unlock(), because a capture will write into the pixmap."""
         with _uses_lock:
             self._refuse_if_in_use()
             self._use().requests.append(None)
@@ -211,7 +211,7 @@ class Collection(interfaces.Collection):
     __doc__ = interfaces.Collection.__doc__
 
     def members(self, cls=None):
-        """Walks through the members, upward from the lowest slot. cls: the class to see them as; None is Object."""
+        """Iterates over the members in slot order. cls: class of the results; None is Object."""
         step = self.get_first
         while True:
             try:

@@ -1,7 +1,7 @@
-"""Objects that hosts write: painters, gauges and captures.
+"""Objects that hosts implement: painters, gauges and captures.
 
-The component calls them on a context's draw thread. It keeps an object alive for as long as it holds it. An exception
-never crosses the interface: the object keeps the first one until raise_pending() raises it.
+The component calls them on a context's draw thread. An object lives as long as the component holds a reference. An
+exception never reaches the component: the object stores the first one until raise_pending() raises it.
 """
 
 import concurrent.futures
@@ -15,7 +15,7 @@ from gllib._objects import IUnknown, clients, held_clients
 from gllib.errors import E_FAIL, E_NOINTERFACE, S_OK, Failed
 
 _INT_MAX = 0x7FFFFFFF
-# Nothing is allocated while it is held: a collection of garbage there could end a context, and wait for its draw thread.
+# Code that holds it allocates nothing: garbage collection could end a context and wait for its draw thread.
 _count_lock = threading.RLock()
 
 
@@ -28,7 +28,7 @@ def _write(kind, pointer, value):
 
 
 class _Client:
-    """An object with one interface, whose operations are methods with the names of the interface's."""
+    """An object with one interface. Its methods have the names of the interface's operations."""
 
     INTERFACE = IUnknown
     _error = None
@@ -44,17 +44,17 @@ class _Client:
 
     @property
     def error(self):
-        """The first exception since the last raise_pending(); None when there was none."""
+        """The first exception since the last raise_pending(), or None."""
         return self._error
 
     def raise_pending(self):
-        """Raises the first exception that a method called by the component has raised, once."""
+        """Raises the first exception of a method that the component called, and clears it."""
         error, self._error = self._error, None
         if error is not None:
             raise error
 
     def report_error(self):
-        """Shows a pending exception on stderr, and forgets it."""
+        """Prints a pending exception to stderr, and clears it."""
         error, self._error = self._error, None
         if error is not None:
             _objects.report(self, error)
@@ -64,7 +64,7 @@ class _Client:
             self._error = error
 
     def _released(self):
-        """The component gave its last reference back."""
+        """Called after the component has released its last reference."""
 
     def __del__(self):
         self.report_error()
@@ -114,23 +114,23 @@ def _operation(name):
         try:
             getattr(client, "_on_" + name)(*arguments)
             return S_OK
-        except BaseException as error:  # no exception may reach the component, not even the end of the program
+        except BaseException as error:  # no exception may reach the component, not even SystemExit
             client._fail(error)
             return _signed(E_FAIL)
 
     return enter
 
 
-_KEPT = []  # callbacks that tables point to
+_KEPT = []  # keeps the callbacks in the tables alive
 
 
 @functools.lru_cache(maxsize=None)
 def _table_of(interface):
-    """The address of the table of functions that all objects of an interface share."""
+    """Returns the address of the function table that all objects of an interface share."""
     functions = [_query_interface, _add_ref, _release]
     functions += [_operation(name) for name, _ in interface.operations[3:]]
     prototypes = list(interface.prototypes)
-    prototypes[0] = ctypes.CFUNCTYPE(c_int32, c_void_p, c_void_p, c_void_p)  # the identifier holds zeros
+    prototypes[0] = ctypes.CFUNCTYPE(c_int32, c_void_p, c_void_p, c_void_p)  # the identifier contains zero bytes
     entries = [prototype(function) for prototype, function in zip(prototypes, functions)]
     table = (c_void_p * len(entries))(*(ctypes.cast(entry, c_void_p).value for entry in entries))
     _KEPT.append((entries, table))
@@ -138,9 +138,9 @@ def _table_of(interface):
 
 
 class _Lent:
-    """Objects that are lent to a method for the length of a call.
+    """Objects that are lent to a method during a call.
 
-    What an exception leaves open is closed, and what it leaves on GL's stacks is popped.
+    After an exception, open primitives and lists are ended and GL's stacks are popped.
     """
 
     def __init__(self, **pointers):
@@ -166,11 +166,11 @@ class Painter(_Client):
     INTERFACE = interfaces.IGLPainter
 
     def draw(self, canvas, context, viewer):
-        """Draws the model into one viewer, on the draw thread; to be overridden.
+        """Draws the model into one viewer, on the draw thread. Subclasses override it.
 
-        The three objects are good until draw returns; keep() gives one that is good for longer. A painter that keeps its
-        context keeps it for ever. Both matrix stacks and the attribute stack must be as deep at the end as at the start,
-        also when an exception leaves draw.
+        The three objects are valid until draw returns; keep() returns one that stays valid. A painter that keeps its
+        context forms a cycle, so neither is ever destroyed. At the end both matrix stacks and the attribute stack must
+        have the same depth as at the start, also after an exception.
         """
         raise NotImplementedError
 
@@ -187,7 +187,7 @@ class Gauge(_Client):
     visible = True  #: whether the gauge is drawn
 
     def draw(self, canvas, context):
-        """Draws the gauge, on the draw thread; to be overridden. x and y run from -1 to 1 over the viewer."""
+        """Draws the gauge, on the draw thread. Subclasses override it. x and y run from -1 to 1 over the viewer."""
         raise NotImplementedError
 
     def _on_Draw(self, canvas, context):
@@ -211,7 +211,7 @@ class _Request:
         self.future = concurrent.futures.Future()
 
     def begin(self):
-        """Whether the picture is still wanted; from here on the future can't be cancelled by its owner."""
+        """Returns whether the request is still active. After this call its future cannot be cancelled."""
         wanted = self.future.set_running_or_notify_cancel()
         if not wanted:
             self.target.unlock()
@@ -224,7 +224,7 @@ class _Request:
 
 
 class Capture(_Client):
-    """Takes pictures of what a context draws, one for each request(). Attach it by Context.attach_capture()."""
+    """Takes pictures of a context, one per request(). Attach it by Context.attach_capture()."""
 
     INTERFACE = interfaces.IGLCapture
 
@@ -234,16 +234,16 @@ class Capture(_Client):
         self._serving = None
 
     def request(self, target=None, *, x=0, y=0, width=_INT_MAX, height=_INT_MAX, zoom=1.0, background=(0, 0, 0, 1)):
-        """Asks for a picture of the next frame; replaces a request that the draw thread has not served yet.
+        """Requests a picture of the next frame. Replaces a request that the draw thread has not served yet.
 
-        target: the pixmap that takes the picture; without it a new one. Not one whose array is in use.
+        target: the pixmap to write into, without an array in use; None creates a new one.
         x, y, width, height: the part of the window, in pixels from its top left; cut at its edges.
-        zoom: how much larger than the window the picture is; a whole number.
-        background: the colour that the picture is cleared to.
+        zoom: size of the picture relative to the window; a whole number.
+        background: the clear colour of the picture.
 
-        Returns a concurrent.futures.Future whose result is the pixmap. It raises Failed when the picture can't be taken,
-        and is cancelled when another request replaces this one or the context lets the capture go. A context that draws
-        on demand needs trigger_draw_thread().
+        Returns a concurrent.futures.Future whose result is the pixmap. It raises Failed if the capture fails. It is
+        cancelled if another request replaces this one or the context releases the capture. A context that draws on
+        demand needs trigger_draw_thread().
         """
         if target is None:
             target = _objects._classes[interfaces.IGLPixmap]()

@@ -1,4 +1,4 @@
-"""What a failed operation raises: one exception for each HRESULT of the component."""
+"""Exceptions of failed operations: one for each HRESULT of the component."""
 
 S_OK = 0
 E_NOINTERFACE = 0x80004002
@@ -11,7 +11,7 @@ E_GL_BADSTATE = 0x800400C9
 
 
 class GLError(Exception):
-    """An operation failed. hresult holds its result as an unsigned number, operation its name."""
+    """An operation failed. hresult is its result as an unsigned number, operation its name."""
 
     meaning = "failed"
 
@@ -22,23 +22,23 @@ class GLError(Exception):
 
 
 class Failed(GLError):
-    """E_FAIL: a creation or look-up failed, or a walk is at its end."""
+    """E_FAIL: a creation or look-up failed, or an iteration has reached its end."""
 
 
 class BadValue(GLError, ValueError):
-    """E_GL_BADVALUE: the operation refuses a value; what was set before stays."""
+    """E_GL_BADVALUE: the operation rejects a value; the previous setting remains."""
 
     meaning = "the value is refused"
 
 
 class BadState(GLError, RuntimeError):
-    """E_GL_BADSTATE: something that the operation needs does not exist yet, or not any more."""
+    """E_GL_BADSTATE: an object that the operation needs does not exist, or no longer exists."""
 
     meaning = "not possible in this state"
 
 
 class InvalidArgument(GLError, ValueError):
-    """E_INVALIDARG: None, or an object of another owner, where a value must be."""
+    """E_INVALIDARG: a required value is None, or an object has another owner."""
 
     meaning = "invalid argument"
 
@@ -50,7 +50,7 @@ class NoInterface(GLError, TypeError):
 
 
 class OutOfMemory(GLError, MemoryError):
-    """E_OUTOFMEMORY: no memory; nothing was changed."""
+    """E_OUTOFMEMORY: not enough memory; nothing was changed."""
 
     meaning = "out of memory"
 
@@ -67,5 +67,5 @@ _CLASSES = {
 
 
 def error_of(hresult, operation):
-    """The exception for a failure."""
+    """Returns the exception for a failure."""
     return _CLASSES.get(hresult & 0xFFFFFFFF, GLError)(hresult, operation)

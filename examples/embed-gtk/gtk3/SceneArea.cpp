@@ -1,4 +1,4 @@
-// With GTK 3 any widget can have an X11 window.
+// SceneArea for GTK 3, where any widget can have an X11 window. Host's thread.
 
 #include "embed-gtk/SceneArea.h"
 
@@ -29,7 +29,7 @@ void SceneArea::ListenToWidget() {
                              GConnectFlags aFlags) {
     g_signal_connect_data(m_widget, aSignal, G_CALLBACK(aHandler), this, nullptr, aFlags);
   };
-  // After GTK has made the window, and before it destroys it.
+  // The two signals come after GTK has created the window and before it destroys it.
   listen(
       "realize", [](GtkWidget*, SceneArea* aSelf) { aSelf->OnRealize(); }, G_CONNECT_AFTER);
   listen(
@@ -39,7 +39,7 @@ void SceneArea::ListenToWidget() {
   const auto follow = +[](GtkWidget*, void*, SceneArea* aSelf) { aSelf->Follow(); };
   g_signal_connect_after(m_widget, "size-allocate", G_CALLBACK(follow), this);
   g_signal_connect(m_widget, "notify::scale-factor", G_CALLBACK(follow), this);
-  // GTK is to draw nothing over the scene.
+  // TRUE stops GTK from drawing over the scene.
   g_signal_connect(m_widget, "draw", G_CALLBACK(+[](GtkWidget*, cairo_t*, SceneArea*) { return TRUE; }),
                    this);
 }
@@ -48,8 +48,7 @@ void SceneArea::ListenToPointer() {
   gtk_widget_add_events(m_widget, GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_POINTER_MOTION_MASK |
                                       GDK_SCROLL_MASK | GDK_SMOOTH_SCROLL_MASK);
   const auto press = +[](GtkWidget*, GdkEventButton* aEvent, SceneArea* aSelf) -> gboolean {
-    if (aEvent->type != GDK_BUTTON_PRESS)
-      return TRUE;  // the second of two clicks comes once more as their pair
+    if (aEvent->type != GDK_BUTTON_PRESS) return TRUE;  // second click of a double click, already handled
     const auto kind =
         Dragging::KindOf(aEvent->button == GDK_BUTTON_PRIMARY, (aEvent->state & GDK_SHIFT_MASK) != 0,
                          (aEvent->state & GDK_CONTROL_MASK) != 0);
@@ -78,7 +77,7 @@ void SceneArea::ListenToPointer() {
 
 void SceneArea::OnRealize() {
   GdkWindow* const window = gtk_widget_get_window(m_widget);
-  gdk_window_ensure_native(window);  // a window of the X server's, not a part of its parent's
+  gdk_window_ensure_native(window);  // an X11 window, not a part of the parent's
   try {
     m_view.Enter(GDK_WINDOW_XDISPLAY(window), GDK_WINDOW_XID(window));
     m_place = {};

@@ -1,3 +1,5 @@
+// Toolkit for GTK 3. Host's thread.
+
 #include "embed-gtk/Toolkit.h"
 
 bool StartToolkit() {

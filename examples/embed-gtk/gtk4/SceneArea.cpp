@@ -1,5 +1,5 @@
-// With GTK 4 only a whole top-level window is one of the X server's. The scene's own window is a child of it,
-// and follows the widget.
+// SceneArea for GTK 4, where only a top-level window is an X11 window. The scene's window is a child of the
+// top-level window and follows the widget's position. Host's thread.
 
 #include "embed-gtk/SceneArea.h"
 
@@ -41,7 +41,7 @@ void SceneArea::ListenToWidget() {
 
 void SceneArea::ListenToPointer() {
   GtkGesture* const click = gtk_gesture_click_new();
-  gtk_gesture_single_set_button(GTK_GESTURE_SINGLE(click), 0);  // any
+  gtk_gesture_single_set_button(GTK_GESTURE_SINGLE(click), 0);  // 0: any button
   const auto press = +[](GtkGesture* aClick, int, double aX, double aY, SceneArea* aSelf) {
     const auto state = gtk_event_controller_get_current_event_state(GTK_EVENT_CONTROLLER(aClick));
     const guint button = gtk_gesture_single_get_current_button(GTK_GESTURE_SINGLE(aClick));
@@ -52,7 +52,7 @@ void SceneArea::ListenToPointer() {
   const auto release = +[](GtkGesture*, int, double aX, double aY, SceneArea* aSelf) {
     aSelf->m_view.Release(aX * aSelf->Scale(), aY * aSelf->Scale());
   };
-  // Other than the click, this one also comes after a long way.
+  // Unlike the click gesture, the motion controller also reports movement over a long distance.
   const auto move = +[](GtkEventController*, double aX, double aY, SceneArea* aSelf) {
     aSelf->m_view.Move(aX * aSelf->Scale(), aY * aSelf->Scale());
   };
@@ -67,7 +67,7 @@ void SceneArea::ListenToPointer() {
   GtkEventController* const wheel = gtk_event_controller_scroll_new(GTK_EVENT_CONTROLLER_SCROLL_VERTICAL);
   g_signal_connect(wheel, "scroll", G_CALLBACK(scroll), this);
   for (GtkEventController* controller : {GTK_EVENT_CONTROLLER(click), motion, wheel}) {
-    gtk_widget_add_controller(m_widget, controller);  // which takes the reference
+    gtk_widget_add_controller(m_widget, controller);  // takes the reference
   }
 }
 
@@ -79,7 +79,8 @@ void SceneArea::OnRealize() {
   } catch (const std::exception& reason) {
     return m_failed(reason.what());
   }
-  // No signal says where a widget is. Its place is compared after each frame of the window.
+  // GTK 4 has no signal for a widget's position. The handler compares the position after each frame of the
+  // window.
   const auto follow = +[](GdkFrameClock*, SceneArea* aSelf) { aSelf->Follow(); };
   m_place = {};
   m_following =
@@ -97,7 +98,7 @@ void SceneArea::Follow() {
   GtkNative* const native = gtk_widget_get_native(m_widget);
   graphene_rect_t bounds;
   if (!gtk_widget_compute_bounds(m_widget, GTK_WIDGET(native), &bounds)) return;
-  double left = 0;  // of the window's content, beside the shadow that GTK draws around it
+  double left = 0;  // of the content, inside the shadow that GTK draws
   double top = 0;
   gtk_native_get_surface_transform(native, &left, &top);
   const auto pixels = [this](double aLength) { return static_cast<int>(std::lround(aLength * Scale())); };

@@ -1,3 +1,5 @@
+// Toolkit for GTK 4. Host's thread.
+
 #include "embed-gtk/Toolkit.h"
 
 bool StartToolkit() {
@@ -28,7 +30,7 @@ void ListenToKeys(GtkWindow* aWindow, const std::function<void(guint)>* aHandler
     return FALSE;
   };
   GtkEventController* const keys = gtk_event_controller_key_new();
-  gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);  // before a button takes them
+  gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);  // before buttons handle them
   g_signal_connect(keys, "key-pressed", G_CALLBACK(press), const_cast<std::function<void(guint)>*>(aHandler));
   gtk_widget_add_controller(GTK_WIDGET(aWindow), keys);
 }

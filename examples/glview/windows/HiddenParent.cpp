@@ -1,3 +1,5 @@
+// HiddenParent on Windows: a window that is never shown. Host's thread.
+
 #include "glview/HiddenParent.h"
 
 HiddenParent::HiddenParent()

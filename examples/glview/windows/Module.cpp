@@ -1,5 +1,5 @@
-// The component's entry point, for a program that isn't linked against the module: GLLib.dll is loaded from
-// the program's own folder, so that no registration is needed. Any thread.
+// Module: the component's entry point for a program that does not link to the module. It loads GLLib.dll from
+// the program's folder, so that no registration is needed. Any thread.
 
 #include <gllib/GLEntryPoints.h>
 #include <gllib/GLPlatform.h>

@@ -1,3 +1,5 @@
+// ReaderProcess on Windows: reads in the viewer's process. Any thread.
+
 #include "glview/ReaderProcess.h"
 
 Model LoadModelWithin(const ReadLimits&, const std::string& aPath, const ReadProgress& aProgress) {

@@ -1,3 +1,5 @@
+// Window on Windows: passes window messages to Viewing. Host's thread.
+
 #include "glview/Window.h"
 
 #include <gllib/GLPlatform.h>
@@ -14,15 +16,15 @@
 
 namespace {
 
-/// Keys that aren't named by what stands on them.
+/// Keys without a printed character, and the characters that stand for them.
 const std::map<WPARAM, char> kNamedKeys = {{VK_UP, '^'},        {VK_DOWN, 'v'},     {VK_LEFT, '<'},
                                            {VK_RIGHT, '>'},     {VK_SUBTRACT, '-'}, {VK_ADD, '+'},
                                            {VK_OEM_MINUS, '-'}, {VK_OEM_PLUS, '+'}};
 
 constexpr char kClass[] = "glview";
 
-/// The window of the system's own that is the parent of the component's. The component's child is disabled,
-/// so mouse and keys come here.
+/// A system window that is the parent of the component's window. The component's window is disabled, so this
+/// window receives mouse and keys.
 class Window {
  public:
   explicit Window(const Options& aOptions);
@@ -34,12 +36,12 @@ class Window {
 
  private:
   static LRESULT CALLBACK Procedure(HWND aWindow, UINT aMessage, WPARAM aWord, LPARAM aLong);
-  /// @return whether there is nothing left for the system to do
+  /// @return true if the message needs no default handling
   bool On(UINT aMessage, WPARAM aWord, LPARAM aLong);
   void OnDrop(HDROP aDrop);
 
   HWND m_window = nullptr;
-  std::optional<Viewing> m_viewing;  // in the window
+  std::optional<Viewing> m_viewing;  // destroyed before the window
   bool m_leaving = false;
 };
 
@@ -56,7 +58,7 @@ Window::Window(const Options& aOptions) {
   m_window =
       CreateWindowExA(0, kClass, "glview", kStyle, CW_USEDEFAULT, CW_USEDEFAULT, frame.right - frame.left,
                       frame.bottom - frame.top, nullptr, nullptr, windowClass.hInstance, nullptr);
-  if (m_window == nullptr) throw std::runtime_error("no window to be had");
+  if (m_window == nullptr) throw std::runtime_error("cannot create a window");
   try {
     m_viewing.emplace(aOptions, reinterpret_cast<ULONG_PTR>(m_window),
                       [this](const std::string& aTitle) { SetWindowTextA(m_window, aTitle.c_str()); });
@@ -86,7 +88,7 @@ void Window::Run() {
       DispatchMessageA(&message);
     m_viewing->Follow();
   }
-  ::ShowWindow(m_window, SW_HIDE);  // at once, also where a read takes a while to give up
+  ::ShowWindow(m_window, SW_HIDE);  // at once: cancelling a read can take a while
 }
 
 LRESULT CALLBACK Window::Procedure(HWND aWindow, UINT aMessage, WPARAM aWord, LPARAM aLong) {
@@ -113,7 +115,7 @@ bool Window::On(UINT aMessage, WPARAM aWord, LPARAM aLong) {
         return true;
       }
       if (aWord <= 'Z')
-        m_viewing->Key(static_cast<char>(aWord));  // letters and digits go by their characters
+        m_viewing->Key(static_cast<char>(aWord));  // letters and digits have the codes of their characters
       return true;
     case WM_MOUSEMOVE:
       m_viewing->Move(GET_X_LPARAM(aLong), GET_Y_LPARAM(aLong));
@@ -147,7 +149,7 @@ void Window::OnDrop(HDROP aDrop) {
   std::vector<std::string> paths;
   const UINT count = DragQueryFileA(aDrop, 0xFFFFFFFF, nullptr, 0);
   for (UINT i = 0; i < count; ++i) {
-    std::string path(DragQueryFileA(aDrop, i, nullptr, 0) + 1, '\0');  // with the end that is written, too
+    std::string path(DragQueryFileA(aDrop, i, nullptr, 0) + 1, '\0');  // with room for the terminating zero
     path.resize(DragQueryFileA(aDrop, i, path.data(), static_cast<UINT>(path.size())));
     paths.push_back(std::move(path));
   }

@@ -1,3 +1,5 @@
+// Dragging: turns pointer events into navigation and picks. Host's thread.
+
 #include "shared/model/Dragging.h"
 
 #include <cmath>
@@ -5,7 +7,7 @@
 
 namespace {
 
-constexpr int kClickSlack = 3;  // pixels that a click may move
+constexpr int kClickSlack = 3;  // pixels that the pointer may move during a click
 constexpr double kWheelStep = 0.9;
 
 }  // namespace
@@ -44,13 +46,13 @@ void Dragging::Move(double aX, double aY) {
       std::exchange(m_moved, m_moved || std::hypot(m_x - m_startX, m_y - m_startY) > kClickSlack);
   if (!m_moved) return;
   if (m_kind != Kind::Turn && m_kind != Kind::Pan) return m_scene.ShowBand(Spanned());
-  // What a view does with a drag is settled by where the drag began.
+  // The view where the drag began decides its effect.
   const GLPixelPlace start = {m_startX, m_startY};
   if (!m_pivot) m_pivot = m_scene.PointUnder(static_cast<int>(m_startX), static_cast<int>(m_startY));
   if (m_kind == Kind::Turn) {
     m_scene.Turn(wasMoved ? from : start, to, start, *m_pivot);
   } else {
-    m_scene.Pan({aX + 0.5, aY + 0.5}, start, *m_pivot);  // as the pivot, in the pixel's middle
+    m_scene.Pan({aX + 0.5, aY + 0.5}, start, *m_pivot);  // centre of the pixel, like the pivot
   }
 }
 

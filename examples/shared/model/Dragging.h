@@ -1,5 +1,5 @@
-// Dragging: what the pointer does in a scene: drags turn, pan or span a box, a click or a box picks.
-// A host feeds it with its toolkit's events; the host's thread only.
+// Dragging: pointer actions in a scene. Drags turn, pan or span a box; a click or a box picks. The host
+// passes the events of its toolkit. Host's thread only.
 
 #pragma once
 
@@ -11,32 +11,32 @@ class Dragging {
  public:
   enum class Kind { Idle, Turn, Pan, Box, BoxInside, Slide };
 
-  /// What a drag does by the button and the keys that are held with it.
+  /// Returns the action of a drag from its button and the modifier keys.
   static Kind KindOf(bool aLeft, bool aShift, bool aControl);
 
   explicit Dragging(Scene& aScene) : m_scene(aScene) {}
 
-  /// Begins a drag at the pointer's place, unless one is going on.
+  /// Begins a drag at the pointer, unless a drag is running.
   void Press(Kind aKind);
-  /// The wheel has turned at the pointer's place.
-  /// @param aUp steps, away from the user
+  /// Zooms about the point under the pointer.
+  /// @param aUp steps of the wheel, positive away from the user
   void Wheel(double aUp);
-  /// The pointer has moved; pixels from the window's top left.
+  /// Moves the pointer; pixels from the window's top left.
   void Move(double aX, double aY);
   /// Ends the drag.
-  /// @return what is to be picked: a point after a click, a box after its drag
+  /// @return the place to pick: a point after a click, a box after its drag; nothing after other drags
   std::optional<PixelBox> Release();
 
  private:
   PixelBox Spanned() const;
-  /// The point that the wheel zooms to; the last one while it is still there.
+  /// Returns the point of the model to zoom to. It stays the last one while that is still under the pointer.
   GLDATA_POINT PointUnderPointer();
 
   Scene& m_scene;
   Kind m_kind = Kind::Idle;
-  double m_startX = 0, m_startY = 0;     // of the drag
-  double m_x = 0, m_y = 0;               // of the pointer
-  bool m_moved = false;                  // further than a click does
-  std::optional<GLDATA_POINT> m_pivot;   // of the drag: the point of the model where it began
-  std::optional<GLDATA_POINT> m_zoomed;  // by the wheel last
+  double m_startX = 0, m_startY = 0;     // start of the drag
+  double m_x = 0, m_y = 0;               // pointer
+  bool m_moved = false;                  // farther than in a click
+  std::optional<GLDATA_POINT> m_pivot;   // point of the model where the drag began
+  std::optional<GLDATA_POINT> m_zoomed;  // last point that the wheel zoomed to
 };

@@ -1,5 +1,5 @@
-// FrameClock: how long frames take, from the first viewer's drawing to the end of the last one's.
-// The draw thread starts and stops it, the host's thread reads.
+// FrameClock: measures frames, from the start of the first viewer to the end of the last one. The draw thread
+// starts and stops it; the host's thread reads it.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 class FrameClock {
  public:
-  /// Starts, unless it is running already.
+  /// Starts the clock unless it is running.
   void Start() {
     if (!m_running) m_start = Clock::now();
     m_running = true;
@@ -17,7 +17,7 @@ class FrameClock {
     if (m_running) m_milliseconds = std::chrono::duration<double, std::milli>(Clock::now() - m_start).count();
     m_running = false;
   }
-  /// The length of the last frame.
+  /// Returns the duration of the last frame in milliseconds.
   double Milliseconds() const { return m_milliseconds; }
 
  private:

@@ -1,3 +1,5 @@
+// ImageFile: reads images of models. Any thread.
+
 #include "shared/model/ImageFile.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// ImageFile: the images that models name, as pixmaps of the component. Any thread.
+// ImageFile: reads the image files of models into pixmaps of the component. Any thread.
 
 #pragma once
 
@@ -11,11 +11,11 @@
 
 GLPtr<IGLPixmap> PixmapOf(const Picture& aPicture);
 
-/// Reads a PNG or bitmap file. @return null when it can't be read
+/// Reads a PNG or bitmap file. @return null if the file cannot be read
 GLPtr<IGLPixmap> ReadImage(const std::string& aPath);
 
-/// A path as a model may write it, in the way that all systems take.
+/// Returns the path with forward slashes, which all systems accept. Models may contain backslashes.
 std::string ForwardSlashes(std::string aPath);
 
-/// Tells on standard error that an image couldn't be read.
+/// Reports on standard error that an image cannot be read.
 void ReportLostImage(const std::string& aName);

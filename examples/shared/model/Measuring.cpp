@@ -1,3 +1,5 @@
+// Measuring: computes and draws distances and angles.
+
 #include "shared/model/Measuring.h"
 
 #include <cmath>
@@ -6,7 +8,7 @@
 namespace {
 
 constexpr float kPointSize = 7.0f, kLineWidth = 2.0f;
-constexpr double kTextShift = 8;  // pixels, off the point
+constexpr double kTextShift = 8;  // pixels from the point
 
 std::string TextOf(const std::vector<GLDATA_POINT>& aPoints) {
   using namespace GLVector;
@@ -58,7 +60,7 @@ void Measuring::Draw(IGLCanvas& aCanvas, IGLContext& aContext, int aScale) {
   }
   if (points.size() < 2) return;
   const GLOverlay overlay(GLOverlayUnits::Pixels, aScale);
-  // A distance stands beside the line's middle, an angle beside its corner.
+  // A distance is printed beside the middle of its line, an angle beside its vertex.
   const auto place = overlay.PlaceOf(
       aCanvas, points.size() == 3 ? points[1] : GLVector::Scaled(GLVector::Sum(points[0], points[1]), 0.5));
   if (!place) return;

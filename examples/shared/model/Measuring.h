@@ -1,5 +1,5 @@
-// Measuring: a distance between two points of the model, or an angle at the middle one of three.
-// The host's thread sets it; Draw runs on the context's draw thread.
+// Measuring: the distance between two points of the model, or the angle at the second of three points. The
+// host's thread adds points; Draw runs on the context's draw thread.
 
 #pragma once
 
@@ -11,13 +11,13 @@
 
 class Measuring {
  public:
-  /// Adds a point; a fourth one begins anew.
+  /// Adds a point. A fourth point starts a new measurement.
   void Add(const GLDATA_POINT& aPoint);
   void Clear();
-  /// What is measured, in units of the model or in degrees; empty with fewer than two points.
+  /// Returns the result, in units of the model or in degrees; empty with fewer than two points.
   std::string Text() const;
   /// Draws the points, the lines between them and the text over the scene.
-  /// @param aScale of a picture that is larger than the window
+  /// @param aScale size of the picture relative to the window
   void Draw(IGLCanvas& aCanvas, IGLContext& aContext, int aScale);
 
  private:
@@ -25,5 +25,5 @@ class Measuring {
 
   mutable std::mutex m_lock;  // guards m_points
   std::vector<GLDATA_POINT> m_points;
-  GLRasterText m_text{GLString("DejaVu Sans"), -15};  // the draw thread's
+  GLRasterText m_text{GLString("DejaVu Sans"), -15};  // draw thread only
 };

@@ -1,3 +1,5 @@
+// Model: bounds, look-up and loading. Any thread.
+
 #include "shared/model/Model.h"
 
 #include <algorithm>

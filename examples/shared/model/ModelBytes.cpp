@@ -1,3 +1,5 @@
+// ModelBytes: writes and checks the block of bytes. Any thread.
+
 #include "shared/model/ModelBytes.h"
 
 #include <algorithm>
@@ -6,14 +8,15 @@
 
 #include "shared/model/ImageFile.h"
 
-// The block: a mark; the name; the images, each with its size and pixels; the parts, in the order of their
-// members. A text or an array begins with the number of its elements. An image is named by its place, from 1.
+// Layout of the block: magic number; name; images, each with size and pixels; parts, in the order of their
+// members. A text or an array starts with the number of its elements. A part refers to its image by position,
+// from 1; 0 is none.
 
 namespace {
 
-constexpr std::uint64_t kMark = 0x314C444D4C4C47;  // "GLLMDL1", the layout's version with it
+constexpr std::uint64_t kMark = 0x314C444D4C4C47;  // "GLLMDL1", which contains the version of the layout
 constexpr std::uint64_t kLongestName = 4096;
-constexpr int kLargestSide = 1 << 15;  // of an image
+constexpr int kLargestSide = 1 << 15;  // of an image, in pixels
 
 class Writer {
  public:

@@ -1,5 +1,5 @@
-// ModelBytes: a model as a block of bytes, for another process of the same program. The reader of the block
-// trusts nothing in it. Any thread.
+// ModelBytes: a model as a block of bytes, for another process of the same program. Reading validates the
+// whole block. Any thread.
 
 #pragma once
 
@@ -9,13 +9,13 @@
 
 #include "shared/model/Model.h"
 
-/// Takes the next bytes of a block. May throw to end the writing.
+/// Receives the next bytes of a block. May throw to stop the writing.
 using ByteSink = std::function<void(const void*, std::size_t)>;
 
-/// Writes a model, part by part, with each image once.
+/// Writes a model, part by part. Each image is written once.
 void WriteModel(const Model& aModel, const ByteSink& aSink);
 
-/// Makes a model of a block. Counts are checked against the bytes that follow before memory is allocated, and
-/// indices against the vertices.
-/// @throws ModelError when the block isn't one that WriteModel wrote
+/// Reads a model from a block. Counts are checked against the remaining bytes before memory is allocated, and
+/// indices against the number of vertices.
+/// @throws ModelError if the block is not valid
 Model ModelFromBytes(std::span<const std::byte> aBytes);

@@ -1,3 +1,5 @@
+// ModelLists: compiles the display lists of a model. Draw thread.
+
 #include "shared/model/ModelLists.h"
 
 #include <algorithm>
@@ -13,7 +15,7 @@ void EmitVertex(IGLCanvas& aCanvas, const Vertex& aVertex) {
   aCanvas.Vertex3f(aVertex.point[0], aVertex.point[1], aVertex.point[2]);
 }
 
-/// Compiles some of a part's triangles. @return the key; 0 when there is no list to be had
+/// Compiles some of a part's triangles. @return the key; 0 if no list can be created
 int CompileTriangles(IGLCanvas& aCanvas, const Part& aPart, std::size_t aFirst, std::size_t aLast,
                      bool aColored) {
   const auto texture = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas14_4>();
@@ -35,7 +37,7 @@ int CompileTriangles(IGLCanvas& aCanvas, const Part& aPart, std::size_t aFirst, 
   return key;
 }
 
-/// Makes a material that acts on both sides alike. Ambient and diffuse come with the colour.
+/// Creates a material for both sides. Ambient and diffuse come from the current colour.
 GLPtr<IGLMaterial> MaterialOf(const Surface& aSurface) {
   auto material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
   GLDATA_RGBA specular = aSurface.specular;
@@ -76,7 +78,7 @@ void ModelLists::AddSteps(const Part& aPart, bool aColored) {
 float ModelLists::Compile(IGLCanvas& aCanvas, bool aEverything) {
   LONG valid = 0;
   if (m_done > 0) aCanvas.IsCompiledList(m_first, &valid);
-  if (valid == 0) Forget();  // the rendering context has been replaced, and its lists are gone
+  if (valid == 0) Forget();  // a new rendering context: the old lists no longer exist
   const auto end = std::chrono::steady_clock::now() + kTimeAFrame;
   while (m_done < m_steps.size() && (aEverything || std::chrono::steady_clock::now() < end)) {
     const Step& step = m_steps[m_done];

@@ -1,5 +1,6 @@
-// ModelLists: a model as a rendering context has it: display lists, materials, images. Large models come step
-// by step, so that no frame takes long. Made by the host's thread, then the draw thread's alone.
+// ModelLists: the display lists, materials and textures of a model in a rendering context. Large models are
+// compiled in steps, so that no frame takes long. The host's thread constructs it; then only the draw thread
+// uses it.
 
 #pragma once
 
@@ -15,20 +16,20 @@ class ModelLists {
   /// @param aModel must outlive the lists
   explicit ModelLists(const Model& aModel);
 
-  /// Compiles what is missing: everything, or as much as a frame has time for.
-  /// @return the share that is there, from 0 to 1
+  /// Compiles missing lists: all of them, or as many as fit into the time of a frame.
+  /// @return the compiled share of the model, from 0 to 1
   float Compile(IGLCanvas& aCanvas, bool aEverything);
-  /// Deletes the lists, for a model that isn't shown any more.
+  /// Deletes the lists of a model that is no longer shown.
   void Delete(IGLCanvas& aCanvas);
 
-  /// Draws what is there of a part, in its own colours or in the one that is set.
+  /// Draws the compiled lists of a part, in its own colours or in the current colour.
   void Draw(IGLCanvas& aCanvas, const Part& aPart, bool aColored) const;
   IGLMaterial* Material(const Part& aPart) const { return m_parts[aPart.id - 1].material.Get(); }
-  /// The image of a part that has one.
+  /// Returns the texture of a part that has an image.
   IGLTexture2D* Texture(const Part& aPart) const { return m_parts[aPart.id - 1].texture.Get(); }
 
  private:
-  /// What one list holds: some triangles of a part, without colours or with the part's own.
+  /// Contents of one list: some triangles of a part, without colours or with the part's own colours.
   struct Step {
     const Part* part;
     std::size_t first, last;
@@ -37,14 +38,14 @@ class ModelLists {
   struct Compiled {
     std::vector<int> plain, colored;  // keys
     GLPtr<IGLMaterial> material;
-    GLPtr<IGLTexture2D> texture;  // null when the part has no image
+    GLPtr<IGLTexture2D> texture;  // null if the part has no image
   };
 
   void AddSteps(const Part& aPart, bool aColored);
   void Forget();
 
   std::vector<Step> m_steps;
-  std::size_t m_done = 0;         // of the steps
-  int m_first = 0;                // key of the first list
-  std::vector<Compiled> m_parts;  // by identifier less 1
+  std::size_t m_done = 0;         // number of steps done
+  int m_first = 0;                // key of the first list, to check whether the lists exist
+  std::vector<Compiled> m_parts;  // index: identifier minus 1
 };

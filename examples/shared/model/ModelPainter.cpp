@@ -1,3 +1,5 @@
+// ModelPainter: draws the model, its marked parts and its transparent triangles.
+
 #include "shared/model/ModelPainter.h"
 
 #include <algorithm>
@@ -6,7 +8,7 @@ namespace {
 
 constexpr GLDATA_RGBA kMarkColor{1.0f, 0.55f, 0.1f, 1.0f};
 constexpr float kPointSize = 2.0f;
-constexpr GLenum kSectionPlane = GL_CLIP_PLANE0;  // the context has no planes of its own
+constexpr GLenum kSectionPlane = GL_CLIP_PLANE0;  // free: the context defines no clip planes
 constexpr int kAllModes = 0xFFF;
 constexpr int kBothSides = GLDM_SHOW_FRONT | GLDM_SHOW_BACK;
 constexpr int kFaces = kBothSides | GLDM_SMOOTH_LIGHTING;
@@ -30,7 +32,7 @@ ModelPainter::ModelPainter(FrameClock& aClock, Progress& aProgress, Measuring& a
 void ModelPainter::SetModel(std::shared_ptr<const Model> aModel) {
   auto next = std::make_unique<Shown>(std::move(aModel));
   const std::lock_guard lock(m_lock);
-  m_next.swap(next);  // the one replaced goes when the lock is left
+  m_next.swap(next);  // the replaced model is destroyed outside the lock
   m_look.marked.clear();
 }
 
@@ -71,7 +73,8 @@ HRESULT ModelPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* 
     DrawModel(*aCanvas, *aContext, *aViewer, look);
   }
   glDisable(kSectionPlane);
-  // After the model, whose points are read from the depths: an overlay writes none.
+  // Drawn after the model: points under a pixel are read from the depth buffer, and an overlay writes no
+  // depth.
   if (pass != GLPassKind::Selection) m_measure.Draw(*aCanvas, *aContext, m_viewing->Scale());
   return S_OK;
 }
@@ -85,8 +88,9 @@ void ModelPainter::Cut(const Look& aLook) const {
 void ModelPainter::DrawModel(IGLCanvas& aCanvas, IGLContext& aContext, IGLViewer& aViewer,
                              const Look& aLook) {
   m_clock.Start();
-  glEnable(GL_DEPTH_TEST);  // the axes figure of the viewer before leaves it off for the rest of the frame
-  glDepthFunc(GL_LEQUAL);   // a capture starts with GL's own, which drops edges on faces square to the eye
+  glEnable(GL_DEPTH_TEST);  // the axes figure of the previous viewer leaves it disabled
+  // A capture starts with GL_LESS, which drops edges on faces perpendicular to the view.
+  glDepthFunc(GL_LEQUAL);
   switch (aLook.shade) {
     case Shade::Shaded:
       DrawShaded(aCanvas, aContext, aLook);
@@ -121,7 +125,7 @@ ModelPainter::Look ModelPainter::TakeLook(IGLCanvas& aCanvas) {
   return look;
 }
 
-// A pick and a picture want all of the model, a window wants its frame.
+// Selections and captures compile the whole model. Frames compile in steps.
 void ModelPainter::Prepare(IGLCanvas& aCanvas, IGLContext& aContext, GLPassKind aPass) {
   const bool everything = !m_stepwise || aPass != GLPassKind::Frame;
   const float share = m_shown->lists.Compile(aCanvas, everything);
@@ -150,7 +154,7 @@ void ModelPainter::StoreTransparent(IGLCanvas& aCanvas) {
       owners.push_back(&part);
     }
   }
-  // The store hands its triangles out in the order in which they came, with their centroids.
+  // The store returns its triangles in the order of insertion, with their centroids.
   std::vector<GLDATA_TRANS_TRIANGLE> triangles(owners.size());
   if (triangles.empty()) return;
   store->GetTransparentTriangles(0, static_cast<LONG>(triangles.size()), triangles.data());
@@ -160,7 +164,7 @@ void ModelPainter::StoreTransparent(IGLCanvas& aCanvas) {
 }
 
 void ModelPainter::DrawForPicking(IGLCanvas& aCanvas) {
-  // Faces always, so that a click on a wire model finds the face that it goes through.
+  // Always draws faces, so that a click inside a wireframe hits the face.
   ApplyMode(aCanvas, kFaces, kMarkColor);
   for (const Part& part : m_shown->model->parts) {
     aCanvas.SetTestID(part.id);
@@ -182,7 +186,7 @@ void ModelPainter::DrawShaded(IGLCanvas& aCanvas, IGLContext& aContext, const Lo
   }
 }
 
-// The face that a texture opens loads the image; closed again without vertices, it draws nothing itself.
+// Beginning a textured face loads the image. Ended without vertices, it draws nothing.
 void ModelPainter::DrawTextured(IGLCanvas& aCanvas, IGLContext& aContext, const Part& aPart) {
   IGLTexture2D& texture = *m_shown->lists.Texture(aPart);
   const auto enable = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas14_4>();
@@ -214,7 +218,7 @@ void ModelPainter::DrawTransparent(IGLCanvas& aCanvas, IGLViewer& aViewer, const
   ApplyMode(aCanvas, kFaces, kMarkColor);
   const Part* current = nullptr;
   for (const Pane* pane : m_shown->order) {
-    if (pane->part != current) {  // a material can't change inside a run of vertices
+    if (pane->part != current) {  // a material cannot change inside BeginDraw... and EndDrawVertices
       if (current != nullptr) aCanvas.EndDrawVertices();
       current = pane->part;
       aCanvas.SetMaterial(m_shown->lists.Material(*current));

@@ -1,5 +1,5 @@
-// ModelPainter: draws the model into every viewer, in the way of the moment.
-// The host's thread sets how; Draw runs on the context's draw thread.
+// ModelPainter: draws the model into every viewer. The host's thread changes the settings; Draw runs on the
+// context's draw thread.
 
 #pragma once
 
@@ -20,52 +20,52 @@
 
 class ModelPainter final : public GLPainterBase {
  public:
-  /// @param aClock    told when a frame begins; must outlive the painter
-  /// @param aProgress told how far the lists of a large model are; must outlive the painter
+  /// @param aClock    started at the start of a frame; must outlive the painter
+  /// @param aProgress receives the progress of compiling a large model; must outlive the painter
   /// @param aMeasure  drawn over the model; must outlive the painter
-  /// @param aViewing  asked what pass it is: a picture is to show all of the model
+  /// @param aViewing  gives the kind of pass: a capture shows the whole model
   ModelPainter(FrameClock& aClock, Progress& aProgress, Measuring& aMeasure, GLPtr<GLViewing> aViewing);
 
-  /// Draws another model from the next frame on; nothing of it is marked.
+  /// Sets the model to draw from the next frame on. No part of it is marked.
   void SetModel(std::shared_ptr<const Model> aModel);
-  /// Lets frames be drawn while a large model is still being compiled, of what is there already.
+  /// Allows frames that show the compiled part of a large model while the rest is compiled.
   void SetStepwise(bool aOn) { m_stepwise = aOn; }
   void SetShade(Shade aShade);
-  /// Shows the images of surfaces, or their colours alone.
+  /// Shows the images of surfaces, or only their colours.
   void SetTextures(bool aOn);
-  /// Cuts the model open.
+  /// Cuts the model by a section plane.
   void SetSection(const Section& aSection);
-  /// Draws these parts in the colour of what is picked.
+  /// Draws these parts in the mark colour.
   void SetMarked(const std::vector<ULONG>& aIds);
 
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* aViewer) noexcept override;
 
  private:
-  /// What the host's thread may change at any moment.
+  /// Settings that the host's thread may change at any time.
   struct Look {
     Shade shade = Shade::Shaded;
     bool textures = true;
     Section section;
-    std::vector<bool> marked;  // by identifier
+    std::vector<bool> marked;  // index: identifier
   };
-  /// A triangle that is seen through, and whose it is.
+  /// A transparent triangle and its part.
   struct Pane {
     GLDATA_TRANS_TRIANGLE triangle;
     const Part* part;
   };
-  /// A model with what is made of it.
+  /// A model with the data derived from it.
   struct Shown {
     explicit Shown(std::shared_ptr<const Model> aModel) : model(std::move(aModel)), lists(*model) {}
     const std::shared_ptr<const Model> model;
     ModelLists lists;
     std::vector<Pane> panes;
-    std::vector<Pane*> order;  // of the panes, farthest first
+    std::vector<Pane*> order;  // panes, farthest first
   };
 
-  /// Switches the section's plane on, in the painter's coordinates.
+  /// Enables the section plane, in the painter's coordinates.
   void Cut(const Look& aLook) const;
   void DrawModel(IGLCanvas& aCanvas, IGLContext& aContext, IGLViewer& aViewer, const Look& aLook);
-  /// Takes what the host's thread has set, another model too.
+  /// Returns the current settings, and switches to a new model if one is set.
   Look TakeLook(IGLCanvas& aCanvas);
   void Prepare(IGLCanvas& aCanvas, IGLContext& aContext, GLPassKind aPass);
   void StoreTransparent(IGLCanvas& aCanvas);
@@ -75,9 +75,9 @@ class ModelPainter final : public GLPainterBase {
   void DrawHiddenLine(IGLCanvas& aCanvas, IGLContext& aContext, const Look& aLook);
   void DrawUnlit(IGLCanvas& aCanvas, const Look& aLook);
   void DrawPoints(IGLCanvas& aCanvas, const Look& aLook);
-  /// Draws a part's list with the part's image on it, in the colour that is set.
+  /// Draws a part's list with the part's image, in the current colour.
   void DrawTextured(IGLCanvas& aCanvas, IGLContext& aContext, const Part& aPart);
-  /// Applies a mode with a colour; always in full, since overlays leave other state behind.
+  /// Applies a mode with a colour. Sets the full state each time, because overlays change it.
   void ApplyMode(IGLCanvas& aCanvas, int aMode, const GLDATA_RGBA& aColor);
 
   FrameClock& m_clock;
@@ -85,9 +85,9 @@ class ModelPainter final : public GLPainterBase {
   Measuring& m_measure;
   const GLPtr<GLViewing> m_viewing;
   std::atomic<bool> m_stepwise{false};
-  std::mutex m_lock;  // guards what the host's thread sets
+  std::mutex m_lock;  // guards the settings of the host's thread
   Look m_look;
-  std::unique_ptr<Shown> m_next;   // from SetModel to the next frame
-  std::unique_ptr<Shown> m_shown;  // the draw thread's
+  std::unique_ptr<Shown> m_next;   // set by SetModel, taken by the next frame
+  std::unique_ptr<Shown> m_shown;  // draw thread only
   GLPtr<IGLDrawAttr> m_mode;
 };

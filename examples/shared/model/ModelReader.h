@@ -1,5 +1,5 @@
-// ModelReader: the parts of a model file, by whichever reader the program is built with: the assimp library's
-// in assimp/, or a small one of OBJ and STL files in plain/. Any thread.
+// ModelReader: reads the parts of a model file. The build selects the reader: the assimp library in assimp/,
+// or a small one for OBJ and STL files in plain/. Any thread.
 
 #pragma once
 
@@ -8,12 +8,12 @@
 
 #include "shared/model/Model.h"
 
-/// Reads a file that exists. Identifiers, and names where the file has none, are the caller's to give.
-/// @throws ModelError without the file's name, and what aProgress throws
+/// Reads an existing file. The caller sets the identifiers, and the names that the file does not contain.
+/// @throws ModelError without the file's name, and any exception of aProgress
 std::vector<Part> ReadParts(const std::string& aPath, const ReadProgress& aProgress);
 
-/// Whether a file's name has an ending of models.
+/// Returns whether a file name has the extension of a model format.
 bool IsModelName(const std::string& aName);
 
-/// The files that can be read, in the words of the help text.
+/// The supported formats, for the help text.
 extern const char* const kReadableFiles;

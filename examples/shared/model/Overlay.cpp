@@ -1,10 +1,12 @@
+// Overlay: draws the rubber band, the label, the progress bar and the slider.
+
 #include "shared/model/Overlay.h"
 
 #include <utility>
 
 namespace {
 
-constexpr int kTextHeight = -13;  // of the letters, pixels
+constexpr int kTextHeight = -13;  // font height in pixels, as for a device font
 constexpr std::uint16_t kDashes = 0x0F0F;
 constexpr GLDATA_RGBA kFillColor{1.0f, 0.55f, 0.1f, 0.15f};
 constexpr GLDATA_RGBA kEdgeColor{1.0f, 0.55f, 0.1f, 1.0f};
@@ -16,7 +18,7 @@ constexpr GLDATA_POINT kBarLabelPlace{-0.5, -0.84, 0};
 GLPtr<IGLDrawAttr> MakeAttributes(GLDATA_RGBA aColor) {
   auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   attributes->SetColor(&aColor);
-  // Both sides: a band may be drawn from any corner to any.
+  // Both sides are shown, because the user may span a band from any corner.
   attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_SHOW_FRONT | GLDM_SHOW_BACK), 1);
   return attributes;
 }
@@ -71,7 +73,7 @@ HRESULT Overlay::Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept {
   if (section.IsOn()) DrawSlider(section);
   if (m_progress != nullptr) DrawProgress(*aCanvas, *aContext);
   if (m_clock != nullptr) {
-    glFinish();  // else the time would be that of asking, not of drawing
+    glFinish();  // waits for GL, so that the time includes the drawing
     m_clock->Stop();
   }
   return S_OK;
@@ -100,7 +102,7 @@ void Overlay::DrawSlider(const Section& aSection) {
   const auto channel = [&](int aAxis) { return aAxis == aSection.axis ? 1.0f : 0.4f; };
   GLDATA_RGBA faint = kLabelColor;
   faint.m_fAlpha = 0.3f;
-  const GLDATA_RGBA axis{channel(0), channel(1), channel(2), 1.0f};  // as in the axes figure
+  const GLDATA_RGBA axis{channel(0), channel(1), channel(2), 1.0f};  // same colour as in the axes figure
   bar(slider.left, slider.top, slider.right, slider.bottom, faint);
   bar(slider.left, at, slider.right, slider.bottom, axis);
   bar(slider.left - 5, at - 3, slider.right + 5, at + 3, kLabelColor);

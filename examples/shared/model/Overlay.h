@@ -1,5 +1,5 @@
-// Overlay: what stands above a view: the rubber band, a line of text and a progress bar, drawn as a gauge,
-// which also makes the axes appear. The host's thread sets it; Draw runs on the context's draw thread.
+// Overlay: a gauge that draws the rubber band, a line of text and a progress bar over a view. A viewer with a
+// gauge also shows its axes. The host's thread changes it; Draw runs on the context's draw thread.
 
 #pragma once
 
@@ -13,25 +13,25 @@
 #include "shared/model/Progress.h"
 #include "shared/model/Section.h"
 
-/// A rectangle of a view, each coordinate from -1 at the left or lower edge to 1.
+/// A rectangle in a view. Each coordinate runs from -1 at the left or lower edge to 1.
 struct Band {
   GLDATA_POINT from, to;
 };
 
 class Overlay final : public GLViewerGaugeBase {
  public:
-  /// @param aViewing asked how large a picture is
-  /// @param aClock stopped at the end of the view; null for a view that isn't the last one drawn
-  /// @param aProgress shown while there is any; null for a view that doesn't
+  /// @param aViewing gives the size of the picture
+  /// @param aClock stopped at the end of the view; null if the view is not the last one drawn
+  /// @param aProgress shown while it is active; null for a view without a bar
   Overlay(GLPtr<GLViewing> aViewing, FrameClock* aClock, const Progress* aProgress);
 
-  /// Shows a rubber band, or none.
+  /// Shows a rubber band; no value hides it.
   void SetBand(std::optional<Band> aBand);
 
-  /// Shows a line of text in the upper left corner, or none for an empty one.
+  /// Shows a line of text in the upper left corner; an empty text hides it.
   void SetLabel(const std::string& aText);
 
-  /// Shows the slider of a section, while that is on.
+  /// Shows the slider of a section while the section is active.
   void SetSection(const Section& aSection);
 
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept override;
@@ -48,8 +48,8 @@ class Overlay final : public GLViewerGaugeBase {
   GLPtr<IGLDrawAttr> m_fill;
   GLPtr<IGLDrawAttr> m_edge;
   GLPtr<IGLDrawAttr> m_bar;
-  GLRasterText m_text;  // the draw thread's
-  std::mutex m_lock;    // guards what follows
+  GLRasterText m_text;  // draw thread only
+  std::mutex m_lock;    // guards the members below
   std::optional<Band> m_band;
   GLString m_label;
   Section m_section;

@@ -1,4 +1,4 @@
-// Progress: how far work on a model has come that takes its time. Any thread.
+// Progress: progress of long work on a model. Any thread.
 
 #pragma once
 
@@ -7,6 +7,6 @@
 struct Progress {
   static constexpr float kIdle = -1;
 
-  std::atomic<float> reading{kIdle};    ///< of files, from 0 to 1; set by the host
-  std::atomic<float> preparing{kIdle};  ///< of lists, from 0 to 1; set by the painter
+  std::atomic<float> reading{kIdle};    ///< reading files, from 0 to 1; set by the host
+  std::atomic<float> preparing{kIdle};  ///< compiling lists, from 0 to 1; set by the painter
 };

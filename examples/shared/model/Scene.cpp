@@ -1,3 +1,5 @@
+// Scene: set-up of the context, its views, lights and fog. Host's thread.
+
 #include "shared/model/Scene.h"
 
 #include <algorithm>
@@ -9,10 +11,10 @@ namespace {
 
 constexpr GLDATA_RGBA kAmbient{0.22f, 0.22f, 0.25f, 1.0f};
 constexpr GLDATA_RGBA kFrame{0.35f, 0.38f, 0.44f, 1.0f};
-constexpr float kFrameOffset = 0.006f;  // keeps the frame a pixel inside, where no edge rule drops it
+constexpr float kFrameOffset = 0.006f;  // moves the clip frame inside by a pixel, so that all edges show
 constexpr double kDegree = std::numbers::pi / 180;
-constexpr ULONG kLongestWait = 1000;   // ms from one frame to the next when nothing happens
-constexpr double kFieldOfView = 30.0;  // degrees, across the shorter side
+constexpr ULONG kLongestWait = 1000;   // ms between frames if nothing changes
+constexpr double kFieldOfView = 30.0;  // degrees, along the shorter side
 
 }  // namespace
 
@@ -34,7 +36,7 @@ Scene::Scene(std::shared_ptr<const Model> aModel, const SceneOptions& aOptions, 
     smooth->put_lFSAAMaxSamples(aOptions.samples);
   }
   if (!m_context || FAILED(m_context->Initialize(aParent))) {
-    throw std::runtime_error("no drawing context to be had");
+    throw std::runtime_error("cannot create a drawing context");
   }
   m_control = m_context.As<IGLContext2>();
   m_context->SetBackgroundColor(&m_background);
@@ -72,8 +74,8 @@ void Scene::AddView(Direction aDirection, bool aOrtho) {
 void Scene::AddLights() {
   GLDATA_RGBA ambient = kAmbient;
   m_context->SetAmbientLight(&ambient);
-  AddLight({0.55, -0.7, -1.0}, {0.82f, 0.80f, 0.76f, 1.0f}, 0.9f);  // key, from the upper left
-  AddLight({-0.9, 0.15, -0.6}, {0.22f, 0.25f, 0.32f, 1.0f}, 0.0f);  // fill, from the right
+  AddLight({0.55, -0.7, -1.0}, {0.82f, 0.80f, 0.76f, 1.0f}, 0.9f);  // key light, from the upper left
+  AddLight({-0.9, 0.15, -0.6}, {0.22f, 0.25f, 0.32f, 1.0f}, 0.0f);  // fill light, from the right
 }
 
 void Scene::AddLight(const GLDATA_POINT& aDirection, GLDATA_RGBA aColor, float aShine) {
@@ -87,7 +89,7 @@ void Scene::AddLight(const GLDATA_POINT& aDirection, GLDATA_RGBA aColor, float a
   light->SetDiffuseLight(&aColor);
   light->SetSpecularLight(&shine);
   light->SetDirection(&direction);
-  // Sharing the free view's eye, the light goes wherever that looks from.
+  // The light shares the eye of the free view, so it moves with it.
   GLPtr<IGLCoord> eye;
   m_views.front().viewer->GetCoord(eye.Put());
   light->AttachCoord(eye.Get());
@@ -120,7 +122,7 @@ void Scene::Layout() {
     view.viewer->SetClipRectangle(quarter && onRight ? left : 0, quarter && above ? lower : 0, width, height);
     view.viewer->Clip(quarter ? 1 : 0);
     view.viewer->Show(quarter || view.direction == Direction::Free ? 1 : 0);
-    // The field of view counts in the vertical; a tall view widens it so that the shorter side keeps its own.
+    // The component's field of view is vertical. A tall view widens it, to keep the horizontal one constant.
     const double aspect = std::min(static_cast<double>(width) / height, 1.0);
     view.viewer->SetEyeFovy_DEG(2 * std::atan(std::tan(kFieldOfView / 2 * kDegree) / aspect) / kDegree);
   }
@@ -141,7 +143,7 @@ void Scene::SetFog(bool aOn) {
 void Scene::SetBackground(const GLDATA_RGBA& aColor) {
   m_background = aColor;
   m_context->SetBackgroundColor(&m_background);
-  Refresh();  // fog ends in it
+  Refresh();  // the fog has its colour
 }
 
 void Scene::SetAxes(bool aOn) {
@@ -201,7 +203,7 @@ void Scene::DrawOnRequest() {
 }
 
 void Scene::MoveTo(ULONG_PTR aParent) {
-  if (FAILED(m_context->Initialize(aParent))) return;  // nothing shows there; the next move may succeed
-  if (m_onRequest) DrawOnRequest();                    // a new draw thread has its settings at their defaults
+  if (FAILED(m_context->Initialize(aParent))) return;  // nothing is shown there; the next move may succeed
+  if (m_onRequest) DrawOnRequest();                    // a new draw thread has default settings
   SetSize(m_width, m_height);
 }

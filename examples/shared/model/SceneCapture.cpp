@@ -1,3 +1,5 @@
+// SceneCapture: requests a picture and waits for it. Host's thread.
+
 #include "shared/model/SceneCapture.h"
 
 SceneCapture::SceneCapture(GLViewing& aViewing, int aZoom, const GLDATA_RGBA& aBackground)

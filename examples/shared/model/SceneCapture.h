@@ -1,4 +1,4 @@
-// SceneCapture: a picture of a scene that has been asked for. The host's thread asks whether it is there.
+// SceneCapture: a requested picture of a scene. The host's thread polls or waits for it.
 
 #pragma once
 
@@ -11,20 +11,20 @@
 
 class SceneCapture {
  public:
-  /// None is asked for.
+  /// Requests no picture.
   SceneCapture() = default;
-  /// Asks for one.
-  /// @param aZoom       times the window's size
-  /// @param aBackground behind the model
+  /// Requests a picture.
+  /// @param aZoom       size of the picture relative to the window
+  /// @param aBackground colour behind the model
   SceneCapture(GLViewing& aViewing, int aZoom, const GLDATA_RGBA& aBackground);
 
-  /// Whether one is asked for that has not been taken yet.
+  /// Returns whether a requested picture has not been taken yet.
   bool IsAsked() const { return m_taken.valid(); }
-  /// Waits. @return whether Take would not wait any more
+  /// Waits at most aPatience. @return true if Take would not wait
   bool IsThere(std::chrono::milliseconds aPatience) const {
     return m_taken.wait_for(aPatience) == std::future_status::ready;
   }
-  /// Waits for the picture. @return nothing when it can't be made, for its size or for lack of memory
+  /// Waits for the picture. @return no value if the capture fails, for example for lack of memory
   std::optional<Picture> Take();
 
  private:

@@ -1,4 +1,5 @@
-// Scene: navigation. Each view moves by itself; the points that it moves about are read from the picture.
+// Scene: navigation. Each view moves independently. The points that it turns and zooms about are read from
+// the depth buffer. Host's thread.
 
 #include <algorithm>
 #include <cmath>
@@ -8,9 +9,9 @@
 namespace {
 
 constexpr double kTurnPerPixel = 0.5 * GLVector::kPi / 180;
-constexpr double kMargin = 1.04;      // about the model, so that it doesn't touch the edge
-constexpr double kDepth = 1.1;        // of what is drawn, in radii
-constexpr double kWalkedDepth = 100;  // how far away the model still shows, in radii
+constexpr double kMargin = 1.04;      // distance factor that keeps the model off the edges
+constexpr double kDepth = 1.1;        // visible depth in front of and behind the centre, in radii
+constexpr double kWalkedDepth = 100;  // largest distance at which the model is drawn, in radii
 constexpr auto kPatience = std::chrono::seconds(2);
 
 double Seconds(std::chrono::steady_clock::duration aDuration) {
@@ -46,7 +47,7 @@ void Scene::Send(const View& aView, GLViewGeometry aGeometry) {
 void Scene::Turn(const GLPixelPlace& aFrom, const GLPixelPlace& aTo, const GLPixelPlace& aView,
                  const GLDATA_POINT& aPivot) {
   const View& view = ViewAt(aView);
-  // A view of a fixed direction keeps it; what would turn it moves it.
+  // A view of fixed direction is panned instead of turned.
   if (view.direction != Direction::Free) return Pan(aTo, aView, aPivot);
   GLViewGeometry geometry = GeometryOf(view);
   GLOrbit(geometry, aPivot, (aFrom.x - aTo.x) * kTurnPerPixel, (aTo.y - aFrom.y) * kTurnPerPixel);
@@ -73,7 +74,7 @@ void Scene::Pan(const GLPixelPlace& aTo, const GLPixelPlace& aView, const GLDATA
 void Scene::Zoom(const GLPixelPlace& aView, const GLDATA_POINT& aPoint, double aFactor) {
   const View& view = ViewAt(aView);
   GLViewGeometry geometry = GeometryOf(view);
-  // Between a speck and a small part of the model.
+  // Limits the zoom to sizes between a dot and a small part of the model.
   const double size = geometry.m_bOrtho
                           ? geometry.HalfExtents()[1]
                           : GLVector::Length(GLVector::Difference(aPoint, geometry.m_Eye.m_sOrigin));

@@ -1,4 +1,4 @@
-// SceneOptions: how a scene is shown at first. Plain values.
+// SceneOptions: initial settings of a scene. Plain values.
 
 #pragma once
 
@@ -6,14 +6,14 @@
 
 #include "shared/model/Section.h"
 
-/// How faces are drawn.
+/// Drawing style of faces.
 enum class Shade { Shaded, Wire, Hidden, Points };
 
-/// A box on the picture, in pixels from the top left; a point pick has its two corners equal.
+/// A box in the picture, in pixels from the top left. A point pick has two equal corners.
 struct PixelBox {
   int x1 = 0, y1 = 0, x2 = 0, y2 = 0;
-  bool inside = false;  ///< only what lies wholly inside
-  bool point = false;   ///< only what is nearest to the eye under (x1, y1)
+  bool inside = false;  ///< only parts completely inside
+  bool point = false;   ///< only the part nearest to the eye at (x1, y1)
 };
 
 struct SceneOptions {
@@ -25,7 +25,7 @@ struct SceneOptions {
   bool text = false;
   bool fog = false;
   GLDATA_RGBA background{0.13f, 0.15f, 0.19f, 1.0f};
-  int samples = 1;  ///< a pixel of the window, at most; above 1 smooths edges
+  int samples = 1;  ///< most samples per pixel of the window; above 1 smooths edges
   Shade shade = Shade::Shaded;
   double yaw = 30;    ///< degrees
   double pitch = 15;  ///< degrees

@@ -1,4 +1,4 @@
-// Picking: which parts stand where the user points. The caller waits for the draw thread.
+// Scene: picking. Host's thread; it waits for the draw thread.
 
 #include <algorithm>
 
@@ -6,8 +6,7 @@
 
 namespace {
 
-/// A pixel's corner in the other direction, so that a box names pixels by their edges and a point by its
-/// middle.
+/// Offset from a pixel's corner to its middle. A box uses the edges of pixels, a point the middle.
 constexpr double kMiddle = 0.5;
 
 }  // namespace
@@ -38,7 +37,7 @@ std::vector<ULONG> Scene::Pick(const PixelBox& aBox) {
   const double shift = aBox.point ? kMiddle : 0;
   GLDATA_POINT from = geometry.SelectPoint({aBox.x1 + shift, aBox.y1 + shift});
   GLDATA_POINT to = geometry.SelectPoint({aBox.x2 + shift, aBox.y2 + shift});
-  // One record for each part that is hit, and one for whatever has no identifier.
+  // One record for each part, and one for objects without an identifier.
   int count = static_cast<int>(m_model->parts.size()) + 1;
   std::vector<ULONG> ids(static_cast<std::size_t>(count));
   if (FAILED(m_context->Select(view.viewer, &from, &to, aBox.point ? 1 : 0, aBox.inside ? 1 : 0, &count,

@@ -1,4 +1,4 @@
-// Scene: the section plane with its slider, and measuring.
+// Scene: the section plane with its slider, and measuring. Host's thread.
 
 #include "shared/model/Scene.h"
 

@@ -1,4 +1,4 @@
-// Section: a plane that cuts the model open, and the slider that moves it. Plain values; any thread.
+// Section: a plane that cuts the model, and the slider that moves it. Plain values; any thread.
 
 #pragma once
 
@@ -10,12 +10,12 @@
 #include "shared/model/Model.h"
 
 struct Section {
-  int axis = -1;       ///< 0 to 2: the plane is square to x, y or z; -1: the model is whole
-  double share = 0.5;  ///< where, from one end of the model to the other; what lies beyond is cut off
+  int axis = -1;       ///< 0 to 2: the plane is perpendicular to x, y or z; -1: no section
+  double share = 0.5;  ///< position from one end of the model to the other; the part beyond it is cut off
 
   bool IsOn() const { return axis >= 0; }
 
-  /// The plane's equation in the world; what gives 0 or more stays.
+  /// Returns the plane's equation in the world. Points with a value of at least 0 remain.
   std::array<double, 4> Equation(const Model& aModel) const {
     const double centre[3] = {aModel.centre.x, aModel.centre.y, aModel.centre.z};
     std::array<double, 4> equation{};
@@ -33,7 +33,7 @@ struct SectionSlider {
     return {aWidth - 22, aWidth - 12, 24, std::max(aHeight - 24, 25.0)};
   }
   bool Holds(double aX, double aY) const {
-    constexpr double kRoom = 8;  // around it, for the hand
+    constexpr double kRoom = 8;  // margin for the pointer, in pixels
     return aX > left - kRoom && aX < right + kRoom && aY > top - kRoom && aY < bottom + kRoom;
   }
   double HeightOf(double aShare) const { return bottom - aShare * (bottom - top); }

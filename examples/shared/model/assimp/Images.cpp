@@ -1,3 +1,5 @@
+// Images: reads the images of a model, from files or from the model. One thread.
+
 #include "shared/model/assimp/Images.h"
 
 #include <assimp/scene.h>
@@ -21,7 +23,7 @@ GLPtr<IGLPixmap> Images::Find(const std::string& aName) {
 GLPtr<IGLPixmap> Images::Read(const std::string& aName) const {
   Picture picture;
   if (const aiTexture* inside = m_scene.GetEmbeddedTexture(aName.c_str())) {
-    // A height of 0 tells that the block is a file and the width its length.
+    // A height of 0 marks an encoded file; the width is its length in bytes.
     const bool read = inside->mHeight == 0 && ReadPng(inside->pcData, inside->mWidth, picture);
     return read ? PixmapOf(picture) : GLPtr<IGLPixmap>();
   }

@@ -1,4 +1,4 @@
-// Images: the image files that a model names, each read once. One thread, while a model is read.
+// Images: the images of a model, each read once. One thread, while a model is read.
 
 #pragma once
 
@@ -13,12 +13,12 @@ struct aiScene;
 
 class Images {
  public:
-  /// @param aFolder where the model's own paths start
+  /// @param aFolder base folder of the model's relative paths
   Images(const aiScene& aScene, std::filesystem::path aFolder);
 
-  /// The image that a material names: a PNG or bitmap file, or a PNG inside the model. One that can't be read
-  /// is told of on standard error, once.
-  /// @return null when it can't be read
+  /// Returns the image that a material names: a PNG or bitmap file, or a PNG inside the model. Reports an
+  /// image that cannot be read once, on standard error.
+  /// @return null if the image cannot be read
   GLPtr<IGLPixmap> Find(const std::string& aName);
 
  private:

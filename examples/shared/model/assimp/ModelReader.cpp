@@ -1,3 +1,5 @@
+// ModelReader: reads models through the assimp library. Any thread.
+
 #include "shared/model/ModelReader.h"
 
 #include <assimp/postprocess.h>
@@ -14,7 +16,7 @@
 
 namespace {
 
-/// Hands the importer's progress on.
+/// Forwards the importer's progress.
 class ImportProgress final : public Assimp::ProgressHandler {
  public:
   explicit ImportProgress(const ReadProgress& aTold) : m_told(aTold) {}
@@ -32,7 +34,8 @@ GLDATA_RGBA ColorOf(const aiColor4D& aColor) { return {aColor.r, aColor.g, aColo
 Surface SurfaceOf(const aiMaterial& aMaterial) {
   Surface surface;
   aiString name;
-  // A file that says nothing of materials gets one from the importer under this name; the grey here is nicer.
+  // The importer creates a material of this name for files without materials. The default surface looks
+  // better.
   if (aMaterial.Get(AI_MATKEY_NAME, name) == AI_SUCCESS && name == aiString(AI_DEFAULT_MATERIAL_NAME)) {
     return surface;
   }
@@ -47,7 +50,7 @@ Surface SurfaceOf(const aiMaterial& aMaterial) {
   return surface;
 }
 
-/// Finds the image of a mesh's material and where its vertices lie in it.
+/// Sets the image of a mesh's material and its texture coordinates.
 void TakeImage(const aiMesh& aMesh, const aiMaterial& aMaterial, Images& aImages, Part& aPart) {
   aiString name;
   if (!aMesh.HasTextureCoords(0) || aMaterial.GetTexture(aiTextureType_DIFFUSE, 0, &name) != AI_SUCCESS)
@@ -60,7 +63,7 @@ void TakeImage(const aiMesh& aMesh, const aiMaterial& aMaterial, Images& aImages
   }
 }
 
-/// Takes a mesh over as a part, moved to where its node stands.
+/// Converts a mesh to a part, in world coordinates.
 Part PartOf(const aiMesh& aMesh, const aiNode& aNode, const aiMatrix4x4& aPlacement, const aiScene& aScene,
             Images& aImages) {
   Part part;
@@ -84,7 +87,7 @@ Part PartOf(const aiMesh& aMesh, const aiNode& aNode, const aiMatrix4x4& aPlacem
   for (unsigned i = 0; i < aMesh.mNumFaces; ++i) {
     const aiFace& face = aMesh.mFaces[i];
     if (face.mNumIndices != 3) continue;
-    // A mirrored placement would turn the faces inside out.
+    // A mirroring transformation reverses the winding of the faces.
     const auto [second, third] = mirrored ? std::pair{2, 1} : std::pair{1, 2};
     part.triangles.push_back({face.mIndices[0], face.mIndices[second], face.mIndices[third]});
   }
@@ -96,7 +99,7 @@ void AddNode(const aiNode& aNode, const aiMatrix4x4& aParent, const aiScene& aSc
   const aiMatrix4x4 placement = aParent * aNode.mTransformation;
   for (unsigned i = 0; i < aNode.mNumMeshes; ++i) {
     const aiMesh& mesh = *aScene.mMeshes[aNode.mMeshes[i]];
-    if (!mesh.HasNormals()) continue;  // points and lines have none
+    if (!mesh.HasNormals()) continue;  // meshes of points and lines have no normals
     Part part = PartOf(mesh, aNode, placement, aScene, aImages);
     if (part.triangles.empty()) continue;
     aParts.push_back(std::move(part));
@@ -106,7 +109,8 @@ void AddNode(const aiNode& aNode, const aiMatrix4x4& aParent, const aiScene& aSc
   }
 }
 
-/// Whether the header of a PLY file lacks its end, which the importer would look for for ever.
+/// Returns whether the header of a PLY file lacks its end. The importer would search for it in an endless
+/// loop.
 bool IsCutPly(const std::string& aPath) {
   std::ifstream file(aPath, std::ios::binary);
   std::string line;
@@ -130,7 +134,7 @@ bool IsModelName(const std::string& aName) {
 std::vector<Part> ReadParts(const std::string& aPath, const ReadProgress& aProgress) {
   if (IsCutPly(aPath)) throw ModelError("its header has no end");
   Assimp::Importer importer;
-  importer.SetProgressHandler(new ImportProgress(aProgress));  // the importer's from here on
+  importer.SetProgressHandler(new ImportProgress(aProgress));  // the importer takes ownership
   const aiScene* scene = importer.ReadFile(aPath, aiProcess_Triangulate | aiProcess_JoinIdenticalVertices |
                                                       aiProcess_GenSmoothNormals | aiProcess_SortByPType |
                                                       aiProcess_ValidateDataStructure);

@@ -1,4 +1,4 @@
-// LineReader: the words of a text file, line by line, with what is wrong told by its line. One thread.
+// LineReader: the words of a text file, line by line. Errors contain the line number. One thread.
 
 #pragma once
 
@@ -14,7 +14,7 @@ class LineReader {
  public:
   explicit LineReader(std::istream& aFile) : m_file(aFile) {}
 
-  /// Goes to the next line; one that ends in a backslash goes on in the next. @return false at the end
+  /// Goes to the next line. A backslash at the end of a line joins the next one. @return false at the end
   bool Next() {
     m_at = 0;
     m_line.clear();
@@ -29,14 +29,14 @@ class LineReader {
     return !m_line.empty();
   }
 
-  /// The next word of the line; empty at its end.
+  /// Returns the next word of the line; empty at its end.
   std::string_view Word() {
     const auto start = std::min(m_line.find_first_not_of(" \t", m_at), m_line.size());
     m_at = std::min(m_line.find_first_of(" \t", start), m_line.size());
     return std::string_view(m_line).substr(start, m_at - start);
   }
 
-  /// The rest of the line, without blanks around it.
+  /// Returns the rest of the line, without blanks around it.
   std::string Rest() {
     const auto start = m_line.find_first_not_of(" \t", m_at);
     if (start == m_line.npos) return {};
@@ -44,7 +44,7 @@ class LineReader {
     return m_line.substr(start, last - start + 1);
   }
 
-  /// The next word as a number. @throws ModelError when it isn't one
+  /// Returns the next word as a number. @throws ModelError if it is not a number
   float Number() {
     const std::string_view word = Word();
     float value = 0;

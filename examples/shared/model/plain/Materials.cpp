@@ -1,3 +1,5 @@
+// Materials: reads material files of OBJ models. One thread.
+
 #include "shared/model/plain/Materials.h"
 
 #include <algorithm>
@@ -26,7 +28,7 @@ void Materials::Read(const std::string& aFile) {
     const std::string_view keyword = line.Word();
     if (keyword == "newmtl") {
       material = &m_materials[line.Rest()];
-      material->surface.diffuse = {0.6f, 0.6f, 0.6f, 1};  // what the format says of nothing
+      material->surface.diffuse = {0.6f, 0.6f, 0.6f, 1};  // default of the format
       material->surface.specular = {0, 0, 0, 1};
     } else if (material == nullptr) {
       continue;

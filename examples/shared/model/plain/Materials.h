@@ -1,5 +1,5 @@
-// Materials: surfaces and images by name, from the material files that OBJ models name. One thread, while a
-// model is read.
+// Materials: surfaces and images by name, from the material files of OBJ models. One thread, while a model is
+// read.
 
 #pragma once
 
@@ -19,11 +19,11 @@ class Materials {
 
   explicit Materials(std::filesystem::path aFolder) : m_folder(std::move(aFolder)) {}
 
-  /// Reads a material file; one that is missing leaves its materials at their defaults.
-  /// @throws ModelError when a number in it is none
+  /// Reads a material file. If the file is missing, its materials keep their defaults.
+  /// @throws ModelError if a number in it is invalid
   void Read(const std::string& aFile);
 
-  /// The material of a name, or one that suits a model without materials.
+  /// Returns the material of a name; the default material if there is none.
   const Material& Find(const std::string& aName) const;
 
  private:
@@ -32,5 +32,5 @@ class Materials {
   const std::filesystem::path m_folder;
   const Material m_default;
   std::map<std::string, Material> m_materials;
-  std::map<std::string, GLPtr<IGLPixmap>> m_images;  // by name; null for one that can't be read
+  std::map<std::string, GLPtr<IGLPixmap>> m_images;  // by name; null for unreadable images
 };

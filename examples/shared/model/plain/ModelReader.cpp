@@ -1,3 +1,5 @@
+// ModelReader: selects the OBJ or STL reader by the file extension. Any thread.
+
 #include "shared/model/ModelReader.h"
 
 #include <algorithm>
@@ -10,7 +12,7 @@
 
 namespace {
 
-/// A name's ending in small letters, with its dot.
+/// Returns the file extension in lower case, with its dot.
 std::string EndingOf(const std::filesystem::path& aPath) {
   std::string ending = aPath.extension().string();
   std::transform(ending.begin(), ending.end(), ending.begin(),
@@ -31,7 +33,7 @@ std::vector<Part> ReadParts(const std::string& aPath, const ReadProgress& aProgr
   const std::filesystem::path path = aPath;
   if (!IsModelName(aPath)) throw ModelError("it is neither an OBJ nor an STL file");
   std::ifstream file(path, std::ios::binary);
-  if (!file) throw ModelError("it can't be opened");
+  if (!file) throw ModelError("cannot open the file");
   if (file.peek() == std::ifstream::traits_type::eof()) throw ModelError("it is empty");
   return EndingOf(path) == ".obj" ? ReadObj(file, path.parent_path(), aProgress) : ReadStl(file, aProgress);
 }

@@ -1,3 +1,5 @@
+// ObjReader: parses OBJ files and builds parts. Any thread.
+
 #include "shared/model/plain/ObjReader.h"
 
 #include <algorithm>
@@ -15,18 +17,18 @@ namespace {
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-/// What a corner of a face names, by places in the file's lists; kNone for what it doesn't.
+/// Indices of a face's corner into the file's lists; kNone for missing ones.
 struct Corner {
   std::size_t point = kNone, place = kNone, normal = kNone;
   auto operator<=>(const Corner&) const = default;  // NOLINT(modernize-use-nullptr): reports its own 0
 };
 
-/// A part while it is read.
+/// A part while its file is read.
 struct Growing {
   Part part;
-  std::map<Corner, std::uint32_t> known;           // its vertices
-  std::vector<Corner> corners;                     // one a vertex
-  std::unordered_map<std::size_t, Vector> around;  // normals of the faces at each point, added up
+  std::map<Corner, std::uint32_t> known;           // vertex of each distinct corner
+  std::vector<Corner> corners;                     // one per vertex
+  std::unordered_map<std::size_t, Vector> around;  // sum of the face normals at each point
 };
 
 class Reader {
@@ -74,14 +76,15 @@ class Reader {
     return {x, y, m_line.Number()};
   }
 
-  /// A number of a list, from 1, or back from its end; kNone for an empty text.
+  /// Returns the position for an index. Indices count from 1; negative ones from the end. kNone for an empty
+  /// text.
   std::size_t Index(std::string_view aText, std::size_t aCount) const {
     if (aText.empty()) return kNone;
     long long number = 0;
     const auto [end, error] = std::from_chars(aText.data(), aText.data() + aText.size(), number);
     if (error != std::errc{} || end != aText.data() + aText.size()) m_line.Fail("no number");
     const auto count = static_cast<long long>(aCount);
-    if (number == 0 || number > count || number < -count) m_line.Fail("a face names what isn't there");
+    if (number == 0 || number > count || number < -count) m_line.Fail("a face has an index out of range");
     return static_cast<std::size_t>(number > 0 ? number - 1 : count + number);
   }
 
@@ -104,11 +107,11 @@ class Reader {
     std::vector<Corner> face;
     for (std::string_view word = m_line.Word(); !word.empty(); word = m_line.Word())
       face.push_back(ReadCorner(word));
-    if (face.size() < 3) return;  // a point or a line
+    if (face.size() < 3) return;  // not a polygon
     Growing& growing = Current();
     const std::uint32_t first = VertexOf(growing, face[0]);
     std::uint32_t last = VertexOf(growing, face[1]);
-    Vector normal{};  // as long as the polygon's area
+    Vector normal{};  // its length is proportional to the polygon's area
     for (std::size_t i = 2; i < face.size(); ++i) {
       const std::uint32_t next = VertexOf(growing, face[i]);
       growing.part.triangles.push_back({first, last, next});
@@ -120,7 +123,7 @@ class Reader {
     for (const Corner& corner : face) Add(growing.around[corner.point], normal);
   }
 
-  /// The part of the object and material in force; one that was left goes on.
+  /// Returns the part of the current object and material. A part that was left earlier is continued.
   Growing& Current() {
     if (m_current == kNone) {
       m_current = m_byName.try_emplace({m_object, m_material}, m_growing.size()).first->second;
@@ -149,7 +152,7 @@ class Reader {
     return known->second;
   }
 
-  /// Gives normals to the corners that have none: of the faces around the point, the larger ones count more.
+  /// Computes missing normals from the faces around the point, weighted by area.
   static void Smooth(Growing& aGrowing) {
     for (std::size_t i = 0; i < aGrowing.corners.size(); ++i) {
       const Corner& corner = aGrowing.corners[i];
@@ -164,9 +167,9 @@ class Reader {
   std::vector<Vector> m_points, m_normals;
   std::vector<std::array<float, 2>> m_places;
   std::string m_object, m_material;
-  std::size_t m_current = kNone;  // part; none after a change of object or material
+  std::size_t m_current = kNone;  // current part; kNone after a change of object or material
   std::vector<Growing> m_growing;
-  std::map<std::pair<std::string, std::string>, std::size_t> m_byName;  // of object and material
+  std::map<std::pair<std::string, std::string>, std::size_t> m_byName;  // key: object and material
 };
 
 }  // namespace

@@ -8,9 +8,9 @@
 
 #include "shared/model/Model.h"
 
-/// Reads a model: one part for each object or group and each material in it. Corners without a normal get a
-/// smooth one, from the faces of the part that meet there; polygons are taken as convex.
-/// @param aFolder where material files and images are
-/// @throws ModelError that tells the line, and what aProgress throws
+/// Reads a model. Each object or group and each material in it becomes one part. Corners without a normal get
+/// a smooth one, from the faces of the part that meet there. Polygons must be convex.
+/// @param aFolder folder of the material files and images
+/// @throws ModelError with the line number, and any exception of aProgress
 std::vector<Part> ReadObj(std::istream& aFile, const std::filesystem::path& aFolder,
                           const ReadProgress& aProgress = {});

@@ -1,4 +1,4 @@
-// ReadingShare: how far a file has been read, told now and then. One thread.
+// ReadingShare: reports the progress of reading a file at intervals. One thread.
 
 #pragma once
 
@@ -14,10 +14,10 @@ class ReadingShare {
     m_file.seekg(0);
   }
 
-  /// The file's length in bytes.
+  /// Returns the file's length in bytes.
   std::streamoff Size() const { return m_size; }
 
-  /// To be called for each line or facet.
+  /// Must be called for each line or facet.
   void Step() {
     constexpr unsigned kStepsATell = 4096;
     if (m_told && ++m_steps % kStepsATell == 0 && m_size > 0)

@@ -1,3 +1,5 @@
+// StlReader: parses text and binary STL files. Any thread.
+
 #include "shared/model/plain/StlReader.h"
 
 #include <bit>
@@ -11,7 +13,7 @@
 namespace {
 
 constexpr std::streamoff kHeader = 84,
-                         kRecord = 50;  // bytes of a binary file's head and of each of its facets
+                         kRecord = 50;  // bytes of a binary file's header and facets
 
 void AddFacet(Part& aPart, const Vector& aNormal, const std::array<Vector, 3>& aCorners) {
   const bool given = aNormal != Vector{};
@@ -32,7 +34,7 @@ std::vector<Part> ReadBinary(std::istream& aFile, std::uint32_t aFacets, Reading
   std::array<unsigned char, kRecord> record{};
   for (std::uint32_t facet = 0; facet < aFacets; ++facet) {
     aShare.Step();
-    if (!aFile.read(reinterpret_cast<char*>(record.data()), kRecord)) throw ModelError("it is cut short");
+    if (!aFile.read(reinterpret_cast<char*>(record.data()), kRecord)) throw ModelError("it is truncated");
     std::array<Vector, 4> values{};  // the normal and three corners
     for (std::size_t i = 0; i < 12; ++i) {
       values[i / 3][i % 3] = std::bit_cast<float>(LittleEndian(&record[4 * i]));
@@ -70,7 +72,7 @@ std::vector<Part> ReadText(std::istream& aFile, ReadingShare& aShare) {
       corners.clear();
     }
   }
-  if (!corners.empty()) throw ModelError("it is cut short");
+  if (!corners.empty()) throw ModelError("it is truncated");
   std::erase_if(parts, [](const Part& part) { return part.triangles.empty(); });
   return parts;
 }
@@ -83,12 +85,11 @@ std::vector<Part> ReadStl(std::istream& aFile, const ReadProgress& aProgress) {
   aFile.read(reinterpret_cast<char*>(header.data()), kHeader);
   const std::streamoff got = aFile.gcount();
   const std::uint32_t facets = LittleEndian(&header[kHeader - 4]);
-  // Some binary files begin as text ones do; their length gives them away.
+  // Some binary files begin like text files. Their length identifies them.
   const bool binary = got == kHeader && share.Size() == kHeader + kRecord * std::streamoff{facets};
   if (binary) return ReadBinary(aFile, facets, share);
   if (std::memcmp(header.data(), "solid", 5) != 0) {
-    throw ModelError(got == kHeader ? "its length isn't that of the facets that it tells of"
-                                    : "it is cut short");
+    throw ModelError(got == kHeader ? "its length does not match its number of facets" : "it is truncated");
   }
   aFile.clear();
   aFile.seekg(0);

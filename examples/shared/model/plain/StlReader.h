@@ -7,7 +7,7 @@
 
 #include "shared/model/Model.h"
 
-/// Reads a model: one part for each solid. Facets are flat; one whose normal is missing gets that of its
+/// Reads a model. Each solid becomes one part with flat facets. A missing normal is computed from the
 /// corners.
-/// @throws ModelError, and what aProgress throws
+/// @throws ModelError, and any exception of aProgress
 std::vector<Part> ReadStl(std::istream& aFile, const ReadProgress& aProgress = {});
