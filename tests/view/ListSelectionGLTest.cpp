@@ -267,7 +267,7 @@ TEST(ListSelection, DrawsTheRunsThatThePickVolumeTouches) {
     calls.push_back(recorder.Count("glCallList"));
   }
   EXPECT_GT(calls[0], 40) << "the first compiles, which calls each run once, and draws the list whole";
-  EXPECT_EQ(calls[2], 1) << "one run";
+  EXPECT_EQ(calls[2], 2) << "one run, and the one that enables culling";
   const GLRecorder recorder;
   EXPECT_EQ(picked.Pick(kAll, draw).size(), 40u);
   EXPECT_EQ(recorder.Count("glCallList"), 1) << "all at once";

@@ -51,7 +51,7 @@ void PSelectEvent::Run() {
   if (!pass.IsCurrent()) return;  // stays active, so that a later cycle runs it
   m_Context.BuildFonts();
   m_Context.ResetGLClipPlanes();
-  pass.Target().m_Lists.Compiled().Check(m_Context.ViewportHeight());
+  pass.Target().m_Lists.Compiled().Check();
   TakeScene();
   pass.ReleaseLock();
   const int capacity = *m_Request.m_piArraySize;

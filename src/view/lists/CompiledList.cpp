@@ -82,9 +82,9 @@ const ListRun& CompiledList::After(std::uint32_t aRun) const noexcept {
   return aRun + 1 < segment->m_uEnd ? m_aRuns[aRun + 1] : segment->m_After;
 }
 
-std::uint64_t CompiledList::Check(std::uint64_t aVertices, int aHeight) noexcept {
+std::uint64_t CompiledList::Check(std::uint64_t aVertices) noexcept {
   const std::uint64_t each = ListCheck::kDrawings * (m_uVertices / m_aRuns.size() + 1);
-  ListCheck check(aHeight);
+  ListCheck check;
   while (IsBounded() && !IsChecked() && aVertices > 0) {
     if (!check.Passes(m_aRuns[m_uChecked], After(m_uChecked))) {
       DropBounds();

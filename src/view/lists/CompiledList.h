@@ -20,7 +20,6 @@ struct ListRun {
   unsigned m_uList = 0;        ///< GL name of the part
   std::uint32_t m_uNames = 0;  ///< number of SetTestID calls of the list before the run
   ULONG m_uName = 0;           ///< identifier set by the last of them
-  bool m_bCulls = false;       ///< whether the run itself enables culling
   HitState m_State;            ///< state set before the run, after the last nested list
 };
 
@@ -60,9 +59,8 @@ class CompiledList {
 
   /// Checks runs until about aVertices have been drawn; see ListCheck.h. If a run fails, the list loses its
   /// bounds.
-  /// @param aHeight height of the surface in pixels
   /// @return the part of aVertices that was not used
-  std::uint64_t Check(std::uint64_t aVertices, int aHeight) noexcept;
+  std::uint64_t Check(std::uint64_t aVertices) noexcept;
   std::uint64_t Vertices() const noexcept { return m_uVertices; }
 
   /// Deletes the display lists of the runs, but not the host's list.

@@ -103,11 +103,11 @@ void CompiledLists::CallPicked(CompiledList& aList, unsigned aName) noexcept {
   --m_nDepth;
 }
 
-void CompiledLists::Check(int aHeight) noexcept {
+void CompiledLists::Check() noexcept {
   while (!m_aUnchecked.empty()) {
     CompiledList* const list = Find(m_aUnchecked.back());
     if (list != nullptr && list->IsBounded() && !list->IsChecked()) {
-      list->Check(std::max(kVerticesChecked, list->Vertices()), aHeight);
+      list->Check(std::max(kVerticesChecked, list->Vertices()));
       if (list->IsBounded() && !list->IsChecked()) return;
     }
     m_aUnchecked.pop_back();

@@ -25,8 +25,7 @@ class CompiledLists final : private CompiledList::Caller {
 
   /// Checks lists that earlier selections have drawn. Called before a selection, outside of selection mode.
   /// Checks a long list in several steps, so that a selection takes at most about twice its time.
-  /// @param aHeight height of the surface in pixels
-  void Check(int aHeight) noexcept;
+  void Check() noexcept;
   /// Sets whether a selection pass is running.
   void SetPicking(bool aPicking) noexcept { m_bPicking = aPicking; }
 

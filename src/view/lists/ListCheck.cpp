@@ -1,10 +1,13 @@
 // ListCheck: draws a run with pick volumes outside of its box, and compares GL's state before and after. Draw
 // thread, with GL current.
 //
-// The clip coordinate w of a vertex is its distance from a side of the box. It is exact for vertices on that
-// side. x and y are so small compared with w that every vertex with w above 0 is inside. They are not 0,
-// because culling drops a face that has no front. The model-view matrix negates w. If a host loads another
-// matrix for its drawing, w has the other sign. The check then finds the drawing at any position.
+// The matrices give each vertex the clip coordinates (0, 0, 0, w), which are inside if w is above 0. The
+// fourth row of the projection matrix computes the distance from a side of the box; it is exact for vertices
+// on that side. The model-view matrix negates w. If a host loads another matrix for its drawing, w has the
+// other sign. The check then finds the drawing at any position.
+//
+// Culling drops the faces that these matrices make. So a run that enables culling is always drawn, and not
+// checked.
 
 #include "view/lists/ListCheck.h"
 
@@ -22,8 +25,6 @@ namespace {
 constexpr GLuint kProbe = 0x50524F42;  // represents the identifier set before the run
 constexpr float kLargest = 1e30f;      // largest coordinate, so that no product overflows
 constexpr float kSmallest = 1e-30f;    // smallest distance from 0; GL may treat smaller ones as 0
-constexpr int kHalf = 512;             // half the side of the viewport, in pixels
-constexpr float kTiny = 1e-15f;        // ratio of x and y to the coordinates of a vertex
 constexpr int kClipPlanes = 8;
 constexpr GLenum kDepths[] = {GL_MODELVIEW_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH, GL_TEXTURE_STACK_DEPTH,
                               GL_ATTRIB_STACK_DEPTH, GL_NAME_STACK_DEPTH};
@@ -59,15 +60,8 @@ State Read() noexcept {
   return state;
 }
 
-// x and y come from directions in which no face of a model is likely to be seen from its edge.
-void LoadRow(const std::array<float, 4>& aRow, float aFront = 1.0f) noexcept {
-  constexpr float kX[] = {0.577f * kTiny, 0.311f * kTiny, 0.755f * kTiny};
-  constexpr float kY[] = {-0.411f * kTiny, 0.862f * kTiny, 0.297f * kTiny};
+void LoadRow(const std::array<float, 4>& aRow) noexcept {
   GLfloat matrix[16] = {};
-  for (std::size_t column = 0; column < 3; ++column) {
-    matrix[column * 4] = aFront * kX[column];
-    matrix[column * 4 + 1] = kY[column];
-  }
   for (std::size_t column = 0; column < 4; ++column) matrix[column * 4 + 3] = aRow[column];
   glMatrixMode(GL_PROJECTION);
   glLoadMatrixf(matrix);
@@ -120,7 +114,7 @@ bool IsInRange(const Box& aBox) noexcept {
 
 }  // namespace
 
-ListCheck::ListCheck(int aHeight) noexcept : m_iHeight(aHeight) {
+ListCheck::ListCheck() noexcept {
   for (std::size_t i = 0; i < m_anDepths.size(); ++i) glGetIntegerv(kDepths[i], &m_anDepths[i]);
   glPushAttrib(GL_ALL_ATTRIB_BITS);
   for (const GLenum mode : {GL_TEXTURE, GL_PROJECTION, GL_MODELVIEW}) {
@@ -166,20 +160,13 @@ bool ListCheck::Passes(const ListRun& aRun, const ListRun& aAfter) noexcept {
   glRenderMode(GL_SELECT);
   glInitNames();
   glPushName(kProbe);
-  // The run may enable culling, which shows one side of a face only: then the check draws each side in turn,
-  // with the middle of the viewport at the driver's 0, because tiny differences are lost elsewhere. Drivers
-  // count rows from the lower or from the upper edge of the surface.
-  const int variants = aRun.m_bCulls ? 4 : 1;
-  const auto front = [](int aVariant) { return aVariant % 2 == 0 ? 1.0f : -1.0f; };
-  LoadRow(Beyond(aRun.m_Box, kDrawings - 1), front(variants - 1));  // as for the last drawing
+  LoadRow(Beyond(aRun.m_Box, kDrawings - 1));
   const State before = Read();
   HitProbe();
-  for (int drawing = 0; drawing < variants * kDrawings; ++drawing) {
-    const int variant = drawing / kDrawings;
-    glViewport(-kHalf, (variant < 2 ? 0 : m_iHeight) - kHalf, 2 * kHalf, 2 * kHalf);
-    LoadRow(Beyond(aRun.m_Box, drawing % kDrawings), front(variant));
+  for (int side = 0; side < kDrawings; ++side) {
+    LoadRow(Beyond(aRun.m_Box, side));
     glCallList(aRun.m_uList);
-    if (drawing == 0) {
+    if (side == 0) {
       HitProbe();
       glLoadName(kProbe);
     }

@@ -19,8 +19,7 @@ class ListCheck {
   static constexpr int kDrawings = 6;  ///< number of times that a check draws a run
 
   /// Saves the GL state that the check changes.
-  /// @param aHeight height of the surface in pixels
-  explicit ListCheck(int aHeight) noexcept;
+  ListCheck() noexcept;
   /// Restores that state.
   ~ListCheck();
   ListCheck(const ListCheck&) = delete;
@@ -34,6 +33,5 @@ class ListCheck {
  private:
   int DrawAround(const ListRun& aRun, bool aNamed) noexcept;
 
-  const int m_iHeight;
   std::array<int, 5> m_anDepths{};  // depths of the matrix, attribute and name stacks
 };

@@ -2,6 +2,7 @@
 
 #include "view/lists/ListRecorder.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -12,6 +13,8 @@ namespace {
 // A run ends after the primitive with which it reaches this number of vertices. Runs without an identifier
 // are longer, because dividing them gains less. Smaller runs slow down frames.
 constexpr std::uint32_t kNamedVertices = 512, kVertices = 2048;
+// A run that enables culling is always drawn; see ListCheck.cpp. So it ends early.
+constexpr std::uint32_t kCullingVertices = 64;
 constexpr std::uint32_t kNever = std::numeric_limits<std::uint32_t>::max();
 
 /// Returns the vertices per primitive of modes whose primitives share no vertices; 0 for other modes.
@@ -60,7 +63,7 @@ void ListRecorder::Start(unsigned aList) noexcept {
   m_uSlowFrom = 0;
   m_bMayMerge = false;
   m_bMesa = IsMesa();
-  m_bInside = m_bNamed = false;
+  m_bInside = m_bNamed = m_bCulls = false;
   m_bBounded = true;
 }
 
@@ -95,7 +98,7 @@ void ListRecorder::Begin(GLenum aMode) noexcept {
   m_bInside = true;
   m_uMode = aMode;
   m_uPrimitiveStart = m_uVertices;
-  m_uSlowFrom = m_bBounded && VerticesEach(aMode) != 0 ? kVertices : kNever;
+  m_uSlowFrom = m_bBounded && VerticesEach(aMode) != 0 ? LongestPrimitives() : kNever;
 }
 
 // Mesa merges consecutive primitives of a list. Its selection mode crashes on merged primitives of several
@@ -110,7 +113,13 @@ void ListRecorder::KeepApart(GLenum aMode) noexcept {
 void ListRecorder::End() noexcept {
   if (!std::exchange(m_bInside, false)) return Unbounded();
   m_uSlowFrom = m_bBounded ? 0 : kNever;  // a vertex outside of Begin and End makes the list unbounded
-  if (m_bBounded && m_uVertices >= (m_bNamed ? kNamedVertices : kVertices) && PrepareSplit()) Split();
+  const std::uint32_t most = m_bNamed ? std::min(kNamedVertices, LongestPrimitives()) : LongestPrimitives();
+  if (m_bBounded && m_uVertices >= most && PrepareSplit()) Split();
+}
+
+// Vertices from which a run ends between two primitives of one BeginDraw...
+std::uint32_t ListRecorder::LongestPrimitives() const noexcept {
+  return m_bCulls ? kCullingVertices : kVertices;
 }
 
 void ListRecorder::VertexSlow() noexcept {
@@ -132,7 +141,7 @@ void ListRecorder::Name(ULONG aName) noexcept {
 void ListRecorder::State(const HitState& aState) noexcept {
   if (m_bInside) return;  // GL ignores the call there
   m_Now.m_State.Overlay(aState);
-  if (aState.m_uCulling == GL_CULL_FACE) m_Start.m_bCulls = true;
+  if (aState.m_uCulling == GL_CULL_FACE) m_bCulls = true;
 }
 
 void ListRecorder::Call(unsigned aList, unsigned aWhole) noexcept {
@@ -187,20 +196,20 @@ void ListRecorder::Split() noexcept {
   glNewList(m_uRun, GL_COMPILE);
   m_Start = m_Now;
   m_bMayMerge = m_bInside;
-  m_uSlowFrom = m_bInside ? kVertices : 0;
+  m_uSlowFrom = m_bInside ? LongestPrimitives() : 0;
 }
 
 // Does nothing if the run is already closed.
 void ListRecorder::CloseRun() noexcept {
   if (m_uRun == 0) return;
-  m_Start.m_Box = m_fFinite == 0 ? m_Box : Box::Everything();
+  m_Start.m_Box = m_fFinite == 0 && !m_bCulls ? m_Box : Box::Everything();
   m_Start.m_uList = std::exchange(m_uRun, 0);
   m_pList->m_aRuns.push_back(m_Start);
   m_pList->m_uVertices += m_uVertices;
   m_Box = {};
   m_fFinite = 0;
   m_uVertices = 0;
-  m_bNamed = false;
+  m_bNamed = m_bCulls = false;
 }
 
 void ListRecorder::CloseSegment(unsigned aCalled) noexcept {

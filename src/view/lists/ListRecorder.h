@@ -52,6 +52,7 @@ class ListRecorder {
  private:
   void KeepApart(GLenum aMode) noexcept;
   void VertexSlow() noexcept;
+  std::uint32_t LongestPrimitives() const noexcept;
   bool PrepareSplit() noexcept;
   void Split() noexcept;
   void CloseRun() noexcept;
@@ -77,5 +78,6 @@ class ListRecorder {
   bool m_bMesa = false;
   bool m_bInside = false;  // between Begin and End
   bool m_bNamed = false;   // the run contains an identifier
+  bool m_bCulls = false;   // the run enables culling
   bool m_bBounded = true;
 };
