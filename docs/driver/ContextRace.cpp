@@ -1,4 +1,5 @@
-// ContextRace: two threads draw with rendering contexts of one EGL display, by plain EGL and GL. It is no test.
+// ContextRace: two threads draw with rendering contexts of one EGL display, by plain EGL and GL. It is no
+// test.
 //
 //   g++ -std=c++20 -O2 ContextRace.cpp -lEGL -lOpenGL -pthread -o context-race
 //

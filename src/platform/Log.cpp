@@ -66,7 +66,7 @@ class Line {
   }
 
  private:
-  char m_szText[kLongestLine + 1];  // one more for the line break
+  char m_szText[kLongestLine + 1]{};  // one more for the line break
   std::size_t m_uLength = 0;
 };
 

@@ -15,7 +15,7 @@ constexpr int kWidth = 64, kHeight = 48;
 struct Captured {
   RichScene scene;
   GLPtr<TestCapture> capture = GLMake<TestCapture>();
-  GLDATA_RGBA behind{};                    // the background that the painter is told of in a zoomed picture
+  GLDATA_RGBA behind{};                    // GetBackgroundColor as the painter sees it in a zoomed picture
   std::atomic<int> textures{0}, lists{0};  // names in the window's rendering context when it was last read
   FreeContext drawn;
 

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Makes no rendering context current while it is told so.
+/// Refuses to make a rendering context current while a test requests it.
 class RefusingDisplay final : public ScriptedDisplay {
  public:
   bool MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept override {

@@ -51,7 +51,7 @@ class XWindow : public testing::Test {
 
 }  // namespace
 
-/// Stands in for the C library's.
+/// Replaces the function of the C library.
 extern "C" int poll(pollfd* aFiles, nfds_t aCount, int aTimeout) {
   static const auto real = reinterpret_cast<int (*)(pollfd*, nfds_t, int)>(dlsym(RTLD_NEXT, "poll"));
   if (t_iInterruptions == 0) return real(aFiles, aCount, aTimeout);

@@ -77,7 +77,7 @@ TEST(LogLevels, WriteWhatTheyNameAndWorse) {
     WriteOneOfEach();
     const auto lines = LinesOf(errors.Read());
     EXPECT_EQ(std::ssize(lines), count) << level;
-    if (std::string_view(level) == "loud") {  // counts as warning, and is told of
+    if (std::string_view(level) == "loud") {  // counts as warning, and is reported
       EXPECT_NE(lines.at(0).find("GLLIB_LOG is \"loud\", which is no level"), std::string::npos);
     }
   }

@@ -31,7 +31,5 @@ class ListCheck {
   bool Passes(const ListRun& aRun, const ListRun& aAfter) noexcept;
 
  private:
-  int DrawAround(const ListRun& aRun, bool aNamed) noexcept;
-
   std::array<int, 5> m_anDepths{};  // depths of the matrix, attribute and name stacks
 };
