@@ -183,10 +183,10 @@ class GLContext final
   static void DrawThreadEnd(void* aContext) noexcept;
   void DrawFrame() noexcept;
   void SetFrameState() noexcept;
+  void SetDepthTestAndBlending() noexcept;
   void DrawViewers() noexcept;
   void NotePainterResult(HRESULT aResult) noexcept;
-  void SetupViewerPass(IGLViewer& aViewer) noexcept;
-  void SetupEye(IGLViewer& aViewer) noexcept;
+  void SetupViewerPass(class GLViewer& aViewer) noexcept;
   void SetupClipPlanes() noexcept;
   void SetupLighting() noexcept;
   void ApplyLights() noexcept;

@@ -10,6 +10,7 @@
 
 #include "context/GLContext.h"
 #include "context/frame/GLPass.h"
+#include "view/GLViewer.h"
 
 namespace {
 
@@ -71,9 +72,8 @@ void PSelectEvent::Run() {
 
 void PSelectEvent::TakeScene() noexcept {
   m_pPainter = m_Context.Painter().Get();
-  m_iWidth = m_Context.ViewportWidth();
-  m_iHeight = m_Context.ViewportHeight();
-  ReadView();
+  m_Setup = static_cast<GLViewer*>(m_Request.m_pViewer)
+                ->Setup(m_Context.ViewportWidth(), m_Context.ViewportHeight());
   try {
     m_aClipPlanes = m_Context.Planes().All();
   } catch (const std::bad_alloc&) {
