@@ -205,8 +205,9 @@ class GLContext final
   /// Returns the pass on the calling thread if it draws a picture other than the window's; otherwise null.
   const GLPass* PictureHere() const noexcept;
   std::shared_ptr<PThread> DrawThread() const noexcept;
+  enum class Given { kCounted, kBorrowed };  // the kind of pointer that a host gets
   template <class Describe>
-  HRESULT CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept;
+  HRESULT CreateFont(Given aGiven, IGLFont** aFont, Describe aDescribe) noexcept;
   HRESULT BeginSelection(const PSelectEvent::Request& aRequest) noexcept;
   HRESULT WaitForSelection() noexcept;
   GLPtr<IGLViewer> FindViewer(IGLViewer* aViewer) noexcept;

@@ -6,18 +6,20 @@
 #include "media/GLFont.h"
 
 PCreateFontEvent::PCreateFontEvent(GLContext& aContext, GLFont& aFont)
-    : PEvent(&aContext, true, false), m_Context(aContext), m_pFont(GLPtr<GLFont>::FromBorrowed(&aFont)) {}
+    : PEvent(&aContext, Lifetime::kOneRun),
+      m_Context(aContext),
+      m_pFont(GLPtr<GLFont>::FromBorrowed(&aFont)) {}
 
 void PCreateFontEvent::Run() {
   const GLSiteLock gl(m_Context);
   // Before the first rendering context exists, the font cannot be built. The first frame builds it.
   if (m_Context.HasFont(m_pFont.Get()) && m_Context.IsCurrentHere()) m_pFont->EnsureLists(m_Context);
   m_bDone = true;
-  SetActive(false);
+  Deactivate();
 }
 
 PResetClipPlanesEvent::PResetClipPlanesEvent(GLContext& aContext)
-    : PEvent(&aContext, true, false), m_Context(aContext) {}
+    : PEvent(&aContext, Lifetime::kOneRun), m_Context(aContext) {}
 
 void PResetClipPlanesEvent::Run() {
   const GLSiteLock gl(m_Context);

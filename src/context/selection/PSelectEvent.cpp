@@ -32,7 +32,7 @@ void RemoveFound(int* aSize, ULONG* aIDArray, ULONG* aFound, int aFoundSize) noe
 }  // namespace
 
 PSelectEvent::PSelectEvent(GLContext& aContext) noexcept
-    : PEvent(&aContext, false, true), m_Context(aContext) {}
+    : PEvent(&aContext, Lifetime::kReusable), m_Context(aContext) {}
 
 bool PSelectEvent::Begin(const Request& aRequest, std::shared_ptr<PSelectEvent> aSelf) noexcept {
   const std::scoped_lock lock(m_OutcomeLock);
@@ -42,7 +42,7 @@ bool PSelectEvent::Begin(const Request& aRequest, std::shared_ptr<PSelectEvent> 
   m_bEnded = false;
   m_hOutcome = E_GL_BADSTATE;
   m_pQueued = std::move(aSelf);
-  SetActive(true);
+  Activate();
   return true;
 }
 
@@ -66,7 +66,7 @@ void PSelectEvent::Run() {
     }
   }
   m_pPainter.Reset();
-  SetActive(false);
+  Deactivate();
   End(m_hResult);
 }
 

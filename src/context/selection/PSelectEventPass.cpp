@@ -36,9 +36,9 @@ void PSelectEvent::RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& 
   m_Setup.ApplyEye(*m_Context.Canvas());
   SetupClipPlanes();
   CompiledLists& lists = m_Context.WindowTarget().m_Lists.Compiled();
-  lists.SetPicking(true);
+  lists.BeginSelectionPass();
   DrawScene(lists);
-  lists.SetPicking(false);
+  lists.EndSelectionPass();
   glFlush();
   std::fill_n(aIDArray, capacity, ULONG{0});
   *aArraySize = ReadHits(glRenderMode(GL_RENDER), buffer, records, aIDArray);
