@@ -15,9 +15,9 @@
 #include <optional>
 #include <vector>
 
-#include "component/ContextSite.h"
-#include "component/Object.h"
-#include "component/SiteLink.h"
+#include "component/GLContextSite.h"
+#include "component/GLObject.h"
+#include "component/GLSiteLink.h"
 #include "context/control/ClientSlot.h"
 #include "context/frame/GLPass.h"
 #include "context/scene/ClipPlanes.h"
@@ -181,6 +181,8 @@ class GLContext final
   // Frame cycle: GLContextFrame.cpp.
   static void DrawThreadCallback(void* aContext, unsigned aWake) noexcept;
   static void DrawThreadEnd(void* aContext) noexcept;
+  /// Records the context whose draw thread the calling thread is; null for none.
+  static void MarkDrawThread(GLContext* aContext) noexcept;
   void DrawFrame() noexcept;
   void SetFrameState() noexcept;
   void SetDepthTestAndBlending() noexcept;

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 
 class GLBitmap final : public GLObject<GLBitmap, IGLBitmap> {
  public:

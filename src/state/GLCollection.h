@@ -7,7 +7,7 @@
 
 #include <memory>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "thread/PCriticalSection.h"
 
 class GLCollection final : public GLObject<GLCollection, IGLCollection> {

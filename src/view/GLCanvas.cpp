@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "component/Catalogue.h"
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/GL.h"
 #include "view/lists/ListRecorder.h"
 

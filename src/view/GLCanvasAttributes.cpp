@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/GL.h"
 #include "state/GLDrawAttr.h"
 #include "view/GLCanvas.h"

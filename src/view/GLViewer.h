@@ -10,7 +10,7 @@
 #include <gllib/IGLViewer.h>
 #include <gllib/IGLViewerGauge.h>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "thread/Relaxed.h"
 #include "view/ViewSetup.h"
 

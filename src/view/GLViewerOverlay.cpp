@@ -2,7 +2,7 @@
 
 #include <gllib/IGLContext.h>
 
-#include "component/ContextSite.h"
+#include "component/GLContextSite.h"
 #include "component/Module.h"
 #include "diagnostics/ClientCheck.h"
 #include "geometry/Geometry.h"

@@ -5,9 +5,8 @@
 
 #include "component/Module.h"
 #include "context/GLContext.h"
-#include "context/control/ContextTasks.h"
 #include "diagnostics/ClientCheck.h"
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/Com.h"
 #include "platform/GL.h"
 #include "platform/RenderingTurn.h"

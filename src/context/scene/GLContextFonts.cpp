@@ -8,7 +8,7 @@
 #include "component/CreateObject.h"
 #include "context/GLContext.h"
 #include "context/control/ContextHold.h"
-#include "context/control/ContextTasks.h"
+#include "context/control/PCreateFontEvent.h"
 #include "media/GLFont.h"
 
 namespace {

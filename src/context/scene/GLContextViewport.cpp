@@ -6,7 +6,7 @@
 
 #include "context/GLContext.h"
 #include "context/control/ContextHold.h"
-#include "context/control/ContextTasks.h"
+#include "context/control/PResetClipPlanesEvent.h"
 #include "view/AspectFit.h"
 
 namespace {

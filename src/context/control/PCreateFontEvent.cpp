@@ -1,6 +1,6 @@
-// ContextTasks: the work of the tasks. Draw thread, between two frames.
+// PCreateFontEvent: builds the font inside a pass. Draw thread, between two frames.
 
-#include "context/control/ContextTasks.h"
+#include "context/control/PCreateFontEvent.h"
 
 #include "context/GLContext.h"
 #include "media/GLFont.h"
@@ -14,14 +14,5 @@ void PCreateFontEvent::Run() {
   const GLSiteLock gl(m_Context);
   // Before the first rendering context exists, the font cannot be built. The first frame builds it.
   if (m_Context.HasFont(m_pFont.Get()) && m_Context.IsCurrentHere()) m_pFont->EnsureLists(m_Context);
-  m_bDone = true;
   Deactivate();
-}
-
-PResetClipPlanesEvent::PResetClipPlanesEvent(GLContext& aContext)
-    : PEvent(&aContext, Lifetime::kOneRun), m_Context(aContext) {}
-
-void PResetClipPlanesEvent::Run() {
-  const GLSiteLock gl(m_Context);
-  if (m_Context.IsCurrentHere()) m_Context.ResetGLClipPlanes();
 }
