@@ -6,7 +6,6 @@
 #include <gllib/GLLibHost.h>
 
 #include <chrono>
-#include <cmath>
 #include <future>
 #include <vector>
 

@@ -7,7 +7,6 @@
 
 #include "EmptyFrames.h"
 #include "PlainContext.h"
-#include "platform/PixelFormat.h"
 
 namespace {
 

@@ -9,7 +9,6 @@
 #include <map>
 #include <memory>
 #include <random>
-#include <utility>
 #include <vector>
 
 #include "PlainContext.h"
@@ -50,12 +49,13 @@ struct Model {
   }
 
   void DrawThrough(IGLCanvas& aCanvas) const {
-    Draw([&](unsigned id) { aCanvas.SetTestID(id); }, [&] { aCanvas.BeginDrawTriangles(); },
-         [&](float x, float y, float z) { aCanvas.Vertex3f(x, y, z); }, [&] { aCanvas.EndDrawVertices(); });
+    Draw([&](unsigned aId) { aCanvas.SetTestID(aId); }, [&] { aCanvas.BeginDrawTriangles(); },
+         [&](float aX, float aY, float aZ) { aCanvas.Vertex3f(aX, aY, aZ); },
+         [&] { aCanvas.EndDrawVertices(); });
   }
   void DrawPlain() const {
-    Draw([](unsigned id) { glLoadName(id); }, [] { glBegin(GL_TRIANGLES); },
-         [](float x, float y, float z) { glVertex3f(x, y, z); }, [] { glEnd(); });
+    Draw([](unsigned aId) { glLoadName(aId); }, [] { glBegin(GL_TRIANGLES); },
+         [](float aX, float aY, float aZ) { glVertex3f(aX, aY, aZ); }, [] { glEnd(); });
   }
 };
 
@@ -175,12 +175,12 @@ void BarePass(benchmark::State& aState) {
 }
 
 void CompileThroughCanvas(benchmark::State& aState) {
-  TimedStage().Measure(aState, [model = ModelOf(aState)](IGLCanvas& canvas) {
+  TimedStage().Measure(aState, [model = ModelOf(aState)](IGLCanvas& aCanvas) {
     int list = 0;
-    canvas.BeginCompileList(&list);
-    model.DrawThrough(canvas);
-    canvas.EndCompileList();
-    canvas.DeleteCompiledList(list);
+    aCanvas.BeginCompileList(&list);
+    model.DrawThrough(aCanvas);
+    aCanvas.EndCompileList();
+    aCanvas.DeleteCompiledList(list);
   });
 }
 

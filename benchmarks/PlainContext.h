@@ -7,7 +7,6 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "component/GLContextSite.h"
 #include "platform/GL.h"
 
 #include <EGL/egl.h>
@@ -49,10 +48,10 @@ class PlainContext {
     EGLint count = 0;
     eglGetConfigs(m_Display, configs, static_cast<EGLint>(std::size(configs)), &count);
     for (const EGLint depth : {32, 24}) {
-      const auto fits = [&](EGLConfig config) {
-        const auto has = [&](EGLint name) {
+      const auto fits = [&](EGLConfig aConfig) {
+        const auto has = [&](EGLint aName) {
           EGLint value = 0;
-          eglGetConfigAttrib(m_Display, config, name, &value);
+          eglGetConfigAttrib(m_Display, aConfig, aName, &value);
           return value;
         };
         return has(EGL_RED_SIZE) == 8 && has(EGL_GREEN_SIZE) == 8 && has(EGL_BLUE_SIZE) == 8 &&

@@ -30,13 +30,13 @@ void DrawScene(SetName aSetName, Begin aBegin, Vertex aVertex, End aEnd) {
 }
 
 void DrawThrough(IGLCanvas& aCanvas) {
-  DrawScene([&](unsigned id) { aCanvas.SetTestID(id); }, [&] { aCanvas.BeginDrawTriangles(); },
-            [&](float x, float y) { aCanvas.Vertex3f(x, y, 0); }, [&] { aCanvas.EndDrawVertices(); });
+  DrawScene([&](unsigned aId) { aCanvas.SetTestID(aId); }, [&] { aCanvas.BeginDrawTriangles(); },
+            [&](float aX, float aY) { aCanvas.Vertex3f(aX, aY, 0); }, [&] { aCanvas.EndDrawVertices(); });
 }
 
 void DrawPlain() {
-  DrawScene([](unsigned id) { glLoadName(id); }, [] { glBegin(GL_TRIANGLES); },
-            [](float x, float y) { glVertex3f(x, y, 0); }, [] { glEnd(); });
+  DrawScene([](unsigned aId) { glLoadName(aId); }, [] { glBegin(GL_TRIANGLES); },
+            [](float aX, float aY) { glVertex3f(aX, aY, 0); }, [] { glEnd(); });
 }
 
 /// What the painter draws from.

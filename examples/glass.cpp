@@ -87,8 +87,9 @@ class GlassPainter final : public GLPainterBase {
       eye->PointPCStoLCS(&seen);
       triangle.m_dMidDistance = seen.x * seen.x + seen.y * seen.y + seen.z * seen.z;
     }
-    std::sort(aTriangles.begin(), aTriangles.end(),
-              [](const auto& a, const auto& b) { return a.m_dMidDistance > b.m_dMidDistance; });
+    std::sort(aTriangles.begin(), aTriangles.end(), [](const auto& aLeft, const auto& aRight) {
+      return aLeft.m_dMidDistance > aRight.m_dMidDistance;
+    });
   }
 
   IGLViewer* m_sorted;

@@ -7,7 +7,6 @@
 #include <gllib/GLLibHost.h>
 
 #include <functional>
-#include <memory>
 #include <mutex>
 
 #include "shared/Picture.h"

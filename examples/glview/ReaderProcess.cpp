@@ -254,7 +254,8 @@ void Reader::RequireModel(int aStatus) const {
     case kModelRefused: {
       std::string reason = m_result.Text(kLongestReason);
       std::replace_if(
-          reason.begin(), reason.end(), [](char c) { return c >= 0 && c < ' '; }, ' ');
+          reason.begin(), reason.end(), [](char aCharacter) { return aCharacter >= 0 && aCharacter < ' '; },
+          ' ');
       throw ModelError(reason);
     }
     case kNoMemory:

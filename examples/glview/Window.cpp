@@ -9,7 +9,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "glview/NativeWindow.h"
 #include "glview/Viewing.h"

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cfloat>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>

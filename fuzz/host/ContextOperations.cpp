@@ -64,14 +64,15 @@ void CreateMember(Turn& aTurn, std::atomic<int>& aCount, int aMost, Create aCrea
 }
 
 void CreateViewer(Turn& aTurn) {
-  CreateMember<IGLViewer>(aTurn, aTurn.m_World.m_iViewers, 8, [&](IGLContext& context, IGLViewer** viewer) {
-    return context.CreateViewer(aTurn.m_Bytes.Byte() & 1, aTurn.m_Bytes.Byte() & 1, viewer);
+  CreateMember<IGLViewer>(aTurn, aTurn.m_World.m_iViewers, 8, [&](IGLContext& aContext, IGLViewer** aViewer) {
+    return aContext.CreateViewer(aTurn.m_Bytes.Byte() & 1, aTurn.m_Bytes.Byte() & 1, aViewer);
   });
 }
 
 void CreateLight(Turn& aTurn) {
-  CreateMember<IGLLight>(aTurn, aTurn.m_World.m_iLights, 24,
-                         [](IGLContext& context, IGLLight** light) { return context.CreateLight(light); });
+  CreateMember<IGLLight>(aTurn, aTurn.m_World.m_iLights, 24, [](IGLContext& aContext, IGLLight** aLight) {
+    return aContext.CreateLight(aLight);
+  });
 }
 
 GLString Face(Turn& aTurn) {
@@ -80,19 +81,20 @@ GLString Face(Turn& aTurn) {
 }
 
 void CreateRasterFont(Turn& aTurn) {
-  CreateMember<IGLFont>(aTurn, aTurn.m_World.m_iFonts, 4, [&](IGLContext& context, IGLFont** font) {
+  CreateMember<IGLFont>(aTurn, aTurn.m_World.m_iFonts, 4, [&](IGLContext& aContext, IGLFont** aFont) {
     Bytes& bytes = aTurn.m_Bytes;
     const GLString face = Face(aTurn);
-    return context.CreateRasterFont(face, bytes.Int(), bytes.Int(), bytes.Float(), bytes.Size(), bytes.Size(),
-                                    font);
+    return aContext.CreateRasterFont(face, bytes.Int(), bytes.Int(), bytes.Float(), bytes.Size(),
+                                     bytes.Size(), aFont);
   });
 }
 
 void CreateTrueTypeFont(Turn& aTurn) {
-  CreateMember<IGLFont>(aTurn, aTurn.m_World.m_iOutlines, 1, [&](IGLContext& context, IGLFont** font) {
+  CreateMember<IGLFont>(aTurn, aTurn.m_World.m_iOutlines, 1, [&](IGLContext& aContext, IGLFont** aFont) {
     Bytes& bytes = aTurn.m_Bytes;
     const GLString face = Face(aTurn);
-    return context.CreateTrueTypeFont(face, bytes.Int(), bytes.Int(), bytes.Float(), bytes.Byte() & 1, font);
+    return aContext.CreateTrueTypeFont(face, bytes.Int(), bytes.Int(), bytes.Float(), bytes.Byte() & 1,
+                                       aFont);
   });
 }
 

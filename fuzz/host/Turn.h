@@ -4,8 +4,6 @@
 #pragma once
 
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <span>
 #include <type_traits>
 
@@ -223,8 +221,8 @@ struct MemberCall<kMayBeNull, kMember> {
     if (!object) return;
     // List initialisation evaluates the arguments from left to right.
     std::tuple<Holder<Arguments>...> arguments{Holder<Arguments>(aTurn)...};
-    aTurn.Check(std::apply([&](auto&... holder) { return ((*object).*kMember)(holder.m_Argument.Pass()...); },
-                           arguments));
+    aTurn.Check(std::apply(
+        [&](auto&... aHolder) { return ((*object).*kMember)(aHolder.m_Argument.Pass()...); }, arguments));
   }
 
  private:

@@ -45,7 +45,7 @@ class World {
     return std::get<Places<Interface>>(m_Places);
   }
   void Close() noexcept {
-    std::apply([](auto&... places) { (places.Close(), ...); }, m_Places);
+    std::apply([](auto&... aPlaces) { (aPlaces.Close(), ...); }, m_Places);
   }
 
   // Images have no lock: one thread at a time may use them and the textures that draw them.

@@ -6,7 +6,6 @@
 #include <gllib/GLPtr.h>
 
 #include <atomic>
-#include <new>
 #include <thread>
 
 #include "component/Module.h"

@@ -43,9 +43,9 @@ class Jobs {
 
  private:
   void JoinEnded() noexcept {
-    m_Jobs.remove_if([](Job& job) {
-      if (!job.m_bEnded) return false;
-      job.m_Thread.join();
+    m_Jobs.remove_if([](Job& aJob) {
+      if (!aJob.m_bEnded) return false;
+      aJob.m_Thread.join();
       return true;
     });
   }

@@ -13,7 +13,6 @@
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <vector>
 
 #include "component/GLContextSite.h"
 #include "component/GLObject.h"

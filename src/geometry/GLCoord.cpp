@@ -65,38 +65,38 @@ HRESULT GLCoord::MoveOrigin(GLDATA_POINT* aPoint) noexcept {
 }
 
 HRESULT GLCoord::MoveOrigin3d(double aX, double aY, double aZ) noexcept {
-  return Modify([&](GCoord& coord) { coord = coord.Origin() + GPoint(aX, aY, aZ); });
+  return Modify([&](GCoord& aCoord) { aCoord = aCoord.Origin() + GPoint(aX, aY, aZ); });
 }
 
 HRESULT GLCoord::MoveRight(double aDistance) noexcept {
-  return Modify([&](GCoord& coord) { coord.MoveRight(aDistance); });
+  return Modify([&](GCoord& aCoord) { aCoord.MoveRight(aDistance); });
 }
 
 HRESULT GLCoord::MoveUp(double aDistance) noexcept {
-  return Modify([&](GCoord& coord) { coord.MoveUp(aDistance); });
+  return Modify([&](GCoord& aCoord) { aCoord.MoveUp(aDistance); });
 }
 
 HRESULT GLCoord::MoveForward(double aDistance) noexcept {
-  return Modify([&](GCoord& coord) { coord.MoveForward(aDistance); });
+  return Modify([&](GCoord& aCoord) { aCoord.MoveForward(aDistance); });
 }
 
 HRESULT GLCoord::RotateAboutX_RAD(double aAngle) noexcept {
-  return Modify([&](GCoord& coord) { coord.RotateAboutX_RAD(aAngle); });
+  return Modify([&](GCoord& aCoord) { aCoord.RotateAboutX_RAD(aAngle); });
 }
 
 HRESULT GLCoord::RotateAboutY_RAD(double aAngle) noexcept {
-  return Modify([&](GCoord& coord) { coord.RotateAboutY_RAD(aAngle); });
+  return Modify([&](GCoord& aCoord) { aCoord.RotateAboutY_RAD(aAngle); });
 }
 
 HRESULT GLCoord::RotateAboutZ_RAD(double aAngle) noexcept {
-  return Modify([&](GCoord& coord) { coord.RotateAboutZ_RAD(aAngle); });
+  return Modify([&](GCoord& aCoord) { aCoord.RotateAboutZ_RAD(aAngle); });
 }
 
 HRESULT GLCoord::Rotate_RAD(double aAngle, GLDATA_POINT* aAxis, GLDATA_POINT* aOrigin) noexcept {
   if (aAxis == nullptr || aOrigin == nullptr) return E_INVALIDARG;
   const GPoint axis(*aAxis);
   const GPoint pivot(*aOrigin);
-  return Modify([&](GCoord& coord) { coord.Rotate_RAD(aAngle, axis, pivot); });
+  return Modify([&](GCoord& aCoord) { aCoord.Rotate_RAD(aAngle, axis, pivot); });
 }
 
 HRESULT GLCoord::ResetRotation() noexcept {

@@ -4,6 +4,7 @@
 #include "geometry/GMatrix.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 

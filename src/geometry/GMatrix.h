@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 
 /// A matrix. It has no elements if a dimension is below 1. Element indexes are not checked.
 class GMatrix {

@@ -16,11 +16,11 @@ GPlane::GPlane(const GPoint& aNormal, const GPoint& aPoint) noexcept
     m_ptB.Set(p.x + 2, p.y + 1, p.z);
     m_ptC.Set(p.x + 1, p.y + 2, p.z);
   } else if (a == 0.0) {
-    const auto place = [&](double x, double z) { return GPoint(x, -(a * x + d + c * z) / b, z); };
+    const auto place = [&](double aX, double aZ) { return GPoint(aX, -(a * aX + d + c * aZ) / b, aZ); };
     m_ptB = place(p.x + 1, p.z + 2);
     m_ptC = place(p.x + 2, p.z + 1);
   } else {
-    const auto place = [&](double y, double z) { return GPoint(-(b * y + d + c * z) / a, y, z); };
+    const auto place = [&](double aY, double aZ) { return GPoint(-(b * aY + d + c * aZ) / a, aY, aZ); };
     m_ptB = place(p.y + 2, p.z + 1);
     m_ptC = place(p.y + 1, p.z + 2);
   }

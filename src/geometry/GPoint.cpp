@@ -60,9 +60,9 @@ bool GPoint::IsLess(const GPoint& aOther, double aTolerance) const noexcept {
 
 bool GPoint::IsBetween(const GPoint& a, const GPoint& b) const noexcept {
   const double tolerance = GetTolerance();
-  return std::ranges::all_of(kMembers, [&](auto member) {
-    return this->*member >= std::min(a.*member, b.*member) - tolerance &&
-           this->*member <= std::max(a.*member, b.*member) + tolerance;
+  return std::ranges::all_of(kMembers, [&](auto aMember) {
+    return this->*aMember >= std::min(a.*aMember, b.*aMember) - tolerance &&
+           this->*aMember <= std::max(a.*aMember, b.*aMember) + tolerance;
   });
 }
 

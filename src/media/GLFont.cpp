@@ -124,8 +124,6 @@ HRESULT GLFont::InitInternalFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace) noex
   return S_OK;
 }
 
-bool GLFont::HasSite() const noexcept { return static_cast<bool>(GLSiteLink::Use(m_pContext.get())); }
-
 bool GLFont::IsSystem() const noexcept { return NameOf(m_szFace) == kSystem; }
 
 HRESULT GLFont::IsTrueType(LONG* aTrueType) noexcept { return Give(aTrueType, m_bTrueType); }

@@ -35,8 +35,6 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
   /// @return S_OK; E_INVALIDARG if the name has 64 units or more
   HRESULT InitInternalFont(GLSiteLinkPtr aSite, const GLWCHAR* aFace) noexcept;
 
-  /// Returns whether the font belongs to a context that still exists. Any thread.
-  bool HasSite() const noexcept;
   /// Builds the lists and the widths in the current rendering context. Draw thread.
   /// @return whether the font can print
   bool CreateFontLists() noexcept;

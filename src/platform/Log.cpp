@@ -59,7 +59,8 @@ class Line {
   /// @return false if the line is lost
   bool Write() noexcept {
     std::replace_if(
-        m_szText, m_szText + m_uLength, [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; }, '?');
+        m_szText, m_szText + m_uLength,
+        [](char aCharacter) { return (aCharacter >= 0 && aCharacter < ' ') || aCharacter == 0x7F; }, '?');
     m_szText[m_uLength++] = '\n';
     m_szText[m_uLength] = '\0';
     return Send(m_szText, m_uLength);

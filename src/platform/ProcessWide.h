@@ -2,8 +2,8 @@
 
 #pragma once
 
+#include <atomic>
 #include <cstddef>
-#include <memory>
 #include <new>
 #include <thread>
 

@@ -30,7 +30,7 @@ void PThread::RunEvents() noexcept {
   } while (event != nullptr);
 }
 
-// Copies the queue into the pass and removes events that are not kept. Returns false if there is no event to
+// Copies the queue into the pass and removes events of one run. Returns false if there is no event to
 // run.
 bool PThread::TakeEvents() noexcept {
   const PLock queue(m_QueueLock);
@@ -62,8 +62,8 @@ void PThread::RunNextEvent(int& aPosition, PEvent*& aEvent) noexcept {
     }
     m_Pass.Remove(aEvent);
   }
-  bool drop = aEvent->m_Lifetime ==
-              PEvent::Lifetime::kOneRun;  // the poster may delete a kept event as soon as Run returns
+  // Read before Run: the poster may delete a reusable event as soon as Run returns.
+  bool drop = aEvent->m_Lifetime == PEvent::Lifetime::kOneRun;
   if (aEvent->m_bActive) aEvent->Run();
   {
     const PLock queue(m_QueueLock);
@@ -92,7 +92,7 @@ void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
     for (PEvent* event = aEvents.GetFirst(position); event != nullptr; event = aEvents.GetNext(position)) {
       if (!aMatches(event)) continue;
       aEvents.Remove(event);
-      if (event == m_pRunning || m_Events.Has(event)) continue;  // a kept event of the pass is in both arrays
+      if (event == m_pRunning || m_Events.Has(event)) continue;  // a reusable event of the pass is in both arrays
       event->m_pNextRemoved = nullptr;
       *last = event;
       last = &event->m_pNextRemoved;
@@ -105,8 +105,8 @@ void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
     takeFrom(m_Pass);
     takeFrom(m_Events);
     GiveBack(m_Events);
-    // A kept event that is running has no owner now. The worker drops it after Run, like an event that is not
-    // kept.
+    // A reusable event that is running has no owner now. The worker drops it after Run, like an event of one
+    // run.
     if (runs) m_bDropRunning = true;
   }
   if (runs && !IsWorker()) const PLock ended(m_RunLock);

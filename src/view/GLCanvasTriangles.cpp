@@ -2,7 +2,6 @@
 // Draw thread; no lock.
 
 #include <algorithm>
-#include <array>
 
 #include "geometry/GPlane.h"
 #include "geometry/GPoint.h"
@@ -13,7 +12,9 @@ namespace {
 /// Returns the normal of the side on which the points run counter-clockwise; zero for a triangle without
 /// area.
 GLDATA_POINT FaceNormal(const GLDATA_POINT* aPoints) noexcept {
-  const auto point = [aPoints](int i) { return GPoint(aPoints[i].x, aPoints[i].y, aPoints[i].z); };
+  const auto point = [aPoints](int aIndex) {
+    return GPoint(aPoints[aIndex].x, aPoints[aIndex].y, aPoints[aIndex].z);
+  };
   const GPoint normal = GPlane(point(0), point(1), point(2)).GetUnitNormal();
   return {normal.x, normal.y, normal.z};
 }

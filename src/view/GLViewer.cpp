@@ -106,7 +106,7 @@ HRESULT GLViewer::GetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexce
 
 HRESULT GLViewer::SetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexcept {
   if (aMin == nullptr || aMax == nullptr) return E_INVALIDARG;
-  const auto apart = [](double a, double b) { return a < b || a > b; };
+  const auto apart = [](double aLeft, double aRight) { return aLeft < aRight || aLeft > aRight; };
   if (!apart(aMin->x, aMax->x) || !apart(aMin->y, aMax->y) || !apart(aMin->z, aMax->z)) return E_GL_BADVALUE;
   const auto [minX, maxX] = std::minmax({aMin->x, aMax->x});
   const auto [minY, maxY] = std::minmax({aMin->y, aMax->y});

@@ -1,7 +1,5 @@
 // Pictures at a factor, and text that grows with them.
 
-#include <cmath>
-
 #include "component/Viewing.h"
 
 namespace {

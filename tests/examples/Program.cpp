@@ -1,3 +1,5 @@
+// Program: starts programs and collects their output. Linux.
+
 #include "Program.h"
 
 #include <sys/wait.h>

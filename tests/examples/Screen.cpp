@@ -1,14 +1,14 @@
+// Screen: finds windows, sends input and reads pictures by XCB.
+
 #include "Screen.h"
 
 #include <signal.h>
 #include <xcb/xtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
-#include <thread>
 #include <utility>
 
 namespace {

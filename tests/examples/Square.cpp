@@ -1,3 +1,5 @@
+// Model files that the tests of glview write.
+
 #include <fstream>
 #include <sstream>
 #include <utility>

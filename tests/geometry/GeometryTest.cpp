@@ -9,7 +9,6 @@
 #include "geometry/GMatrix.h"
 #include "geometry/GPlane.h"
 #include "geometry/Random.h"
-#include "support/Counting.h"
 #include "support/Test.h"
 
 using testing::ElementsAre;

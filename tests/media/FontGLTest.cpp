@@ -2,7 +2,6 @@
 // leaves.
 
 #include "media/FontBench.h"
-#include "support/Counting.h"
 #include "support/GLRecorder.h"
 #include "support/PlainGL.h"
 #include "support/Test.h"

@@ -1,8 +1,6 @@
 // The platform's fonts against FreeType itself: one-bit glyphs, outlines, their solids, styles and the stock
 // font.
 
-#include "platform/Fonts.h"
-
 #include <ft2build.h>
 
 #include FT_FREETYPE_H

@@ -2,7 +2,6 @@
 
 #include "platform/Window.h"
 
-#include "platform/SystemInfo.h"
 #include "support/ScriptedDisplay.h"
 #include "support/Test.h"
 

@@ -2,7 +2,6 @@
 // eight light numbers of the process: one holder each, handed on when it goes.
 
 #include "state/GLDrawAttr.h"
-#include "state/LightNumbers.h"
 #include "support/Test.h"
 
 template <class T>

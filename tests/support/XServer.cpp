@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <string>
 
 XServer::XServer() {
   int pipeEnds[2];

@@ -6,8 +6,6 @@
 #include <sys/types.h>
 #include <xcb/xcb.h>
 
-#include <string>
-
 #include "support/Picture.h"
 
 /// Runs while the object stands; DISPLAY names it meanwhile.

@@ -1,7 +1,6 @@
 // Window and model coordinates against the pixels that really light up, and the matrices that a painter
 // reads.
 
-#include "component/Module.h"
 #include "platform/GL.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"

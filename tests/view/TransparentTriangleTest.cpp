@@ -1,7 +1,5 @@
 // The store of transparent triangles. No GL.
 
-#include <new>
-
 #include "support/Counting.h"
 #include "support/Test.h"
 

@@ -32,7 +32,7 @@ bool Measure(Model& aModel) {
       }
     }
   }
-  const auto middle = [&](std::size_t axis) { return (double{low[axis]} + double{high[axis]}) / 2; };
+  const auto middle = [&](std::size_t aAxis) { return (double{low[aAxis]} + double{high[aAxis]}) / 2; };
   aModel.centre = {middle(0), middle(1), middle(2)};
   double radius = 0;
   for (const Part& part : aModel.parts) {

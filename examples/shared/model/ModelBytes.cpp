@@ -129,7 +129,8 @@ Part TakePart(Reader& aReader, const std::vector<GLPtr<IGLPixmap>>& aImages) {
   Reader::Require(onePerVertex(part.colors.size()) && onePerVertex(part.places.size()));
   Reader::Require(!part.image || part.places.size() == count);
   for (const auto& triangle : part.triangles) {
-    Reader::Require(std::all_of(triangle.begin(), triangle.end(), [&](auto i) { return i < count; }));
+    Reader::Require(
+        std::all_of(triangle.begin(), triangle.end(), [&](auto aIndex) { return aIndex < count; }));
   }
   return part;
 }

@@ -209,8 +209,8 @@ void ModelPainter::DrawTransparent(IGLCanvas& aCanvas, IGLViewer& aViewer, const
     pane.triangle.m_dMidDistance =
         (c.x - from.x) * (c.x - from.x) + (c.y - from.y) * (c.y - from.y) + (c.z - from.z) * (c.z - from.z);
   }
-  std::sort(m_shown->order.begin(), m_shown->order.end(), [](const Pane* a, const Pane* b) {
-    return a->triangle.m_dMidDistance > b->triangle.m_dMidDistance;
+  std::sort(m_shown->order.begin(), m_shown->order.end(), [](const Pane* aLeft, const Pane* aRight) {
+    return aLeft->triangle.m_dMidDistance > aRight->triangle.m_dMidDistance;
   });
 
   const auto depth = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas13_1>();

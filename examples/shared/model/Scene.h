@@ -6,7 +6,6 @@
 #include <gllib/GLNavigation.h>
 #include <gllib/GLViewing.h>
 
-#include <array>
 #include <chrono>
 #include <memory>
 #include <optional>

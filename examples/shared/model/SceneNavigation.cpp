@@ -1,7 +1,6 @@
 // Scene: navigation. Each view moves independently. The points that it turns and zooms about are read from
 // the depth buffer. Host's thread.
 
-#include <algorithm>
 #include <cmath>
 
 #include "shared/model/Scene.h"

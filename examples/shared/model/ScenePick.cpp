@@ -13,7 +13,7 @@ constexpr double kMiddle = 0.5;
 
 Scene::View& Scene::ViewAt(const GLPixelPlace& aPixel) {
   const auto viewer = GLViewerAt(*m_context.Get(), aPixel);
-  const auto is = [&](const View& view) { return view.viewer == viewer.Get(); };
+  const auto is = [&](const View& aView) { return aView.viewer == viewer.Get(); };
   const auto found = std::find_if(m_views.begin(), m_views.end(), is);
   return found != m_views.end() ? *found : m_views.front();
 }

@@ -2,8 +2,6 @@
 
 #pragma once
 
-#include <gllib/GLViewing.h>
-
 #include <algorithm>
 #include <array>
 

@@ -44,8 +44,8 @@ HRESULT GLContext::CreateFont(Given aGiven, IGLFont** aFont, Describe aDescribe)
 }
 
 HRESULT GLContext::CreateSystemFont(IGLFont** aFont) noexcept {
-  return CreateFont(Given::kCounted, aFont, [&](GLFont& font) {
-    font.InitSystemFont(m_pLink);
+  return CreateFont(Given::kCounted, aFont, [&](GLFont& aNew) {
+    aNew.InitSystemFont(m_pLink);
     return S_OK;
   });
 }
@@ -53,8 +53,8 @@ HRESULT GLContext::CreateSystemFont(IGLFont** aFont) noexcept {
 HRESULT GLContext::CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation, int aHeight,
                                     int aWidth, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
-  return CreateFont(Given::kBorrowed, aFont, [&](GLFont& font) {
-    font.InitRasterFont(m_pLink, aFace, aFontStyle, aWeight, aOrientation, aHeight, aWidth);
+  return CreateFont(Given::kBorrowed, aFont, [&](GLFont& aNew) {
+    aNew.InitRasterFont(m_pLink, aFace, aFontStyle, aWeight, aOrientation, aHeight, aWidth);
     return S_OK;
   });
 }
@@ -62,8 +62,8 @@ HRESULT GLContext::CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, flo
 HRESULT GLContext::CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation,
                                       LONG aExtrusionZ, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
-  return CreateFont(Given::kBorrowed, aFont, [&](GLFont& font) {
-    font.InitTrueTypeFont(m_pLink, aFace, aFontStyle, aWeight, aOrientation, aExtrusionZ != 0);
+  return CreateFont(Given::kBorrowed, aFont, [&](GLFont& aNew) {
+    aNew.InitTrueTypeFont(m_pLink, aFace, aFontStyle, aWeight, aOrientation, aExtrusionZ != 0);
     return S_OK;
   });
 }
@@ -71,7 +71,7 @@ HRESULT GLContext::CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, f
 HRESULT GLContext::CreateInternalFont(BSTR aFace, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
   return CreateFont(Given::kCounted, aFont,
-                    [&](GLFont& font) { return font.InitInternalFont(m_pLink, aFace); });
+                    [&](GLFont& aNew) { return aNew.InitInternalFont(m_pLink, aFace); });
 }
 
 bool GLContext::HasFont(IGLFont* aFont) noexcept {

@@ -5,7 +5,6 @@
 #include "context/window/WGLExtensions.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <vector>
 

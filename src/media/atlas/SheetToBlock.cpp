@@ -3,7 +3,6 @@
 //   SheetToBlock OUTPUT.cpp NAME SHEET.txt [NAME SHEET.txt ...]
 //   SheetToBlock --files FOLDER NAME SHEET.txt [NAME SHEET.txt ...]
 
-#include <algorithm>
 #include <array>
 #include <bitset>
 #include <cctype>

@@ -2,8 +2,6 @@
 
 #include "platform/PixelFormat.h"
 
-#include <cstring>
-
 #include "platform/linux/DeviceContextRecord.h"
 
 int ChoosePixelFormat(HDC hDC, const PIXELFORMATDESCRIPTOR* pRequest) noexcept {

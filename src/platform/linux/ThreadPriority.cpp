@@ -27,11 +27,12 @@ constexpr NiceOffset kOffsets[] = {
 
 /// Returns the offset of the nearest known priority.
 int OffsetOf(int aPriority) noexcept {
-  const auto distance = [&](const NiceOffset& o) {
-    return std::abs(std::int64_t{aPriority} - o.m_iPriority);
+  const auto distance = [&](const NiceOffset& aOffset) {
+    return std::abs(std::int64_t{aPriority} - aOffset.m_iPriority);
   };
-  return std::min_element(std::begin(kOffsets), std::end(kOffsets),
-                          [&](const auto& a, const auto& b) { return distance(a) < distance(b); })
+  return std::min_element(
+             std::begin(kOffsets), std::end(kOffsets),
+             [&](const auto& aLeft, const auto& aRight) { return distance(aLeft) < distance(aRight); })
       ->m_iOffset;
 }
 

@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <thread>
 
 #include "platform/Thread.h"
 #include "platform/linux/MessageThread.h"

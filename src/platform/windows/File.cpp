@@ -2,7 +2,6 @@
 
 #include "platform/File.h"
 
-#include <climits>
 #include <string>
 
 std::FILE* OpenFileForReading(BSTR aName) noexcept {

@@ -14,9 +14,9 @@ constexpr int kPriorities[] = {THREAD_PRIORITY_IDLE,         THREAD_PRIORITY_LOW
                                THREAD_PRIORITY_TIME_CRITICAL};
 
 int Nearest(int aPriority) noexcept {
-  const auto distance = [&](int known) { return std::abs(std::int64_t{aPriority} - known); };
+  const auto distance = [&](int aKnown) { return std::abs(std::int64_t{aPriority} - aKnown); };
   return *std::min_element(std::begin(kPriorities), std::end(kPriorities),
-                           [&](int a, int b) { return distance(a) < distance(b); });
+                           [&](int aLeft, int aRight) { return distance(aLeft) < distance(aRight); });
 }
 
 }  // namespace

@@ -48,14 +48,15 @@ void BoxTree::BuildNode(const std::vector<Box>& aBoxes, std::uint32_t aFirst, st
   if (aEnd - aFirst <= kBoxesPerNode) return;
 
   std::size_t axis = 0;
-  const auto side = [&](std::size_t i) { return centres.m_afHigh[i] - centres.m_afLow[i]; };
+  const auto side = [&](std::size_t aIndex) { return centres.m_afHigh[aIndex] - centres.m_afLow[aIndex]; };
   for (std::size_t i = 1; i < 3; ++i) {
     if (side(i) > side(axis)) axis = i;
   }
   const std::uint32_t middle = aFirst + (aEnd - aFirst) / 2;
-  std::nth_element(
-      m_aOrder.begin() + aFirst, m_aOrder.begin() + middle, m_aOrder.begin() + aEnd,
-      [&](std::uint32_t a, std::uint32_t b) { return Centre(aBoxes[a], axis) < Centre(aBoxes[b], axis); });
+  std::nth_element(m_aOrder.begin() + aFirst, m_aOrder.begin() + middle, m_aOrder.begin() + aEnd,
+                   [&](std::uint32_t aLeft, std::uint32_t aRight) {
+                     return Centre(aBoxes[aLeft], axis) < Centre(aBoxes[aRight], axis);
+                   });
   m_aNodes[node].m_uCount = 0;
   BuildNode(aBoxes, aFirst, middle);
   m_aNodes[node].m_uIndex = static_cast<std::uint32_t>(m_aNodes.size());

@@ -80,7 +80,7 @@ void CompiledList::DrawSegment(const std::vector<std::uint32_t>& aFound, std::si
 // Returns names and state after a run, which are those before the next run of its segment.
 const ListRun& CompiledList::After(std::uint32_t aRun) const noexcept {
   const auto segment = std::find_if(m_aSegments.begin(), m_aSegments.end(),
-                                    [aRun](const ListSegment& s) { return aRun < s.m_uEnd; });
+                                    [aRun](const ListSegment& aSegment) { return aRun < aSegment.m_uEnd; });
   return aRun + 1 < segment->m_uEnd ? m_aRuns[aRun + 1] : segment->m_After;
 }
 
@@ -121,8 +121,8 @@ void CompiledList::BuildTree() noexcept {
       m_aSegments.shrink_to_fit();
       m_aOwnLists.shrink_to_fit();
       m_Tree.emplace(m_aRuns);
-      m_nFilled = static_cast<std::size_t>(
-          std::count_if(m_aRuns.begin(), m_aRuns.end(), [](const ListRun& r) { return !r.m_Box.IsEmpty(); }));
+      m_nFilled = static_cast<std::size_t>(std::count_if(
+          m_aRuns.begin(), m_aRuns.end(), [](const ListRun& aRun) { return !aRun.m_Box.IsEmpty(); }));
     }
   } catch (const std::bad_alloc&) {
   }

@@ -1,7 +1,6 @@
 // The draw thread as a host steers it, and the ways in which contexts come and go.
 
 #include "component/Module.h"
-#include "context/window/ContextList.h"
 #include "platform/Window.h"
 #include "support/Scene.h"
 #include "support/Test.h"

@@ -2,7 +2,6 @@
 
 #include <glm/glm.hpp>
 #include <glm/gtc/matrix_transform.hpp>
-#include <span>
 
 #include "component/Module.h"
 #include "platform/GL.h"

@@ -1,6 +1,5 @@
 // Fonts of a real context: built by a task, printed over captures, and destroyed wherever a host may do it.
 
-#include "component/Module.h"
 #include "platform/GL.h"
 #include "support/Scene.h"
 #include "support/Test.h"

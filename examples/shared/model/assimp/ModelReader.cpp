@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <assimp/Importer.hpp>
 #include <assimp/ProgressHandler.hpp>
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 

@@ -16,7 +16,7 @@ namespace {
 std::string EndingOf(const std::filesystem::path& aPath) {
   std::string ending = aPath.extension().string();
   std::transform(ending.begin(), ending.end(), ending.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+                 [](unsigned char aCharacter) { return static_cast<char>(std::tolower(aCharacter)); });
   return ending;
 }
 

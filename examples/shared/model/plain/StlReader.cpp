@@ -4,7 +4,6 @@
 
 #include <bit>
 #include <cstring>
-#include <string>
 
 #include "shared/model/plain/LineReader.h"
 #include "shared/model/plain/ReadingShare.h"
@@ -73,7 +72,7 @@ std::vector<Part> ReadText(std::istream& aFile, ReadingShare& aShare) {
     }
   }
   if (!corners.empty()) throw ModelError("it is truncated");
-  std::erase_if(parts, [](const Part& part) { return part.triangles.empty(); });
+  std::erase_if(parts, [](const Part& aPart) { return aPart.triangles.empty(); });
   return parts;
 }
 

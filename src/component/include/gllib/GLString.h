@@ -69,7 +69,9 @@ class GLString {
   char32_t Unit(unsigned aIndex) const noexcept { return static_cast<char16_t>(m_Text[aIndex]); }
 
   static void AppendUtf8(std::string& aBytes, char32_t c) {
-    const auto put = [&](char32_t value) { aBytes += static_cast<char>(static_cast<unsigned char>(value)); };
+    const auto put = [&](char32_t aValue) {
+      aBytes += static_cast<char>(static_cast<unsigned char>(aValue));
+    };
     if (c < 0x80) {
       put(c);
       return;
@@ -90,7 +92,7 @@ class GLString {
 
   /// Removes the first character of aUtf8 and returns it.
   static char32_t TakeCharacter(std::string_view& aUtf8) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(aUtf8[i]); };
+    const auto byte = [&](std::size_t aIndex) { return static_cast<unsigned char>(aUtf8[aIndex]); };
     const unsigned lead = byte(0);
     const std::size_t length = lead < 0x80             ? 1
                                : (lead & 0xE0) == 0xC0 ? 2

@@ -31,8 +31,8 @@ inline std::vector<GLPtr<IGLViewer>> GLViewersOf(IGLContext& aContext) {
     }
     members.push_back({block, at.m_iIndex, member.As<IGLViewer>()});
   }
-  std::sort(members.begin(), members.end(), [](const Member& a, const Member& b) {
-    return a.block != b.block ? a.block < b.block : a.slot > b.slot;
+  std::sort(members.begin(), members.end(), [](const Member& aLeft, const Member& aRight) {
+    return aLeft.block != aRight.block ? aLeft.block < aRight.block : aLeft.slot > aRight.slot;
   });
   std::vector<GLPtr<IGLViewer>> viewers;
   viewers.reserve(members.size());

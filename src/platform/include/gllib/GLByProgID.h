@@ -107,7 +107,9 @@ inline std::optional<CLSID> ParseClassId(std::string_view aText) {
     bytes[digits / 2] = static_cast<std::uint8_t>(bytes[digits / 2] * 16 + digit);
     ++digits;
   }
-  const auto word = [&](int i) { return static_cast<std::uint16_t>(bytes[i] * 256 + bytes[i + 1]); };
+  const auto word = [&](int aIndex) {
+    return static_cast<std::uint16_t>(bytes[aIndex] * 256 + bytes[aIndex + 1]);
+  };
   CLSID id = {word(0) * 65536u + word(2), word(4), word(6), {}};
   std::copy(bytes + 8, bytes + 16, id.Data4);
   return id;

@@ -15,7 +15,7 @@ constexpr char Lower(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cas
 
 inline bool Equal(std::string_view a, std::string_view b) noexcept {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return Lower(x) == Lower(y); });
+                    [](char aX, char aY) { return Lower(aX) == Lower(aY); });
 }
 
 inline bool StartsWith(std::string_view aText, std::string_view aStart) noexcept {
@@ -27,7 +27,7 @@ struct Less {
   using is_transparent = void;
   bool operator()(std::string_view a, std::string_view b) const noexcept {
     return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                        [](char x, char y) { return Lower(x) < Lower(y); });
+                                        [](char aX, char aY) { return Lower(aX) < Lower(aY); });
   }
 };
 

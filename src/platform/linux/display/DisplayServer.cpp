@@ -4,7 +4,6 @@
 #include "platform/linux/display/DisplayServer.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <mutex>
 #include <string_view>
 #include <utility>

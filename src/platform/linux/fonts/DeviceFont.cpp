@@ -205,10 +205,10 @@ void DrawBar(GlyphBitmap& aBitmap, int aLength, int aTop, int aSize) {
   grown.m_iWidth = right - grown.m_iLeft;
   grown.m_iRows = top - grown.m_iBottom;
   grown.m_vBits.resize(static_cast<std::size_t>(grown.RowBytes()) * static_cast<std::size_t>(grown.m_iRows));
-  const auto set = [&grown](int x, int y) {
-    const int column = x - grown.m_iLeft;
+  const auto set = [&grown](int aX, int aY) {
+    const int column = aX - grown.m_iLeft;
     const auto row =
-        static_cast<std::size_t>(y - grown.m_iBottom) * static_cast<std::size_t>(grown.RowBytes());
+        static_cast<std::size_t>(aY - grown.m_iBottom) * static_cast<std::size_t>(grown.RowBytes());
     grown.m_vBits[row + static_cast<std::size_t>(column / 8)] |=
         static_cast<unsigned char>(0x80 >> (column % 8));
   };
@@ -262,13 +262,18 @@ class Flattener {
 
   bool Run(FT_Outline& aSource) {
     FT_Outline_Funcs steps{};
-    steps.move_to = [](const FT_Vector* a, void* self) { return static_cast<Flattener*>(self)->Move(*a); };
-    steps.line_to = [](const FT_Vector* a, void* self) { return static_cast<Flattener*>(self)->Line(*a); };
-    steps.conic_to = [](const FT_Vector* a, const FT_Vector* b, void* self) {
-      return static_cast<Flattener*>(self)->Conic(*a, *b);
+    steps.move_to = [](const FT_Vector* aEnd, void* aSelf) {
+      return static_cast<Flattener*>(aSelf)->Move(*aEnd);
     };
-    steps.cubic_to = [](const FT_Vector* a, const FT_Vector* b, const FT_Vector* c, void* self) {
-      return static_cast<Flattener*>(self)->Cubic(*a, *b, *c);
+    steps.line_to = [](const FT_Vector* aEnd, void* aSelf) {
+      return static_cast<Flattener*>(aSelf)->Line(*aEnd);
+    };
+    steps.conic_to = [](const FT_Vector* aControl, const FT_Vector* aEnd, void* aSelf) {
+      return static_cast<Flattener*>(aSelf)->Conic(*aControl, *aEnd);
+    };
+    steps.cubic_to = [](const FT_Vector* aControl1, const FT_Vector* aControl2, const FT_Vector* aEnd,
+                        void* aSelf) {
+      return static_cast<Flattener*>(aSelf)->Cubic(*aControl1, *aControl2, *aEnd);
     };
     return FT_Outline_Decompose(&aSource, &steps, this) == 0;
   }

@@ -68,8 +68,8 @@ GLYPHMETRICSFLOAT MetricsOf(const GlyphTessellator& aGlyph, double aAdvance) noe
   metrics.gmfCellIncX = static_cast<float>(aAdvance);
   const auto& points = aGlyph.Triangles();
   if (points.empty()) return metrics;
-  const auto byX = [](const OutlinePoint& a, const OutlinePoint& b) { return a.x < b.x; };
-  const auto byY = [](const OutlinePoint& a, const OutlinePoint& b) { return a.y < b.y; };
+  const auto byX = [](const OutlinePoint& aLeft, const OutlinePoint& aRight) { return aLeft.x < aRight.x; };
+  const auto byY = [](const OutlinePoint& aLeft, const OutlinePoint& aRight) { return aLeft.y < aRight.y; };
   const auto [left, right] = std::minmax_element(points.begin(), points.end(), byX);
   const auto [bottom, top] = std::minmax_element(points.begin(), points.end(), byY);
   metrics.gmfBlackBoxX = static_cast<float>(right->x - left->x);

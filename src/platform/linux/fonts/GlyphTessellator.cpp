@@ -17,19 +17,19 @@ GlyphTessellator::GlyphTessellator() : m_pTess(gluNewTess(), &gluDeleteTess) {
   if (tess == nullptr) return;
   SetCallback(
       tess, GLU_TESS_BEGIN_DATA,
-      +[](GLenum, void* self) noexcept { static_cast<GlyphTessellator*>(self)->BeginPart(); });
+      +[](GLenum, void* aSelf) noexcept { static_cast<GlyphTessellator*>(aSelf)->BeginPart(); });
   SetCallback(
-      tess, GLU_TESS_VERTEX_DATA, +[](void* vertex, void* self) noexcept {
-        static_cast<GlyphTessellator*>(self)->PutVertex(*static_cast<const Vertex*>(vertex));
+      tess, GLU_TESS_VERTEX_DATA, +[](void* aVertex, void* aSelf) noexcept {
+        static_cast<GlyphTessellator*>(aSelf)->PutVertex(*static_cast<const Vertex*>(aVertex));
       });
   SetCallback(
       tess, GLU_TESS_COMBINE_DATA,
-      +[](GLdouble at[3], void* [4], GLfloat[4], void** made, void* self) noexcept {
-        *made = static_cast<GlyphTessellator*>(self)->Combine(at);
+      +[](GLdouble aAt[3], void* [4], GLfloat[4], void** aMade, void* aSelf) noexcept {
+        *aMade = static_cast<GlyphTessellator*>(aSelf)->Combine(aAt);
       });
   SetCallback(
       tess, GLU_TESS_ERROR_DATA,
-      +[](GLenum, void* self) noexcept { static_cast<GlyphTessellator*>(self)->m_bFailed = true; });
+      +[](GLenum, void* aSelf) noexcept { static_cast<GlyphTessellator*>(aSelf)->m_bFailed = true; });
   gluTessNormal(tess, 0, 0, 1);
 }
 

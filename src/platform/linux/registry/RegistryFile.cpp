@@ -101,7 +101,7 @@ void RegistryFile::SetText(const std::string& aPath, const std::string& aName, c
 
 bool RegistryFile::Remove(const std::string& aPath) {
   const std::string below = aPath + "\\";
-  return std::erase_if(m_Keys, [&](const auto& entry) {
-           return GLNames::Equal(entry.first, aPath) || GLNames::StartsWith(entry.first, below);
+  return std::erase_if(m_Keys, [&](const auto& aEntry) {
+           return GLNames::Equal(aEntry.first, aPath) || GLNames::StartsWith(aEntry.first, below);
          }) != 0;
 }
