@@ -72,8 +72,8 @@ class PThread {
   bool Start(DWORD aPreferredCycle, DWORD aMustSleepCycle, int aPriority,
              FirstCycle aFirstCycle = FirstCycle::kAtOnce) noexcept;
   /// Ends the thread at its next cycle, interrupts its waits, and waits for its end. Then drops the remaining
-  /// events, kept events included. Any thread, any number of times. The caller must not hold a lock that the
-  /// cycle may need. On the worker, Stop only requests the end.
+  /// events, reusable ones included. Any thread, any number of times. The caller must not hold a lock that
+  /// the cycle may need. On the worker, Stop only requests the end.
   void Stop() noexcept;
 
   /// Defers parks until AllowParks: an earlier suspension takes effect then. Call before Start.
@@ -110,7 +110,7 @@ class PThread {
   /// @return true if the event is in the queue now; false for null, after a stop, and if memory is
   /// insufficient. An event that is not queued is dropped.
   bool PostEvent(PEvent* aEvent) noexcept;
-  /// Drops all events of an owner that have not run, and kept events that have run. If one of them is
+  /// Drops all events of an owner that have not run, and reusable events that have run. If one of them is
   /// running, waits for its end, except on the worker. The caller must not hold a lock that the event may
   /// need. Allocates no memory.
   void RemoveEvents(const void* aOwner) noexcept;

@@ -92,7 +92,8 @@ void PThread::RemoveEventsIf(Predicate aMatches) noexcept {
     for (PEvent* event = aEvents.GetFirst(position); event != nullptr; event = aEvents.GetNext(position)) {
       if (!aMatches(event)) continue;
       aEvents.Remove(event);
-      if (event == m_pRunning || m_Events.Has(event)) continue;  // a reusable event of the pass is in both arrays
+      if (event == m_pRunning || m_Events.Has(event))
+        continue;  // a reusable event of the pass is in both arrays
       event->m_pNextRemoved = nullptr;
       *last = event;
       last = &event->m_pNextRemoved;
