@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "component/Catalogue.h"
+#include "component/Output.h"
 
 HRESULT CreateGLCollection(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLCollection>(aOuter, riid, ppv);
@@ -86,10 +87,8 @@ HRESULT GLCollection::Has(IUnknown* aIU, LONG* aHas) noexcept {
 }
 
 HRESULT GLCollection::GetSize(int* aSize) noexcept {
-  if (aSize == nullptr) return E_INVALIDARG;
   const PLock lock(m_Lock);
-  *aSize = m_iSize;
-  return S_OK;
+  return Output(aSize, m_iSize);
 }
 
 HRESULT GLCollection::GetFirst(GLPOSITION* aPos, IUnknown** aIU) noexcept {

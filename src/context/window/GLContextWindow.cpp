@@ -7,6 +7,7 @@
 
 #include "component/Module.h"
 #include "component/ModuleEnd.h"
+#include "component/Output.h"
 #include "context/GLContext.h"
 #include "context/control/DrawThreadWait.h"
 #include "context/window/ContextList.h"
@@ -98,9 +99,7 @@ HRESULT GLContext::Initialize(ULONG_PTR aParentWnd) noexcept {
 }
 
 HRESULT GLContext::GetWindow(ULONG_PTR* aHandle) noexcept {
-  if (aHandle == nullptr) return E_INVALIDARG;
-  *aHandle = reinterpret_cast<ULONG_PTR>(HWND(m_Window.m_hWnd));
-  return S_OK;
+  return Output(aHandle, reinterpret_cast<ULONG_PTR>(Window()));
 }
 
 bool GLContext::CreateGLWindow() noexcept {
