@@ -6,6 +6,7 @@
 #include <atomic>
 #include <mutex>
 #include <thread>
+#include <utility>
 
 #include "platform/ProcessIdentity.h"
 
@@ -44,14 +45,22 @@ class PCriticalSection {
   std::atomic<unsigned> m_uProcess{ProcessGeneration()};
 };
 
-/// Holds a lock for the length of a scope.
+/// Holds a lock for the length of a scope, or until Release.
 class PLock {
  public:
-  explicit PLock(PCriticalSection& aSection) noexcept : m_Section(aSection) { m_Section.Enter(); }
-  ~PLock() { m_Section.Leave(); }
+  explicit PLock(PCriticalSection& aSection) noexcept : PLock(&aSection) {}
+  /// With null it holds nothing.
+  explicit PLock(PCriticalSection* aSection) noexcept : m_pSection(aSection) {
+    if (m_pSection != nullptr) m_pSection->Enter();
+  }
+  ~PLock() { Release(); }
   PLock(const PLock&) = delete;
   PLock& operator=(const PLock&) = delete;
 
+  void Release() noexcept {
+    if (PCriticalSection* held = std::exchange(m_pSection, nullptr)) held->Leave();
+  }
+
  private:
-  PCriticalSection& m_Section;
+  PCriticalSection* m_pSection;
 };
