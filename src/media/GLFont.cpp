@@ -3,6 +3,8 @@
 
 #include "media/GLFont.h"
 
+#include <gllib/GLUtf8.h>
+
 #include <algorithm>
 #include <new>
 #include <string_view>
@@ -61,8 +63,6 @@ std::basic_string_view<GLWCHAR> NameOf(const GLWCHAR* aFace) noexcept {
   return aFace != nullptr ? aFace : std::basic_string_view<GLWCHAR>();
 }
 
-bool IsHighSurrogate(GLWCHAR aUnit) noexcept { return (aUnit & 0xFC00) == 0xD800; }
-
 constexpr GLWCHAR kSystem[] = {'S', 'y', 's', 't', 'e', 'm', 0};
 
 }  // namespace
@@ -84,7 +84,7 @@ void GLFont::Describe(GLSiteLinkPtr aSite, const GLWCHAR* aFace) noexcept {
   m_pContext = std::move(aSite);
   const auto name = NameOf(aFace);
   std::size_t length = std::min(name.size(), kFaceRoom - 1);
-  if (length < name.size() && IsHighSurrogate(name[length - 1])) --length;
+  if (length < name.size() && GLUtf8::IsHighSurrogate(name[length - 1])) --length;
   m_szFace[name.copy(m_szFace, length)] = 0;
 }
 
