@@ -4,10 +4,10 @@
 #pragma once
 
 #include <atomic>
-#include <mutex>
 #include <thread>
 #include <utility>
 
+#include "platform/FifoMutex.h"
 #include "platform/ProcessIdentity.h"
 
 /// A recursive lock. Waiting threads enter in FIFO order, and before the last holder can enter again. So a
@@ -35,13 +35,12 @@ class PCriticalSection {
   }
 
  private:
-  struct Waiter;
   void Renew() noexcept;
+  void NoteEntered() noexcept;
 
-  std::mutex m_Gate;                               // guards the queue and changes of the holder
-  std::atomic<std::thread::id> m_Holder{};         // a thread reads its own id here only if it holds the lock
-  int m_iEntries = 0;                              // Enter calls without a matching Leave
-  Waiter *m_pFirst = nullptr, *m_pLast = nullptr;  // waiting threads, in the order of arrival
+  FifoMutex m_Mutex;
+  std::atomic<std::thread::id> m_Holder{};  // a thread reads its own id here only if it holds the lock
+  int m_iEntries = 0;                       // Enter calls without a matching Leave
   std::atomic<unsigned> m_uProcess{ProcessGeneration()};
 };
 
