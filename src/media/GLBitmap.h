@@ -5,7 +5,7 @@
 
 #include <gllib/IGLBitmap.h>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "platform/Memory.h"
 
 class GLBitmap final : public GLObject<GLBitmap, IGLBitmap> {

@@ -39,7 +39,7 @@ struct FontRemains {
 class DeleteFontTask final : public PEvent {
  public:
   DeleteFontTask(GLSiteLinkPtr aLink, const FontRemains& aRemains) noexcept
-      : PEvent(this, true, false), m_pLink(std::move(aLink)), m_Remains(aRemains) {}
+      : PEvent(this, Lifetime::kOneRun), m_pLink(std::move(aLink)), m_Remains(aRemains) {}
 
   void Run() override {
     GLContextSite* site = nullptr;

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "media/GLFont.h"
 #include "platform/Text.h"
 

@@ -5,7 +5,7 @@
 
 #include <gllib/IGLCollection.h>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "thread/PCriticalSection.h"
 #include "thread/PSlots.h"
 

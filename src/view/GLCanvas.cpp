@@ -6,7 +6,7 @@
 
 #include "component/Catalogue.h"
 #include "component/Output.h"
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/GL.h"
 #include "view/lists/ListRecorder.h"
 

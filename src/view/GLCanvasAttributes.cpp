@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "component/Output.h"
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/GL.h"
 #include "state/GLDrawAttr.h"
 #include "view/GLCanvas.h"

@@ -181,6 +181,24 @@ HRESULT GLViewer::EnumGauges(IGLCollection* aColl) noexcept {
 
 HRESULT GLViewer::GetCoord(IGLCoord** aCS) noexcept { return OutputObject(aCS, m_pCoord); }
 
+ViewSetup GLViewer::Setup(int aWidth, int aHeight) noexcept {
+  ViewSetup setup;
+  const ViewSetup::Rectangle whole{0, 0, aWidth, aHeight};
+  const ViewSetup::Rectangle clip{m_iClipX, m_iClipY, m_iClipWidth, m_iClipHeight};
+  setup.m_bClipped = m_bClipped;
+  setup.m_Visible = setup.m_bClipped ? clip : whole;
+  setup.m_Viewport = setup.m_bClipped && m_bClipScaled ? clip : whole;
+  setup.m_bOrtho = m_bOrtho;
+  setup.m_sLow = m_sOrthoMin;
+  setup.m_sHigh = m_sOrthoMax;
+  setup.m_dFovy = m_dEyeFovy;
+  setup.m_dAspect = m_dEyeAspect;
+  setup.m_dNear = m_dEyeZNear;
+  setup.m_dFar = m_dEyeZFar;
+  m_pCoord->GetMatrix6d(&setup.m_sEye);
+  return setup;
+}
+
 HRESULT GLViewer::GetShowAxes(LONG* pbShowAxes) noexcept { return Output(pbShowAxes, m_bShowAxes); }
 
 HRESULT GLViewer::SetShowAxes(LONG bShowAxes) noexcept {

@@ -286,7 +286,7 @@ void DoEverything() {
     GLDATA_POINT start{};
     for (std::size_t i = 0; ready && i < 2; ++i) fonts[i]->Print(GLString("text"), &start);
   });
-  fonts = MakeFonts(*painted.context, false);
+  fonts = MakeQuickFonts(*painted.context);
   ready = true;
   IGLLight* light = nullptr;
   painted.context->CreateLight(&light);

@@ -7,8 +7,11 @@
 /// Text of all four kinds, both kinds of texture, and triangles from a compiled list.
 class RichScene {
  public:
-  /// @param aWhole false leaves out what takes long to build: the fonts of the system, and the textures
-  explicit RichScene(bool aWhole = true) : m_bWhole(aWhole) {}
+  enum class Parts {
+    kAll,
+    kQuick
+  };  // quick: without the fonts of the system and the textures, which build slowly
+  explicit RichScene(Parts aParts = Parts::kAll) : m_Parts(aParts) {}
 
   void Draw(const Scene& aScene);
   /// Lets the list go; the next frame compiles it anew.
@@ -21,7 +24,7 @@ class RichScene {
   void DrawList(IGLCanvas& aCanvas);
   void DrawTextures(IGLContext& aContext);
 
-  const bool m_bWhole;
+  const Parts m_Parts;
   GLPtr<IGLDrawAttr> m_Attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   GLPtr<IGLMaterial> m_Material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
   GLPtr<IGLPixmap> m_Image = GLCreate<IGLPixmap>(CLSID_GLPixmap);

@@ -76,7 +76,8 @@ class ContextFixture {
   struct Shared;
   class FrameEnd;
 
-  Picture Run(const DrawFunction& aDraw, bool aReads);
+  enum class Reading { kNothing, kPicture };
+  Picture Run(const DrawFunction& aDraw, Reading aReading);
 
   int m_iWidth, m_iHeight;
   std::shared_ptr<Shared> m_Shared;
@@ -113,4 +114,6 @@ class TestCapture : public GLCaptureBase {
 
 /// A font of each kind: of the system, of an atlas, of pixels and of outlines. The latter two take long.
 using Fonts = std::array<GLPtr<IGLFont>, 4>;
-Fonts MakeFonts(IGLContext& aContext, bool aAll = true);
+Fonts MakeFonts(IGLContext& aContext);
+/// The first two only.
+Fonts MakeQuickFonts(IGLContext& aContext);

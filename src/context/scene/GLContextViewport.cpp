@@ -7,7 +7,8 @@
 #include "component/Output.h"
 #include "context/GLContext.h"
 #include "context/control/ContextHold.h"
-#include "context/control/ContextTasks.h"
+#include "context/control/PResetClipPlanesEvent.h"
+#include "view/AspectFit.h"
 
 namespace {
 
@@ -46,15 +47,17 @@ HRESULT GLContext::SetViewport(int aX, int aY, int aWidth, int aHeight) noexcept
 }
 
 HRESULT GLContext::DeviceToSCS(int aWinX, int aWinY, double* aScsX, double* aScsY) noexcept {
-  const double w = ViewportWidth(), h = ViewportHeight(), aspect = w / h;
+  const double w = ViewportWidth(), h = ViewportHeight();
+  const AspectFit fit(w / h);
   const double winX = aWinX, winY = aWinY;
   const double x = (winX + winX) / w - 1.0, y = 1.0 - (winY + winY) / h;
-  return Output(aScsX, 1.0 > aspect ? x : x * aspect, aScsY, 1.0 > aspect ? y / aspect : y);
+  return Output(aScsX, x * fit.m_dWidth, aScsY, y / fit.m_dHeight);
 }
 
 HRESULT GLContext::SCSToDevice(double aScsX, double aScsY, int* aWinX, int* aWinY) noexcept {
-  const double w = ViewportWidth(), h = ViewportHeight(), aspect = w / h;
-  const double x = 1.0 > aspect ? aScsX : aScsX / aspect, y = 1.0 > aspect ? aScsY * aspect : aScsY;
+  const double w = ViewportWidth(), h = ViewportHeight();
+  const AspectFit fit(w / h);
+  const double x = aScsX / fit.m_dWidth, y = aScsY * fit.m_dHeight;
   return Output(aWinX, ToPixel(((x + 1.0) * 0.5) * w), aWinY, ToPixel(((y - 1.0) * -0.5) * h));
 }
 

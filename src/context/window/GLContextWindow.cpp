@@ -133,7 +133,7 @@ bool GLContext::StartDrawing(HWND aWindow) noexcept {
     thread->HoldParks();
     const std::scoped_lock hold(m_DrawThreadLock);
     m_pDrawThread = thread;
-    if (thread->Start(kPreferredCycle, kMustSleepCycle, kHighestPriority, false)) return true;
+    if (thread->Start(kPreferredCycle, kMustSleepCycle, kHighestPriority)) return true;
   } catch (...) {
     // same as a thread that does not start
   }

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "view/ViewingFixture.h"
+#include "component/Viewing.h"
 
 namespace {
 

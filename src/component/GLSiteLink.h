@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "component/ContextSite.h"
+#include "component/GLContextSite.h"
 #include "thread/PCriticalSection.h"
 
 /// A back pointer that is null after the context's end.

@@ -4,7 +4,7 @@
 
 #include "RandomViews.h"
 #include "support/Test.h"
-#include "view/ViewingFixture.h"
+#include "component/Viewing.h"
 
 namespace {
 
