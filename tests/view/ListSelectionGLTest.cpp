@@ -342,6 +342,27 @@ TEST(ListSelection, FindsWhatAHostsOwnCallsAddToAList) {
   }
 }
 
+TEST(ListSelection, LeavesAShortListOpenAtANestedCall) {
+  Picked picked;
+  int nested = 0, list = 0;
+  const auto opened = [] {
+    GLint name = 0;
+    glGetIntegerv(GL_LIST_INDEX, &name);
+    return name;
+  };
+  picked.Pick(kMiddle, [&](Scene& s) {
+    DrawList(s.Canvas(), nested, [](IGLCanvas& c) { DrawRow(c); });
+    DrawList(s.Canvas(), list, [&](IGLCanvas& c) {
+      const GLint name = opened();
+      c.BeginDrawPoints();
+      for (int i = 0; i < 63; ++i) c.Vertex3d(0, 0, 0);
+      c.EndDrawVertices();
+      c.DrawCompiledList(nested);
+      EXPECT_EQ(opened(), name) << "painters may query it";
+    });
+  });
+}
+
 TEST(ListSelection, NeedsNoMemory) {
   Picked picked;
   for (std::size_t left = 0; left < 12; ++left) {
