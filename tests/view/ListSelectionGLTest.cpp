@@ -40,7 +40,7 @@ Step RandomPrimitive(std::mt19937& aRandom) {
       &IGLCanvas::BeginDrawTriangleFan};
   const auto begin =
       kBegin[static_cast<std::size_t>(Between(aRandom, 0, 3) > 0 ? 0 : Between(aRandom, 0, 9))];
-  const int vertices = Between(aRandom, 0, 19) == 0 ? 3000 : Between(aRandom, 1, 300);
+  const int vertices = Between(aRandom, 0, 19) == 0 ? 5000 : Between(aRandom, 1, 300);
   const GLDATA_POINT middle{Coordinate(aRandom, 1.2), Coordinate(aRandom, 1.2), Coordinate(aRandom, 5)};
   const int seed = Between(aRandom, 0, 1 << 30);
   return [=](IGLCanvas& aCanvas) {
