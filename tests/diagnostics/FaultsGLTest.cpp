@@ -1,6 +1,5 @@
 // The messages of the log about a platform that fails, on a display that the test writes down.
 
-#include <dlfcn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -172,9 +171,8 @@ bool HoldsInChild(Function aFunction) {
 
 /// Replaces the function of the C library, which the component calls for large images only.
 extern "C" void* aligned_alloc(std::size_t aAlignment, std::size_t aSize) {
-  static const auto real =
-      reinterpret_cast<void* (*)(std::size_t, std::size_t)>(dlsym(RTLD_NEXT, "aligned_alloc"));
-  return g_bNoImages ? nullptr : real(aAlignment, aSize);
+  void* block = nullptr;
+  return g_bNoImages || posix_memalign(&block, aAlignment, aSize) != 0 ? nullptr : block;
 }
 
 TEST(Log, TellsOfEachFaultOfThePlatformOnce) {
