@@ -25,18 +25,20 @@ class RefusingDisplay final : public ScriptedDisplay {
   std::atomic<bool> m_bRefuses{false};
 };
 
-/// Gives a rendering context only after Initialize has stopped waiting for it.
+constexpr auto kShortStart = std::chrono::seconds(2);  // in place of 10 s
+
+/// Refuses a rendering context only after Initialize has stopped waiting for it.
 class SlowDisplay final : public ScriptedDisplay {
  public:
   std::unique_ptr<DrawContext> MakeContext(const DisplayFormat&) noexcept override {
-    std::this_thread::sleep_for(2 * g_LongestStart);
+    std::this_thread::sleep_for(2 * kShortStart);
     return nullptr;
   }
 };
 
 /// Initialises a context on a display that gives it no rendering context in time.
 void StartOn(const std::shared_ptr<ScriptedDisplay>& aDisplay) {
-  const auto usual = std::exchange(g_LongestStart, std::chrono::seconds(2));
+  const auto usual = std::exchange(g_LongestStart, kShortStart);
   SetDisplay(aDisplay);
   GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0);
   g_LongestStart = usual;
