@@ -12,6 +12,7 @@
 #include "context/control/DrawThreadWait.h"
 #include "context/window/ContextList.h"
 #include "context/window/ParentPlacement.h"
+#include "context/window/StartLimit.h"
 #include "platform/DeviceContext.h"
 #include "platform/ExitGate.h"
 #include "platform/GL.h"
@@ -25,7 +26,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr char kWindowClass[] = "GLWindow_Class";
-constexpr auto kLongestStart = 10s;
 constexpr auto kPollStep = 10ms;
 constexpr DWORD kPreferredCycle = 40, kMustSleepCycle = 10;
 constexpr int kHighestPriority = 2;
@@ -141,7 +141,7 @@ bool GLContext::StartDrawing(HWND aWindow) noexcept {
 }
 
 bool GLContext::WaitForRenderingContext() noexcept {
-  const auto end = std::chrono::steady_clock::now() + kLongestStart;
+  const auto end = std::chrono::steady_clock::now() + g_LongestStart;
   while (m_Window.m_Target.m_hRC == nullptr) {
     if (std::chrono::steady_clock::now() >= end || ExitGate::IsClosed()) {
       return InitializeFails(m_Window.m_szObstacle);
