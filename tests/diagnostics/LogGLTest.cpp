@@ -4,6 +4,7 @@
 #include <regex>
 
 #include "platform/GL.h"
+#include "platform/Window.h"
 #include "support/BitmapFiles.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
@@ -98,6 +99,20 @@ const LogCase kCases[] = {
        const FreeContext painted(Compiling()), other;
        painted.Await(2);
        other.context->Initialize(0);
+       painted.Await(2);
+     }},
+    {"info", "1 display lists are discarded, glyphs included: a change of the system's colours",
+     [] {
+       const FreeContext painted(Compiling()), other;
+       painted.Await(2);
+       ULONG_PTR before = 0, now = 0;
+       other.context->GetWindow(&before);
+       PostMessageA(reinterpret_cast<HWND>(before), WM_SYSCOLORCHANGE, 0, 0);
+       EXPECT_TRUE(Eventually([&] {
+         PumpMessages();
+         other.context->GetWindow(&now);
+         return now != 0 && now != before;
+       }));
        painted.Await(2);
      }},
     {"warning", "GL has no 1 free names for display lists",

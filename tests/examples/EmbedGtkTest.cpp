@@ -13,7 +13,7 @@ class EmbedGtk : public Embed, public testing::WithParamInterface<std::tuple<con
  protected:
   void Open() {
     const auto& [host, scale] = GetParam();
-    Embed::Open(host, {"env", "GDK_SCALE=" + std::to_string(scale)});
+    Embed::Open(host, {"GDK_SCALE=" + std::to_string(scale)});
   }
   /// Clicks until the title ends as it should: GTK drops a click that comes while it lays out its widgets.
   bool Picks(double aShare, const std::string& aTitle) {

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::uint8_t kHome = 110, kEscape = 9, kSpace = 65, kW = 25;  // the server's keycodes
+constexpr std::uint8_t kHome = 110, kEscape = 9, kSpace = 65, kW = 25, kD = 40;  // the server's keycodes
 
 TEST_F(Embed, SdlWindowShowsFollowsPicksTurnsAndLeaves) {
   Open("embed-sdl");
@@ -43,9 +43,22 @@ TEST_F(Embed, PixelsOfAHeadlessContextFollowTheWindow) {
   EXPECT_EQ(Status(), 0);
 }
 
-/// The host in Qt, which has a tree beside the scene.
-class EmbedQt : public Embed {
+/// The host in Qt, which has a tree beside the scene; by the number of pixels that Qt makes of one.
+class EmbedQt : public Embed, public testing::WithParamInterface<int> {
  protected:
+  void Open() {
+    Embed::Open("embed-qt", {"QT_SCALE_FACTOR=" + std::to_string(GetParam())});
+    m_screen.Resize(1000, 740);  // a screen does not show all of the first size at a scale of 2
+    ASSERT_TRUE(FillsWindow(1000, 740));
+  }
+  /// The scene reaches the window's right edge, and the bar of the state below.
+  bool FillsWindow(int aWidth, int aHeight) const {
+    return Eventually([&] {
+      const Extents scene = SceneExtents();
+      return scene.right > aWidth - 10 && scene.right < aWidth && scene.bottom > aHeight - 50 * GetParam() &&
+             scene.left > 50;
+    });
+  }
   /// The uppermost row that the tree shows as selected, in the colour of Qt's own style; 0 for none.
   int SelectedRow() const {
     constexpr std::uint32_t kHighlight = 0x308CC6;
@@ -59,11 +72,8 @@ class EmbedQt : public Embed {
   }
 };
 
-TEST_F(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
-  Open("embed-qt");
-  const Extents first = SceneExtents();
-  EXPECT_GT(first.left, 50) << "the tree stands to the left of the scene";
-
+TEST_P(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
+  Open();
   ClickAt(kRight);
   EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
   EXPECT_TRUE(ShowsMarked(false, true));
@@ -72,23 +82,44 @@ TEST_F(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
   EXPECT_TRUE(Eventually([&] { return SelectedRow() > 0 && SelectedRow() < rightRow; }))
       << "the tree follows the scene, from row " << rightRow << " to " << SelectedRow();
 
-  m_screen.Click(first.left / 2, rightRow + 2);
+  m_screen.Click(SceneExtents().left / 2, rightRow + 2);
   EXPECT_TRUE(ShowsMarked(false, true)) << "the scene follows the tree";
   m_screen.Press(kHome);
   EXPECT_TRUE(ShowsMarked(true, true)) << "the model's item means all of its parts";
 
-  for (const auto& [width, height] : {std::pair{700, 500}, {1000, 740}}) {
+  for (const auto& [width, height] : {std::pair{900, 600}, {1000, 740}}) {
     m_screen.Resize(width, height);
-    EXPECT_TRUE(Eventually([&] {
-      const Extents scene = SceneExtents();
-      return scene.right > width - 10 && scene.bottom > height - 50 && IsMarked(PixelAt(kLeft));
-    })) << width
-        << " by " << height;
+    EXPECT_TRUE(FillsWindow(width, height)) << width << " by " << height;
+    EXPECT_TRUE(ShowsMarked(true, true));
   }
   m_screen.Press(kW);
   EXPECT_TRUE(ShowsBackground()) << "the tool bar's wire frame";
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }
+
+TEST_P(EmbedQt, SceneMovesToAnotherWindowAndBack) {
+  Open();
+  ClickAt(kLeft);
+  ASSERT_TRUE(ShowsMarked(true, false));
+  for (const bool byKey : {true, false}) {
+    m_screen.Press(kD);
+    ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
+    m_screen.Focus();
+    EXPECT_TRUE(ShowsMarked(true, false)) << "as it was";
+    m_screen.Resize(500, 400);
+    EXPECT_TRUE(Fills(500, 400));
+    byKey ? m_screen.Press(kD) : m_screen.Close();
+    ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - left"));
+    m_screen.Focus();
+    EXPECT_TRUE(FillsWindow(1000, 740)) << "beside the tree again";
+    ClickAt(kLeft);
+    EXPECT_TRUE(ShowsMarked(true, false));
+  }
+  m_screen.Close();
+  EXPECT_EQ(Status(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Scales, EmbedQt, testing::Values(1, 2));
 
 }  // namespace

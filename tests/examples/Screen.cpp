@@ -23,8 +23,8 @@ std::unique_ptr<Reply, decltype(&std::free)> Own(Reply* aReply) {
 Screen::Screen() {
   const std::string ready = m_folder / "display";
   // The server writes its number to the descriptor once it accepts clients.
-  m_process = Start({"sh", "-c", "exec Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>" + ready}, "",
-                    m_folder / "out", m_folder / "err");
+  m_process = Start({"sh", "-c", "exec Xvfb -displayfd 3 -screen 0 2048x1536x24 -nolisten tcp 3>" + ready},
+                    "", m_folder / "out", m_folder / "err");
   int number = -1;
   Eventually([&] { return static_cast<bool>(std::ifstream(ready) >> number); });
   m_display += std::to_string(number);

@@ -10,7 +10,7 @@
 #include "shared/Picture.h"
 #include "support/Test.h"
 
-/// Runs while the object stands: a 24-bit screen without a window manager.
+/// Runs while the object stands: a 24-bit screen of 2048 by 1536 pixels, without a window manager.
 class Screen {
  public:
   Screen();

@@ -11,7 +11,8 @@
 /// Runs while the object stands; DISPLAY names it meanwhile.
 class XServer {
  public:
-  XServer();
+  /// @param aScreen width, height and depth
+  explicit XServer(const char* aScreen = "1024x768x24");
   ~XServer();
   XServer(const XServer&) = delete;
   XServer& operator=(const XServer&) = delete;

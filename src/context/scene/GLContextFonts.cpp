@@ -6,6 +6,7 @@
 #include <new>
 
 #include "component/CreateObject.h"
+#include "component/Output.h"
 #include "context/GLContext.h"
 #include "context/control/ContextHold.h"
 #include "context/control/PCreateFontEvent.h"
@@ -111,9 +112,7 @@ HRESULT GLContext::GetDefaultFont(IGLFont** aFont) noexcept {
   *aFont = nullptr;
   const ContextHold hold(*this, m_Lock);
   if (!hold) return E_GL_BADSTATE;
-  *aFont = m_Scene.m_pDefaultFont;
-  if (m_Scene.m_pDefaultFont != nullptr) m_Scene.m_pDefaultFont->AddRef();
-  return S_OK;
+  return OutputObject(aFont, GLPtr<IGLFont>::FromBorrowed(m_Scene.m_pDefaultFont));
 }
 
 HRESULT GLContext::SetDefaultFont(IGLFont* aFont) noexcept {
