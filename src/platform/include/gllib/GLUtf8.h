@@ -41,7 +41,7 @@ void Encode(char32_t aCharacter, const Put& aPut) {
 /// Removes the first character from aBytes and returns it. A byte that begins no valid character is removed
 /// alone: it is malformed, overlong, a surrogate, or above U+10FFFF.
 inline char32_t Decode(std::string_view& aBytes) noexcept {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(aBytes[i]); };
+  const auto byte = [&](std::size_t aIndex) { return static_cast<unsigned char>(aBytes[aIndex]); };
   const unsigned lead = byte(0);
   const std::size_t length = lead < 0x80             ? 1
                              : (lead & 0xE0) == 0xC0 ? 2
@@ -64,7 +64,9 @@ inline char32_t Decode(std::string_view& aBytes) noexcept {
 /// Calls aPut(char) for each byte of a UTF-16 text. An unpaired surrogate is malformed.
 template <class Unit, class Put>
 void FromUtf16(const Unit* aUnits, std::size_t aCount, const Put& aPut) {
-  const auto unit = [&](std::size_t i) { return static_cast<char32_t>(static_cast<char16_t>(aUnits[i])); };
+  const auto unit = [&](std::size_t aIndex) {
+    return static_cast<char32_t>(static_cast<char16_t>(aUnits[aIndex]));
+  };
   for (std::size_t i = 0; i < aCount; ++i) {
     char32_t character = unit(i);
     if (IsHighSurrogate(character) && i + 1 < aCount && IsLowSurrogate(unit(i + 1))) {
