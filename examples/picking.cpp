@@ -106,8 +106,8 @@ Picture DrawPicking() {
 
   Pick(context, viewer, "under the point", kPlace, kPlace, false, false);
   Pick(context, viewer, "nearest at the point", kPlace, kPlace, true, false);
-  painter->Set(Pick(context, viewer, "met by the frame", kFrom, kTo, false, false), Met);
-  painter->Set(Pick(context, viewer, "wholly inside it", kFrom, kTo, false, true), Inside);
+  painter->Set(Pick(context, viewer, "touched by the box", kFrom, kTo, false, false), Met);
+  painter->Set(Pick(context, viewer, "completely inside it", kFrom, kTo, false, true), Inside);
 
   viewer.AddGauge(GLMake<FrameGauge>().Get());
   viewer.ShowGauges(1);

@@ -113,7 +113,7 @@ int Read(const std::string& aPath) {
   } catch (const ModelError& error) {
     return Refuse(error.what());
   } catch (const std::exception& error) {
-    return Refuse("can't read " + aPath + ": " + error.what());
+    return Refuse("cannot read " + aPath + ": " + error.what());
   }
 }
 

@@ -24,7 +24,7 @@ const std::map<int, char> kNamedKeys = {{GLFW_KEY_UP, '^'},          {GLFW_KEY_D
 /// Initializes GLFW; the destructor shuts it down.
 struct Session {
   Session() {
-    if (glfwInit() != GLFW_TRUE) throw std::runtime_error("no display; --out FILE.png draws without one");
+    if (glfwInit() != GLFW_TRUE) throw std::runtime_error("no display; --out FILE.png needs none");
   }
   ~Session() { glfwTerminate(); }
   Session(const Session&) = delete;

@@ -33,13 +33,13 @@ void InitializeOn(Prepare aPrepare, LONG aSmooth = 0) {
 }
 
 const LogCase kCases[] = {
-    {"error", "a parent window is given, but the display is headless",
+    {"error", "a parent window is passed, but the display is headless",
      [] { GLCreate<IGLContext>(CLSID_GLContext)->Initialize(5); }},
     {"error", "Initialize failed: no window could be created",
      [] { InitializeOn([](ScriptedDisplay& d) { d.m_bMakesWindows = false; }); }},
     {"error", "Initialize failed: no pixel format could be set",
      [] { InitializeOn([](ScriptedDisplay& d) { d.m_iChosen = 0; }); }},
-    {"error", "Initialize failed: the driver gave no rendering context within 10 s",
+    {"error", "Initialize failed: the driver created no rendering context within 10 s",
      [] { InitializeOn([](ScriptedDisplay& d) { d.m_iRefusedContexts = 1 << 20; }); }},
     {"error", "Initialize failed: the rendering context could not be made current within 10 s",
      [] {
@@ -62,7 +62,7 @@ const LogCase kCases[] = {
        InitializeOn([](ScriptedDisplay&) {});
        g_bAccel = true;
      }},
-    {"warning", "a capture failed: there is no surface of 32 x 32 pixels",
+    {"warning", "a capture failed: cannot create a surface of 32 x 32 pixels",
      [] {
        const auto display = ScriptedDisplay::Set();
        const FreeContext painted;
@@ -97,7 +97,7 @@ void CountReasons(const char* aLine, std::size_t aLength) {
   const std::string_view line(aLine, aLength);
   if (line.find("Initialize failed: ") == line.npos) return;
   ++g_iReasons;
-  if (line.find("there was no memory for the parts of the context") != line.npos) ++g_iParts;
+  if (line.find("not enough memory for the parts of the context") != line.npos) ++g_iParts;
   if (line.find("no draw thread could be started") != line.npos) ++g_iThreads;
 }
 
@@ -148,7 +148,7 @@ TEST(Log, TellsAForkedChildWhyNothingIsDrawn) {
   }));
   EXPECT_TRUE(HoldsInChild([&] {
     GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0);
-    return log.Count("a driver of GL has run in the parent of this forked process", "error") >= 1;
+    return log.Count("the parent of this forked process has used a GL driver", "error") >= 1;
   }));
 }
 

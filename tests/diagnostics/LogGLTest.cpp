@@ -83,9 +83,9 @@ const LogCase kCases[] = {
     {"info", "GL: ", [] { Draw({}); }},
 
     {"info",
-     "1 display lists are discarded, glyphs included: a capture draws in a rendering context of its own",
+     "1 display lists are discarded, glyphs included: a capture draws in a separate rendering context",
      [] { Capture({}); }},
-    {"info", "1 display lists are discarded, glyphs included: the capture that they were compiled in is over",
+    {"info", "1 display lists are discarded, glyphs included: the capture that compiled them has ended",
      [] { Capture({}); }},
     {"info", "1 display lists are discarded, glyphs included: their rendering context is replaced",
      [] {
@@ -93,14 +93,14 @@ const LogCase kCases[] = {
        painted.Await(2);
        painted.context->Initialize(0);
      }},
-    {"info", "1 display lists are discarded, glyphs included: another Initialize",
+    {"info", "1 display lists are discarded, glyphs included: a context replaces its window",
      [] {
        const FreeContext painted(Compiling()), other;
        painted.Await(2);
        other.context->Initialize(0);
        painted.Await(2);
      }},
-    {"warning", "GL has no 1 free names for display lists",
+    {"warning", "GL has no range of 1 free display list names",
      [] {
        Draw([taken = false](Scene& scene) mutable {
          if (!std::exchange(taken, true)) glGenLists(0xFFFF);
@@ -109,16 +109,15 @@ const LogCase kCases[] = {
        });
      }},
 
-    {"warning", "a capture failed: GetPixmap gave no pixmap", [] { Capture({}, false); }},
-    {"warning", "a capture failed: its rectangle has no pixel in the viewport",
-     [] { Capture({.m_iX = 99}); }},
+    {"warning", "a capture failed: GetPixmap returned no pixmap", [] { Capture({}, false); }},
+    {"warning", "a capture failed: its rectangle lies outside the viewport", [] { Capture({.m_iX = 99}); }},
     {"warning", "a capture failed: its zoom is below 1", [] { Capture({.m_fZoom = 0.5f}); }},
-    {"warning", "a capture failed: the scene at 3200000 x 3200000 pixels is larger than GL draws",
+    {"warning", "a capture failed: a scene of 3200000 x 3200000 pixels exceeds GL's limit",
      [] { Capture({.m_iWidth = 1, .m_iHeight = 1, .m_fZoom = 100000}); }},
 
-    {"warning", "IGLPainter::Draw left the model-view matrix stack 1 deeper",
+    {"warning", "IGLPainter::Draw changed the depth of the model-view matrix stack by +1",
      [] { Draw([](Scene& scene) { scene.Canvas().PushModelviewMatrix(0); }); }},
-    {"warning", "IGLPainter::Draw left the attribute stack 2 shallower",
+    {"warning", "IGLPainter::Draw changed the depth of the attribute stack by -2",
      [] {
        Draw([push = true](Scene&) mutable {
          for (int i = 0; i < 2; ++i) push ? glPushAttrib(GL_FOG_BIT) : glPopAttrib();
@@ -127,7 +126,7 @@ const LogCase kCases[] = {
      }},
     {"warning", "IGLPainter::Draw left a display list open",
      [] { Draw(Once([](Scene&) { glNewList(glGenLists(1), GL_COMPILE); })); }},
-    {"warning", "IGLViewerGauge::Draw left the attribute stack 1 deeper",
+    {"warning", "IGLViewerGauge::Draw changed the depth of the attribute stack by +1",
      [] {
        const FreeContext painted;
        const auto gauge = GLMake<Gauge>();
@@ -135,7 +134,7 @@ const LogCase kCases[] = {
        painted.viewer->ShowGauges(1);
        painted.Await(4);
      }},
-    {"warning", "IGLPainter::Draw in a selection left the name stack 1 deeper",
+    {"warning", "IGLPainter::Draw in a selection changed the depth of the name stack by +1",
      [] {
        const FreeContext painted([](Scene&) { glPushName(1); });
        Select(painted);
@@ -162,20 +161,20 @@ const LogCase kCases[] = {
     {"debug", "GL error 0x0502 (GL_INVALID_OPERATION) after IGLCanvas::EndDrawVertices",
      [] { Draw([](Scene& scene) { scene.Canvas().EndDrawVertices(); }); }},
 
-    {"warning", "GL has 8 clip planes: a further one takes the place of one before",
+    {"warning", "GL has 8 clip planes: another one replaces an earlier one",
      [] {
        const FreeContext painted;
        GLDATA_POINT a{0, 0, 0}, b{1, 0, 0}, c{0, 1, 0};
        for (int i = 0; i < 9; ++i) painted.context->ClipPlane(&a, &b, &c);
      }},
-    {"warning", "a light does not shine: the process has 8 others",
+    {"warning", "a light is off: the process uses GL's 8 lights already",
      [] {
        const FreeContext painted;
        IGLLight* light = nullptr;
        for (int i = 0; i < 9; ++i) painted.context->CreateLight(&light);
        painted.Await(4);
      }},
-    {"warning", "a selection found more than the 1 identifiers that the host's array holds",
+    {"warning", "a selection found more identifiers than the host's array holds, 1",
      [] {
        Select(FreeContext([](Scene& scene) {
          for (const ULONG id : {1u, 2u}) {
@@ -212,7 +211,7 @@ const LogCase kCases[] = {
        EXPECT_TRUE(Eventually([&] { return left == 2; }));
      }},
 
-    {"warning", "there is no face \"No Such Face ",
+    {"warning", "there is no font face \"No Such Face ",
      [] {
        const FreeContext painted;
        IGLFont* font = nullptr;
@@ -220,7 +219,7 @@ const LogCase kCases[] = {
        painted.Await(2);
        painted.context->Initialize(0);  // the font is built again
      }},
-    {"warning", "a font of the face \"NOSHEET\" cannot be built",
+    {"warning", "a font with the face \"NOSHEET\" cannot be built",
      [] {
        GLPtr<IGLFont> font;
        std::atomic<bool> ready{false};
@@ -232,7 +231,7 @@ const LogCase kCases[] = {
        ready = true;
        painted.Await(4);
      }},
-    {"debug", "IGLFont::Print is refused: its build would close the list that is open",
+    {"debug", "IGLFont::Print is refused: the font cannot be built while a display list is open",
      [] {
        Draw(Once([](Scene& scene) {
          int list = 0;
@@ -244,7 +243,7 @@ const LogCase kCases[] = {
          scene.Canvas().EndCompileList();
        }));
      }},
-    {"debug", "IGLFont::Print is refused: outside of a pass",
+    {"debug", "IGLFont::Print is refused: it is called outside a pass",
      [] {
        const FreeContext painted;
        GLPtr<IGLFont> font;
@@ -262,11 +261,11 @@ const LogCase kCases[] = {
 
     {"warning", "an image file is not loaded: it cannot be opened",
      [] { LoadFrom(*GLCreate<IGLPixmap>(CLSID_GLPixmap), u"no-such-folder/no-such-file.bmp"); }},
-    {"warning", "an image file is not loaded: its header is no bitmap's, or does not match the file",
+    {"warning", "an image file is not loaded: its bitmap header is missing or does not match the file",
      [] {
        LoadImageFile({1, 2, 3});
      }},
-    {"warning", "an image file is not loaded: a pixel has no colour in its table",
+    {"warning", "an image file is not loaded: a pixel indexes past the colour table",
      [] {
        LoadImageFile(BitmapBytes{.m_uBitCount = 8, .m_Table = {}, .m_Pixels = {7, 0, 0, 0}}.File());
      }},

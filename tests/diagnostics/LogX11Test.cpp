@@ -44,9 +44,9 @@ void InitializeUnder(const char* aDisplay, const char* aServer) {
 const LogCase kWithoutServer[] = {
     {"info", "there is no X server: DISPLAY is not set", [] { InitializeUnder("", ""); }},
     {"info", "display: headless: no X server can be used", [] { InitializeUnder("", ""); }},
-    {"info", "display: headless: GLLIB_DISPLAY asks for it", [] { InitializeUnder("headless", ""); }},
+    {"info", "display: headless: GLLIB_DISPLAY requires it", [] { InitializeUnder("headless", ""); }},
     {"warning", "the X server nowhere:7 cannot be reached", [] { InitializeUnder("", "nowhere:7"); }},
-    {"error", "there is no display: GLLIB_DISPLAY asks for X11 alone", [] { InitializeUnder("x11", ""); }},
+    {"error", "there is no display: GLLIB_DISPLAY requires X11", [] { InitializeUnder("x11", ""); }},
     {"warning", "GLLIB_DISPLAY is \"wayland\", which is neither x11 nor headless",
      [] { InitializeUnder("wayland", ""); }},
 };

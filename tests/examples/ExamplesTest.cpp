@@ -34,8 +34,8 @@ TEST(Examples, DrawAndPrintWhatTheyFind) {
     EXPECT_EQ(outcome.out,
               "under the point: 9 25\n"
               "nearest at the point: 9\n"
-              "met by the frame: 2 3 4 8 9 10 14 15 16 25\n"
-              "wholly inside it: 25 9\n");
+              "touched by the box: 2 3 4 8 9 10 14 15 16 25\n"
+              "completely inside it: 25 9\n");
   }
 }
 

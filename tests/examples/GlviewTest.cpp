@@ -108,10 +108,10 @@ TEST_F(Glview, RefusesAModelThatIsMissingOrBroken) {
   const std::vector<std::pair<std::string, std::string>> models = {
       {m_folder / "missing.obj", "no such file"},
       {m_folder / ".", "not a file"},
-      {Put("empty.obj", ""), "can't read"},
+      {Put("empty.obj", ""), "cannot read"},
       {Put("garbage.obj", "\x7f\x45\x4c\x46 not a model\n"), ""},
-      {Put("text.txt", "not a model"), "can't read"},
-      {Put("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\n"), "can't read"},
+      {Put("text.txt", "not a model"), "cannot read"},
+      {Put("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\n"), "cannot read"},
       {Put("nan.obj", "v 0 0 nan\nv 1 0 0\nv 0 1 0\nf 1 2 3\n"), "a coordinate is no number"},
       {Put("points.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\n"), ""},
   };
@@ -122,7 +122,7 @@ TEST_F(Glview, RefusesAModelThatIsMissingOrBroken) {
 TEST_F(Glview, TellsAFailedWriteApartFromARefusal) {
   const Outcome outcome = RunProgram("glview", {"--out", m_folder / "no/folder/out.png", Squares()});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_TRUE(outcome.err.starts_with("glview: can't write ")) << outcome.err;
+  EXPECT_TRUE(outcome.err.starts_with("glview: cannot write ")) << outcome.err;
 }
 
 /// The options that a text names; in a manual page a backslash stands before each dash.
@@ -269,7 +269,7 @@ TEST_F(Glview, PutsImagesOnSurfaces) {
   const std::string file = m_folder / "picture.png";
   const Outcome outcome = FromTheFront(model, {"--out", file});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.err, "glview: can't read the texture lost.png\n");
+  EXPECT_EQ(outcome.err, "glview: cannot read the texture lost.png\n");
   Picture picture;
   ASSERT_TRUE(ReadPng(file, picture));
   EXPECT_GT(At(picture, -1, -1.5)[0], At(picture, -1, -1.5)[2] + 100) << "red below";

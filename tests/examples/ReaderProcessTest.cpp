@@ -70,7 +70,7 @@ TEST_F(ReaderProcess, IsGivenUpWhenItTakesTooLong) {
   StartAndStop(3);
   EXPECT_EQ(Status(), 2);
   EXPECT_EQ(m_folder.Get("err"),
-            "glview: can't read " + m_folder / "grid.obj" + ": reading it takes longer than 3 s\n");
+            "glview: cannot read " + m_folder / "grid.obj" + ": reading it takes longer than 3 s\n");
 }
 
 TEST_F(ReaderProcess, CrashesAlone) {
@@ -79,7 +79,7 @@ TEST_F(ReaderProcess, CrashesAlone) {
   kill(m_reader, SIGCONT);
   EXPECT_EQ(Status(), 2);
   EXPECT_EQ(m_folder.Get("err"),
-            "glview: can't read " + m_folder / "grid.obj" + ": its reader crashed by signal 7\n");
+            "glview: cannot read " + m_folder / "grid.obj" + ": its reader was ended by signal 7\n");
 }
 
 TEST_F(ReaderProcess, EndsWithTheViewer) {
@@ -104,7 +104,7 @@ TEST_F(ReaderProcess, RefusesAFileThatClaimsMoreThanMemoryHolds) {
     const Outcome outcome =
         RunProgram("glview", {"--read-memory", "300", "--out", m_folder / "out.png", model});
     EXPECT_EQ(outcome.status, 2) << count;
-    EXPECT_THAT(outcome.err, StartsWith("glview: can't read " + model)) << count;
+    EXPECT_THAT(outcome.err, StartsWith("glview: cannot read " + model)) << count;
     EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
     if (!GLLIB_SANITIZED) {  // whose allocators end the process in words of their own
       EXPECT_THAT(outcome.err, HasSubstr("more than 300 MiB of memory")) << count;

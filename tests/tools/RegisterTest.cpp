@@ -98,9 +98,11 @@ TEST_F(Register, AnswersItsCommandLine) {
     int m_iStatus;
     const char* m_szSaid;
   } cases[] = {
-      {" --help", 0, "usage: gllib-register"},       {" --what", 2, "usage: gllib-register"},
-      {" one two", 2, "usage: gllib-register"},      {" /nowhere/libgllib.so", 3, "/nowhere/libgllib.so"},
-      {" libm.so.6", 3, "has no DllRegisterServer"},
+      {" --help", 0, "usage: gllib-register"},
+      {" --what", 2, "usage: gllib-register"},
+      {" one two", 2, "usage: gllib-register"},
+      {" /nowhere/libgllib.so", 3, "/nowhere/libgllib.so"},
+      {" libm.so.6", 3, "does not export DllRegisterServer"},
   };
   for (const auto& one : cases) {
     EXPECT_EQ(Run(kTool + one.m_szArguments), one.m_iStatus) << one.m_szArguments;

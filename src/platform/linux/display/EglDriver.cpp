@@ -121,7 +121,7 @@ bool EglDriver::Start(EGLDisplay aDisplay, EGLint aVisual) noexcept {
   const ExitGate::Pass pass;
   if (!pass || aDisplay == EGL_NO_DISPLAY) return false;
   if (!MayRunHere()) {
-    LogError("a driver of GL has run in the parent of this forked process: it cannot draw here");
+    LogError("the parent of this forked process has used a GL driver: GL cannot draw here");
     return false;
   }
   KeepDriver();

@@ -57,7 +57,7 @@ void LogRefusal(xcb_window_t aParent, int aError) noexcept {
         "(XSync, gdk_display_sync) before Initialize",
         aParent);
   } else {
-    LogError("the X server refuses a child of the window 0x%x: error %d of the protocol", aParent, aError);
+    LogError("the X server refuses a child of the window 0x%x: protocol error %d", aParent, aError);
   }
 }
 
@@ -211,7 +211,7 @@ HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
   const PipeSignal quiet;
   if (IsBroken()) return nullptr;
   if (!IsXid(aParent)) {
-    LogError("the parent's handle has more than 32 bits: it is no X11 window");
+    LogError("the parent's handle has more than 32 bits: it is not an X11 window");
     return nullptr;
   }
   // Skips numbers that windows of a previous server still use: a number must name one window only.
