@@ -1,4 +1,4 @@
-// The messages of the log about a platform that fails, on a display that the test writes down.
+// Log messages about failures of the platform. Scripted display over the headless one.
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,7 +22,7 @@ class RefusingDisplay final : public ScriptedDisplay {
   std::atomic<bool> m_bRefuses{false};
 };
 
-/// Initialises a context on a display that a test has prepared.
+/// Initialises a context on a display that the caller prepares.
 template <class Prepare>
 void InitializeOn(Prepare aPrepare, LONG aSmooth = 0) {
   const auto display = ScriptedDisplay::Set();
@@ -90,7 +90,7 @@ const LogCase kCases[] = {
      }},
 };
 
-// Counted without an allocation, since one fails.
+// Counts without allocating, because an allocation fails.
 std::atomic<int> g_iReasons{0}, g_iParts{0}, g_iThreads{0};
 
 void CountReasons(const char* aLine, std::size_t aLength) {
@@ -101,7 +101,7 @@ void CountReasons(const char* aLine, std::size_t aLength) {
   if (line.find("no draw thread could be started") != line.npos) ++g_iThreads;
 }
 
-/// Runs in a forked child with the lines of its log, and gives the child's answer.
+/// Runs in a forked child with its own log lines. @return the child's result
 template <class Function>
 bool HoldsInChild(Function aFunction) {
   const pid_t child = fork();
@@ -112,7 +112,7 @@ bool HoldsInChild(Function aFunction) {
 
 }  // namespace
 
-TEST(Log, TellsOfEachFaultOfThePlatformOnce) {
+TEST(Log, ReportsEachPlatformFaultOnce) {
   for (const LogCase& c : kCases) {
     SCOPED_TRACE(c.m_szMessage);
     const DisplayGuard guard;
@@ -122,7 +122,7 @@ TEST(Log, TellsOfEachFaultOfThePlatformOnce) {
   }
 }
 
-TEST(Log, GivesOneReasonForEachInitializeThatLacksMemory) {
+TEST(Log, GivesOneReasonPerInitializeWithoutMemory) {
   const LogLines restores(LogLevel::kUnread);
   SetLogSink(LogLevel::kError, CountReasons);
   AllocationFault::ForgetWays();
@@ -139,7 +139,7 @@ TEST(Log, GivesOneReasonForEachInitializeThatLacksMemory) {
   EXPECT_GT(g_iThreads, 0);
 }
 
-TEST(Log, TellsAForkedChildWhyNothingIsDrawn) {
+TEST(Log, ReportsWhyAForkedChildCannotDraw) {
   const LogLines log(LogLevel::kDebug);
   const FreeContext inherited;
   EXPECT_TRUE(HoldsInChild([&] {
@@ -152,12 +152,12 @@ TEST(Log, TellsAForkedChildWhyNothingIsDrawn) {
   }));
 }
 
-TEST(Log, TellsThatTheDrawThreadIsLate) {
+TEST(Log, ReportsALateDrawThread) {
   const LogLines log(LogLevel::kWarning);
   {
     const FreeContext painted;
     painted.context->SetDrawThreadPars(0, 5000, 5000);
-    painted.Await(1);  // it sleeps for 5 s after this one
+    painted.Await(1);  // the draw thread then sleeps for 5 s
   }
   EXPECT_EQ(log.Count("the draw thread did not park within 3 s"), 1) << log.Joined();
 }

@@ -1,4 +1,4 @@
-// The messages of the log, each caused once, and the silence of a run without a fault.
+// Log messages, each with its cause, and the absence of messages in a run without faults. Headless display.
 
 #include <optional>
 #include <regex>
@@ -12,20 +12,20 @@
 
 namespace {
 
-/// A painter that calls a function in its first frame alone.
+/// Returns a painter that calls a function only in its first frame.
 DrawFunction Once(DrawFunction aDraw) {
   return [draw = std::move(aDraw), done = false](Scene& scene) mutable {
     if (!std::exchange(done, true)) draw(scene);
   };
 }
 
-/// Draws until a painter has been called a few times, so that a message that comes in every frame is seen.
+/// Draws several frames, so that a message that is repeated in each frame is seen.
 void Draw(DrawFunction aDraw) {
   const FreeContext painted(std::move(aDraw));
   painted.Await(4);
 }
 
-/// Compiles a list where there is none.
+/// Compiles a list if none is valid.
 DrawFunction Compiling() {
   return [list = 0](Scene& scene) mutable {
     LONG valid = 0;
@@ -34,7 +34,7 @@ DrawFunction Compiling() {
   };
 }
 
-/// Takes a picture of a context that has a list.
+/// Captures a context that has a list.
 void Capture(const GLCaptureRequest& aRequest, bool aHasPixmap = true) {
   const FreeContext painted(Compiling());
   const auto capture = GLMake<TestCapture>();
@@ -69,7 +69,7 @@ void LoadImageFile(const Bytes& aFile) {
   LoadFrom(*GLCreate<IGLPixmap>(CLSID_GLPixmap), folder.Put("image.bmp", aFile).u16string());
 }
 
-/// A name that no test before has asked for: each is reported once.
+/// Returns a name that was not requested before: each name is reported once.
 std::string NewFace() {
   static int number = 0;
   return "No Such Face " + std::to_string(++number);
@@ -203,7 +203,7 @@ const LogCase kCases[] = {
            ++left;
          });
        };
-       // The painters wait for each other's contexts, so they are attached when both exist.
+       // The painters wait for each other's contexts, so they are attached after both exist.
        first.emplace();
        second.emplace();
        first->context->AttachPainter(GLMake<TestPainter>(calls(second)).Get());
@@ -271,7 +271,7 @@ const LogCase kCases[] = {
      }},
 };
 
-/// What a host does, without a fault.
+/// Uses the component without a fault.
 void DoEverything() {
   Fonts fonts;
   std::atomic<bool> ready{false};
@@ -302,7 +302,7 @@ void DoEverything() {
 
 }  // namespace
 
-TEST(Log, TellsOfEachEventOnce) {
+TEST(Log, ReportsEachEventOnce) {
   PrepareDisplay();
   for (const LogCase& c : kCases) {
     SCOPED_TRACE(c.m_szMessage);
@@ -314,7 +314,7 @@ TEST(Log, TellsOfEachEventOnce) {
   }
 }
 
-TEST(Log, HoldsNoWarningOfARunWithoutAFault) {
+TEST(Log, HasNoWarningWithoutAFault) {
   PrepareDisplay();
   const LogLines log(LogLevel::kDebug);
   DoEverything();
@@ -322,7 +322,7 @@ TEST(Log, HoldsNoWarningOfARunWithoutAFault) {
   EXPECT_EQ(log.Count("GL: "), 2) << log.Joined();
 }
 
-TEST(Log, NamesTheContextThatDrawsAndTheOneThatIsCalled) {
+TEST(Log, NamesTheContext) {
   PrepareDisplay();
   const LogLines log(LogLevel::kInfo);
   const FreeContext one, other;
@@ -335,9 +335,9 @@ TEST(Log, NamesTheContextThatDrawsAndTheOneThatIsCalled) {
   EXPECT_EQ(contexts.size(), 2u) << log.Joined();
 }
 
-TEST(Log, IsOffUnlessTheEnvironmentAsksForIt) {
+TEST(Log, IsOffByDefault) {
   PrepareDisplay();
-  if (std::getenv("GLLIB_LOG") != nullptr) GTEST_SKIP() << "the environment asks for it";
+  if (std::getenv("GLLIB_LOG") != nullptr) GTEST_SKIP() << "GLLIB_LOG is set";
   const LogLines log(LogLevel::kUnread);
   DoEverything();
   LoadFrom(*GLCreate<IGLPixmap>(CLSID_GLPixmap), u"no-such-file.bmp");

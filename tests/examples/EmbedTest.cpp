@@ -1,14 +1,13 @@
-// The hosts inside of toolkits, in windows of a real X server: what they show, that it follows the window's
-// size, what picking does, and that nothing is left at the end.
+// The example hosts for Qt, SDL and plain pixels: picture, resizing, picking and exit. Xvfb.
 
 #include "Embed.h"
 #include "support/Test.h"
 
 namespace {
 
-constexpr std::uint8_t kHome = 110, kEscape = 9, kSpace = 65, kW = 25;  // the server's keycodes
+constexpr std::uint8_t kHome = 110, kEscape = 9, kSpace = 65, kW = 25;  // keycodes of the server
 
-TEST_F(Embed, SdlWindowShowsFollowsPicksTurnsAndLeaves) {
+TEST_F(Embed, SdlHostDrawsResizesPicksTurnsAndExits) {
   Open("embed-sdl");
   ClickAt(kLeft);
   EXPECT_TRUE(TitleEndsWith("pair.obj - left")) << m_screen.Title();
@@ -17,7 +16,7 @@ TEST_F(Embed, SdlWindowShowsFollowsPicksTurnsAndLeaves) {
     EXPECT_TRUE(Fills(width, height)) << width << " by " << height;
     EXPECT_TRUE(ShowsMarked(true, false));
   }
-  m_screen.Drag(420, 240, 300, 240);  // 60 degrees and the 30 at first: the squares stand edge-on
+  m_screen.Drag(420, 240, 300, 240);  // 60 degrees and the initial 30: the squares are edge-on
   EXPECT_TRUE(ShowsBackground());
   m_screen.Press(kEscape);
   EXPECT_EQ(Status(), 0);
@@ -32,21 +31,20 @@ TEST_F(Embed, PixelsOfAHeadlessContextFollowTheWindow) {
     EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
     ClickAt(kLeft);
     EXPECT_TRUE(TitleEndsWith("pair.obj - left")) << m_screen.Title();
-    EXPECT_TRUE(ShowsMarked(true, false)) << "the right way up and round";
+    EXPECT_TRUE(ShowsMarked(true, false)) << "the picture is upright and not mirrored";
   }
   m_screen.Press(kSpace);
   for (const bool edgeOn : {true, false, true}) {
-    EXPECT_TRUE(Eventually([&] { return (PixelAt(kLeft) == kBackground) == edgeOn; }))
-        << "it turns by itself";
+    EXPECT_TRUE(Eventually([&] { return (PixelAt(kLeft) == kBackground) == edgeOn; })) << "the model rotates";
   }
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }
 
-/// The host in Qt, which has a tree beside the scene.
+/// The Qt host, which shows a tree beside the scene.
 class EmbedQt : public Embed {
  protected:
-  /// The uppermost row that the tree shows as selected, in the colour of Qt's own style; 0 for none.
+  /// Returns the uppermost selected row of the tree, by the colour of Qt's style; 0 if there is none.
   int SelectedRow() const {
     constexpr std::uint32_t kHighlight = 0x308CC6;
     const int x = SceneExtents().left / 2;
@@ -59,10 +57,10 @@ class EmbedQt : public Embed {
   }
 };
 
-TEST_F(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
+TEST_F(EmbedQt, QtHostDrawsResizesAndPicks) {
   Open("embed-qt");
   const Extents first = SceneExtents();
-  EXPECT_GT(first.left, 50) << "the tree stands to the left of the scene";
+  EXPECT_GT(first.left, 50) << "the tree is to the left of the scene";
 
   ClickAt(kRight);
   EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
@@ -70,12 +68,12 @@ TEST_F(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
   const int rightRow = SelectedRow();
   ClickAt(kLeft);
   EXPECT_TRUE(Eventually([&] { return SelectedRow() > 0 && SelectedRow() < rightRow; }))
-      << "the tree follows the scene, from row " << rightRow << " to " << SelectedRow();
+      << "the tree follows the scene from row " << rightRow << " to " << SelectedRow();
 
   m_screen.Click(first.left / 2, rightRow + 2);
   EXPECT_TRUE(ShowsMarked(false, true)) << "the scene follows the tree";
   m_screen.Press(kHome);
-  EXPECT_TRUE(ShowsMarked(true, true)) << "the model's item means all of its parts";
+  EXPECT_TRUE(ShowsMarked(true, true)) << "the item of the model selects all its parts";
 
   for (const auto& [width, height] : {std::pair{700, 500}, {1000, 740}}) {
     m_screen.Resize(width, height);
@@ -86,7 +84,7 @@ TEST_F(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
         << " by " << height;
   }
   m_screen.Press(kW);
-  EXPECT_TRUE(ShowsBackground()) << "the tool bar's wire frame";
+  EXPECT_TRUE(ShowsBackground()) << "the wire frame switch of the tool bar";
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }

@@ -1,4 +1,4 @@
-// The small examples: that they draw, and what they print. What the component draws has tests of its own.
+// The small examples: their exit codes, pictures and output. Headless display.
 
 #include "Program.h"
 #include "shared/Picture.h"
@@ -9,7 +9,7 @@ namespace {
 const char* const kExamples[] = {"lights",  "glass",   "picking", "text",
                                  "atlases", "texture", "markers", "capture"};
 
-TEST(Examples, RefuseAnythingButAFileToDrawTo) {
+TEST(Examples, RefuseInvalidArguments) {
   for (const char* example : kExamples) {
     EXPECT_EQ(RunProgram(example, {}).status, 2) << example;
     EXPECT_EQ(RunProgram(example, {"--out"}).status, 2) << example;
@@ -17,7 +17,7 @@ TEST(Examples, RefuseAnythingButAFileToDrawTo) {
   }
 }
 
-TEST(Examples, DrawAndPrintWhatTheyFind) {
+TEST(Examples, DrawAndPrintResults) {
   for (const std::string example : kExamples) {
     SCOPED_TRACE(example);
     const TestFolder folder;
@@ -29,7 +29,7 @@ TEST(Examples, DrawAndPrintWhatTheyFind) {
     std::set<std::uint32_t> colors;
     for (std::size_t i = 0; i < picture.pixels.size(); i += 4)
       colors.insert(picture.pixels[i] << 16 | picture.pixels[i + 1] << 8 | picture.pixels[i + 2]);
-    EXPECT_GT(colors.size(), 1u) << "something is drawn";
+    EXPECT_GT(colors.size(), 1u) << "the picture is empty";
     if (example != "picking") continue;
     EXPECT_EQ(outcome.out,
               "under the point: 9 25\n"

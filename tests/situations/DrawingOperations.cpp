@@ -1,5 +1,5 @@
-// The rows of what draws: out of sight, with all stacks and states set back, so that the pass stays what it
-// is.
+// Table rows: operations that draw. They draw out of view and restore stacks and state, so that the pass does
+// not change.
 
 #include <gllib/IGLBitmap.h>
 #include <gllib/IGLDrawAttr.h>

@@ -1,4 +1,4 @@
-// Stage: the scene, its callbacks, and what its getters answer.
+// Stage: the scene, its callbacks, and the values of its getters.
 
 #include "situations/Stage.h"
 
@@ -41,7 +41,7 @@ class CallingTask final : public PEvent {
 
 }  // namespace
 
-/// Drawn after the painter: ends the pass over the viewer.
+/// Drawn after the painter, at the end of the viewer pass.
 class Stage::Gauge final : public GLViewerGaugeBase {
  public:
   explicit Gauge(Stage& aStage) : m_Stage(aStage) {}
@@ -61,7 +61,7 @@ class Stage::Gauge final : public GLViewerGaugeBase {
   Stage& m_Stage;
 };
 
-/// Tells the stage when its scene is drawn for a picture.
+/// Tells the stage that its scene is drawn for a picture.
 class Stage::Picturing final : public TestCapture {
  public:
   explicit Picturing(Stage& aStage) : m_Stage(aStage) {}
@@ -99,7 +99,7 @@ Stage::Stage() {
   capture = GLPtr<TestCapture>::FromBorrowed(GLMake<Picturing>(*this).Get());
   capture->request = {.m_fZoom = 2, .m_sBackground = {0.1f, 0.3f, 0.1f, 1}};
   Reset();
-  Frame();  // some drivers learn of a window's size at the end of a frame
+  Frame();  // some drivers apply a window's size only at the end of a frame
 }
 
 Stage::~Stage() { context.Reset(); }
@@ -144,7 +144,7 @@ void Stage::Reset() {
   canvas.As<IGLCanvas13_1>()->ClearTransparentTriangles();
 }
 
-// Of the viewers and lights only the stage's own stay.
+// Only the stage's own viewers and lights remain.
 void Stage::ForgetMembers() {
   const auto members = GLCreate<IGLCollection>(CLSID_GLCollection);
   context->EnumViewers(members.Get());
@@ -179,14 +179,14 @@ void Stage::CallAt(Place aPlace) {
 void Stage::Task(std::function<void()> aCall) {
   std::atomic<bool> done{false};
   static_cast<GLContext&>(*context).PostTask(new CallingTask(this, [&] { aCall(), done = true; }));
-  EXPECT_TRUE(Eventually([&] { return done.load(); })) << "no task";
+  EXPECT_TRUE(Eventually([&] { return done.load(); })) << "the task did not run";
 }
 
 Outcome Stage::Frame() {
   m_uError = 0;
   m_bWanted = true;
   context.As<IGLContext2>()->TriggerDrawThread();
-  EXPECT_TRUE(Eventually([&] { return !m_bWanted; })) << "no frame";
+  EXPECT_TRUE(Eventually([&] { return !m_bWanted; })) << "no frame was drawn";
   return {std::exchange(m_Picture, Picture()), {}, m_uError};
 }
 
@@ -195,8 +195,8 @@ Outcome Stage::Capture() {
   capture->answer = -1;
   capture->Request(capture->target.Get(), capture->request);
   context.As<IGLContext2>()->TriggerDrawThread();
-  EXPECT_TRUE(Eventually([&] { return capture->answer != -1; })) << "no capture";
-  EXPECT_EQ(capture->answer, 1) << "the capture fails";
+  EXPECT_TRUE(Eventually([&] { return capture->answer != -1; })) << "no capture was taken";
+  EXPECT_EQ(capture->answer, 1) << "the capture failed";
   return {PictureOf(*capture->target), {}, m_uError};
 }
 
@@ -212,7 +212,7 @@ Outcome Stage::Pick() {
   return outcome;
 }
 
-// First the list, then the call, then everything else: what the call does to the pass shows.
+// The list, then the call, then everything else, so that effects of the call on the pass are visible.
 void Stage::Draw(Scene& aScene) {
   IGLCanvas& drawn = aScene.Canvas();
   GLint mode = GL_RENDER;
@@ -227,7 +227,7 @@ void Stage::Draw(Scene& aScene) {
     drawn.EndCompileList();
   }
   GLDATA_POINT outside{1e4, 0, 0};
-  for (const auto& text : {font, system}) text->Print(m_Text, &outside);  // built with no list open
+  for (const auto& text : {font, system}) text->Print(m_Text, &outside);  // built while no list is open
   int open = 0;
   if (listed) drawn.BeginCompileList(&open);
   DrawFirst(drawn, true);

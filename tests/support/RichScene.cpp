@@ -1,4 +1,4 @@
-// The rich scene: it makes its parts in the first frame.
+// RichScene: creates its parts in the first frame.
 
 #include "support/RichScene.h"
 #include "support/Test.h"

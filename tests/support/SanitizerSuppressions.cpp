@@ -1,6 +1,5 @@
-// What the sanitizers pass over: what the driver, its compiler and fontconfig keep to themselves or guard in
-// ways of their own. Read by the sanitizers' runtimes at the start of a test executable; without them, by
-// nobody.
+// Suppressions for memory and synchronisation inside the driver, its compiler and fontconfig. The sanitizers'
+// runtimes read them at the start of a test executable. Other builds do not use them.
 
 extern "C" {
 

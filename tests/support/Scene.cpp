@@ -1,5 +1,5 @@
-// The context under test: its painter serves one function at a time, and a capture object, which a context
-// asks at the end of every frame, tells that the frame is done.
+// The context under test: its painter calls one function at a time. A capture object, which the context calls
+// at the end of each frame, reports that the frame is complete.
 
 #include "support/Scene.h"
 
@@ -16,18 +16,18 @@ HRESULT TestPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* a
   return S_OK;
 }
 
-/// What the test's thread and the draw thread tell each other.
+/// State shared by the test's thread and the draw thread.
 struct ContextFixture::Shared {
   std::mutex m_Lock;
   std::condition_variable m_Changed;
   const DrawFunction* m_pWanted = nullptr;  // for the next frame that begins
-  const DrawFunction* m_pServed = nullptr;  // in the running frame
+  const DrawFunction* m_pServed = nullptr;  // for the current frame
   bool m_bInFrame = false;
   bool m_bReads = false;
   Picture m_Picture;
   int m_iWidth = 0, m_iHeight = 0;
 
-  /// The function of the running frame, the same one for all of its viewers.
+  /// Returns the function of the current frame, the same one for all of its viewers.
   const DrawFunction* ForThisFrame() {
     const std::scoped_lock lock(m_Lock);
     if (!m_bInFrame) m_pServed = m_pWanted;
@@ -46,7 +46,7 @@ struct ContextFixture::Shared {
   }
 };
 
-/// Asked at the end of every frame, and never wants a picture.
+/// Called at the end of each frame. It never requests a picture.
 class ContextFixture::FrameEnd : public GLCaptureBase {
  public:
   explicit FrameEnd(std::shared_ptr<Shared> aShared) : m_Shared(std::move(aShared)) {}
@@ -79,7 +79,7 @@ ContextFixture::ContextFixture(int aWidth, int aHeight)
   };
   m_Context->AttachPainter(GLMake<TestPainter>(draw).Get());
   m_Context->AttachCapture(GLMake<FrameEnd>(m_Shared).Get());
-  Frame();  // some drivers learn of a window's size at the end of a frame
+  Frame();  // some drivers apply a window's size only at the end of a frame
 }
 
 ContextFixture::~ContextFixture() {

@@ -1,4 +1,5 @@
-// An X server of the test's own, and a host's window on a connection of its own. For one test thread.
+// XServer and ForeignWindow: an X server of a test, and a host's window on a separate connection. One test
+// thread.
 
 #include "support/XServer.h"
 
@@ -18,7 +19,7 @@ XServer::XServer() {
     const std::string descriptor = std::to_string(pipeEnds[1]);
     const int nowhere = open("/dev/null", O_WRONLY);
     dup2(nowhere, 2);
-    // Without a reset when the last client goes: the next one would meet a server that starts over.
+    // No reset when the last client disconnects: a later client would meet a server that restarts.
     execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1024x768x24", "-nolisten",
            "tcp", "-noreset", static_cast<char*>(nullptr));
     _exit(127);

@@ -1,5 +1,5 @@
-// An X server of the test's own (Xvfb), and a host's window on a connection of its own.
-// For one test thread; the server's process is ended by its id.
+// An X server of a test (Xvfb), and a host's window on a separate connection. One test thread; the server's
+// process is ended by its id.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 
 #include "support/Picture.h"
 
-/// Runs while the object stands; DISPLAY names it meanwhile.
+/// Runs until the object is destroyed. DISPLAY names it.
 class XServer {
  public:
   XServer();
@@ -19,9 +19,9 @@ class XServer {
   XServer& operator=(const XServer&) = delete;
 
   bool IsRunning() const { return m_Process > 0; }
-  /// Ends the server at once, as a crash would.
+  /// Ends the server at once, like a crash.
   void Kill();
-  /// Ends the server by a signal of the caller's choice.
+  /// Sends the server a signal.
   void End(int aSignal);
   void Signal(int aSignal) const;
 
@@ -43,9 +43,9 @@ class ForeignWindow {
   void Unmap();
   void DestroyWindow();
   void CloseConnection();
-  /// The first child's id; 0 for none.
+  /// Returns the id of the first child; 0 if there is none.
   xcb_window_t Child() const;
-  /// What the server shows in a window.
+  /// Returns the server's picture of a window.
   Picture Screenshot(xcb_window_t aWindow, int aWidth, int aHeight) const;
 
  private:

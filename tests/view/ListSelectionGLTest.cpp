@@ -1,5 +1,5 @@
-// Selection from compiled lists: what is found from the runs of a list, held against the whole list, and
-// which lists are drawn whole.
+// Selection from compiled lists: results of a divided list compared with the whole list, and lists that are
+// drawn whole. Headless display.
 
 #include "platform/GL.h"
 #include "support/Counting.h"
@@ -31,7 +31,7 @@ void SetDrawMode(IGLCanvas& aCanvas, int aMode) {
   aCanvas.SetDrawAttributes(attributes.Get());
 }
 
-/// One primitive of the canvas, small, around a random place.
+/// Draws a small primitive around a random place.
 Step RandomPrimitive(std::mt19937& aRandom) {
   static constexpr HRESULT (IGLCanvas::*kBegin[])() noexcept = {
       &IGLCanvas::BeginDrawTriangles,  &IGLCanvas::BeginDrawPoints,    &IGLCanvas::BeginDrawLines,
@@ -54,8 +54,8 @@ Step RandomPrimitive(std::mt19937& aRandom) {
   };
 }
 
-/// An identifier, a change of state, or a primitive. No edge flag: what Mesa selects of faces that are drawn
-/// as lines depends on the flags of all lists that it drew before.
+/// An identifier, a change of state, or a primitive. Edge flags are left out: Mesa's selection of faces drawn
+/// as lines depends on the flags of all earlier lists.
 Step RandomStep(std::mt19937& aRandom) {
   const int kind = Between(aRandom, 0, 19);
   const int value = Between(aRandom, 0, 1 << 20);
@@ -71,15 +71,15 @@ Step RandomStep(std::mt19937& aRandom) {
   return RandomPrimitive(aRandom);
 }
 
-/// A part of a scene: steps in one list, lists that it calls, and whether matrix operations are among them.
+/// A part of a scene: steps in one list, called lists, and optional matrix operations.
 struct Part {
   Steps steps;
-  std::vector<int> nested;  // parts before this one, called after every few steps
+  std::vector<int> nested;  // earlier parts, called after every few steps
   bool turned = false;
-  double shift = 0;  // by the painter, before the list
+  double shift = 0;  // set by the painter before the list
 };
 
-/// A scene that is drawn from one list per part, which is compiled when it is first needed.
+/// A scene with one list per part, which is compiled when it is first needed.
 class ListScene {
  public:
   explicit ListScene(std::vector<Part> aParts) : m_Parts(std::move(aParts)), m_Lists(m_Parts.size(), 0) {}
@@ -141,7 +141,7 @@ ListScene RandomScene(std::mt19937& aRandom) {
   return ListScene(std::move(parts));
 }
 
-/// Draws for selections alone. What it draws changes only while none runs.
+/// Draws only for selections. The function changes only while none runs.
 class Picked {
  public:
   Picked() {
@@ -191,7 +191,8 @@ Picked::Request RandomRequest(std::mt19937& aRandom) {
           Between(aRandom, 0, 3) == 0 ? 3 : 512};
 }
 
-/// Draws 40 triangles in a row of 40 places from left to right, 20 times over, each place under its number.
+/// Draws 40 triangles in a row of 40 places from left to right, 20 times. The identifier is the number of the
+/// place.
 void DrawRow(IGLCanvas& aCanvas, double aBottom = -0.1) {
   for (int place = 0; place < 40; ++place) {
     const double x = -1.0 + place * 0.05;
@@ -219,9 +220,9 @@ void DrawList(IGLCanvas& aCanvas, int& aList, Content aContent) {
 
 }  // namespace
 
-// A list is drawn whole at its first selection, and checked before the next one. GLLIB_SCENES sets another
-// number of scenes.
-TEST(ListSelection, FindsTheSameFromAListsRunsAsFromTheWholeList) {
+// A list is drawn whole at its first selection, and checked before the next one. GLLIB_SCENES sets the number
+// of scenes.
+TEST(ListSelection, RunsFindTheSameAsTheWholeList) {
   const char* const wanted = std::getenv("GLLIB_SCENES");
   const int scenes = wanted != nullptr ? std::atoi(wanted) : 1000;
   std::mt19937 random(20260915);
@@ -252,7 +253,7 @@ TEST(ListSelection, FindsTheSameFromAListsRunsAsFromTheWholeList) {
   EXPECT_GT(several, static_cast<std::size_t>(scenes) / 10);
 }
 
-TEST(ListSelection, DrawsTheRunsThatThePickVolumeTouches) {
+TEST(ListSelection, DrawsOnlyRunsInThePickVolume) {
   Picked picked;
   int list = 0;
   const auto draw = [&](Scene& s) {
@@ -266,14 +267,14 @@ TEST(ListSelection, DrawsTheRunsThatThePickVolumeTouches) {
     EXPECT_EQ(picked.Pick(request, draw), Ids{21});
     calls.push_back(recorder.Count("glCallList"));
   }
-  EXPECT_GT(calls[0], 40) << "the first compiles, which calls each run once, and draws the list whole";
-  EXPECT_EQ(calls[2], 2) << "one run, and the one that enables culling";
+  EXPECT_GT(calls[0], 40) << "compiles each run, and draws the whole list";
+  EXPECT_EQ(calls[2], 2) << "one run, and the run that enables culling";
   const GLRecorder recorder;
   EXPECT_EQ(picked.Pick(kAll, draw).size(), 40u);
-  EXPECT_EQ(recorder.Count("glCallList"), 1) << "all at once";
+  EXPECT_EQ(recorder.Count("glCallList"), 1) << "all runs by one call";
 }
 
-TEST(ListSelection, FindsWhatAHostsOwnCallsAddToAList) {
+TEST(ListSelection, FindsTheHostsOwnCallsInAList) {
   static const auto triangle = [](double x) {
     glBegin(GL_TRIANGLES);
     for (const auto& [dx, dy] : {std::pair{-0.1, -0.1}, {0.1, -0.1}, {0.0, 0.1}}) glVertex3d(x + dx, dy, 0);
@@ -282,7 +283,7 @@ TEST(ListSelection, FindsWhatAHostsOwnCallsAddToAList) {
   GLuint own = 0;
   const struct {
     const char* what;
-    std::function<void(IGLCanvas&)> before, after;  // of the row, which lies above the middle
+    std::function<void(IGLCanvas&)> before, after;  // of the row, which is above the middle
   } kCases[] = {
       {"vertices", [](IGLCanvas&) {}, [](IGLCanvas& c) { triangle(0), c.SetTestID(50); }},
       {"vertices in a list", [&](IGLCanvas&) {}, [&](IGLCanvas& c) { glCallList(own), c.SetTestID(50); }},
@@ -322,7 +323,7 @@ TEST(ListSelection, FindsWhatAHostsOwnCallsAddToAList) {
       glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
       if (own == 0) glNewList(own = glGenLists(1), GL_COMPILE), triangle(0), glEndList();
       fromList ? DrawList(canvas, list, content) : content(canvas);
-      triangle(0.0);  // under the name and in the state that the list has left
+      triangle(0.0);  // with the identifier and the state that the list has left
       triangle(-0.05);
     };
     for (int pick = 0; pick < 4; ++pick) {

@@ -1,5 +1,5 @@
-// Window and model coordinates against the pixels that really light up, and the matrices that a painter
-// reads.
+// Conversions between window and model coordinates compared with drawn pixels, matrices that a painter reads,
+// and display lists. Headless display.
 
 #include "component/Module.h"
 #include "platform/GL.h"
@@ -17,20 +17,20 @@ void ExpectNear(const GLDATA_POINT& aFound, const GLDATA_POINT& aWanted, double 
   EXPECT_NEAR(aFound.z, aWanted.z, aMargin) << aWhat;
 }
 
-/// Lights one pixel where a point lands. @return its place from the lower left, with the depth found there
+/// Lights one pixel at the projection of a point. @return its place from the lower left, with its depth
 GLDATA_POINT Landed(IGLCanvas& aCanvas, GLDATA_POINT aPoint) {
   aCanvas.BeginDrawPoints(), aCanvas.Vertex(&aPoint), aCanvas.EndDrawVertices();
   std::vector<float> red(kWidth * kHeight), depth(kWidth * kHeight);
   glReadPixels(0, 0, kWidth, kHeight, GL_RED, GL_FLOAT, red.data());
   glReadPixels(0, 0, kWidth, kHeight, GL_DEPTH_COMPONENT, GL_FLOAT, depth.data());
   const auto isLit = [](float aRed) { return aRed > 0.0f; };
-  EXPECT_EQ(std::ranges::count_if(red, isLit), 1) << "lit pixels";
+  EXPECT_EQ(std::ranges::count_if(red, isLit), 1) << "number of lit pixels";
   const auto lit = std::ranges::find_if(red, isLit) - red.begin();
   return {static_cast<double>(lit % kWidth), static_cast<double>(lit / kWidth),
           depth.at(static_cast<std::size_t>(lit))};
 }
 
-TEST(Mapping, AgreesWithWherePointsLand) {
+TEST(Mapping, AgreesWithDrawnPoints) {
   struct View {
     const char* m_szName;
     std::function<void(IGLViewer&)> m_Set;
@@ -45,7 +45,7 @@ TEST(Mapping, AgreesWithWherePointsLand) {
     context.Viewer().GetCoord(eye.Put());
     GLDATA_MATRIX6D placed{2, -3, 60, 0.1, -0.05, 0.4};
     eye->SetMatrix6d(&placed);
-    context.Frame();  // clears all of the window: a clipped viewer clears only its own part
+    context.Frame();  // clears the whole window: a clipped viewer clears only its rectangle
     context.Viewer().SetClipRectangle(50, 40, 150, 120), context.Viewer().ShowClipFrame(0);
     view.m_Set(context.Viewer());
     GLDATA_POINT model{1.5, 2.25, -7}, shift{3, -2, 4}, world{4.5, 0.25, -3}, window{}, fromWorld{}, back{};
@@ -64,14 +64,14 @@ TEST(Mapping, AgreesWithWherePointsLand) {
       ExpectNear(landed, {std::floor(window.x), std::floor(window.y), window.z}, 1e-5, name);
       scene.Canvas().PopModelviewMatrix();
     });
-    // The last call without the cache left the painter's frame in it, for any thread.
+    // The last call without the cache left the painter's set-up in it, for all threads.
     GLPtr<IGLCanvas> canvas;
     context.ContextAs<IGLContext14_2>()->GetCanvas(canvas.Put());
     canvas.As<IGLCanvas3>()->GetWindowCoords(&model, 1, &back);
     ExpectNear(back, window, 0.0, name);
     context.Frame();
     canvas.As<IGLCanvas3>()->GetWindowCoords(&world, 1, &back);
-    ExpectNear(back, fromWorld, 0.0, "the next pass brings the viewer's set-up back");
+    ExpectNear(back, fromWorld, 0.0, "the next pass restores the viewer's set-up");
   }
 }
 
@@ -100,11 +100,11 @@ TEST(Mapping, ReadsTheMatrixAndItsInverse) {
     EXPECT_EQ(std::vector<double>(&inverse.m[0][0], &inverse.m[0][0] + 16), singular);
     GLDATA_POINT window{4, 4, 0.5}, model{7, 8, 9};
     EXPECT_EQ(canvas.As<IGLCanvas3>()->GetModelCoords(&window, 0, &model), S_OK);
-    ExpectNear(model, {7, 8, 9}, 0.0, "what can't be mapped stays");
+    ExpectNear(model, {7, 8, 9}, 0.0, "a point that cannot be mapped is unchanged");
   });
 }
 
-TEST(Lists, BelongToTheirDrawThreadAndStayForAFrame) {
+TEST(Lists, BelongToTheirDrawThreadDuringAFrame) {
   ContextFixture context(32, 32);
   context.Context().EnableLighting(0);
   GLPtr<IGLCanvas> canvas;
@@ -123,14 +123,14 @@ TEST(Lists, BelongToTheirDrawThreadAndStayForAFrame) {
     scene.Canvas().DrawCompiledList(kept);
   });
   EXPECT_GT(whole.CountOther(0x000000FF), 32 * 32 / 4);
-  // A thread of the host's, with a rendering context of its own.
+  // A host's thread with a separate rendering context.
   DrawPlainGL(8, 8, [&] {
     for (GLuint name = 1; name < 1000; ++name) glNewList(name, GL_COMPILE), glEndList();
     for (const HRESULT refused :
          {canvas->BeginCompileList(&other), canvas->EndCompileList(), canvas->DrawCompiledList(kept),
           canvas->IsCompiledList(kept, &valid), canvas->DeleteCompiledList(kept)})
       EXPECT_EQ(refused, E_GL_BADSTATE);
-    for (GLuint name = 1; name < 1000; ++name) ASSERT_TRUE(glIsList(name)) << "a list of the host's";
+    for (GLuint name = 1; name < 1000; ++name) ASSERT_TRUE(glIsList(name)) << "a list of the host";
   });
   const Picture again = context.FramePicture([&](Scene& scene) {
     ++g_uListGeneration;  // another context captures
@@ -138,7 +138,7 @@ TEST(Lists, BelongToTheirDrawThreadAndStayForAFrame) {
     compile(scene.Canvas(), &late);
     scene.Canvas().DrawCompiledList(kept);
   });
-  EXPECT_EQ(Difference(again, whole), 0) << "a list of the frame goes in its middle";
+  EXPECT_EQ(Difference(again, whole), 0) << "lists are deleted only at the end of the frame";
 }
 
 }  // namespace

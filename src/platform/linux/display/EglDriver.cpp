@@ -90,7 +90,7 @@ constinit ProcessWide<DisplayUsers> g_Users;
 std::atomic<unsigned> g_uStartedIn{0};
 
 /// Returns whether a driver may run in this process. In a child of a process that ran a driver, its exit
-/// handlers wait for threads of the parent. They would wait forever if the child started threads of its own.
+/// handlers wait for threads of the parent. They would wait forever if the child started its own threads.
 bool MayRunHere() noexcept {
   unsigned starter = 0;
   return g_uStartedIn.compare_exchange_strong(starter, ProcessGeneration()) || starter == ProcessGeneration();
