@@ -1,5 +1,5 @@
-// PlainContext: a rendering context with no window that the component knows nothing of, for benchmarks and
-// for the pictures of tests. Current on the thread that makes it, from construction to the end.
+// PlainContext: a rendering context without a window, unknown to the component, for benchmarks and for the
+// pictures of tests. Current on the thread that makes it, from construction to the end.
 
 #pragma once
 

@@ -91,7 +91,7 @@ class ShareReport {
   void operator()(float aShare) {
     if (aShare < m_told + 0.01f) return;
     m_told = aShare;
-    if (!WriteAll(kProgressPipe, &aShare, sizeof(aShare))) _exit(kModelRefused);  // the viewer is gone
+    if (!WriteAll(kProgressPipe, &aShare, sizeof(aShare))) _exit(kModelRefused);  // the viewer has ended
   }
 
  private:

@@ -6,7 +6,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {

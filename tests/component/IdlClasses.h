@@ -3,15 +3,9 @@
 
 #pragma once
 
-#include <gllib/GLPlatform.h>
-
-#include <cstdio>
-#include <fstream>
-#include <map>
 #include <regex>
-#include <sstream>
-#include <string>
-#include <vector>
+
+#include "support/Test.h"
 
 struct IdlInterface {
   std::string m_sName, m_sId;

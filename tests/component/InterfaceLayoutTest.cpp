@@ -3,7 +3,6 @@
 
 #include "component/IdlClasses.h"
 #include "platform/GL.h"
-#include "support/Test.h"
 
 namespace {
 

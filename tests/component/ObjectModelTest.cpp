@@ -3,7 +3,6 @@
 
 #include "component/IdlClasses.h"
 #include "component/Module.h"
-#include "support/Test.h"
 
 namespace {
 

@@ -3,10 +3,8 @@
 
 #include "component/Module.h"
 #include "context/GLContext.h"
-#include "platform/GL.h"
 #include "support/Counting.h"
 #include "support/RichScene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -70,8 +68,7 @@ class PlatformVersion {
     g_sVersion.dwPlatformId = aPlatform;
   }
   ~PlatformVersion() { g_sVersion = {}; }  // queried again
-  PlatformVersion(const PlatformVersion&) = delete;
-  PlatformVersion& operator=(const PlatformVersion&) = delete;
+  PlatformVersion(PlatformVersion&&) = delete;
 };
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include "context/window/ContextList.h"
 #include "platform/Window.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -52,16 +51,9 @@ TEST(DrawThread, RunsTasksWithoutAFrame) {
   ContextFixture fixture(32, 32);
   IGLContext& context = fixture.Context();
   context.AttachPainter(GLMake<TestPainter>([&](Scene&) { ++draws; }).Get());
-  GLDATA_POINT point{};
-  int size = 1;
-  ULONG id = 0;
-  const auto select = [&] {
-    EXPECT_EQ(context.Select(&fixture.Viewer(), &point, &point, 0, 0, &size, &id), S_OK);
-  };
   for (int n = 1; n <= 20; ++n) {
     context.ResetClipPlanes();
-    size = 1;
-    select();  // also serves the reset of the clip planes
+    EXPECT_EQ(Pick(context, fixture.Viewer(), {}, {}).result, S_OK);  // also resets the clip planes
     EXPECT_EQ(draws, n) << "one call per selection, and no frame";
   }
   GLPtr<IGLFont> font;
@@ -86,10 +78,7 @@ TEST(DrawThread, EndsAPauseForAPainterAndRunsTasksInIt) {
   std::this_thread::sleep_for(100ms);  // the following steps fall into a pause of 5 s
   const int before = draws;
   const auto start = std::chrono::steady_clock::now();
-  GLDATA_POINT point{};
-  int size = 1;
-  ULONG id = 0;
-  EXPECT_EQ(context->Select(viewer, &point, &point, 0, 0, &size, &id), S_OK);
+  EXPECT_EQ(Pick(*context, *viewer, {}, {}).result, S_OK);
   EXPECT_EQ(draws, before + 1) << "only the selection drew";
   attach();
   EXPECT_TRUE(Eventually([&] { return draws > before + 1; }));

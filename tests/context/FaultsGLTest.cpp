@@ -7,7 +7,6 @@
 #include "support/Counting.h"
 #include "support/Scene.h"
 #include "support/ScriptedDisplay.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -21,10 +20,7 @@ class LifePainter final : public GLPainterBase {
     if (SUCCEEDED(aCanvas->BeginCompileList(&list))) aCanvas->EndCompileList();
     aCanvas->DeleteCompiledList(list);
     aCanvas->SetTestID(kIdentifier);
-    aCanvas->BeginDrawQuads();
-    for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 50.}, {-50., 50.}})
-      aCanvas->Vertex2d(x, y);
-    aCanvas->EndDrawVertices();
+    DrawRectangle(*aCanvas, -50, -50, 50, 50);
     GLDATA_POINT start{};
     for (const auto& font : m_Fonts) {
       if (font) font->Print(m_Text, &start);

@@ -2,9 +2,7 @@
 // Headless display.
 
 #include "component/Module.h"
-#include "platform/GL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -110,10 +108,7 @@ TEST(ContextFonts, AreNotBuiltIntoAnOpenList) {
       canvas.BeginCompileList(&list);
       if (!early) scene.Context().CreateSystemFont(font.Put());
       EXPECT_EQ(font->Print(GLString("text"), &start), early ? S_OK : E_GL_BADSTATE);
-      canvas.BeginDrawQuads();
-      for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 0.}, {-50., 0.}})
-        canvas.Vertex2d(x, y);
-      canvas.EndDrawVertices();
+      DrawRectangle(canvas, -50, -50, 50, 0);
       canvas.EndCompileList();
       canvas.DrawCompiledList(list);
       scene.Context().DestroyFont(font.Get());

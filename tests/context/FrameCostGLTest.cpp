@@ -2,7 +2,6 @@
 
 #include "support/Counting.h"
 #include "support/RichScene.h"
-#include "support/Test.h"
 
 TEST(Frame, AllocatesNothingAfterTheFirstFrames) {
   ContextFixture fixture(200, 100);

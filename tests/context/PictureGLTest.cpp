@@ -6,10 +6,8 @@
 #include <span>
 
 #include "component/Module.h"
-#include "platform/GL.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -177,9 +175,7 @@ TEST(Matrices, ProjectEachForm) {
 TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
   // Planes are in world coordinates, and keep the side that their normal points to.
   GLDATA_POINT a{0, -10, 0}, b{0, 10, 0}, c{0, -10, 10}, d{20, 20, 0}, e{-20, 22, 0};
-  GLPtr<IGLCoord> eye;
-  context.Viewer().GetCoord(eye.Put());
-  eye->SetOrigin3d(8, 4, 1);
+  EyeOf(context.Viewer())->SetOrigin3d(8, 4, 1);
   const auto plain = [](std::initializer_list<std::array<double, 4>> planes) {
     return PlainPicture([&] {
       glLoadIdentity();

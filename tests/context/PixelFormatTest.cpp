@@ -4,7 +4,6 @@
 #include "context/window/PixelFormatSelection.h"
 #include "context/window/WGLExtensions.h"
 #include "support/ScriptedDisplay.h"
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {

@@ -3,31 +3,12 @@
 
 #include "support/Counting.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
 constexpr ULONG kForever = 0xFFFFFFFF;
 
 using Ids = std::vector<ULONG>;
-
-struct Selection {
-  HRESULT result;
-  Ids ids;
-};
-
-Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GLDATA_POINT aSecond,
-               bool aClosest, bool aEnclosed, int aCapacity = 64) {
-  Ids ids(static_cast<std::size_t>(std::max(aCapacity, 1)), 77);
-  int size = aCapacity;
-  const HRESULT result =
-      aContext.Select(&aViewer, &aFirst, &aSecond, aClosest ? 1 : 0, aEnclosed ? 1 : 0, &size, ids.data());
-  if (result == S_OK && !aEnclosed && aCapacity > 0) {
-    EXPECT_TRUE(std::all_of(ids.begin() + size, ids.end(), [](ULONG id) { return id == 0; }));
-  }
-  ids.resize(static_cast<std::size_t>(std::max(size, 0)));
-  return {result, ids};
-}
 
 /// A square in the plane z, in the units of Select.
 struct Square {
@@ -38,12 +19,7 @@ struct Square {
 void Draw(IGLCanvas& aCanvas, const std::vector<Square>& aSquares) {
   for (const auto& [id, x1, y1, x2, y2, z] : aSquares) {
     if (id != 0) aCanvas.SetTestID(id);
-    aCanvas.BeginDrawQuads();
-    aCanvas.Vertex3d(x1, y1, z);
-    aCanvas.Vertex3d(x2, y1, z);
-    aCanvas.Vertex3d(x2, y2, z);
-    aCanvas.Vertex3d(x1, y2, z);
-    aCanvas.EndDrawVertices();
+    DrawRectangle(aCanvas, x1, y1, x2, y2, z);
   }
 }
 
@@ -63,9 +39,7 @@ class Picking {
             aWidth, aHeight) {
     GLDATA_POINT low{-1, -1, -10}, high{1, 1, 10};
     Viewer().SetOrthoExtents(&low, &high);
-    GLPtr<IGLCoord> eye;
-    Viewer().GetCoord(eye.Put());
-    eye->SetOrigin3d(0, 0, 0);
+    EyeOf(Viewer())->SetOrigin3d(0, 0, 0);
   }
   ~Picking() { m_Drawn.context->DetachPainter(); }
 

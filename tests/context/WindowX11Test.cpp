@@ -1,11 +1,9 @@
 // A context in a window of another program: display, resizing, and the loss of the window or the server.
 // Xvfb.
 
-#include "platform/GL.h"
 #include "platform/Window.h"
+#include "support/ForeignWindow.h"
 #include "support/Scene.h"
-#include "support/Test.h"
-#include "support/XServer.h"
 
 // Included last, because Xlib defines macros.
 #include <EGL/egl.h>

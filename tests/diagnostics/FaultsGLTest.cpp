@@ -8,7 +8,6 @@
 #include "support/LogLines.h"
 #include "support/Scene.h"
 #include "support/ScriptedDisplay.h"
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {

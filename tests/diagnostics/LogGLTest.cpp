@@ -3,11 +3,9 @@
 #include <optional>
 #include <regex>
 
-#include "platform/GL.h"
 #include "support/BitmapFiles.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 namespace {
@@ -58,10 +56,7 @@ struct FailingPainter final : GLPainterBase {
 };
 
 void Select(const FreeContext& aPainted) {
-  GLDATA_POINT low{-1, -1, 0}, high{1, 1, 0};
-  int count = 1;
-  ULONG found[1] = {};
-  aPainted.context->Select(aPainted.viewer, &low, &high, 0, 0, &count, found);
+  Pick(*aPainted.context, *aPainted.viewer, {-1, -1, 0}, {1, 1, 0}, false, false, 1);
 }
 
 void LoadImageFile(const Bytes& aFile) {
@@ -278,10 +273,7 @@ void DoEverything() {
   const FreeContext painted([&, compile = Compiling()](Scene& scene) mutable {
     compile(scene);
     scene.Canvas().SetTestID(1);
-    scene.Canvas().BeginDrawQuads();
-    for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 50.}, {-50., 50.}})
-      scene.Canvas().Vertex2d(x, y);
-    scene.Canvas().EndDrawVertices();
+    DrawRectangle(scene.Canvas(), -50, -50, 50, 50);
     GLDATA_POINT start{};
     for (std::size_t i = 0; ready && i < 2; ++i) fonts[i]->Print(GLString("text"), &start);
   });

@@ -1,10 +1,9 @@
 // Log messages about the X server and its windows. Xvfb.
 
 #include "platform/linux/display/DisplayServer.h"
+#include "support/ForeignWindow.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
-#include "support/Test.h"
-#include "support/XServer.h"
 
 namespace {
 

@@ -2,10 +2,6 @@
 
 #pragma once
 
-#include <algorithm>
-#include <string>
-#include <vector>
-
 #include "Program.h"
 #include "Screen.h"
 

@@ -2,7 +2,6 @@
 // another window, and ends with it. Xvfb.
 
 #include "Embed.h"
-#include "support/Test.h"
 
 namespace {
 

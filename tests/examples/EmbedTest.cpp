@@ -1,7 +1,6 @@
 // The example hosts for Qt, SDL and plain pixels: picture, resizing, picking and exit. Xvfb.
 
 #include "Embed.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -34,9 +33,8 @@ TEST_F(Embed, PixelsOfAHeadlessContextFollowTheWindow) {
     EXPECT_TRUE(ShowsMarked(true, false)) << "the picture is upright and not mirrored";
   }
   m_screen.Press(kSpace);
-  for (const bool edgeOn : {true, false, true}) {
+  for (const bool edgeOn : {true, false, true})
     EXPECT_TRUE(Eventually([&] { return (PixelAt(kLeft) == kBackground) == edgeOn; })) << "the model rotates";
-  }
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }

@@ -2,7 +2,6 @@
 
 #include "Program.h"
 #include "shared/Picture.h"
-#include "support/Test.h"
 
 namespace {
 

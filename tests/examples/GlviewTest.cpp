@@ -2,7 +2,6 @@
 
 #include "Program.h"
 #include "shared/Picture.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -255,9 +254,8 @@ TEST_F(Glview, DrawsTextures) {
   ASSERT_TRUE(WritePng(image, m_folder / "image.png"));
   std::string bitmap(58, '\0');
   bitmap.replace(0, 2, "BM");
-  for (const auto& [offset, value] : {std::pair{10, 54}, {18, 1}, {22, 1}, {26, 1}, {28, 24}, {55, 255}}) {
+  for (const auto& [offset, value] : {std::pair{10, 54}, {18, 1}, {22, 1}, {26, 1}, {28, 24}, {55, 255}})
     bitmap[static_cast<std::size_t>(offset)] = static_cast<char>(value);
-  }
   Put("image.bmp", bitmap);
   Put("walls.mtl",
       "newmtl png\nKd 1 1 1\nmap_Kd image.png\nnewmtl bmp\nKd 1 1 1\nmap_Kd image.bmp\n"

@@ -3,7 +3,6 @@
 #include "Program.h"
 #include "Screen.h"
 #include "shared/Picture.h"
-#include "support/Test.h"
 
 namespace {
 

@@ -3,9 +3,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdio>
-#include <cstdlib>
-
 pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDisplay,
             const std::string& aOutFile, const std::string& aErrFile) {
   const pid_t process = fork();

@@ -7,7 +7,6 @@
 #include "Screen.h"
 #include "shared/model/ImageFile.h"
 #include "shared/model/ModelBytes.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -139,9 +138,8 @@ std::vector<std::byte> BytesOf(const Model& aModel) {
 TEST(ModelBytes, AreRefusedIfDamaged) {
   const auto whole = BytesOf(Sample());
   EXPECT_EQ(ModelFromBytes(whole).parts.size(), 2u);
-  for (std::size_t size = 0; size < whole.size(); ++size) {
+  for (std::size_t size = 0; size < whole.size(); ++size)
     EXPECT_THROW(ModelFromBytes(std::span(whole).first(size)), ModelError) << "truncated after " << size;
-  }
   auto longer = whole;
   longer.push_back({});
   EXPECT_THROW(ModelFromBytes(longer), ModelError);

@@ -3,14 +3,6 @@
 #include <signal.h>
 #include <xcb/xtest.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
-#include <fstream>
-#include <memory>
-#include <thread>
-#include <utility>
-
 namespace {
 
 template <class Reply>
@@ -20,25 +12,12 @@ std::unique_ptr<Reply, decltype(&std::free)> Own(Reply* aReply) {
 
 }  // namespace
 
-Screen::Screen() {
-  const std::string ready = m_folder / "display";
-  // The server writes its number to the descriptor when it accepts clients.
-  m_process = Start({"sh", "-c", "exec Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>" + ready}, "",
-                    m_folder / "out", m_folder / "err");
-  int number = -1;
-  Eventually([&] { return static_cast<bool>(std::ifstream(ready) >> number); });
-  m_display += std::to_string(number);
-  m_connection = xcb_connect(m_display.c_str(), nullptr);
-  if (xcb_connection_has_error(m_connection) == 0) {
+Screen::Screen() : m_connection(xcb_connect(m_server.Display().c_str(), nullptr)) {
+  if (xcb_connection_has_error(m_connection) == 0)
     m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
-  }
 }
 
-Screen::~Screen() {
-  xcb_disconnect(m_connection);
-  kill(m_process, SIGTERM);
-  WaitFor(m_process);
-}
+Screen::~Screen() { xcb_disconnect(m_connection); }
 
 bool Screen::WaitForWindow(const std::string& aTitle) {
   return Eventually([&] {

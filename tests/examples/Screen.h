@@ -1,25 +1,23 @@
 // Screen: an X server of a test, the content of its windows, and input from its mouse and keyboard. One test
-// thread. The server's process is ended by its id.
+// thread.
 
 #pragma once
 
-#include <sys/types.h>
 #include <xcb/xcb.h>
 
 #include "Program.h"
 #include "shared/Picture.h"
-#include "support/Test.h"
+#include "support/XServer.h"
 
-/// A 24-bit screen without a window manager. The destructor ends the server.
+/// A 24-bit screen without a window manager.
 class Screen {
  public:
   Screen();
   ~Screen();
-  Screen(const Screen&) = delete;
-  Screen& operator=(const Screen&) = delete;
+  Screen(Screen&&) = delete;
 
   /// Returns the value of DISPLAY for programs on this screen.
-  const std::string& Display() const { return m_display; }
+  const std::string& Display() const { return m_server.Display(); }
 
   /// Waits for a top-level window whose title contains a text. Later operations concern this window.
   /// @return false if there is none in time
@@ -63,9 +61,7 @@ class Screen {
   bool HandOver(const std::string& aText);
   void Fake(std::uint8_t aType, std::uint8_t aDetail, int aX = 0, int aY = 0);
 
-  TestFolder m_folder;
-  pid_t m_process = -1;
-  std::string m_display = ":";
+  const XServer m_server;
   xcb_connection_t* m_connection = nullptr;
   xcb_window_t m_root = 0;
   xcb_window_t m_window = 0;

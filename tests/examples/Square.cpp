@@ -1,6 +1,3 @@
-#include <fstream>
-#include <sstream>
-#include <utility>
 
 #include "Program.h"
 
@@ -20,8 +17,7 @@ std::string Grid(const TestFolder& aFolder) {
   const std::string model = aFolder / "grid.obj";
   std::ofstream file(model);
   for (int i = 0; i < kSide * kSide; ++i) file << "v " << i % kSide << ' ' << i / kSide << " 0\n";
-  for (int i = 1; i < kSide * (kSide - 1); ++i) {
+  for (int i = 1; i < kSide * (kSide - 1); ++i)
     file << "f " << i << ' ' << i + 1 << ' ' << i + kSide + 1 << ' ' << i + kSide << '\n';
-  }
   return model;
 }

@@ -198,9 +198,8 @@ TEST(Geometry, PlanesAndLinesIntersect) {
         kClose);
     const GPlane third(random.Point(), random.Point(), random.Point());
     ASSERT_TRUE(plane.Intersect(second, third, point));
-    for (const GPlane& each : {plane, second, third}) {
+    for (const GPlane& each : {plane, second, third})
       ASSERT_LT(std::abs(each.DistanceToPoint(point, moved)), kClose * (1e4 + point.Length()));
-    }
   }
 }
 
@@ -254,9 +253,8 @@ TEST(Geometry, DefaultAndDegeneratePlanes) {
   EXPECT_EQ(GPlane({0, 0, 0}, {0, 1, 0}, {1, 0, 0}).GetUnitNormal(), GPoint(0, 0, -1)) << "clockwise";
   const GPlane none({0, 0, 0}, {1, 1, 1}, {2, 2, 2});
   EXPECT_FALSE(none.IsValid());
-  for (const double bad : {std::nan(""), HUGE_VAL, 1e300}) {
+  for (const double bad : {std::nan(""), HUGE_VAL, 1e300})
     EXPECT_FALSE(GPlane({bad, 0, 0}, {0, bad, 0}, {0, 0, 1}).IsValid()) << bad;
-  }
   EXPECT_EQ(none.GetUnitNormal(), GPoint(0, 0, 0));
   EXPECT_EQ(errors.Take(), kGeomZeroLength);
   GPoint point(7, 7, 7);

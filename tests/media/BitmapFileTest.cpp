@@ -22,9 +22,8 @@ std::optional<Pixels> Read(const Bytes& aFile) {
   std::vector<GLDATA_RGBA4B> store(static_cast<std::size_t>(image.Width() * image.Height()));
   if (!image.ReadPixels(store.data())) return std::nullopt;
   Pixels pixels;
-  for (const auto& [red, green, blue, alpha] : store) {
+  for (const auto& [red, green, blue, alpha] : store)
     pixels.push_back(static_cast<std::uint32_t>(red << 24 | green << 16 | blue << 8 | alpha));
-  }
   return pixels;
 }
 

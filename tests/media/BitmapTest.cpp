@@ -31,9 +31,8 @@ class Bitmap : public testing::Test {
 }  // namespace
 
 TEST_F(Bitmap, RequiresWidthsOfWholeBytes) {
-  for (const auto& [width, height] : {std::pair{8, 4}, {40, 1}, {16, 3}}) {
+  for (const auto& [width, height] : {std::pair{8, 4}, {40, 1}, {16, 3}})
     EXPECT_EQ(m_Bitmap->Initialize(width, height, 0), S_OK) << width << " by " << height;
-  }
   m_Bitmap->Initialize(8, 2, 5);
   for (const auto& [width, height] :
        {std::pair{12, 4}, {0, 4}, {-8, 4}, {8, 0}, {8, -1}, {kMax - 7, 1}, {8, kMax}, {1 << 20, 1 << 15}}) {
@@ -59,9 +58,8 @@ TEST_F(Bitmap, SetPixelsFillsFromTheTop) {
 
 TEST_F(Bitmap, PixelsAreSetWithinTheImage) {
   m_Bitmap->Initialize(8, 2, 0);
-  for (const auto& [x, y, opaque] : {std::array{1, 0, -4}, {7, 1, 1}, {6, 1, 1}, {7, 1, 0}}) {
+  for (const auto& [x, y, opaque] : {std::array{1, 0, -4}, {7, 1, 1}, {6, 1, 1}, {7, 1, 0}})
     EXPECT_EQ(m_Bitmap->SetPixel(x, y, opaque), S_OK);
-  }
   EXPECT_EQ(Bits(), ".#......\n......#.\n");
   LONG opaque = 0;
   for (const auto& [x, y] : {std::pair{-1, 0}, {0, -1}, {8, 0}, {0, 2}}) {

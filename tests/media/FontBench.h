@@ -5,7 +5,6 @@
 
 #include "media/GLFont.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 #include "support/TestSite.h"
 
 enum class FontKind { kSystem, kRaster, kTrueType, kInternal };

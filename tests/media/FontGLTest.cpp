@@ -4,7 +4,6 @@
 #include "support/Counting.h"
 #include "support/GLRecorder.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 
 namespace {
 

@@ -1,9 +1,7 @@
 // Bitmaps and pixmaps drawn by GL: places of pixels, for any pixel storage state of the host. Plain rendering
 // context.
 
-#include "platform/GL.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 // GLPixmap without GL: image, file and colours. No display.
 
 #include "support/BitmapFiles.h"
-#include "support/Test.h"
 
 constexpr bool operator==(const GLDATA_RGBA4B& a, const GLDATA_RGBA4B& b) {
   return std::memcmp(&a, &b, sizeof(a)) == 0;
@@ -52,9 +51,8 @@ class Pixmap : public testing::Test {
 /// Returns an image with every value of a channel, in a different order per channel.
 Image EveryValue() {
   Image image;
-  for (int i = 0; i < 256; ++i) {
+  for (int i = 0; i < 256; ++i)
     image.push_back({std::uint8_t(i), std::uint8_t(i * 7), std::uint8_t(255 - i), std::uint8_t(i * 31)});
-  }
   return image;
 }
 
@@ -65,9 +63,8 @@ TEST_F(Pixmap, InitializeRefusesInvalidSizesAndKeepsItsBlock) {
   m_Pixmap->SetClip(1, 1, 1, 7);
   m_Pixmap->SetZoom(3, -4);
   const auto before = Shape();
-  for (const auto& [width, height] : {std::pair{0, 1}, {1, 0}, {-1, -1}, {65536, 65536}, {32768, 32768}}) {
+  for (const auto& [width, height] : {std::pair{0, 1}, {1, 0}, {-1, -1}, {65536, 65536}, {32768, 32768}})
     EXPECT_EQ(m_Pixmap->Initialize(width, height, kGrey), E_GL_BADVALUE) << width << " by " << height;
-  }
   EXPECT_EQ(Shape(), before);
   m_Pixmap->Initialize(4, 4, kGrey);
   EXPECT_EQ(Shape(), std::tuple(4, 4, 1.0f, 1.0f, 0, 0, 4, 4, std::get<Pixel*>(before)));
@@ -99,9 +96,8 @@ TEST_F(Pixmap, PixelsAndClipCountFromTheTopLeft) {
   const auto before = Shape();
   const int refused[][4] = {{-1, 0, 1, 1}, {0, -1, 1, 1}, {0, 0, 0, 1},       {0, 0, 1, 0},
                             {0, 0, 4, 1},  {1, 1, 1, 2},  {kMax, 0, kMax, 1}, {0, kMax, 1, kMax}};
-  for (const auto& [x, y, w, h] : refused) {
+  for (const auto& [x, y, w, h] : refused)
     EXPECT_EQ(m_Pixmap->SetClip(x, y, w, h), E_GL_BADVALUE) << x << ' ' << y << ' ' << w << ' ' << h;
-  }
   EXPECT_EQ(Shape(), before);
 }
 
@@ -112,17 +108,15 @@ TEST_F(Pixmap, ScaleColorIsLimitedToWhite) {
     const auto scaled = [](float aValue, float aFactor) {
       return std::uint8_t(std::fmin(255.0f, aValue * aFactor));
     };
-    for (Pixel& p : expected) {
+    for (Pixel& p : expected)
       p = {scaled(p.m_bRed, factor), p.m_bGreen, scaled(p.m_bBlue, 2), scaled(p.m_bAlpha, factor)};
-    }
     EXPECT_EQ(After(EveryValue(), [&] { return m_Pixmap->ScaleColor(&scale); }), expected) << factor;
   }
   GLDATA_RGBA infinite = {kInfinity, kInfinity, kInfinity, 1};
   EXPECT_EQ(After({{0, 1, 255, 5}}, [&] { return m_Pixmap->ScaleColor(&infinite); }),
             (Image{{0, 255, 255, 5}}));
-  for (GLDATA_RGBA bad : {GLDATA_RGBA{-0.1f, 1, 1, 1}, {1, 1, 1, -1}, {1, kNaN, 1, 1}}) {
+  for (GLDATA_RGBA bad : {GLDATA_RGBA{-0.1f, 1, 1, 1}, {1, 1, 1, -1}, {1, kNaN, 1, 1}})
     EXPECT_EQ(m_Pixmap->ScaleColor(&bad), E_GL_BADVALUE);
-  }
   EXPECT_EQ(Store(), (Image{{0, 255, 255, 5}})) << "a refused factor changes nothing";
 }
 

@@ -2,7 +2,6 @@
 
 #include "support/GLRecorder.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -66,9 +65,8 @@ void DrawPlainFace(GLenum aTarget, IGLPixmap& aPixmap, const Look& aLook) {
   glTexParameteri(aTarget, GL_TEXTURE_MAG_FILTER, aLook.m_iPixels != 0 ? GL_LINEAR : GL_NEAREST);
   glTexParameteri(aTarget, GL_TEXTURE_MIN_FILTER,
                   kFilters[(aLook.m_iPixels != 0) * 2 + (aLook.m_iMipmaps != 0)]);
-  for (const GLenum wrap : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T}) {
+  for (const GLenum wrap : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T})
     glTexParameteri(aTarget, wrap, aLook.m_iRepeat != 0 ? GL_REPEAT : GL_CLAMP);
-  }
   GLDATA_RGBA4B* pixels;
   int count, width, height;
   aPixmap.AccessPixmapData(&count, &pixels);

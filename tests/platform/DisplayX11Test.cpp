@@ -8,8 +8,7 @@
 #include "platform/PixelFormat.h"
 #include "platform/RenderingContext.h"
 #include "platform/Window.h"
-#include "support/Test.h"
-#include "support/XServer.h"
+#include "support/ForeignWindow.h"
 
 namespace {
 

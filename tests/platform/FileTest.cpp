@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 
 #include "support/BitmapFiles.h"
-#include "support/Test.h"
 
 TEST(File, RefusesAPipeWithoutAWriter) {
   const TestFolder folder;

@@ -11,7 +11,6 @@
 #include "platform/Text.h"
 #include "platform/linux/fonts/DeviceFont.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 #include "support/TestFolder.h"
 
 namespace {
@@ -28,8 +27,7 @@ class PlainFace {
     if (match) FT_New_Face(m_pLibrary, match->m_sFile.c_str(), match->m_iIndex, &m_pFace);
   }
   ~PlainFace() { FT_Done_FreeType(m_pLibrary); }
-  PlainFace(const PlainFace&) = delete;
-  PlainFace& operator=(const PlainFace&) = delete;
+  PlainFace(PlainFace&&) = delete;
 
   FT_Face operator->() const { return m_pFace; }
   FT_Face Get() const { return m_pFace; }
@@ -229,8 +227,7 @@ class FontConfiguration {
     m_sBefore.empty() ? unsetenv("FONTCONFIG_FILE") : setenv("FONTCONFIG_FILE", m_sBefore.c_str(), 1);
     FontLibrary::Instance().End();
   }
-  FontConfiguration(const FontConfiguration&) = delete;
-  FontConfiguration& operator=(const FontConfiguration&) = delete;
+  FontConfiguration(FontConfiguration&&) = delete;
 
  private:
   const std::string m_sBefore =

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include "platform/Log.h"
-#include "support/Test.h"
 #include "support/TestFolder.h"
 
 namespace {

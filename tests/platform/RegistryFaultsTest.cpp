@@ -10,7 +10,6 @@
 #include <cerrno>
 
 #include "platform/RegistryBatch.h"
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {

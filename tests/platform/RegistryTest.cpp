@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include "platform/RegistryBatch.h"
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {

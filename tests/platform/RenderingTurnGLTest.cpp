@@ -3,9 +3,7 @@
 
 #include "platform/RenderingTurn.h"
 
-#include "platform/GL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 

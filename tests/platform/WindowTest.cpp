@@ -4,7 +4,6 @@
 
 #include "platform/SystemInfo.h"
 #include "support/ScriptedDisplay.h"
-#include "support/Test.h"
 
 namespace {
 

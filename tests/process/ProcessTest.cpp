@@ -8,8 +8,7 @@
 
 #include <iostream>
 
-#include "support/Test.h"
-#include "support/XServer.h"
+#include "support/ForeignWindow.h"
 
 namespace {
 

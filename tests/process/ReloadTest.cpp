@@ -16,8 +16,7 @@ class Loaded {
   ~Loaded() {
     if (m_pModule != nullptr) dlclose(m_pModule);
   }
-  Loaded(const Loaded&) = delete;
-  Loaded& operator=(const Loaded&) = delete;
+  Loaded(Loaded&&) = delete;
 
   explicit operator bool() const { return m_pModule != nullptr; }
   HRESULT CanUnload() const { return reinterpret_cast<HRESULT (*)()>(dlsym(m_pModule, "DllCanUnloadNow"))(); }

@@ -125,7 +125,3 @@ class Pixmaps(unittest.TestCase):
         gc.collect()
         self.assertEqual(references(again), 1)
         again.initialize(400, 400)
-
-
-if __name__ == "__main__":
-    unittest.main()

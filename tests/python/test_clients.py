@@ -55,7 +55,8 @@ class Painters(unittest.TestCase):
     def test_an_exception_ends_open_lists_and_stacks(self):
         def draw(canvas, *_):
             found = []
-            for name in (0x0B33, 0x0BA3, 0x0BA4, 0x0BB0):  # the open list; the depths of the model-view, projection and attribute stacks
+            # The open list, and the depths of the model-view, projection and attribute stacks.
+            for name in (0x0B33, 0x0BA3, 0x0BA4, 0x0BB0):
                 number = ctypes.c_int(-1)
                 opengl.glGetIntegerv(name, ctypes.byref(number))
                 found.append(number.value)
@@ -152,7 +153,3 @@ class Captures(unittest.TestCase):
             late = capture.request()
         with self.assertRaises(concurrent.futures.CancelledError):
             late.result(timeout=60)
-
-
-if __name__ == "__main__":
-    unittest.main()

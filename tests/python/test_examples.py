@@ -40,7 +40,3 @@ class Examples(unittest.TestCase):
             self.assertTrue(0.15 < surface.mean() < 0.8, surface.mean())
             self.assertGreater(len(numpy.unique(picture[surface][:, 0])), 50, "it is shaded")
         self.assertTrue((pictures[0] != pictures[1]).any())
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -126,7 +126,3 @@ class Interfaces(unittest.TestCase):
                 if inspect.isclass(cls) and issubclass(cls, gllib.Object)
                 for name, value in vars(cls).items() if inspect.isfunction(value) and name[0] != "_" and not value.__doc__]
         self.assertEqual(bare, [])
-
-
-if __name__ == "__main__":
-    unittest.main()

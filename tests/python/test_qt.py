@@ -71,7 +71,3 @@ class Picking(unittest.TestCase):
         self.assertNotEqual(scene.eye.get_matrix6d(), before)
         window.close()
         scene.model.raise_pending()
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,7 +1,5 @@
 // Table rows: operations of the context.
 
-#include <gllib/IGLFont.h>
-
 #include "situations/Operations.h"
 
 namespace {

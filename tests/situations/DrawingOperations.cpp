@@ -1,13 +1,6 @@
 // Table rows: operations that draw. They draw out of view and restore stacks and state, so that the pass does
 // not change.
 
-#include <gllib/IGLBitmap.h>
-#include <gllib/IGLDrawAttr.h>
-#include <gllib/IGLFont.h>
-#include <gllib/IGLMaterial.h>
-#include <gllib/IGLTexture1D.h>
-#include <gllib/IGLTexture2D.h>
-
 #include "situations/Operations.h"
 
 namespace {

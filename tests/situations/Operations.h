@@ -5,7 +5,6 @@
 
 #include <initializer_list>
 #include <span>
-#include <tuple>
 
 #include "situations/Stage.h"
 

@@ -6,9 +6,7 @@
 
 #include <csignal>
 
-#include "platform/GL.h"
 #include "situations/Operations.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -159,9 +157,8 @@ class Situations : public testing::TestWithParam<Situation> {
     CheckCall(call, IsRefused(aOperation) ? E_GL_BADSTATE : S_OK);
     if (GetParam() == kInTeardown) return;
     const Aftermath after = After(*m_Stage);
-    for (std::size_t i = 0; i < wanted.settings.size(); ++i) {
+    for (std::size_t i = 0; i < wanted.settings.size(); ++i)
       EXPECT_EQ(after.settings[i].second, wanted.settings[i].second) << wanted.settings[i].first;
-    }
     ExpectSame(after.frame, wanted.frame, "the next frame");
     ExpectSame(after.capture, wanted.capture, "the next capture");
     ExpectSame(after.pick, wanted.pick, "the next pick");

@@ -5,8 +5,6 @@
 #include <stdexcept>
 
 #include "context/GLContext.h"
-#include "platform/GL.h"
-#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 namespace {
@@ -136,8 +134,7 @@ void Stage::Reset() {
   viewer->SetOrthoExtents(&low, &high);
   viewer->SetOrtho(1);
   viewer->Show(1);
-  GLPtr<IGLCoord> eye;
-  viewer->GetCoord(eye.Put());
+  const auto eye = EyeOf(*viewer);
   eye->ResetRotation();
   eye->SetOrigin3d(0, 0, 50);
   canvas.As<IGLCanvas13_1>()->SetSelectionMode(0);
@@ -202,14 +199,9 @@ Outcome Stage::Capture() {
 
 Outcome Stage::Pick() {
   m_uError = 0;
-  GLDATA_POINT first{-0.95, -0.95, 0}, second{0.95, 0.95, 0};
-  int size = 16;
-  Outcome outcome;
-  outcome.ids.resize(16);
-  EXPECT_EQ(context->Select(viewer.Get(), &first, &second, 0, 1, &size, outcome.ids.data()), S_OK);
-  outcome.ids.resize(static_cast<std::size_t>(size));
-  outcome.error = m_uError;
-  return outcome;
+  const Selection got = ::Pick(*context, *viewer, {-0.95, -0.95, 0}, {0.95, 0.95, 0}, false, true, 16);
+  EXPECT_EQ(got.result, S_OK);
+  return {Picture(), got.ids, m_uError};
 }
 
 // The list, then the call, then everything else, so that effects of the call on the pass are visible.
@@ -314,10 +306,8 @@ Settings Stage::Read() {
   viewer->GetOrthoExtents(&low, &high);
   for (const double value : {low.x, low.y, low.z, high.x, high.y, high.z})
     settings.emplace_back("extents", value);
-  GLPtr<IGLCoord> eye;
   GLDATA_MATRIX6D at{};
-  viewer->GetCoord(eye.Put());
-  eye->GetMatrix6d(&at);
+  EyeOf(*viewer)->GetMatrix6d(&at);
   for (const double value : {at.x, at.y, at.z, at.m_dAngleX, at.m_dAngleY, at.m_dAngleZ})
     settings.emplace_back("eye", value);
   return settings;

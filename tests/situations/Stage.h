@@ -3,13 +3,7 @@
 
 #pragma once
 
-#include <gllib/GLLibHost.h>
-
-#include <atomic>
-#include <functional>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "support/Picture.h"
 #include "support/Scene.h"
@@ -34,8 +28,7 @@ class Stage {
 
   Stage();
   ~Stage();
-  Stage(const Stage&) = delete;
-  Stage& operator=(const Stage&) = delete;
+  Stage(Stage&&) = delete;
 
   /// Restores everything that an operation may have changed.
   void Reset();

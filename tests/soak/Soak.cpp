@@ -5,12 +5,9 @@
 
 #include <malloc.h>
 
-#include <climits>
-
 #include "support/Counting.h"
 #include "support/ProcessState.h"
 #include "support/RichScene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -38,8 +35,7 @@ class Host {
     m_Drawn.context->DetachCapture();
     m_Drawn.context->DetachPainter();
   }
-  Host(const Host&) = delete;
-  Host& operator=(const Host&) = delete;
+  Host(Host&&) = delete;
 
   /// Creates, changes and destroys parts while the draw thread draws.
   void Round(int aRound) {

@@ -155,9 +155,8 @@ TEST(Fog, StoresValidValues) {
   Property(*fog, "end", &I::GetFogEnd, 1000.0f);
   using Range = std::pair<float, float>;
   EXPECT_EQ(fog->SetFogStartAndEnd(2, 3), S_OK);
-  for (const auto& [start, end] : {Range{5, 5}, {6, 5}, {-1, 5}, {kNaN, 5}, {0, kNaN}, {kInf, kInf}}) {
+  for (const auto& [start, end] : {Range{5, 5}, {6, 5}, {-1, 5}, {kNaN, 5}, {0, kNaN}, {kInf, kInf}})
     EXPECT_EQ(fog->SetFogStartAndEnd(start, end), E_GL_BADVALUE) << start << " to " << end;
-  }
   Property(*fog, "start kept", &I::GetFogStart, 2.0f);
   Property(*fog, "end kept", &I::GetFogEnd, 3.0f);
 }

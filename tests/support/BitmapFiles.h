@@ -2,10 +2,6 @@
 
 #pragma once
 
-#include <gllib/IGLPixmap.h>
-
-#include <string>
-
 #include "support/BitmapBytes.h"
 #include "support/TestFolder.h"
 

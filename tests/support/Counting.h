@@ -17,8 +17,7 @@ class ExhaustedHeap {
  public:
   explicit ExhaustedHeap(std::size_t aAllocationsLeft) noexcept;
   ~ExhaustedHeap();
-  ExhaustedHeap(const ExhaustedHeap&) = delete;
-  ExhaustedHeap& operator=(const ExhaustedHeap&) = delete;
+  ExhaustedHeap(ExhaustedHeap&&) = delete;
 };
 
 /// One failing allocation of this executable's code, on any thread. The first allocation on a path that has
@@ -29,8 +28,7 @@ class AllocationFault {
  public:
   AllocationFault() noexcept;
   ~AllocationFault();
-  AllocationFault(const AllocationFault&) = delete;
-  AllocationFault& operator=(const AllocationFault&) = delete;
+  AllocationFault(AllocationFault&&) = delete;
 
   /// Clears the set of failed paths.
   static void ForgetWays() noexcept;

@@ -3,12 +3,7 @@
 
 #include "support/GLRecorder.h"
 
-#include <algorithm>
-#include <atomic>
 #include <charconv>
-#include <map>
-#include <mutex>
-#include <set>
 
 #include "support/DriverFunction.h"
 

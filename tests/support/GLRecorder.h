@@ -4,11 +4,10 @@
 
 #pragma once
 
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/GL.h"
+#include "support/Test.h"
 
 /// Records until it is destroyed. A call has the form "glFogf(2914, 0.5)", with "data" for an input pointer
 /// and "out" for an output pointer. Tests compare the texts of two recordings.
@@ -16,8 +15,7 @@ class GLRecorder {
  public:
   GLRecorder();
   ~GLRecorder();
-  GLRecorder(const GLRecorder&) = delete;
-  GLRecorder& operator=(const GLRecorder&) = delete;
+  GLRecorder(GLRecorder&&) = delete;
 
   void Clear();
 

@@ -3,14 +3,11 @@
 
 #pragma once
 
-#include <algorithm>
-#include <mutex>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/Log.h"
 #include "support/Eventually.h"
+#include "support/Test.h"
 
 class LogLines {
  public:
@@ -20,8 +17,7 @@ class LogLines {
     SetLogSink(aLevel, Keep);
   }
   ~LogLines() { SetLogSink(LogLevel::kUnread, nullptr); }
-  LogLines(const LogLines&) = delete;
-  LogLines& operator=(const LogLines&) = delete;
+  LogLines(LogLines&&) = delete;
 
   std::vector<std::string> All() const {
     const std::scoped_lock lock(s_Lock);

@@ -3,7 +3,6 @@
 #include "support/PlainGL.h"
 
 #include "PlainContext.h"
-#include "support/Test.h"
 
 Picture DrawPlainGL(int aWidth, int aHeight, const std::function<void()>& aDraw) {
   Picture picture;

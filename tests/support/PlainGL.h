@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include <functional>
-
+#include "platform/GL.h"
 #include "support/Picture.h"
+#include "support/Test.h"
 
 /// Draws into an off-screen surface with 24-bit colour and 24-bit depth, created by EGL without a display
 /// server, and reads the picture. GL's state is the default, and the surface is cleared to black. A GL error

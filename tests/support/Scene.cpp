@@ -6,8 +6,6 @@
 #include <condition_variable>
 #include <stdexcept>
 
-#include "platform/GL.h"
-#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 HRESULT TestPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* aViewer) noexcept {
@@ -125,6 +123,32 @@ LONG TestCapture::Take() {
   answer = -1;
   Request(target.Get(), request);
   return Eventually([&] { return answer != -1; }) ? answer.load() : -1;
+}
+
+GLPtr<IGLCoord> EyeOf(IGLViewer& aViewer) {
+  GLPtr<IGLCoord> eye;
+  aViewer.GetCoord(eye.Put());
+  return eye;
+}
+
+void DrawRectangle(IGLCanvas& aCanvas, double aX1, double aY1, double aX2, double aY2, double aZ) {
+  aCanvas.BeginDrawQuads();
+  aCanvas.Vertex3d(aX1, aY1, aZ), aCanvas.Vertex3d(aX2, aY1, aZ);
+  aCanvas.Vertex3d(aX2, aY2, aZ), aCanvas.Vertex3d(aX1, aY2, aZ);
+  aCanvas.EndDrawVertices();
+}
+
+Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GLDATA_POINT aSecond,
+               bool aClosest, bool aEnclosed, int aCapacity) {
+  std::vector<ULONG> ids(static_cast<std::size_t>(std::max(aCapacity, 1)), 77);
+  int size = aCapacity;
+  const HRESULT result =
+      aContext.Select(&aViewer, &aFirst, &aSecond, aClosest ? 1 : 0, aEnclosed ? 1 : 0, &size, ids.data());
+  if (result == S_OK && !aEnclosed && aCapacity > 0) {
+    EXPECT_TRUE(std::all_of(ids.begin() + size, ids.end(), [](ULONG id) { return id == 0; }));
+  }
+  ids.resize(static_cast<std::size_t>(std::max(size, 0)));
+  return {result, ids};
 }
 
 Fonts MakeFonts(IGLContext& aContext, bool aAll) {

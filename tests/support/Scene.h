@@ -4,15 +4,9 @@
 
 #pragma once
 
-#include <gllib/GLLibHost.h>
-
-#include <array>
-#include <atomic>
-#include <functional>
-#include <memory>
-#include <thread>
-
+#include "platform/GL.h"
 #include "support/Picture.h"
+#include "support/Test.h"
 
 /// Arguments of a painter. Draw thread; valid during the call.
 class Scene {
@@ -55,8 +49,7 @@ class ContextFixture {
  public:
   ContextFixture(int aWidth, int aHeight);
   ~ContextFixture();
-  ContextFixture(const ContextFixture&) = delete;
-  ContextFixture& operator=(const ContextFixture&) = delete;
+  ContextFixture(ContextFixture&&) = delete;
 
   IGLContext& Context() const { return *m_Context; }
   /// Returns another interface of the context.
@@ -110,6 +103,20 @@ class TestCapture : public GLCaptureBase {
   GLCaptureRequest request;
   std::atomic<LONG> answer{-1};
 };
+
+/// Returns the coordinate system of a viewer's eye.
+GLPtr<IGLCoord> EyeOf(IGLViewer& aViewer);
+
+/// Draws a rectangle that is parallel to the screen.
+void DrawRectangle(IGLCanvas& aCanvas, double aX1, double aY1, double aX2, double aY2, double aZ = 0);
+
+struct Selection {
+  HRESULT result;
+  std::vector<ULONG> ids;
+};
+/// Selects in a box. The rest of the host's array must be 0.
+Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GLDATA_POINT aSecond,
+               bool aClosest = false, bool aEnclosed = false, int aCapacity = 64);
 
 /// Creates a font of each kind: system, atlas, raster and outlines. The latter two take long.
 using Fonts = std::array<GLPtr<IGLFont>, 4>;

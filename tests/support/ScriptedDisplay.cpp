@@ -2,8 +2,6 @@
 
 #include "support/ScriptedDisplay.h"
 
-#include <algorithm>
-
 std::shared_ptr<ScriptedDisplay> ScriptedDisplay::Set() {
   auto display = std::make_shared<ScriptedDisplay>();
   display->m_szExtensions = display->m_pReal->ExtensionString();

@@ -4,13 +4,8 @@
 
 #pragma once
 
-#include <atomic>
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "platform/linux/display/headless/HeadlessDisplay.h"
+#include "support/Test.h"
 
 class ScriptedDisplay : public DisplayServer {
  public:

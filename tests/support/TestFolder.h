@@ -2,15 +2,10 @@
 
 #pragma once
 
-#include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <random>
-#include <string>
 #include <string_view>
 #include <system_error>
-#include <vector>
+
+#include "support/Test.h"
 
 class TestFolder {
  public:
@@ -24,8 +19,7 @@ class TestFolder {
     std::error_code stays;  // a file that another process still uses
     std::filesystem::remove_all(m_Path, stays);
   }
-  TestFolder(const TestFolder&) = delete;
-  TestFolder& operator=(const TestFolder&) = delete;
+  TestFolder(TestFolder&&) = delete;
 
   const std::filesystem::path& Path() const { return m_Path; }
   std::string operator/(const std::string& aName) const { return (m_Path / aName).string(); }

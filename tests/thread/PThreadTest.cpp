@@ -186,15 +186,6 @@ TEST(Thread, ControlledModeCyclesOncePerTrigger) {
   EXPECT_TRUE(worker.WaitForCycles(before + 10)) << "an unlimited wait ends with the mode";
 }
 
-TEST(Thread, ControlledModeWaitsOnlyForTheTrigger) {
-  Worker worker;
-  worker.m_Thread.SetControlled(true, PClock::kForever);
-  ASSERT_TRUE(worker.m_Thread.Start(kMaximumWait, kMaximumWait, 0, false));
-  ASSERT_TRUE(worker.WaitForCycles(1));
-  worker.m_Thread.Trigger();
-  EXPECT_TRUE(worker.WaitForCycles(2)) << "the cycle times have no effect";
-}
-
 TEST(Thread, StopEndsEachWait) {
   enum Wait { kForever, kSleep, kPark, kHeldBack };
   for (const Wait wait : {kForever, kSleep, kPark, kHeldBack}) {

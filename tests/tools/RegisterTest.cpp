@@ -5,7 +5,6 @@
 
 #include "component/IdlClasses.h"
 #include "platform/Registry.h"
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {

@@ -3,7 +3,6 @@
 #include "component/Module.h"
 #include "support/GLRecorder.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 #include "support/TestSite.h"
 #include "view/GLCanvas.h"
 

@@ -1,11 +1,9 @@
 // Selection from compiled lists: results of a divided list compared with the whole list, and lists that are
 // drawn whole. Headless display.
 
-#include "platform/GL.h"
 #include "support/Counting.h"
 #include "support/GLRecorder.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -25,9 +23,8 @@ double Coordinate(std::mt19937& aRandom, double aReach) {
 
 void SetDrawMode(IGLCanvas& aCanvas, int aMode) {
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
-  for (int bit = 1; bit <= GLDM_SHOW_BACK; bit <<= 1) {
+  for (int bit = 1; bit <= GLDM_SHOW_BACK; bit <<= 1)
     attributes->EnableDrawMode(static_cast<eGLDrawMode>(bit), (aMode & bit) != 0 ? 1 : 0);
-  }
   aCanvas.SetDrawAttributes(attributes.Get());
 }
 
@@ -117,9 +114,8 @@ class ListScene {
     for (std::size_t i = 0; i < aPart.steps.size(); ++i) {
       if (aPart.turned && i % 4 == 1) aCanvas.Rotate_RAD(0.2, &axis);
       aPart.steps[i](aCanvas);
-      if (i % 5 == 4 && nested != aPart.nested.end()) {
+      if (i % 5 == 4 && nested != aPart.nested.end())
         aCanvas.DrawCompiledList(m_Lists[static_cast<std::size_t>(*nested++)]);
-      }
     }
   }
 
@@ -132,9 +128,8 @@ ListScene RandomScene(std::mt19937& aRandom) {
   for (std::size_t i = 0; i < parts.size(); ++i) {
     for (int steps = Between(aRandom, 4, 20); steps > 0; --steps)
       parts[i].steps.push_back(RandomStep(aRandom));
-    while (i > 0 && Between(aRandom, 0, 2) == 0) {
+    while (i > 0 && Between(aRandom, 0, 2) == 0)
       parts[i].nested.push_back(Between(aRandom, 0, static_cast<int>(i) - 1));
-    }
     parts[i].turned = Between(aRandom, 0, 9) == 0;
     if (Between(aRandom, 0, 2) == 0) parts[i].shift = Coordinate(aRandom, 0.5);
   }
@@ -147,30 +142,25 @@ class Picked {
   Picked() {
     GLDATA_POINT low{-1, -1, -10}, high{1, 1, 10};
     m_Drawn.viewer->SetOrthoExtents(&low, &high);
-    GLPtr<IGLCoord> eye;
-    m_Drawn.viewer->GetCoord(eye.Put());
-    eye->SetOrigin3d(0, 0, 0);
+    EyeOf(*m_Drawn.viewer)->SetOrigin3d(0, 0, 0);
     m_Drawn.context.As<IGLContext2>()->SetControlledDrawThread(1, kForever);
     m_Drawn.viewer->Show(0);
   }
 
   struct Request {
     GLDATA_POINT first, second;
-    LONG closest, enclosed;
+    bool closest, enclosed;
     int capacity;
   };
 
   Ids Pick(const Request& aRequest, DrawFunction aDraw) {
     m_Painter = GLMake<TestPainter>(std::move(aDraw));
     m_Drawn.context->AttachPainter(m_Painter.Get());
-    Ids ids(static_cast<std::size_t>(aRequest.capacity));
-    int size = aRequest.capacity;
-    GLDATA_POINT first = aRequest.first, second = aRequest.second;
-    EXPECT_EQ(m_Drawn.context->Select(m_Drawn.viewer, &first, &second, aRequest.closest, aRequest.enclosed,
-                                      &size, ids.data()),
-              S_OK);
-    ids.resize(static_cast<std::size_t>(std::max(size, 0)));
-    return ids;
+    const auto& [first, second, closest, enclosed, capacity] = aRequest;
+    const Selection got =
+        ::Pick(*m_Drawn.context, *m_Drawn.viewer, first, second, closest, enclosed, capacity);
+    EXPECT_EQ(got.result, S_OK);
+    return got.ids;
   }
 
   ~Picked() { m_Drawn.context->DetachPainter(); }
@@ -180,14 +170,14 @@ class Picked {
   GLPtr<TestPainter> m_Painter;
 };
 
-constexpr Picked::Request kMiddle{{0, 0, 0}, {0, 0, 0}, 0, 0, 64};
-constexpr Picked::Request kAll{{-1, -1, 0}, {1, 1, 0}, 0, 0, 512};
+constexpr Picked::Request kMiddle{{0, 0, 0}, {0, 0, 0}, false, false, 64};
+constexpr Picked::Request kAll{{-1, -1, 0}, {1, 1, 0}, false, false, 512};
 
 Picked::Request RandomRequest(std::mt19937& aRandom) {
   const GLDATA_POINT first{Coordinate(aRandom, 1), Coordinate(aRandom, 1), 0};
   const bool point = Between(aRandom, 0, 2) == 0;
   const GLDATA_POINT second = point ? first : GLDATA_POINT{Coordinate(aRandom, 1), Coordinate(aRandom, 1), 0};
-  return {first, second, Between(aRandom, 0, 1), Between(aRandom, 0, 2) == 0 ? 1 : 0,
+  return {first, second, Between(aRandom, 0, 1) == 1, Between(aRandom, 0, 2) == 0,
           Between(aRandom, 0, 3) == 0 ? 3 : 512};
 }
 
@@ -347,8 +337,7 @@ TEST(ListSelection, NeedsNoMemory) {
       }
       s.Canvas().DrawCompiledList(list);
     };
-    for (int pick = 0; pick < 3; ++pick) {
+    for (int pick = 0; pick < 3; ++pick)
       EXPECT_EQ(picked.Pick(kAll, draw).size(), 40u) << left << " allocations, pick " << pick;
-    }
   }
 }

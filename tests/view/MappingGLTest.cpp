@@ -2,10 +2,8 @@
 // and display lists. Headless display.
 
 #include "component/Module.h"
-#include "platform/GL.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -41,10 +39,8 @@ TEST(Mapping, AgreesWithDrawnPoints) {
                         {"clipped, not scaled", [](IGLViewer& v) { v.Clip(1), v.ScaleClip(0); }}};
   for (const View& view : views) {
     ContextFixture context(kWidth, kHeight);
-    GLPtr<IGLCoord> eye;
-    context.Viewer().GetCoord(eye.Put());
     GLDATA_MATRIX6D placed{2, -3, 60, 0.1, -0.05, 0.4};
-    eye->SetMatrix6d(&placed);
+    EyeOf(context.Viewer())->SetMatrix6d(&placed);
     context.Frame();  // clears the whole window: a clipped viewer clears only its rectangle
     context.Viewer().SetClipRectangle(50, 40, 150, 120), context.Viewer().ShowClipFrame(0);
     view.m_Set(context.Viewer());

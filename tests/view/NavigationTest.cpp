@@ -52,9 +52,8 @@ TEST_F(Navigation, KeepsThePixelOfEachPivot) {
     GLViewGeometry view = Random();
     const auto [pivot, pixel] = Shown(view);
     const double distance = Length(Difference(pivot, view.m_Eye.m_sOrigin));
-    for (int step = 0; step < 20; ++step) {
+    for (int step = 0; step < 20; ++step)
       GLOrbit(view, pivot, m_Random.Number(-1, 1), m_Random.Number(-1, 1));
-    }
     view.Apply(*m_pViewer);
     view = GLViewGeometry::Of(*m_Context, *m_pViewer);
     ExpectRightAngles(view.m_Eye);

@@ -35,9 +35,8 @@ TEST(TransparentTriangles, HaveNormalsAndCentroids) {
   ASSERT_EQ(canvas->GetTransparentTriangles(0, 4, records.data()), S_OK);
   const GLDATA_POINT faceNormals[] = {{0, 0, 1}, {0, 0, -1}, {0, 0, 0}};
   for (int k = 0; k < 3; ++k) {
-    for (int triangle = 0; triangle < 3; ++triangle) {
+    for (int triangle = 0; triangle < 3; ++triangle)
       EXPECT_TRUE(Same(records[triangle].m_sNormals[k], faceNormals[triangle])) << "triangle " << triangle;
-    }
     EXPECT_TRUE(Same(records[3].m_sNormals[k], normals[k])) << "normals of a client are kept";
     EXPECT_TRUE(Same(records[1].m_sPoints[k], reversed[k]));
     EXPECT_EQ(records[0].m_sColors[k].m_fGreen, 1.0f) << "one colour for all corners";

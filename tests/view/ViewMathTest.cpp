@@ -52,9 +52,8 @@ TEST_F(ViewMath, RejectsInvisiblePoints) {
   eye->SetOrigin3d(0, 0, 0);
   EXPECT_FALSE(View().PixelOf({0, 0, 0}));
   EXPECT_FALSE(View().PixelOf({0, 0, 1})) << "behind the eye";
-  for (const auto& [z, visible] : {std::pair{-0.5, false}, {-2.0, true}, {-11.0, false}}) {
+  for (const auto& [z, visible] : {std::pair{-0.5, false}, {-2.0, true}, {-11.0, false}})
     EXPECT_EQ(View().PixelOf({0, 0, z})->m_bVisible, visible) << z;
-  }
   EXPECT_FALSE(View().PixelOf({5, 0, -2})->m_bVisible);
 }
 
@@ -65,9 +64,8 @@ TEST_F(ViewMath, ConvertsPlacementsBothWays) {
     if (round % 3 == 0)
       placement.m_dAngleY = (round % 2 == 0 ? 1 : -1) * GLVector::kPi / 2;  // straight up or down
     const GLEye eye = GLEye::FromPlacement(placement), again = GLEye::FromPlacement(eye.Placement());
-    for (const auto axis : {&GLEye::m_sOrigin, &GLEye::m_sRight, &GLEye::m_sUp, &GLEye::m_sBack}) {
+    for (const auto axis : {&GLEye::m_sOrigin, &GLEye::m_sRight, &GLEye::m_sUp, &GLEye::m_sBack})
       EXPECT_LT(GLVector::Length(GLVector::Difference(eye.*axis, again.*axis)), 1e-9) << round;
-    }
   }
 }
 

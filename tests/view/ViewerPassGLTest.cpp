@@ -1,9 +1,7 @@
 // GL state and overlays of a viewer pass, before and after the painter. Headless display.
 
 #include "geometry/Geometry.h"
-#include "platform/GL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 #include "view/GLViewer.h"
 
 namespace {
@@ -15,9 +13,7 @@ class RedGauge final : public GLViewerGaugeBase {
     ++m_iDraws;
     GLDATA_RGBA red{1, 0, 0, 1};
     aCanvas->SetVertexColor(&red);
-    aCanvas->BeginDrawQuads();
-    aCanvas->Vertex2d(-1, -1), aCanvas->Vertex2d(1, -1), aCanvas->Vertex2d(1, 1), aCanvas->Vertex2d(-1, 1);
-    aCanvas->EndDrawVertices();
+    DrawRectangle(*aCanvas, -1, -1, 1, 1);
     return S_OK;
   }
 
@@ -33,9 +29,7 @@ TEST(ViewerOverlay, ShowsTheAxesWithAFrameOrGauge) {
   viewer.Clip(1), viewer.SetClipRectangle(0, 0, 100, 100), viewer.ShowClipFrame(0);
   EXPECT_EQ(context.FramePicture().CountOther(kBlack), 0) << "axes are drawn only with a frame or gauge";
   viewer.ShowClipFrame(1), viewer.SetFrameOffset(0.11f);
-  GLPtr<IGLCoord> eye;
-  viewer.GetCoord(eye.Put());
-  eye->RotateAboutZ_RAD(kHalfPi);  // rotates the figure in the opposite direction
+  EyeOf(viewer)->RotateAboutZ_RAD(kHalfPi);  // rotates the figure in the opposite direction
   const Picture framed = context.FramePicture();
   EXPECT_EQ(framed.At(94, 50), 0xFFFFFFFF) << "the frame, inset by half of its offset";
   EXPECT_EQ(framed.At(34, 99 - 18), kRed) << "the x axis, downwards from the figure's centre";

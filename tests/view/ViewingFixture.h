@@ -5,9 +5,7 @@
 #include <gllib/GLNavigation.h>
 #include <gllib/GLViewing.h>
 
-#include "platform/GL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 constexpr std::uint32_t kBlack = 0x000000FF, kWhite = 0xFFFFFFFF;

@@ -1,10 +1,7 @@
 // The viewing headers compared with drawn pictures: pixels and rays, depths, overlays and kinds of passes.
 // Headless display.
 
-#include <cmath>
-
 #include "RandomViews.h"
-#include "support/Test.h"
 #include "view/ViewingFixture.h"
 
 namespace {
@@ -163,10 +160,7 @@ TEST_F(Viewing, ReportsPassesAndFrames) {
   const int before = passes[GLPassKind::Frame];
   EXPECT_GE(before, 2);
 
-  GLDATA_POINT from{-1, -1, 0}, to{1, 1, 0};
-  int count = 10;
-  ULONG ids[10];
-  EXPECT_EQ(m_Context->Select(m_pViewer, &from, &to, 0, 0, &count, ids), S_OK);
+  EXPECT_EQ(Pick(*m_Context, *m_pViewer, {-1, -1, 0}, {1, 1, 0}).result, S_OK);
   EXPECT_EQ(passes[GLPassKind::Selection], 1);
   m_Context->DetachPainter();
   m_Context->DetachCapture();

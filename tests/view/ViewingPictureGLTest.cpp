@@ -1,7 +1,5 @@
 // Pictures at a zoom factor, and text that scales with them. Headless display.
 
-#include <cmath>
-
 #include "view/ViewingFixture.h"
 
 namespace {
@@ -28,9 +26,7 @@ TEST_F(Viewing, TakesZoomedPicturesOfSeveralViewers) {
     GLDATA_POINT low{-4, -4, 1}, high{4, 4, 50};
     viewer.SetOrthoExtents(&low, &high);
     viewer.SetEyeZNearAndFar(1, 50);
-    GLPtr<IGLCoord> eye;
-    viewer.GetCoord(eye.Put());
-    eye->SetOrigin3d(0, 0, 15);
+    EyeOf(viewer)->SetOrigin3d(0, 0, 15);
   }
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_SHOW_FRONT | GLDM_SHOW_BACK), 1);

@@ -2,27 +2,18 @@
 
 #pragma once
 
-#include <gllib/GLLibHost.h>
-
-#include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <cstdint>
-#include <thread>
-#include <vector>
-
 #include "platform/GL.h"
+#include "support/Test.h"
 
 /// Initialises COM on a thread until it is destroyed.
 class Apartment {
  public:
   explicit Apartment(DWORD aModel = COINIT_APARTMENTTHREADED) { CoInitializeEx(nullptr, aModel); }
   ~Apartment() { CoUninitialize(); }
-  Apartment(const Apartment&) = delete;
-  Apartment& operator=(const Apartment&) = delete;
+  Apartment(Apartment&&) = delete;
 };
 
-/// Delivers pending messages of the thread's windows. @return their number
+/// Delivers pending messages of the thread's windows. @return the messages
 inline std::vector<MSG> Pump() {
   std::vector<MSG> delivered;
   for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE;) {
@@ -58,8 +49,7 @@ class HostWindow {
                              nullptr, nullptr, nullptr);
   }
   ~HostWindow() { Destroy(); }
-  HostWindow(const HostWindow&) = delete;
-  HostWindow& operator=(const HostWindow&) = delete;
+  HostWindow(HostWindow&&) = delete;
 
   void Destroy() {
     DestroyWindow(m_hWnd);

@@ -1,7 +1,6 @@
 // The registered module in a host that knows only ProgIDs: class objects through COM, a picture in a child
 // window, a pick, and unloading. Wine.
 
-#include "support/Test.h"
 #include "windows/Host.h"
 
 namespace {

@@ -1,6 +1,5 @@
 // The window procedure and the message hook with messages of Windows. Wine.
 
-#include "support/Test.h"
 #include "windows/Host.h"
 
 namespace {
@@ -22,9 +21,8 @@ class Messages : public testing::Test {
     int count = 0;
     const auto end = std::chrono::steady_clock::now() + kDeliveryTime;
     while (std::chrono::steady_clock::now() < end) {
-      for (const MSG& message : Pump()) {
+      for (const MSG& message : Pump())
         count += message.hwnd == aWindow && message.message == aMessage && message.wParam == aParameter;
-      }
       std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     return count;

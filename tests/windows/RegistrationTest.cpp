@@ -1,7 +1,6 @@
 // The entries that regsvr32 has made in the system's registry. Wine.
 
 #include "component/IdlClasses.h"
-#include "support/Test.h"
 #include "windows/Host.h"
 
 namespace {

@@ -38,8 +38,7 @@ class PlainContext {
     DestroyWindow(m_hWnd);
     PumpMessages();
   }
-  PlainContext(const PlainContext&) = delete;
-  PlainContext& operator=(const PlainContext&) = delete;
+  PlainContext(PlainContext&&) = delete;
 
  private:
   HWND m_hWnd = nullptr;

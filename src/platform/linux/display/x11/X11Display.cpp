@@ -183,7 +183,7 @@ void X11Display::ReadEvents() noexcept {
   }
 }
 
-// The server has gone, and all windows with it.
+// The server has ended, and all windows with it.
 void X11Display::OnBroken() noexcept {
   LogWarning(
       "the connection to the X server is lost: its contexts draw nothing until they are initialised again");
