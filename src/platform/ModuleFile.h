@@ -25,6 +25,6 @@ void ReleaseModule() noexcept;
 /// Ends the threads of the platform layer and its display with all windows. They start again at the next use.
 /// On Windows there are none.
 void EndPlatform() noexcept;
-/// On Windows, calls a function when the module is detached. Elsewhere KeepModuleLoaded prevents an
-/// unexpected detach.
+/// On Windows, calls a function when a host unloads the module, not when the process ends. Elsewhere
+/// KeepModuleLoaded prevents an unexpected detach.
 void RunAtDetach(void (*aFunction)()) noexcept;

@@ -3,7 +3,7 @@
 
 #include "platform/ModuleFile.h"
 
-#include <cstdlib>
+#include <atomic>
 #include <memory>
 #include <string>
 
@@ -25,7 +25,17 @@ HRESULT Load(const std::wstring& aPath, TypeLib& aLibrary) noexcept {
   return loaded;
 }
 
+std::atomic<void (*)()> g_pfnDetach{nullptr};
+
 }  // namespace
+
+// At the end of the process (aReserved is not null) the system has already ended all other threads. Windows
+// and rendering contexts must then be left to the system: their destruction waits for threads of the driver.
+extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD aReason, LPVOID aReserved) {
+  const auto detach = g_pfnDetach.load();
+  if (aReason == DLL_PROCESS_DETACH && aReserved == nullptr && detach != nullptr) detach();
+  return TRUE;
+}
 
 std::string ModulePath() {
   constexpr std::size_t kLongestPath = 32768;  // including the terminating zero
@@ -71,4 +81,4 @@ void ReleaseModule() noexcept {}
 
 void EndPlatform() noexcept { EndLog(); }
 
-void RunAtDetach(void (*aFunction)()) noexcept { std::atexit(aFunction); }
+void RunAtDetach(void (*aFunction)()) noexcept { g_pfnDetach = aFunction; }
