@@ -179,8 +179,7 @@ TEST(Thread, ControlledModeCyclesOncePerTrigger) {
   worker.m_Thread.Trigger();
   EXPECT_TRUE(worker.WaitForCycles(50)) << "without any wait";
   worker.m_Thread.SetControlled(true, PClock::kForever);
-  worker.Cycles();  // the running cycle
-  EXPECT_FALSE(worker.Cycles());
+  EXPECT_TRUE(Eventually([&] { return !worker.Cycles(); })) << "a cycle without a trigger";
   const int before = worker.m_iCycles;
   worker.m_Thread.SetControlled(false, 0);
   EXPECT_TRUE(worker.WaitForCycles(before + 10)) << "an unlimited wait ends with the mode";
