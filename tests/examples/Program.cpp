@@ -1,3 +1,5 @@
+// Program: processes of Linux. One test thread.
+
 #include "Program.h"
 
 #include <sys/wait.h>

@@ -1,3 +1,5 @@
+// Screen: requests of the X11 protocol, with the XTEST extension for input. One test thread.
+
 #include "Screen.h"
 
 #include <signal.h>

@@ -1,3 +1,4 @@
+// The models of the tests: squares, and a grid that takes time to read.
 
 #include "Program.h"
 
