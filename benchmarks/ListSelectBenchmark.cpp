@@ -59,6 +59,9 @@ struct Model {
   }
 };
 
+/// The identifiers that a selection returns.
+enum class Hits { kAll, kEnclosed };
+
 /// A context that draws a model from one list, only for selections.
 class Listed {
  public:
@@ -71,16 +74,16 @@ class Listed {
     m_pViewer->SetOrthoExtents(&low, &high);
     m_pContext.As<IGLContext2>()->SetControlledDrawThread(1, 0xFFFFFFFF);
     m_pContext->AttachPainter(m_pPainter.Get());
-    for (int i = 0; i < 12; ++i) Select(0.0, false);  // compiles and checks the list
+    for (int i = 0; i < 12; ++i) Select(0.0, Hits::kAll);  // compiles and checks the list
   }
   ~Listed() { m_pContext->DetachPainter(); }
 
   /// Selects in a square around the middle; width 0 selects at a point. @return the number of hits
-  int Select(double aWidth, bool aEnclosed) {
+  int Select(double aWidth, Hits aHits) {
     GLDATA_POINT first{0.001 - aWidth / 2, 0.001 - aWidth / 2, 0};
     GLDATA_POINT second{0.001 + aWidth / 2, 0.001 + aWidth / 2, 0};
     int size = aWidth == 0.0 ? 64 : kCapacity;
-    m_pContext->Select(m_pViewer, &first, &second, 0, aEnclosed ? 1 : 0, &size, m_aIds.data());
+    m_pContext->Select(m_pViewer, &first, &second, 0, aHits == Hits::kEnclosed ? 1 : 0, &size, m_aIds.data());
     return size;
   }
 
@@ -153,18 +156,18 @@ Model ModelOf(const benchmark::State& aState) {
   return {triangles, aState.range(1) != 0 ? static_cast<int>(aState.range(1)) : triangles / 100};
 }
 
-void Measure(benchmark::State& aState, double aWidth, bool aEnclosed) {
+void Measure(benchmark::State& aState, double aWidth, Hits aHits) {
   Listed& listed = Keep<Listed>(ModelOf(aState));
   int found = 0;
-  for (auto _ : aState) found = listed.Select(aWidth, aEnclosed);
+  for (auto _ : aState) found = listed.Select(aWidth, aHits);
   aState.counters["found"] = found;
 }
 
-void PointPick(benchmark::State& aState) { Measure(aState, 0.0, false); }
-void PointPickBySize(benchmark::State& aState) { Measure(aState, 0.0, false); }
-void BoxPick1Percent(benchmark::State& aState) { Measure(aState, 0.2, false); }
-void BoxPick10Percent(benchmark::State& aState) { Measure(aState, 0.632, false); }
-void EnclosedPick1Percent(benchmark::State& aState) { Measure(aState, 0.2, true); }
+void PointPick(benchmark::State& aState) { Measure(aState, 0.0, Hits::kAll); }
+void PointPickBySize(benchmark::State& aState) { Measure(aState, 0.0, Hits::kAll); }
+void BoxPick1Percent(benchmark::State& aState) { Measure(aState, 0.2, Hits::kAll); }
+void BoxPick10Percent(benchmark::State& aState) { Measure(aState, 0.632, Hits::kAll); }
+void EnclosedPick1Percent(benchmark::State& aState) { Measure(aState, 0.2, Hits::kEnclosed); }
 
 void BarePass(benchmark::State& aState) {
   Plain& plain = Keep<Plain>(ModelOf(aState));

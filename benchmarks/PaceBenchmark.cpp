@@ -155,9 +155,11 @@ class FirstFrameEnd : public GLCaptureBase {
   bool m_bEnded = false;
 };
 
+/// Start of the measured time.
+enum class From { kAttach, kFirstDraw };
+
 /// Also reports the delay until the first call of the painter.
-/// @param aWhole true: measures from attaching; false: from the painter's first call
-void MeasureFirstFrame(benchmark::State& aState, bool aWhole) {
+void MeasureFirstFrame(benchmark::State& aState, From aFrom) {
   std::vector<double> waits;
   for (auto _ : aState) {
     PacedContext context;
@@ -167,7 +169,7 @@ void MeasureFirstFrame(benchmark::State& aState, bool aWhole) {
     const auto attached = Clock::now();
     context.m_Context->AttachPainter(painter.Get());
     const auto end = capture->m_End.get_future().get();
-    const auto start = aWhole ? attached : painter->m_FirstDraw;
+    const auto start = aFrom == From::kAttach ? attached : painter->m_FirstDraw;
     aState.SetIterationTime(std::chrono::duration<double>(end - start).count());
     waits.push_back(std::chrono::duration<double>(painter->m_FirstDraw - attached).count());
     context.m_Context->DetachCapture();
@@ -175,8 +177,8 @@ void MeasureFirstFrame(benchmark::State& aState, bool aWhole) {
   aState.counters["median_wait_ms"] = 1e3 * Median(waits);
 }
 
-void FirstPicture(benchmark::State& aState) { MeasureFirstFrame(aState, true); }
-void FirstFrameItself(benchmark::State& aState) { MeasureFirstFrame(aState, false); }
+void FirstPicture(benchmark::State& aState) { MeasureFirstFrame(aState, From::kAttach); }
+void FirstFrameItself(benchmark::State& aState) { MeasureFirstFrame(aState, From::kFirstDraw); }
 
 }  // namespace
 

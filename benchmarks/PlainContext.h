@@ -7,7 +7,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "component/ContextSite.h"
+#include "component/GLContextSite.h"
 #include "platform/GL.h"
 
 #include <EGL/egl.h>

@@ -39,11 +39,16 @@ void DrawPlain() {
             [](float x, float y) { glVertex3f(x, y, 0); }, [] { glEnd(); });
 }
 
+/// The source of the painter's geometry.
+enum class Source { kImmediate, kList };
+/// The start of the draw thread's cycles.
+enum class Cycle { kFree, kControlled };
+
 class ScenePainter : public GLPainterBase {
  public:
-  explicit ScenePainter(bool aFromList) : m_bFromList(aFromList) {}
+  explicit ScenePainter(Source aSource) : m_Source(aSource) {}
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
-    if (!m_bFromList) {
+    if (m_Source == Source::kImmediate) {
       DrawThrough(*aCanvas);
       return S_OK;
     }
@@ -58,11 +63,11 @@ class ScenePainter : public GLPainterBase {
   }
 
  private:
-  bool m_bFromList;
+  Source m_Source;
   int m_iList = 0;
 };
 
-void SelectThroughContext(benchmark::State& aState, bool aFromList, int aCapacity, bool aControlled) {
+void SelectThroughContext(benchmark::State& aState, Source aSource, int aCapacity, Cycle aCycle) {
   setenv("GLLIB_DISPLAY", "headless", 1);
   const auto context = GLCreate<IGLContext>(CLSID_GLContext);
   if (context->Initialize(0) != S_OK) return aState.SkipWithError("no context");
@@ -71,8 +76,8 @@ void SelectThroughContext(benchmark::State& aState, bool aFromList, int aCapacit
   context->CreateViewer(1, 1, &viewer);
   GLDATA_POINT low{-1, -1, -10}, high{1, 1, 10};
   viewer->SetOrthoExtents(&low, &high);
-  const auto painter = GLMake<ScenePainter>(aFromList);
-  if (aControlled) context.As<IGLContext2>()->SetControlledDrawThread(1, 0xFFFFFFFF);
+  const auto painter = GLMake<ScenePainter>(aSource);
+  if (aCycle == Cycle::kControlled) context.As<IGLContext2>()->SetControlledDrawThread(1, 0xFFFFFFFF);
   context->AttachPainter(painter.Get());
   viewer->Show(0);  // hidden: the time must not contain frames
   std::vector<ULONG> ids(static_cast<std::size_t>(aCapacity));
@@ -85,14 +90,20 @@ void SelectThroughContext(benchmark::State& aState, bool aFromList, int aCapacit
   for (auto _ : aState) select();
 }
 
-void SelectImmediate(benchmark::State& aState) { SelectThroughContext(aState, false, 2048, true); }
-void SelectFromList(benchmark::State& aState) { SelectThroughContext(aState, true, 2048, true); }
-void SelectFreeRunning(benchmark::State& aState) { SelectThroughContext(aState, true, 2048, false); }
+void SelectImmediate(benchmark::State& aState) {
+  SelectThroughContext(aState, Source::kImmediate, 2048, Cycle::kControlled);
+}
+void SelectFromList(benchmark::State& aState) {
+  SelectThroughContext(aState, Source::kList, 2048, Cycle::kControlled);
+}
+void SelectFreeRunning(benchmark::State& aState) {
+  SelectThroughContext(aState, Source::kList, 2048, Cycle::kFree);
+}
 void SelectByCapacity(benchmark::State& aState) {
-  SelectThroughContext(aState, true, static_cast<int>(aState.range(0)), true);
+  SelectThroughContext(aState, Source::kList, static_cast<int>(aState.range(0)), Cycle::kControlled);
 }
 
-void BarePass(benchmark::State& aState, bool aFromList) {
+void BarePass(benchmark::State& aState, Source aSource) {
   const PlainContext plain(kSide, kSide);
   std::vector<GLuint> buffer(4 * 2048);
   const GLuint list = glGenLists(1);
@@ -109,7 +120,7 @@ void BarePass(benchmark::State& aState, bool aFromList) {
     glLoadIdentity();
     gluPickMatrix(kSide / 2, kSide / 2, kSide / 2, kSide / 2, const_cast<GLint*>(viewport));
     glOrtho(-1, 1, -1, 1, -10, 10);
-    if (aFromList) {
+    if (aSource == Source::kList) {
       glCallList(list);
     } else {
       DrawPlain();
@@ -119,8 +130,8 @@ void BarePass(benchmark::State& aState, bool aFromList) {
   }
 }
 
-void BareImmediate(benchmark::State& aState) { BarePass(aState, false); }
-void BareFromList(benchmark::State& aState) { BarePass(aState, true); }
+void BareImmediate(benchmark::State& aState) { BarePass(aState, Source::kImmediate); }
+void BareFromList(benchmark::State& aState) { BarePass(aState, Source::kList); }
 
 }  // namespace
 

@@ -95,7 +95,7 @@ void FreeTypeAlone(benchmark::State& aState) {
   FT_Library library = nullptr;
   FT_Init_FreeType(&library);
   for (auto _ : aState) {
-    const auto match = FontLibrary::Instance().Match({kFace, "sans-serif", 400, false, false});
+    const auto match = FontLibrary::Instance().Match({kFace, "sans-serif", 400});
     FT_Face face = nullptr;
     FT_New_Face(library, match->m_sFile.c_str(), match->m_iIndex, &face);
     FT_Set_Pixel_Sizes(face, 0, -kHeight);

@@ -74,14 +74,15 @@ class FrameGauge final : public GLViewerGaugeBase {
   }
 };
 
+enum class Which { All, Nearest, Enclosed };
+
 /// Picks, prints the identifiers and returns them.
 std::vector<ULONG> Pick(IGLContext& aContext, IGLViewer& aViewer, const char* aKind, GLDATA_POINT aFrom,
-                        GLDATA_POINT aTo, bool aClosest, bool aEnclosed) {
+                        GLDATA_POINT aTo, Which aWhich) {
   int count = kHidden;  // room for every box, once
   std::vector<ULONG> ids(kHidden);
-  if (FAILED(
-          aContext.Select(&aViewer, &aFrom, &aTo, aClosest ? 1 : 0, aEnclosed ? 1 : 0, &count, ids.data())))
-    count = 0;
+  const LONG closest = aWhich == Which::Nearest ? 1 : 0, enclosed = aWhich == Which::Enclosed ? 1 : 0;
+  if (FAILED(aContext.Select(&aViewer, &aFrom, &aTo, closest, enclosed, &count, ids.data()))) count = 0;
   ids.resize(static_cast<std::size_t>(count));
   std::printf("%s:", aKind);
   for (const ULONG id : ids) std::printf(" %u", static_cast<unsigned>(id));
@@ -104,10 +105,10 @@ Picture DrawPicking() {
   const auto painter = GLMake<GridPainter>();
   context.AttachPainter(painter.Get());
 
-  Pick(context, viewer, "under the point", kPlace, kPlace, false, false);
-  Pick(context, viewer, "nearest at the point", kPlace, kPlace, true, false);
-  painter->Set(Pick(context, viewer, "touched by the box", kFrom, kTo, false, false), Met);
-  painter->Set(Pick(context, viewer, "completely inside it", kFrom, kTo, false, true), Inside);
+  Pick(context, viewer, "under the point", kPlace, kPlace, Which::All);
+  Pick(context, viewer, "nearest at the point", kPlace, kPlace, Which::Nearest);
+  painter->Set(Pick(context, viewer, "touched by the box", kFrom, kTo, Which::All), Met);
+  painter->Set(Pick(context, viewer, "completely inside it", kFrom, kTo, Which::Enclosed), Inside);
 
   viewer.AddGauge(GLMake<FrameGauge>().Get());
   viewer.ShowGauges(1);

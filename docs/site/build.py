@@ -73,7 +73,8 @@ def source_page(path, folder):
 
 def examples_page(others):
     """Writes the list of all examples, folder by folder."""
-    lines = ["/** @page examples_page Examples", "Each operation in the reference names the examples that use it. The \ref gallery shows what they draw.", ""]
+    lines = ["/** @page examples_page Examples"]
+    lines += ["Each operation in the reference names the examples that use it. The @ref gallery shows what they draw.", ""]
     last = None
     for path in layout.example_sources():
         if path.parent != last:

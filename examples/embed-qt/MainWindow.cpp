@@ -3,6 +3,8 @@
 #include "embed-qt/MainWindow.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
 #include <QColorDialog>
 #include <QSignalBlocker>
 #include <QSplitter>
@@ -22,12 +24,13 @@ ULONG IdOf(const QTreeWidgetItem& aItem) { return aItem.data(0, kIdRole).toUInt(
 
 MainWindow::MainWindow(std::shared_ptr<const Model> aModel) : m_model(std::move(aModel)) {
   // Each widget gets its parent at construction. A widget that gets its parent later gets another window.
-  auto* const splitter = new QSplitter(this);
-  m_tree = new QTreeWidget(splitter);
+  m_splitter = new QSplitter(this);
+  m_tree = new QTreeWidget(m_splitter);
   m_sceneWidget = new SceneWidget(
-      m_model, [this](const std::vector<ULONG>& aIds) { SelectInTree(aIds); }, splitter);
-  splitter->setStretchFactor(1, 1);  // the scene grows with the window
-  setCentralWidget(splitter);
+      m_model, [this](const std::vector<ULONG>& aIds) { SelectInTree(aIds); }, m_splitter);
+  m_sceneWidget->installEventFilter(this);
+  m_splitter->setStretchFactor(1, 1);  // the scene grows with the window
+  setCentralWidget(m_splitter);
   FillTree();
   FillToolBar();
   MarkSelected();
@@ -54,6 +57,7 @@ void MainWindow::FillToolBar() {
   const auto add = [&](const char* aText, int aKey) {
     QAction* const action = bar->addAction(aText);
     action->setShortcut(aKey);
+    action->setShortcutContext(Qt::ApplicationShortcut);  // also in the window of a detached scene
     action->setToolTip(QString("%1 (%2)").arg(aText, action->shortcut().toString()));
     return action;
   };
@@ -61,6 +65,7 @@ void MainWindow::FillToolBar() {
     QAction* const action = add(aText, aKey);
     action->setCheckable(true);
     connect(action, &QAction::toggled, this, aSwitch);
+    return action;
   };
   connect(add("Reset", Qt::Key_R), &QAction::triggered, this, [&scene] { scene.ResetCamera(); });
   addSwitch("Four views", Qt::Key_4, [&scene](bool aOn) { scene.SetViews(aOn ? 4 : 1); });
@@ -69,6 +74,33 @@ void MainWindow::FillToolBar() {
   addSwitch("Fog", Qt::Key_F, [&scene](bool aOn) { scene.SetFog(aOn); });
   addSwitch("Axes", Qt::Key_A, [&scene](bool aOn) { scene.SetAxes(aOn); });
   connect(add("Background…", Qt::Key_B), &QAction::triggered, this, &MainWindow::AskForBackground);
+  m_detach = addSwitch("Detach", Qt::Key_D, [this](bool aOn) { Detach(aOn); });
+}
+
+void MainWindow::Detach(bool aDetached) {
+  // Qt gives the widget another window, and the scene follows: SceneWidget::event.
+  if (aDetached) {
+    m_sceneWidget->setParent(this, Qt::Window);
+    m_sceneWidget->setWindowTitle(QString::fromStdString(m_model->name + " - detached"));
+  } else {
+    m_splitter->addWidget(m_sceneWidget);
+  }
+  m_sceneWidget->show();
+}
+
+// A closed window of Qt loses its native windows at once, those of its widgets included. The context must end
+// before. Therefore the window is not closed: the program ends, and the destructor ends the scene first.
+void MainWindow::closeEvent(QCloseEvent* aEvent) {
+  aEvent->ignore();
+  QApplication::quit();
+}
+
+bool MainWindow::eventFilter(QObject* aWatched, QEvent* aEvent) {
+  if (aEvent->type() != QEvent::Close || !m_detach->isChecked())
+    return QMainWindow::eventFilter(aWatched, aEvent);
+  m_detach->setChecked(false);  // the user has closed the window of the detached scene
+  aEvent->ignore();
+  return true;
 }
 
 void MainWindow::AskForBackground() {

@@ -117,7 +117,7 @@ GLDATA_RGBA ParseColor(std::string_view aText) {
 PixelBox ParsePick(std::string_view aText) {
   const auto point = Numbers<int>(aText, ',');
   if (point.size() != 2) throw UsageError("--pick takes X,Y in pixels, not '" + std::string(aText) + "'");
-  return {point[0], point[1], point[0], point[1], false, true};
+  return {.x1 = point[0], .y1 = point[1], .x2 = point[0], .y2 = point[1], .point = true};
 }
 
 PixelBox ParsePickBox(std::string_view aText) {
@@ -130,7 +130,7 @@ PixelBox ParsePickBox(std::string_view aText) {
         "or without, not '" +
         std::string(aText) + "'");
   }
-  return {corners[0], corners[1], corners[2], corners[3], inside, false};
+  return {.x1 = corners[0], .y1 = corners[1], .x2 = corners[2], .y2 = corners[3], .inside = inside};
 }
 
 Section ParseSection(std::string_view aText) {

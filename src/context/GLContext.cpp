@@ -11,6 +11,7 @@
 #include "component/Catalogue.h"
 #include "component/CreateObject.h"
 #include "component/ModuleThreads.h"
+#include "component/Output.h"
 #include "context/control/ContextHold.h"
 #include "context/window/ContextList.h"
 #include "platform/ExitGate.h"
@@ -115,9 +116,7 @@ HRESULT GLContext::AttachCapture(IGLCapture* aCapture) noexcept {
 HRESULT GLContext::DetachCapture() noexcept { return Attach<IGLCapture>(m_Capture, nullptr); }
 
 HRESULT GLContext::GetCanvas(IGLCanvas** ppICanvas) noexcept {
-  if (ppICanvas == nullptr) return E_INVALIDARG;
-  *ppICanvas = GLPtr(m_Scene.m_pCanvas).Detach();
-  return *ppICanvas != nullptr ? S_OK : E_GL_BADSTATE;
+  return OutputObject(ppICanvas, m_Scene.m_pCanvas, E_GL_BADSTATE);
 }
 
 // A task on the draw thread needs a pass of the window. Other callers need only the lock: inside a pass the

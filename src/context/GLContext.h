@@ -15,9 +15,9 @@
 #include <optional>
 #include <vector>
 
-#include "component/ContextSite.h"
-#include "component/Object.h"
-#include "component/SiteLink.h"
+#include "component/GLContextSite.h"
+#include "component/GLObject.h"
+#include "component/GLSiteLink.h"
 #include "context/control/ClientSlot.h"
 #include "context/frame/GLPass.h"
 #include "context/scene/ClipPlanes.h"
@@ -181,12 +181,14 @@ class GLContext final
   // Frame cycle: GLContextFrame.cpp.
   static void DrawThreadCallback(void* aContext, unsigned aWake) noexcept;
   static void DrawThreadEnd(void* aContext) noexcept;
+  /// Records the context whose draw thread the calling thread is; null for none.
+  static void MarkDrawThread(GLContext* aContext) noexcept;
   void DrawFrame() noexcept;
   void SetFrameState() noexcept;
+  void SetDepthTestAndBlending() noexcept;
   void DrawViewers() noexcept;
   void NotePainterResult(HRESULT aResult) noexcept;
-  void SetupViewerPass(IGLViewer& aViewer) noexcept;
-  void SetupEye(IGLViewer& aViewer) noexcept;
+  void SetupViewerPass(class GLViewer& aViewer) noexcept;
   void SetupClipPlanes() noexcept;
   void SetupLighting() noexcept;
   void ApplyLights() noexcept;
@@ -205,8 +207,9 @@ class GLContext final
   /// Returns the pass on the calling thread if it draws a picture other than the window's; otherwise null.
   const GLPass* PictureHere() const noexcept;
   std::shared_ptr<PThread> DrawThread() const noexcept;
+  enum class Given { kCounted, kBorrowed };  // the kind of pointer that a host gets
   template <class Describe>
-  HRESULT CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept;
+  HRESULT CreateFont(Given aGiven, IGLFont** aFont, Describe aDescribe) noexcept;
   HRESULT BeginSelection(const PSelectEvent::Request& aRequest) noexcept;
   HRESULT WaitForSelection() noexcept;
   GLPtr<IGLViewer> FindViewer(IGLViewer* aViewer) noexcept;

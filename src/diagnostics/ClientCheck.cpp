@@ -3,7 +3,7 @@
 #include "diagnostics/ClientCheck.h"
 
 #include "diagnostics/FirstReport.h"
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/GL.h"
 
 namespace {

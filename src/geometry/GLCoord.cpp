@@ -4,6 +4,7 @@
 #include "geometry/GLCoord.h"
 
 #include "component/Catalogue.h"
+#include "component/Output.h"
 #include "platform/ProcessWide.h"
 #include "thread/PCriticalSection.h"
 
@@ -43,9 +44,7 @@ HRESULT GLCoord::Convert(GLDATA_POINT* aPoint, Conversion aConversion) const noe
 }
 
 HRESULT GLCoord::GetOrigin(GLDATA_POINT* aPoint) noexcept {
-  if (aPoint == nullptr) return E_INVALIDARG;
-  *aPoint = Load().Origin().As<GLDATA_POINT>();
-  return S_OK;
+  return Output(aPoint, Load().Origin().As<GLDATA_POINT>());
 }
 
 HRESULT GLCoord::SetOrigin(GLDATA_POINT* aPoint) noexcept {
@@ -122,9 +121,7 @@ HRESULT GLCoord::PointLCStoPCS(GLDATA_POINT* aPoint) noexcept {
 }
 
 HRESULT GLCoord::GetMatrix6d(GLDATA_MATRIX6D* aMatrix) noexcept {
-  if (aMatrix == nullptr) return E_INVALIDARG;
-  *aMatrix = Load().As<GLDATA_MATRIX6D>();
-  return S_OK;
+  return Output(aMatrix, Load().As<GLDATA_MATRIX6D>());
 }
 
 HRESULT GLCoord::SetMatrix6d(GLDATA_MATRIX6D* aMatrix) noexcept {

@@ -5,7 +5,7 @@
 
 #include <gllib/IGLCoord.h>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "geometry/GCoord.h"
 
 /// The object around a GCoord. If two threads move or rotate one object at the same time, one change may be

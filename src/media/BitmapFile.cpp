@@ -160,8 +160,7 @@ bool BitmapFile::ReadPixels(GLDATA_RGBA4B* aPixels) noexcept {
     return true;
   }
   const std::size_t blockRows = std::min(height, std::max<std::size_t>(1, kBlockBytes / m_uRowBytes));
-  const std::unique_ptr<std::uint8_t, decltype(&std::free)> block(
-      static_cast<std::uint8_t*>(std::malloc(blockRows * m_uRowBytes)), std::free);
+  const HeapBlock<std::uint8_t> block(static_cast<std::uint8_t*>(std::malloc(blockRows * m_uRowBytes)));
   if (block == nullptr) return false;
   for (std::size_t row = 0; row < height;) {
     const std::size_t rows = std::min(blockRows, height - row);

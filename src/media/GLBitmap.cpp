@@ -6,6 +6,7 @@
 #include <climits>
 
 #include "component/Catalogue.h"
+#include "component/Output.h"
 #include "component/Values.h"
 #include "platform/GL.h"
 
@@ -77,11 +78,7 @@ HRESULT GLBitmap::SetPixel(int aX, int aY, LONG aOpaque) noexcept {
   return S_OK;
 }
 
-HRESULT GLBitmap::GetColor(GLDATA_RGBA* aColor) noexcept {
-  if (aColor == nullptr) return E_INVALIDARG;
-  *aColor = m_sColor;
-  return S_OK;
-}
+HRESULT GLBitmap::GetColor(GLDATA_RGBA* aColor) noexcept { return Output(aColor, m_sColor); }
 
 HRESULT GLBitmap::SetColor(GLDATA_RGBA* aColor) noexcept {
   if (aColor == nullptr) return E_INVALIDARG;
@@ -89,17 +86,9 @@ HRESULT GLBitmap::SetColor(GLDATA_RGBA* aColor) noexcept {
   return S_OK;
 }
 
-HRESULT GLBitmap::GetWidth(int* aValue) noexcept {
-  if (aValue == nullptr) return E_INVALIDARG;
-  *aValue = m_iWidth;
-  return S_OK;
-}
+HRESULT GLBitmap::GetWidth(int* aValue) noexcept { return Output(aValue, m_iWidth); }
 
-HRESULT GLBitmap::GetHeight(int* aValue) noexcept {
-  if (aValue == nullptr) return E_INVALIDARG;
-  *aValue = m_iHeight;
-  return S_OK;
-}
+HRESULT GLBitmap::GetHeight(int* aValue) noexcept { return Output(aValue, m_iHeight); }
 
 HRESULT GLBitmap::Draw(IGLContext*, GLDATA_POINT* aOrigin, int aOffsetX, int aOffsetY) noexcept {
   if (aOrigin == nullptr) return E_INVALIDARG;

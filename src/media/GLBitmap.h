@@ -5,10 +5,8 @@
 
 #include <gllib/IGLBitmap.h>
 
-#include <cstdlib>
-#include <memory>
-
-#include "component/Object.h"
+#include "component/GLObject.h"
+#include "platform/Memory.h"
 
 class GLBitmap final : public GLObject<GLBitmap, IGLBitmap> {
  public:
@@ -23,10 +21,6 @@ class GLBitmap final : public GLObject<GLBitmap, IGLBitmap> {
   HRESULT Draw(IGLContext* aContext, GLDATA_POINT* aOrigin, int aOffsetX, int aOffsetY) noexcept override;
 
  private:
-  struct FreeBits {
-    void operator()(unsigned char* aBits) const noexcept { std::free(aBits); }
-  };
-
   HRESULT TestPlace(int aX, int aY) const noexcept;
   int Stride() const noexcept;
   unsigned char* RowAt(int aY) const noexcept;
@@ -36,5 +30,5 @@ class GLBitmap final : public GLObject<GLBitmap, IGLBitmap> {
   GLDATA_RGBA m_sColor = {1.0f, 1.0f, 1.0f, 1.0f};
   int m_iBitsSize = 0;
   /// Rows from the bottom up, padded to 32-bit words. The first pixel is the highest bit of a byte.
-  std::unique_ptr<unsigned char[], FreeBits> m_pBits;
+  HeapBlock<unsigned char[]> m_pBits;
 };

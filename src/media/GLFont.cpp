@@ -3,12 +3,15 @@
 
 #include "media/GLFont.h"
 
+#include <gllib/GLUtf8.h>
+
 #include <algorithm>
 #include <new>
 #include <string_view>
 #include <utility>
 
 #include "component/Catalogue.h"
+#include "component/Output.h"
 #include "thread/PEvent.h"
 
 namespace {
@@ -36,7 +39,7 @@ struct FontRemains {
 class DeleteFontTask final : public PEvent {
  public:
   DeleteFontTask(GLSiteLinkPtr aLink, const FontRemains& aRemains) noexcept
-      : PEvent(this, true, false), m_pLink(std::move(aLink)), m_Remains(aRemains) {}
+      : PEvent(this, Lifetime::kOneRun), m_pLink(std::move(aLink)), m_Remains(aRemains) {}
 
   void Run() override {
     GLContextSite* site = nullptr;
@@ -60,16 +63,7 @@ std::basic_string_view<GLWCHAR> NameOf(const GLWCHAR* aFace) noexcept {
   return aFace != nullptr ? aFace : std::basic_string_view<GLWCHAR>();
 }
 
-bool IsHighSurrogate(GLWCHAR aUnit) noexcept { return (aUnit & 0xFC00) == 0xD800; }
-
 constexpr GLWCHAR kSystem[] = {'S', 'y', 's', 't', 'e', 'm', 0};
-
-template <class T, class Member>
-HRESULT Give(T* aOut, const Member& aValue) noexcept {
-  if (aOut == nullptr) return E_INVALIDARG;
-  *aOut = static_cast<T>(aValue);
-  return S_OK;
-}
 
 }  // namespace
 
@@ -90,7 +84,7 @@ void GLFont::Describe(GLSiteLinkPtr aSite, const GLWCHAR* aFace) noexcept {
   m_pContext = std::move(aSite);
   const auto name = NameOf(aFace);
   std::size_t length = std::min(name.size(), kFaceRoom - 1);
-  if (length < name.size() && IsHighSurrogate(name[length - 1])) --length;
+  if (length < name.size() && GLUtf8::IsHighSurrogate(name[length - 1])) --length;
   m_szFace[name.copy(m_szFace, length)] = 0;
 }
 
@@ -128,7 +122,7 @@ bool GLFont::HasSite() const noexcept { return static_cast<bool>(GLSiteLink::Use
 
 bool GLFont::IsSystem() const noexcept { return NameOf(m_szFace) == kSystem; }
 
-HRESULT GLFont::IsTrueType(LONG* aTrueType) noexcept { return Give(aTrueType, m_bTrueType); }
+HRESULT GLFont::IsTrueType(LONG* aTrueType) noexcept { return Output(aTrueType, m_bTrueType); }
 
 HRESULT GLFont::GetFace(BSTR* aFace) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
@@ -136,13 +130,13 @@ HRESULT GLFont::GetFace(BSTR* aFace) noexcept {
   return *aFace != nullptr ? S_OK : E_OUTOFMEMORY;
 }
 
-HRESULT GLFont::GetStyle(int* aStyle) noexcept { return Give(aStyle, m_iStyle); }
-HRESULT GLFont::GetWeight(int* aWeight) noexcept { return Give(aWeight, m_iWeight); }
-HRESULT GLFont::GetOrientation(float* aOrientation) noexcept { return Give(aOrientation, m_fOrientation); }
-HRESULT GLFont::GetWidth(float* aValue) noexcept { return Give(aValue, m_fWidth); }
-HRESULT GLFont::GetHeight(float* aValue) noexcept { return Give(aValue, m_fHeight); }
-HRESULT GLFont::GetExtrusionZ(float* aValue) noexcept { return Give(aValue, m_fExtrusionZ); }
-HRESULT GLFont::GetEscapement_DEG(float* aValue) noexcept { return Give(aValue, m_fEscapement); }
+HRESULT GLFont::GetStyle(int* aStyle) noexcept { return Output(aStyle, m_iStyle); }
+HRESULT GLFont::GetWeight(int* aWeight) noexcept { return Output(aWeight, m_iWeight); }
+HRESULT GLFont::GetOrientation(float* aOrientation) noexcept { return Output(aOrientation, m_fOrientation); }
+HRESULT GLFont::GetWidth(float* aValue) noexcept { return Output(aValue, m_fWidth); }
+HRESULT GLFont::GetHeight(float* aValue) noexcept { return Output(aValue, m_fHeight); }
+HRESULT GLFont::GetExtrusionZ(float* aValue) noexcept { return Output(aValue, m_fExtrusionZ); }
+HRESULT GLFont::GetEscapement_DEG(float* aValue) noexcept { return Output(aValue, m_fEscapement); }
 
 // The comparisons are written this way to reject NaN.
 HRESULT GLFont::SetWidth(float aValue) noexcept {

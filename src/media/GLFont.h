@@ -9,8 +9,8 @@
 #include <atomic>
 #include <vector>
 
-#include "component/Object.h"
-#include "component/SiteLink.h"
+#include "component/GLObject.h"
+#include "component/GLSiteLink.h"
 #include "platform/Fonts.h"
 #include "platform/GL.h"
 #include "thread/Relaxed.h"

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "media/GLFont.h"
 #include "platform/Text.h"
 

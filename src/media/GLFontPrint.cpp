@@ -1,10 +1,12 @@
 // GLFont: measures and prints text. Print runs on the draw thread, in a painter or gauge callback;
 // GetStringWidth on any thread.
 
+#include <gllib/GLUtf8.h>
+
 #include <algorithm>
 #include <cstring>
 
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "media/GLFont.h"
 #include "platform/Text.h"
 
@@ -26,8 +28,6 @@ HRESULT Refuse(const char* aReason) noexcept {
   return E_GL_BADSTATE;
 }
 
-bool IsHighSurrogate(GLWCHAR aUnit) noexcept { return (aUnit & 0xFC00) == 0xD800; }
-
 int ToBytes(const GLWCHAR* aString, std::size_t aLength, char* aBytes, int aRoom) noexcept {
   return WideCharToMultiByte(CP_THREAD_ACP, 0, aString, static_cast<int>(aLength), aBytes, aRoom, nullptr,
                              nullptr);
@@ -47,7 +47,7 @@ HRESULT GLFont::GetStringWidth(BSTR aString, float* aWidth) noexcept {
   if (left > kLongestText) left = 0;
   for (const GLWCHAR* piece = aString; left > 0;) {
     std::size_t units = std::min(left, kPiece);
-    if (units < left && IsHighSurrogate(piece[units - 1])) --units;
+    if (units < left && GLUtf8::IsHighSurrogate(piece[units - 1])) --units;
     char bytes[kStackText];
     const int count = ToBytes(piece, units, bytes, kStackText);
     for (int i = 0; i < count; ++i) {

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "component/Catalogue.h"
+#include "component/Output.h"
 #include "media/BitmapFile.h"
 #include "platform/File.h"
 #include "platform/GL.h"
@@ -82,17 +83,9 @@ HRESULT GLPixmap::AccessPixmapData(int* aSize, GLDATA_RGBA4B** aArray) noexcept 
   return m_pPixels != nullptr ? S_OK : E_GL_BADVALUE;
 }
 
-HRESULT GLPixmap::GetWidth(int* aValue) noexcept {
-  if (aValue == nullptr) return E_INVALIDARG;
-  *aValue = m_iWidth;
-  return S_OK;
-}
+HRESULT GLPixmap::GetWidth(int* aValue) noexcept { return Output(aValue, m_iWidth); }
 
-HRESULT GLPixmap::GetHeight(int* aValue) noexcept {
-  if (aValue == nullptr) return E_INVALIDARG;
-  *aValue = m_iHeight;
-  return S_OK;
-}
+HRESULT GLPixmap::GetHeight(int* aValue) noexcept { return Output(aValue, m_iHeight); }
 
 HRESULT GLPixmap::TestPlace(int aX, int aY) const noexcept {
   if (m_pPixels == nullptr) return E_GL_BADSTATE;
@@ -119,10 +112,7 @@ HRESULT GLPixmap::SetPixel(int aX, int aY, GLDATA_RGBA4B aRGBA) noexcept {
 }
 
 HRESULT GLPixmap::GetZoom(float* aFactorX, float* aFactorY) noexcept {
-  if (aFactorX == nullptr || aFactorY == nullptr) return E_INVALIDARG;
-  *aFactorX = m_fZoomX;
-  *aFactorY = m_fZoomY;
-  return S_OK;
+  return Output(aFactorX, m_fZoomX, aFactorY, m_fZoomY);
 }
 
 HRESULT GLPixmap::SetZoom(float aFactorX, float aFactorY) noexcept {

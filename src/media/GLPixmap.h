@@ -5,7 +5,7 @@
 
 #include <gllib/IGLPixmap.h>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "media/PixelBlock.h"
 
 class GLPixmap final : public GLObject<GLPixmap, IGLPixmap> {

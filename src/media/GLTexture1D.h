@@ -5,7 +5,7 @@
 
 #include <gllib/IGLTexture1D.h>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "media/TextureLevels.h"
 
 class GLTexture1D final : public GLObject<GLTexture1D, IGLTexture1D> {

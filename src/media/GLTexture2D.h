@@ -5,7 +5,7 @@
 
 #include <gllib/IGLTexture2D.h>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "media/TextureLevels.h"
 
 class GLTexture2D final : public GLObject<GLTexture2D, IGLTexture2D> {

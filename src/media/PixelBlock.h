@@ -4,17 +4,10 @@
 
 #include <gllib/GLTypes.h>
 
-#include <cstdlib>
-#include <memory>
-
 #include "platform/Memory.h"
 
-struct FreeBlock {
-  void operator()(void* aBlock) const noexcept { std::free(aBlock); }
-};
-
 /// Owns pixels; null means no image.
-using PixelBlock = std::unique_ptr<GLDATA_RGBA4B[], FreeBlock>;
+using PixelBlock = HeapBlock<GLDATA_RGBA4B[]>;
 
 /// Largest number of pixels in an image: their bytes fit 32 bits.
 inline constexpr std::int64_t kMostPixels = UINT32_MAX / sizeof(GLDATA_RGBA4B);

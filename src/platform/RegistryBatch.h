@@ -25,14 +25,16 @@ class RegistryBatch {
 
  private:
   struct Change {
-    bool m_bRemove;
+    enum class Kind { kSetText, kRemove } m_Kind;
     std::string m_sKey, m_sName, m_sText;
   };
   std::vector<Change> m_vChanges;
 };
 
 inline void RegistryBatch::SetText(std::string aKey, std::string aText, std::string aName) {
-  m_vChanges.push_back({false, std::move(aKey), std::move(aName), std::move(aText)});
+  m_vChanges.push_back({Change::Kind::kSetText, std::move(aKey), std::move(aName), std::move(aText)});
 }
 
-inline void RegistryBatch::Remove(std::string aKey) { m_vChanges.push_back({true, std::move(aKey), {}, {}}); }
+inline void RegistryBatch::Remove(std::string aKey) {
+  m_vChanges.push_back({Change::Kind::kRemove, std::move(aKey), {}, {}});
+}

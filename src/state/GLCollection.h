@@ -5,10 +5,9 @@
 
 #include <gllib/IGLCollection.h>
 
-#include <memory>
-
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "thread/PCriticalSection.h"
+#include "thread/PSlots.h"
 
 class GLCollection final : public GLObject<GLCollection, IGLCollection> {
  public:
@@ -28,18 +27,17 @@ class GLCollection final : public GLObject<GLCollection, IGLCollection> {
   HRESULT AppendTo(IGLCollection* aColl) noexcept override;
 
  private:
-  using Slots = std::unique_ptr<IUnknown*[]>;
+  using Slots = PSlots<IUnknown>;
   static constexpr int kFirstGrowth = 10, kLargestGrowth = 100;
 
   bool Grow() noexcept;
-  HRESULT Walk(GLPOSITION& aPos, int aStep, IUnknown*& aIU) noexcept;
-  HRESULT Snapshot(Slots& aMembers, int& aSize) noexcept;
-  static void AddTo(IGLCollection& aColl, const Slots& aMembers, int aSize) noexcept;
+  HRESULT Walk(GLPOSITION* aPos, int aStep, IUnknown** aIU) noexcept;
+  HRESULT Snapshot(Slots& aMembers) noexcept;
+  static void AddTo(IGLCollection& aColl, const Slots& aMembers) noexcept;
 
   int m_iSize = 0;
-  int m_iCapacity = 0;
   int m_iGrowBy = kFirstGrowth;
   int m_iHighestFree = -1;  // no slot above this one is free
-  Slots m_ppItems;          // null: free slot; else one reference
+  Slots m_Slots;            // with one reference to each member
   PCriticalSection m_Lock;
 };

@@ -5,20 +5,14 @@
 #include <algorithm>
 
 #include "component/Catalogue.h"
-#include "state/Properties.h"
+#include "component/Output.h"
+#include "component/Values.h"
 
 HRESULT CreateGLDrawAttr(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLDrawAttr>(aOuter, riid, ppv);
 }
 
 namespace {
-
-HRESULT GiveRange(float* aMin, float* aMax, const std::atomic<float> (&aRange)[2]) noexcept {
-  if (aMin == nullptr || aMax == nullptr) return E_INVALIDARG;
-  *aMin = aRange[0];
-  *aMax = aRange[1];
-  return S_OK;
-}
 
 constexpr float Contrast(float aChannel) noexcept { return aChannel < 0.5f ? 1.0f : 0.0f; }
 
@@ -30,7 +24,7 @@ HRESULT GLDrawAttr::Modified() noexcept {
   return S_OK;
 }
 
-HRESULT GLDrawAttr::GetColor(GLDATA_RGBA* aColor) noexcept { return Give(aColor, m_sColor); }
+HRESULT GLDrawAttr::GetColor(GLDATA_RGBA* aColor) noexcept { return Output(aColor, m_sColor); }
 
 HRESULT GLDrawAttr::SetColor(GLDATA_RGBA* aColor) noexcept {
   if (aColor == nullptr) return E_INVALIDARG;
@@ -40,14 +34,14 @@ HRESULT GLDrawAttr::SetColor(GLDATA_RGBA* aColor) noexcept {
 
 HRESULT GLDrawAttr::GetComplementColor(GLDATA_RGBA* aColor) noexcept {
   const GLDATA_RGBA color = m_sColor;
-  return Give(aColor,
-              GLDATA_RGBA{1.0f - color.m_fRed, 1.0f - color.m_fGreen, 1.0f - color.m_fBlue, color.m_fAlpha});
+  return Output(
+      aColor, GLDATA_RGBA{1.0f - color.m_fRed, 1.0f - color.m_fGreen, 1.0f - color.m_fBlue, color.m_fAlpha});
 }
 
 HRESULT GLDrawAttr::GetContrastColor(GLDATA_RGBA* aColor) noexcept {
   const GLDATA_RGBA color = m_sColor;
-  return Give(aColor, GLDATA_RGBA{Contrast(color.m_fRed), Contrast(color.m_fGreen), Contrast(color.m_fBlue),
-                                  color.m_fAlpha});
+  return Output(aColor, GLDATA_RGBA{Contrast(color.m_fRed), Contrast(color.m_fGreen), Contrast(color.m_fBlue),
+                                    color.m_fAlpha});
 }
 
 HRESULT GLDrawAttr::SetComponent(Relaxed<float>& aComponent, float aValue) noexcept {
@@ -55,16 +49,16 @@ HRESULT GLDrawAttr::SetComponent(Relaxed<float>& aComponent, float aValue) noexc
   return Modified();
 }
 
-HRESULT GLDrawAttr::GetRed(float* aValue) noexcept { return Give(aValue, m_sColor.m_fRed); }
+HRESULT GLDrawAttr::GetRed(float* aValue) noexcept { return Output(aValue, m_sColor.m_fRed); }
 HRESULT GLDrawAttr::SetRed(float aValue) noexcept { return SetComponent(m_sColor.m_fRed, aValue); }
-HRESULT GLDrawAttr::GetGreen(float* aValue) noexcept { return Give(aValue, m_sColor.m_fGreen); }
+HRESULT GLDrawAttr::GetGreen(float* aValue) noexcept { return Output(aValue, m_sColor.m_fGreen); }
 HRESULT GLDrawAttr::SetGreen(float aValue) noexcept { return SetComponent(m_sColor.m_fGreen, aValue); }
-HRESULT GLDrawAttr::GetBlue(float* aValue) noexcept { return Give(aValue, m_sColor.m_fBlue); }
+HRESULT GLDrawAttr::GetBlue(float* aValue) noexcept { return Output(aValue, m_sColor.m_fBlue); }
 HRESULT GLDrawAttr::SetBlue(float aValue) noexcept { return SetComponent(m_sColor.m_fBlue, aValue); }
-HRESULT GLDrawAttr::GetAlpha(float* aValue) noexcept { return Give(aValue, m_sColor.m_fAlpha); }
+HRESULT GLDrawAttr::GetAlpha(float* aValue) noexcept { return Output(aValue, m_sColor.m_fAlpha); }
 HRESULT GLDrawAttr::SetAlpha(float aValue) noexcept { return SetComponent(m_sColor.m_fAlpha, aValue); }
 
-HRESULT GLDrawAttr::GetPointSize(float* aValue) noexcept { return Give(aValue, m_fPointSize); }
+HRESULT GLDrawAttr::GetPointSize(float* aValue) noexcept { return Output(aValue, m_fPointSize); }
 
 HRESULT GLDrawAttr::SetPointSize(float aValue) noexcept {
   m_fPointSize = Limit(aValue, g_afPointSizeRange[0], g_afPointSizeRange[1]);
@@ -72,12 +66,14 @@ HRESULT GLDrawAttr::SetPointSize(float aValue) noexcept {
 }
 
 HRESULT GLDrawAttr::GetPointSizeLimits(float* aMin, float* aMax) noexcept {
-  return GiveRange(aMin, aMax, g_afPointSizeRange);
+  return Output(aMin, g_afPointSizeRange[0], aMax, g_afPointSizeRange[1]);
 }
 
-HRESULT GLDrawAttr::GetPointSizeStep(float* aValue) noexcept { return Give(aValue, g_fPointSizeGranularity); }
+HRESULT GLDrawAttr::GetPointSizeStep(float* aValue) noexcept {
+  return Output(aValue, g_fPointSizeGranularity);
+}
 
-HRESULT GLDrawAttr::GetLineWidth(float* aValue) noexcept { return Give(aValue, m_fLineWidth); }
+HRESULT GLDrawAttr::GetLineWidth(float* aValue) noexcept { return Output(aValue, m_fLineWidth); }
 
 HRESULT GLDrawAttr::SetLineWidth(float aValue) noexcept {
   m_fLineWidth = Limit(aValue, g_afLineWidthRange[0], g_afLineWidthRange[1]);
@@ -85,13 +81,15 @@ HRESULT GLDrawAttr::SetLineWidth(float aValue) noexcept {
 }
 
 HRESULT GLDrawAttr::GetLineWidthLimits(float* aMin, float* aMax) noexcept {
-  return GiveRange(aMin, aMax, g_afLineWidthRange);
+  return Output(aMin, g_afLineWidthRange[0], aMax, g_afLineWidthRange[1]);
 }
 
-HRESULT GLDrawAttr::GetLineWidthStep(float* aValue) noexcept { return Give(aValue, g_fLineWidthGranularity); }
+HRESULT GLDrawAttr::GetLineWidthStep(float* aValue) noexcept {
+  return Output(aValue, g_fLineWidthGranularity);
+}
 
 HRESULT GLDrawAttr::GetLineStipplePattern(std::uint16_t* aPattern) noexcept {
-  return Give(aPattern, m_usLineStipplePattern);
+  return Output(aPattern, m_usLineStipplePattern);
 }
 
 HRESULT GLDrawAttr::SetLineStipplePattern(std::uint16_t aPattern) noexcept {
@@ -100,7 +98,7 @@ HRESULT GLDrawAttr::SetLineStipplePattern(std::uint16_t aPattern) noexcept {
 }
 
 HRESULT GLDrawAttr::GetLineStippleFactor(int* aFactor) noexcept {
-  return Give(aFactor, m_iLineStippleFactor);
+  return Output(aFactor, m_iLineStippleFactor);
 }
 
 HRESULT GLDrawAttr::SetLineStippleFactor(int aFactor) noexcept {
@@ -118,7 +116,7 @@ HRESULT GLDrawAttr::EnableDrawMode(eGLDrawMode aMode, LONG aEnable) noexcept {
 }
 
 HRESULT GLDrawAttr::IsDrawModeEnabled(eGLDrawMode aMode, LONG* aEnabled) noexcept {
-  return Give(aEnabled, (m_iDrawMode & static_cast<int>(aMode)) != 0);
+  return Output(aEnabled, (m_iDrawMode & static_cast<int>(aMode)) != 0);
 }
 
-HRESULT GLDrawAttr::GetDrawMode(int* aMode) noexcept { return Give(aMode, m_iDrawMode.load()); }
+HRESULT GLDrawAttr::GetDrawMode(int* aMode) noexcept { return Output(aMode, m_iDrawMode.load()); }

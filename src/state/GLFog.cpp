@@ -3,7 +3,8 @@
 #include "state/GLFog.h"
 
 #include "component/Catalogue.h"
-#include "state/Properties.h"
+#include "component/Output.h"
+#include "component/Values.h"
 
 HRESULT CreateGLFog(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLFog>(aOuter, riid, ppv);
@@ -14,13 +15,13 @@ HRESULT GLFog::Enable(LONG aEnable) noexcept {
   return S_OK;
 }
 
-HRESULT GLFog::IsEnabled(LONG* aEnabled) noexcept { return Give(aEnabled, m_bEnabled); }
+HRESULT GLFog::IsEnabled(LONG* aEnabled) noexcept { return Output(aEnabled, m_bEnabled); }
 
 HRESULT GLFog::GetCalcMode(eGLFogCalcMode* aMode) noexcept {
   const GLint mode = m_iFogMode;
-  return Give(aMode, mode == GL_LINEAR ? GLFM_CALCULATE_LINEAR
-                     : mode == GL_EXP  ? GLFM_CALCULATE_EXPONENT
-                                       : GLFM_CALCULATE_EXPONENT_SQUARE);
+  return Output(aMode, mode == GL_LINEAR ? GLFM_CALCULATE_LINEAR
+                       : mode == GL_EXP  ? GLFM_CALCULATE_EXPONENT
+                                         : GLFM_CALCULATE_EXPONENT_SQUARE);
 }
 
 HRESULT GLFog::SetCalcMode(eGLFogCalcMode aMode) noexcept {
@@ -30,7 +31,7 @@ HRESULT GLFog::SetCalcMode(eGLFogCalcMode aMode) noexcept {
   return S_OK;
 }
 
-HRESULT GLFog::GetFogDensity(float* aValue) noexcept { return Give(aValue, m_fDensity); }
+HRESULT GLFog::GetFogDensity(float* aValue) noexcept { return Output(aValue, m_fDensity); }
 
 HRESULT GLFog::SetFogDensity(float aValue) noexcept {
   if (!(aValue > 0.0f)) return E_GL_BADVALUE;  // written this way to reject NaN
@@ -38,9 +39,9 @@ HRESULT GLFog::SetFogDensity(float aValue) noexcept {
   return S_OK;
 }
 
-HRESULT GLFog::GetFogStart(float* aValue) noexcept { return Give(aValue, m_fStart); }
+HRESULT GLFog::GetFogStart(float* aValue) noexcept { return Output(aValue, m_fStart); }
 
-HRESULT GLFog::GetFogEnd(float* aValue) noexcept { return Give(aValue, m_fEnd); }
+HRESULT GLFog::GetFogEnd(float* aValue) noexcept { return Output(aValue, m_fEnd); }
 
 HRESULT GLFog::SetFogStartAndEnd(float aStart, float aEnd) noexcept {
   if (!(aStart >= 0.0f && aStart < aEnd)) return E_GL_BADVALUE;
@@ -49,7 +50,7 @@ HRESULT GLFog::SetFogStartAndEnd(float aStart, float aEnd) noexcept {
   return S_OK;
 }
 
-HRESULT GLFog::GetFogColor(GLDATA_RGBA* aColor) noexcept { return Give(aColor, m_sColor); }
+HRESULT GLFog::GetFogColor(GLDATA_RGBA* aColor) noexcept { return Output(aColor, m_sColor); }
 
 HRESULT GLFog::SetFogColor(GLDATA_RGBA* aColor) noexcept { return TakeOpaque(m_sColor, aColor); }
 

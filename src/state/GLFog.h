@@ -5,7 +5,7 @@
 
 #include <gllib/IGLFog.h>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "platform/GL.h"
 #include "thread/Relaxed.h"
 

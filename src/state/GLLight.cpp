@@ -10,8 +10,9 @@
 
 #include "component/Catalogue.h"
 #include "component/CreateObject.h"
+#include "component/Output.h"
+#include "component/Values.h"
 #include "geometry/GPoint.h"
-#include "state/Properties.h"
 
 HRESULT CreateGLLight(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLLight>(aOuter, riid, ppv);
@@ -40,22 +41,22 @@ HRESULT GLLight::Enable(LONG aEnable) noexcept {
   m_bEnabled = aEnable != 0;
   return S_OK;
 }
-HRESULT GLLight::IsEnabled(LONG* aEnabled) noexcept { return Give(aEnabled, m_bEnabled); }
+HRESULT GLLight::IsEnabled(LONG* aEnabled) noexcept { return Output(aEnabled, m_bEnabled); }
 
 HRESULT GLLight::SetAsSpotlight(LONG aSet) noexcept {
   m_bSpotlight = aSet != 0;
   return S_OK;
 }
-HRESULT GLLight::IsSpotlight(LONG* aSpotlight) noexcept { return Give(aSpotlight, m_bSpotlight); }
+HRESULT GLLight::IsSpotlight(LONG* aSpotlight) noexcept { return Output(aSpotlight, m_bSpotlight); }
 
-HRESULT GLLight::GetAmbientLight(GLDATA_RGBA* aLight) noexcept { return Give(aLight, m_sAmbient); }
+HRESULT GLLight::GetAmbientLight(GLDATA_RGBA* aLight) noexcept { return Output(aLight, m_sAmbient); }
 HRESULT GLLight::SetAmbientLight(GLDATA_RGBA* aLight) noexcept { return TakeOpaque(m_sAmbient, aLight); }
-HRESULT GLLight::GetDiffuseLight(GLDATA_RGBA* aLight) noexcept { return Give(aLight, m_sDiffuse); }
+HRESULT GLLight::GetDiffuseLight(GLDATA_RGBA* aLight) noexcept { return Output(aLight, m_sDiffuse); }
 HRESULT GLLight::SetDiffuseLight(GLDATA_RGBA* aLight) noexcept { return TakeOpaque(m_sDiffuse, aLight); }
-HRESULT GLLight::GetSpecularLight(GLDATA_RGBA* aLight) noexcept { return Give(aLight, m_sSpecular); }
+HRESULT GLLight::GetSpecularLight(GLDATA_RGBA* aLight) noexcept { return Output(aLight, m_sSpecular); }
 HRESULT GLLight::SetSpecularLight(GLDATA_RGBA* aLight) noexcept { return TakeOpaque(m_sSpecular, aLight); }
 
-HRESULT GLLight::GetSpotPosition(GLDATA_POINT* aVector) noexcept { return Give(aVector, m_sSpotPosition); }
+HRESULT GLLight::GetSpotPosition(GLDATA_POINT* aVector) noexcept { return Output(aVector, m_sSpotPosition); }
 
 HRESULT GLLight::SetSpotPosition(GLDATA_POINT* aVector) noexcept {
   if (aVector == nullptr) return E_INVALIDARG;
@@ -64,7 +65,7 @@ HRESULT GLLight::SetSpotPosition(GLDATA_POINT* aVector) noexcept {
   return S_OK;
 }
 
-HRESULT GLLight::GetCutOffAngle_DEG(float* aAngle) noexcept { return Give(aAngle, m_fCutOff); }
+HRESULT GLLight::GetCutOffAngle_DEG(float* aAngle) noexcept { return Output(aAngle, m_fCutOff); }
 
 HRESULT GLLight::SetCutOffAngle_DEG(float aAngle) noexcept {
   const float angle = std::fabs(aAngle);
@@ -72,14 +73,14 @@ HRESULT GLLight::SetCutOffAngle_DEG(float aAngle) noexcept {
   return S_OK;
 }
 
-HRESULT GLLight::GetSpotExponent(float* aExponent) noexcept { return Give(aExponent, m_fSpotExponent); }
+HRESULT GLLight::GetSpotExponent(float* aExponent) noexcept { return Output(aExponent, m_fSpotExponent); }
 
 HRESULT GLLight::SetSpotExponent(float aExponent) noexcept {
   m_fSpotExponent = Limit(aExponent, 0.0f, 128.0f);
   return S_OK;
 }
 
-HRESULT GLLight::GetConstantAttenuation(float* aAtt) noexcept { return Give(aAtt, m_fConstantAttenuation); }
+HRESULT GLLight::GetConstantAttenuation(float* aAtt) noexcept { return Output(aAtt, m_fConstantAttenuation); }
 
 HRESULT GLLight::SetConstantAttenuation(float aAtt) noexcept {
   if (!(aAtt > 0.0f)) return E_GL_BADVALUE;  // written this way to reject NaN
@@ -87,14 +88,16 @@ HRESULT GLLight::SetConstantAttenuation(float aAtt) noexcept {
   return S_OK;
 }
 
-HRESULT GLLight::GetLinearAttenuation(float* aAtt) noexcept { return Give(aAtt, m_fLinearAttenuation); }
+HRESULT GLLight::GetLinearAttenuation(float* aAtt) noexcept { return Output(aAtt, m_fLinearAttenuation); }
 
 HRESULT GLLight::SetLinearAttenuation(float aAtt) noexcept {
   m_fLinearAttenuation = Limit(aAtt, 0.0f, kUnlimited);
   return S_OK;
 }
 
-HRESULT GLLight::GetQuadraticAttenuation(float* aAtt) noexcept { return Give(aAtt, m_fQuadraticAttenuation); }
+HRESULT GLLight::GetQuadraticAttenuation(float* aAtt) noexcept {
+  return Output(aAtt, m_fQuadraticAttenuation);
+}
 
 HRESULT GLLight::SetQuadraticAttenuation(float aAtt) noexcept {
   m_fQuadraticAttenuation = Limit(aAtt, 0.0f, kUnlimited);
@@ -107,11 +110,7 @@ GLPtr<IGLCoord> GLLight::Coord() noexcept {
   return m_pCoord;
 }
 
-HRESULT GLLight::GetCoord(IGLCoord** aCS) noexcept {
-  if (aCS == nullptr) return E_INVALIDARG;
-  *aCS = Coord().Detach();
-  return S_OK;
-}
+HRESULT GLLight::GetCoord(IGLCoord** aCS) noexcept { return OutputObject(aCS, Coord()); }
 
 HRESULT GLLight::AttachCoord(IGLCoord* aCS) noexcept {
   if (aCS == nullptr) return E_INVALIDARG;
@@ -121,7 +120,7 @@ HRESULT GLLight::AttachCoord(IGLCoord* aCS) noexcept {
   return S_OK;
 }
 
-HRESULT GLLight::GetDirection(GLDATA_POINT* aVector) noexcept { return Give(aVector, m_sDirection); }
+HRESULT GLLight::GetDirection(GLDATA_POINT* aVector) noexcept { return Output(aVector, m_sDirection); }
 
 /// Stores the direction and the rotation from the +z axis to the direction that the light comes from. The
 /// rotation is computed from a scaled vector, to avoid overflow. A vector with infinite components is

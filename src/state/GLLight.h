@@ -7,7 +7,7 @@
 #include <gllib/IGLCoord.h>
 #include <gllib/IGLLight.h>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "platform/GL.h"
 #include "state/LightNumbers.h"
 #include "thread/PCriticalSection.h"

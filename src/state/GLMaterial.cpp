@@ -3,7 +3,8 @@
 #include "state/GLMaterial.h"
 
 #include "component/Catalogue.h"
-#include "state/Properties.h"
+#include "component/Output.h"
+#include "component/Values.h"
 
 HRESULT CreateGLMaterial(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLMaterial>(aOuter, riid, ppv);
@@ -11,7 +12,7 @@ HRESULT CreateGLMaterial(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
 
 HRESULT GLMaterial::Get(LONG aFront, RelaxedColor Record::*aColor, GLDATA_RGBA* aRef) const noexcept {
   const Record& record = aFront != 0 ? m_sFront : m_sBack;
-  return Give(aRef, record.*aColor);
+  return Output(aRef, record.*aColor);
 }
 
 HRESULT GLMaterial::Set(LONG aFront, RelaxedColor Record::*aColor, const GLDATA_RGBA* aRef) noexcept {
@@ -45,7 +46,7 @@ HRESULT GLMaterial::SetEmissionLight(LONG aFront, GLDATA_RGBA* aRef) noexcept {
 }
 
 HRESULT GLMaterial::GetShininess(LONG aFront, float* aValue) noexcept {
-  return Give(aValue, m_afShininess[aFront != 0 ? 0 : 1]);
+  return Output(aValue, m_afShininess[aFront != 0 ? 0 : 1]);
 }
 
 HRESULT GLMaterial::SetShininess(LONG aFront, float aValue) noexcept {
@@ -63,7 +64,7 @@ HRESULT GLMaterial::EnableDrawMode(eGLMatDrawMode aMode, LONG aEnable) noexcept 
 }
 
 HRESULT GLMaterial::IsDrawModeEnabled(eGLMatDrawMode aMode, LONG* aEnabled) noexcept {
-  return Give(aEnabled, (m_iDrawMode & static_cast<int>(aMode)) != 0);
+  return Output(aEnabled, (m_iDrawMode & static_cast<int>(aMode)) != 0);
 }
 
-HRESULT GLMaterial::GetDrawMode(int* aMode) noexcept { return Give(aMode, m_iDrawMode.load()); }
+HRESULT GLMaterial::GetDrawMode(int* aMode) noexcept { return Output(aMode, m_iDrawMode.load()); }

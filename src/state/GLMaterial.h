@@ -7,7 +7,7 @@
 
 #include <atomic>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "thread/Relaxed.h"
 
 class GLMaterial final : public GLObject<GLMaterial, IGLMaterial> {

@@ -4,9 +4,10 @@
 #pragma once
 
 #include <atomic>
-#include <mutex>
 #include <thread>
+#include <utility>
 
+#include "platform/FifoMutex.h"
 #include "platform/ProcessIdentity.h"
 
 /// A recursive lock. Waiting threads enter in FIFO order, and before the last holder can enter again. So a
@@ -34,24 +35,31 @@ class PCriticalSection {
   }
 
  private:
-  struct Waiter;
   void Renew() noexcept;
+  void NoteEntered() noexcept;
 
-  std::mutex m_Gate;                               // guards the queue and changes of the holder
-  std::atomic<std::thread::id> m_Holder{};         // a thread reads its own id here only if it holds the lock
-  int m_iEntries = 0;                              // Enter calls without a matching Leave
-  Waiter *m_pFirst = nullptr, *m_pLast = nullptr;  // waiting threads, in the order of arrival
+  FifoMutex m_Mutex;
+  std::atomic<std::thread::id> m_Holder{};  // a thread reads its own id here only if it holds the lock
+  int m_iEntries = 0;                       // Enter calls without a matching Leave
   std::atomic<unsigned> m_uProcess{ProcessGeneration()};
 };
 
-/// Holds a lock for the length of a scope.
+/// Holds a lock for the length of a scope, or until Release.
 class PLock {
  public:
-  explicit PLock(PCriticalSection& aSection) noexcept : m_Section(aSection) { m_Section.Enter(); }
-  ~PLock() { m_Section.Leave(); }
+  explicit PLock(PCriticalSection& aSection) noexcept : PLock(&aSection) {}
+  /// With null it holds nothing.
+  explicit PLock(PCriticalSection* aSection) noexcept : m_pSection(aSection) {
+    if (m_pSection != nullptr) m_pSection->Enter();
+  }
+  ~PLock() { Release(); }
   PLock(const PLock&) = delete;
   PLock& operator=(const PLock&) = delete;
 
+  void Release() noexcept {
+    if (PCriticalSection* held = std::exchange(m_pSection, nullptr)) held->Leave();
+  }
+
  private:
-  PCriticalSection& m_Section;
+  PCriticalSection* m_pSection;
 };

@@ -1,5 +1,5 @@
 // PEvent: a task that a thread posts to a worker thread, which runs it between two cycles.
-// Any thread may create an event. Only the worker calls Run. m_bKeep decides which thread drops the event.
+// Any thread may create an event. Only the worker calls Run. The lifetime decides which thread drops it.
 
 #pragma once
 
@@ -12,7 +12,15 @@ class PEvent {
   PEvent(const PEvent&) = delete;
   PEvent& operator=(const PEvent&) = delete;
 
-  virtual void SetActive(bool aActive) { m_bActive = aActive; }
+  /// Who drops an event.
+  enum class Lifetime {
+    kOneRun,    ///< the worker drops the event after its turn, also if it was not active
+    kReusable,  ///< the event stays in the queue until its poster removes it. It starts inactive. Its Run
+                ///< deactivates it, so that later passes skip it.
+  };
+
+  void Activate() noexcept { m_bActive = true; }
+  void Deactivate() noexcept { m_bActive = false; }
   /// Does the work. Called on the worker. It may post further events, which run in the next cycle. It must
   /// not wait for a lock or result of a thread that is waiting for the worker. Throws nothing.
   virtual void Run() = 0;
@@ -24,13 +32,11 @@ class PEvent {
   const void* const m_pOwner;
   /// Whether the event still has to run.
   std::atomic<bool> m_bActive;
-  /// False: the worker drops the event after its turn, also if it was not active. True: the event stays in
-  /// the queue until its poster removes it. Its Run then clears m_bActive, so that later passes skip it.
-  const bool m_bKeep;
+  const Lifetime m_Lifetime;
 
  protected:
-  PEvent(const void* aOwner, bool aActive, bool aKeep) noexcept
-      : m_pOwner(aOwner), m_bActive(aActive), m_bKeep(aKeep) {}
+  PEvent(const void* aOwner, Lifetime aLifetime) noexcept
+      : m_pOwner(aOwner), m_bActive(aLifetime == Lifetime::kOneRun), m_Lifetime(aLifetime) {}
 
  private:
   friend class PThread;

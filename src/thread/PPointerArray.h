@@ -1,16 +1,12 @@
-// PPointerArray: pointers in numbered slots; a free slot is null. It owns the slots, but not the objects that
-// the pointers refer to.
+// PPointerArray: a set of pointers to objects that it does not own. Each is in the lowest slot that was free.
 // Any thread if the array has a lock; otherwise its owner guards it.
 
 #pragma once
 
 #include <algorithm>
-#include <memory>
-#include <new>
-#include <optional>
-#include <utility>
 
 #include "thread/PCriticalSection.h"
+#include "thread/PSlots.h"
 
 /// An element keeps its slot until it is removed or Pack moves it. A walk follows slot numbers, so elements
 /// may be removed during a walk.
@@ -27,34 +23,33 @@ class PPointerArray {
   /// Stores a pointer in the lowest free slot.
   /// @return false for null, for a pointer that is already present, and if memory is insufficient
   bool Add(T* aPointer) noexcept {
-    const Hold hold(m_pLock);
-    if (aPointer == nullptr || SlotOf(aPointer) < m_iSlots) return false;
-    const int slot = SlotOf(nullptr);
-    if (slot == m_iSlots && !Resize(m_iSlots + kGrowBy)) return false;
-    m_ppSlots[slot] = aPointer;
+    const PLock lock(m_pLock);
+    if (aPointer == nullptr || Contains(aPointer)) return false;
+    const int slot = m_Slots.Find(nullptr);
+    if (slot == m_Slots.Size() && !m_Slots.Resize(slot + kGrowBy)) return false;
+    m_Slots[slot] = aPointer;
     return true;
   }
 
   /// Frees the slot of a pointer. The array keeps its size.
   /// @return false if the pointer is not present
   bool Remove(const T* aPointer) noexcept {
-    const Hold hold(m_pLock);
-    if (aPointer == nullptr) return false;
-    const int slot = SlotOf(aPointer);
-    if (slot == m_iSlots) return false;
-    m_ppSlots[slot] = nullptr;
+    const PLock lock(m_pLock);
+    const int slot = m_Slots.Find(aPointer);
+    if (aPointer == nullptr || slot == m_Slots.Size()) return false;
+    m_Slots[slot] = nullptr;
     return true;
   }
 
   bool Has(const T* aPointer) const noexcept {
-    const Hold hold(m_pLock);
-    return aPointer != nullptr && SlotOf(aPointer) < m_iSlots;
+    const PLock lock(m_pLock);
+    return aPointer != nullptr && Contains(aPointer);
   }
 
   /// Returns the element in the lowest occupied slot; null if there is none.
   /// @param aPosition receives its slot number; the number of slots if there is none
   T* GetFirst(int& aPosition) const noexcept {
-    const Hold hold(m_pLock);
+    const PLock lock(m_pLock);
     aPosition = -1;
     return Step(aPosition);
   }
@@ -62,67 +57,40 @@ class PPointerArray {
   /// Returns the element in the next occupied slot above aPosition; null if there is none or aPosition is
   /// negative.
   T* GetNext(int& aPosition) const noexcept {
-    const Hold hold(m_pLock);
+    const PLock lock(m_pLock);
     return aPosition < 0 ? nullptr : Step(aPosition);
   }
 
   /// Returns the number of occupied slots.
   int GetCount() const noexcept {
-    const Hold hold(m_pLock);
-    return m_iSlots - static_cast<int>(std::count(begin(), end(), nullptr));
+    const PLock lock(m_pLock);
+    return m_Slots.Size() - static_cast<int>(std::count(m_Slots.begin(), m_Slots.end(), nullptr));
   }
 
   /// Returns the number of slots, a multiple of 10.
   int GetSlots() const noexcept {
-    const Hold hold(m_pLock);
-    return m_iSlots;
+    const PLock lock(m_pLock);
+    return m_Slots.Size();
   }
 
   /// Frees memory if at least 10 slots are free. Elements move to lower slots and keep their order.
   void Pack() noexcept {
-    const Hold hold(m_pLock);
+    const PLock lock(m_pLock);
     const int used = GetCount();
     if (used == 0) {
-      m_ppSlots.reset();
-      m_iSlots = 0;
-    } else if (m_iSlots - used >= kGrowBy) {
-      std::fill(std::remove(begin(), end(), nullptr), end(), nullptr);
-      Resize((used + kGrowBy - 1) / kGrowBy * kGrowBy);
+      PSlots<T>().Swap(m_Slots);
+    } else if (m_Slots.Size() - used >= kGrowBy) {
+      std::fill(std::remove(m_Slots.begin(), m_Slots.end(), nullptr), m_Slots.end(), nullptr);
+      m_Slots.Resize((used + kGrowBy - 1) / kGrowBy * kGrowBy);
     }
   }
 
  private:
-  class Hold {
-   public:
-    explicit Hold(PCriticalSection* aLock) noexcept {
-      if (aLock != nullptr) m_Lock.emplace(*aLock);
-    }
-
-   private:
-    std::optional<PLock> m_Lock;
-  };
-
-  T** begin() const noexcept { return m_ppSlots.get(); }
-  T** end() const noexcept { return m_ppSlots.get() + m_iSlots; }
-  int SlotOf(const T* aPointer) const noexcept {
-    return static_cast<int>(std::find(begin(), end(), aPointer) - begin());
-  }
+  bool Contains(const T* aPointer) const noexcept { return m_Slots.Find(aPointer) < m_Slots.Size(); }
   T* Step(int& aPosition) const noexcept {
-    while (aPosition < m_iSlots && ++aPosition < m_iSlots) {
-      if (m_ppSlots[aPosition] != nullptr) return m_ppSlots[aPosition];
-    }
-    return nullptr;
-  }
-  bool Resize(int aSlots) noexcept {
-    std::unique_ptr<T*[]> slots(new (std::nothrow) T*[static_cast<std::size_t>(aSlots)]());
-    if (slots == nullptr) return false;
-    std::copy_n(begin(), std::min(aSlots, m_iSlots), slots.get());
-    m_ppSlots = std::move(slots);
-    m_iSlots = aSlots;
-    return true;
+    return aPosition < m_Slots.Size() ? m_Slots.Walk(aPosition, 1) : nullptr;
   }
 
-  int m_iSlots = 0;
-  std::unique_ptr<T*[]> m_ppSlots;
+  PSlots<T> m_Slots;
   PCriticalSection* const m_pLock;
 };

@@ -14,13 +14,14 @@ PThread::PThread(CycleFunction pfnCycle, void* pArg, Function pfnEnd, PClock& aC
 
 PThread::~PThread() { Stop(); }
 
-bool PThread::Start(DWORD aPreferredCycle, DWORD aMustSleepCycle, int aPriority, bool aSuspended) noexcept {
+bool PThread::Start(DWORD aPreferredCycle, DWORD aMustSleepCycle, int aPriority,
+                    FirstCycle aFirstCycle) noexcept {
   const PLock one(m_StopLock);
   if (m_Thread.joinable() || m_dwFlags != 0) return false;
   m_iPriority = aPriority;
   m_dwPreferredCycle = aPreferredCycle;
   m_dwMustSleepCycle = aMustSleepCycle;
-  m_bHeldBack = aSuspended;
+  m_bHeldBack = aFirstCycle == FirstCycle::kAfterResume;
   try {
     m_Thread = StartThread([this] { Body(); });
   } catch (...) {  // no thread could be created, or memory is insufficient

@@ -66,10 +66,11 @@ class PThread {
   /// Stops the thread. Must not run on the worker.
   ~PThread();
 
+  enum class FirstCycle { kAtOnce, kAfterResume };
   /// Creates the thread. Succeeds at most once per object.
-  /// @param aSuspended whether the worker waits for Resume before its first cycle
   /// @return false if the system creates no thread, or after an earlier Start or Stop
-  bool Start(DWORD aPreferredCycle, DWORD aMustSleepCycle, int aPriority, bool aSuspended) noexcept;
+  bool Start(DWORD aPreferredCycle, DWORD aMustSleepCycle, int aPriority,
+             FirstCycle aFirstCycle = FirstCycle::kAtOnce) noexcept;
   /// Ends the thread at its next cycle, interrupts its waits, and waits for its end. Then drops the remaining
   /// events, kept events included. Any thread, any number of times. The caller must not hold a lock that the
   /// cycle may need. On the worker, Stop only requests the end.

@@ -37,7 +37,7 @@ bool PThread::TakeEvents() noexcept {
   int position = 0;
   for (PEvent* event = m_Events.GetFirst(position); event != nullptr; event = m_Events.GetNext(position)) {
     if (!m_Pass.Add(event)) break;  // insufficient memory: the other events wait for the next pass
-    if (!event->m_bKeep) m_Events.Remove(event);
+    if (event->m_Lifetime == PEvent::Lifetime::kOneRun) m_Events.Remove(event);
   }
   GiveBack(m_Events);
   return m_Pass.GetCount() != 0;
@@ -62,7 +62,8 @@ void PThread::RunNextEvent(int& aPosition, PEvent*& aEvent) noexcept {
     }
     m_Pass.Remove(aEvent);
   }
-  bool drop = !aEvent->m_bKeep;  // the poster may delete a kept event as soon as Run returns
+  bool drop = aEvent->m_Lifetime ==
+              PEvent::Lifetime::kOneRun;  // the poster may delete a kept event as soon as Run returns
   if (aEvent->m_bActive) aEvent->Run();
   {
     const PLock queue(m_QueueLock);

@@ -5,7 +5,8 @@
 #include <utility>
 
 #include "component/Catalogue.h"
-#include "diagnostics/GLErrors.h"
+#include "component/Output.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/GL.h"
 #include "view/lists/ListRecorder.h"
 
@@ -111,8 +112,4 @@ HRESULT GLCanvas::SetSelectionMode(LONG bValue) noexcept {
   return S_OK;
 }
 
-HRESULT GLCanvas::GetSelectionMode(LONG* pbValue) noexcept {
-  if (pbValue == nullptr) return E_INVALIDARG;
-  *pbValue = m_bSelectionMode;
-  return S_OK;
-}
+HRESULT GLCanvas::GetSelectionMode(LONG* pbValue) noexcept { return Output(pbValue, m_bSelectionMode); }

@@ -11,8 +11,8 @@
 #include <array>
 #include <deque>
 
-#include "component/Object.h"
-#include "component/SiteLink.h"
+#include "component/GLObject.h"
+#include "component/GLSiteLink.h"
 #include "thread/Relaxed.h"
 
 class ListRecorder;

@@ -3,7 +3,8 @@
 
 #include <utility>
 
-#include "diagnostics/GLErrors.h"
+#include "component/Output.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/GL.h"
 #include "state/GLDrawAttr.h"
 #include "view/GLCanvas.h"
@@ -154,13 +155,9 @@ HRESULT GLCanvas::SetMaterial(IGLMaterial* aMaterial) noexcept {
 }
 
 HRESULT GLCanvas::GetDrawAttributes(IGLDrawAttr** aI) noexcept {
-  if (aI == nullptr) return E_INVALIDARG;
-  *aI = GLPtr<IGLDrawAttr>(m_pCurrentDrawAttr).Detach();
-  return S_OK;
+  return OutputObject(aI, m_pCurrentDrawAttr);
 }
 
 HRESULT GLCanvas::GetMaterial(IGLMaterial** aMaterial) noexcept {
-  if (aMaterial == nullptr) return E_INVALIDARG;
-  *aMaterial = GLPtr<IGLMaterial>(m_pCurrentMaterial).Detach();
-  return S_OK;
+  return OutputObject(aMaterial, m_pCurrentMaterial);
 }

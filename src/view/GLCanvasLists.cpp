@@ -1,7 +1,7 @@
 // GLCanvas: compiled lists. The context stores them under list keys. Draw thread.
 
-#include "component/ContextSite.h"
-#include "diagnostics/GLErrors.h"
+#include "component/GLContextSite.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "view/GLCanvas.h"
 
 namespace {

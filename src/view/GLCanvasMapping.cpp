@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "component/ContextSite.h"
+#include "component/GLContextSite.h"
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
 

@@ -3,8 +3,8 @@
 // The 6d operations change the matrix that is selected. All others select GL_MODELVIEW or GL_PROJECTION.
 // Those that select GL_PROJECTION restore the mode, or select GL_MODELVIEW after a push or pop.
 
-#include "component/ContextSite.h"
-#include "diagnostics/GLErrors.h"
+#include "component/GLContextSite.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "geometry/GMatrix.h"
 #include "geometry/Geometry.h"
 #include "platform/GL.h"

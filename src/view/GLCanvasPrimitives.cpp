@@ -2,7 +2,7 @@
 // These operations may run a million times per frame, so each makes one GL call. They also report vertices,
 // names and hit state to the recorder of an open list. Coordinates and normals are converted to float here.
 
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
 #include "view/lists/ListRecorder.h"

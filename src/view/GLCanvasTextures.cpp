@@ -1,7 +1,7 @@
 // GLCanvas: textures. The arguments are passed to GL unchanged. Draw thread.
 // The enumerations have GL's values. Parameters for byte and value counts are ignored, since GL takes none.
 
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/GL.h"
 #include "view/GLCanvas.h"
 

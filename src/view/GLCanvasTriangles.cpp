@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "component/Output.h"
 #include "geometry/GPlane.h"
 #include "geometry/GPoint.h"
 #include "view/GLCanvas.h"
@@ -81,9 +82,7 @@ HRESULT GLCanvas::ClearTransparentTriangles() noexcept {
 }
 
 HRESULT GLCanvas::GetNumTransparentTriangles(LONG* plCount) noexcept {
-  if (plCount == nullptr) return E_INVALIDARG;
-  *plCount = static_cast<LONG>(m_lstCentroids.size());
-  return S_OK;
+  return Output(plCount, m_lstCentroids.size());
 }
 
 HRESULT GLCanvas::GetTransparentTriangles(LONG lOffset, LONG lCount,

@@ -10,8 +10,8 @@
 #include "component/Catalogue.h"
 #include "component/CreateObject.h"
 #include "component/Module.h"
+#include "component/Output.h"
 #include "component/Values.h"
-#include "state/Properties.h"
 
 HRESULT CreateGLViewer(IUnknown* aOuter, REFIID riid, void** ppv) noexcept {
   return CreateGLObject<GLViewer>(aOuter, riid, ppv);
@@ -31,44 +31,46 @@ HRESULT GLViewer::Show(LONG aShow) noexcept {
   return S_OK;
 }
 
-HRESULT GLViewer::IsVisible(LONG* aVisible) noexcept { return Give(aVisible, m_bVisible); }
+HRESULT GLViewer::IsVisible(LONG* aVisible) noexcept { return Output(aVisible, m_bVisible); }
 
 HRESULT GLViewer::SetOrtho(LONG aOrtho) noexcept {
   m_bOrtho = aOrtho != 0;
   return S_OK;
 }
 
-HRESULT GLViewer::IsOrtho(LONG* aOrtho) noexcept { return Give(aOrtho, m_bOrtho); }
+HRESULT GLViewer::IsOrtho(LONG* aOrtho) noexcept { return Output(aOrtho, m_bOrtho); }
 
 HRESULT GLViewer::ShowGauges(LONG aShow) noexcept {
   m_bGaugesVisible = aShow != 0;
   return S_OK;
 }
 
-HRESULT GLViewer::AreGaugesVisible(LONG* aVisible) noexcept { return Give(aVisible, m_bGaugesVisible); }
+HRESULT GLViewer::AreGaugesVisible(LONG* aVisible) noexcept { return Output(aVisible, m_bGaugesVisible); }
 
 HRESULT GLViewer::Clip(LONG aClip) noexcept {
   m_bClipped = aClip != 0;
   return S_OK;
 }
 
-HRESULT GLViewer::IsClipped(LONG* aClipped) noexcept { return Give(aClipped, m_bClipped); }
+HRESULT GLViewer::IsClipped(LONG* aClipped) noexcept { return Output(aClipped, m_bClipped); }
 
 HRESULT GLViewer::ScaleClip(LONG aScale) noexcept {
   m_bClipScaled = aScale != 0;
   return S_OK;
 }
 
-HRESULT GLViewer::IsClipScaled(LONG* aScaled) noexcept { return Give(aScaled, m_bClipScaled); }
+HRESULT GLViewer::IsClipScaled(LONG* aScaled) noexcept { return Output(aScaled, m_bClipScaled); }
 
 HRESULT GLViewer::ShowClipFrame(LONG aShow) noexcept {
   m_bClipFrameVisible = aShow != 0;
   return S_OK;
 }
 
-HRESULT GLViewer::IsClipFrameVisible(LONG* aVisible) noexcept { return Give(aVisible, m_bClipFrameVisible); }
+HRESULT GLViewer::IsClipFrameVisible(LONG* aVisible) noexcept {
+  return Output(aVisible, m_bClipFrameVisible);
+}
 
-HRESULT GLViewer::GetEyeFovy_DEG(double* aFovy) noexcept { return Give(aFovy, m_dEyeFovy); }
+HRESULT GLViewer::GetEyeFovy_DEG(double* aFovy) noexcept { return Output(aFovy, m_dEyeFovy); }
 
 // The range checks below are written so that NaN is rejected too.
 
@@ -78,9 +80,9 @@ HRESULT GLViewer::SetEyeFovy_DEG(double aFovy) noexcept {
   return S_OK;
 }
 
-HRESULT GLViewer::GetEyeZNear(double* aValue) noexcept { return Give(aValue, m_dEyeZNear); }
+HRESULT GLViewer::GetEyeZNear(double* aValue) noexcept { return Output(aValue, m_dEyeZNear); }
 
-HRESULT GLViewer::GetEyeZFar(double* aValue) noexcept { return Give(aValue, m_dEyeZFar); }
+HRESULT GLViewer::GetEyeZFar(double* aValue) noexcept { return Output(aValue, m_dEyeZFar); }
 
 HRESULT GLViewer::SetEyeZNearAndFar(double aNear, double aFar) noexcept {
   if (!(aNear > 0.0 && aFar > aNear)) return E_GL_BADVALUE;
@@ -89,7 +91,7 @@ HRESULT GLViewer::SetEyeZNearAndFar(double aNear, double aFar) noexcept {
   return S_OK;
 }
 
-HRESULT GLViewer::GetEyeAspect(double* aValue) noexcept { return Give(aValue, m_dEyeAspect); }
+HRESULT GLViewer::GetEyeAspect(double* aValue) noexcept { return Output(aValue, m_dEyeAspect); }
 
 HRESULT GLViewer::SetEyeAspect(double aValue) noexcept {
   if (!(aValue > 0.0)) return E_GL_BADVALUE;
@@ -98,10 +100,7 @@ HRESULT GLViewer::SetEyeAspect(double aValue) noexcept {
 }
 
 HRESULT GLViewer::GetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexcept {
-  if (aMin == nullptr || aMax == nullptr) return E_INVALIDARG;
-  *aMin = m_sOrthoMin;
-  *aMax = m_sOrthoMax;
-  return S_OK;
+  return Output(aMin, m_sOrthoMin, aMax, m_sOrthoMax);
 }
 
 HRESULT GLViewer::SetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexcept {
@@ -116,13 +115,13 @@ HRESULT GLViewer::SetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexce
   return S_OK;
 }
 
-HRESULT GLViewer::GetClipX(int* aValue) noexcept { return Give(aValue, m_iClipX); }
+HRESULT GLViewer::GetClipX(int* aValue) noexcept { return Output(aValue, m_iClipX); }
 
-HRESULT GLViewer::GetClipY(int* aValue) noexcept { return Give(aValue, m_iClipY); }
+HRESULT GLViewer::GetClipY(int* aValue) noexcept { return Output(aValue, m_iClipY); }
 
-HRESULT GLViewer::GetClipWidth(int* aValue) noexcept { return Give(aValue, m_iClipWidth); }
+HRESULT GLViewer::GetClipWidth(int* aValue) noexcept { return Output(aValue, m_iClipWidth); }
 
-HRESULT GLViewer::GetClipHeight(int* aValue) noexcept { return Give(aValue, m_iClipHeight); }
+HRESULT GLViewer::GetClipHeight(int* aValue) noexcept { return Output(aValue, m_iClipHeight); }
 
 HRESULT GLViewer::SetClipRectangle(int aX, int aY, int aWidth, int aHeight) noexcept {
   if (aX < 0 || aY < 0 || aWidth <= 0 || aHeight <= 0) return E_GL_BADVALUE;
@@ -133,7 +132,7 @@ HRESULT GLViewer::SetClipRectangle(int aX, int aY, int aWidth, int aHeight) noex
   return S_OK;
 }
 
-HRESULT GLViewer::GetFrameColor(GLDATA_RGBA* aColor) noexcept { return Give(aColor, m_sFrameColor); }
+HRESULT GLViewer::GetFrameColor(GLDATA_RGBA* aColor) noexcept { return Output(aColor, m_sFrameColor); }
 
 HRESULT GLViewer::SetFrameColor(GLDATA_RGBA* aColor) noexcept {
   if (aColor == nullptr) return E_INVALIDARG;
@@ -141,7 +140,7 @@ HRESULT GLViewer::SetFrameColor(GLDATA_RGBA* aColor) noexcept {
   return S_OK;
 }
 
-HRESULT GLViewer::GetFrameThickness(float* aValue) noexcept { return Give(aValue, m_fFrameThickness); }
+HRESULT GLViewer::GetFrameThickness(float* aValue) noexcept { return Output(aValue, m_fFrameThickness); }
 
 HRESULT GLViewer::SetFrameThickness(float aValue) noexcept {
   // Limits of the point size, not of the line width that draws the frame: existing hosts expect these limits.
@@ -149,7 +148,7 @@ HRESULT GLViewer::SetFrameThickness(float aValue) noexcept {
   return S_OK;
 }
 
-HRESULT GLViewer::GetFrameOffset(float* aValue) noexcept { return Give(aValue, m_fFrameOffset); }
+HRESULT GLViewer::GetFrameOffset(float* aValue) noexcept { return Output(aValue, m_fFrameOffset); }
 
 HRESULT GLViewer::SetFrameOffset(float aValue) noexcept {
   if (!(aValue >= 0.0f && aValue < 1.0f)) return E_GL_BADVALUE;
@@ -180,13 +179,27 @@ HRESULT GLViewer::EnumGauges(IGLCollection* aColl) noexcept {
   return m_pGauges->CopyTo(aColl);
 }
 
-HRESULT GLViewer::GetCoord(IGLCoord** aCS) noexcept {
-  if (aCS == nullptr) return E_INVALIDARG;
-  *aCS = GLPtr<IGLCoord>(m_pCoord).Detach();
-  return S_OK;
+HRESULT GLViewer::GetCoord(IGLCoord** aCS) noexcept { return OutputObject(aCS, m_pCoord); }
+
+ViewSetup GLViewer::Setup(int aWidth, int aHeight) noexcept {
+  ViewSetup setup;
+  const ViewSetup::Rectangle whole{0, 0, aWidth, aHeight};
+  const ViewSetup::Rectangle clip{m_iClipX, m_iClipY, m_iClipWidth, m_iClipHeight};
+  setup.m_bClipped = m_bClipped;
+  setup.m_Visible = setup.m_bClipped ? clip : whole;
+  setup.m_Viewport = setup.m_bClipped && m_bClipScaled ? clip : whole;
+  setup.m_bOrtho = m_bOrtho;
+  setup.m_sLow = m_sOrthoMin;
+  setup.m_sHigh = m_sOrthoMax;
+  setup.m_dFovy = m_dEyeFovy;
+  setup.m_dAspect = m_dEyeAspect;
+  setup.m_dNear = m_dEyeZNear;
+  setup.m_dFar = m_dEyeZFar;
+  m_pCoord->GetMatrix6d(&setup.m_sEye);
+  return setup;
 }
 
-HRESULT GLViewer::GetShowAxes(LONG* pbShowAxes) noexcept { return Give(pbShowAxes, m_bShowAxes); }
+HRESULT GLViewer::GetShowAxes(LONG* pbShowAxes) noexcept { return Output(pbShowAxes, m_bShowAxes); }
 
 HRESULT GLViewer::SetShowAxes(LONG bShowAxes) noexcept {
   m_bShowAxes = bShowAxes != 0;

@@ -1,5 +1,6 @@
 // GLViewer: one view of a context: eye, projection, clip rectangle with its frame, gauges, axes.
-// Host threads set the values; the draw thread runs the two passes. Each member is atomic, the whole is not.
+// Host threads set the values; the draw thread reads them in each pass. Each member is atomic, the whole is
+// not.
 
 #pragma once
 
@@ -9,8 +10,9 @@
 #include <gllib/IGLViewer.h>
 #include <gllib/IGLViewerGauge.h>
 
-#include "component/Object.h"
+#include "component/GLObject.h"
 #include "thread/Relaxed.h"
+#include "view/ViewSetup.h"
 
 class GLContextSite;
 struct IGLCanvas;
@@ -67,12 +69,10 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
   HRESULT GetShowAxes(LONG* pbShowAxes) noexcept override;
   HRESULT SetShowAxes(LONG bShowAxes) noexcept override;
 
-  /// Target of a pass: the window, or another picture. The point conversions use the aspect of the window.
-  enum class Target { kWindow, kPicture };
-  /// Runs the projection pass: sets scissor, viewport and projection for a target of aWidth x aHeight pixels,
-  /// and clears. Draw thread, with the identity loaded in GL_PROJECTION, which is selected. Selects
-  /// GL_MODELVIEW at the end.
-  void PrepareProjection(int aWidth, int aHeight, Target aTarget) noexcept;
+  /// Returns a copy of the values that a pass on a window or picture of aWidth x aHeight pixels draws with.
+  ViewSetup Setup(int aWidth, int aHeight) noexcept;
+  /// Sets the aspect of the window's view, which the point conversions use. Draw thread.
+  void NoteWindowAspect(double aAspect) noexcept { m_dWindowAspect = aAspect; }
 
   /// Runs the overlay pass: draws clip frame, gauges and axes. Draw thread, after the painter.
   void DrawOverlay(IGLCanvas* aCanvas, IGLContext* aContext, const GLContextSite& aSite) noexcept;

@@ -8,6 +8,7 @@
 #include "geometry/GLine.h"
 #include "geometry/GPlane.h"
 #include "geometry/GPoint.h"
+#include "view/AspectFit.h"
 #include "view/GLViewer.h"
 
 namespace {
@@ -27,8 +28,7 @@ GPoint AlongSight(double aEye, const GPoint& aTarget, double aZ) noexcept {
 
 // Returns the distance of the eye from the screen plane; not finite for a field of view of 0.
 double GLViewer::EyeDistance() const noexcept {
-  const double aspect = m_dWindowAspect;
-  const double halfHeight = 1.0 > aspect ? 1.0 / aspect : 1.0;
+  const double halfHeight = 1.0 / AspectFit(m_dWindowAspect).m_dHeight;
   return halfHeight / (std::tan(kRadiansFromDegrees * 0.5 * m_dEyeFovy) * m_dEyeAspect);
 }
 

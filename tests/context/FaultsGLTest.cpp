@@ -193,7 +193,8 @@ TEST(Faults, OfTheFirstRenderingContextsDelayASuspension) {
   const auto context = GLCreate<IGLContext>(CLSID_GLContext);
   const auto suspension = context.As<IGLContext12>();
   std::thread host([&] {
-    EXPECT_TRUE(Eventually([&] { return display->m_iRefusedContexts < 4; }));
+    // The probe for multisample formats may take the first refusal, before the draw thread exists.
+    EXPECT_TRUE(Eventually([&] { return display->m_iRefusedContexts < 3; }));
     EXPECT_EQ(suspension->SuspendDrawThread(), S_OK);
   });
   EXPECT_EQ(context->Initialize(0), S_OK);

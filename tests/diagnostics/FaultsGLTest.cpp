@@ -3,7 +3,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "component/Module.h"
 #include "context/window/PixelFormatSelection.h"
+#include "context/window/StartLimit.h"
+#include "support/BitmapFiles.h"
 #include "support/Counting.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
@@ -20,6 +23,28 @@ class RefusingDisplay final : public ScriptedDisplay {
   }
   std::atomic<bool> m_bRefuses{false};
 };
+
+constexpr auto kShortStart = std::chrono::seconds(2);  // instead of 10 s
+
+/// Refuses a rendering context only after Initialize has stopped waiting for it.
+class SlowDisplay final : public ScriptedDisplay {
+ public:
+  std::unique_ptr<DrawContext> MakeContext(const DisplayFormat&) noexcept override {
+    std::this_thread::sleep_for(2 * kShortStart);
+    return nullptr;
+  }
+};
+
+/// Initialises a context on a display that creates no rendering context in time.
+void StartOn(const std::shared_ptr<ScriptedDisplay>& aDisplay) {
+  const auto usual = std::exchange(g_LongestStart, kShortStart);
+  SetDisplay(aDisplay);
+  GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0);
+  g_LongestStart = usual;
+}
+
+/// If set, allocations of large images fail.
+std::atomic<bool> g_bNoImages{false};
 
 /// Initialises a context on a display that the caller prepares.
 template <class Prepare>
@@ -38,14 +63,29 @@ const LogCase kCases[] = {
      [] { InitializeOn([](ScriptedDisplay& d) { d.m_bMakesWindows = false; }); }},
     {"error", "Initialize failed: no pixel format could be set",
      [] { InitializeOn([](ScriptedDisplay& d) { d.m_iChosen = 0; }); }},
+    {"error", "Initialize failed: the window class could not be registered",
+     [] {
+       EXPECT_EQ(DllCanUnloadNow(), S_OK);  // no class of the component is registered now
+       WNDCLASSA other{};
+       other.lpszClassName = "GLWindow_Class";
+       other.lpfnWndProc = DefWindowProcA;
+       RegisterClassA(&other);
+       InitializeOn([](ScriptedDisplay&) {});
+       UnregisterClassA(other.lpszClassName, nullptr);
+     }},
+    {"error", "Initialize failed: the draw thread has not begun to draw",
+     [] { StartOn(std::make_shared<SlowDisplay>()); }},
     {"error", "Initialize failed: the driver created no rendering context within 10 s",
-     [] { InitializeOn([](ScriptedDisplay& d) { d.m_iRefusedContexts = 1 << 20; }); }},
+     [] {
+       const auto display = std::make_shared<ScriptedDisplay>();
+       display->m_iRefusedContexts = 1 << 20;
+       StartOn(display);
+     }},
     {"error", "Initialize failed: the rendering context could not be made current within 10 s",
      [] {
        const auto display = std::make_shared<RefusingDisplay>();
        display->m_bRefuses = true;
-       SetDisplay(display);
-       GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0);
+       StartOn(display);
      }},
     {"warning", "the palette of the window cannot be set",
      [] {
@@ -69,6 +109,25 @@ const LogCase kCases[] = {
        display->m_iRefusedContexts = 1;
        painted.context->AttachCapture(capture.Get());
        EXPECT_EQ(capture->Take(), 0);
+     }},
+    {"warning", "a capture failed: the pixmap has no memory for the picture",
+     [] {
+       const FreeContext painted;
+       const auto capture = GLMake<TestCapture>();
+       capture->request.m_fZoom = 64;
+       painted.context->AttachCapture(capture.Get());
+       g_bNoImages = true;
+       EXPECT_EQ(capture->Take(), 0);
+       g_bNoImages = false;
+     }},
+    {"warning", "an image file is not loaded: there is no memory for its pixels",
+     [] {
+       const TestFolder folder;
+       const BitmapBytes image{2048, 2048, 1, Bytes(8), Bytes(2048 * 2048 / 8)};
+       g_bNoImages = true;
+       EXPECT_EQ(LoadFrom(*GLCreate<IGLPixmap>(CLSID_GLPixmap), folder.Put("i", image.File()).u16string()),
+                 E_FAIL);
+       g_bNoImages = false;
      }},
     {"warning", "the rendering context cannot be made current: nothing is drawn",
      [] {
@@ -110,6 +169,12 @@ bool HoldsInChild(Function aFunction) {
 }
 
 }  // namespace
+
+/// Replaces the function of the C library, which the component calls for large images only.
+extern "C" void* aligned_alloc(std::size_t aAlignment, std::size_t aSize) {
+  void* block = nullptr;
+  return g_bNoImages || posix_memalign(&block, aAlignment, aSize) != 0 ? nullptr : block;
+}
 
 TEST(Log, ReportsEachPlatformFaultOnce) {
   for (const LogCase& c : kCases) {
@@ -155,8 +220,8 @@ TEST(Log, ReportsALateDrawThread) {
   const LogLines log(LogLevel::kWarning);
   {
     const FreeContext painted;
-    painted.context->SetDrawThreadPars(0, 5000, 5000);
-    painted.Await(1);  // the draw thread then sleeps for 5 s
+    painted.context->SetDrawThreadPars(0, 4000, 4000);
+    painted.Await(1);  // the draw thread then sleeps for 4 s
   }
   EXPECT_EQ(log.Count("the draw thread did not park within 3 s"), 1) << log.Joined();
 }

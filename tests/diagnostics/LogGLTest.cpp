@@ -3,6 +3,7 @@
 #include <optional>
 #include <regex>
 
+#include "platform/Window.h"
 #include "support/BitmapFiles.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
@@ -93,6 +94,20 @@ const LogCase kCases[] = {
        const FreeContext painted(Compiling()), other;
        painted.Await(2);
        other.context->Initialize(0);
+       painted.Await(2);
+     }},
+    {"info", "1 display lists are discarded, glyphs included: a change of the system's colours",
+     [] {
+       const FreeContext painted(Compiling()), other;
+       painted.Await(2);
+       ULONG_PTR before = 0, now = 0;
+       other.context->GetWindow(&before);
+       PostMessageA(reinterpret_cast<HWND>(before), WM_SYSCOLORCHANGE, 0, 0);
+       EXPECT_TRUE(Eventually([&] {
+         PumpMessages();
+         other.context->GetWindow(&now);
+         return now != 0 && now != before;
+       }));
        painted.Await(2);
      }},
     {"warning", "GL has no range of 1 free display list names",
@@ -277,7 +292,7 @@ void DoEverything() {
     GLDATA_POINT start{};
     for (std::size_t i = 0; ready && i < 2; ++i) fonts[i]->Print(GLString("text"), &start);
   });
-  fonts = MakeFonts(*painted.context, false);
+  fonts = MakeQuickFonts(*painted.context);
   ready = true;
   IGLLight* light = nullptr;
   painted.context->CreateLight(&light);

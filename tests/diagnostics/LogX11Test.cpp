@@ -46,6 +46,12 @@ const LogCase kWithoutServer[] = {
     {"info", "display: headless: GLLIB_DISPLAY requires it", [] { InitializeUnder("headless", ""); }},
     {"warning", "the X server nowhere:7 cannot be reached", [] { InitializeUnder("", "nowhere:7"); }},
     {"error", "there is no display: GLLIB_DISPLAY requires X11", [] { InitializeUnder("x11", ""); }},
+    {"warning", "EGL cannot draw on the X server :",
+     [] {
+       EndDisplay();
+       const XServer server("640x480x8");  // EGL has no format for its visual
+       EXPECT_EQ(InitializeIn(0), E_FAIL);
+     }},
     {"warning", "GLLIB_DISPLAY is \"wayland\", which is neither x11 nor headless",
      [] { InitializeUnder("wayland", ""); }},
 };

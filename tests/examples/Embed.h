@@ -16,12 +16,19 @@ inline bool IsMarked(std::uint32_t aPixel) {
 class Embed : public HostOnScreen {
  protected:
   /// Starts a host with a model of two squares, left and right.
-  /// @param aBefore program that runs the host, with arguments
+  /// @param aBefore variables of its environment
   void Open(const std::string& aHost, std::vector<std::string> aBefore = {}) {
     const std::string pair = Square("left", "", -2, -1, -0.1, 1) + Square("right", "", 0.1, -1, 2, 1);
+    aBefore.insert(aBefore.begin(), {"env", "GLLIB_LOG=warning", "GLLIB_LOG_FILE=" + m_folder / "log"});
     aBefore.insert(aBefore.end(), {GLLIB_EXAMPLES_FOLDER "/" + aHost, m_folder.Put("pair.obj", pair)});
     HostOnScreen::Open(aBefore, "pair.obj");
     ASSERT_TRUE(ShowsModel());
+  }
+  /// Waits for the host to end. Its log must contain no warning. @return its exit status
+  int Status() {
+    const int status = HostOnScreen::Status();
+    EXPECT_EQ(m_folder.Get("log"), "");
+    return status;
   }
 
   /// Returns the extents of the scene in the window: all pixels that differ from the background in its column

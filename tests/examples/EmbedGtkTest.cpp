@@ -12,7 +12,7 @@ class EmbedGtk : public Embed, public testing::WithParamInterface<std::tuple<con
  protected:
   void Open() {
     const auto& [host, scale] = GetParam();
-    Embed::Open(host, {"env", "GDK_SCALE=" + std::to_string(scale)});
+    Embed::Open(host, {"GDK_SCALE=" + std::to_string(scale)});
   }
   /// Clicks until the title has the expected end: GTK drops a click that arrives during the layout of its
   /// widgets.

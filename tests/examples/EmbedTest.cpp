@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr std::uint8_t kHome = 110, kEscape = 9, kSpace = 65, kW = 25;  // keycodes of the server
+constexpr std::uint8_t kHome = 110, kEscape = 9, kSpace = 65, kW = 25, kD = 40;  // keycodes of the server
 
 TEST_F(Embed, SdlHostDrawsResizesPicksTurnsAndExits) {
   Open("embed-sdl");
@@ -39,9 +39,22 @@ TEST_F(Embed, PixelsOfAHeadlessContextFollowTheWindow) {
   EXPECT_EQ(Status(), 0);
 }
 
-/// The Qt host, which shows a tree beside the scene.
-class EmbedQt : public Embed {
+/// The Qt host, which shows a tree beside the scene. Parameter: Qt's scale factor.
+class EmbedQt : public Embed, public testing::WithParamInterface<int> {
  protected:
+  void Open() {
+    Embed::Open("embed-qt", {"QT_SCALE_FACTOR=" + std::to_string(GetParam())});
+    m_screen.Resize(1000, 740);  // the initial size exceeds the screen at a scale of 2
+    ASSERT_TRUE(FillsWindow(1000, 740));
+  }
+  /// Waits until the scene reaches the window's right edge and the status bar below.
+  bool FillsWindow(int aWidth, int aHeight) const {
+    return Eventually([&] {
+      const Extents scene = SceneExtents();
+      return scene.right > aWidth - 10 && scene.right < aWidth && scene.bottom > aHeight - 50 * GetParam() &&
+             scene.left > 50;
+    });
+  }
   /// Returns the uppermost selected row of the tree, by the colour of Qt's style; 0 if there is none.
   int SelectedRow() const {
     constexpr std::uint32_t kHighlight = 0x308CC6;
@@ -55,11 +68,8 @@ class EmbedQt : public Embed {
   }
 };
 
-TEST_F(EmbedQt, QtHostDrawsResizesAndPicks) {
-  Open("embed-qt");
-  const Extents first = SceneExtents();
-  EXPECT_GT(first.left, 50) << "the tree is to the left of the scene";
-
+TEST_P(EmbedQt, QtHostDrawsResizesAndPicks) {
+  Open();
   ClickAt(kRight);
   EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
   EXPECT_TRUE(ShowsMarked(false, true));
@@ -68,23 +78,44 @@ TEST_F(EmbedQt, QtHostDrawsResizesAndPicks) {
   EXPECT_TRUE(Eventually([&] { return SelectedRow() > 0 && SelectedRow() < rightRow; }))
       << "the tree follows the scene from row " << rightRow << " to " << SelectedRow();
 
-  m_screen.Click(first.left / 2, rightRow + 2);
+  m_screen.Click(SceneExtents().left / 2, rightRow + 2);
   EXPECT_TRUE(ShowsMarked(false, true)) << "the scene follows the tree";
   m_screen.Press(kHome);
   EXPECT_TRUE(ShowsMarked(true, true)) << "the item of the model selects all its parts";
 
-  for (const auto& [width, height] : {std::pair{700, 500}, {1000, 740}}) {
+  for (const auto& [width, height] : {std::pair{900, 600}, {1000, 740}}) {
     m_screen.Resize(width, height);
-    EXPECT_TRUE(Eventually([&] {
-      const Extents scene = SceneExtents();
-      return scene.right > width - 10 && scene.bottom > height - 50 && IsMarked(PixelAt(kLeft));
-    })) << width
-        << " by " << height;
+    EXPECT_TRUE(FillsWindow(width, height)) << width << " by " << height;
+    EXPECT_TRUE(ShowsMarked(true, true));
   }
   m_screen.Press(kW);
   EXPECT_TRUE(ShowsBackground()) << "the wire frame switch of the tool bar";
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }
+
+TEST_P(EmbedQt, SceneMovesToAnotherWindowAndBack) {
+  Open();
+  ClickAt(kLeft);
+  ASSERT_TRUE(ShowsMarked(true, false));
+  for (const bool byKey : {true, false}) {
+    m_screen.Press(kD);
+    ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
+    m_screen.Focus();
+    EXPECT_TRUE(ShowsMarked(true, false)) << "the scene is unchanged";
+    m_screen.Resize(500, 400);
+    EXPECT_TRUE(Fills(500, 400));
+    byKey ? m_screen.Press(kD) : m_screen.Close();
+    ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - left"));
+    m_screen.Focus();
+    EXPECT_TRUE(FillsWindow(1000, 740)) << "the scene is beside the tree";
+    ClickAt(kLeft);
+    EXPECT_TRUE(ShowsMarked(true, false));
+  }
+  m_screen.Close();
+  EXPECT_EQ(Status(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Scales, EmbedQt, testing::Values(1, 2));
 
 }  // namespace

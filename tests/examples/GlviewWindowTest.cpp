@@ -12,7 +12,7 @@ constexpr int kMiddleX = kWidth / 2, kMiddleY = kHeight / 2;
 constexpr std::uint32_t kBackground = 0x212630;
 // Keycodes of the server.
 constexpr std::uint8_t kEscape = 9, kFour = 13, kW = 25, kS = 39, kD = 40, kV = 55, kControl = 37,
-                       kShift = 50, kC = 54, kM = 58, kPageUp = 112, kPageDown = 117;
+                       kShift = 50, kMinus = 20, kC = 54, kM = 58, kPageUp = 112, kPageDown = 117;
 
 class GlviewWindow : public HostOnScreen {
  protected:
@@ -111,7 +111,21 @@ TEST_F(GlviewWindow, MeasuresCutsAndTurns) {
   m_screen.Press(kD);
   EXPECT_TRUE(TitleEndsWith("ms")) << m_screen.Title();
 
+  const auto widthShown = [&] {
+    const Picture shot = m_screen.Shot();
+    int count = 0;
+    for (int i = 0; i < kWidth - 30; ++i) {  // without the slider
+      const std::uint8_t* p = shot.At(i, y);
+      count += (p[0] << 16 | p[1] << 8 | p[2]) != kBackground ? 1 : 0;
+    }
+    return count;
+  };
+  const int whole = widthShown();
   m_screen.Press(kS);
+  EXPECT_TRUE(Eventually([&] { return widthShown() < whole; })) << "half of the model";
+  const int half = widthShown();
+  PressThrice(kMinus);
+  EXPECT_TRUE(Eventually([&] { return widthShown() < half; }));
   const int slider = kWidth - 17;
   m_screen.Drag(slider, kMiddleY, slider, kHeight - 2);
   EXPECT_TRUE(hides(x, y)) << "the section removes everything";

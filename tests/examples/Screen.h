@@ -9,7 +9,7 @@
 #include "shared/Picture.h"
 #include "support/XServer.h"
 
-/// A 24-bit screen without a window manager.
+/// A 24-bit screen of 2048 by 1536 pixels without a window manager.
 class Screen {
  public:
   Screen();
@@ -61,7 +61,7 @@ class Screen {
   bool HandOver(const std::string& aText);
   void Fake(std::uint8_t aType, std::uint8_t aDetail, int aX = 0, int aY = 0);
 
-  const XServer m_server;
+  const XServer m_server{"2048x1536x24"};
   xcb_connection_t* m_connection = nullptr;
   xcb_window_t m_root = 0;
   xcb_window_t m_window = 0;

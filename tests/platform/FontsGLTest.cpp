@@ -21,7 +21,7 @@ constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 class PlainFace {
  public:
   explicit PlainFace(const char* aName, int aWeight = 400) {
-    const auto match = FontLibrary::Instance().Match({aName, "sans-serif", aWeight, false, false});
+    const auto match = FontLibrary::Instance().Match({aName, "sans-serif", aWeight});
     EXPECT_TRUE(match.has_value()) << "the tests need a font on the system";
     FT_Init_FreeType(&m_pLibrary);
     if (match) FT_New_Face(m_pLibrary, match->m_sFile.c_str(), match->m_iIndex, &m_pFace);
@@ -293,7 +293,7 @@ struct FontFile {
 }  // namespace
 
 TEST(Fonts, LimitTheBarsOfADamagedFile) {
-  const auto match = FontLibrary::Instance().Match({"DejaVu Sans", "sans-serif", 400, false, false});
+  const auto match = FontLibrary::Instance().Match({"DejaVu Sans", "sans-serif", 400});
   ASSERT_TRUE(match.has_value());
   for (const int value : {0x7FFF, -0x8000}) {
     std::ifstream system(match->m_sFile, std::ios::binary);

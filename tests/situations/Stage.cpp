@@ -30,7 +30,7 @@ void ForEach(IGLCollection& aMembers, Function aFunction) {
 class CallingTask final : public PEvent {
  public:
   CallingTask(const void* aOwner, std::function<void()> aCall)
-      : PEvent(aOwner, true, false), m_Call(std::move(aCall)) {}
+      : PEvent(aOwner, Lifetime::kOneRun), m_Call(std::move(aCall)) {}
   void Run() override { m_Call(); }
 
  private:

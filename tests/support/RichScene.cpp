@@ -9,7 +9,7 @@ void RichScene::Draw(const Scene& aScene) {
   canvas.SetDrawAttributes(m_Attributes.Get());
   canvas.SetMaterial(m_Material.Get());
   DrawList(canvas);
-  if (m_bWhole) DrawTextures(aScene.Context());
+  if (m_Parts == Parts::kAll) DrawTextures(aScene.Context());
   GLDATA_RGBA white{1, 1, 1, 1};
   canvas.SetVertexColor(&white);
   GLDATA_POINT start{-45, 45, -1};
@@ -24,8 +24,11 @@ void RichScene::DropList(const Scene& aScene) {
 }
 
 void RichScene::Make(IGLContext& aContext) {
-  m_Fonts = MakeFonts(aContext, m_bWhole);
-  if (!m_bWhole) return;
+  if (m_Parts == Parts::kQuick) {
+    m_Fonts = MakeQuickFonts(aContext);
+    return;
+  }
+  m_Fonts = MakeFonts(aContext);
   m_Fonts[3]->SetWidth(15);
   m_Fonts[3]->SetHeight(15);
   m_Image->Initialize(8, 8, {255, 160, 40, 255});

@@ -7,8 +7,8 @@
 /// Text of all four kinds, both kinds of texture, and triangles from a compiled list.
 class RichScene {
  public:
-  /// @param aWhole false: without system fonts and textures, which take long to create
-  explicit RichScene(bool aWhole = true) : m_bWhole(aWhole) {}
+  enum class Parts { kAll, kQuick };  // quick: without system fonts and textures, which take long to create
+  explicit RichScene(Parts aParts = Parts::kAll) : m_Parts(aParts) {}
 
   void Draw(const Scene& aScene);
   /// Deletes the list; the next frame compiles it again.
@@ -21,7 +21,7 @@ class RichScene {
   void DrawList(IGLCanvas& aCanvas);
   void DrawTextures(IGLContext& aContext);
 
-  const bool m_bWhole;
+  const Parts m_Parts;
   GLPtr<IGLDrawAttr> m_Attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   GLPtr<IGLMaterial> m_Material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
   GLPtr<IGLPixmap> m_Image = GLCreate<IGLPixmap>(CLSID_GLPixmap);

@@ -85,13 +85,13 @@ ContextFixture::~ContextFixture() {
   m_Context->DetachPainter();
 }
 
-void ContextFixture::Frame(const DrawFunction& aDraw) { Run(aDraw, false); }
+void ContextFixture::Frame(const DrawFunction& aDraw) { Run(aDraw, Reading::kNothing); }
 
-Picture ContextFixture::FramePicture(const DrawFunction& aDraw) { return Run(aDraw, true); }
+Picture ContextFixture::FramePicture(const DrawFunction& aDraw) { return Run(aDraw, Reading::kPicture); }
 
-Picture ContextFixture::Run(const DrawFunction& aDraw, bool aReads) {
+Picture ContextFixture::Run(const DrawFunction& aDraw, Reading aReading) {
   std::unique_lock lock(m_Shared->m_Lock);
-  m_Shared->m_bReads = aReads;
+  m_Shared->m_bReads = aReading == Reading::kPicture;
   m_Shared->m_pWanted = &aDraw;
   lock.unlock();
   ContextAs<IGLContext2>()->TriggerDrawThread();
@@ -151,12 +151,16 @@ Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GL
   return {result, ids};
 }
 
-Fonts MakeFonts(IGLContext& aContext, bool aAll) {
+Fonts MakeQuickFonts(IGLContext& aContext) {
   Fonts fonts;
   aContext.CreateSystemFont(fonts[0].Put());
   GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->CreateInternalFont(GLString("HAND"),
                                                                                    fonts[1].Put());
-  if (!aAll) return fonts;
+  return fonts;
+}
+
+Fonts MakeFonts(IGLContext& aContext) {
+  Fonts fonts = MakeQuickFonts(aContext);
   const GLString face("DejaVu Sans");
   IGLFont *raster = nullptr, *outline = nullptr;
   aContext.CreateRasterFont(face, 0, 400, 0, -20, 0, &raster);

@@ -69,7 +69,8 @@ class ContextFixture {
   struct Shared;
   class FrameEnd;
 
-  Picture Run(const DrawFunction& aDraw, bool aReads);
+  enum class Reading { kNothing, kPicture };
+  Picture Run(const DrawFunction& aDraw, Reading aReading);
 
   int m_iWidth, m_iHeight;
   std::shared_ptr<Shared> m_Shared;
@@ -120,4 +121,6 @@ Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GL
 
 /// Creates a font of each kind: system, atlas, raster and outlines. The latter two take long.
 using Fonts = std::array<GLPtr<IGLFont>, 4>;
-Fonts MakeFonts(IGLContext& aContext, bool aAll = true);
+Fonts MakeFonts(IGLContext& aContext);
+/// Creates the first two.
+Fonts MakeQuickFonts(IGLContext& aContext);

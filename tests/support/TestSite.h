@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "component/ContextSite.h"
+#include "component/GLContextSite.h"
 #include "component/Module.h"
 #include "platform/DeviceContext.h"
 #include "platform/GL.h"

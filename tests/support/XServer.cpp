@@ -7,7 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-XServer::XServer() {
+XServer::XServer(const char* aScreen) {
   int pipeEnds[2];
   if (pipe(pipeEnds) != 0) return;
   m_Process = fork();
@@ -17,8 +17,8 @@ XServer::XServer() {
     const int nowhere = open("/dev/null", O_WRONLY);
     dup2(nowhere, 2);
     // No reset when the last client disconnects: a later client would meet a server that restarts.
-    execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1024x768x24", "-nolisten",
-           "tcp", "-noreset", static_cast<char*>(nullptr));
+    execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", aScreen, "-nolisten", "tcp",
+           "-noreset", static_cast<char*>(nullptr));
     _exit(127);
   }
   close(pipeEnds[1]);

@@ -9,7 +9,8 @@
 /// Runs until the object is destroyed. DISPLAY names it.
 class XServer {
  public:
-  XServer();
+  /// @param aScreen width, height and depth
+  explicit XServer(const char* aScreen = "1024x768x24");
   ~XServer();
   XServer(XServer&&) = delete;
 

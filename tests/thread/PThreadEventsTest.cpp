@@ -14,8 +14,10 @@ constexpr DWORD kMaximumWait = 3'600'000;  // a test that waits this long has fa
 struct Events : testing::Test {
   class Event final : public PEvent {
    public:
-    Event(Events& aTest, char aLetter, bool aKeep, const void* aOwner, std::function<void()> aWork)
-        : PEvent(aOwner, true, aKeep), m_Test(aTest), m_cLetter(aLetter), m_pfnWork(std::move(aWork)) {}
+    Event(Events& aTest, char aLetter, Lifetime aLifetime, const void* aOwner, std::function<void()> aWork)
+        : PEvent(aOwner, aLifetime), m_Test(aTest), m_cLetter(aLetter), m_pfnWork(std::move(aWork)) {
+      Activate();
+    }
     ~Event() override { m_Test.Write(static_cast<char>(std::tolower(m_cLetter))); }
     void Run() override {
       m_Test.Write(m_cLetter);
@@ -30,12 +32,12 @@ struct Events : testing::Test {
   };
 
   bool Post(char aLetter, std::function<void()> aWork = {}, const void* aOwner = nullptr,
-            bool aKeep = false) {
-    return m_Thread.PostEvent(new Event(*this, aLetter, aKeep, aOwner, std::move(aWork)));
+            PEvent::Lifetime aLifetime = PEvent::Lifetime::kOneRun) {
+    return m_Thread.PostEvent(new Event(*this, aLetter, aLifetime, aOwner, std::move(aWork)));
   }
   void Start() {
     m_Thread.SetControlled(true, PClock::kForever);
-    ASSERT_TRUE(m_Thread.Start(0, 0, 0, false));
+    ASSERT_TRUE(m_Thread.Start(0, 0, 0));
   }
   void Write(char aLetter) {
     const std::lock_guard lock(m_JournalLock);
@@ -61,7 +63,7 @@ struct Events : testing::Test {
 
 TEST_F(Events, RunOnceInOrder) {
   EXPECT_FALSE(m_Thread.PostEvent(nullptr));
-  auto* first = new Event(*this, 'A', false, nullptr, {});
+  auto* first = new Event(*this, 'A', PEvent::Lifetime::kOneRun, nullptr, {});
   EXPECT_TRUE(m_Thread.PostEvent(first));
   EXPECT_TRUE(m_Thread.PostEvent(first)) << "queued before";
   int cycleOfB = -1, cycleOfC = -1;
@@ -69,9 +71,9 @@ TEST_F(Events, RunOnceInOrder) {
     cycleOfB = m_iCycles;
     Post('C', [&] { cycleOfC = m_iCycles; });
   });
-  Post('D', {}, &m_Mine, true);
-  auto* asleep = new Event(*this, 'E', false, nullptr, {});
-  asleep->SetActive(false);
+  Post('D', {}, &m_Mine, PEvent::Lifetime::kReusable);
+  auto* asleep = new Event(*this, 'E', PEvent::Lifetime::kOneRun, nullptr, {});
+  asleep->Deactivate();
   m_Thread.PostEvent(asleep);
   Start();
   EXPECT_TRUE(Becomes("AaBbDeCc")) << Journal();
@@ -84,7 +86,8 @@ TEST_F(Events, RunOnceInOrder) {
 }
 
 TEST_F(Events, RemovalWaitsForTheRunningEvent) {
-  for (const bool kept : {false, true}) {
+  using Lifetime = PEvent::Lifetime;
+  for (const Lifetime lifetime : {Lifetime::kOneRun, Lifetime::kReusable}) {
     std::atomic<bool> running = false;
     const auto work = [&] {
       running = true;
@@ -92,10 +95,10 @@ TEST_F(Events, RemovalWaitsForTheRunningEvent) {
       Write('!');
     };
     const std::size_t before = Journal().size();
-    Post('A', work, &m_Mine, kept);
+    Post('A', work, &m_Mine, lifetime);
     Post('B', {}, &m_Mine);
     Post('C', {}, &m_Other);
-    if (!kept) Start();
+    if (lifetime == Lifetime::kOneRun) Start();
     ASSERT_TRUE(Eventually([&] { return running.load(); }));
     m_Thread.RemoveEvents(&m_Mine);
     const std::string after = Journal().substr(before);
@@ -108,7 +111,7 @@ TEST_F(Events, RemovalWaitsForTheRunningEvent) {
   const std::string before = Journal();
   m_Thread.RequestSuspend();
   Post(
-      'A', [&] { m_Thread.RemoveEvents(&m_Mine); }, &m_Mine, true);
+      'A', [&] { m_Thread.RemoveEvents(&m_Mine); }, &m_Mine, PEvent::Lifetime::kReusable);
   Post('B', {}, &m_Mine);
   m_Thread.Resume();
   m_Thread.Trigger();
@@ -119,10 +122,10 @@ TEST_F(Events, StopDeletesAndRefusesEvents) {
   m_Thread.RequestSuspend();
   Start();
   ASSERT_TRUE(Eventually([&] { return m_Thread.IsParkedNow(); }));
-  auto* single = new Event(*this, 'B', true, &m_Mine, {});
+  auto* single = new Event(*this, 'B', PEvent::Lifetime::kReusable, &m_Mine, {});
   Post('A');
   m_Thread.PostEvent(single);
-  Post('C', {}, &m_Mine, true);
+  Post('C', {}, &m_Mine, PEvent::Lifetime::kReusable);
   m_Thread.RemoveEvent(single);
   EXPECT_EQ(Journal(), "b") << "a parked worker runs no event";
   m_Thread.Stop();
@@ -132,7 +135,7 @@ TEST_F(Events, StopDeletesAndRefusesEvents) {
 }
 
 TEST_F(Events, RunDuringASleep) {
-  ASSERT_TRUE(m_Thread.Start(kMaximumWait, kMaximumWait, 0, false));
+  ASSERT_TRUE(m_Thread.Start(kMaximumWait, kMaximumWait, 0));
   ASSERT_TRUE(Eventually([&] { return m_iCycles > 0; }));
   Post('A');
   EXPECT_TRUE(Becomes("Aa"));
@@ -143,7 +146,7 @@ TEST_F(Events, RunDuringASleep) {
 
 TEST_F(Events, DoNotRunAfterTheirRemoval) {
   m_Thread.SetControlled(true, 0);
-  ASSERT_TRUE(m_Thread.Start(0, 0, 0, false));
+  ASSERT_TRUE(m_Thread.Start(0, 0, 0));
   std::thread threads[3];
   for (auto& thread : threads) {
     thread = std::thread([&, owner = std::make_unique<int>()] {
@@ -151,7 +154,7 @@ TEST_F(Events, DoNotRunAfterTheirRemoval) {
         const auto used = std::make_shared<std::atomic<bool>>(true);
         const auto work = [used] { EXPECT_TRUE(*used); };
         Post('A', work, owner.get());
-        Post('B', work, owner.get(), true);
+        Post('B', work, owner.get(), PEvent::Lifetime::kReusable);
         if (n % 2 != 0) std::this_thread::sleep_for(100us);
         m_Thread.RemoveEvents(owner.get());
         *used = false;

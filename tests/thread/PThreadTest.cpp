@@ -45,7 +45,8 @@ struct Worker {
 
 /// A task that runs a function once.
 struct Task final : PEvent {
-  explicit Task(std::function<void()> aWork) : PEvent(nullptr, true, false), m_pfnWork(std::move(aWork)) {}
+  explicit Task(std::function<void()> aWork)
+      : PEvent(nullptr, Lifetime::kOneRun), m_pfnWork(std::move(aWork)) {}
   void Run() override { m_pfnWork(); }
   const std::function<void()> m_pfnWork;
 };
@@ -90,7 +91,7 @@ TEST(Thread, PausesForTheRestOfTheCycle) {
   worker.m_pfnWork = [&] {
     clock.m_uNow += (std::vector<DWORD>{5, 35, 60, 0})[static_cast<size_t>(worker.m_iCycles)];
   };
-  ASSERT_TRUE(worker.m_Thread.Start(40, 10, 0, false));
+  ASSERT_TRUE(worker.m_Thread.Start(40, 10, 0));
   EXPECT_TRUE(worker.WaitForCycles(4));
   worker.m_Thread.Stop();
   EXPECT_EQ(clock.m_Waits, (std::vector<DWORD>{35, 10, 10, 40}));
@@ -151,7 +152,7 @@ TEST(Thread, ReportsWakeReasonsAndKeepsTheEndOfAPause) {
       return after;
     };
     worker.m_Thread.SetControlled(controlled, 100);
-    ASSERT_TRUE(worker.m_Thread.Start(40, 10, 0, false));
+    ASSERT_TRUE(worker.m_Thread.Start(40, 10, 0));
     EXPECT_TRUE(worker.WaitForCycles(8));
     worker.m_Thread.Stop();
     EXPECT_EQ(journal.str(), cycles);
@@ -161,7 +162,7 @@ TEST(Thread, ReportsWakeReasonsAndKeepsTheEndOfAPause) {
 
 TEST(Thread, ControlledModeCyclesOncePerTrigger) {
   Worker worker;
-  ASSERT_TRUE(worker.m_Thread.Start(0, 0, 0, true));
+  ASSERT_TRUE(worker.m_Thread.Start(0, 0, 0, PThread::FirstCycle::kAfterResume));
   worker.m_Thread.Trigger();
   worker.m_Thread.SetControlled(true, kMaximumWait);
   EXPECT_FALSE(worker.Cycles()) << "the worker is held back";
@@ -191,7 +192,9 @@ TEST(Thread, StopEndsEachWait) {
     Worker worker;
     if (wait == kForever) worker.m_Thread.SetControlled(true, PClock::kForever);
     if (wait == kPark) worker.m_Thread.RequestSuspend();
-    ASSERT_TRUE(worker.m_Thread.Start(kMaximumWait, 0, 0, wait == kHeldBack));
+    ASSERT_TRUE(worker.m_Thread.Start(
+        kMaximumWait, 0, 0,
+        wait == kHeldBack ? PThread::FirstCycle::kAfterResume : PThread::FirstCycle::kAtOnce));
     const int cycles = wait == kForever || wait == kSleep ? 1 : 0;
     ASSERT_TRUE(worker.WaitForCycles(cycles)) << wait;
     if (wait == kPark) {
@@ -209,13 +212,13 @@ TEST(Thread, StopEndsEachWait) {
     worker.m_Thread.Resume();
     EXPECT_EQ(worker.m_Thread.SetPriority(1), 0) << wait;
     EXPECT_FALSE(worker.m_Thread.IsParked()) << wait;
-    EXPECT_FALSE(worker.m_Thread.Start(1, 1, 0, false)) << wait;
+    EXPECT_FALSE(worker.m_Thread.Start(1, 1, 0)) << wait;
   }
 }
 
 TEST(Thread, ResumeAroundAParkIsNotLost) {
   Worker worker;
-  ASSERT_TRUE(worker.m_Thread.Start(0, 0, 0, false));
+  ASSERT_TRUE(worker.m_Thread.Start(0, 0, 0));
   for (int i = 0; i < 200; ++i) {
     worker.m_Thread.RequestSuspend();
     worker.m_Thread.RequestSuspend();  // requests are not counted

@@ -17,14 +17,14 @@ void EmitVertex(IGLCanvas& aCanvas, const Vertex& aVertex) {
 
 /// Compiles some of a part's triangles. @return the key; 0 if no list can be created
 int CompileTriangles(IGLCanvas& aCanvas, const Part& aPart, std::size_t aFirst, std::size_t aLast,
-                     bool aColored) {
+                     Coloring aColoring) {
   const auto texture = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas14_4>();
   int key = 0;
   if (FAILED(aCanvas.BeginCompileList(&key))) return 0;
   aCanvas.BeginDrawTriangles();
   for (std::size_t i = aFirst; i < aLast; ++i) {
     for (const std::uint32_t index : aPart.triangles[i]) {
-      if (aColored) {
+      if (aColoring == Coloring::Own) {
         GLDATA_RGBA color = aPart.colors[index];
         aCanvas.SetVertexColor(&color);
       }
@@ -64,14 +64,14 @@ GLPtr<IGLTexture2D> TextureOf(const GLPtr<IGLPixmap>& aImage) {
 ModelLists::ModelLists(const Model& aModel) {
   for (const Part& part : aModel.parts) {
     m_parts.push_back({{}, {}, MaterialOf(part.surface), TextureOf(part.image)});
-    AddSteps(part, false);
-    if (!part.colors.empty()) AddSteps(part, true);
+    AddSteps(part, Coloring::Current);
+    if (!part.colors.empty()) AddSteps(part, Coloring::Own);
   }
 }
 
-void ModelLists::AddSteps(const Part& aPart, bool aColored) {
+void ModelLists::AddSteps(const Part& aPart, Coloring aColoring) {
   for (std::size_t first = 0; first < aPart.triangles.size(); first += kTrianglesAList) {
-    m_steps.push_back({&aPart, first, std::min(first + kTrianglesAList, aPart.triangles.size()), aColored});
+    m_steps.push_back({&aPart, first, std::min(first + kTrianglesAList, aPart.triangles.size()), aColoring});
   }
 }
 
@@ -82,9 +82,9 @@ float ModelLists::Compile(IGLCanvas& aCanvas, bool aEverything) {
   const auto end = std::chrono::steady_clock::now() + kTimeAFrame;
   while (m_done < m_steps.size() && (aEverything || std::chrono::steady_clock::now() < end)) {
     const Step& step = m_steps[m_done];
-    const int key = CompileTriangles(aCanvas, *step.part, step.first, step.last, step.colored);
+    const int key = CompileTriangles(aCanvas, *step.part, step.first, step.last, step.coloring);
     Compiled& part = m_parts[step.part->id - 1];
-    (step.colored ? part.colored : part.plain).push_back(key);
+    (step.coloring == Coloring::Own ? part.colored : part.plain).push_back(key);
     if (m_done++ == 0) m_first = key;
   }
   return m_steps.empty() ? 1.0f : static_cast<float>(m_done) / static_cast<float>(m_steps.size());
@@ -106,9 +106,9 @@ void ModelLists::Delete(IGLCanvas& aCanvas) {
   Forget();
 }
 
-void ModelLists::Draw(IGLCanvas& aCanvas, const Part& aPart, bool aColored) const {
+void ModelLists::Draw(IGLCanvas& aCanvas, const Part& aPart, Coloring aColoring) const {
   const Compiled& part = m_parts[aPart.id - 1];
-  for (const int key : aColored && !aPart.colors.empty() ? part.colored : part.plain) {
+  for (const int key : aColoring == Coloring::Own && !aPart.colors.empty() ? part.colored : part.plain) {
     aCanvas.DrawCompiledList(key);
   }
 }

@@ -11,6 +11,9 @@
 
 #include "shared/model/Model.h"
 
+/// Colours of a part: the current colour, or those of its vertices if it has any.
+enum class Coloring { Current, Own };
+
 class ModelLists {
  public:
   /// @param aModel must outlive the lists
@@ -22,18 +25,18 @@ class ModelLists {
   /// Deletes the lists of a model that is no longer shown.
   void Delete(IGLCanvas& aCanvas);
 
-  /// Draws the compiled lists of a part, in its own colours or in the current colour.
-  void Draw(IGLCanvas& aCanvas, const Part& aPart, bool aColored) const;
+  /// Draws the compiled lists of a part.
+  void Draw(IGLCanvas& aCanvas, const Part& aPart, Coloring aColoring) const;
   IGLMaterial* Material(const Part& aPart) const { return m_parts[aPart.id - 1].material.Get(); }
   /// Returns the texture of a part that has an image.
   IGLTexture2D* Texture(const Part& aPart) const { return m_parts[aPart.id - 1].texture.Get(); }
 
  private:
-  /// Contents of one list: some triangles of a part, without colours or with the part's own colours.
+  /// Contents of one list: some triangles of a part.
   struct Step {
     const Part* part;
     std::size_t first, last;
-    bool colored;
+    Coloring coloring;
   };
   struct Compiled {
     std::vector<int> plain, colored;  // keys
@@ -41,7 +44,7 @@ class ModelLists {
     GLPtr<IGLTexture2D> texture;  // null if the part has no image
   };
 
-  void AddSteps(const Part& aPart, bool aColored);
+  void AddSteps(const Part& aPart, Coloring aColoring);
   void Forget();
 
   std::vector<Step> m_steps;

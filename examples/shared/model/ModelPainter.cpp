@@ -168,7 +168,7 @@ void ModelPainter::DrawForPicking(IGLCanvas& aCanvas) {
   ApplyMode(aCanvas, kFaces, kMarkColor);
   for (const Part& part : m_shown->model->parts) {
     aCanvas.SetTestID(part.id);
-    m_shown->lists.Draw(aCanvas, part, false);
+    m_shown->lists.Draw(aCanvas, part, Coloring::Current);
   }
 }
 
@@ -181,7 +181,7 @@ void ModelPainter::DrawShaded(IGLCanvas& aCanvas, IGLContext& aContext, const Lo
     if (part.image && aLook.textures && !marked) {
       DrawTextured(aCanvas, aContext, part);
     } else {
-      m_shown->lists.Draw(aCanvas, part, !marked);
+      m_shown->lists.Draw(aCanvas, part, marked ? Coloring::Current : Coloring::Own);
     }
   }
 }
@@ -194,7 +194,7 @@ void ModelPainter::DrawTextured(IGLCanvas& aCanvas, IGLContext& aContext, const 
   texture.BeginDraw(&aContext, GLTM_MODULATE, 1, 1, 1, &normal, nullptr);
   texture.EndDraw();
   enable->Enable(GLE_TEXTURE_2D);
-  m_shown->lists.Draw(aCanvas, aPart, true);
+  m_shown->lists.Draw(aCanvas, aPart, Coloring::Own);
   enable->Disable(GLE_TEXTURE_2D);
 }
 
@@ -243,7 +243,7 @@ void ModelPainter::DrawHiddenLine(IGLCanvas& aCanvas, IGLContext& aContext, cons
   aContext.GetBackgroundColor(&background);
   aCanvas.PushLightAttribute();
   ApplyMode(aCanvas, kFaces | GLDM_POLYGON_OFFSET, background);
-  for (const Part& part : m_shown->model->parts) m_shown->lists.Draw(aCanvas, part, false);
+  for (const Part& part : m_shown->model->parts) m_shown->lists.Draw(aCanvas, part, Coloring::Current);
   aCanvas.PopLightAttribute();
   DrawUnlit(aCanvas, aLook);
 }
@@ -255,7 +255,7 @@ void ModelPainter::DrawUnlit(IGLCanvas& aCanvas, const Look& aLook) {
     GLDATA_RGBA color = marked ? kMarkColor : part.surface.diffuse;
     color.m_fAlpha = 1.0f;
     ApplyMode(aCanvas, kLines, color);
-    m_shown->lists.Draw(aCanvas, part, !marked);
+    m_shown->lists.Draw(aCanvas, part, marked ? Coloring::Current : Coloring::Own);
   }
   aCanvas.PopLightAttribute();
 }
@@ -265,7 +265,7 @@ void ModelPainter::DrawPoints(IGLCanvas& aCanvas, const Look& aLook) {
     const bool marked = aLook.marked[part.id];
     ApplyMode(aCanvas, kPoints, marked ? kMarkColor : part.surface.diffuse);
     aCanvas.SetMaterial(m_shown->lists.Material(part));
-    m_shown->lists.Draw(aCanvas, part, !marked);
+    m_shown->lists.Draw(aCanvas, part, marked ? Coloring::Current : Coloring::Own);
   }
 }
 

@@ -29,7 +29,7 @@ class ModelPainter final : public GLPainterBase {
   /// Sets the model to draw from the next frame on. No part of it is marked.
   void SetModel(std::shared_ptr<const Model> aModel);
   /// Allows frames that show the compiled part of a large model while the rest is compiled.
-  void SetStepwise(bool aOn) { m_stepwise = aOn; }
+  void CompileInSteps() { m_stepwise = true; }
   void SetShade(Shade aShade);
   /// Shows the images of surfaces, or only their colours.
   void SetTextures(bool aOn);

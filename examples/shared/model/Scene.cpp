@@ -41,10 +41,10 @@ Scene::Scene(std::shared_ptr<const Model> aModel, const SceneOptions& aOptions, 
   m_control = m_context.As<IGLContext2>();
   m_context->SetBackgroundColor(&m_background);
   m_viewing = GLMake<GLViewing>(*m_context.Get());
-  AddView(Direction::Free, aOptions.ortho);
-  AddView(Direction::Front, true);
-  AddView(Direction::Right, true);
-  AddView(Direction::Top, true);
+  AddView(Direction::Free, aOptions.ortho ? Projection::Parallel : Projection::Perspective);
+  AddView(Direction::Front, Projection::Parallel);
+  AddView(Direction::Right, Projection::Parallel);
+  AddView(Direction::Top, Projection::Parallel);
   AddLights();
   SetAxes(m_axes);
   SetText(aOptions.text);
@@ -57,10 +57,11 @@ Scene::Scene(std::shared_ptr<const Model> aModel, const SceneOptions& aOptions, 
   SetSection(aOptions.section);
 }
 
-void Scene::AddView(Direction aDirection, bool aOrtho) {
+void Scene::AddView(Direction aDirection, Projection aProjection) {
   View view;
   view.direction = aDirection;
-  if (FAILED(m_context->CreateViewer(0, aOrtho ? 1 : 0, &view.viewer))) throw std::runtime_error("no viewer");
+  if (FAILED(m_context->CreateViewer(0, aProjection == Projection::Parallel ? 1 : 0, &view.viewer)))
+    throw std::runtime_error("no viewer");
   const bool last = aDirection == Direction::Free;
   view.overlay = GLMake<Overlay>(m_viewing, last ? &m_clock : nullptr, last ? &m_progress : nullptr);
   view.viewer->AddGauge(view.overlay.Get());
@@ -198,7 +199,7 @@ void Scene::Redraw() { m_control->TriggerDrawThread(); }
 
 void Scene::DrawOnRequest() {
   m_onRequest = true;
-  m_painter->SetStepwise(true);
+  m_painter->CompileInSteps();
   m_control->SetControlledDrawThread(1, kLongestWait);
 }
 

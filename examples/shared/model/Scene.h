@@ -120,7 +120,8 @@ class Scene {
   };
   using Clock = std::chrono::steady_clock;
 
-  void AddView(Direction aDirection, bool aOrtho);
+  enum class Projection { Perspective, Parallel };
+  void AddView(Direction aDirection, Projection aProjection);
   void AddLights();
   void AddLight(const GLDATA_POINT& aDirection, GLDATA_RGBA aColor, float aShine);
   void Layout();

@@ -169,13 +169,7 @@ void GLContext::DrawOffscreen(IGLCapture& aCapture, GLPass& aPass,
   glClearColor(background.m_fRed, background.m_fGreen, background.m_fBlue, 1.0f);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   glEnable(GL_NORMALIZE);
-  if (m_Settings.m_bDepthEnabled) {
-    glEnable(GL_DEPTH_TEST);
-  } else {
-    glDisable(GL_DEPTH_TEST);
-  }
-  glEnable(GL_BLEND);
-  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  SetDepthTestAndBlending();
   BuildFonts();
   DrawViewers();
 }

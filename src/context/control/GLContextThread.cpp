@@ -6,7 +6,6 @@
 #include <thread>
 
 #include "context/GLContext.h"
-#include "context/control/ContextTasks.h"
 #include "context/control/DrawThreadWait.h"
 #include "platform/Log.h"
 
@@ -33,7 +32,7 @@ thread_local GLContext* t_pDrawnContext = nullptr;
 
 }  // namespace
 
-void MarkDrawThread(GLContext* aContext) noexcept {
+void GLContext::MarkDrawThread(GLContext* aContext) noexcept {
   t_pDrawnContext = aContext;
   SetLogContext(aContext != nullptr ? aContext->Number() : 0);
 }

@@ -1,15 +1,12 @@
 // GLContext: the frame cycle, on the draw thread. m_Lock is held from the start of a frame until after
 // SwapBuffers.
 
-#include <gllib/IGLCoord.h>
-
 #include <utility>
 
 #include "component/Module.h"
 #include "context/GLContext.h"
-#include "context/control/ContextTasks.h"
 #include "diagnostics/ClientCheck.h"
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 #include "platform/Com.h"
 #include "platform/GL.h"
 #include "platform/RenderingTurn.h"
@@ -65,12 +62,16 @@ void GLContext::SetFrameState() noexcept {
     glDisable(GL_SCISSOR_TEST);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   }
+  glDepthFunc(GL_LEQUAL);
+  SetDepthTestAndBlending();
+}
+
+void GLContext::SetDepthTestAndBlending() noexcept {
   if (m_Settings.m_bDepthEnabled) {
     glEnable(GL_DEPTH_TEST);
   } else {
     glDisable(GL_DEPTH_TEST);
   }
-  glDepthFunc(GL_LEQUAL);
   glEnable(GL_BLEND);
   glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 }
@@ -81,7 +82,7 @@ void GLContext::DrawViewers() noexcept {
   GLPtr<IUnknown> member;
   for (m_Scene.m_pViewers->GetFirst(&position, member.Put()); member;
        m_Scene.m_pViewers->GetNext(&position, member.Put())) {
-    auto& viewer = static_cast<IGLViewer&>(*member);
+    auto& viewer = static_cast<GLViewer&>(static_cast<IGLViewer&>(*member));
     LONG visible = 0;
     viewer.IsVisible(&visible);
     if (visible == 0) continue;
@@ -92,7 +93,7 @@ void GLContext::DrawViewers() noexcept {
       const ClientCheck check("IGLPainter::Draw");
       NotePainterResult(painter->Draw(m_Scene.m_pCanvas.Get(), this, &viewer));
     }
-    static_cast<GLViewer&>(viewer).DrawOverlay(m_Scene.m_pCanvas.Get(), this, *this);
+    viewer.DrawOverlay(m_Scene.m_pCanvas.Get(), this, *this);
     CheckGLErrors("the overlay of a viewer");
     glFlush();
   }
@@ -105,29 +106,17 @@ void GLContext::NotePainterResult(HRESULT aResult) noexcept {
 }
 
 // Sets the GL state that the contract guarantees to painters.
-void GLContext::SetupViewerPass(IGLViewer& aViewer) noexcept {
-  glMatrixMode(GL_PROJECTION);
-  glLoadIdentity();
-  const bool picture = PictureHere() != nullptr;
-  static_cast<GLViewer&>(aViewer).PrepareProjection(
-      ViewportWidth(), ViewportHeight(), picture ? GLViewer::Target::kPicture : GLViewer::Target::kWindow);
-  glMatrixMode(GL_MODELVIEW);
-  glLoadIdentity();
+void GLContext::SetupViewerPass(GLViewer& aViewer) noexcept {
+  auto& canvas = static_cast<GLCanvas&>(*m_Scene.m_pCanvas);
+  const ViewSetup setup = aViewer.Setup(ViewportWidth(), ViewportHeight());
+  if (PictureHere() == nullptr) aViewer.NoteWindowAspect(setup.Aspect());
+  setup.ApplyProjection();
   static_cast<GLFog&>(*m_Scene.m_pFog).ApplyFog();
-  SetupEye(aViewer);
+  setup.ApplyEye(canvas);
   SetupClipPlanes();
   SetupLighting();
-  auto& canvas = static_cast<GLCanvas&>(*m_Scene.m_pCanvas);
   canvas.NoteRenderingContext(GLPass::Here()->Target().m_uNumber);
   canvas.RefreshCachedSetup();
-}
-
-void GLContext::SetupEye(IGLViewer& aViewer) noexcept {
-  GLPtr<IGLCoord> eye;
-  GLDATA_MATRIX6D placement{};
-  aViewer.GetCoord(eye.Put());
-  if (eye) eye->GetMatrix6d(&placement);
-  m_Scene.m_pCanvas->ResetModelview6d(&placement);
 }
 
 // GL transforms the equations by the model-view matrix, which holds the eye. So they are sent in world

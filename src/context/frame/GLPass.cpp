@@ -15,8 +15,7 @@ thread_local GLPass* t_pInnermost = nullptr;
 GLPass* GLPass::Here() noexcept { return t_pInnermost; }
 
 GLPass::GLPass(PCriticalSection& aLock, GLRenderTarget& aTarget) noexcept
-    : m_Lock(aLock), m_Target(aTarget), m_pOuter(std::exchange(t_pInnermost, this)) {
-  m_Lock.Enter();
+    : m_Target(aTarget), m_pOuter(std::exchange(t_pInnermost, this)), m_Lock(aLock) {
   MakeCurrent();
   if (IsCurrent()) m_Target.m_Lists.DropStale();
 }
@@ -24,15 +23,10 @@ GLPass::GLPass(PCriticalSection& aLock, GLRenderTarget& aTarget) noexcept
 GLPass::~GLPass() {
   t_pInnermost = m_pOuter;
   if (m_pOuter != nullptr) m_pOuter->MakeCurrent();
-  if (m_bLocked) m_Lock.Leave();
 }
 
 bool GLPass::IsCurrent() const noexcept {
   return m_Target.m_hRC != nullptr && IsCurrentContext(m_Target.m_hRC);
-}
-
-void GLPass::ReleaseLock() noexcept {
-  if (std::exchange(m_bLocked, false)) m_Lock.Leave();
 }
 
 void GLPass::DrawPicture(int aWidth, int aHeight, const GLDATA_RGBA& aBackground) noexcept {

@@ -28,7 +28,7 @@ class GLPass {
   bool IsCurrent() const noexcept;
   GLRenderTarget& Target() const noexcept { return m_Target; }
   /// Leaves the lock for the rest of the pass. A selection draws without the lock.
-  void ReleaseLock() noexcept;
+  void ReleaseLock() noexcept { m_Lock.Release(); }
 
   /// Sets another size and background than the window's. Host settings do not change.
   void DrawPicture(int aWidth, int aHeight, const GLDATA_RGBA& aBackground) noexcept;
@@ -42,10 +42,9 @@ class GLPass {
   void MakeCurrent() noexcept;
 
   const RenderingTurn m_Turn;  // taken before the lock: the fixed order prevents deadlocks
-  PCriticalSection& m_Lock;
   GLRenderTarget& m_Target;
   GLPass* const m_pOuter;
-  bool m_bLocked = true;
+  PLock m_Lock;
   int m_iWidth = 0, m_iHeight = 0;
   GLDATA_RGBA m_sBackground{};
 };

@@ -6,9 +6,10 @@
 #include <new>
 
 #include "component/CreateObject.h"
+#include "component/Output.h"
 #include "context/GLContext.h"
 #include "context/control/ContextHold.h"
-#include "context/control/ContextTasks.h"
+#include "context/control/PCreateFontEvent.h"
 #include "media/GLFont.h"
 
 namespace {
@@ -19,7 +20,7 @@ GLFont& FontOf(IGLFont* aFont) noexcept { return static_cast<GLFont&>(*aFont); }
 
 // Creates a font. aDescribe sets its description.
 template <class Describe>
-HRESULT GLContext::CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescribe) noexcept {
+HRESULT GLContext::CreateFont(Given aGiven, IGLFont** aFont, Describe aDescribe) noexcept {
   if (aFont == nullptr) return E_INVALIDARG;
   *aFont = nullptr;
   if (!m_Scene.m_pFonts) return E_GL_BADSTATE;
@@ -39,12 +40,12 @@ HRESULT GLContext::CreateFont(bool aBorrowed, IGLFont** aFont, Describe aDescrib
     if (DrawThread() != nullptr) PostTask(new (std::nothrow) PCreateFontEvent(*this, FontOf(font.Get())));
   }
   *aFont = font.Get();
-  if (!aBorrowed) font.Detach();
+  if (aGiven == Given::kCounted) font.Detach();
   return S_OK;
 }
 
 HRESULT GLContext::CreateSystemFont(IGLFont** aFont) noexcept {
-  return CreateFont(false, aFont, [&](GLFont& font) {
+  return CreateFont(Given::kCounted, aFont, [&](GLFont& font) {
     font.InitSystemFont(m_pLink);
     return S_OK;
   });
@@ -53,7 +54,7 @@ HRESULT GLContext::CreateSystemFont(IGLFont** aFont) noexcept {
 HRESULT GLContext::CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation, int aHeight,
                                     int aWidth, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
-  return CreateFont(true, aFont, [&](GLFont& font) {
+  return CreateFont(Given::kBorrowed, aFont, [&](GLFont& font) {
     font.InitRasterFont(m_pLink, aFace, aFontStyle, aWeight, aOrientation, aHeight, aWidth);
     return S_OK;
   });
@@ -62,7 +63,7 @@ HRESULT GLContext::CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, flo
 HRESULT GLContext::CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation,
                                       LONG aExtrusionZ, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
-  return CreateFont(true, aFont, [&](GLFont& font) {
+  return CreateFont(Given::kBorrowed, aFont, [&](GLFont& font) {
     font.InitTrueTypeFont(m_pLink, aFace, aFontStyle, aWeight, aOrientation, aExtrusionZ != 0);
     return S_OK;
   });
@@ -70,7 +71,8 @@ HRESULT GLContext::CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, f
 
 HRESULT GLContext::CreateInternalFont(BSTR aFace, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
-  return CreateFont(false, aFont, [&](GLFont& font) { return font.InitInternalFont(m_pLink, aFace); });
+  return CreateFont(Given::kCounted, aFont,
+                    [&](GLFont& font) { return font.InitInternalFont(m_pLink, aFace); });
 }
 
 bool GLContext::HasFont(IGLFont* aFont) noexcept {
@@ -110,9 +112,7 @@ HRESULT GLContext::GetDefaultFont(IGLFont** aFont) noexcept {
   *aFont = nullptr;
   const ContextHold hold(*this, m_Lock);
   if (!hold) return E_GL_BADSTATE;
-  *aFont = m_Scene.m_pDefaultFont;
-  if (m_Scene.m_pDefaultFont != nullptr) m_Scene.m_pDefaultFont->AddRef();
-  return S_OK;
+  return OutputObject(aFont, GLPtr<IGLFont>::FromBorrowed(m_Scene.m_pDefaultFont));
 }
 
 HRESULT GLContext::SetDefaultFont(IGLFont* aFont) noexcept {

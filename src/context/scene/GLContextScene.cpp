@@ -5,22 +5,11 @@
 #include <gllib/IGLLight.h>
 
 #include "component/CreateObject.h"
+#include "component/Output.h"
 #include "component/Values.h"
 #include "context/GLContext.h"
 
 namespace {
-
-HRESULT Tell(bool aValue, LONG* aResult) noexcept {
-  if (aResult == nullptr) return E_INVALIDARG;
-  *aResult = aValue ? 1 : 0;
-  return S_OK;
-}
-
-HRESULT Tell(const RelaxedColor& aColor, GLDATA_RGBA* aResult) noexcept {
-  if (aResult == nullptr) return E_INVALIDARG;
-  *aResult = aColor;
-  return S_OK;
-}
 
 HRESULT CopyOut(const GLPtr<IGLCollection>& aMembers, IGLCollection* aTarget) noexcept {
   if (aTarget == nullptr) return E_INVALIDARG;
@@ -73,9 +62,7 @@ HRESULT GLContext::DestroyLight(IGLLight* aLight) noexcept { return TakeOut(m_Sc
 HRESULT GLContext::EnumLights(IGLCollection* aColl) noexcept { return CopyOut(m_Scene.m_pLights, aColl); }
 
 HRESULT GLContext::GetFog(IGLFog** aFog) noexcept {
-  if (aFog == nullptr) return E_INVALIDARG;
-  *aFog = GLPtr(m_Scene.m_pFog).Detach();
-  return *aFog != nullptr ? S_OK : E_GL_BADSTATE;
+  return OutputObject(aFog, m_Scene.m_pFog, E_GL_BADSTATE);
 }
 
 HRESULT GLContext::EnableDepth(LONG aEnable) noexcept {
@@ -84,7 +71,7 @@ HRESULT GLContext::EnableDepth(LONG aEnable) noexcept {
 }
 
 HRESULT GLContext::IsDepthEnabled(LONG* aEnable) noexcept {
-  return Tell(m_Settings.m_bDepthEnabled, aEnable);
+  return Output(aEnable, m_Settings.m_bDepthEnabled);
 }
 
 HRESULT GLContext::EnableLighting(LONG aEnable) noexcept {
@@ -93,7 +80,7 @@ HRESULT GLContext::EnableLighting(LONG aEnable) noexcept {
 }
 
 HRESULT GLContext::IsLightingEnabled(LONG* aEnabled) noexcept {
-  return Tell(m_Settings.m_bLighting, aEnabled);
+  return Output(aEnabled, m_Settings.m_bLighting);
 }
 
 HRESULT GLContext::EnableAmbientLight(LONG aEnable) noexcept {
@@ -102,14 +89,12 @@ HRESULT GLContext::EnableAmbientLight(LONG aEnable) noexcept {
 }
 
 HRESULT GLContext::IsAmbientLightEnabled(LONG* aEnabled) noexcept {
-  return Tell(m_Settings.m_bAmbientLight, aEnabled);
+  return Output(aEnabled, m_Settings.m_bAmbientLight);
 }
 
 HRESULT GLContext::GetBackgroundColor(GLDATA_RGBA* aColor) noexcept {
-  if (aColor == nullptr) return E_INVALIDARG;
   const GLPass* picture = PictureHere();
-  *aColor = picture != nullptr ? picture->Background() : m_Settings.m_sBackgroundColor;
-  return S_OK;
+  return Output(aColor, picture != nullptr ? picture->Background() : m_Settings.m_sBackgroundColor);
 }
 
 HRESULT GLContext::SetBackgroundColor(GLDATA_RGBA* aColor) noexcept {
@@ -119,22 +104,14 @@ HRESULT GLContext::SetBackgroundColor(GLDATA_RGBA* aColor) noexcept {
 }
 
 HRESULT GLContext::GetAmbientLight(GLDATA_RGBA* aLight) noexcept {
-  return Tell(m_Settings.m_sAmbientLight, aLight);
+  return Output(aLight, m_Settings.m_sAmbientLight);
 }
 
 HRESULT GLContext::SetAmbientLight(GLDATA_RGBA* aLight) noexcept {
-  if (aLight == nullptr) return E_INVALIDARG;
-  m_Settings.m_sAmbientLight.m_fRed = LimitColor(aLight->m_fRed);
-  m_Settings.m_sAmbientLight.m_fGreen = LimitColor(aLight->m_fGreen);
-  m_Settings.m_sAmbientLight.m_fBlue = LimitColor(aLight->m_fBlue);
-  return S_OK;
+  return TakeOpaque(m_Settings.m_sAmbientLight, aLight);
 }
 
-HRESULT GLContext::get_bFSAA(LONG* pVal) noexcept {
-  if (pVal == nullptr) return E_INVALIDARG;
-  *pVal = m_Window.m_bFSAA;
-  return S_OK;
-}
+HRESULT GLContext::get_bFSAA(LONG* pVal) noexcept { return Output(pVal, m_Window.m_bFSAA); }
 
 HRESULT GLContext::put_bFSAA(LONG newVal) noexcept {
   m_Window.m_bFSAA = newVal;
@@ -142,9 +119,7 @@ HRESULT GLContext::put_bFSAA(LONG newVal) noexcept {
 }
 
 HRESULT GLContext::get_lFSAAMaxSamples(LONG* pVal) noexcept {
-  if (pVal == nullptr) return E_INVALIDARG;
-  *pVal = m_Window.m_lFSAAMaxSamples;
-  return S_OK;
+  return Output(pVal, m_Window.m_lFSAAMaxSamples);
 }
 
 HRESULT GLContext::put_lFSAAMaxSamples(LONG newVal) noexcept {

@@ -4,9 +4,11 @@
 #include <limits>
 #include <new>
 
+#include "component/Output.h"
 #include "context/GLContext.h"
 #include "context/control/ContextHold.h"
-#include "context/control/ContextTasks.h"
+#include "context/control/PResetClipPlanesEvent.h"
+#include "view/AspectFit.h"
 
 namespace {
 
@@ -24,17 +26,9 @@ GPoint ToPoint(const GLDATA_POINT& aPoint) noexcept { return {aPoint.x, aPoint.y
 
 }  // namespace
 
-HRESULT GLContext::GetViewportWidth(int* aValue) noexcept {
-  if (aValue == nullptr) return E_INVALIDARG;
-  *aValue = ViewportWidth();
-  return S_OK;
-}
+HRESULT GLContext::GetViewportWidth(int* aValue) noexcept { return Output(aValue, ViewportWidth()); }
 
-HRESULT GLContext::GetViewportHeight(int* aValue) noexcept {
-  if (aValue == nullptr) return E_INVALIDARG;
-  *aValue = ViewportHeight();
-  return S_OK;
-}
+HRESULT GLContext::GetViewportHeight(int* aValue) noexcept { return Output(aValue, ViewportHeight()); }
 
 HRESULT GLContext::SetViewport(int aX, int aY, int aWidth, int aHeight) noexcept {
   const int widthBefore = m_Settings.m_iViewportWidth, heightBefore = m_Settings.m_iViewportHeight;
@@ -53,22 +47,18 @@ HRESULT GLContext::SetViewport(int aX, int aY, int aWidth, int aHeight) noexcept
 }
 
 HRESULT GLContext::DeviceToSCS(int aWinX, int aWinY, double* aScsX, double* aScsY) noexcept {
-  if (aScsX == nullptr || aScsY == nullptr) return E_INVALIDARG;
-  const double w = ViewportWidth(), h = ViewportHeight(), aspect = w / h;
+  const double w = ViewportWidth(), h = ViewportHeight();
+  const AspectFit fit(w / h);
   const double winX = aWinX, winY = aWinY;
   const double x = (winX + winX) / w - 1.0, y = 1.0 - (winY + winY) / h;
-  *aScsX = 1.0 > aspect ? x : x * aspect;
-  *aScsY = 1.0 > aspect ? y / aspect : y;
-  return S_OK;
+  return Output(aScsX, x * fit.m_dWidth, aScsY, y / fit.m_dHeight);
 }
 
 HRESULT GLContext::SCSToDevice(double aScsX, double aScsY, int* aWinX, int* aWinY) noexcept {
-  if (aWinX == nullptr || aWinY == nullptr) return E_INVALIDARG;
-  const double w = ViewportWidth(), h = ViewportHeight(), aspect = w / h;
-  const double x = 1.0 > aspect ? aScsX : aScsX / aspect, y = 1.0 > aspect ? aScsY * aspect : aScsY;
-  *aWinX = ToPixel(((x + 1.0) * 0.5) * w);
-  *aWinY = ToPixel(((y - 1.0) * -0.5) * h);
-  return S_OK;
+  const double w = ViewportWidth(), h = ViewportHeight();
+  const AspectFit fit(w / h);
+  const double x = aScsX / fit.m_dWidth, y = aScsY * fit.m_dHeight;
+  return Output(aWinX, ToPixel(((x + 1.0) * 0.5) * w), aWinY, ToPixel(((y - 1.0) * -0.5) * h));
 }
 
 HRESULT GLContext::ClipPlane(GLDATA_POINT* aPntA, GLDATA_POINT* aPntB, GLDATA_POINT* aPntC) noexcept {

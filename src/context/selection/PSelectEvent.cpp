@@ -10,6 +10,7 @@
 
 #include "context/GLContext.h"
 #include "context/frame/GLPass.h"
+#include "view/GLViewer.h"
 
 namespace {
 
@@ -31,7 +32,7 @@ void RemoveFound(int* aSize, ULONG* aIDArray, ULONG* aFound, int aFoundSize) noe
 }  // namespace
 
 PSelectEvent::PSelectEvent(GLContext& aContext) noexcept
-    : PEvent(&aContext, false, true), m_Context(aContext) {}
+    : PEvent(&aContext, Lifetime::kReusable), m_Context(aContext) {}
 
 bool PSelectEvent::Begin(const Request& aRequest, std::shared_ptr<PSelectEvent> aSelf) noexcept {
   const std::scoped_lock lock(m_OutcomeLock);
@@ -41,7 +42,7 @@ bool PSelectEvent::Begin(const Request& aRequest, std::shared_ptr<PSelectEvent> 
   m_bEnded = false;
   m_hOutcome = E_GL_BADSTATE;
   m_pQueued = std::move(aSelf);
-  SetActive(true);
+  Activate();
   return true;
 }
 
@@ -65,15 +66,14 @@ void PSelectEvent::Run() {
     }
   }
   m_pPainter.Reset();
-  SetActive(false);
+  Deactivate();
   End(m_hResult);
 }
 
 void PSelectEvent::TakeScene() noexcept {
   m_pPainter = m_Context.Painter().Get();
-  m_iWidth = m_Context.ViewportWidth();
-  m_iHeight = m_Context.ViewportHeight();
-  ReadView();
+  m_Setup = static_cast<GLViewer*>(m_Request.m_pViewer)
+                ->Setup(m_Context.ViewportWidth(), m_Context.ViewportHeight());
   try {
     m_aClipPlanes = m_Context.Planes().All();
   } catch (const std::bad_alloc&) {

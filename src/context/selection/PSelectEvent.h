@@ -16,6 +16,7 @@
 #include "context/scene/GLClipPlane.h"
 #include "context/selection/KeptBuffer.h"
 #include "thread/PEvent.h"
+#include "view/ViewSetup.h"
 
 class GLContext;
 
@@ -55,28 +56,10 @@ class PSelectEvent final : public PEvent {
   void Drop() noexcept override;
 
  private:
-  struct ViewRectangle {
-    int x, y, width, height;
-  };
-  /// Copy of the viewer's state at the start of the selection. All passes use it, also if the painter changes
-  /// the viewer meanwhile.
-  struct View {
-    ViewRectangle m_Clip{};  ///< valid for a clipped viewer
-    bool m_bClipped = false, m_bScaled = false, m_bOrtho = false;
-    GLDATA_POINT m_sLow{}, m_sHigh{};  ///< extents of the parallel projection
-    double m_dFovy = 0, m_dAspect = 0, m_dNear = 0, m_dFar = 0;
-    GLDATA_MATRIX6D m_sEye{};
-  };
-
   // RunPickPass and its steps: PSelectEventPass.cpp.
   void RunPickPass(const GLDATA_POINT& aPoint1, const GLDATA_POINT& aPoint2, int* aArraySize,
                    ULONG* aIDArray) noexcept;
   void DrawScene(class CompiledLists& aLists) noexcept;
-  void ReadView() noexcept;
-  ViewRectangle SetupView() const noexcept;
-  static void SetupPickMatrix(const ViewRectangle& aView, const GLDATA_POINT& aPoint1,
-                              const GLDATA_POINT& aPoint2) noexcept;
-  void SetupProjection(double aAspect) const noexcept;
   void SetupClipPlanes() const noexcept;
   int ReadHits(int aHits, const unsigned* aRecords, int aCapacity, ULONG* aIDArray) const noexcept;
 
@@ -96,8 +79,7 @@ class PSelectEvent final : public PEvent {
   // The scene of this selection, copied under m_Lock.
   GLPtr<IGLPainter> m_pPainter;
   std::vector<GLClipPlane> m_aClipPlanes;
-  View m_View;
-  int m_iWidth = 1, m_iHeight = 1;  // size of the window, in pixels
+  ViewSetup m_Setup;  // all passes use it, also if the painter changes the viewer meanwhile
 
   std::mutex m_OutcomeLock;  // guards the members below
   std::condition_variable m_Ended;

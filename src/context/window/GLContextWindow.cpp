@@ -7,10 +7,12 @@
 
 #include "component/Module.h"
 #include "component/ModuleEnd.h"
+#include "component/Output.h"
 #include "context/GLContext.h"
 #include "context/control/DrawThreadWait.h"
 #include "context/window/ContextList.h"
 #include "context/window/ParentPlacement.h"
+#include "context/window/StartLimit.h"
 #include "platform/DeviceContext.h"
 #include "platform/ExitGate.h"
 #include "platform/GL.h"
@@ -24,7 +26,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr char kWindowClass[] = "GLWindow_Class";
-constexpr auto kLongestStart = 10s;
 constexpr auto kPollStep = 10ms;
 constexpr DWORD kPreferredCycle = 40, kMustSleepCycle = 10;
 constexpr int kHighestPriority = 2;
@@ -99,9 +100,7 @@ HRESULT GLContext::Initialize(ULONG_PTR aParentWnd) noexcept {
 }
 
 HRESULT GLContext::GetWindow(ULONG_PTR* aHandle) noexcept {
-  if (aHandle == nullptr) return E_INVALIDARG;
-  *aHandle = reinterpret_cast<ULONG_PTR>(HWND(m_Window.m_hWnd));
-  return S_OK;
+  return Output(aHandle, reinterpret_cast<ULONG_PTR>(Window()));
 }
 
 bool GLContext::CreateGLWindow() noexcept {
@@ -135,7 +134,7 @@ bool GLContext::StartDrawing(HWND aWindow) noexcept {
     thread->HoldParks();
     const std::scoped_lock hold(m_DrawThreadLock);
     m_pDrawThread = thread;
-    if (thread->Start(kPreferredCycle, kMustSleepCycle, kHighestPriority, false)) return true;
+    if (thread->Start(kPreferredCycle, kMustSleepCycle, kHighestPriority)) return true;
   } catch (...) {
     // same as a thread that does not start
   }
@@ -143,7 +142,7 @@ bool GLContext::StartDrawing(HWND aWindow) noexcept {
 }
 
 bool GLContext::WaitForRenderingContext() noexcept {
-  const auto end = std::chrono::steady_clock::now() + kLongestStart;
+  const auto end = std::chrono::steady_clock::now() + g_LongestStart;
   while (m_Window.m_Target.m_hRC == nullptr) {
     if (std::chrono::steady_clock::now() >= end || ExitGate::IsClosed()) {
       return InitializeFails(m_Window.m_szObstacle);

@@ -7,11 +7,10 @@
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <cstring>
-#include <mutex>
 #include <utility>
 
+#include "platform/FifoMutex.h"
 #include "platform/GL.h"
 #include "platform/ProcessWide.h"
 
@@ -22,62 +21,19 @@ constexpr auto kLongestWait = std::chrono::seconds(2);
 enum class Driver { kUnknown, kBearsThreads, kNeedsTurns };
 std::atomic<Driver> g_Driver{Driver::kUnknown};
 
-/// A lock that waiting threads get in FIFO order.
-class Queue {
- public:
-  /// @return false if the wait has timed out
-  bool Take() noexcept {
-    std::unique_lock lock(m_Lock);
-    if (!std::exchange(m_bTaken, true)) return true;
-    Waiter own;
-    Waiter** end = &m_pFirst;
-    while (*end != nullptr) end = &(*end)->m_pNext;
-    *end = &own;
-    if (m_Served.wait_for(lock, kLongestWait, [&] { return own.m_bServed; })) return true;
-    for (Waiter** link = &m_pFirst; *link != nullptr; link = &(*link)->m_pNext) {
-      if (*link != &own) continue;
-      *link = own.m_pNext;
-      break;
-    }
-    return false;
-  }
-
-  void Give() noexcept {
-    const std::scoped_lock lock(m_Lock);
-    if (m_pFirst == nullptr) {
-      m_bTaken = false;
-      return;
-    }
-    m_pFirst->m_bServed = true;
-    m_pFirst = m_pFirst->m_pNext;
-    m_Served.notify_all();
-  }
-
- private:
-  struct Waiter {
-    bool m_bServed = false;
-    Waiter* m_pNext = nullptr;
-  };
-
-  std::mutex m_Lock;
-  std::condition_variable m_Served;
-  bool m_bTaken = false;
-  Waiter* m_pFirst = nullptr;
-};
-
 // Never destroyed, since a draw thread may wait in it while the process exits. A forked child gets its own
-// queue: the holder of the turn may be a thread that does not exist there.
-constinit ProcessWide<Queue> g_Turns;
+// lock: the holder of the turn may be a thread that does not exist there.
+constinit ProcessWide<FifoMutex> g_Turn;
 
 thread_local int t_iDepth = 0;
 thread_local bool t_bHasTurn = false;
 
 void Take() noexcept {
-  if (g_Driver == Driver::kNeedsTurns) t_bHasTurn = g_Turns.Get().Take();
+  if (g_Driver == Driver::kNeedsTurns) t_bHasTurn = g_Turn.Get().TryLockFor(kLongestWait);
 }
 
 void Give() noexcept {
-  if (std::exchange(t_bHasTurn, false)) g_Turns.Get().Give();
+  if (std::exchange(t_bHasTurn, false)) g_Turn.Get().Unlock();
 }
 
 }  // namespace

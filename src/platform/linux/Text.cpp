@@ -2,6 +2,8 @@
 
 #include "platform/Text.h"
 
+#include <gllib/GLUtf8.h>
+
 #include <climits>
 #include <cstring>
 
@@ -13,8 +15,6 @@ constexpr GLWCHAR kUpperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 
                                         0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                         0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                         0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-constexpr std::uint32_t kReplacement = 0xFFFD;
 
 GLWCHAR FromByte(unsigned char aByte) noexcept {
   return aByte >= 0x80 && aByte < 0xA0 ? kUpperControls[aByte - 0x80] : aByte;
@@ -51,69 +51,6 @@ class Output {
   std::size_t m_iCount = 0;
 };
 
-constexpr bool IsHighSurrogate(std::uint32_t aUnit) noexcept { return (aUnit & 0xFC00) == 0xD800; }
-constexpr bool IsLowSurrogate(std::uint32_t aUnit) noexcept { return (aUnit & 0xFC00) == 0xDC00; }
-
-void PutUtf8(Output<char>& aOut, std::uint32_t aCode) noexcept {
-  const auto tail = [&](int aShift) { aOut.Put(static_cast<char>(0x80 | ((aCode >> aShift) & 0x3F))); };
-  if (aCode < 0x80) {
-    aOut.Put(static_cast<char>(aCode));
-  } else if (aCode < 0x800) {
-    aOut.Put(static_cast<char>(0xC0 | (aCode >> 6)));
-    tail(0);
-  } else if (aCode < 0x10000) {
-    aOut.Put(static_cast<char>(0xE0 | (aCode >> 12)));
-    tail(6);
-    tail(0);
-  } else {
-    aOut.Put(static_cast<char>(0xF0 | (aCode >> 18)));
-    tail(12);
-    tail(6);
-    tail(0);
-  }
-}
-
-void ToUtf8(const GLWCHAR* aWide, std::size_t aCount, Output<char>& aOut) noexcept {
-  for (std::size_t i = 0; i < aCount; ++i) {
-    std::uint32_t code = aWide[i];
-    if (IsHighSurrogate(code) && i + 1 < aCount && IsLowSurrogate(aWide[i + 1])) {
-      code = 0x10000 + ((code & 0x3FF) << 10) + (aWide[++i] & 0x3FFu);
-    } else if (IsHighSurrogate(code) || IsLowSurrogate(code)) {
-      code = kReplacement;
-    }
-    PutUtf8(aOut, code);
-  }
-}
-
-/// Reads one character and advances past it. A malformed, overlong or surrogate sequence advances one byte.
-std::uint32_t NextUtf8(const unsigned char*& aByte, const unsigned char* aEnd) noexcept {
-  const std::uint32_t lead = *aByte++;
-  if (lead < 0x80) return lead;
-  const int tails = lead >= 0xF0 && lead < 0xF8 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
-  if (tails == 0 || lead >= 0xF8 || aEnd - aByte < tails) return kReplacement;
-  std::uint32_t code = lead & (0x3Fu >> tails);
-  for (int i = 0; i < tails; ++i) {
-    if ((aByte[i] & 0xC0) != 0x80) return kReplacement;
-    code = code << 6 | (aByte[i] & 0x3Fu);
-  }
-  constexpr std::uint32_t kFirst[] = {0, 0x80, 0x800, 0x10000};
-  if (code < kFirst[tails] || code > 0x10FFFF || (code >= 0xD800 && code < 0xE000)) return kReplacement;
-  aByte += tails;
-  return code;
-}
-
-void FromUtf8(const unsigned char* aBytes, std::size_t aCount, Output<GLWCHAR>& aOut) noexcept {
-  for (const unsigned char *byte = aBytes, *end = aBytes + aCount; byte < end;) {
-    const std::uint32_t code = NextUtf8(byte, end);
-    if (code < 0x10000) {
-      aOut.Put(static_cast<GLWCHAR>(code));
-    } else {
-      aOut.Put(static_cast<GLWCHAR>(0xD800 + ((code - 0x10000) >> 10)));
-      aOut.Put(static_cast<GLWCHAR>(0xDC00 + (code & 0x3FF)));
-    }
-  }
-}
-
 template <class Unit>
 bool IsRefused(const Unit* aText, int aCount, const void* aOut, int aRoom) noexcept {
   return aText == nullptr || aCount == 0 || aCount < -1 || aRoom < 0 || (aRoom > 0 && aOut == nullptr);
@@ -133,7 +70,7 @@ int WideCharToMultiByte(UINT uCodePage, DWORD, const GLWCHAR* pWide, int nWide, 
   Output<char> out(pBytes, nBytes);
   BOOL used = FALSE;
   if (uCodePage == CP_UTF8) {
-    ToUtf8(pWide, count, out);
+    GLUtf8::FromUtf16(pWide, count, [&](char aByte) { out.Put(aByte); });
   } else {
     for (std::size_t i = 0; i < count; ++i) {
       const int byte = ToByte(pWide[i]);
@@ -149,12 +86,11 @@ int MultiByteToWideChar(UINT uCodePage, DWORD, const char* pBytes, int nBytes, G
                         int nWide) noexcept {
   if (IsRefused(pBytes, nBytes, pWide, nWide)) return 0;
   const std::size_t count = nBytes < 0 ? std::strlen(pBytes) + 1 : static_cast<std::size_t>(nBytes);
-  const auto* bytes = reinterpret_cast<const unsigned char*>(pBytes);
   Output<GLWCHAR> out(pWide, nWide);
   if (uCodePage == CP_UTF8) {
-    FromUtf8(bytes, count, out);
+    GLUtf8::ToUtf16({pBytes, count}, [&](char16_t aUnit) { out.Put(static_cast<GLWCHAR>(aUnit)); });
   } else {
-    for (std::size_t i = 0; i < count; ++i) out.Put(FromByte(bytes[i]));
+    for (std::size_t i = 0; i < count; ++i) out.Put(FromByte(static_cast<unsigned char>(pBytes[i])));
   }
   return out.Result();
 }

@@ -8,7 +8,7 @@ LSTATUS RegistryBatch::Commit() const noexcept try {
   for (const Change& change : m_vChanges) {
     const std::wstring key = WideText(change.m_sKey);
     LSTATUS status = ERROR_SUCCESS;
-    if (change.m_bRemove) {
+    if (change.m_Kind == Change::Kind::kRemove) {
       status = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
       if (status == ERROR_FILE_NOT_FOUND) status = ERROR_SUCCESS;
     } else {

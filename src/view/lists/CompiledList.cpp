@@ -60,19 +60,21 @@ void CompiledList::DrawSegment(const std::vector<std::uint32_t>& aFound, std::si
                                std::uint32_t aFirst, const ListSegment& aSegment) const noexcept {
   std::uint32_t run = aFirst;  // index after the last run that was drawn
   std::uint32_t names = aFirst < m_aRuns.size() ? m_aRuns[aFirst].m_uNames : aSegment.m_After.m_uNames;
-  const auto catchUp = [&](const ListRun& aState, bool aSkipped) {
-    if (aSkipped) aState.m_State.Apply();
-    // GL writes a record of earlier hits at each call of glLoadName, also with an unchanged name.
+  // GL writes a record of earlier hits at each call of glLoadName, also with an unchanged name.
+  const auto loadName = [&](const ListRun& aState) {
     if (names != aState.m_uNames) glLoadName(aState.m_uName);
   };
   for (; aNext < aFound.size() && aFound[aNext] < aSegment.m_uEnd; ++aNext) {
     const std::uint32_t found = aFound[aNext];
-    catchUp(m_aRuns[found], found != run);
+    if (found != run) m_aRuns[found].m_State.Apply();
+    loadName(m_aRuns[found]);
     glCallList(m_aRuns[found].m_uList);
     run = found + 1;
     names = run < aSegment.m_uEnd ? m_aRuns[run].m_uNames : aSegment.m_After.m_uNames;
   }
-  if (run != aSegment.m_uEnd) catchUp(aSegment.m_After, true);
+  if (run == aSegment.m_uEnd) return;
+  aSegment.m_After.m_State.Apply();
+  loadName(aSegment.m_After);
 }
 
 // Returns names and state after a run, which are those before the next run of its segment.

@@ -26,8 +26,8 @@ class CompiledLists final : private CompiledList::Caller {
   /// Checks lists that earlier selections have drawn. Called before a selection, outside of selection mode.
   /// Checks a long list in several steps, so that a selection takes at most about twice its time.
   void Check() noexcept;
-  /// Sets whether a selection pass is running.
-  void SetPicking(bool aPicking) noexcept { m_bPicking = aPicking; }
+  void BeginSelectionPass() noexcept { m_bPicking = true; }
+  void EndSelectionPass() noexcept { m_bPicking = false; }
 
   /// Deletes the runs and bounds of lists, but not the hosts' lists.
   void Delete(unsigned aFirst, int aCount) noexcept;

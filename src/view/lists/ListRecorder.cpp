@@ -12,7 +12,7 @@ namespace {
 
 // A run ends after the primitive with which it reaches this number of vertices. Runs without an identifier
 // are longer, because dividing them gains less. Smaller runs slow down frames.
-constexpr std::uint32_t kNamedVertices = 512, kVertices = 2048;
+constexpr std::uint32_t kNamedVertices = 512, kVertices = 4096;
 // A run that enables culling is always drawn; see ListCheck.cpp. So it ends early.
 constexpr std::uint32_t kCullingVertices = 64;
 constexpr std::uint32_t kNever = std::numeric_limits<std::uint32_t>::max();
@@ -101,9 +101,11 @@ void ListRecorder::Begin(GLenum aMode) noexcept {
   m_uSlowFrom = m_bBounded && VerticesEach(aMode) != 0 ? LongestPrimitives() : kNever;
 }
 
-// Mesa merges consecutive primitives of a list. Its selection mode crashes on merged primitives of several
-// kinds, or of one kind that shares vertices. This was seen with version 22.3, also without this component. A
-// call without an effect prevents the merging.
+// Mesa merges consecutive primitives of a list into one part per kind. Version 22.3 has two faults, also
+// without this component. Selection finds nothing in the second part and crashes at the third. Strips of
+// fewer than three vertices corrupt the heap when they are merged. A call without an effect prevents the
+// merging. Strips and fans of four vertices or more would be safe, but their length is not known here, and
+// those of three become triangles, which are another kind.
 void ListRecorder::KeepApart(GLenum aMode) noexcept {
   const bool merges = aMode != GL_LINE_LOOP && aMode != GL_TRIANGLE_STRIP && aMode != GL_TRIANGLE_FAN;
   if (m_bMayMerge && m_bMesa && !(merges && aMode == m_uMode)) glCallLists(0, GL_UNSIGNED_BYTE, nullptr);

@@ -27,10 +27,12 @@ class GLViewPicture {
   GLViewPicture(IGLPixmap* aTarget, const GLCaptureRequest& aRequest)
       : m_pTarget(GLPtr<IGLPixmap>::FromBorrowed(aTarget)), m_Request(aRequest) {}
 
-  /// Returns the future that Complete sets: whether the pixmap holds the picture.
+  /// Returns the future that Complete or Refuse sets: whether the pixmap holds the picture.
   std::future<bool> Taken() { return m_Taken.get_future(); }
   /// Reports the result to the host.
   void Complete(bool aTaken) { m_Taken.set_value(aTaken); }
+  /// Reports to the host that there is no picture.
+  void Refuse() { m_Taken.set_value(false); }
 
   /// Selects how to draw. @return false if there is nothing to draw
   bool Plan(IGLContext& aContext) noexcept {

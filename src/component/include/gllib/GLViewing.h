@@ -140,7 +140,7 @@ class GLViewing final : public GLClient<IGLCapture> {
     }
     if (m_bOwn) {
       *aEnabled = m_Serving.Plan(m_Context) ? 1 : 0;
-      if (*aEnabled == 0) std::exchange(m_Serving, GLViewPicture()).Complete(false);
+      if (*aEnabled == 0) std::exchange(m_Serving, GLViewPicture()).Refuse();
     } else if (capture) {
       capture->IsEnabled(aEnabled);
       m_pAsked = *aEnabled != 0 ? capture : nullptr;

@@ -18,8 +18,8 @@ struct FaceRequest {
   const char* m_szFace;     ///< UTF-8; empty for none
   const char* m_szGeneric;  ///< family to use if the face is not available
   int m_iWeight;            ///< 1 to 1000
-  bool m_bItalic;
-  bool m_bFixedPitch;
+  bool m_bItalic = false;
+  bool m_bFixedPitch = false;
 };
 
 /// The result of the font mapper.

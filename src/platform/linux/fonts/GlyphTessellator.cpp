@@ -37,19 +37,21 @@ bool GlyphTessellator::Run(const GlyphOutline& aOutline) {
   m_vBoundary.clear();
   m_vTriangles.clear();
   m_bFailed = m_pTess == nullptr;
-  return !m_bFailed && Tessellate(aOutline.m_vContours, aOutline.m_bEvenOdd, true) &&
-         Tessellate(m_vBoundary, false, false);
+  const int winding = aOutline.m_bEvenOdd ? GLU_TESS_WINDING_ODD : GLU_TESS_WINDING_NONZERO;
+  return !m_bFailed && Tessellate(aOutline.m_vContours, winding, Output::kBoundary) &&
+         Tessellate(m_vBoundary, GLU_TESS_WINDING_NONZERO, Output::kTriangles);
 }
 
-bool GlyphTessellator::Tessellate(const std::vector<Contour>& aContours, bool aEvenOdd, bool aBoundaryOnly) {
+bool GlyphTessellator::Tessellate(const std::vector<Contour>& aContours, int aWinding, Output aOutput) {
   GLUtesselator* tess = m_pTess.get();
-  m_bBoundaryOnly = aBoundaryOnly;
+  const bool boundary = aOutput == Output::kBoundary;
+  m_Output = aOutput;
   m_Vertices.clear();
-  gluTessProperty(tess, GLU_TESS_WINDING_RULE, aEvenOdd ? GLU_TESS_WINDING_ODD : GLU_TESS_WINDING_NONZERO);
-  gluTessProperty(tess, GLU_TESS_BOUNDARY_ONLY, aBoundaryOnly ? GL_TRUE : GL_FALSE);
+  gluTessProperty(tess, GLU_TESS_WINDING_RULE, aWinding);
+  gluTessProperty(tess, GLU_TESS_BOUNDARY_ONLY, boundary ? GL_TRUE : GL_FALSE);
   // With an edge flag callback GLU generates only triangles, no fans or strips.
   SetCallback(
-      tess, GLU_TESS_EDGE_FLAG, aBoundaryOnly ? nullptr : +[](GLboolean) noexcept {});
+      tess, GLU_TESS_EDGE_FLAG, boundary ? nullptr : +[](GLboolean) noexcept {});
   gluTessBeginPolygon(tess, this);
   for (const Contour& contour : aContours) {
     gluTessBeginContour(tess);
@@ -64,7 +66,7 @@ bool GlyphTessellator::Tessellate(const std::vector<Contour>& aContours, bool aE
 }
 
 void GlyphTessellator::BeginPart() noexcept {
-  if (!m_bBoundaryOnly) return;
+  if (m_Output != Output::kBoundary) return;
   try {
     m_vBoundary.emplace_back();
   } catch (...) {
@@ -75,7 +77,7 @@ void GlyphTessellator::BeginPart() noexcept {
 void GlyphTessellator::PutVertex(const Vertex& aVertex) noexcept {
   if (m_bFailed) return;
   try {
-    auto& points = m_bBoundaryOnly ? m_vBoundary.back() : m_vTriangles;
+    auto& points = m_Output == Output::kBoundary ? m_vBoundary.back() : m_vTriangles;
     points.push_back({aVertex[0], aVertex[1]});
   } catch (...) {
     m_bFailed = true;

@@ -30,7 +30,10 @@ class GlyphTessellator {
  private:
   using Vertex = std::array<double, 3>;
 
-  bool Tessellate(const std::vector<Contour>& aContours, bool aEvenOdd, bool aBoundaryOnly);
+  enum class Output { kBoundary, kTriangles };
+
+  /// @param aWinding GLU_TESS_WINDING_ODD or GLU_TESS_WINDING_NONZERO
+  bool Tessellate(const std::vector<Contour>& aContours, int aWinding, Output aOutput);
   void BeginPart() noexcept;
   void PutVertex(const Vertex& aVertex) noexcept;
   void* Combine(const double* aAt) noexcept;
@@ -39,6 +42,6 @@ class GlyphTessellator {
   std::deque<Vertex> m_Vertices;  // a deque, since GLU keeps pointers to the elements
   std::vector<Contour> m_vBoundary;
   std::vector<OutlinePoint> m_vTriangles;
-  bool m_bBoundaryOnly = false;
+  Output m_Output = Output::kBoundary;  // of the running pass
   bool m_bFailed = false;
 };

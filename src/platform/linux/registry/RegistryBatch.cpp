@@ -38,7 +38,7 @@ LSTATUS RegistryBatch::Commit() const noexcept try {
   const std::string before = file.Text();
   for (const Change& change : m_vChanges) {
     const std::string path = "HKEY_CLASSES_ROOT\\" + change.m_sKey;
-    if (change.m_bRemove) {
+    if (change.m_Kind == Change::Kind::kRemove) {
       file.Remove(path);
     } else {
       file.SetText(path, change.m_sName, change.m_sText);

@@ -19,6 +19,7 @@
 
 #include "platform/ExitGate.h"
 #include "platform/Log.h"
+#include "platform/Memory.h"
 #include "platform/Thread.h"
 #include "platform/linux/MessageThread.h"
 #include "platform/linux/WindowTable.h"
@@ -27,11 +28,8 @@
 namespace {
 
 template <class T>
-using Reply = std::unique_ptr<T, decltype(&std::free)>;
-
-template <class T>
-Reply<T> Owned(T* aReply) noexcept {
-  return {aReply, &std::free};
+HeapBlock<T> Owned(T* aReply) noexcept {
+  return HeapBlock<T>(aReply);
 }
 
 xcb_window_t XidOf(HWND aWindow) noexcept {

@@ -1,49 +1,13 @@
-// GLViewer: the two passes of a frame: projection before the painter, overlay after it.
-// Draw thread, with the rendering context current.
+// GLViewer: the overlay pass of a frame, after the painter. Draw thread, with the rendering context current.
 
 #include <gllib/IGLContext.h>
 
-#include "component/ContextSite.h"
+#include "component/GLContextSite.h"
 #include "component/Module.h"
 #include "diagnostics/ClientCheck.h"
 #include "geometry/Geometry.h"
 #include "platform/GL.h"
 #include "view/GLViewer.h"
-
-void GLViewer::PrepareProjection(int aWidth, int aHeight, Target aTarget) noexcept {
-  double aspect = static_cast<double>(aWidth) / aHeight;
-  if (m_bClipped) {
-    const int x = m_iClipX, y = m_iClipY, width = m_iClipWidth, height = m_iClipHeight;
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(x, y, width, height);
-    if (m_bClipScaled) {
-      glViewport(x, y, width, height);
-    } else {
-      glViewport(0, 0, aWidth, aHeight);
-    }
-    aspect = static_cast<double>(width) / height;  // also if the picture is not scaled to the rectangle
-  } else {
-    glDisable(GL_SCISSOR_TEST);
-    glViewport(0, 0, aWidth, aHeight);
-  }
-  if (aTarget == Target::kWindow) m_dWindowAspect = aspect;
-
-  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);  // limited to the viewer's area by the scissor
-
-  if (m_bOrtho) {
-    // The shorter side shows exactly the extents; the longer side shows more.
-    const GLDATA_POINT low = m_sOrthoMin;
-    const GLDATA_POINT high = m_sOrthoMax;
-    if (1.0 > aspect) {
-      glOrtho(low.x, high.x, low.y / aspect, high.y / aspect, low.z, high.z);
-    } else {
-      glOrtho(low.x * aspect, high.x * aspect, low.y, high.y, low.z, high.z);
-    }
-  } else {
-    gluPerspective(m_dEyeFovy, aspect * m_dEyeAspect, m_dEyeZNear, m_dEyeZFar);
-  }
-  glMatrixMode(GL_MODELVIEW);
-}
 
 void GLViewer::DrawOverlay(IGLCanvas* aCanvas, IGLContext* aContext, const GLContextSite& aSite) noexcept {
   const bool drawFrame = m_bClipped && m_bClipFrameVisible;

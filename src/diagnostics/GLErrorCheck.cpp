@@ -1,6 +1,6 @@
-// GLErrors: reads GL's errors and logs their names. Draw thread, with GL current.
+// GLErrorCheck: reads GL's errors and logs their names. Draw thread, with GL current.
 
-#include "diagnostics/GLErrors.h"
+#include "diagnostics/GLErrorCheck.h"
 
 #include "diagnostics/FirstReport.h"
 #include "platform/GL.h"

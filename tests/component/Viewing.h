@@ -1,4 +1,4 @@
-// ViewingFixture: a context with the viewing headers, driven picture by picture.
+// Viewing: a context with the viewing headers, driven picture by picture.
 
 #pragma once
 

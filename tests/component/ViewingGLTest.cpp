@@ -2,7 +2,7 @@
 // Headless display.
 
 #include "RandomViews.h"
-#include "view/ViewingFixture.h"
+#include "component/Viewing.h"
 
 namespace {
 

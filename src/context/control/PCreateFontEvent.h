@@ -1,4 +1,4 @@
-// ContextTasks: tasks that a context posts to its draw thread without waiting for them.
+// PCreateFontEvent: builds a font. A context posts it to its draw thread and does not wait for it.
 // Created on host threads; run and deleted on the draw thread, between two frames.
 
 #pragma once
@@ -19,18 +19,4 @@ class PCreateFontEvent final : public PEvent {
  private:
   GLContext& m_Context;
   GLPtr<GLFont> m_pFont;
-  bool m_bDone = false;
 };
-
-/// Disables all clip planes in GL.
-class PResetClipPlanesEvent final : public PEvent {
- public:
-  explicit PResetClipPlanesEvent(GLContext& aContext);
-  void Run() override;
-
- private:
-  GLContext& m_Context;
-};
-
-/// Records the context whose draw thread the calling thread is; null for none.
-void MarkDrawThread(GLContext* aContext) noexcept;

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "component/ContextSite.h"
+#include "component/GLContextSite.h"
 #include "thread/PCriticalSection.h"
 
 /// A back pointer that is null after the context's end.
@@ -14,24 +14,17 @@ class GLSiteLink {
   /// Access to the context. Clear waits until this object is destroyed. Must not be held during LockGL.
   class Use {
    public:
-    explicit Use(GLSiteLink* aLink) noexcept : m_pLink(aLink) {
-      if (m_pLink == nullptr) return;
-      m_pLink->m_Lock.Enter();
-      m_pSite = m_pLink->m_pSite;
-    }
-    ~Use() {
-      if (m_pLink != nullptr) m_pLink->m_Lock.Leave();
-    }
-    Use(const Use&) = delete;
-    Use& operator=(const Use&) = delete;
+    explicit Use(GLSiteLink* aLink) noexcept
+        : m_Lock(aLink != nullptr ? &aLink->m_Lock : nullptr),
+          m_pSite(aLink != nullptr ? aLink->m_pSite : nullptr) {}
 
     explicit operator bool() const noexcept { return m_pSite != nullptr; }
     GLContextSite* operator->() const noexcept { return m_pSite; }
     GLContextSite& operator*() const noexcept { return *m_pSite; }
 
    private:
-    GLSiteLink* m_pLink;
-    GLContextSite* m_pSite = nullptr;
+    const PLock m_Lock;
+    GLContextSite* const m_pSite;
   };
 
   explicit GLSiteLink(GLContextSite* aSite) noexcept : m_pSite(aSite) {}

@@ -18,8 +18,9 @@ struct Captured {
   std::atomic<int> textures{0}, lists{0};  // names in the window's rendering context, at the last count
   FreeContext drawn;
 
-  explicit Captured(int aWidth = kWidth, int aHeight = kHeight, bool aWhole = true)
-      : scene(aWhole),
+  explicit Captured(int aWidth = kWidth, int aHeight = kHeight,
+                    RichScene::Parts aParts = RichScene::Parts::kAll)
+      : scene(aParts),
         drawn([this](Scene& aScene) { Draw(aScene); }, aWidth, aHeight),
         m_iWidth(aWidth),
         m_iHeight(aHeight) {
@@ -170,7 +171,7 @@ TEST(Capture, ReportsEachResult) {
 TEST(Capture, LeavesTheWindowUnchanged) {
   constexpr bool kSanitized = GLLIB_SANITIZED != 0;  // a sanitizer run is slower, and keeps memory
   constexpr int kRepetitions = kSanitized ? 50 : 1000;
-  Captured captured(kWidth, kHeight, false);
+  Captured captured(kWidth, kHeight, RichScene::Parts::kQuick);
   captured.Take();
   const Picture before = captured.WindowPicture();
   const int textures = captured.textures, lists = captured.lists;

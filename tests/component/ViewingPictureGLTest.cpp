@@ -1,6 +1,6 @@
 // Pictures at a zoom factor, and text that scales with them. Headless display.
 
-#include "view/ViewingFixture.h"
+#include "component/Viewing.h"
 
 namespace {
 

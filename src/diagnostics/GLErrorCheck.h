@@ -1,5 +1,6 @@
-// GLErrors: logs GL's errors with the operation after which they were found. Draw thread, with GL current.
-// Active only at log level debug. The host's glGetError does not return the errors that are logged here.
+// GLErrorCheck: logs GL's errors with the operation after which they were found. Draw thread, with GL
+// current. Active only at log level debug. The host's glGetError does not return the errors that are logged
+// here.
 
 #pragma once
 
