@@ -102,7 +102,7 @@ void GrowthOfIdentifiers(benchmark::State& aState) {
     GLDATA_POINT first{-1, -1, 0}, second{1, 1, 0};
     int size = count;
     stage.m_Context->Select(stage.m_pViewer, &first, &second, 0, 0, &size, ids.data());
-    if (size != count) aState.SkipWithError("not all were found");
+    if (size != count) aState.SkipWithError("not all identifiers were found");
   }
 }
 

@@ -59,7 +59,7 @@ struct Model {
   }
 };
 
-/// Which identifiers a selection returns.
+/// The identifiers that a selection returns.
 enum class Hits { kAll, kEnclosed };
 
 /// A context that draws a model from one list, only for selections.

@@ -1,5 +1,5 @@
-// PlainContext: a rendering context with no window that the component knows nothing of, for benchmarks and
-// for the pictures of tests. Current on the thread that makes it, from construction to the end.
+// PlainContext: a rendering context without a window, unknown to the component, for benchmarks and for the
+// pictures of tests. Current on the thread that makes it, from construction to the end.
 
 #pragma once
 
@@ -26,7 +26,7 @@ class PlainContext {
         (m_Surface = eglCreatePbufferSurface(m_Display, config, size)) != EGL_NO_SURFACE &&
         (m_Context = eglCreateContext(m_Display, config, EGL_NO_CONTEXT, nullptr)) != EGL_NO_CONTEXT &&
         eglMakeCurrent(m_Display, m_Surface, m_Surface, m_Context);
-    if (!made) throw std::runtime_error("no OpenGL context without a window");
+    if (!made) throw std::runtime_error("cannot create an OpenGL context without a window");
     glViewport(0, 0, aWidth, aHeight);
   }
   ~PlainContext() {

@@ -39,9 +39,9 @@ void DrawPlain() {
             [](float aX, float aY) { glVertex3f(aX, aY, 0); }, [] { glEnd(); });
 }
 
-/// What the painter draws from.
+/// The source of the painter's geometry.
 enum class Source { kImmediate, kList };
-/// What starts the cycles of the draw thread.
+/// The start of the draw thread's cycles.
 enum class Cycle { kFree, kControlled };
 
 class ScenePainter : public GLPainterBase {

@@ -105,7 +105,7 @@ void FetchFromCanvas(benchmark::State& aState) {
   for (auto _ : aState) {
     for (LONG offset = 0; offset < count; offset += kPortion) {
       if (canvas->GetTransparentTriangles(offset, kPortion, portion.data()) != S_OK) {
-        aState.SkipWithError("a portion was refused");
+        aState.SkipWithError("a call returned an error");
         return;
       }
       benchmark::DoNotOptimize(portion.data());

@@ -13,8 +13,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libgllib${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
-    "The module that programs load, and gllib-register, which enters its classes into
-the registry for those that make objects by name.")
+    "The module that programs load, and gllib-register, which registers its classes for
+programs that create objects by name.")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 # EGL loads its drivers by name and does not depend on any.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS libgl1-mesa-dri)
@@ -24,7 +24,7 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libgllib-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
-    "Headers, the source of the type library, and the files by which CMake and
+    "Headers, the source of the type library, and the files with which CMake and
 pkg-config find the module.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION}), libgl-dev")
 
@@ -34,8 +34,8 @@ if(TARGET python_package)
   set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
   set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
   set(CPACK_COMPONENT_PYTHON_DESCRIPTION
-      "The package gllib, by which programs in Python draw with the module, and examples
-of its use. Drawing from arrays and looking at pictures as arrays take NumPy.")
+      "The package gllib, with which Python programs draw, and examples. Drawing from arrays
+and reading pictures as arrays require NumPy.")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
       "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION}), python3 (>= 3.9)")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-numpy)
@@ -48,8 +48,8 @@ if(GLLIB_GLVIEW)
   set(CPACK_DEBIAN_GLVIEW_PACKAGE_NAME gllib-glview)
   set(CPACK_DEBIAN_GLVIEW_PACKAGE_SECTION graphics)
   set(CPACK_COMPONENT_GLVIEW_DESCRIPTION
-      "A viewer of 3-D models, in a window or to a picture file, with its entry in the
-desktop's menu.")
+      "A viewer for 3-D models, in a window or to a picture file, with an entry in the
+desktop menu.")
   set(CPACK_DEBIAN_GLVIEW_PACKAGE_SHLIBDEPS ON)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)  # location of the module while packages are built
   set(CPACK_DEBIAN_GLVIEW_PACKAGE_DEPENDS "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION})")

@@ -20,6 +20,6 @@ function(gllib_type_library file)
     OUTPUT ${file}
     COMMAND ${GLLIB_WIDL} -t --win64 -I ${GLLIB_WIDL_IMPORTS} -L ${GLLIB_WIDL_LIBRARIES} -o ${file} ${source}
     DEPENDS ${source}
-    COMMENT "Making the type library"
+    COMMENT "Generating the type library"
     VERBATIM)
 endfunction()

@@ -107,8 +107,8 @@ Picture DrawPicking() {
 
   Pick(context, viewer, "under the point", kPlace, kPlace, Which::All);
   Pick(context, viewer, "nearest at the point", kPlace, kPlace, Which::Nearest);
-  painter->Set(Pick(context, viewer, "met by the frame", kFrom, kTo, Which::All), Met);
-  painter->Set(Pick(context, viewer, "wholly inside it", kFrom, kTo, Which::Enclosed), Inside);
+  painter->Set(Pick(context, viewer, "touched by the box", kFrom, kTo, Which::All), Met);
+  painter->Set(Pick(context, viewer, "completely inside it", kFrom, kTo, Which::Enclosed), Inside);
 
   viewer.AddGauge(GLMake<FrameGauge>().Get());
   viewer.ShowGauges(1);

@@ -25,17 +25,17 @@ struct Options {
 cxxopts::Options CommandLine() {
   cxxopts::Options command("gllib-register",
                            "usage: gllib-register [--user] [--remove] [MODULE]\n\n"
-                           "Enters the classes of GLLib into the registry, where hosts find them by name.\n"
-                           "MODULE is a module's file; without it the installed one is taken.");
+                           "Registers the classes of GLLib, so that hosts can create objects by name.\n"
+                           "MODULE is the file of a module. Default: the installed module.");
   command.custom_help("");
-  command.add_options()("u,user", "into the registry of this user, not of the machine")(
-      "r,remove", "takes them out again")("h,help", "shows this");
+  command.add_options()("u,user", "use the registry of this user instead of the machine's")(
+      "r,remove", "remove the classes")("h,help", "show this text");
   return command;
 }
 
 std::string HelpText() {
   return CommandLine().help({}, false) +
-         "\nexit codes: 0 done, 1 the registry refused, 2 wrong usage, 3 no such module\n";
+         "\nexit codes: 0 success, 1 registration failed, 2 invalid command line, 3 no such module\n";
 }
 
 /// Reads the command line.
@@ -53,17 +53,17 @@ std::optional<Options> Read(int argc, char** argv) try {
 const char* Reason(HRESULT aResult) {
   switch (static_cast<unsigned>(aResult)) {
     case 0x80070005:
-      return "the registry can't be written";
+      return "the registry cannot be written";
     case 0x800703F1:
-      return "a registry file is damaged; it was left as it is";
+      return "a registry file is damaged; it was not changed";
     case 0x8007001D:
-      return "the registry couldn't be written to its end; it was left as it was";
+      return "the registry could not be written completely; it was not changed";
     case 0x8007001E:
-      return "a registry file can't be read to its end; it was left as it is";
+      return "a registry file cannot be read completely; it was not changed";
     case 0x80070021:
-      return "another program has locked the registry; it was left as it is";
+      return "another program has locked the registry; it was not changed";
     default:
-      return "the module refused";
+      return "the module returned an error";
   }
 }
 
@@ -86,7 +86,7 @@ int main(int argc, char** argv) {
   const char* name = options->m_bRemove ? "DllUnregisterServer" : "DllRegisterServer";
   const auto entryPoint = reinterpret_cast<EntryPoint>(dlsym(module, name));
   if (entryPoint == nullptr) {
-    std::fprintf(stderr, "gllib-register: %s has no %s\n", options->m_sModule.c_str(), name);
+    std::fprintf(stderr, "gllib-register: %s does not export %s\n", options->m_sModule.c_str(), name);
     return kNoModule;
   }
   const HRESULT result = entryPoint();

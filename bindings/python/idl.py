@@ -38,7 +38,7 @@ class Library:
 def _argument(text):
     found = re.fullmatch(r"\[([a-z, ]+)\] ([\w ]+?)\s*(\**)\s*(\w+)(?:\[(\d)\])?", " ".join(text.split()))
     if not found:
-        raise ValueError(f"an argument that this reader does not know: {text!r}")
+        raise ValueError(f"unknown form of an argument: {text!r}")
     directions = found[1].replace(" ", "").split(",")
     stars = found[3] + ("*" if found[5] else "")
     return Argument(found[4], found[2] + stars, int(found[5] or 0), "in" in directions, "out" in directions)
@@ -66,7 +66,7 @@ def read_library(path):
     ):
         operations = re.findall(r"(?:\[prop(get|put)\] )?HRESULT (\w+)\(([^;]*)\);", body)
         if len(operations) != body.count(";"):
-            raise ValueError(f"an operation of {name} that this reader does not know")
+            raise ValueError(f"unknown form of an operation of {name}")
         library.interfaces[name] = Interface(name, identifier, [_operation(*o) for o in operations])
     for identifier, name, body in re.findall(r"\[uuid\(([\w-]+)\)[^\]]*\]\s*coclass (\w+) \{([^}]*)\}", text):
         library.classes[name] = (identifier, re.findall(r"interface (\w+);", body))

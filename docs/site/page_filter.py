@@ -25,7 +25,7 @@ def _target(page, link, shown):
         return f"examples_page.html#{layout.slug(str(path).replace('/', '-'))}"
     if str(path) in shown:
         return f"{layout.source_label(path)}.html"
-    raise SystemExit(f"{page}: nothing on the site shows {link}")
+    raise SystemExit(f"{page}: no page of the site contains {link}")
 
 
 def _line(page, line, shown):

@@ -112,7 +112,7 @@ void Run(const char* aModel) {
   const Session session;
   const Window window = OpenWindow(*model, options);
   const ULONG_PTR parent = NativeWindow(window.get());
-  if (parent == 0) throw std::runtime_error("SDL's window isn't one of an X server");
+  if (parent == 0) throw std::runtime_error("SDL did not create an X11 window");
   Scene scene(model, options, parent);
   scene.DrawOnRequest();
   EventLoop(*window, *model, scene).Run();

@@ -29,7 +29,7 @@ void Loader::Read(std::vector<std::string> aPaths) {
   m_model = std::async(std::launch::async, [read = m_read, paths = std::move(aPaths), limits = m_limits,
                                             together = m_together] {
     return std::make_shared<const Model>(LoadModels(paths, limits, together, [&](float aShare) {
-      if (read->givenUp) throw ModelError("given up");
+      if (read->givenUp) throw ModelError("cancelled");
       read->share = aShare;
     }));
   });

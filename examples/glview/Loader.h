@@ -1,4 +1,4 @@
-// Loader: reads models on threads of its own while the window keeps working. The host's thread polls the
+// Loader: reads models on separate threads while the window responds. The host's thread polls the
 // progress.
 
 #pragma once

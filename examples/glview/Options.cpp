@@ -180,14 +180,14 @@ cxxopts::Options CommandLine() {
   auto addSwitch = [add = command.add_options()](const char* aName, const char* aText) mutable {
     add(aName, aText);
   };
-  addSwitch("together", "leave several models where their coordinates put them");
+  addSwitch("together", "place several models by their own coordinates");
   add("out", "FILE.png", "draw one picture without a display, and exit");
   add("zoom", "F", "enlarge that picture by F, at full resolution (1)");
   add("size", "WxH", "size of the window or picture (1024x768)");
   add("background", "RRGGBB", "colour behind the model, in hexadecimal (212630)");
   add("fsaa", "N", "smooth the window's edges by up to N samples per pixel, if supported");
   add("shade", "MODE", "shaded, wire, hidden or points");
-  addSwitch("fog", "let the far side fade");
+  addSwitch("fog", "let distant parts fade into the background");
   addSwitch("ortho", "parallel projection");
   add("views", "1|4", "one view, or four: front, right, top and free");
   add("turn", "YAW,PITCH", "position of the eye, in degrees (30,15)");
@@ -195,7 +195,7 @@ cxxopts::Options CommandLine() {
   addSwitch("text", "show the models' names");
   add("pick", "X,Y", "print the name of the part at a pixel, and exit");
   add("pick-box", "X1,Y1,X2,Y2[,inside]",
-      "print the names of the parts in a box, or of those wholly inside it");
+      "print the names of the parts in a box, or of those completely inside it");
   add("section", "AXIS[,SHARE]", "cut the model perpendicular to x, y or z, at a share of its size (0.5)");
   add("measure", "X1,Y1,X2,Y2[,X3,Y3]",
       "print the distance between the points at two pixels, or the angle at the second of three, in degrees");

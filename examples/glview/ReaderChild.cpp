@@ -91,7 +91,7 @@ class ShareReport {
   void operator()(float aShare) {
     if (aShare < m_told + 0.01f) return;
     m_told = aShare;
-    if (!WriteAll(kProgressPipe, &aShare, sizeof(aShare))) _exit(kModelRefused);  // the viewer is gone
+    if (!WriteAll(kProgressPipe, &aShare, sizeof(aShare))) _exit(kModelRefused);  // the viewer has ended
   }
 
  private:
@@ -113,7 +113,7 @@ int Read(const std::string& aPath) {
   } catch (const ModelError& error) {
     return Refuse(error.what());
   } catch (const std::exception& error) {
-    return Refuse("can't read " + aPath + ": " + error.what());
+    return Refuse("cannot read " + aPath + ": " + error.what());
   }
 }
 

@@ -178,7 +178,7 @@ class Reader {
     Refuse("reading it takes longer than " + std::to_string(m_limits.seconds) + " s");
   }
   [[noreturn]] void Refuse(const std::string& aReason) const {
-    throw ModelError("can't read " + m_path + ": " + aReason);
+    throw ModelError("cannot read " + m_path + ": " + aReason);
   }
 
   const ReadLimits m_limits;
@@ -213,7 +213,7 @@ void Reader::Start() {
   m_progress.in.Close();
   if (failed != 0) {
     m_process = -1;
-    Refuse(std::string("no process can be started for it: ") + std::strerror(failed));
+    Refuse(std::string("cannot start its reader process: ") + std::strerror(failed));
   }
 }
 
@@ -246,7 +246,7 @@ int Reader::WaitForEnd() {
 void Reader::RequireModel(int aStatus) const {
   if (WIFSIGNALED(aStatus)) {
     if (WTERMSIG(aStatus) == SIGXCPU) RefuseForTime();
-    Refuse("its reader crashed by signal " + std::to_string(WTERMSIG(aStatus)));
+    Refuse("its reader was ended by signal " + std::to_string(WTERMSIG(aStatus)));
   }
   switch (WEXITSTATUS(aStatus)) {
     case kModelRead:

@@ -29,7 +29,7 @@ Picture TakePicture(Scene& aScene, const HiddenParent& aParent, const Options& a
   auto picture = aScene.Capture(whole);
   for (const auto end = std::chrono::steady_clock::now() + kPatience; !picture.IsThere(kDeliveryPeriod);) {
     aParent.DeliverMessages();
-    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("no frame came");
+    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("no frame was drawn");
   }
   auto result = picture.Take();
   if (!result) throw std::runtime_error("cannot take a picture of that size");
@@ -60,5 +60,5 @@ void TakeSnapshot(std::shared_ptr<const Model> aModel, const Options& aOptions) 
   if (!aOptions.measure.empty()) PrintMeasured(scene, aOptions.measure);
   if (aOptions.out.empty()) return;
   const Picture picture = TakePicture(scene, parent, aOptions);
-  if (!WritePng(picture, aOptions.out)) throw std::runtime_error("can't write " + aOptions.out);
+  if (!WritePng(picture, aOptions.out)) throw std::runtime_error("cannot write " + aOptions.out);
 }

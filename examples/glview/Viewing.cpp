@@ -171,7 +171,7 @@ void Viewing::FinishCapture() {
   const auto picture = m_picture.Take();
   if (!picture) return Note("the capture failed");
   const std::string name = FreeName(m_model->name);
-  Note(WritePng(*picture, name) ? "wrote " + name : "can't write " + name);
+  Note(WritePng(*picture, name) ? "wrote " + name : "cannot write " + name);
 }
 
 void Viewing::Note(const std::string& aWord) {

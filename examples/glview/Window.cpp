@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Keys without a printed character, and the characters that stand for them.
+/// Keys without a printed character, and the characters that represent them.
 const std::map<int, char> kNamedKeys = {{GLFW_KEY_UP, '^'},          {GLFW_KEY_DOWN, 'v'},
                                         {GLFW_KEY_LEFT, '<'},        {GLFW_KEY_RIGHT, '>'},
                                         {GLFW_KEY_KP_SUBTRACT, '-'}, {GLFW_KEY_KP_ADD, '+'}};
@@ -23,7 +23,7 @@ const std::map<int, char> kNamedKeys = {{GLFW_KEY_UP, '^'},          {GLFW_KEY_D
 /// Initializes GLFW; the destructor shuts it down.
 struct Session {
   Session() {
-    if (glfwInit() != GLFW_TRUE) throw std::runtime_error("no display; --out FILE.png draws without one");
+    if (glfwInit() != GLFW_TRUE) throw std::runtime_error("no display; --out FILE.png needs none");
   }
   ~Session() { glfwTerminate(); }
   Session(const Session&) = delete;

@@ -11,7 +11,7 @@
 Stage::Stage(int aWidth, int aHeight) {
   setenv("GLLIB_DISPLAY", "headless", 1);
   m_context = GLCreate<IGLContext>(CLSID_GLContext);
-  if (!m_context || FAILED(m_context->Initialize(0))) throw std::runtime_error("the context can't draw");
+  if (!m_context || FAILED(m_context->Initialize(0))) throw std::runtime_error("the context cannot draw");
   m_context->SetViewport(0, 0, aWidth, aHeight);
   m_reader = std::make_unique<FrameReader>(*m_context);
 }
@@ -28,7 +28,7 @@ IGLViewer& Stage::AddViewer(const GLDATA_POINT& aEye, double aPitch) const {
 
 Picture Stage::Read() const {
   Picture picture;
-  if (!m_reader->Read(picture)) throw std::runtime_error("no frame came");
+  if (!m_reader->Read(picture)) throw std::runtime_error("no frame was drawn");
   return picture;
 }
 
@@ -40,7 +40,7 @@ int RunExample(int argc, char** argv, Picture (*aExample)()) {
   GLKeepFreedMemory();  // Mesa's software renderer frees memory in every frame
   try {
     if (WritePng(aExample(), argv[2])) return 0;
-    std::fprintf(stderr, "%s: can't write %s\n", argv[0], argv[2]);
+    std::fprintf(stderr, "%s: cannot write %s\n", argv[0], argv[2]);
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "%s: %s\n", argv[0], failure.what());
   }

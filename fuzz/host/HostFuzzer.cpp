@@ -72,7 +72,7 @@ HRESULT Turn::Check(HRESULT aResult) const noexcept {
                                   CLASS_E_NOAGGREGATION,
                                   CLASS_E_CLASSNOTAVAILABLE};
   if (std::find(std::begin(kResults), std::end(kResults), aResult) == std::end(kResults)) {
-    std::fprintf(stderr, "%s gives %08x\n", m_pOperation->m_szName, static_cast<unsigned>(aResult));
+    std::fprintf(stderr, "%s returns %08x\n", m_pOperation->m_szName, static_cast<unsigned>(aResult));
     std::abort();
   }
   return aResult;
@@ -126,7 +126,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* aData, std::size_t aSi
   for (std::thread& thread : threads) thread.join();
   world.Close();
   if (!EverythingEnds()) {
-    std::fputs("something of this run doesn't end\n", stderr);
+    std::fputs("an object or thread of this run does not end\n", stderr);
     std::abort();
   }
   return 0;

@@ -26,7 +26,7 @@ std::atomic<unsigned> g_uLastNumber{0};
 }  // namespace
 
 GLContext::GLContext() : m_uNumber(++g_uLastNumber), m_pLink(std::make_shared<GLSiteLink>(this)) {
-  LogDebug("context %u is created", m_uNumber);  // reads the log's variables before the draw thread starts
+  LogDebug("context %u created", m_uNumber);  // reads the log's variables before the draw thread starts
   AddToContextList(*this);
   m_Scene.m_pCanvas = CreateObject<IGLCanvas>(CLSID_GLCanvas);
   if (m_Scene.m_pCanvas) static_cast<GLCanvas*>(m_Scene.m_pCanvas.Get())->SetSite(m_pLink);

@@ -37,10 +37,9 @@ void ClientCheck::Report() const noexcept {
     const auto code = static_cast<unsigned>(i) + (more > 0 ? kDeeper : kShallower);
     if (more == 0 || !IsFirstReport(m_szClient, code)) continue;
     if (i < kStacks) {
-      LogWarning("%s left the %s stack %d %s than it was", m_szClient, kStackNames[i].m_szName,
-                 more > 0 ? more : -more, more > 0 ? "deeper" : "shallower");
+      LogWarning("%s changed the depth of the %s stack by %+d", m_szClient, kStackNames[i].m_szName, more);
     } else if (after[i] != 0) {
-      LogWarning("%s left a display list open: what is drawn now goes into that list", m_szClient);
+      LogWarning("%s left a display list open: GL compiles later calls into that list", m_szClient);
     }
   }
 }

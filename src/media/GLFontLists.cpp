@@ -57,7 +57,7 @@ bool GLFont::CreateFontLists(GLContextSite& aSite) noexcept {
   if (!created && !m_bRefused) {
     char face[4 * kFaceRoom] = "";
     WideCharToMultiByte(CP_UTF8, 0, m_szFace, -1, face, sizeof(face), nullptr, nullptr);
-    LogWarning("a font of the face \"%s\" cannot be built: its text is not drawn", face);
+    LogWarning("a font with the face \"%s\" cannot be built: its text is not drawn", face);
   }
   m_bRefused = !created;
   if (!created) {

@@ -65,10 +65,10 @@ HRESULT GLFont::GetStringWidth(BSTR aString, float* aWidth) noexcept {
 HRESULT GLFont::Print(BSTR aString, GLDATA_POINT* aStart) noexcept {
   if (aStart == nullptr) return E_INVALIDARG;
   const GLSiteLink::Use site(m_pContext.get());
-  if (!site || !site->IsCurrentHere()) return Refuse("outside of a pass");
+  if (!site || !site->IsCurrentHere()) return Refuse("it is called outside a pass");
   const GLErrorCheck check("IGLFont::Print");
   if (!site->IsListKeyValid(m_uListKey)) {
-    if (site->IsListOpen()) return Refuse("its build would close the list that is open");
+    if (site->IsListOpen()) return Refuse("the font cannot be built while a display list is open");
     if (!EnsureLists(*site)) return E_FAIL;
   }
   char stack[kStackText];

@@ -44,14 +44,14 @@ HRESULT GLPixmap::LoadImageFile(BSTR aFilename) noexcept {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(OpenFileForReading(aFilename), std::fclose);
   if (file == nullptr) return Refuse("it cannot be opened");
   BitmapFile image(file.get());
-  if (!image.ReadHeader()) return Refuse("its header is no bitmap's, or does not match the file");
+  if (!image.ReadHeader()) return Refuse("its bitmap header is missing or does not match the file");
   // Reads into a new block: the image is unchanged until the new one is complete.
   PixelBlock pixels =
       NewPixels(static_cast<std::size_t>(image.Width()) * static_cast<std::size_t>(image.Height()));
   const bool hasMemory = pixels != nullptr;
-  if (hasMemory && !image.ReadPixels(pixels.get())) return Refuse("a pixel has no colour in its table");
+  if (hasMemory && !image.ReadPixels(pixels.get())) return Refuse("a pixel indexes past the colour table");
   TakePixels(std::move(pixels), image.Width(), image.Height());
-  return hasMemory ? S_OK : Refuse("there is no memory for its pixels");
+  return hasMemory ? S_OK : Refuse("not enough memory for its pixels");
 }
 
 /// Makes aPixels the image, with zoom 1 and the whole image as clip rectangle. Null empties the pixmap.

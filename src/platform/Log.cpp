@@ -75,7 +75,7 @@ class Line {
   const int error = errno;
   if (const unsigned lost = g_uLost.exchange(0, std::memory_order_relaxed); lost != 0) {
     Line line(LogLevel::kWarning);
-    line.Add("%u lines of the log are lost: nobody took them in time", lost);
+    line.Add("%u log lines are lost: they could not be written at once", lost);
     if (!line.Write()) g_uLost.fetch_add(lost, std::memory_order_relaxed);
   }
   Line line(aLevel);
@@ -104,7 +104,8 @@ LogLevel StartLog() noexcept {
   const bool opened = *path == '\0' || OpenLogFile(path);
   LogLevel before = LogLevel::kUnread;
   if (!g_LogLevel.compare_exchange_strong(before, level)) return before;
-  if (!known) LogWarning("GLLIB_LOG is \"%s\", which is no level: warnings and errors are written", wanted);
+  if (!known)
+    LogWarning("GLLIB_LOG is \"%s\", which is not a level: warnings and errors are written", wanted);
   if (!opened) LogWarning("the file of GLLIB_LOG_FILE, \"%s\", cannot be opened", path);
   return level;
 }

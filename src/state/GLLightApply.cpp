@@ -6,7 +6,7 @@
 int GLLight::ApplyLight(IGLCanvas* aCanvas) noexcept {
   const int number = LightNumbers::Take(m_iLightNumber);
   const bool dark = number == LightNumbers::kNone;
-  if (dark && !m_bDark) LogWarning("a light does not shine: the process has 8 others");
+  if (dark && !m_bDark) LogWarning("a light is off: the process uses GL's 8 lights already");
   m_bDark = dark;
   if (dark) return kNoName;
   const auto name = static_cast<GLenum>(GL_LIGHT0 + number);

@@ -8,7 +8,7 @@
 #include "thread/PCriticalSection.h"
 #include "thread/PSlots.h"
 
-/// An element keeps its slot until it is removed or Pack moves it. A walk goes by slot number, so elements
+/// An element keeps its slot until it is removed or Pack moves it. A walk follows slot numbers, so elements
 /// may be removed during a walk.
 template <class T>
 class PPointerArray {

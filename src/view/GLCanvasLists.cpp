@@ -7,7 +7,7 @@
 namespace {
 
 HRESULT Refuse(const char* aOperation) noexcept {
-  LogDebug("IGLCanvas::%s is refused: outside of a pass, or not with this list open", aOperation);
+  LogDebug("IGLCanvas::%s is refused: it is called outside a pass, or a display list is open", aOperation);
   return E_GL_BADSTATE;
 }
 

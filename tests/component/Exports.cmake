@@ -7,5 +7,5 @@ list(FILTER names EXCLUDE REGEX "^(__asan|__ubsan|__tsan|__lsan|__odr_asan|__san
 list(SORT names)
 set(entries DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer)
 if(NOT names STREQUAL entries)
-  message(FATAL_ERROR "exported: ${names}")
+  message(FATAL_ERROR "unexpected exports: ${names}")
 endif()

@@ -1,11 +1,11 @@
-// The host comforts: text, registration and creation by ProgID, and the bases of client objects.
+// The header-only code for hosts: text, registration, creation by ProgID, and base classes of clients. No
+// display.
 
 #include <dlfcn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -49,7 +49,7 @@ bool IsWanted(IGLCapture& aCapture) {
 
 }  // namespace
 
-TEST(HostText, KeepsEveryCharacterBothWays) {
+TEST(HostText, ConvertsEachCharacterInBothDirections) {
   const struct {
     const char* m_szBytes;
     std::u16string_view m_Units;
@@ -59,7 +59,7 @@ TEST(HostText, KeepsEveryCharacterBothWays) {
       {"Gr\xC3\xBC\xC3\x9F 1", u"Gr\u00FC\u00DF 1", "Gr\xC3\xBC\xC3\x9F 1"},
       {"\xE2\x82\xAC\xEF\xBF\xBF", u"\u20AC\uFFFF", "\xE2\x82\xAC\xEF\xBF\xBF"},
       {"\xF0\x9D\x84\x9E\xF4\x8F\xBF\xBF", u"\U0001D11E\U0010FFFF", "\xF0\x9D\x84\x9E\xF4\x8F\xBF\xBF"},
-      // What is no character: a lone continuation, a cut one, an overlong one, a surrogate.
+      // Invalid UTF-8: a lone continuation byte, a truncated, an overlong and a surrogate sequence.
       {"a\x80z", u"a\uFFFDz", "a\xEF\xBF\xBDz"},
       {"\xE2\x82", u"\uFFFD\uFFFD", "\xEF\xBF\xBD\xEF\xBF\xBD"},
       {"\xC0\xAF", u"\uFFFD\uFFFD", "\xEF\xBF\xBD\xEF\xBF\xBD"},
@@ -70,7 +70,7 @@ TEST(HostText, KeepsEveryCharacterBothWays) {
     ASSERT_EQ(std::u16string_view(BSTR(string), SysStringLen(string)), text.m_Units) << text.m_szBytes;
     std::uint32_t bytes = 0;
     std::memcpy(&bytes, reinterpret_cast<const char*>(BSTR(string)) - 4, 4);
-    EXPECT_EQ(bytes, 2 * text.m_Units.size()) << "the count before the text is in bytes";
+    EXPECT_EQ(bytes, 2 * text.m_Units.size()) << "the length before the text is in bytes";
     EXPECT_EQ(BSTR(string)[text.m_Units.size()], 0);
     EXPECT_EQ(GLString(string).Utf8(), text.m_szBack);
   }
@@ -80,7 +80,7 @@ TEST(HostText, KeepsEveryCharacterBothWays) {
   EXPECT_EQ(GLString().Utf8(), "");
 }
 
-TEST_F(HostRegistry, ModuleRegistersItselfAndIsFound) {
+TEST_F(HostRegistry, RegisteredClassesAreCreatedByName) {
   void* module = dlopen(GLLIB_MODULE_FILE, RTLD_NOW | RTLD_LOCAL);
   ASSERT_NE(module, nullptr) << dlerror();
   const auto call = [&](const char* aName) {
@@ -91,14 +91,14 @@ TEST_F(HostRegistry, ModuleRegistersItselfAndIsFound) {
   EXPECT_EQ(Make("Gl.GLCollection.1"), S_OK);
   EXPECT_EQ(Make("Gl.GLCollection"), S_OK) << "the name without a version";
   EXPECT_TRUE(GLCreate<IGLFog>("Gl.GLFog.1"));
-  EXPECT_FALSE(GLCreate<IGLFog>("Gl.GLCoord.1")) << "another class's interface";
+  EXPECT_FALSE(GLCreate<IGLFog>("Gl.GLCoord.1")) << "the interface of another class";
   ASSERT_EQ(call("DllUnregisterServer"), S_OK);
   EXPECT_EQ(Make("Gl.GLCollection.1"), REGDB_E_CLASSNOTREG);
   EXPECT_EQ(call("DllCanUnloadNow"), S_OK);
   dlclose(module);
 }
 
-TEST_F(HostRegistry, ModuleKnowsThePathThatItWasLoadedBy) {
+TEST_F(HostRegistry, ModuleRegistersItsLoadPath) {
   const std::filesystem::path before = std::filesystem::current_path();
   std::filesystem::copy_file(GLLIB_MODULE_FILE, m_Registry.Path() / "moved.so");
   std::filesystem::current_path(m_Registry.Path());
@@ -110,13 +110,13 @@ TEST_F(HostRegistry, ModuleKnowsThePathThatItWasLoadedBy) {
   dlclose(module);
 }
 
-TEST_F(HostRegistry, APrivilegedProgramGoesByNoEnvironment) {
+TEST_F(HostRegistry, PrivilegedProgramsIgnoreTheEnvironment) {
   EXPECT_TRUE(GLRegistration::MayLoad("/usr/lib/libgllib.so.1", true));
   for (const char* name : {"", "libgllib.so.1", "./libgllib.so.1"})
     EXPECT_FALSE(GLRegistration::MayLoad(name, true)) << name;
   EXPECT_TRUE(GLRegistration::MayLoad("libgllib.so.1", false));
 
-  // A setuid program of another user, beside a registry of this one.
+  // A setuid program of another user, with a registry of this user.
   const auto host = m_Registry.Path() / "host", module = m_Registry.Path() / "module.so";
   std::filesystem::copy_file(GLLIB_PROGID_HOST_FILE, host);
   std::filesystem::copy_file(GLLIB_MODULE_FILE, module);
@@ -126,14 +126,14 @@ TEST_F(HostRegistry, APrivilegedProgramGoesByNoEnvironment) {
   EXPECT_EQ(run(), kMade);
   constexpr uid_t kNobody = 65534;
   if (chown(host.c_str(), kNobody, kNobody) != 0 || chmod(host.c_str(), 04755) != 0)
-    GTEST_SKIP() << "only root can make a program of another user";
+    GTEST_SKIP() << "only root can create a program of another user";
   const int status = run();
   if (status == kMade && (std::system((host.string() + " privileged").c_str()) == 0))
-    GTEST_SKIP() << "this system runs no setuid programs";
-  EXPECT_EQ(status, kPrivileged) << "neither the user's file nor the environment's folder count";
+    GTEST_SKIP() << "this system does not run setuid programs";
+  EXPECT_EQ(status, kPrivileged) << "the user's file and the folder from the environment are ignored";
 }
 
-TEST_F(HostRegistry, TellsWhatIsWrongWithARegistration) {
+TEST_F(HostRegistry, ReportsFaultsOfARegistration) {
   EXPECT_EQ(GLCreateObjectByProgID("Gl.GLCollection.1", IID_IGLCollection, nullptr), E_POINTER);
   EXPECT_EQ(Make(nullptr), E_INVALIDARG);
   for (const char* id : {"", "{C1F0DF9D-ECE9-4EDF-82A3-700105F2D74G}", "C1F0DF9D-ECE9-4EDF-82A3-700105F2D74F",
@@ -148,7 +148,7 @@ TEST_F(HostRegistry, TellsWhatIsWrongWithARegistration) {
   m_Registry.Put("user.reg", "damaged");
   EXPECT_EQ(Make("Gl.GLCollection.1"), REGDB_E_READREGDB);
   Write("user.reg", kCollection, GLLIB_MODULE_FILE);
-  EXPECT_EQ(Make("Gl.GLCollection.1"), S_OK) << "the user's entry comes first";
+  EXPECT_EQ(Make("Gl.GLCollection.1"), S_OK) << "the user's entry precedes the machine's";
 }
 
 TEST(HostClients, CaptureServesEachRequestOnce) {
@@ -157,12 +157,12 @@ TEST(HostClients, CaptureServesEachRequestOnce) {
   EXPECT_FALSE(IsWanted(*capture));
   capture->Request(first.Get());
   capture->Request(second.Get(), {.m_iX = 3, .m_iY = 4, .m_iWidth = 5, .m_iHeight = 6, .m_fZoom = 2.0f});
-  EXPECT_EQ(first->AddRef(), 2u) << "a request that was replaced holds nothing";
+  EXPECT_EQ(first->AddRef(), 2u) << "a replaced request holds no reference";
   first->Release();
   ASSERT_TRUE(IsWanted(*capture));
   EXPECT_FALSE(IsWanted(*capture));
 
-  capture->Request(first.Get());  // while the second is served: its values stay
+  capture->Request(first.Get());  // during the callback of the second request, whose values stay
   GLPtr<IGLPixmap> target;
   capture->GetPixmap(target.Put());
   EXPECT_EQ(target, second);

@@ -1,23 +1,17 @@
-// The classes and identifiers of the type library's source, for tests that mustn't take them from the headers
-// under test.
+// Classes and identifiers, read from the source of the type library. Tests need a source other than the
+// headers under test.
 
 #pragma once
 
-#include <gllib/GLPlatform.h>
-
-#include <cstdio>
-#include <fstream>
-#include <map>
 #include <regex>
-#include <sstream>
-#include <string>
-#include <vector>
+
+#include "support/Test.h"
 
 struct IdlInterface {
   std::string m_sName, m_sId;
 };
 
-/// A class with its interfaces; the first one is its identity.
+/// A class with its interfaces. The first interface is its identity.
 struct IdlClass {
   std::string m_sName, m_sId;
   std::vector<IdlInterface> m_vInterfaces;
@@ -29,7 +23,7 @@ inline std::string IdlText() {
   return std::regex_replace(text.str(), std::regex("//[^\n]*"), "");
 }
 
-/// Calls aDo with each match of a pattern.
+/// Calls aDo for each match of a pattern.
 template <class Function>
 void ForEach(const std::string& aText, const char* aPattern, Function aDo) {
   const std::regex pattern(aPattern);
@@ -37,7 +31,7 @@ void ForEach(const std::string& aText, const char* aPattern, Function aDo) {
     aDo(*match);
 }
 
-/// Identifiers by name: of the library, its classes and its interfaces.
+/// Identifiers of the library, its classes and its interfaces, by name.
 inline std::map<std::string, std::string> IdlIdentifiers() {
   std::map<std::string, std::string> found;
   ForEach(IdlText(), R"(uuid\(([-0-9A-F]{36})\)[^\]]*\]\s+(?:interface|library|coclass) (\w+))",
@@ -45,7 +39,7 @@ inline std::map<std::string, std::string> IdlIdentifiers() {
   return found;
 }
 
-/// In the order of registration.
+/// Returns the classes in the order of registration.
 inline const std::vector<IdlClass>& IdlClasses() {
   static const std::vector<IdlClass> classes = [] {
     std::vector<IdlClass> found;
@@ -71,11 +65,11 @@ inline GUID IdentifierFromText(const std::string& aText) {
   return id;
 }
 
-/// Texts of the registry by their key below HKEY_CLASSES_ROOT and the value's name, empty for the default
-/// one.
+/// Texts of the registry. The key is a pair: the registry key below HKEY_CLASSES_ROOT, and the value's name,
+/// which is empty for the default value.
 using RegistryTexts = std::map<std::pair<std::string, std::string>, std::string>;
 
-/// What the registry holds of a class.
+/// Returns the registry texts of a class.
 inline RegistryTexts RegistryTextsOf(const IdlClass& aClass, const std::string& aModule) {
   const std::string current = "Gl." + aClass.m_sName, versioned = current + ".1",
                     id = "{" + aClass.m_sId + "}";

@@ -1,13 +1,14 @@
-// What a host with headers of its own relies on: identifiers, slots, structures and values of the interfaces.
+// The binary interface that hosts are compiled against: identifiers, slots, structures and constants. No
+// display.
 
 #include "component/IdlClasses.h"
 #include "platform/GL.h"
-#include "support/Test.h"
 
 namespace {
 
-/// The number of an operation's slot, counted from QueryInterface. The C++ ABIs in use keep the slot's offset
-/// in the first word of a member pointer and mark it as virtual by the lowest bit of one of the words.
+/// Returns the slot number of an operation, counted from QueryInterface. The supported C++ ABIs store the
+/// slot's offset in the first word of a member pointer, and mark a virtual function by the lowest bit of one
+/// word.
 template <class Operation>
 std::size_t SlotOf(Operation aOperation) {
   std::uintptr_t words[2] = {};
@@ -19,16 +20,15 @@ std::size_t SlotOf(Operation aOperation) {
 
 }  // namespace
 
-// The test of the Python package has the last slot of each interface.
-TEST(InterfaceLayout, OperationsStandInTheOrderOfTheirDeclaration) {
+// test_interfaces.py checks the last slot of each interface.
+TEST(InterfaceLayout, SlotsFollowTheDeclarations) {
   EXPECT_EQ(SlotOf(&IGLContext::Select), 42u);
   EXPECT_EQ(SlotOf(&IGLCanvas::IsCompiledList), 50u);
   EXPECT_EQ(SlotOf(&IGLCapture::OnData), 8u);
 }
 
-// Those that the component only calls; the others are asked for by their identifiers in the test of each
-// class.
-TEST(InterfaceLayout, ClientsCarryTheIdentifiersOfTheTypeLibrary) {
+// Only interfaces that the component calls. The tests of the classes check the other identifiers.
+TEST(InterfaceLayout, ClientsHaveTheIdentifiersOfTheTypeLibrary) {
   const auto ids = IdlIdentifiers();
   EXPECT_TRUE(IID_IGLPainter == IdentifierFromText(ids.at("IGLPainter")));
   EXPECT_TRUE(IID_IGLViewerGauge == IdentifierFromText(ids.at("IGLViewerGauge")));
@@ -36,14 +36,14 @@ TEST(InterfaceLayout, ClientsCarryTheIdentifiersOfTheTypeLibrary) {
   EXPECT_EQ(ids.size(), 1u + 14u + 27u) << "library, classes and interfaces";
 }
 
-// What existing hosts were compiled for.
+// Existing hosts are compiled with these values.
 static_assert(sizeof(LONG) == 4 && sizeof(ULONG) == 4 && sizeof(GLPOSITION) == 4 && sizeof(eGLDrawMode) == 4);
 static_assert(sizeof(GLDATA_RGBA4B) == 4 && sizeof(GLDATA_MATRIX6D) == 48 && sizeof(GLDATA_MATRIX16D) == 128);
 static_assert(sizeof(GLDATA_TRANS_TRIANGLE) == 224 && offsetof(GLDATA_TRANS_TRIANGLE, m_sNormals) == 72 &&
               offsetof(GLDATA_TRANS_TRIANGLE, m_sColors) == 144 &&
               offsetof(GLDATA_TRANS_TRIANGLE, m_sCentroid) == 192);
 
-// The canvas passes its enumerations on as they are.
+// The canvas passes these enumerators to GL unchanged.
 static_assert(GLTF_RGB == GL_RGB && GLTF_RGBA == GL_RGBA && GLDT_BYTE == GL_BYTE &&
               GLDT_UNSIGNED_BYTE == GL_UNSIGNED_BYTE && GLDT_SHORT == GL_SHORT &&
               GLDT_UNSIGNED_SHORT == GL_UNSIGNED_SHORT && GLDT_INT == GL_INT &&

@@ -1,4 +1,4 @@
-// Navigation, against plain geometry: pivots keep their pixels, pans and fits are exact, transitions arrive.
+// GLNavigation compared with plain geometry: pivots, pans, fits and transitions. No display.
 
 #include <gllib/GLNavigation.h>
 
@@ -20,7 +20,7 @@ class Navigation : public testing::Test {
     m_Random.Randomise(*m_Context, *m_pViewer);
     return GLViewGeometry::Of(*m_Context, *m_pViewer);
   }
-  /// A point that a view shows, and its pixel.
+  /// A visible point of a view, and its pixel.
   std::pair<GLDATA_POINT, GLPixelPlace> Shown(const GLViewGeometry& aView) {
     const GLPixelRectangle& box = aView.m_sViewport;
     const GLPixelPlace pixel = {box.m_iX + m_Random.Number(0, box.m_iWidth),
@@ -46,15 +46,14 @@ class Navigation : public testing::Test {
   RandomViews m_Random{3};
 };
 
-TEST_F(Navigation, KeepsThePixelOfEveryPivot) {
+TEST_F(Navigation, KeepsThePixelOfEachPivot) {
   for (int round = 0; round < 500; ++round) {
     SCOPED_TRACE(round);
     GLViewGeometry view = Random();
     const auto [pivot, pixel] = Shown(view);
     const double distance = Length(Difference(pivot, view.m_Eye.m_sOrigin));
-    for (int step = 0; step < 20; ++step) {
+    for (int step = 0; step < 20; ++step)
       GLOrbit(view, pivot, m_Random.Number(-1, 1), m_Random.Number(-1, 1));
-    }
     view.Apply(*m_pViewer);
     view = GLViewGeometry::Of(*m_Context, *m_pViewer);
     ExpectRightAngles(view.m_Eye);
@@ -75,7 +74,7 @@ TEST_F(Navigation, KeepsThePixelOfEveryPivot) {
   }
 }
 
-TEST_F(Navigation, OrbitsUprightAndStopsAtThePoles) {
+TEST_F(Navigation, OrbitsUpToThePoles) {
   GLViewGeometry view = Random();
   GLTurnTo(view, GLStandardView::Front);
   view.m_Eye.m_sOrigin = {0, 0, 10};
@@ -84,7 +83,7 @@ TEST_F(Navigation, OrbitsUprightAndStopsAtThePoles) {
   GLOrbit(view, {0, 0, 0}, 0, kPi / 6);
   EXPECT_NEAR(view.m_Eye.m_sOrigin.y, 5, kClose) << "up";
   GLOrbit(view, {0, 0, 0}, 0.3, 100);
-  EXPECT_NEAR(view.m_Eye.m_sOrigin.y, 10, kClose) << "no further than the pole";
+  EXPECT_NEAR(view.m_Eye.m_sOrigin.y, 10, kClose) << "limited to the pole";
   EXPECT_NEAR(view.m_Eye.m_sRight.y, 0, kClose);
   GLOrbit(view, {0, 0, 0}, 0, -100);
   EXPECT_NEAR(view.m_Eye.m_sOrigin.y, -10, kClose);
@@ -100,12 +99,12 @@ TEST_F(Navigation, OrbitsUprightAndStopsAtThePoles) {
 TEST_F(Navigation, WalksAndLooks) {
   GLViewGeometry view;
   GLLook(view, kPi / 2, 0);
-  GLWalk(view, 1, 2, 3);  // left is now ahead
+  GLWalk(view, 1, 2, 3);  // the initial left is now ahead
   EXPECT_LT(Length(Difference(view.m_Eye.m_sOrigin, {-3, 2, -1})), kClose);
   GLLook(view, 0, 0.4);
   EXPECT_NEAR(view.m_Eye.m_sBack.y, -std::sin(0.4), kClose) << "looks up";
   GLLook(view, 0, 10);
-  EXPECT_NEAR(view.m_Eye.m_sBack.y, -1, kClose) << "straight up at most";
+  EXPECT_NEAR(view.m_Eye.m_sBack.y, -1, kClose) << "limited to straight up";
   EXPECT_LT(Length(Difference(view.m_Eye.m_sOrigin, {-3, 2, -1})), kClose);
 }
 
@@ -113,7 +112,7 @@ TEST_F(Navigation, FitsBoxesAndBallsTightly) {
   for (int round = 0; round < 500; ++round) {
     SCOPED_TRACE(round);
     GLViewGeometry view = Random();
-    view.m_sViewport = view.m_sVisible;  // else the visible part of the picture is another one
+    view.m_sViewport = view.m_sVisible;  // otherwise the visible part of the picture differs
     const GLViewGeometry before = view;
     const GLDATA_POINT low = m_Random.Point(50);
     const GLDATA_POINT high = {low.x + m_Random.Number(0.1, 30), low.y + m_Random.Number(0.1, 30),
@@ -139,12 +138,12 @@ TEST_F(Navigation, FitsBoxesAndBallsTightly) {
     const double largest = *std::max_element(reach, reach + 4), room = Length(Difference(high, low)) / 20;
     EXPECT_LE(largest, 1 + 1e-6);
     const bool close = !view.m_bOrtho && nearest < room * (1 + 1e-6);
-    if (close) continue;  // a wide angle, whose eye keeps off a corner
+    if (close) continue;  // a wide angle, in which the eye keeps a distance from a corner
     EXPECT_NEAR(largest, 1, 1e-6) << "touches an edge";
     EXPECT_TRUE(std::abs(reach[0] - reach[1]) < 1e-6 || std::abs(reach[2] - reach[3]) < 1e-6)
         << "in the middle";
 
-    // Of a ball, the eye's four tangent planes are the picture's edges.
+    // For a ball, the four tangent planes through the eye are the edges of the picture.
     const GLDATA_POINT centre = m_Random.Point(50);
     const double radius = m_Random.Number(0.1, 30);
     ASSERT_TRUE(GLFitBall(view, centre, radius, 1.0));
@@ -157,14 +156,14 @@ TEST_F(Navigation, FitsBoxesAndBallsTightly) {
   GLViewGeometry flat;
   flat.m_bOrtho = false;
   flat.m_dFovy = 0;
-  EXPECT_FALSE(GLFitBall(flat, {0, 0, 0}, 1)) << "without a field of view nothing fits";
+  EXPECT_FALSE(GLFitBall(flat, {0, 0, 0}, 1)) << "no fit without a field of view";
 }
 
 TEST_F(Navigation, LooksFromTheStandardDirections) {
   const double d = std::sqrt(1.0 / 3);
   const struct {
     GLStandardView view;
-    GLDATA_POINT from, up, fromZ;  // the last in a world whose z points upward
+    GLDATA_POINT from, up, fromZ;  // the last in a world whose z axis points up
   } cases[] = {
       {GLStandardView::Front, {0, 0, 1}, {0, 1, 0}, {0, -1, 0}},
       {GLStandardView::Back, {0, 0, -1}, {0, 1, 0}, {0, 1, 0}},
@@ -187,7 +186,7 @@ TEST_F(Navigation, LooksFromTheStandardDirections) {
   }
 }
 
-TEST_F(Navigation, MovesFromViewToView) {
+TEST_F(Navigation, MovesBetweenViews) {
   for (int round = 0; round < 300; ++round) {
     SCOPED_TRACE(round);
     const GLDATA_POINT centre = m_Random.Point(10);
@@ -208,7 +207,7 @@ TEST_F(Navigation, MovesFromViewToView) {
     EXPECT_EQ(apart(way.At(0), from), 0);
     EXPECT_EQ(apart(way.At(5), to), 0);
     EXPECT_LT(apart(way.At(1e-6), from), 1e-4) << "no jump at the start";
-    EXPECT_LT(apart(way.At(2 - 1e-6), to), 1e-4) << "nor at the end";
+    EXPECT_LT(apart(way.At(2 - 1e-6), to), 1e-4) << "no jump at the end";
     const GLPixelPlace middle = from.PixelOf(centre)->m_sPixel;
     double turned = 0;
     for (double seconds = 0; seconds <= 2; seconds += 0.1) {
@@ -219,7 +218,7 @@ TEST_F(Navigation, MovesFromViewToView) {
       turned = std::max(turned, std::acos(std::clamp(angle, -1.0, 1.0)));
       EXPECT_GE(-view.m_Eye.PointToEye(centre).z, -from.m_Eye.PointToEye(centre).z * (1 - 1e-9));
     }
-    EXPECT_LE(turned, kPi + kClose) << "the short way";
+    EXPECT_LE(turned, kPi + kClose) << "the shorter way";
   }
 }
 

@@ -1,8 +1,8 @@
-// How objects live and are found: class factories, identity, counts, aggregation and the module's lock.
+// The object model: class factories, identity, reference counts, aggregation, and locks of the module. No
+// display.
 
 #include "component/IdlClasses.h"
 #include "component/Module.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ GLPtr<IUnknown> Ask(IUnknown& aObject, const IID& aId) {
   return face;
 }
 
-/// An outer object that knows one interface besides its parts, and counts.
+/// An outer object with one interface besides those of its parts. It counts its references.
 class Outer final : public IUnknown {
  public:
   HRESULT QueryInterface(REFIID riid, void** ppv) noexcept override {
@@ -38,7 +38,7 @@ class Outer final : public IUnknown {
 
 }  // namespace
 
-TEST(ObjectModel, EveryClassAnswersToItsOwnInterfacesAlone) {
+TEST(ObjectModel, EachClassHasExactlyItsInterfaces) {
   const LONG locks = g_iModuleLocks;
   for (const IdlClass& own : IdlClasses()) {
     SCOPED_TRACE(own.m_sName);
@@ -54,17 +54,17 @@ TEST(ObjectModel, EveryClassAnswersToItsOwnInterfacesAlone) {
         EXPECT_EQ(found != nullptr, &other == &own) << face.m_sName;
         if (found == nullptr) continue;
         const auto counted = GLPtr<IUnknown>::FromCounted(static_cast<IUnknown*>(found));
-        EXPECT_EQ(Ask(*counted, IID_IUnknown), object) << "one identity behind " << face.m_sName;
+        EXPECT_EQ(Ask(*counted, IID_IUnknown), object) << "the identity behind " << face.m_sName;
       }
     }
     EXPECT_EQ(static_cast<void*>(object.Get()),
               Ask(*object, IdentifierFromText(own.m_vInterfaces.front().m_sId)).Get())
-        << "identity is the first interface";
+        << "the first interface";
   }
-  EXPECT_EQ(g_iModuleLocks, locks) << "the last Release leaves nothing behind";
+  EXPECT_EQ(g_iModuleLocks, locks) << "the last Release leaves no module lock";
 }
 
-TEST(ObjectModel, EveryClassLivesAndEndsWithinAnOuterObject) {
+TEST(ObjectModel, EachClassCanBeAggregated) {
   const LONG locks = g_iModuleLocks;
   for (const IdlClass& own : IdlClasses()) {
     SCOPED_TRACE(own.m_sName);
@@ -79,12 +79,12 @@ TEST(ObjectModel, EveryClassLivesAndEndsWithinAnOuterObject) {
     GLPtr<IUnknown> inner;
     ASSERT_EQ(factory->CreateInstance(&outer, IID_IUnknown, inner.PutVoid()), S_OK);
     outer.m_pInner = inner.Get();
-    EXPECT_EQ(Ask(*inner, IID_IUnknown), inner) << "the inner identity stays its own";
+    EXPECT_EQ(Ask(*inner, IID_IUnknown), inner) << "the inner object has a separate identity";
     {
       const auto face = Ask(outer, first);
       ASSERT_TRUE(face);
-      EXPECT_EQ(outer.m_uReferences, 2u) << "references to the inner object's interfaces are the outer's";
-      EXPECT_EQ(Ask(*face, IID_IUnknown).Get(), &outer) << "identity is the outer's";
+      EXPECT_EQ(outer.m_uReferences, 2u) << "the outer object counts its references";
+      EXPECT_EQ(Ask(*face, IID_IUnknown).Get(), &outer) << "the outer object is the identity";
     }
     EXPECT_EQ(outer.m_uReferences, 1u);
     EXPECT_FALSE(Ask(outer, kUnknownInterface));
@@ -92,7 +92,7 @@ TEST(ObjectModel, EveryClassLivesAndEndsWithinAnOuterObject) {
   EXPECT_EQ(g_iModuleLocks, locks);
 }
 
-TEST(ObjectModel, RefusedCreationsLeaveNothingBehind) {
+TEST(ObjectModel, FailedCreationsLeaveNoReference) {
   const LONG locks = g_iModuleLocks;
   {
     const auto factory = FactoryOf(CLSID_GLFog);
@@ -110,19 +110,19 @@ TEST(ObjectModel, RefusedCreationsLeaveNothingBehind) {
   EXPECT_EQ(g_iModuleLocks, locks);
 }
 
-TEST(ObjectModel, ModuleStaysWhileAnythingOfItIsHeld) {
+TEST(ObjectModel, ModuleStaysLoadedWhileInUse) {
   ASSERT_EQ(DllCanUnloadNow(), S_OK);
   auto factory = FactoryOf(CLSID_GLCoord), again = FactoryOf(CLSID_GLCoord);
   EXPECT_EQ(factory, again) << "one factory per class";
-  EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "a factory";
+  EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "a factory exists";
   GLPtr<IGLCoord> object;
   factory->CreateInstance(nullptr, IID_IGLCoord, object.PutVoid());
   for (const BOOL lock : {1, 1, 0}) factory->LockServer(lock);
   factory.Reset();
   again.Reset();
-  EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "an object and a lock";
+  EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "an object and a lock exist";
   object.Reset();
-  EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "a lock";
+  EXPECT_EQ(DllCanUnloadNow(), S_FALSE) << "a lock exists";
   FactoryOf(CLSID_GLCoord)->LockServer(0);
   EXPECT_EQ(DllCanUnloadNow(), S_OK);
 }
@@ -143,7 +143,7 @@ TEST(ObjectModel, CountsAreExactOnManyThreads) {
 
 namespace {
 
-/// A member that still uses its collection while the collection ends, as one with a counted pointer does.
+/// A member that uses its collection while the collection ends, as a member with a counted pointer does.
 class Returning final : public IUnknown {
  public:
   HRESULT QueryInterface(REFIID, void**) noexcept override { return E_NOINTERFACE; }
@@ -161,7 +161,7 @@ class Returning final : public IUnknown {
   int m_iEnds = 0;
 };
 
-/// An outer object that notes what is called after its end.
+/// An outer object that records calls after its end.
 class Ending final : public IUnknown {
  public:
   HRESULT QueryInterface(REFIID, void**) noexcept override { return E_NOINTERFACE; }
@@ -178,9 +178,9 @@ class Ending final : public IUnknown {
 
 }  // namespace
 
-TEST(ObjectEnd, IsNotRepeatedByAMemberThatCountsItsCollectionThen) {
+TEST(ObjectEnd, HappensOnceIfAMemberCountsItsCollection) {
   for (const bool aggregated : {false, true}) {
-    SCOPED_TRACE(aggregated ? "within an outer object" : "of its own");
+    SCOPED_TRACE(aggregated ? "aggregated" : "not aggregated");
     const LONG locks = g_iModuleLocks;
     Returning member;
     Ending outer;
@@ -188,7 +188,7 @@ TEST(ObjectEnd, IsNotRepeatedByAMemberThatCountsItsCollectionThen) {
       GLPtr<IUnknown> object;
       FactoryOf(CLSID_GLCollection)
           ->CreateInstance(aggregated ? &outer : nullptr, IID_IUnknown, object.PutVoid());
-      IGLCollection* collection = nullptr;  // its count is the outer object's, or the object's own
+      IGLCollection* collection = nullptr;  // holds no counted reference
       ASSERT_EQ(object->QueryInterface(IID_IGLCollection, reinterpret_cast<void**>(&collection)), S_OK);
       collection->Add(&member);
       member.m_pHolder = collection;
@@ -196,7 +196,7 @@ TEST(ObjectEnd, IsNotRepeatedByAMemberThatCountsItsCollectionThen) {
       outer.m_bEnded = true;
     }
     EXPECT_EQ(member.m_iEnds, 1);
-    EXPECT_EQ(outer.m_iLateCalls, 0) << "the outer object has gone by then";
-    EXPECT_EQ(g_iModuleLocks, locks) << "ended twice, or not at all";
+    EXPECT_EQ(outer.m_iLateCalls, 0) << "a call after the end of the outer object";
+    EXPECT_EQ(g_iModuleLocks, locks) << "the collection ended twice, or not at all";
   }
 }

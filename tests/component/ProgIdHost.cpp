@@ -1,5 +1,6 @@
-// A host that makes an object by its ProgID and tells by its exit code how that went: 0 made, 1 not made, 2
-// not made and privileged. With an argument it only tells whether it is privileged: 2, else 0.
+// A host that creates an object by ProgID and returns the result as its exit code: 0 created, 1 failed, 2
+// failed in a privileged process. With an argument it returns only whether the process is privileged: 2, else
+// 0.
 
 #include <gllib/GLByProgID.h>
 #include <gllib/GLIdentifiers.h>

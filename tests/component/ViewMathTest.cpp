@@ -1,4 +1,4 @@
-// What a viewer shows where. Beside pixels that are drawn: ViewingGLTest.
+// GLViewMath without pictures; ViewingGLTest compares it with drawn pixels. No display.
 
 #include "RandomViews.h"
 
@@ -13,7 +13,7 @@ class ViewMath : public testing::Test {
   IGLViewer* m_pViewer = nullptr;
 };
 
-TEST_F(ViewMath, KnowsWhatAViewerShows) {
+TEST_F(ViewMath, DescribesAViewer) {
   m_Context->SetViewport(0, 0, 200, 100);
   m_pViewer->SetClipRectangle(50, 20, 100, 40);  // from the lower left: rows 40 to 79 from the top
   const struct {
@@ -44,7 +44,7 @@ TEST_F(ViewMath, KnowsWhatAViewerShows) {
   }
 }
 
-TEST_F(ViewMath, TellsWhatCantBeSeen) {
+TEST_F(ViewMath, RejectsInvisiblePoints) {
   m_Context->SetViewport(0, 0, 100, 100);
   m_pViewer->SetEyeZNearAndFar(1, 10);
   GLPtr<IGLCoord> eye;
@@ -52,21 +52,20 @@ TEST_F(ViewMath, TellsWhatCantBeSeen) {
   eye->SetOrigin3d(0, 0, 0);
   EXPECT_FALSE(View().PixelOf({0, 0, 0}));
   EXPECT_FALSE(View().PixelOf({0, 0, 1})) << "behind the eye";
-  for (const auto& [z, visible] : {std::pair{-0.5, false}, {-2.0, true}, {-11.0, false}}) {
+  for (const auto& [z, visible] : {std::pair{-0.5, false}, {-2.0, true}, {-11.0, false}})
     EXPECT_EQ(View().PixelOf({0, 0, z})->m_bVisible, visible) << z;
-  }
   EXPECT_FALSE(View().PixelOf({5, 0, -2})->m_bVisible);
 }
 
-TEST_F(ViewMath, KeepsEyesThroughPlacements) {
+TEST_F(ViewMath, ConvertsPlacementsBothWays) {
   RandomViews random(2);
   for (int round = 0; round < 300; ++round) {
     GLDATA_MATRIX6D placement = {1, 2, 3, random.Number(-4, 4), random.Number(-4, 4), random.Number(-4, 4)};
-    if (round % 3 == 0) placement.m_dAngleY = (round % 2 == 0 ? 1 : -1) * GLVector::kPi / 2;  // straight
+    if (round % 3 == 0)
+      placement.m_dAngleY = (round % 2 == 0 ? 1 : -1) * GLVector::kPi / 2;  // straight up or down
     const GLEye eye = GLEye::FromPlacement(placement), again = GLEye::FromPlacement(eye.Placement());
-    for (const auto axis : {&GLEye::m_sOrigin, &GLEye::m_sRight, &GLEye::m_sUp, &GLEye::m_sBack}) {
+    for (const auto axis : {&GLEye::m_sOrigin, &GLEye::m_sRight, &GLEye::m_sUp, &GLEye::m_sBack})
       EXPECT_LT(GLVector::Length(GLVector::Difference(eye.*axis, again.*axis)), 1e-9) << round;
-    }
   }
 }
 

@@ -5,14 +5,12 @@
 #include <gllib/GLNavigation.h>
 #include <gllib/GLViewing.h>
 
-#include "platform/GL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 constexpr std::uint32_t kBlack = 0x000000FF, kWhite = 0xFFFFFFFF;
 
-/// A context that draws by itself, with a painter that can be exchanged between frames.
+/// A free-running context, with a painter that can be replaced between frames.
 class Viewing : public testing::Test {
  protected:
   Viewing() {
@@ -30,7 +28,7 @@ class Viewing : public testing::Test {
     m_Context->CreateViewer(1, aOrtho, &viewer);
     return viewer;
   }
-  /// Adds a viewer under all others, which shows nothing but the background.
+  /// Adds a viewer below all others, which shows only the background.
   void AddBackdrop() { m_pBackdrop = AddViewer(1); }
   void Paint(DrawFunction aDraw) {
     const auto draw = [draw = std::move(aDraw), backdrop = m_pBackdrop](Scene& scene) {
@@ -38,11 +36,11 @@ class Viewing : public testing::Test {
     };
     m_Viewing->AttachPainter(GLMake<TestPainter>(draw).Get());
   }
-  /// Waits for what a frame is to bring.
+  /// Waits for a result of a frame.
   template <class Result>
   static Result Await(std::future<Result> aResult) {
     if (aResult.wait_for(std::chrono::seconds(20)) == std::future_status::ready) return aResult.get();
-    ADD_FAILURE() << "no answer";
+    ADD_FAILURE() << "no result";
     return {};
   }
   Picture Take(GLCaptureRequest aRequest = {}) {

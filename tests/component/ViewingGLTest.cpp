@@ -1,9 +1,7 @@
-// The viewing headers against what is drawn: pixels and rays, depths, overlays and kinds of passes.
-
-#include <cmath>
+// The viewing headers compared with drawn pictures: pixels and rays, depths, overlays and kinds of passes.
+// Headless display.
 
 #include "RandomViews.h"
-#include "support/Test.h"
 #include "component/Viewing.h"
 
 namespace {
@@ -27,7 +25,7 @@ void DrawQuad(IGLCanvas& aCanvas, GLDATA_RGBA aColor, std::array<GLDATA_POINT, 4
   aCanvas.EndDrawVertices();
 }
 
-TEST_F(Viewing, FindsThePixelOfAPointAsItIsDrawn) {
+TEST_F(Viewing, FindsThePixelOfADrawnPoint) {
   RandomViews random(7);
   AddBackdrop();
   int drawn = 0;
@@ -35,7 +33,7 @@ TEST_F(Viewing, FindsThePixelOfAPointAsItIsDrawn) {
     SCOPED_TRACE(round);
     random.Randomise(*m_Context.Get(), *m_pViewer);
     m_pViewer->ShowClipFrame(0);
-    if (round % 10 == 0) m_pViewer->SetOrtho(0), m_pViewer->SetEyeFovy_DEG(0);  // no perspective at all
+    if (round % 10 == 0) m_pViewer->SetOrtho(0), m_pViewer->SetEyeFovy_DEG(0);  // no perspective
     const GLViewGeometry view = GLViewGeometry::Of(*m_Context.Get(), *m_pViewer);
     const GLPixelRectangle& box = view.m_sVisible;
     const GLPixelPlace pixel = {
@@ -43,11 +41,11 @@ TEST_F(Viewing, FindsThePixelOfAPointAsItIsDrawn) {
         view.m_iWindowHeight - box.m_iY - std::floor(random.Number(0, box.m_iHeight)) -
             random.Number(0.1, 0.9)};
     const GLDATA_POINT point = view.PointAtDepth(pixel, random.Number(0.05, 0.95));
-    if (!view.PixelOf(point)->m_bVisible) continue;  // a clip that reaches over the window's picture
+    if (!view.PixelOf(point)->m_bVisible) continue;  // the clip rectangle exceeds the window's picture
     Paint([point](Scene& scene) { DrawPoint(scene.Canvas(), point); });
     const Picture picture = Take();
     const int x = static_cast<int>(pixel.x), y = static_cast<int>(std::floor(pixel.y));
-    if (x >= picture.Width() || y < 0) continue;  // outside of the window
+    if (x >= picture.Width() || y < 0) continue;  // outside the window
     ++drawn;
     EXPECT_EQ(picture.CountOther(kBlack), 1);
     EXPECT_EQ(picture.At(x, y), kWhite);
@@ -60,7 +58,7 @@ TEST_F(Viewing, FindsThePixelOfAPointAsItIsDrawn) {
   EXPECT_GT(drawn, 20);
 }
 
-TEST_F(Viewing, ReadsThePointOfTheModelUnderAPixel) {
+TEST_F(Viewing, ReadsThePointUnderAPixel) {
   RandomViews random(11);
   for (int round = 0; round < 24; ++round) {
     SCOPED_TRACE(round);
@@ -70,7 +68,7 @@ TEST_F(Viewing, ReadsThePointOfTheModelUnderAPixel) {
     m_pViewer->SetEyeZNearAndFar(2, 50);
     const GLViewGeometry view = GLViewGeometry::Of(*m_Context.Get(), *m_pViewer);
     const GLPixelPlace pixel = GLMiddleOfPixel(random.Whole(110, 290), random.Whole(110, 240));
-    // A plane that leans, through a point in the middle of the depths.
+    // An inclined plane, through a point in the middle of the depth range.
     const GLDATA_POINT centre = view.PointAtDepth({200, 175}, view.m_bOrtho ? 0.5 : 0.9);
     const GLDATA_POINT right = view.m_Eye.VectorToWorld({1, 0, 0.2}),
                        up = view.m_Eye.VectorToWorld({0, 1, -0.1});
@@ -81,7 +79,7 @@ TEST_F(Viewing, ReadsThePointOfTheModelUnderAPixel) {
     };
     Paint(
         [&, corners = std::array{corner(-1, -1), corner(1, -1), corner(1, 1), corner(-1, 1)}](Scene& scene) {
-          glPixelStorei(GL_PACK_SKIP_PIXELS, 7);  // a painter's own, which must do no harm
+          glPixelStorei(GL_PACK_SKIP_PIXELS, 7);  // state of a painter that must have no effect
           glMatrixMode(GL_MODELVIEW);
           glTranslated(0, 0, 0);
           DrawQuad(scene.Canvas(), {1, 0, 0, 1}, corners);
@@ -101,13 +99,13 @@ TEST_F(Viewing, ReadsThePointOfTheModelUnderAPixel) {
     }
   }
   m_pViewer->Clip(1);
-  EXPECT_FALSE(Await(m_Viewing->PointUnder(*m_pViewer, {5, 5}))) << "outside of the clip rectangle";
+  EXPECT_FALSE(Await(m_Viewing->PointUnder(*m_pViewer, {5, 5}))) << "outside the clip rectangle";
   m_pViewer->Show(0);
   EXPECT_FALSE(Await(m_Viewing->PointUnder(*m_pViewer, {200, 175}))) << "a hidden viewer draws nothing";
 }
 
-TEST_F(Viewing, KnowsTheOrderOfViewersAndWhichIsOnTop) {
-  // The painter is called in the order of drawing.
+TEST_F(Viewing, KnowsTheOrderOfViewers) {
+  // The painter is called in drawing order.
   std::mutex lock;
   std::vector<IGLViewer*> frame, order;
   Paint([&](Scene& scene) {
@@ -124,7 +122,7 @@ TEST_F(Viewing, KnowsTheOrderOfViewersAndWhichIsOnTop) {
     while (static_cast<int>(viewers.size()) < count) viewers.push_back(AddViewer(1));
     m_Context->DestroyViewer(viewers[1]);
     viewers.erase(viewers.begin() + 1);
-    Take();  // a whole frame has passed
+    Take();  // a complete frame has been drawn
     std::vector<IGLViewer*> named;
     for (const auto& viewer : GLViewersOf(*m_Context.Get())) named.push_back(viewer.Get());
     const std::scoped_lock hold(lock);
@@ -144,7 +142,7 @@ TEST_F(Viewing, KnowsTheOrderOfViewersAndWhichIsOnTop) {
   EXPECT_EQ(GLViewerAt(*m_Context.Get(), {40, 30}).Get(), &lower);
 }
 
-TEST_F(Viewing, TellsThePassAndEachFrame) {
+TEST_F(Viewing, ReportsPassesAndFrames) {
   std::map<GLPassKind, std::atomic<int>> passes;
   for (const auto kind : {GLPassKind::Frame, GLPassKind::Capture, GLPassKind::Selection}) passes[kind] = 0;
   std::vector<GLFrameInfo> frames;
@@ -157,15 +155,12 @@ TEST_F(Viewing, TellsThePassAndEachFrame) {
   EXPECT_EQ(passes[GLPassKind::Selection], 0);
   capture->Request(capture->target.Get());
   m_Context.As<IGLContext2>()->TriggerDrawThread();
-  EXPECT_TRUE(Eventually([&] { return capture->answer == 1; })) << "a capture behind it is served";
+  EXPECT_TRUE(Eventually([&] { return capture->answer == 1; })) << "a later capture is served";
   EXPECT_EQ(passes[GLPassKind::Capture], 2);
   const int before = passes[GLPassKind::Frame];
   EXPECT_GE(before, 2);
 
-  GLDATA_POINT from{-1, -1, 0}, to{1, 1, 0};
-  int count = 10;
-  ULONG ids[10];
-  EXPECT_EQ(m_Context->Select(m_pViewer, &from, &to, 0, 0, &count, ids), S_OK);
+  EXPECT_EQ(Pick(*m_Context, *m_pViewer, {-1, -1, 0}, {1, 1, 0}).result, S_OK);
   EXPECT_EQ(passes[GLPassKind::Selection], 1);
   m_Context->DetachPainter();
   m_Context->DetachCapture();
@@ -177,12 +172,12 @@ TEST_F(Viewing, TellsThePassAndEachFrame) {
   }
 }
 
-TEST_F(Viewing, DrawsOverlaysOverEverythingAndBringsAllBack) {
+TEST_F(Viewing, DrawsOverlaysAndRestoresState) {
   AddBackdrop();
   m_pViewer->Clip(1);
   m_pViewer->SetClipRectangle(20, 10, 60, 40);
   m_pViewer->ShowClipFrame(0);
-  GLDATA_POINT a{0, 0, -5}, b{1, 0, -5}, c{0, 1, -5};  // what stands nearer than -5 is cut off
+  GLDATA_POINT a{0, 0, -5}, b{1, 0, -5}, c{0, 1, -5};  // cuts points nearer than z = -5
   m_Context->ClipPlane(&a, &c, &b);
   m_Context->EnableLighting(1);
   const GLDATA_POINT distant = {0, 0, -20};
@@ -203,8 +198,8 @@ TEST_F(Viewing, DrawsOverlaysOverEverythingAndBringsAllBack) {
     const auto before = state();
     {
       const GLOverlay overlay;
-      quad(1, -20, 1);   // behind the first
-      quad(1, -3, 0.2);  // on the wrong side of the plane
+      quad(1, -20, 1);   // behind the first quad
+      quad(1, -3, 0.2);  // on the cut side of the plane
     }
     {
       const GLOverlay overlay(GLOverlayUnits::Pixels, m_Viewing->Scale());
@@ -218,14 +213,14 @@ TEST_F(Viewing, DrawsOverlaysOverEverythingAndBringsAllBack) {
     }
     changed += state() != before;
     quad(0.9f, -30, 1);  // hidden again
-    quad(0.9f, -3, 1);   // and cut off again
+    quad(0.9f, -3, 1);   // cut again
   });
   const Picture picture = Take();
   EXPECT_EQ(changed, 0);
-  EXPECT_EQ(picture.At(50, 30), 0xFFFF00FF) << "no depth, no plane, no light";
+  EXPECT_EQ(picture.At(50, 30), 0xFFFF00FF) << "without depth test, clip plane and lighting";
   EXPECT_EQ(picture.At(22, 13), 0x0000FFFFu);
   EXPECT_EQ(picture.At(28, 13), picture.At(60, 20)) << "beside the blue quad";
-  EXPECT_EQ(picture.At(45, 25), picture.At(60, 20)) << "what is drawn afterwards is behind again";
+  EXPECT_EQ(picture.At(45, 25), picture.At(60, 20)) << "later drawing is behind again";
 }
 
 }  // namespace

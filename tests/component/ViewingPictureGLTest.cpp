@@ -1,15 +1,15 @@
-// Pictures at a factor, and text that grows with them.
+// Pictures at a zoom factor, and text that scales with them. Headless display.
 
 #include "component/Viewing.h"
 
 namespace {
 
-TEST_F(Viewing, TakesPicturesOfSeveralViewersAtAFactor) {
-  // The later rectangle, in the window's numbers, lies within the earlier one times 3.
+TEST_F(Viewing, TakesZoomedPicturesOfSeveralViewers) {
+  // The later rectangle is within the earlier one times 3, in the window's numbers.
   const struct {
     int ortho, x, y, width, height, scaled;
   } places[] = {{0, 3, 2, 40, 50, 1}, {1, 30, 10, 50, 30, 1}, {1, 5, 40, 30, 15, 0}};
-  // Drawn in the order from the latest to the earliest.
+  // In drawing order, from the last to the first.
   std::vector<IGLViewer*> viewers = {AddViewer(1), AddViewer(1), m_pViewer};
   AddBackdrop();
   std::swap(viewers[0], viewers[1]);
@@ -26,9 +26,7 @@ TEST_F(Viewing, TakesPicturesOfSeveralViewersAtAFactor) {
     GLDATA_POINT low{-4, -4, 1}, high{4, 4, 50};
     viewer.SetOrthoExtents(&low, &high);
     viewer.SetEyeZNearAndFar(1, 50);
-    GLPtr<IGLCoord> eye;
-    viewer.GetCoord(eye.Put());
-    eye->SetOrigin3d(0, 0, 15);
+    EyeOf(viewer)->SetOrigin3d(0, 0, 15);
   }
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_SHOW_FRONT | GLDM_SHOW_BACK), 1);
@@ -45,7 +43,7 @@ TEST_F(Viewing, TakesPicturesOfSeveralViewersAtAFactor) {
       for (GLDATA_POINT point : aPoints) canvas.Vertex(&point);
       canvas.EndDrawVertices();
     };
-    attributes->SetLineWidth(1.0f), attributes->SetLineWidth(2.0f);  // a changed object is sent in full
+    attributes->SetLineWidth(1.0f), attributes->SetLineWidth(2.0f);  // a changed object is applied in full
     canvas.SetDrawAttributes(attributes.Get());
     draw(&IGLCanvas::BeginDrawTriangles, {1, 0, 0, 1}, {{-3, -2, 0}, {3, -2.3, 0}, {0.4, 3, 0}});
     draw(&IGLCanvas::BeginDrawLines, {0, 1, 0, 1}, {{-2.9, -2.2, 1}, {2.1, 2.4, 1}});
@@ -60,17 +58,17 @@ TEST_F(Viewing, TakesPicturesOfSeveralViewersAtAFactor) {
   request.m_fZoom = 3;
   const Picture whole = Take(request);
   ASSERT_EQ(std::pair(whole.Width(), whole.Height()), std::pair(3 * once.Width(), 3 * once.Height()));
-  int moved = 0;  // of each nine pixels the middle one stands for the one pixel
+  int moved = 0;  // the middle pixel of nine corresponds to one pixel
   for (int y = 0; y < once.Height(); ++y) {
     for (int x = 0; x < once.Width(); ++x) moved += once.At(x, y) != whole.At(3 * x + 1, 3 * y + 1);
   }
-  EXPECT_LE(moved, 100) << "pixels of " << once.Width() * once.Height() << "; lines have other edges";
+  EXPECT_LE(moved, 100) << "pixels of " << once.Width() * once.Height() << "; edges of lines differ";
   for (const std::uint32_t color : {0xFF0000FFu, 0x00FF00FFu, 0x00FFFFFFu, 0x0000FFFFu, 0xFFFF00FFu}) {
     const auto area = [&](const Picture& p) { return p.Width() * p.Height() - p.CountOther(color); };
     EXPECT_GT(area(once), 10) << std::hex << color;
     EXPECT_NEAR(area(whole) / 9.0, area(once), 0.2 * area(once)) << std::hex << color;
   }
-  EXPECT_EQ(seen, 0) << "the viewers' own numbers never change";
+  EXPECT_EQ(seen, 0) << "the viewers' values do not change";
 
   GLCaptureRequest part = request;
   part.m_iX = 20, part.m_iY = 10, part.m_iWidth = 33, part.m_iHeight = 400;
@@ -92,7 +90,7 @@ TEST_F(Viewing, TakesPicturesOfSeveralViewersAtAFactor) {
   EXPECT_FALSE(m_Viewing->TakePicture(refused.Get(), part).get());
 }
 
-TEST_F(Viewing, PrintsTextThatGrowsWithThePicture) {
+TEST_F(Viewing, PrintsTextThatScalesWithThePicture) {
   GLRasterText text(GLString("DejaVu Sans"), -12);
   Paint([&](Scene& scene) {
     const double scale = m_Viewing->Scale();
@@ -100,7 +98,7 @@ TEST_F(Viewing, PrintsTextThatGrowsWithThePicture) {
     glColor4f(1, 1, 1, 1);
     EXPECT_EQ(text.Print(scene.Context(), GLString("HHH"), {5, 40, 0}, scale), S_OK);
   });
-  // The letters' extents: left, top, right and bottom.
+  // The extents of the text: left, top, right and bottom.
   const auto extents = [](const Picture& aPicture) {
     std::array<int, 4> e = {9999, 9999, 0, 0};
     for (int y = 0; y < aPicture.Height(); ++y) {

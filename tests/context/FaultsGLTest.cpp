@@ -1,18 +1,18 @@
-// A whole life of a context, again and again: each time another of the platform's operations, or another
-// allocation, fails. Every life goes on as far as it can, tells what it couldn't do, and leaves nothing.
+// The life of a context, repeated with faults: each time a different platform operation, or a different
+// allocation, fails. The context must continue as far as possible, report the failure, and leave nothing.
+// Headless display.
 
 #include "component/Module.h"
 #include "context/window/WGLExtensions.h"
 #include "support/Counting.h"
 #include "support/Scene.h"
 #include "support/ScriptedDisplay.h"
-#include "support/Test.h"
 
 namespace {
 
 constexpr ULONG kForever = 0xFFFFFFFF, kIdentifier = 7;
 
-/// Draws a square with text and a list, and asks nothing of the heap itself.
+/// Draws a square with text and a list, without any allocation.
 class LifePainter final : public GLPainterBase {
  public:
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext*, IGLViewer*) noexcept override {
@@ -20,10 +20,7 @@ class LifePainter final : public GLPainterBase {
     if (SUCCEEDED(aCanvas->BeginCompileList(&list))) aCanvas->EndCompileList();
     aCanvas->DeleteCompiledList(list);
     aCanvas->SetTestID(kIdentifier);
-    aCanvas->BeginDrawQuads();
-    for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 50.}, {-50., 50.}})
-      aCanvas->Vertex2d(x, y);
-    aCanvas->EndDrawVertices();
+    DrawRectangle(*aCanvas, -50, -50, 50, 50);
     GLDATA_POINT start{};
     for (const auto& font : m_Fonts) {
       if (font) font->Print(m_Text, &start);
@@ -39,8 +36,9 @@ class LifePainter final : public GLPainterBase {
 
 class Life {
  public:
-  /// @param aFaulty  whether one thing may fail. Were anything left of an earlier life, a second would
-  /// @param aSamples the highest number of samples; with 1 they are looked for in vain
+  /// @param aFaulty  whether one operation may fail; a second life without faults detects what the first one
+  /// left
+  /// @param aSamples the highest number of samples of the formats; with 1 the probe finds none
   explicit Life(bool aFaulty, LONG aSamples = 1) : m_bFaulty(aFaulty), m_iSamples(aSamples) {}
 
   void Live() {
@@ -52,7 +50,7 @@ class Life {
       if (context) Live(*context);
     }
     m_Painter->m_Fonts = {};
-    EXPECT_TRUE(Eventually([&] { return g_iModuleLocks <= before; })) << "something stays";
+    EXPECT_TRUE(Eventually([&] { return g_iModuleLocks <= before; })) << "a context or object remains";
   }
 
  private:
@@ -63,7 +61,7 @@ class Life {
     IGLViewer* viewer = nullptr;
     const HRESULT made =
         Take("CreateViewer", {E_FAIL, E_GL_BADSTATE}, [&] { return aContext.CreateViewer(1, 1, &viewer); });
-    if (made == E_GL_BADSTATE) return;  // the context has come without its parts
+    if (made == E_GL_BADSTATE) return;  // the context was created without its parts
     if (!Initialize(aContext)) return;
     aContext.SetViewport(0, 0, 64, 48);
     GLDATA_POINT a{-60, 0, 0}, b{0, 0, 1}, c{60, 0, 0};
@@ -83,24 +81,24 @@ class Life {
     EXPECT_TRUE(Eventually([&] {
       Frame(aContext);  // without memory the request waits for a later frame
       return m_Capture->answer >= 0;
-    })) << "no word from the capture";
+    })) << "OnData was not called";
     if (m_Capture->answer == 0) Excuse("the capture");
     if (!Initialize(aContext)) return;
     aContext.SetViewport(0, 0, 32, 32);
     Frame(aContext);
   }
 
-  /// Takes a step, and once more when it fails. @return the last result
+  /// Takes a step, and repeats it once if it fails. @return the last result
   template <class Step>
   HRESULT Take(const char* aName, std::initializer_list<HRESULT> aFailures, Step aStep) {
     HRESULT result = aStep();
     if (result == S_OK) return result;
     EXPECT_EQ(std::count(aFailures.begin(), aFailures.end(), result), 1)
-        << aName << " gives " << std::hex << result;
+        << aName << " returns " << std::hex << result;
     Excuse(aName);
     result = aStep();
     EXPECT_TRUE(result == S_OK || result == E_GL_BADSTATE)
-        << aName << " doesn't recover: " << std::hex << result;
+        << aName << " does not recover: " << std::hex << result;
     return result;
   }
 
@@ -109,11 +107,11 @@ class Life {
       const HRESULT first = aContext.Initialize(0);
       ULONG_PTR window = 1;
       aContext.GetWindow(&window);
-      EXPECT_EQ(window != 0, first == S_OK) << "a failure leaves nothing behind";
+      EXPECT_EQ(window != 0, first == S_OK) << "a failed Initialize leaves a window";
       return first;
     });
     GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->SetControlledDrawThread(1, kForever);
-    EXPECT_TRUE(result != S_OK || g_afPointSizeRange[1] > 0) << "GL's limits aren't read";
+    EXPECT_TRUE(result != S_OK || g_afPointSizeRange[1] > 0) << "GL's limits are not read";
     return result == S_OK;
   }
 
@@ -136,9 +134,9 @@ class Life {
     EXPECT_EQ(ids[0], kIdentifier);
   }
 
-  /// Only one thing may go wrong, and only where something may.
+  /// Allows one failure, and only if a fault is injected.
   void Excuse(const char* aName) {
-    EXPECT_TRUE(m_bFaulty) << aName << " fails for nothing";
+    EXPECT_TRUE(m_bFaulty) << aName << " fails without a fault";
     m_bFaulty = false;
   }
 
@@ -151,13 +149,13 @@ class Life {
 
 }  // namespace
 
-TEST(Faults, OfThePlatformEndNoLifeAndSpoilNone) {
+TEST(Faults, OfThePlatformAreSurvived) {
   const DisplayGuard guard;
   bool failed = true;
   int fault = 0;
   for (; failed && !::testing::Test::HasFailure(); ++fault) {
     SCOPED_TRACE(fault);
-    Zentig::WGLExtensions::DeleteInstance();  // the probe is part of the life
+    Zentig::WGLExtensions::DeleteInstance();  // the probe for formats is part of a life
     const auto display = ScriptedDisplay::Set();
     display->m_szExtensions = "WGL_ARB_extensions_string WGL_ARB_pixel_format WGL_ARB_multisample ";
     display->m_iFault = fault;
@@ -165,14 +163,14 @@ TEST(Faults, OfThePlatformEndNoLifeAndSpoilNone) {
     Life(true, 4).Live();
     failed = display->HasFailed();
   }
-  EXPECT_GT(fault, 40) << "what a life asks of the platform";
+  EXPECT_GT(fault, 40) << "too few platform operations";
   Zentig::WGLExtensions::DeleteInstance();
   SetDisplay(nullptr);
   Life(false).Live();
   RecordProperty("faults", fault);
 }
 
-TEST(Faults, OfAllocationsEndNoLifeAndSpoilNone) {
+TEST(Faults, OfAllocationsAreSurvived) {
   AllocationFault::ForgetWays();
   Life(false).Live();
   bool failed = true;
@@ -184,11 +182,11 @@ TEST(Faults, OfAllocationsEndNoLifeAndSpoilNone) {
     life.Live();
     failed = one.HasFailed();
   }
-  EXPECT_GT(fault, 40) << "ways to an allocation";
+  EXPECT_GT(fault, 40) << "too few places of allocation";
   RecordProperty("faults", fault);
 }
 
-TEST(Faults, OfTheFirstRenderingContextsLetASuspensionWait) {
+TEST(Faults, OfTheFirstRenderingContextsDelayASuspension) {
   const DisplayGuard guard;
   const auto display = ScriptedDisplay::Set();
   display->m_iRefusedContexts = 4;  // the draw thread tries again in each cycle

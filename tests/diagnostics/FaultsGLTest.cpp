@@ -1,4 +1,4 @@
-// The messages of the log about a platform that fails, on a display that the test writes down.
+// Log messages about failures of the platform. Scripted display over the headless one.
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,7 +11,6 @@
 #include "support/LogLines.h"
 #include "support/Scene.h"
 #include "support/ScriptedDisplay.h"
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -25,7 +24,7 @@ class RefusingDisplay final : public ScriptedDisplay {
   std::atomic<bool> m_bRefuses{false};
 };
 
-constexpr auto kShortStart = std::chrono::seconds(2);  // in place of 10 s
+constexpr auto kShortStart = std::chrono::seconds(2);  // instead of 10 s
 
 /// Refuses a rendering context only after Initialize has stopped waiting for it.
 class SlowDisplay final : public ScriptedDisplay {
@@ -36,7 +35,7 @@ class SlowDisplay final : public ScriptedDisplay {
   }
 };
 
-/// Initialises a context on a display that gives it no rendering context in time.
+/// Initialises a context on a display that creates no rendering context in time.
 void StartOn(const std::shared_ptr<ScriptedDisplay>& aDisplay) {
   const auto usual = std::exchange(g_LongestStart, kShortStart);
   SetDisplay(aDisplay);
@@ -44,10 +43,10 @@ void StartOn(const std::shared_ptr<ScriptedDisplay>& aDisplay) {
   g_LongestStart = usual;
 }
 
-/// While set, large images get no memory.
+/// If set, allocations of large images fail.
 std::atomic<bool> g_bNoImages{false};
 
-/// Initialises a context on a display that a test has prepared.
+/// Initialises a context on a display that the caller prepares.
 template <class Prepare>
 void InitializeOn(Prepare aPrepare, LONG aSmooth = 0) {
   const auto display = ScriptedDisplay::Set();
@@ -58,7 +57,7 @@ void InitializeOn(Prepare aPrepare, LONG aSmooth = 0) {
 }
 
 const LogCase kCases[] = {
-    {"error", "a parent window is given, but the display is headless",
+    {"error", "a parent window is passed, but the display is headless",
      [] { GLCreate<IGLContext>(CLSID_GLContext)->Initialize(5); }},
     {"error", "Initialize failed: no window could be created",
      [] { InitializeOn([](ScriptedDisplay& d) { d.m_bMakesWindows = false; }); }},
@@ -76,7 +75,7 @@ const LogCase kCases[] = {
      }},
     {"error", "Initialize failed: the draw thread has not begun to draw",
      [] { StartOn(std::make_shared<SlowDisplay>()); }},
-    {"error", "Initialize failed: the driver gave no rendering context within 10 s",
+    {"error", "Initialize failed: the driver created no rendering context within 10 s",
      [] {
        const auto display = std::make_shared<ScriptedDisplay>();
        display->m_iRefusedContexts = 1 << 20;
@@ -102,7 +101,7 @@ const LogCase kCases[] = {
        InitializeOn([](ScriptedDisplay&) {});
        g_bAccel = true;
      }},
-    {"warning", "a capture failed: there is no surface of 32 x 32 pixels",
+    {"warning", "a capture failed: cannot create a surface of 32 x 32 pixels",
      [] {
        const auto display = ScriptedDisplay::Set();
        const FreeContext painted;
@@ -149,18 +148,18 @@ const LogCase kCases[] = {
      }},
 };
 
-// Counted without an allocation, since one fails.
+// Counts without allocating, because an allocation fails.
 std::atomic<int> g_iReasons{0}, g_iParts{0}, g_iThreads{0};
 
 void CountReasons(const char* aLine, std::size_t aLength) {
   const std::string_view line(aLine, aLength);
   if (line.find("Initialize failed: ") == line.npos) return;
   ++g_iReasons;
-  if (line.find("there was no memory for the parts of the context") != line.npos) ++g_iParts;
+  if (line.find("not enough memory for the parts of the context") != line.npos) ++g_iParts;
   if (line.find("no draw thread could be started") != line.npos) ++g_iThreads;
 }
 
-/// Runs in a forked child with the lines of its log, and gives the child's answer.
+/// Runs in a forked child with its own log lines. @return the child's result
 template <class Function>
 bool HoldsInChild(Function aFunction) {
   const pid_t child = fork();
@@ -177,7 +176,7 @@ extern "C" void* aligned_alloc(std::size_t aAlignment, std::size_t aSize) {
   return g_bNoImages || posix_memalign(&block, aAlignment, aSize) != 0 ? nullptr : block;
 }
 
-TEST(Log, TellsOfEachFaultOfThePlatformOnce) {
+TEST(Log, ReportsEachPlatformFaultOnce) {
   for (const LogCase& c : kCases) {
     SCOPED_TRACE(c.m_szMessage);
     const DisplayGuard guard;
@@ -187,7 +186,7 @@ TEST(Log, TellsOfEachFaultOfThePlatformOnce) {
   }
 }
 
-TEST(Log, GivesOneReasonForEachInitializeThatLacksMemory) {
+TEST(Log, GivesOneReasonPerInitializeWithoutMemory) {
   const LogLines restores(LogLevel::kUnread);
   SetLogSink(LogLevel::kError, CountReasons);
   AllocationFault::ForgetWays();
@@ -204,7 +203,7 @@ TEST(Log, GivesOneReasonForEachInitializeThatLacksMemory) {
   EXPECT_GT(g_iThreads, 0);
 }
 
-TEST(Log, TellsAForkedChildWhyNothingIsDrawn) {
+TEST(Log, ReportsWhyAForkedChildCannotDraw) {
   const LogLines log(LogLevel::kDebug);
   const FreeContext inherited;
   EXPECT_TRUE(HoldsInChild([&] {
@@ -213,16 +212,16 @@ TEST(Log, TellsAForkedChildWhyNothingIsDrawn) {
   }));
   EXPECT_TRUE(HoldsInChild([&] {
     GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0);
-    return log.Count("a driver of GL has run in the parent of this forked process", "error") >= 1;
+    return log.Count("the parent of this forked process has used a GL driver", "error") >= 1;
   }));
 }
 
-TEST(Log, TellsThatTheDrawThreadIsLate) {
+TEST(Log, ReportsALateDrawThread) {
   const LogLines log(LogLevel::kWarning);
   {
     const FreeContext painted;
     painted.context->SetDrawThreadPars(0, 4000, 4000);
-    painted.Await(1);  // it sleeps for 4 s after this one
+    painted.Await(1);  // the draw thread then sleeps for 4 s
   }
   EXPECT_EQ(log.Count("the draw thread did not park within 3 s"), 1) << log.Joined();
 }

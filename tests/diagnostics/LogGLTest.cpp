@@ -1,32 +1,30 @@
-// The messages of the log, each caused once, and the silence of a run without a fault.
+// Log messages, each with its cause, and the absence of messages in a run without faults. Headless display.
 
 #include <optional>
 #include <regex>
 
-#include "platform/GL.h"
 #include "platform/Window.h"
 #include "support/BitmapFiles.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 namespace {
 
-/// A painter that calls a function in its first frame alone.
+/// Returns a painter that calls a function only in its first frame.
 DrawFunction Once(DrawFunction aDraw) {
   return [draw = std::move(aDraw), done = false](Scene& scene) mutable {
     if (!std::exchange(done, true)) draw(scene);
   };
 }
 
-/// Draws until a painter has been called a few times, so that a message that comes in every frame is seen.
+/// Draws several frames, so that a message that is repeated in each frame is seen.
 void Draw(DrawFunction aDraw) {
   const FreeContext painted(std::move(aDraw));
   painted.Await(4);
 }
 
-/// Compiles a list where there is none.
+/// Compiles a list if none is valid.
 DrawFunction Compiling() {
   return [list = 0](Scene& scene) mutable {
     LONG valid = 0;
@@ -35,7 +33,7 @@ DrawFunction Compiling() {
   };
 }
 
-/// Takes a picture of a context that has a list.
+/// Captures a context that has a list.
 void Capture(const GLCaptureRequest& aRequest, bool aHasPixmap = true) {
   const FreeContext painted(Compiling());
   const auto capture = GLMake<TestCapture>();
@@ -59,10 +57,7 @@ struct FailingPainter final : GLPainterBase {
 };
 
 void Select(const FreeContext& aPainted) {
-  GLDATA_POINT low{-1, -1, 0}, high{1, 1, 0};
-  int count = 1;
-  ULONG found[1] = {};
-  aPainted.context->Select(aPainted.viewer, &low, &high, 0, 0, &count, found);
+  Pick(*aPainted.context, *aPainted.viewer, {-1, -1, 0}, {1, 1, 0}, false, false, 1);
 }
 
 void LoadImageFile(const Bytes& aFile) {
@@ -70,7 +65,7 @@ void LoadImageFile(const Bytes& aFile) {
   LoadFrom(*GLCreate<IGLPixmap>(CLSID_GLPixmap), folder.Put("image.bmp", aFile).u16string());
 }
 
-/// A name that no test before has asked for: each is reported once.
+/// Returns a name that was not requested before: each name is reported once.
 std::string NewFace() {
   static int number = 0;
   return "No Such Face " + std::to_string(++number);
@@ -84,9 +79,9 @@ const LogCase kCases[] = {
     {"info", "GL: ", [] { Draw({}); }},
 
     {"info",
-     "1 display lists are discarded, glyphs included: a capture draws in a rendering context of its own",
+     "1 display lists are discarded, glyphs included: a capture draws in a separate rendering context",
      [] { Capture({}); }},
-    {"info", "1 display lists are discarded, glyphs included: the capture that they were compiled in is over",
+    {"info", "1 display lists are discarded, glyphs included: the capture that compiled them has ended",
      [] { Capture({}); }},
     {"info", "1 display lists are discarded, glyphs included: their rendering context is replaced",
      [] {
@@ -94,7 +89,7 @@ const LogCase kCases[] = {
        painted.Await(2);
        painted.context->Initialize(0);
      }},
-    {"info", "1 display lists are discarded, glyphs included: another Initialize",
+    {"info", "1 display lists are discarded, glyphs included: a context replaces its window",
      [] {
        const FreeContext painted(Compiling()), other;
        painted.Await(2);
@@ -115,7 +110,7 @@ const LogCase kCases[] = {
        }));
        painted.Await(2);
      }},
-    {"warning", "GL has no 1 free names for display lists",
+    {"warning", "GL has no range of 1 free display list names",
      [] {
        Draw([taken = false](Scene& scene) mutable {
          if (!std::exchange(taken, true)) glGenLists(0xFFFF);
@@ -124,16 +119,15 @@ const LogCase kCases[] = {
        });
      }},
 
-    {"warning", "a capture failed: GetPixmap gave no pixmap", [] { Capture({}, false); }},
-    {"warning", "a capture failed: its rectangle has no pixel in the viewport",
-     [] { Capture({.m_iX = 99}); }},
+    {"warning", "a capture failed: GetPixmap returned no pixmap", [] { Capture({}, false); }},
+    {"warning", "a capture failed: its rectangle lies outside the viewport", [] { Capture({.m_iX = 99}); }},
     {"warning", "a capture failed: its zoom is below 1", [] { Capture({.m_fZoom = 0.5f}); }},
-    {"warning", "a capture failed: the scene at 3200000 x 3200000 pixels is larger than GL draws",
+    {"warning", "a capture failed: a scene of 3200000 x 3200000 pixels exceeds GL's limit",
      [] { Capture({.m_iWidth = 1, .m_iHeight = 1, .m_fZoom = 100000}); }},
 
-    {"warning", "IGLPainter::Draw left the model-view matrix stack 1 deeper",
+    {"warning", "IGLPainter::Draw changed the depth of the model-view matrix stack by +1",
      [] { Draw([](Scene& scene) { scene.Canvas().PushModelviewMatrix(0); }); }},
-    {"warning", "IGLPainter::Draw left the attribute stack 2 shallower",
+    {"warning", "IGLPainter::Draw changed the depth of the attribute stack by -2",
      [] {
        Draw([push = true](Scene&) mutable {
          for (int i = 0; i < 2; ++i) push ? glPushAttrib(GL_FOG_BIT) : glPopAttrib();
@@ -142,7 +136,7 @@ const LogCase kCases[] = {
      }},
     {"warning", "IGLPainter::Draw left a display list open",
      [] { Draw(Once([](Scene&) { glNewList(glGenLists(1), GL_COMPILE); })); }},
-    {"warning", "IGLViewerGauge::Draw left the attribute stack 1 deeper",
+    {"warning", "IGLViewerGauge::Draw changed the depth of the attribute stack by +1",
      [] {
        const FreeContext painted;
        const auto gauge = GLMake<Gauge>();
@@ -150,7 +144,7 @@ const LogCase kCases[] = {
        painted.viewer->ShowGauges(1);
        painted.Await(4);
      }},
-    {"warning", "IGLPainter::Draw in a selection left the name stack 1 deeper",
+    {"warning", "IGLPainter::Draw in a selection changed the depth of the name stack by +1",
      [] {
        const FreeContext painted([](Scene&) { glPushName(1); });
        Select(painted);
@@ -177,20 +171,20 @@ const LogCase kCases[] = {
     {"debug", "GL error 0x0502 (GL_INVALID_OPERATION) after IGLCanvas::EndDrawVertices",
      [] { Draw([](Scene& scene) { scene.Canvas().EndDrawVertices(); }); }},
 
-    {"warning", "GL has 8 clip planes: a further one takes the place of one before",
+    {"warning", "GL has 8 clip planes: another one replaces an earlier one",
      [] {
        const FreeContext painted;
        GLDATA_POINT a{0, 0, 0}, b{1, 0, 0}, c{0, 1, 0};
        for (int i = 0; i < 9; ++i) painted.context->ClipPlane(&a, &b, &c);
      }},
-    {"warning", "a light does not shine: the process has 8 others",
+    {"warning", "a light is off: the process uses GL's 8 lights already",
      [] {
        const FreeContext painted;
        IGLLight* light = nullptr;
        for (int i = 0; i < 9; ++i) painted.context->CreateLight(&light);
        painted.Await(4);
      }},
-    {"warning", "a selection found more than the 1 identifiers that the host's array holds",
+    {"warning", "a selection found more identifiers than the host's array holds, 1",
      [] {
        Select(FreeContext([](Scene& scene) {
          for (const ULONG id : {1u, 2u}) {
@@ -219,7 +213,7 @@ const LogCase kCases[] = {
            ++left;
          });
        };
-       // The painters wait for each other's contexts, so they are attached when both exist.
+       // The painters wait for each other's contexts, so they are attached after both exist.
        first.emplace();
        second.emplace();
        first->context->AttachPainter(GLMake<TestPainter>(calls(second)).Get());
@@ -227,7 +221,7 @@ const LogCase kCases[] = {
        EXPECT_TRUE(Eventually([&] { return left == 2; }));
      }},
 
-    {"warning", "there is no face \"No Such Face ",
+    {"warning", "there is no font face \"No Such Face ",
      [] {
        const FreeContext painted;
        IGLFont* font = nullptr;
@@ -235,7 +229,7 @@ const LogCase kCases[] = {
        painted.Await(2);
        painted.context->Initialize(0);  // the font is built again
      }},
-    {"warning", "a font of the face \"NOSHEET\" cannot be built",
+    {"warning", "a font with the face \"NOSHEET\" cannot be built",
      [] {
        GLPtr<IGLFont> font;
        std::atomic<bool> ready{false};
@@ -247,7 +241,7 @@ const LogCase kCases[] = {
        ready = true;
        painted.Await(4);
      }},
-    {"debug", "IGLFont::Print is refused: its build would close the list that is open",
+    {"debug", "IGLFont::Print is refused: the font cannot be built while a display list is open",
      [] {
        Draw(Once([](Scene& scene) {
          int list = 0;
@@ -259,7 +253,7 @@ const LogCase kCases[] = {
          scene.Canvas().EndCompileList();
        }));
      }},
-    {"debug", "IGLFont::Print is refused: outside of a pass",
+    {"debug", "IGLFont::Print is refused: it is called outside a pass",
      [] {
        const FreeContext painted;
        GLPtr<IGLFont> font;
@@ -277,27 +271,24 @@ const LogCase kCases[] = {
 
     {"warning", "an image file is not loaded: it cannot be opened",
      [] { LoadFrom(*GLCreate<IGLPixmap>(CLSID_GLPixmap), u"no-such-folder/no-such-file.bmp"); }},
-    {"warning", "an image file is not loaded: its header is no bitmap's, or does not match the file",
+    {"warning", "an image file is not loaded: its bitmap header is missing or does not match the file",
      [] {
        LoadImageFile({1, 2, 3});
      }},
-    {"warning", "an image file is not loaded: a pixel has no colour in its table",
+    {"warning", "an image file is not loaded: a pixel indexes past the colour table",
      [] {
        LoadImageFile(BitmapBytes{.m_uBitCount = 8, .m_Table = {}, .m_Pixels = {7, 0, 0, 0}}.File());
      }},
 };
 
-/// What a host does, without a fault.
+/// Uses the component without a fault.
 void DoEverything() {
   Fonts fonts;
   std::atomic<bool> ready{false};
   const FreeContext painted([&, compile = Compiling()](Scene& scene) mutable {
     compile(scene);
     scene.Canvas().SetTestID(1);
-    scene.Canvas().BeginDrawQuads();
-    for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 50.}, {-50., 50.}})
-      scene.Canvas().Vertex2d(x, y);
-    scene.Canvas().EndDrawVertices();
+    DrawRectangle(scene.Canvas(), -50, -50, 50, 50);
     GLDATA_POINT start{};
     for (std::size_t i = 0; ready && i < 2; ++i) fonts[i]->Print(GLString("text"), &start);
   });
@@ -318,7 +309,7 @@ void DoEverything() {
 
 }  // namespace
 
-TEST(Log, TellsOfEachEventOnce) {
+TEST(Log, ReportsEachEventOnce) {
   PrepareDisplay();
   for (const LogCase& c : kCases) {
     SCOPED_TRACE(c.m_szMessage);
@@ -330,7 +321,7 @@ TEST(Log, TellsOfEachEventOnce) {
   }
 }
 
-TEST(Log, HoldsNoWarningOfARunWithoutAFault) {
+TEST(Log, HasNoWarningWithoutAFault) {
   PrepareDisplay();
   const LogLines log(LogLevel::kDebug);
   DoEverything();
@@ -338,7 +329,7 @@ TEST(Log, HoldsNoWarningOfARunWithoutAFault) {
   EXPECT_EQ(log.Count("GL: "), 2) << log.Joined();
 }
 
-TEST(Log, NamesTheContextThatDrawsAndTheOneThatIsCalled) {
+TEST(Log, NamesTheContext) {
   PrepareDisplay();
   const LogLines log(LogLevel::kInfo);
   const FreeContext one, other;
@@ -351,9 +342,9 @@ TEST(Log, NamesTheContextThatDrawsAndTheOneThatIsCalled) {
   EXPECT_EQ(contexts.size(), 2u) << log.Joined();
 }
 
-TEST(Log, IsOffUnlessTheEnvironmentAsksForIt) {
+TEST(Log, IsOffByDefault) {
   PrepareDisplay();
-  if (std::getenv("GLLIB_LOG") != nullptr) GTEST_SKIP() << "the environment asks for it";
+  if (std::getenv("GLLIB_LOG") != nullptr) GTEST_SKIP() << "GLLIB_LOG is set";
   const LogLines log(LogLevel::kUnread);
   DoEverything();
   LoadFrom(*GLCreate<IGLPixmap>(CLSID_GLPixmap), u"no-such-file.bmp");

@@ -1,14 +1,13 @@
-// The messages of the log about the X server and its windows.
+// Log messages about the X server and its windows. Xvfb.
 
 #include "platform/linux/display/DisplayServer.h"
+#include "support/ForeignWindow.h"
 #include "support/LogLines.h"
 #include "support/Scene.h"
-#include "support/Test.h"
-#include "support/XServer.h"
 
 namespace {
 
-/// Another environment, in which the display is looked for again.
+/// Sets the environment; the display is opened again in it.
 class Environment {
  public:
   Environment(const char* aDisplay, const char* aServer) {
@@ -25,7 +24,7 @@ class Environment {
 
 HRESULT InitializeIn(ULONG_PTR aParent) { return GLCreate<IGLContext>(CLSID_GLContext)->Initialize(aParent); }
 
-/// A window that takes no child that is drawn.
+/// Creates a window that cannot have a visible child.
 xcb_window_t MakeInputWindow(const ForeignWindow& aParent) {
   xcb_connection_t* connection = aParent.Connection();
   const xcb_window_t window = xcb_generate_id(connection);
@@ -35,7 +34,7 @@ xcb_window_t MakeInputWindow(const ForeignWindow& aParent) {
   return window;
 }
 
-/// Initialises a context where there is no server, or not the right one.
+/// Initialises a context without a server, or with another one.
 void InitializeUnder(const char* aDisplay, const char* aServer) {
   const Environment environment(aDisplay, aServer);
   InitializeIn(0);
@@ -44,9 +43,9 @@ void InitializeUnder(const char* aDisplay, const char* aServer) {
 const LogCase kWithoutServer[] = {
     {"info", "there is no X server: DISPLAY is not set", [] { InitializeUnder("", ""); }},
     {"info", "display: headless: no X server can be used", [] { InitializeUnder("", ""); }},
-    {"info", "display: headless: GLLIB_DISPLAY asks for it", [] { InitializeUnder("headless", ""); }},
+    {"info", "display: headless: GLLIB_DISPLAY requires it", [] { InitializeUnder("headless", ""); }},
     {"warning", "the X server nowhere:7 cannot be reached", [] { InitializeUnder("", "nowhere:7"); }},
-    {"error", "there is no display: GLLIB_DISPLAY asks for X11 alone", [] { InitializeUnder("x11", ""); }},
+    {"error", "there is no display: GLLIB_DISPLAY requires X11", [] { InitializeUnder("x11", ""); }},
     {"warning", "EGL cannot draw on the X server :",
      [] {
        EndDisplay();
@@ -74,7 +73,7 @@ const LogCase kWithServer[] = {
 
 }  // namespace
 
-TEST(Log, TellsWhyADisplayIsChosen) {
+TEST(Log, ReportsTheChosenDisplay) {
   for (const LogCase& c : kWithoutServer) {
     SCOPED_TRACE(c.m_szMessage);
     const LogLines log(LogLevel::kDebug);
@@ -83,7 +82,7 @@ TEST(Log, TellsWhyADisplayIsChosen) {
   }
 }
 
-TEST(Log, TellsWhyAParentIsRefused) {
+TEST(Log, ReportsWhyAParentIsRefused) {
   for (const LogCase& c : kWithServer) {
     SCOPED_TRACE(c.m_szMessage);
     EndDisplay();
@@ -95,7 +94,7 @@ TEST(Log, TellsWhyAParentIsRefused) {
   }
 }
 
-TEST(Log, TellsThatTheWindowOrTheServerHasGone) {
+TEST(Log, ReportsALostWindowAndServer) {
   EndDisplay();
   XServer server;
   ASSERT_TRUE(server.IsRunning());
@@ -109,5 +108,5 @@ TEST(Log, TellsThatTheWindowOrTheServerHasGone) {
   server.Kill();
   EXPECT_TRUE(log.Has("the connection to the X server is lost"));
   EXPECT_TRUE(Eventually([&] { return log.Count("the window is destroyed") == 2; }))
-      << "the other context's too";
+      << "also the window of the other context";
 }

@@ -1,18 +1,13 @@
-// Embed: a host inside of a toolkit, with a model of two squares in a window of a real X server.
-// For one test thread.
+// Embed: runs a host in a toolkit, with a model of two squares, in a window of an X server. One test thread.
 
 #pragma once
-
-#include <algorithm>
-#include <string>
-#include <vector>
 
 #include "Program.h"
 #include "Screen.h"
 
 constexpr std::uint32_t kBackground = 0x212630;
 
-/// Whether a pixel shows the orange of what is picked.
+/// Returns whether a pixel has the orange colour of a picked part.
 inline bool IsMarked(std::uint32_t aPixel) {
   const auto red = aPixel >> 16 & 0xFF, green = aPixel >> 8 & 0xFF, blue = aPixel & 0xFF;
   return red > green + 40 && green > blue + 30;
@@ -20,7 +15,7 @@ inline bool IsMarked(std::uint32_t aPixel) {
 
 class Embed : public HostOnScreen {
  protected:
-  /// Starts a host with a model of two squares, side by side: left and right.
+  /// Starts a host with a model of two squares, left and right.
   /// @param aBefore variables of its environment
   void Open(const std::string& aHost, std::vector<std::string> aBefore = {}) {
     const std::string pair = Square("left", "", -2, -1, -0.1, 1) + Square("right", "", 0.1, -1, 2, 1);
@@ -29,14 +24,15 @@ class Embed : public HostOnScreen {
     HostOnScreen::Open(aBefore, "pair.obj");
     ASSERT_TRUE(ShowsModel());
   }
-  /// Waits for the host's end. Its log must hold no warning. @return its exit status
+  /// Waits for the host to end. Its log must contain no warning. @return its exit status
   int Status() {
     const int status = HostOnScreen::Status();
     EXPECT_EQ(m_folder.Get("log"), "");
     return status;
   }
 
-  /// The extents of the scene in the window: all that stands in a column or row of the background's colour.
+  /// Returns the extents of the scene in the window: all pixels that differ from the background in its column
+  /// or row.
   struct Extents {
     int left = 0, right = 0, top = 0, bottom = 0;
     int Width() const { return right - left + 1; }
@@ -55,7 +51,7 @@ class Embed : public HostOnScreen {
     }
     return found;
   }
-  /// The pixel at a share of the scene's width, in its middle row.
+  /// Returns the pixel at a share of the scene's width, in its middle row.
   std::uint32_t PixelAt(double aShare) const {
     const Extents scene = SceneExtents();
     return m_screen.Pixel(scene.left + static_cast<int>(aShare * scene.Width()),
@@ -75,7 +71,7 @@ class Embed : public HostOnScreen {
     return Eventually(
         [&] { return IsMarked(PixelAt(kLeft)) == aLeft && IsMarked(PixelAt(kRight)) == aRight; });
   }
-  /// The squares can be looked through, or stand edge-on.
+  /// Returns whether the background shows through the squares: they are drawn as lines, or turned edge-on.
   bool ShowsBackground() {
     return Eventually([&] { return PixelAt(kLeft) == kBackground; });
   }

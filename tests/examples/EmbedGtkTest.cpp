@@ -1,21 +1,21 @@
-// The host inside of GTK 3 and of GTK 4, on plain and on dense screens: the scene follows its widget to any
-// size and into another window, and ends with it.
+// The example hosts for GTK 3 and GTK 4, at scale 1 and 2: the scene follows its widget in size and into
+// another window, and ends with it. Xvfb.
 
 #include "Embed.h"
-#include "support/Test.h"
 
 namespace {
 
-constexpr std::uint8_t kEscape = 9, kD = 40, kX = 53;  // the server's keycodes
+constexpr std::uint8_t kEscape = 9, kD = 40, kX = 53;  // keycodes of the server
 
-/// By the host, and by how many pixels GTK makes of one.
+/// Parameters: the host, and GTK's scale factor.
 class EmbedGtk : public Embed, public testing::WithParamInterface<std::tuple<const char*, int>> {
  protected:
   void Open() {
     const auto& [host, scale] = GetParam();
     Embed::Open(host, {"GDK_SCALE=" + std::to_string(scale)});
   }
-  /// Clicks until the title ends as it should: GTK drops a click that comes while it lays out its widgets.
+  /// Clicks until the title has the expected end: GTK drops a click that arrives during the layout of its
+  /// widgets.
   bool Picks(double aShare, const std::string& aTitle) {
     using namespace std::chrono_literals;
     for (int click = 0; click < 4; ++click) {
@@ -49,7 +49,7 @@ TEST_P(EmbedGtk, SceneFollowsTheWindowAndPicks) {
   }
   const Extents scene = SceneExtents();
   const int y = scene.top + scene.Height() / 2;
-  m_screen.Drag(420, y, 300, y);  // 60 degrees and the 30 at first: the squares stand edge-on
+  m_screen.Drag(420, y, 300, y);  // 60 degrees and the initial 30: the squares are edge-on
   EXPECT_TRUE(ShowsBackground());
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
@@ -63,18 +63,18 @@ TEST_P(EmbedGtk, SceneMovesToAnotherWindowAndEndsWithItsWidget) {
     m_screen.Press(kD);
     ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
     m_screen.Focus();
-    EXPECT_TRUE(ShowsMarked(true, false)) << "as it was";
-    EXPECT_TRUE(Eventually([&] { return SceneExtents().top == 0; })) << "there are no buttons";
+    EXPECT_TRUE(ShowsMarked(true, false)) << "the scene is unchanged";
+    EXPECT_TRUE(Eventually([&] { return SceneExtents().top == 0; })) << "the other window has no buttons";
     m_screen.Press(kD);
-    ASSERT_TRUE(Eventually([&] { return m_screen.Title().empty(); })) << "the window is gone";
+    ASSERT_TRUE(Eventually([&] { return m_screen.Title().empty(); })) << "the window is closed";
     ASSERT_TRUE(m_screen.WaitForWindow("pair.obj"));
     m_screen.Focus();
-    EXPECT_TRUE(ShowsMarked(true, false)) << "back again";
-    EXPECT_TRUE(Eventually([&] { return SceneExtents().top > 20; })) << "under the buttons";
+    EXPECT_TRUE(ShowsMarked(true, false)) << "the scene has moved back";
+    EXPECT_TRUE(Eventually([&] { return SceneExtents().top > 20; })) << "below the buttons";
   }
   m_screen.Press(kX);
   EXPECT_TRUE(TitleEndsWith("pair.obj - closed")) << m_screen.Title();
-  EXPECT_TRUE(Eventually([&] { return SceneExtents().right < 0; })) << "nothing of it is left on the screen";
+  EXPECT_TRUE(Eventually([&] { return SceneExtents().right < 0; })) << "no pixel remains";
   m_screen.Press(kEscape);
   EXPECT_EQ(Status(), 0);
 }

@@ -1,14 +1,12 @@
-// The hosts inside of toolkits, in windows of a real X server: what they show, that it follows the window's
-// size, what picking does, and that nothing is left at the end.
+// The example hosts for Qt, SDL and plain pixels: picture, resizing, picking and exit. Xvfb.
 
 #include "Embed.h"
-#include "support/Test.h"
 
 namespace {
 
-constexpr std::uint8_t kHome = 110, kEscape = 9, kSpace = 65, kW = 25, kD = 40;  // the server's keycodes
+constexpr std::uint8_t kHome = 110, kEscape = 9, kSpace = 65, kW = 25, kD = 40;  // keycodes of the server
 
-TEST_F(Embed, SdlWindowShowsFollowsPicksTurnsAndLeaves) {
+TEST_F(Embed, SdlHostDrawsResizesPicksTurnsAndExits) {
   Open("embed-sdl");
   ClickAt(kLeft);
   EXPECT_TRUE(TitleEndsWith("pair.obj - left")) << m_screen.Title();
@@ -17,7 +15,7 @@ TEST_F(Embed, SdlWindowShowsFollowsPicksTurnsAndLeaves) {
     EXPECT_TRUE(Fills(width, height)) << width << " by " << height;
     EXPECT_TRUE(ShowsMarked(true, false));
   }
-  m_screen.Drag(420, 240, 300, 240);  // 60 degrees and the 30 at first: the squares stand edge-on
+  m_screen.Drag(420, 240, 300, 240);  // 60 degrees and the initial 30: the squares are edge-on
   EXPECT_TRUE(ShowsBackground());
   m_screen.Press(kEscape);
   EXPECT_EQ(Status(), 0);
@@ -32,26 +30,24 @@ TEST_F(Embed, PixelsOfAHeadlessContextFollowTheWindow) {
     EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
     ClickAt(kLeft);
     EXPECT_TRUE(TitleEndsWith("pair.obj - left")) << m_screen.Title();
-    EXPECT_TRUE(ShowsMarked(true, false)) << "the right way up and round";
+    EXPECT_TRUE(ShowsMarked(true, false)) << "the picture is upright and not mirrored";
   }
   m_screen.Press(kSpace);
-  for (const bool edgeOn : {true, false, true}) {
-    EXPECT_TRUE(Eventually([&] { return (PixelAt(kLeft) == kBackground) == edgeOn; }))
-        << "it turns by itself";
-  }
+  for (const bool edgeOn : {true, false, true})
+    EXPECT_TRUE(Eventually([&] { return (PixelAt(kLeft) == kBackground) == edgeOn; })) << "the model rotates";
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }
 
-/// The host in Qt, which has a tree beside the scene; by the number of pixels that Qt makes of one.
+/// The Qt host, which shows a tree beside the scene. Parameter: Qt's scale factor.
 class EmbedQt : public Embed, public testing::WithParamInterface<int> {
  protected:
   void Open() {
     Embed::Open("embed-qt", {"QT_SCALE_FACTOR=" + std::to_string(GetParam())});
-    m_screen.Resize(1000, 740);  // a screen does not show all of the first size at a scale of 2
+    m_screen.Resize(1000, 740);  // the initial size exceeds the screen at a scale of 2
     ASSERT_TRUE(FillsWindow(1000, 740));
   }
-  /// The scene reaches the window's right edge, and the bar of the state below.
+  /// Waits until the scene reaches the window's right edge and the status bar below.
   bool FillsWindow(int aWidth, int aHeight) const {
     return Eventually([&] {
       const Extents scene = SceneExtents();
@@ -59,7 +55,7 @@ class EmbedQt : public Embed, public testing::WithParamInterface<int> {
              scene.left > 50;
     });
   }
-  /// The uppermost row that the tree shows as selected, in the colour of Qt's own style; 0 for none.
+  /// Returns the uppermost selected row of the tree, by the colour of Qt's style; 0 if there is none.
   int SelectedRow() const {
     constexpr std::uint32_t kHighlight = 0x308CC6;
     const int x = SceneExtents().left / 2;
@@ -72,7 +68,7 @@ class EmbedQt : public Embed, public testing::WithParamInterface<int> {
   }
 };
 
-TEST_P(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
+TEST_P(EmbedQt, QtHostDrawsResizesAndPicks) {
   Open();
   ClickAt(kRight);
   EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
@@ -80,12 +76,12 @@ TEST_P(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
   const int rightRow = SelectedRow();
   ClickAt(kLeft);
   EXPECT_TRUE(Eventually([&] { return SelectedRow() > 0 && SelectedRow() < rightRow; }))
-      << "the tree follows the scene, from row " << rightRow << " to " << SelectedRow();
+      << "the tree follows the scene from row " << rightRow << " to " << SelectedRow();
 
   m_screen.Click(SceneExtents().left / 2, rightRow + 2);
   EXPECT_TRUE(ShowsMarked(false, true)) << "the scene follows the tree";
   m_screen.Press(kHome);
-  EXPECT_TRUE(ShowsMarked(true, true)) << "the model's item means all of its parts";
+  EXPECT_TRUE(ShowsMarked(true, true)) << "the item of the model selects all its parts";
 
   for (const auto& [width, height] : {std::pair{900, 600}, {1000, 740}}) {
     m_screen.Resize(width, height);
@@ -93,7 +89,7 @@ TEST_P(EmbedQt, WindowShowsFollowsAndPicksBothWays) {
     EXPECT_TRUE(ShowsMarked(true, true));
   }
   m_screen.Press(kW);
-  EXPECT_TRUE(ShowsBackground()) << "the tool bar's wire frame";
+  EXPECT_TRUE(ShowsBackground()) << "the wire frame switch of the tool bar";
   m_screen.Close();
   EXPECT_EQ(Status(), 0);
 }
@@ -106,13 +102,13 @@ TEST_P(EmbedQt, SceneMovesToAnotherWindowAndBack) {
     m_screen.Press(kD);
     ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
     m_screen.Focus();
-    EXPECT_TRUE(ShowsMarked(true, false)) << "as it was";
+    EXPECT_TRUE(ShowsMarked(true, false)) << "the scene is unchanged";
     m_screen.Resize(500, 400);
     EXPECT_TRUE(Fills(500, 400));
     byKey ? m_screen.Press(kD) : m_screen.Close();
     ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - left"));
     m_screen.Focus();
-    EXPECT_TRUE(FillsWindow(1000, 740)) << "beside the tree again";
+    EXPECT_TRUE(FillsWindow(1000, 740)) << "the scene is beside the tree";
     ClickAt(kLeft);
     EXPECT_TRUE(ShowsMarked(true, false));
   }

@@ -1,15 +1,14 @@
-// The small examples: that they draw, and what they print. What the component draws has tests of its own.
+// The small examples: their exit codes, pictures and output. Headless display.
 
 #include "Program.h"
 #include "shared/Picture.h"
-#include "support/Test.h"
 
 namespace {
 
 const char* const kExamples[] = {"lights",  "glass",   "picking", "text",
                                  "atlases", "texture", "markers", "capture"};
 
-TEST(Examples, RefuseAnythingButAFileToDrawTo) {
+TEST(Examples, RefuseInvalidArguments) {
   for (const char* example : kExamples) {
     EXPECT_EQ(RunProgram(example, {}).status, 2) << example;
     EXPECT_EQ(RunProgram(example, {"--out"}).status, 2) << example;
@@ -17,7 +16,7 @@ TEST(Examples, RefuseAnythingButAFileToDrawTo) {
   }
 }
 
-TEST(Examples, DrawAndPrintWhatTheyFind) {
+TEST(Examples, DrawAndPrintResults) {
   for (const std::string example : kExamples) {
     SCOPED_TRACE(example);
     const TestFolder folder;
@@ -29,13 +28,13 @@ TEST(Examples, DrawAndPrintWhatTheyFind) {
     std::set<std::uint32_t> colors;
     for (std::size_t i = 0; i < picture.pixels.size(); i += 4)
       colors.insert(picture.pixels[i] << 16 | picture.pixels[i + 1] << 8 | picture.pixels[i + 2]);
-    EXPECT_GT(colors.size(), 1u) << "something is drawn";
+    EXPECT_GT(colors.size(), 1u) << "the picture is empty";
     if (example != "picking") continue;
     EXPECT_EQ(outcome.out,
               "under the point: 9 25\n"
               "nearest at the point: 9\n"
-              "met by the frame: 2 3 4 8 9 10 14 15 16 25\n"
-              "wholly inside it: 25 9\n");
+              "touched by the box: 2 3 4 8 9 10 14 15 16 25\n"
+              "completely inside it: 25 9\n");
   }
 }
 

@@ -1,8 +1,7 @@
-// glview with no display: what it refuses, what its picks find, and what its pictures show.
+// glview without a display: refused command lines and models, picks, measuring and pictures.
 
 #include "Program.h"
 #include "shared/Picture.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -20,9 +19,8 @@ Kd 0.05 0.8 0.05
 
 class Glview : public ::testing::Test {
  protected:
-  /// Writes four upright squares: one in front of another, which reaches out to the right, and two in
-  /// corners.
-  /// @param aFrontOpacity as a line of the material file
+  /// Writes four upright squares: one in front of another and further to the right, and two in corners.
+  /// @param aFrontOpacity text for the material file
   std::string Squares(const std::string& aFrontOpacity = "d 1") const {
     std::string materials = kMaterials;
     materials.replace(materials.find('%'), 1, aFrontOpacity);
@@ -49,7 +47,8 @@ class Glview : public ::testing::Test {
     return picture;
   }
 
-  /// Where a point of the squares lands: the sphere through the outer corners fills the picture but for 4 %.
+  /// Returns the place of a point of the squares in a picture: the sphere through the outer corners fills 96
+  /// % of it.
   static int Pixel(double aCoordinate) {
     return static_cast<int>(std::floor((aCoordinate / (1.04 * std::hypot(2, 2)) + 1) * kSide / 2));
   }
@@ -64,7 +63,7 @@ class Glview : public ::testing::Test {
   TestFolder m_folder;
 };
 
-/// Whether anything but the background stands within two pixels of a place.
+/// Returns whether anything is drawn within two pixels of a place.
 bool IsDrawn(const Picture& aPicture, const std::uint8_t* aPlace) {
   const std::uint8_t* background = aPicture.At(0, 0);
   const auto offset = static_cast<int>(aPlace - aPicture.pixels.data()) / 4;
@@ -87,7 +86,7 @@ void ExpectRefusal(const std::vector<std::string>& aArguments, const std::string
   EXPECT_EQ(outcome.out, "");
 }
 
-TEST_F(Glview, RefusesABadCommandLineInOneLine) {
+TEST_F(Glview, RefusesInvalidCommandLines) {
   ExpectRefusal({});
   ExpectRefusal({"--out"});
   std::istringstream lines(
@@ -104,28 +103,28 @@ TEST_F(Glview, RefusesABadCommandLineInOneLine) {
   }
 }
 
-TEST_F(Glview, RefusesAModelThatIsMissingOrBroken) {
+TEST_F(Glview, RefusesMissingAndDamagedModels) {
   const std::vector<std::pair<std::string, std::string>> models = {
       {m_folder / "missing.obj", "no such file"},
       {m_folder / ".", "not a file"},
-      {Put("empty.obj", ""), "can't read"},
+      {Put("empty.obj", ""), "cannot read"},
       {Put("garbage.obj", "\x7f\x45\x4c\x46 not a model\n"), ""},
-      {Put("text.txt", "not a model"), "can't read"},
-      {Put("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\n"), "can't read"},
-      {Put("nan.obj", "v 0 0 nan\nv 1 0 0\nv 0 1 0\nf 1 2 3\n"), "a coordinate is no number"},
+      {Put("text.txt", "not a model"), "cannot read"},
+      {Put("cut.ply", "ply\nformat ascii 1.0\nelement vertex 3\n"), "cannot read"},
+      {Put("nan.obj", "v 0 0 nan\nv 1 0 0\nv 0 1 0\nf 1 2 3\n"), "a coordinate is not a number"},
       {Put("points.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\n"), ""},
   };
   for (const auto& [model, reason] : models) ExpectRefusal({"--out", m_folder / "out.png", model}, reason);
   EXPECT_FALSE(std::filesystem::exists(m_folder / "out.png"));
 }
 
-TEST_F(Glview, TellsAFailedWriteApartFromARefusal) {
+TEST_F(Glview, ReportsAFailedWrite) {
   const Outcome outcome = RunProgram("glview", {"--out", m_folder / "no/folder/out.png", Squares()});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_TRUE(outcome.err.starts_with("glview: can't write ")) << outcome.err;
+  EXPECT_TRUE(outcome.err.starts_with("glview: cannot write ")) << outcome.err;
 }
 
-/// The options that a text names; in a manual page a backslash stands before each dash.
+/// Returns the options in a text. In a manual page each dash follows a backslash.
 std::set<std::string> OptionsIn(std::string aText) {
   std::erase(aText, '\\');
   std::set<std::string> options;
@@ -136,7 +135,7 @@ std::set<std::string> OptionsIn(std::string aText) {
   return options;
 }
 
-TEST_F(Glview, HelpAndManualTellOfTheSameOptions) {
+TEST_F(Glview, HelpAndManualListTheSameOptions) {
   const Outcome outcome = RunProgram("glview", {"--help"});
   EXPECT_EQ(outcome.status, 0);
   std::ostringstream page;
@@ -145,8 +144,9 @@ TEST_F(Glview, HelpAndManualTellOfTheSameOptions) {
   EXPECT_EQ(OptionsIn(outcome.out), OptionsIn(page.str()));
 }
 
-TEST_F(Glview, LaysModelsSideBySideOrTogether) {
-  // One stands far off, and is large; apart they fill a half each, together the small one is a speck.
+TEST_F(Glview, PlacesModelsSideBySideOrTogether) {
+  // One model is small, the other is far away and large. Side by side each fills one half; together the small
+  // one is a dot.
   const std::string small = Put("small.obj", Square("it", "", 0, 0, 2, 2)),
                     large = Put("large.obj", Square("it", "", 1000, 0, 3000, 2));
   const auto picked = [&](int aX, std::vector<std::string> aMore) {
@@ -159,7 +159,7 @@ TEST_F(Glview, LaysModelsSideBySideOrTogether) {
   EXPECT_EQ(picked(150, {"--together"}), "");
 }
 
-TEST_F(Glview, PicksWhatIsSeenAtAPixelAndWhatABoxHolds) {
+TEST_F(Glview, PicksPartsAtAPixelAndInABox) {
   const auto pixel = [](double aX, double aY) {
     return std::to_string(Pixel(aX)) + "," + std::to_string(Pixel(-aY));
   };
@@ -179,7 +179,7 @@ TEST_F(Glview, PicksWhatIsSeenAtAPixelAndWhatABoxHolds) {
       {"--pick-box", box(-0.2, -0.2, 0.2, 0.2) + ",inside", ""},
   };
   const std::string model = Squares();
-  for (const char* shade : {"shaded", "wire"}) {  // a wire model is picked by its faces, too
+  for (const char* shade : {"shaded", "wire"}) {  // parts of a wire model are picked by their faces too
     for (const auto& [option, where, names] : picks) {
       const Outcome outcome = FromTheFront(model, {"--shade", shade, option, where});
       EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -188,7 +188,7 @@ TEST_F(Glview, PicksWhatIsSeenAtAPixelAndWhatABoxHolds) {
   }
 }
 
-TEST_F(Glview, MeasuresInTheModelsUnits) {
+TEST_F(Glview, MeasuresInUnitsOfTheModel) {
   const auto measured = [&](std::vector<std::pair<double, double>> aPoints) {
     std::string pixels;
     for (const auto& [x, y] : aPoints) {
@@ -202,9 +202,9 @@ TEST_F(Glview, MeasuresInTheModelsUnits) {
   const double pixel = 2 * 1.04 * std::hypot(2, 2) / kSide;
   EXPECT_NEAR(std::stod(measured({{-0.5, 0.4}, {0.5, -0.4}}).out), std::hypot(1, 0.8), 2 * pixel);
   EXPECT_NEAR(std::stod(measured({{0, 0.8}, {1.5, 0}}).out), std::hypot(1.5, 0.8, 2), 2 * pixel)
-      << "from the front square to the one 2 behind it";
+      << "from the front square to the one 2 units behind it";
   EXPECT_NEAR(std::stod(measured({{0.6, 0}, {0, 0}, {0, 0.6}}).out), 90, 2);
-  EXPECT_EQ(measured({{0, 0}, {-1.5, 1.5}}).status, 1) << "where there is nothing, nothing is measured";
+  EXPECT_EQ(measured({{0, 0}, {-1.5, 1.5}}).status, 1) << "beside the model";
 }
 
 TEST_F(Glview, DrawsEachShading) {
@@ -218,7 +218,7 @@ TEST_F(Glview, DrawsEachShading) {
       {"its upper edge", 0.3, 1, {true, true, true, false}},
       {"its corner", 1, 1, {true, true, true, true}},
       {"the edge behind it", -0.5, 0.2, {true, true, false, false}},
-      {"the free edge of the one behind", 1.8, 0.2, {true, true, true, false}},
+      {"the visible edge of the square behind", 1.8, 0.2, {true, true, true, false}},
       {"nothing", -1.5, 1.5, {false, false, false, false}},
   };
   for (std::size_t i = 0; i < 4; ++i) {
@@ -230,33 +230,32 @@ TEST_F(Glview, DrawsEachShading) {
   }
 }
 
-TEST_F(Glview, ShowsWhatStandsBehindGlass) {
+TEST_F(Glview, ShowsPartsBehindGlass) {
   const Picture solid = PictureOf(Squares(), {});
   const Picture glass = PictureOf(Squares("d 0.5"), {});
   const int green = 1;
-  // The part behind comes later in the file; it must be drawn before the glass all the same.
+  // The part behind the glass is later in the file, but must be drawn before the glass.
   EXPECT_GT(At(glass, 0.7, 0.3)[green], At(solid, 0.7, 0.3)[green] + 40);
   EXPECT_GT(At(glass, 0.7, 0.3)[0], At(glass, 1.5, 0.3)[0] + 40) << "the glass colours it red";
-  EXPECT_EQ(At(glass, 1.5, 0.3)[green], At(solid, 1.5, 0.3)[green]) << "beside the glass nothing changes";
+  EXPECT_EQ(At(glass, 1.5, 0.3)[green], At(solid, 1.5, 0.3)[green]) << "no change beside the glass";
 }
 
 TEST_F(Glview, BackgroundIsBehindTheModelAndInItsFog) {
   const Picture picture = PictureOf(Squares(), {"--background", "10a0f0", "--fog"});
   const std::uint8_t background[] = {0x10, 0xA0, 0xF0};
   EXPECT_TRUE(std::equal(background, background + 3, picture.At(0, 0)));
-  EXPECT_GT(At(picture, 1.5, 0)[2], 100) << "the far side fades into it";
+  EXPECT_GT(At(picture, 1.5, 0)[2], 100) << "the far side fades into the background";
 }
 
-TEST_F(Glview, PutsImagesOnSurfaces) {
-  // A PNG file that is red below and blue above, and a bitmap file of one green pixel.
+TEST_F(Glview, DrawsTextures) {
+  // A PNG file, red below and blue above, and a bitmap file of one green pixel.
   Picture image(2, 2);
   image.pixels = {255, 0, 0, 255, 255, 0, 0, 255, 0, 0, 255, 255, 0, 0, 255, 255};
   ASSERT_TRUE(WritePng(image, m_folder / "image.png"));
   std::string bitmap(58, '\0');
   bitmap.replace(0, 2, "BM");
-  for (const auto& [offset, value] : {std::pair{10, 54}, {18, 1}, {22, 1}, {26, 1}, {28, 24}, {55, 255}}) {
+  for (const auto& [offset, value] : {std::pair{10, 54}, {18, 1}, {22, 1}, {26, 1}, {28, 24}, {55, 255}})
     bitmap[static_cast<std::size_t>(offset)] = static_cast<char>(value);
-  }
   Put("image.bmp", bitmap);
   Put("walls.mtl",
       "newmtl png\nKd 1 1 1\nmap_Kd image.png\nnewmtl bmp\nKd 1 1 1\nmap_Kd image.bmp\n"
@@ -269,13 +268,13 @@ TEST_F(Glview, PutsImagesOnSurfaces) {
   const std::string file = m_folder / "picture.png";
   const Outcome outcome = FromTheFront(model, {"--out", file});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.err, "glview: can't read the texture lost.png\n");
+  EXPECT_EQ(outcome.err, "glview: cannot read the texture lost.png\n");
   Picture picture;
   ASSERT_TRUE(ReadPng(file, picture));
   EXPECT_GT(At(picture, -1, -1.5)[0], At(picture, -1, -1.5)[2] + 100) << "red below";
   EXPECT_GT(At(picture, -1, -0.5)[2], At(picture, -1, -0.5)[0] + 100) << "blue above";
   EXPECT_GT(At(picture, -1, 1)[1], At(picture, -1, 1)[0] + 100) << "green";
-  EXPECT_TRUE(IsDrawn(picture, At(picture, 1, 1))) << "without its image, but there";
+  EXPECT_TRUE(IsDrawn(picture, At(picture, 1, 1))) << "drawn without its image";
 }
 
 }  // namespace

@@ -1,10 +1,8 @@
-// glview in a window of a real X server, which the test starts: what the window shows, and what keys, mouse
-// and dropped files do.
+// glview in a window: picture, keys, mouse and dropped files. Xvfb.
 
 #include "Program.h"
 #include "Screen.h"
 #include "shared/Picture.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -12,13 +10,13 @@ constexpr int kWidth = 320;
 constexpr int kHeight = 240;
 constexpr int kMiddleX = kWidth / 2, kMiddleY = kHeight / 2;
 constexpr std::uint32_t kBackground = 0x212630;
-// The server's keycodes.
+// Keycodes of the server.
 constexpr std::uint8_t kEscape = 9, kFour = 13, kW = 25, kS = 39, kD = 40, kV = 55, kControl = 37,
                        kShift = 50, kMinus = 20, kC = 54, kM = 58, kPageUp = 112, kPageDown = 117;
 
 class GlviewWindow : public HostOnScreen {
  protected:
-  /// A wall with a green image, and a dot.
+  /// A green textured wall, and a dot.
   std::string Wall() const {
     Picture green(1, 1);
     green.pixels[1] = 255;
@@ -30,14 +28,14 @@ class GlviewWindow : public HostOnScreen {
                         "o dot\nv 1.5 1 0\nv 2 1 0\nv 2 1.5 0\nf 5/1 6/1 7/1\n");
   }
 
-  /// Starts glview in a folder of its own, and waits for a title.
+  /// Starts glview in a separate folder, and waits for a title.
   void Open(const std::string& aModel, const std::string& aTitle) {
     HostOnScreen::Open({"sh", "-c", "cd \"$0\" && exec \"$@\"", m_folder / ".",
                         GLLIB_EXAMPLES_FOLDER "/glview", "--turn", "0,0", "--ortho", "--fsaa", "4", "--size",
                         std::to_string(kWidth) + "x" + std::to_string(kHeight), aModel},
                        aTitle);
   }
-  /// Presses a key three times; two presses in the same millisecond would count as one.
+  /// Presses a key three times, with pauses: two presses in one millisecond would count as one.
   void PressThrice(std::uint8_t aKey) {
     for (int i = 0; i < 3; ++i) {
       m_screen.Press(aKey);
@@ -48,7 +46,7 @@ class GlviewWindow : public HostOnScreen {
   bool TitleBeginsWith(const std::string& aBegin) {
     return Eventually([&] { return m_screen.Title().starts_with(aBegin); });
   }
-  /// Presses C, and expects a picture of what the window shows, twice as large.
+  /// Presses C. The picture file must show the window's content at twice its size.
   void ExpectPicture(const std::string& aName) {
     m_screen.Press(kC);
     EXPECT_TRUE(TitleEndsWith("wrote " + aName)) << m_screen.Title();
@@ -64,34 +62,34 @@ class GlviewWindow : public HostOnScreen {
         different += !std::equal(here, here + 3, there);
       }
     }
-    EXPECT_LT(different * 20, kWidth * kHeight) << "the same but for lines";
+    EXPECT_LT(different * 20, kWidth * kHeight) << "only lines differ";
   }
 };
 
-TEST_F(GlviewWindow, ShowsPicksAndLeaves) {
+TEST_F(GlviewWindow, DrawsPicksAndQuits) {
   Open(Wall(), "triangles");
   ASSERT_TRUE(Eventually([&] {
     return Pixel(2, 2) == kBackground && Pixel(kMiddleX, kMiddleY) != kBackground;
-  })) << "the wall never showed";
-  EXPECT_EQ(Pixel(kMiddleX, kMiddleY) & 0xFF00FF, 0u) << "green by its image";
+  })) << "the wall is not drawn";
+  EXPECT_EQ(Pixel(kMiddleX, kMiddleY) & 0xFF00FF, 0u) << "green texture";
   m_screen.Press(kM);
-  ASSERT_TRUE(Eventually([&] { return (Pixel(kMiddleX, kMiddleY) & 0xFF00FF) != 0; })) << "M takes it off";
+  ASSERT_TRUE(Eventually([&] { return (Pixel(kMiddleX, kMiddleY) & 0xFF00FF) != 0; })) << "M: no texture";
   const std::uint32_t plain = Pixel(kMiddleX, kMiddleY);
 
   m_screen.Click(kMiddleX - 40, kMiddleY + 10);
   EXPECT_TRUE(TitleEndsWith("ms - wall")) << m_screen.Title();
   EXPECT_TRUE(Eventually([&] { return Pixel(kMiddleX - 40, kMiddleY) != plain; }))
-      << "what is picked is marked";
+      << "the picked part is marked";
 
   m_screen.Drag(2, 2, kWidth - 3, kHeight - 3, kShift);
   EXPECT_TRUE(TitleEndsWith("ms - wall, dot")) << m_screen.Title();
   m_screen.Drag(kMiddleX - 20, 2, kWidth - 3, kHeight - 3, kControl);
   EXPECT_TRUE(TitleEndsWith("ms - dot")) << m_screen.Title();
 
-  m_screen.Press(kW);  // wire: the wall can be seen through
+  m_screen.Press(kW);  // wire frame: the background shows through the wall
   EXPECT_TRUE(Eventually([&] { return Pixel(kMiddleX - 40, kMiddleY + 10) == Pixel(2, 2); }));
   m_screen.Press(kFour);
-  EXPECT_TRUE(Eventually([&] { return Pixel(kMiddleX, 5) != Pixel(2, 2); })) << "frames part the four views";
+  EXPECT_TRUE(Eventually([&] { return Pixel(kMiddleX, 5) != Pixel(2, 2); })) << "four frames";
   ExpectPicture("wall-001.png");
   ExpectPicture("wall-002.png");
 
@@ -104,7 +102,7 @@ TEST_F(GlviewWindow, MeasuresCutsAndTurns) {
   const auto shows = [&](int aX, int aY) { return Eventually([&] { return Pixel(aX, aY) != kBackground; }); };
   const auto hides = [&](int aX, int aY) { return Eventually([&] { return Pixel(aX, aY) == kBackground; }); };
   const int x = kMiddleX - 40, y = kMiddleY + 10;
-  ASSERT_TRUE(shows(x, y)) << "the wall never showed";
+  ASSERT_TRUE(shows(x, y)) << "the wall is not drawn";
   m_screen.Press(kD);
   for (const auto& [clickX, end] : {std::pair{x, "measuring"}, {x + 40, ""}, {x + 20, " deg"}}) {
     m_screen.Click(clickX, y);
@@ -130,10 +128,10 @@ TEST_F(GlviewWindow, MeasuresCutsAndTurns) {
   EXPECT_TRUE(Eventually([&] { return widthShown() < half; }));
   const int slider = kWidth - 17;
   m_screen.Drag(slider, kMiddleY, slider, kHeight - 2);
-  EXPECT_TRUE(hides(x, y)) << "all is cut off";
+  EXPECT_TRUE(hides(x, y)) << "the section removes everything";
   m_screen.Drag(slider, kHeight - 24, slider, 5);
   EXPECT_TRUE(shows(x, y));
-  PressThrice(kS);  // y, z, none
+  PressThrice(kS);  // y, z, off
 
   PressThrice(kV);  // front, back, left: edge-on
   EXPECT_TRUE(hides(x, y));
@@ -141,13 +139,13 @@ TEST_F(GlviewWindow, MeasuresCutsAndTurns) {
   EXPECT_EQ(Status(), 0);
 }
 
-TEST_F(GlviewWindow, ShowsFilesThatAreDropped) {
+TEST_F(GlviewWindow, ShowsDroppedFiles) {
   Open(Wall(), "triangles");
   const std::string left = m_folder.Put("left.obj", Square("left", "", -1, -1, 0, 1));
   const std::string bad = m_folder.Put("bad.obj", "nothing\n");
   m_screen.Drop({bad});
   EXPECT_TRUE(Eventually([&] { return m_screen.Title().find("bad.obj") != std::string::npos; }));
-  EXPECT_TRUE(m_screen.Title().starts_with("wall.obj - 3 triangles")) << "what was there stays";
+  EXPECT_TRUE(m_screen.Title().starts_with("wall.obj - 3 triangles")) << "the previous model stays";
   m_screen.Drop({left, left});
   EXPECT_TRUE(TitleBeginsWith("left.obj, left.obj - 4 triangles")) << m_screen.Title();
   m_screen.Press(kEscape);
@@ -161,7 +159,7 @@ TEST_F(GlviewWindow, StepsThroughTheModelsOfAFolder) {
   m_folder.Put("models/c.obj", Square("left", "", -1, -1, 0, 1) + Square("right", "", 1, -1, 2, 1));
   m_folder.Put("models/d.text", "no model by its name\n");
   Open(m_folder / "models", "1 of 3: ");
-  EXPECT_NE(m_screen.Title().find("a.obj"), std::string::npos) << "one that can't be read ends nothing";
+  EXPECT_NE(m_screen.Title().find("a.obj"), std::string::npos) << "it is refused";
   for (const auto& [key, begin, end] : {std::tuple{kPageDown, "b.obj - 2 triangles", "2 of 3"},
                                         {kPageDown, "c.obj - 4 triangles", "3 of 3"},
                                         {kPageUp, "b.obj - 2 triangles", "2 of 3"}}) {
@@ -172,21 +170,21 @@ TEST_F(GlviewWindow, StepsThroughTheModelsOfAFolder) {
   m_screen.Drop({m_folder / "models"});
   EXPECT_TRUE(Eventually([&] { return m_screen.Title().find("1 of 3: ") != std::string::npos; }));
   m_screen.Press(kPageUp);
-  EXPECT_TRUE(TitleEndsWith("3 of 3")) << "before the first comes the last";
+  EXPECT_TRUE(TitleEndsWith("3 of 3")) << "Page Up on the first model shows the last";
   m_screen.Press(kEscape);
   EXPECT_EQ(Status(), 0);
 }
 
-TEST_F(GlviewWindow, ShowsABarWhileALargeModelIsRead) {
+TEST_F(GlviewWindow, ShowsProgressOfALargeModel) {
   Open(Grid(m_folder), "reading");
-  const int barY = kHeight / 2 + kHeight * 44 / 100;  // within the bar, whose left quarter is soon full
+  const int barY = kHeight / 2 + kHeight * 44 / 100;  // within the bar; its left quarter is filled early
   EXPECT_TRUE(Eventually([&] { return Pixel(kWidth / 4 + 5, barY) >> 16 > 0xC0; }));
   EXPECT_TRUE(TitleBeginsWith("grid.obj - 498998 triangles")) << m_screen.Title();
   EXPECT_TRUE(Eventually([&] { return Pixel(kMiddleX, kMiddleY) >> 16 > 0x60; }));
-  EXPECT_TRUE(Eventually([&] { return Pixel(kWidth / 4 + 5, barY) != 0xFF8C1A; })) << "the bar goes";
+  EXPECT_TRUE(Eventually([&] { return Pixel(kWidth / 4 + 5, barY) != 0xFF8C1A; })) << "the bar is removed";
 }
 
-TEST_F(GlviewWindow, LeavesWhileAModelIsRead) {
+TEST_F(GlviewWindow, QuitsWhileAModelIsRead) {
   Open(Grid(m_folder), "reading");
   m_screen.Press(kEscape);
   EXPECT_EQ(Status(), 0);

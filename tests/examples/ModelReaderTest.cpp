@@ -1,4 +1,4 @@
-// The small readers of OBJ and STL files: what they make of a file, and what they refuse.
+// The readers of OBJ and STL files: models that they read, and files that they refuse. No display.
 
 #include <bit>
 
@@ -18,7 +18,7 @@ std::vector<Part> Stl(const std::string& aBytes) {
   return ReadStl(file);
 }
 
-/// A binary file of facets that tells of a count of its own.
+/// Returns a binary STL file with facets, whose header states a separate count.
 std::string BinaryStl(std::uint32_t aTold, const std::vector<std::array<float, 12>>& aFacets) {
   std::string bytes = "solid by a program that begins its binary files so";
   bytes.resize(80);
@@ -40,19 +40,19 @@ const std::string kTextStl =
 
 }  // namespace
 
-TEST(ObjReader, MakesAPartOfEachObjectAndMaterial) {
+TEST(ObjReader, CreatesAPartPerObjectAndMaterial) {
   const auto parts =
       Obj("mtllib none.mtl\n" + kPoints +
           "o a\nusemtl x\nf 1 2 3 4\nusemtl y\nf -4 -3 \\\n -2\nusemtl x\nf 3 2 1\no b\nl 1 2\n");
-  ASSERT_EQ(parts.size(), 2u) << "one that is named again goes on; lines make none";
+  ASSERT_EQ(parts.size(), 2u) << "a part that is named again continues; lines create no part";
   EXPECT_EQ(parts[0].name, "a");
   EXPECT_EQ(parts[0].triangles.size(), 3u);
   EXPECT_EQ(parts[1].triangles.size(), 1u);
-  EXPECT_EQ(parts[1].vertices[1].point, (std::array<float, 3>{2, 0, 0})) << "counted from the end";
+  EXPECT_EQ(parts[1].vertices[1].point, (std::array<float, 3>{2, 0, 0})) << "indices from the end";
 }
 
-TEST(ObjReader, SmoothsCornersWithoutANormalAndKeepsThoseOfTheFile) {
-  // A roof: two faces of one size meet in an edge, which looks up.
+TEST(ObjReader, SmoothsCornersWithoutNormals) {
+  // A roof: two equal faces meet in an edge, whose normal points up.
   const auto roof = Obj("v -1 0 0\nv 0 1 0\nv 0 1 -1\nv -1 0 -1\nv 1 0 0\nv 1 0 -1\nf 1 2 3 4\nf 2 5 6 3\n");
   ASSERT_EQ(roof.at(0).vertices.size(), 6u) << "corners are shared";
   EXPECT_EQ(roof[0].vertices[1].normal, (std::array<float, 3>{0, 1, 0}));
@@ -60,7 +60,7 @@ TEST(ObjReader, SmoothsCornersWithoutANormalAndKeepsThoseOfTheFile) {
   EXPECT_EQ(given.at(0).vertices[0].normal, (std::array<float, 3>{0, 0.6f, 0.8f}));
 }
 
-TEST(ObjReader, RefusesWhatMakesNoSense) {
+TEST(ObjReader, RefusesInvalidLines) {
   for (const std::string text :
        {"f 0 1 2", "f 1 2 5", "f 1 2 -5", "f 1 2 99999999999999999999", "f 1 2 x", "f 1/1 2/1 3/1",
         "f //1 2 3", "f 1//9 2 3", "v 1 2", "v 1 2 3e", "vt a", "vn 1 1"}) {
@@ -69,7 +69,7 @@ TEST(ObjReader, RefusesWhatMakesNoSense) {
   EXPECT_TRUE(Obj(std::string("\0\xFF\n\\\n\\", 6) + "f 1 2\nf\n#").empty());
 }
 
-TEST(StlReader, ReadsTextAndBinaryAlike) {
+TEST(StlReader, ReadsTextAndBinary) {
   const std::array<float, 12> facet = {0, 0, 0, 0, 0, 0, 0, 1, 0, 1, 0, 0};
   const auto text = Stl(kTextStl + "endsolid\n" + "solid empty\n"), binary = Stl(BinaryStl(1, {facet}));
   ASSERT_EQ(text.size(), 1u);
@@ -78,14 +78,14 @@ TEST(StlReader, ReadsTextAndBinaryAlike) {
   for (const auto& parts : {text, binary}) {
     ASSERT_EQ(parts[0].triangles.size(), 1u);
     EXPECT_EQ(parts[0].vertices[1].point, (std::array<float, 3>{0, 1, 0}));
-    EXPECT_EQ(parts[0].vertices[1].normal, (std::array<float, 3>{0, 0, -1})) << "that of the corners";
+    EXPECT_EQ(parts[0].vertices[1].normal, (std::array<float, 3>{0, 0, -1})) << "the normal of the corners";
   }
 }
 
-TEST(StlReader, RefusesWhatIsCutOrTellsOfMoreThanThereIs) {
+TEST(StlReader, RefusesTruncatedFiles) {
   const std::array<float, 12> facet = {};
   std::string binary = BinaryStl(2, {facet, facet}), boundless = BinaryStl(0xFFFFFFFF, {facet});
-  binary[0] = boundless[0] = 'S';  // nothing of a text file
+  binary[0] = boundless[0] = 'S';  // text files start with a small s
   for (const std::string& bytes :
        std::vector<std::string>{"Solid", binary.substr(0, 84), binary.substr(0, 183), binary + "x", boundless,
                                 kTextStl.substr(0, 60), "solid\nvertex 1 2", "solid\nfacet normal 0 0 x\n",

@@ -1,12 +1,9 @@
-// Program: starts programs and collects their output. Linux.
+// Program: processes of Linux. One test thread.
 
 #include "Program.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <cstdio>
-#include <cstdlib>
 
 pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDisplay,
             const std::string& aOutFile, const std::string& aErrFile) {

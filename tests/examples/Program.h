@@ -1,16 +1,13 @@
-// Program: an example host as a process of its own, with what it says and how it ends.
+// Program: an example host in a separate process, its output and its exit status. One test thread.
 
 #pragma once
 
 #include <sys/types.h>
 
-#include <string>
-#include <vector>
-
 #include "support/TestFolder.h"
 
 struct Outcome {
-  int status = -1;  ///< exit status; -1 when a signal ended it
+  int status = -1;  ///< exit status; -1 if a signal ended it
   std::string out;
   std::string err;
 };
@@ -19,14 +16,14 @@ struct Outcome {
 pid_t Start(const std::vector<std::string>& aCommand, const std::string& aDisplay,
             const std::string& aOutFile, const std::string& aErrFile);
 
-/// Waits for a program's end. @return its exit status; -1 when a signal ended it
+/// Waits for a program to end. @return its exit status; -1 if a signal ended it
 int WaitFor(pid_t aProcess);
 
-/// Runs one of the examples to its end, with no display.
+/// Runs an example until it ends, without a display.
 Outcome RunProgram(const std::string& aExample, const std::vector<std::string>& aArguments);
 
-/// A part of a model file (OBJ): an upright square with a name, of a material where there is one.
+/// Returns a part of an OBJ file: an upright square with a name and optionally a material.
 std::string Square(const std::string& aName, const std::string& aMaterial, double aX1, double aY1, double aX2,
                    double aY2, double aZ = 0);
-/// Writes a model of half a million triangles, which takes a while to read. @return its whole name
+/// Writes a model of half a million triangles, which takes time to read. @return its path
 std::string Grid(const TestFolder& aFolder);

@@ -1,5 +1,4 @@
-// The process in which glview reads a model: what ends it, what it inherits, and the block that it hands
-// over.
+// The process in which glview reads a model: limits, inherited resources, and the block that it returns.
 
 #include <gmock/gmock.h>
 #include <signal.h>
@@ -8,14 +7,13 @@
 #include "Screen.h"
 #include "shared/model/ImageFile.h"
 #include "shared/model/ModelBytes.h"
-#include "support/Test.h"
 
 namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
 
-/// glview while its reader works on a large model.
+/// glview while its reader reads a large model.
 class ReaderProcess : public testing::Test {
  protected:
   ~ReaderProcess() override {
@@ -25,7 +23,7 @@ class ReaderProcess : public testing::Test {
     }
   }
 
-  /// Whether the reader has limited itself to a processor time.
+  /// Returns whether the reader has limited its processor time.
   bool HasLimits(int aSeconds) const {
     std::ifstream limits(Proc("limits"));
     for (std::string line; std::getline(limits, line);) {
@@ -34,7 +32,7 @@ class ReaderProcess : public testing::Test {
     }
     return false;
   }
-  /// Starts glview, and stops its reader at some place on its way.
+  /// Starts glview, and stops its reader during the reading.
   void StartAndStop(int aSeconds) {
     m_glview = Start({GLLIB_EXAMPLES_FOLDER "/glview", "--read-time", std::to_string(aSeconds), "--out",
                       m_folder / "out.png", Grid(m_folder)},
@@ -55,7 +53,7 @@ class ReaderProcess : public testing::Test {
   pid_t m_glview = -1, m_reader = -1;
 };
 
-TEST_F(ReaderProcess, GetsNothingButItsFiles) {
+TEST_F(ReaderProcess, InheritsOnlyItsFiles) {
   StartAndStop(100);
   std::set<std::string> files;
   for (const auto& file : std::filesystem::directory_iterator(Proc("fd")))
@@ -66,20 +64,20 @@ TEST_F(ReaderProcess, GetsNothingButItsFiles) {
   EXPECT_THAT(environment, testing::Not(HasSubstr("HOME=")));
 }
 
-TEST_F(ReaderProcess, IsGivenUpWhenItTakesTooLong) {
+TEST_F(ReaderProcess, IsEndedAtItsTimeLimit) {
   StartAndStop(3);
   EXPECT_EQ(Status(), 2);
   EXPECT_EQ(m_folder.Get("err"),
-            "glview: can't read " + m_folder / "grid.obj" + ": reading it takes longer than 3 s\n");
+            "glview: cannot read " + m_folder / "grid.obj" + ": reading it takes longer than 3 s\n");
 }
 
-TEST_F(ReaderProcess, CrashesAlone) {
+TEST_F(ReaderProcess, MayCrash) {
   StartAndStop(100);
   kill(m_reader, SIGBUS);
   kill(m_reader, SIGCONT);
   EXPECT_EQ(Status(), 2);
   EXPECT_EQ(m_folder.Get("err"),
-            "glview: can't read " + m_folder / "grid.obj" + ": its reader crashed by signal 7\n");
+            "glview: cannot read " + m_folder / "grid.obj" + ": its reader was ended by signal 7\n");
 }
 
 TEST_F(ReaderProcess, EndsWithTheViewer) {
@@ -93,7 +91,7 @@ TEST_F(ReaderProcess, EndsWithTheViewer) {
   }));
 }
 
-TEST_F(ReaderProcess, RefusesAFileThatClaimsMoreThanMemoryHolds) {
+TEST_F(ReaderProcess, RefusesAFileThatExceedsItsMemory) {
   const std::string header =
       "ply\nformat ascii 1.0\nelement vertex %\nproperty float x\nproperty float y\nproperty float z\n"
       "element face 1\nproperty list uchar int vertex_indices\nend_header\n0 0 0\n1 0 0\n0 1 0\n3 0 1 2\n";
@@ -104,15 +102,15 @@ TEST_F(ReaderProcess, RefusesAFileThatClaimsMoreThanMemoryHolds) {
     const Outcome outcome =
         RunProgram("glview", {"--read-memory", "300", "--out", m_folder / "out.png", model});
     EXPECT_EQ(outcome.status, 2) << count;
-    EXPECT_THAT(outcome.err, StartsWith("glview: can't read " + model)) << count;
+    EXPECT_THAT(outcome.err, StartsWith("glview: cannot read " + model)) << count;
     EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
-    if (!GLLIB_SANITIZED) {  // whose allocators end the process in words of their own
+    if (!GLLIB_SANITIZED) {  // the sanitizers' allocators end the process with other messages
       EXPECT_THAT(outcome.err, HasSubstr("more than 300 MiB of memory")) << count;
     }
   }
 }
 
-/// A triangle with colours and an image.
+/// Returns a triangle with colours and an image.
 Model Sample() {
   Part part;
   part.name = "part";
@@ -137,16 +135,15 @@ std::vector<std::byte> BytesOf(const Model& aModel) {
   return bytes;
 }
 
-TEST(ModelBytes, AreRefusedWhenDamaged) {
+TEST(ModelBytes, AreRefusedIfDamaged) {
   const auto whole = BytesOf(Sample());
   EXPECT_EQ(ModelFromBytes(whole).parts.size(), 2u);
-  for (std::size_t size = 0; size < whole.size(); ++size) {
-    EXPECT_THROW(ModelFromBytes(std::span(whole).first(size)), ModelError) << "cut after " << size;
-  }
+  for (std::size_t size = 0; size < whole.size(); ++size)
+    EXPECT_THROW(ModelFromBytes(std::span(whole).first(size)), ModelError) << "truncated after " << size;
   auto longer = whole;
   longer.push_back({});
   EXPECT_THROW(ModelFromBytes(longer), ModelError);
-  // Each byte damaged in turn: what is made of it, if anything, holds together.
+  // Each byte is changed in turn: the block is refused, or the model is consistent.
   for (std::size_t i = 0; i < whole.size(); ++i) {
     auto damaged = whole;
     damaged[i] ^= std::byte{0xFF};

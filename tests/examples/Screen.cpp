@@ -1,15 +1,9 @@
-// Screen: finds windows, sends input and reads pictures by XCB.
+// Screen: requests of the X11 protocol, with the XTEST extension for input. One test thread.
 
 #include "Screen.h"
 
 #include <signal.h>
 #include <xcb/xtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <fstream>
-#include <memory>
-#include <utility>
 
 namespace {
 
@@ -20,25 +14,12 @@ std::unique_ptr<Reply, decltype(&std::free)> Own(Reply* aReply) {
 
 }  // namespace
 
-Screen::Screen() {
-  const std::string ready = m_folder / "display";
-  // The server writes its number to the descriptor once it accepts clients.
-  m_process = Start({"sh", "-c", "exec Xvfb -displayfd 3 -screen 0 2048x1536x24 -nolisten tcp 3>" + ready},
-                    "", m_folder / "out", m_folder / "err");
-  int number = -1;
-  Eventually([&] { return static_cast<bool>(std::ifstream(ready) >> number); });
-  m_display += std::to_string(number);
-  m_connection = xcb_connect(m_display.c_str(), nullptr);
-  if (xcb_connection_has_error(m_connection) == 0) {
+Screen::Screen() : m_connection(xcb_connect(m_server.Display().c_str(), nullptr)) {
+  if (xcb_connection_has_error(m_connection) == 0)
     m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
-  }
 }
 
-Screen::~Screen() {
-  xcb_disconnect(m_connection);
-  kill(m_process, SIGTERM);
-  WaitFor(m_process);
-}
+Screen::~Screen() { xcb_disconnect(m_connection); }
 
 bool Screen::WaitForWindow(const std::string& aTitle) {
   return Eventually([&] {
@@ -91,7 +72,7 @@ void Screen::Send(const char* aType, const std::vector<std::uint32_t>& aData) {
 
 void Screen::Close() { Send("WM_PROTOCOLS", {Atom("WM_DELETE_WINDOW")}); }
 
-// The source's side of the drag and drop protocol (XDND 5), as far as a drop needs it.
+// The source's part of the drag and drop protocol (XDND 5), as far as a drop needs it.
 void Screen::Drop(const std::vector<std::string>& aPaths) {
   if (m_source == 0) {
     m_source = xcb_generate_id(m_connection);
@@ -128,7 +109,7 @@ bool Screen::HandOver(const std::string& aText) {
 }
 
 void Screen::Focus() {
-  // A window that isn't shown yet can't have the keyboard.
+  // A window that is not shown yet cannot have the keyboard focus.
   Eventually([&] {
     const auto state = Own(xcb_get_window_attributes_reply(
         m_connection, xcb_get_window_attributes(m_connection, m_window), nullptr));
@@ -155,7 +136,7 @@ Picture Screen::Shot() const {
       nullptr));
   if (!image) return {};
   Picture picture(place.width, place.height);
-  const std::uint8_t* bytes = xcb_get_image_data(image.get());  // blue, green, red, unused; from the top down
+  const std::uint8_t* bytes = xcb_get_image_data(image.get());  // blue, green, red, unused; from the top row
   for (int y = place.height - 1; y >= 0; --y) {
     std::uint8_t* pixel = &picture.pixels[static_cast<std::size_t>(y * place.width) * 4];
     for (int x = 0; x < place.width; ++x, pixel += 4, bytes += 4) {
@@ -221,7 +202,7 @@ void HostOnScreen::Run(const std::vector<std::string>& aCommand) {
 
 void HostOnScreen::Open(const std::vector<std::string>& aCommand, const std::string& aTitle) {
   Run(aCommand);
-  ASSERT_TRUE(m_screen.WaitForWindow(aTitle)) << "no window came";
+  ASSERT_TRUE(m_screen.WaitForWindow(aTitle)) << "no window was opened";
   m_screen.Focus();
 }
 

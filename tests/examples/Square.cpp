@@ -1,8 +1,4 @@
-// Model files that the tests of glview write.
-
-#include <fstream>
-#include <sstream>
-#include <utility>
+// The models of the tests: squares, and a grid that takes time to read.
 
 #include "Program.h"
 
@@ -22,8 +18,7 @@ std::string Grid(const TestFolder& aFolder) {
   const std::string model = aFolder / "grid.obj";
   std::ofstream file(model);
   for (int i = 0; i < kSide * kSide; ++i) file << "v " << i % kSide << ' ' << i / kSide << " 0\n";
-  for (int i = 1; i < kSide * (kSide - 1); ++i) {
+  for (int i = 1; i < kSide * (kSide - 1); ++i)
     file << "f " << i << ' ' << i + 1 << ' ' << i + kSide + 1 << ' ' << i + kSide << '\n';
-  }
   return model;
 }

@@ -1,4 +1,4 @@
-// Coordinate systems against glm in double precision, and the object that publishes them.
+// Coordinate systems (GCoord, GLCoord) compared with glm in double precision. No display.
 
 #include <glm/glm.hpp>
 #include <glm/gtc/matrix_transform.hpp>
@@ -11,13 +11,13 @@
 
 namespace {
 
-// Angles that are derived anew are unwound with the kernel's pi, 2e-13 above the exact one: turns differ from
-// the exact ones by up to 1.6e-12 here, matrices that are set by up to 4.3e-13.
+// Derived angles are normalised with the kernel's pi, which is 2e-13 above the exact value. Rotations
+// therefore differ from exact ones by up to 1.6e-12 here, matrices by up to 4.3e-13.
 constexpr double kClosePi = 2e-12;
-// Near their ends arc cosine and arc sine lose half of the digits.
+// Near their limits acos and asin lose half of the digits.
 constexpr double kCloseAngles = 1e-7;
 
-/// The placement by glm: T * Rx * Ry * Rz.
+/// Returns the placement computed by glm: T * Rx * Ry * Rz.
 glm::dmat4 MatrixOf(const GCoord& c) {
   glm::dmat4 m = glm::translate(glm::dmat4(1), ToGlm(c.Origin()));
   m = glm::rotate(m, c.m_dAngleX, {1, 0, 0});
@@ -41,7 +41,7 @@ GCoord AnyCoord(Random& aRandom) {
 
 }  // namespace
 
-TEST(Coord, ConvertsAsGlmDoes) {
+TEST(Coord, AgreesWithGlm) {
   Random random;
   for (int i = 0; i < kPlacements; ++i) {
     const GCoord coord = AnyCoord(random);
@@ -60,7 +60,7 @@ TEST(Coord, ConvertsAsGlmDoes) {
   }
 }
 
-TEST(Coord, TurnsAndMovesInItsOwnSystem) {
+TEST(Coord, RotatesAndMovesInTheLocalSystem) {
   Random random;
   double largest = 0.0;
   for (int i = 0; i < kPlacements; ++i) {
@@ -78,7 +78,7 @@ TEST(Coord, TurnsAndMovesInItsOwnSystem) {
     ASSERT_LT(Off(turned(&GCoord::MoveRight), glm::translate(m, {angle, 0, 0})), kClose * 100);
     ASSERT_LT(Off(turned(&GCoord::MoveUp), glm::translate(m, {0, angle, 0})), kClose * 100);
     ASSERT_LT(Off(turned(&GCoord::MoveForward), glm::translate(m, {0, 0, -angle})), kClose * 100);
-    // A pivot at a right angle to the axis: there the turn about a pivot is exact.
+    // A pivot perpendicular to the axis: for it the rotation about a pivot is exact.
     const GPoint axis = random.Point();
     const GPoint pivot = axis.Cross(random.Point()) * 0.01;
     GCoord coord = before;
@@ -90,7 +90,7 @@ TEST(Coord, TurnsAndMovesInItsOwnSystem) {
   EXPECT_LT(largest, kClosePi);
 }
 
-TEST(Coord, MatrixSetAndReadAgain) {
+TEST(Coord, MatrixSurvivesARoundTrip) {
   Random random;
   double largest = 0.0;
   for (int i = 0; i < kPlacements; ++i) {
@@ -105,19 +105,18 @@ TEST(Coord, MatrixSetAndReadAgain) {
 }
 
 TEST(Coord, SingularOrientations) {
-  // The local z axis along the parent's x: the angle about X comes from whatever the rounding left.
+  // The local z axis along the parent's x: the angle about X results from rounding.
   GCoord coord;
   coord.RotateAboutY_RAD(kHalfPi);
   coord.RotateAboutY_RAD(0.25);
   EXPECT_LT(Off(MatrixOf(coord), glm::rotate(glm::dmat4(1), kHalfPi + 0.25, {0, 1, 0})), kCloseAngles);
-  // The third column exactly along X: no angle about X, the rest goes to the other two.
+  // The third column exactly along X: the angle about X is 0, the other two angles contain the rotation.
   const glm::dmat4 along({0, 0, -1, 0}, {0, 1, 0, 0}, {1, 0, 0, 0}, {5, 6, 7, 1});
   coord.SetMatrix16d(&along[0][0]);
   EXPECT_EQ(coord.m_dAngleX, 0.0);
   EXPECT_LT(Off(MatrixOf(coord), along), kCloseAngles);
   coord.SetFromAxes({0, 1, 0}, {-1, 0, 0}, {0, 0, 1});
-  EXPECT_NEAR(coord.m_dAngleZ, kHalfPi, kCloseAngles)
-      << "axes of the parent system, whatever the angles were";
+  EXPECT_NEAR(coord.m_dAngleZ, kHalfPi, kCloseAngles) << "axes of the parent system, for any angles";
 }
 
 namespace {
@@ -150,17 +149,17 @@ TEST(CoordObject, StartsAtTheParentAndMovesAlongItsAxes) {
   coord->SetMatrix6d(&placement);
   const glm::dmat4 before = MatrixOf(GCoord(placement));
   coord->GetMatrix6d(&placement);
-  EXPECT_EQ(placement.m_dAngleX, 7.0) << "stored as it came";
+  EXPECT_EQ(placement.m_dAngleX, 7.0) << "stored as passed";
   coord->RotateAboutZ_RAD(0);
   coord->GetMatrix6d(&placement);
-  EXPECT_NE(placement.m_dAngleX, 7.0) << "a turn derives the angles anew";
+  EXPECT_NE(placement.m_dAngleX, 7.0) << "a rotation derives the angles again";
   EXPECT_LT(Off(MatrixOf(GCoord(placement)), before), kCloseAngles);
   coord->SetMatrix16d(&matrix);
   coord->GetMatrix6d(&placement);
   EXPECT_LT(Off(MatrixOf(GCoord(placement)), glm::dmat4(1)), kCloseAngles);
 }
 
-TEST(CoordObject, NeverShowsNumbersOfTwoWrites) {
+TEST(CoordObject, IsReadAndWrittenWhole) {
   const auto coord = NewCoord();
   std::atomic<bool> stop{false};
   std::thread writer([&] {
@@ -176,7 +175,7 @@ TEST(CoordObject, NeverShowsNumbersOfTwoWrites) {
     const bool whole = seen.x == seen.y && seen.y == seen.z && seen.z == seen.m_dAngleX &&
                        seen.m_dAngleX == seen.m_dAngleY && seen.m_dAngleY == seen.m_dAngleZ;
     if (!whole) {
-      ADD_FAILURE() << "torn at " << i;
+      ADD_FAILURE() << "half-written placement at " << i;
       break;
     }
   }

@@ -1,4 +1,5 @@
-// Points, matrices, lines and planes against glm in double precision, and the edges of their contracts.
+// Points, matrices, lines and planes compared with glm in double precision, and their limiting cases. No
+// display.
 
 #include <gmock/gmock.h>
 
@@ -17,7 +18,7 @@ namespace {
 
 double Off(const GPoint& a, const glm::dvec3& b) { return glm::length(ToGlm(a) - b); }
 
-/// Clears the error code, and tells what was set since.
+/// Clears the error code. @return the previous code
 class GeomErrors {
  public:
   GeomErrors() { g_iGeomError = kGeomNoError; }
@@ -35,7 +36,7 @@ TEST(Geometry, TolerantComparison) {
   const GPoint atTolerance(0.5, 0, 0);
   EXPECT_FALSE(zero.IsEqual(atTolerance, 0.5)) << "strictly below";
   EXPECT_FALSE(zero.IsNotEqual(atTolerance, 0.5)) << "strictly above";
-  EXPECT_TRUE(zero.IsEqual({9e-8, 0, -9e-8}, -1.0)) << "-1 stands for the module's tolerance";
+  EXPECT_TRUE(zero.IsEqual({9e-8, 0, -9e-8}, -1.0)) << "-1 selects the module's tolerance";
   EXPECT_TRUE(zero.IsNotEqual({0, 0, 2e-7}, -1.0));
   struct Case {
     GPoint a, b;
@@ -56,7 +57,7 @@ TEST(Geometry, TolerantComparison) {
   EXPECT_FALSE(GPoint(0.5, 1, 2 + 5e-7).IsBetween({1, 1, 2}, {0, 3, 0}));
 }
 
-TEST(Geometry, ZeroVectorsAreAbsorbedAndReported) {
+TEST(Geometry, ZeroVectorsAreReported) {
   GeomErrors errors;
   GPoint zero(0, 0, 0);
   EXPECT_EQ(zero.Angle({1, 2, 3}), 0.0);
@@ -93,7 +94,7 @@ TEST(Geometry, VectorsAgreeWithGlm) {
   }
 }
 
-TEST(Geometry, RotationAgreesWithGlmAndStatesItsPivotError) {
+TEST(Geometry, RotationAgreesWithGlmExceptForPivots) {
   Random random;
   for (int i = 0; i < kPlacements; ++i) {
     const GPoint point = random.Point();
@@ -104,7 +105,7 @@ TEST(Geometry, RotationAgreesWithGlmAndStatesItsPivotError) {
     const glm::dvec3 o = ToGlm(pivot);
     const glm::dmat4 turn = glm::rotate(glm::dmat4(1), angle, a);
     const glm::dvec3 exact = glm::dvec3(turn * glm::dvec4(ToGlm(point) - o, 1)) + o;
-    // The part of the pivot along the axis comes in (1 - cos) times too often.
+    // The component of the pivot along the axis is added (1 - cos) times too often.
     const glm::dvec3 expected = exact + (1 - std::cos(angle)) * glm::dot(o, a) * a;
     GPoint turned = point;
     turned.Rotate_RAD(angle, axis, pivot);
@@ -122,14 +123,14 @@ TEST(Geometry, RotationAgreesWithGlmAndStatesItsPivotError) {
   }
 }
 
-TEST(Geometry, ProductTakesTheLaterFactorOnTheLeft) {
+TEST(Geometry, ProductHasTheArgumentOnTheLeft) {
   const GMatrix t = Matrix(2, {1, 2, 3, 4});
   const GMatrix o = Matrix(2, {0, 1, 5, 0});
   EXPECT_THAT(Elements(t.Multiply(o)), ElementsAre(3, 4, 5, 10)) << "o * t";
   const double six[] = {1, 2, 3, 4, 5, 6};
   const GMatrix wide(2, 3, six);
   const GMatrix tall(3, 2, six);
-  EXPECT_THAT(Elements(wide.Multiply(tall)), ElementsAre(9, 12, 19, 26)) << "cut to the smaller dimensions";
+  EXPECT_THAT(Elements(wide.Multiply(tall)), ElementsAre(9, 12, 19, 26)) << "the smaller dimensions";
   EXPECT_THAT(Elements(wide.Multiply(wide)), ElementsAre(0, 0, 0, 0, 0, 0)) << "inner dimensions differ";
   EXPECT_THAT(Elements(wide.Subtract(tall)), ElementsAre(0, 0, 0, 0, 0, 0)) << "sizes differ";
   EXPECT_THAT(Elements(t.Add(o)), ElementsAre(1, 3, 8, 4));
@@ -139,7 +140,7 @@ TEST(Geometry, ProductTakesTheLaterFactorOnTheLeft) {
   EXPECT_EQ(transposed.Rows(), 3);
 }
 
-TEST(Geometry, MatricesThatHaveNoInverseStayAsTheyAre) {
+TEST(Geometry, SingularMatricesAreUnchanged) {
   for (GMatrix m : {Matrix(1, {5}), Matrix(2, {1, 2, 2, 4}), Matrix(3, {1, 2, 3, 2, 4, 6, 0, 0, 1}),
                     Matrix(5, {}), GMatrix(2, 3)}) {
     const std::vector<double> before = Elements(m);
@@ -149,28 +150,28 @@ TEST(Geometry, MatricesThatHaveNoInverseStayAsTheyAre) {
   EXPECT_EQ(Matrix(1, {5}).Determinant(), 0.0);
 }
 
-TEST(Geometry, EverySizeInvertsByTheSameCofactors) {
+TEST(Geometry, EachSizeInvertsByCofactors) {
   Random random;
   for (int round = 0; round < 1000; ++round) {
     const std::int32_t n = 2 + round % 5;
-    GMatrix m(n, n), told(n, n);
+    GMatrix m(n, n), expected(n, n);
     for (std::int32_t k = 0; k < n * n; ++k)
       m.SetElement(k / n, k % n, random.Number(1) + (k % (n + 1) == 0 ? 4 : 0));
-    for (std::int32_t k = 0; k < n * n; ++k) told.SetElement(k % n, k / n, m.Cofactor(k / n, k % n));
-    told.Divide(m.Determinant());
-    if (n == 4) {  // the transpose has the same
+    for (std::int32_t k = 0; k < n * n; ++k) expected.SetElement(k % n, k / n, m.Cofactor(k / n, k % n));
+    expected.Divide(m.Determinant());
+    if (n == 4) {  // the transpose has the same inverse
       ASSERT_NEAR(m.Determinant(), glm::determinant(glm::make_mat4(m.Data())), kClose * 256);
     }
     const GMatrix before = m;
     ASSERT_TRUE(m.Invert());
-    ASSERT_EQ(Elements(m), Elements(told)) << "bit by bit, size " << n;
+    ASSERT_EQ(Elements(m), Elements(expected)) << "bit by bit, size " << n;
     const GMatrix product = m.Multiply(before);
     for (std::int32_t k = 0; k < n * n; ++k)
       ASSERT_NEAR(product.GetElement(k / n, k % n), k % (n + 1) == 0 ? 1 : 0, kClose) << "size " << n;
   }
 }
 
-TEST(Geometry, PlanesAndLinesCrossWhereTheyShould) {
+TEST(Geometry, PlanesAndLinesIntersect) {
   Random random;
   for (int i = 0; i < kPlacements; ++i) {
     const GPlane plane(random.Point(), random.Point(), random.Point());
@@ -188,7 +189,7 @@ TEST(Geometry, PlanesAndLinesCrossWhereTheyShould) {
     GPoint moved(0, 0, 0);
     const double distance = std::abs(glm::dot(ToGlm(line.m_ptA) - ToGlm(plane.m_ptA), normal));
     ASSERT_NEAR(plane.DistanceToPoint(line.m_ptA, moved), distance, kClose * 100);
-    ASSERT_LT(Off(moved, ToGlm(line.m_ptA) + normal * distance), kClose * 100) << "always along the normal";
+    ASSERT_LT(Off(moved, ToGlm(line.m_ptA) + normal * distance), kClose * 100) << "along the normal";
 
     const GPlane second(random.Point(), random.Point());
     ASSERT_NEAR(
@@ -196,13 +197,12 @@ TEST(Geometry, PlanesAndLinesCrossWhereTheyShould) {
         kClose);
     const GPlane third(random.Point(), random.Point(), random.Point());
     ASSERT_TRUE(plane.Intersect(second, third, point));
-    for (const GPlane& each : {plane, second, third}) {
+    for (const GPlane& each : {plane, second, third})
       ASSERT_LT(std::abs(each.DistanceToPoint(point, moved)), kClose * (1e4 + point.Length()));
-    }
   }
 }
 
-TEST(Geometry, PlanesMeetInALine) {
+TEST(Geometry, PlanesIntersectInALine) {
   Random random;
   for (int i = 0; i < kPlacements; ++i) {
     const GPlane a(random.Point(), random.Point(), random.Point());
@@ -215,7 +215,7 @@ TEST(Geometry, PlanesMeetInALine) {
       ASSERT_NEAR(plane.Angle(line), 0.0, kClose);
     }
   }
-  // A direction with no x starts the line at y = 0, mirrored through the origin.
+  // A direction without x: the line starts at y = 0, mirrored through the origin.
   const GPlane x2({2, 0, 0}, {2, 1, 0}, {2, 0, 1});
   const GPlane z3({0, 0, 3}, {1, 0, 3}, {0, 1, 3});
   GLine line;
@@ -234,17 +234,17 @@ TEST(Geometry, PlaneRelations) {
   EXPECT_EQ(z0.Relation(x0), kPlanesMeet);
   EXPECT_EQ(z0.Relation(tilted), kPlanesMeet) << "exact";
   EXPECT_EQ(z0.Relation(none), kPlanesUnrelated);
-  EXPECT_EQ(GPlane({0, 0, 1}, {0, 2, 1}, {2, 0, 1}).Relation(z1), kPlanesSame) << "whichever way it faces";
+  EXPECT_EQ(GPlane({0, 0, 1}, {0, 2, 1}, {2, 0, 1}).Relation(z1), kPlanesSame) << "regardless of orientation";
   GLine line;
   GPoint point(7, 7, 7);
   EXPECT_FALSE(z0.Intersect(z1, line));
   EXPECT_FALSE(z0.Intersect(z1, x0, point));
   EXPECT_FALSE(z0.Intersect(GLine(), point)) << "a line in the plane";
-  EXPECT_FALSE(z0.Intersect(GLine({1, 2, 3}, {1, 2, 3}), point)) << "a line with no direction";
+  EXPECT_FALSE(z0.Intersect(GLine({1, 2, 3}, {1, 2, 3}), point)) << "a line without a direction";
   EXPECT_EQ(point, GPoint(7, 7, 7));
 }
 
-TEST(Geometry, DefaultPlaneAndDegenerateOnes) {
+TEST(Geometry, DefaultAndDegeneratePlanes) {
   GeomErrors errors;
   const auto [a, b, c, d] = GPlane().GetEquation();
   EXPECT_THAT((std::array{a, b, c, d}), ElementsAre(0, 0, 1, 0));
@@ -252,9 +252,8 @@ TEST(Geometry, DefaultPlaneAndDegenerateOnes) {
   EXPECT_EQ(GPlane({0, 0, 0}, {0, 1, 0}, {1, 0, 0}).GetUnitNormal(), GPoint(0, 0, -1)) << "clockwise";
   const GPlane none({0, 0, 0}, {1, 1, 1}, {2, 2, 2});
   EXPECT_FALSE(none.IsValid());
-  for (const double bad : {std::nan(""), HUGE_VAL, 1e300}) {
+  for (const double bad : {std::nan(""), HUGE_VAL, 1e300})
     EXPECT_FALSE(GPlane({bad, 0, 0}, {0, bad, 0}, {0, 0, 1}).IsValid()) << bad;
-  }
   EXPECT_EQ(none.GetUnitNormal(), GPoint(0, 0, 0));
   EXPECT_EQ(errors.Take(), kGeomZeroLength);
   GPoint point(7, 7, 7);
@@ -267,7 +266,7 @@ TEST(Geometry, DefaultPlaneAndDegenerateOnes) {
   EXPECT_FALSE(GPlane().ContainsLine(GLine({0, 0, 0}, {0, 0, 1})));
 }
 
-TEST(Geometry, LineDistancesAtTheEdges) {
+TEST(Geometry, LineDistancesInLimitingCases) {
   GeomErrors errors;
   const GLine x;
   const GLine above({0, 5, 0}, {1, 5, 0});
@@ -275,7 +274,7 @@ TEST(Geometry, LineDistancesAtTheEdges) {
   const GLine none({0, 3, 4}, {0, 3, 4});
   EXPECT_EQ(x.Distance(above), 5.0) << "parallel: a magnitude";
   EXPECT_EQ(x.Distance(skew), -3.0) << "skew: signed";
-  EXPECT_EQ(skew.Distance(x), -3.0) << "both order and direction turn";
+  EXPECT_EQ(skew.Distance(x), -3.0) << "the order and the direction both change the sign";
   EXPECT_EQ(GLine({0, 0, 3}, {0, -1, 3}).Distance(x), 3.0);
   EXPECT_EQ(x.Distance(none), 5.0);
   EXPECT_EQ(none.Distance(x), 5.0);
@@ -284,7 +283,7 @@ TEST(Geometry, LineDistancesAtTheEdges) {
   EXPECT_EQ(errors.Take(), kGeomNoDirection);
   GPoint point(7, 7, 7);
   EXPECT_FALSE(x.Intersect(skew, point));
-  EXPECT_FALSE(x.Intersect(x, point)) << "the same line has no one point";
+  EXPECT_FALSE(x.Intersect(x, point)) << "the same line has no single intersection";
   EXPECT_EQ(point, GPoint(7, 7, 7));
   EXPECT_EQ(none.DistanceToPoint({0, 0, 0}, point), 5.0);
   EXPECT_EQ(errors.Take(), kGeomNoDirection);

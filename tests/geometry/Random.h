@@ -1,4 +1,4 @@
-// Random points for the geometry tests, and their twins in glm.
+// Random points for the geometry tests, and the corresponding values of glm.
 
 #pragma once
 
@@ -8,11 +8,11 @@
 #include "geometry/GPoint.h"
 
 constexpr int kPlacements = 10'000;
-constexpr double kClose = 1e-9;  // of the scale of the numbers that go in
+constexpr double kClose = 1e-9;  // relative to the scale of the input
 
 inline glm::dvec3 ToGlm(const GPoint& p) { return {p.x, p.y, p.z}; }
 
-/// Numbers and points, the same ones in every run.
+/// Random numbers and points, the same in each run.
 class Random {
  public:
   double Number(double aLimit) { return std::uniform_real_distribution(-aLimit, aLimit)(m_Engine); }

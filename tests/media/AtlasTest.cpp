@@ -1,4 +1,4 @@
-// The two glyph atlases as the module carries them: grid, line use, and what both have in common.
+// The two glyph sheets in the module: grid, rows and texels. No display.
 
 #include "platform/Resources.h"
 #include "platform/Window.h"
@@ -14,14 +14,14 @@ const unsigned char* Block(const char* aName) {
 
 }  // namespace
 
-TEST(Atlas, IsFoundByItsNameInAnyCase) {
+TEST(Atlas, IsFoundInAnyCase) {
   EXPECT_EQ(Block("hand"), Block("HAND"));
   EXPECT_NE(Block("SansSerif"), Block("HAND"));
   EXPECT_EQ(FindResourceA(ModuleInstance(), "HANDS", RT_RCDATA), nullptr);
   EXPECT_EQ(FindResourceA(ModuleInstance(), "HAND", "TEXT"), nullptr);
 }
 
-TEST(Atlas, HoldsWhiteTexelsOfFullOrNoAlphaInEachCellButTheEmptyOnes) {
+TEST(Atlas, HasOpaqueOrClearWhiteTexels) {
   for (const char* name : {"HAND", "SANSSERIF"}) {
     const unsigned char* block = Block(name);
     std::set<int> empty;

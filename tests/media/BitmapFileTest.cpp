@@ -1,4 +1,5 @@
-// The reader of bitmap files against files put together by hand. What it refuses is in the corpus.
+// The reader of bitmap files. The tests build files field by field; fuzz/corpus contains files that it must
+// refuse. No display.
 
 #include "media/BitmapFile.h"
 
@@ -9,9 +10,9 @@
 
 namespace {
 
-using Pixels = std::vector<std::uint32_t>;  // red, green, blue, alpha from the highest byte down
+using Pixels = std::vector<std::uint32_t>;  // 0xRRGGBBAA
 
-/// What the reader makes of a file: nothing when it refuses it.
+/// Returns the reader's result: nothing if it refuses the file.
 std::optional<Pixels> Read(const Bytes& aFile) {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), std::fclose);
   std::fwrite(aFile.data(), 1, aFile.size(), file.get());
@@ -21,9 +22,8 @@ std::optional<Pixels> Read(const Bytes& aFile) {
   std::vector<GLDATA_RGBA4B> store(static_cast<std::size_t>(image.Width() * image.Height()));
   if (!image.ReadPixels(store.data())) return std::nullopt;
   Pixels pixels;
-  for (const auto& [red, green, blue, alpha] : store) {
+  for (const auto& [red, green, blue, alpha] : store)
     pixels.push_back(static_cast<std::uint32_t>(red << 24 | green << 16 | blue << 8 | alpha));
-  }
   return pixels;
 }
 
@@ -35,7 +35,7 @@ struct Depth {
   Pixels m_Expected;
 };
 
-// Two rows each, of odd width; the padding would be a colour, or an index past the table, if it were read.
+// Two rows each, of odd width. Padding that is read by mistake is a colour, or an index past the table.
 const Depth kDepths[] = {
     {{10, 2, 1, kTable, {0xA0, 0x7F, 9, 9, 0x01, 0xBF, 9, 9}},
      {k1, k0, k1, k0, k0, k0, k0, k0, k0, k1, k0, k0, k0, k0, k0, k0, k0, k1, k1, k0}},
@@ -52,7 +52,7 @@ const Depth kDepths[] = {
 
 }  // namespace
 
-TEST(BitmapFile, ReadsEveryDepthInBothDirectionsFromTheBottomRowUp) {
+TEST(BitmapFile, ReadsEachDepthInBothDirections) {
   for (auto [file, expected] : kDepths) {
     EXPECT_EQ(Read(file.File()), expected) << file.m_uBitCount << " bits";
     file.m_iHeight = -2;
@@ -61,7 +61,7 @@ TEST(BitmapFile, ReadsEveryDepthInBothDirectionsFromTheBottomRowUp) {
   }
 }
 
-TEST(BitmapFile, RefusesAFileCutAnywhere) {
+TEST(BitmapFile, RefusesATruncatedFile) {
   for (const Depth& depth : kDepths) {
     Bytes file = depth.m_File.File();
     while (file.size() > 1) {
@@ -77,15 +77,16 @@ TEST(BitmapFile, RefusesIndicesPastItsColorTable) {
         BitmapBytes{1, 1, aBits, {kTable.begin(), kTable.begin() + aTableBytes}, {aByte, 0, 0, 0}}.File());
   };
   EXPECT_EQ(read(8, 3, 16), Pixels{k3});
-  EXPECT_EQ(read(8, 3, 15), Pixels{k3}) << "the byte that is missing isn't one that is used";
+  EXPECT_EQ(read(8, 3, 15), Pixels{k3}) << "the missing byte of the table is not used";
   EXPECT_EQ(read(8, 3, 14), std::nullopt);
   EXPECT_EQ(read(8, 4, 16), std::nullopt);
   EXPECT_EQ(read(4, 0x40, 16), std::nullopt);
   EXPECT_EQ(read(1, 0x80, 4), std::nullopt);
 }
 
-TEST(BitmapFile, KeepsItsPlaceOverManyBlocks) {
-  constexpr unsigned kWidth = 1001, kHeight = 999;  // no block is a whole number of its rows of 3,004 bytes
+TEST(BitmapFile, ReadsAcrossManyBlocks) {
+  constexpr unsigned kWidth = 1001,
+                     kHeight = 999;  // blocks end within rows
   BitmapBytes bytes{kWidth, -int{kHeight}, 24, {}, Bytes(3004 * kHeight)};
   const auto value = [](std::size_t i) { return static_cast<std::uint8_t>(i * 2654435761u >> 24); };
   for (std::size_t i = 0; i < bytes.m_Pixels.size(); ++i) bytes.m_Pixels[i] = value(i);

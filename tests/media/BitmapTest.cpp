@@ -1,14 +1,14 @@
-// GLBitmap without GL: sizes, bits and colour.
+// GLBitmap without GL: sizes, pixels and colour. No display.
 
 #include "support/Test.h"
 
 namespace {
 
-constexpr int kMost = std::numeric_limits<int>::max();
+constexpr int kMax = std::numeric_limits<int>::max();
 
 class Bitmap : public testing::Test {
  protected:
-  /// All pixels from the top, a row a line.
+  /// All pixels from the top, one line per row.
   std::string Bits() const {
     int width = 0, height = 0;
     m_Bitmap->GetWidth(&width);
@@ -30,19 +30,18 @@ class Bitmap : public testing::Test {
 
 }  // namespace
 
-TEST_F(Bitmap, TakesWidthsOfWholeBytes) {
-  for (const auto& [width, height] : {std::pair{8, 4}, {40, 1}, {16, 3}}) {
+TEST_F(Bitmap, RequiresWidthsOfWholeBytes) {
+  for (const auto& [width, height] : {std::pair{8, 4}, {40, 1}, {16, 3}})
     EXPECT_EQ(m_Bitmap->Initialize(width, height, 0), S_OK) << width << " by " << height;
-  }
   m_Bitmap->Initialize(8, 2, 5);
   for (const auto& [width, height] :
-       {std::pair{12, 4}, {0, 4}, {-8, 4}, {8, 0}, {8, -1}, {kMost - 7, 1}, {8, kMost}, {1 << 20, 1 << 15}}) {
+       {std::pair{12, 4}, {0, 4}, {-8, 4}, {8, 0}, {8, -1}, {kMax - 7, 1}, {8, kMax}, {1 << 20, 1 << 15}}) {
     EXPECT_EQ(m_Bitmap->Initialize(width, height, 0), E_GL_BADVALUE) << width << " by " << height;
   }
   EXPECT_EQ(Bits(), "########\n########\n") << "a refused size changes nothing";
 }
 
-TEST_F(Bitmap, SetPixelsFillsFromTheTopAsFarAsTheArrayGoes) {
+TEST_F(Bitmap, SetPixelsFillsFromTheTop) {
   unsigned char array[] = {0x80, 0x00, 0x00, 0x01, 0xFF};
   const std::string empty = "................\n", first = "#...............\n", last = "...............#\n";
   for (const auto& [size, bits] :
@@ -53,15 +52,14 @@ TEST_F(Bitmap, SetPixelsFillsFromTheTopAsFarAsTheArrayGoes) {
   }
   m_Bitmap->Initialize(16, 2, 1);
   EXPECT_EQ(m_Bitmap->SetPixels(3, array), S_OK);
-  EXPECT_EQ(Bits(), "#...............\n........########\n") << "a row can end half-way";
+  EXPECT_EQ(Bits(), "#...............\n........########\n") << "a row may end in the middle";
   EXPECT_EQ(m_Bitmap->SetPixels(4, nullptr), S_OK);
 }
 
-TEST_F(Bitmap, PixelsTurnOnAndOffOneByOneAndStayInside) {
+TEST_F(Bitmap, PixelsAreSetWithinTheImage) {
   m_Bitmap->Initialize(8, 2, 0);
-  for (const auto& [x, y, opaque] : {std::array{1, 0, -4}, {7, 1, 1}, {6, 1, 1}, {7, 1, 0}}) {
+  for (const auto& [x, y, opaque] : {std::array{1, 0, -4}, {7, 1, 1}, {6, 1, 1}, {7, 1, 0}})
     EXPECT_EQ(m_Bitmap->SetPixel(x, y, opaque), S_OK);
-  }
   EXPECT_EQ(Bits(), ".#......\n......#.\n");
   LONG opaque = 0;
   for (const auto& [x, y] : {std::pair{-1, 0}, {0, -1}, {8, 0}, {0, 2}}) {
@@ -70,7 +68,7 @@ TEST_F(Bitmap, PixelsTurnOnAndOffOneByOneAndStayInside) {
   }
 }
 
-TEST_F(Bitmap, EmptyOneIsRefused) {
+TEST_F(Bitmap, EmptyBitmapIsRefused) {
   LONG opaque = 0;
   unsigned char byte = 0;
   EXPECT_EQ(m_Bitmap->GetPixel(0, 0, &opaque), E_GL_BADSTATE);
@@ -78,7 +76,7 @@ TEST_F(Bitmap, EmptyOneIsRefused) {
   EXPECT_EQ(m_Bitmap->SetPixels(1, &byte), E_GL_BADSTATE);
 }
 
-TEST_F(Bitmap, ColorIsLimitedAndStaysOverInitialize) {
+TEST_F(Bitmap, ColorIsLimitedAndKeptByInitialize) {
   GLDATA_RGBA color = {-1.0f, 2.0f, 0.5f, std::numeric_limits<float>::quiet_NaN()};
   EXPECT_EQ(m_Bitmap->SetColor(&color), S_OK);
   m_Bitmap->Initialize(8, 1, 1);

@@ -1,17 +1,17 @@
-// A font's surroundings in a test, and what is done with fonts everywhere.
+// FontBench: the surroundings of a font in a test, and common operations on fonts. Thread with a current
+// rendering context.
 
 #pragma once
 
 #include "media/GLFont.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 #include "support/TestSite.h"
 
 enum class FontKind { kSystem, kRaster, kTrueType, kInternal };
 inline constexpr FontKind kFontKinds[] = {FontKind::kSystem, FontKind::kRaster, FontKind::kTrueType,
                                           FontKind::kInternal};
 
-/// What a font is made of; the kinds take of it what they have.
+/// Properties of a font; each kind uses some of them.
 struct FontOrder {
   FontKind m_Kind = FontKind::kRaster;
   const char16_t* m_szFace = u"DejaVu Sans";
@@ -23,13 +23,13 @@ struct FontOrder {
   bool m_bExtruded = false;
 };
 
-/// A text as operations take it, borrowed.
+/// A text in the form that operations expect, borrowed.
 inline BSTR TextOf(const char16_t* aText) {
   return const_cast<BSTR>(reinterpret_cast<const OLECHAR*>(aText));
 }
 inline BSTR TextOf(const std::u16string& aText) { return TextOf(aText.c_str()); }
 
-/// A site and the fonts on it. Where a rendering context is current.
+/// A site and its fonts. Requires a current rendering context.
 struct FontBench {
   TestSite m_Site;
   GLSiteLinkPtr m_pLink = std::make_shared<GLSiteLink>(&m_Site);
@@ -69,7 +69,7 @@ inline float WidthOf(GLFont& aFont, const std::u16string& aText) {
   return width;
 }
 
-/// Lets model units be pixels from the lower left.
+/// Sets model units to pixels from the lower left.
 inline void ModelInPixels(int aWidth, int aHeight) {
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
@@ -78,19 +78,19 @@ inline void ModelInPixels(int aWidth, int aHeight) {
   glLoadIdentity();
 }
 
-/// A picture's pixels by rows from the bottom.
+/// Returns whether a pixel is lit. Rows count from the bottom.
 inline bool IsLit(const Picture& aPicture, int aX, int aY) {
   return (aPicture.At(aX, aPicture.Height() - 1 - aY) >> 24) > 127;
 }
 
-/// Draws with a font of its own, in model units of a pixel.
+/// Draws with a new font, in model units of one pixel.
 inline Picture DrawText(int aWidth, int aHeight, const FontOrder& aOrder, const std::u16string& aText,
                         GLDATA_POINT aStart, float aSize = 1, float aGrey = 1) {
   return DrawPlainGL(aWidth, aHeight, [&] {
     ModelInPixels(aWidth, aHeight);
     glColor3f(aGrey, aGrey, aGrey);
     glEnable(GL_BLEND);
-    glBlendFunc(GL_ONE, GL_ONE);  // what is drawn twice is brighter
+    glBlendFunc(GL_ONE, GL_ONE);  // pixels that are drawn twice are brighter
     FontBench bench;
     const auto font = bench.Make(aOrder);
     font->SetWidth(aSize);

@@ -1,14 +1,12 @@
-// GLFont on a real rendering context: its states, the order of its calls, what it measures and what it
-// leaves.
+// GLFont: states, order of GL calls, metrics, and GL state after its calls. Plain rendering context.
 
 #include "media/FontBench.h"
 #include "support/GLRecorder.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 
 namespace {
 
-/// Runs a test's body where a plain rendering context is current.
+/// Runs a test's body with a current plain rendering context.
 void WithGL(const std::function<void(FontBench&)>& aBody) {
   DrawPlainGL(256, 256, [&] {
     ModelInPixels(256, 256);
@@ -17,7 +15,7 @@ void WithGL(const std::function<void(FontBench&)>& aBody) {
   });
 }
 
-/// What a warm Print of "Hi" at (1, 2, 3) calls, the look at its list key apart.
+/// Calls of a repeated Print of "Hi" at (1, 2, 3), without the query of its list key.
 std::vector<std::string> CallsOfPrint(GLFont& aFont, GLRecorder& aRecorder) {
   aRecorder.Clear();
   EXPECT_EQ(Print(aFont, u"Hi", {1, 2, 3}), S_OK);
@@ -53,7 +51,7 @@ TEST(Font, CallsListsInTheOrderOfItsKind) {
       recorder.Clear();
       const auto font = bench.Make(kind);
       Print(*font, u"x");
-      EXPECT_EQ(recorder.Count("glGetString"), 1) << "the driver's vendor is looked up once";
+      EXPECT_EQ(recorder.Count("glGetString"), 1) << "the driver's vendor is queried once";
       font->SetEscapement_DEG(30);
       font->SetHeight(4);
       int base = 0, texture = 0;
@@ -87,7 +85,7 @@ TEST(Font, CallsListsInTheOrderOfItsKind) {
   });
 }
 
-TEST(Font, NamesListsOneByOneForTheVendorThatWantsIt) {
+TEST(Font, CallsListsSinglyForOneVendor) {
   Picture pictures[2];
   for (const bool array : {false, true}) {
     pictures[array] = DrawPlainGL(256, 64, [array] {
@@ -106,7 +104,7 @@ TEST(Font, NamesListsOneByOneForTheVendorThatWantsIt) {
   EXPECT_EQ(Difference(pictures[0], pictures[1]), 0);
 }
 
-TEST(Font, BuildsAtItsFirstPrintAndAgainWhenItsListsAreGone) {
+TEST(Font, BuildsAtItsFirstPrintAndAfterALossOfLists) {
   WithGL([](FontBench& bench) {
     for (const FontKind kind : kFontKinds) {
       const auto font = bench.Make(kind);
@@ -115,21 +113,21 @@ TEST(Font, BuildsAtItsFirstPrintAndAgainWhenItsListsAreGone) {
       EXPECT_EQ(width, -1.0f) << "not built yet";
       EXPECT_EQ(Print(*font, u""), S_OK);
       const float built = WidthOf(*font, u"Wide");
-      EXPECT_GT(built, 0.0f) << "an empty string builds, too";
+      EXPECT_GT(built, 0.0f) << "an empty string also builds the font";
 
       ++g_uListGeneration;
-      EXPECT_EQ(WidthOf(*font, u"Wide"), built) << "stale lists don't touch the metrics";
+      EXPECT_EQ(WidthOf(*font, u"Wide"), built) << "stale lists do not affect the metrics";
       GLRecorder recorder;
       EXPECT_EQ(font->Print(nullptr, nullptr), E_INVALIDARG);
       EXPECT_EQ(recorder.Count("glGenLists"), 0);
       GLDATA_POINT start{};
-      EXPECT_EQ(font->Print(nullptr, &start), S_OK) << "no text counts as empty";
+      EXPECT_EQ(font->Print(nullptr, &start), S_OK) << "a null text is empty";
       EXPECT_EQ(recorder.Count("glGenLists"), 1);
       EXPECT_EQ(recorder.Count("glCallLists"), 0);
       EXPECT_EQ(WidthOf(*font, u"Wide"), built);
       recorder.Clear();
       EXPECT_EQ(Print(*font, u"Wide"), S_OK);
-      EXPECT_EQ(recorder.Count("glGenLists"), 0) << "once a generation, not once a string";
+      EXPECT_EQ(recorder.Count("glGenLists"), 0) << "lists are created per generation, not per string";
     }
   });
 }
@@ -142,7 +140,7 @@ TEST(Font, FailsWithoutListsOrAtlasAndRecovers) {
       GLRecorder recorder;
       recorder.Fail("glGenLists");
       EXPECT_EQ(Print(*font, u"x"), E_FAIL);
-      EXPECT_EQ(recorder.Count("glPush*"), 0) << "nothing pushed, nothing drawn";
+      EXPECT_EQ(recorder.Count("glPush*"), 0) << "no push and no drawing";
       EXPECT_EQ(WidthOf(*font, u"x"), -1.0f);
     }
     auto font = bench.Make(FontKind::kInternal);
@@ -151,15 +149,15 @@ TEST(Font, FailsWithoutListsOrAtlasAndRecovers) {
     EXPECT_EQ(Print(*font, u"x"), E_FAIL);
     EXPECT_EQ(recorder.Count("glGenTextures"), 0);
     EXPECT_EQ(Print(*font, u"x"), E_FAIL);
-    EXPECT_EQ(recorder.Count("glGenLists"), 2) << "each Print tries anew";
-    EXPECT_EQ(CountLists(), lists) << "a failed build gives its lists back";
+    EXPECT_EQ(recorder.Count("glGenLists"), 2) << "each Print tries again";
+    EXPECT_EQ(CountLists(), lists) << "a failed build deletes its lists";
     font->InitInternalFont(bench.m_pLink, TextOf(u"sansserif"));
     EXPECT_EQ(Print(*font, u"x"), S_OK);
     EXPECT_EQ(font->InitInternalFont(bench.m_pLink, TextOf(std::u16string(64, u'x'))), E_INVALIDARG);
   });
 }
 
-TEST(Font, MeasuresWhatItDraws) {
+TEST(Font, MeasuresItsPicture) {
   WithGL([](FontBench& bench) {
     const std::u16string text = u"Five quacking zephyrs, 27 %";
     for (const auto& order : {FontOrder{.m_Kind = FontKind::kSystem}, FontOrder{}, FontOrder{.m_iHeight = 30},
@@ -168,18 +166,17 @@ TEST(Font, MeasuresWhatItDraws) {
       const auto font = bench.Make(order);
       ASSERT_EQ(Print(*font, text, {3, 20, 0}), S_OK);
       EXPECT_NEAR(WidthOf(*font, text), RasterX() - 3.0f, 0.001f);
-      EXPECT_EQ(WidthOf(*font, u"A\u00DCB"), WidthOf(*font, u"AB")) << "codes from 0x80 up aren't measured";
+      EXPECT_EQ(WidthOf(*font, u"A\u00DCB"), WidthOf(*font, u"AB")) << "codes from 0x80 are not measured";
       const float measured = WidthOf(*font, text);
       ++g_uListGeneration;
       EXPECT_EQ(Print(*font, text), S_OK);
-      EXPECT_EQ(WidthOf(*font, text), measured) << "an average width isn't taken for a request at a rebuild";
+      EXPECT_EQ(WidthOf(*font, text), measured) << "an average width is not requested by a second build";
     }
     const auto outline = bench.Make(FontKind::kTrueType);
     ASSERT_TRUE(outline->CreateFontLists());
     outline->SetWidth(100);
     outline->SetHeight(7);
-    EXPECT_NEAR(WidthOf(*outline, u"HH"), 2 * 75.195f, 0.01f)
-        << "two em-scaled advances of 1540 in 2048 units";
+    EXPECT_NEAR(WidthOf(*outline, u"HH"), 2 * 75.195f, 0.01f) << "two advances of 1540 of 2048 units per em";
     const auto atlas = bench.Make(FontKind::kInternal);
     ASSERT_TRUE(atlas->CreateFontLists());
     EXPECT_EQ(WidthOf(*atlas, u"four"), 32.0f);
@@ -199,7 +196,7 @@ TEST(Font, ShowsItsWeightAndSlant) {
   }
 }
 
-TEST(Font, PrintsTextOfAnyLengthAndContent) {
+TEST(Font, PrintsAnyText) {
   WithGL([](FontBench& bench) {
     std::u16string all;
     for (char16_t c = 1; c < 256; ++c) all += c;
@@ -224,13 +221,13 @@ TEST(Font, PrintsTextOfAnyLengthAndContent) {
     const std::u16string huge(10'000'000, u' ');
     EXPECT_EQ(Print(*font, huge, {-5, 0, 0}), S_OK);
     const float space = WidthOf(*font, u" ");
-    float sum = 0;  // as floats add up
+    float sum = 0;  // in the order of the component's additions
     for (std::size_t i = 0; i < huge.size(); ++i) sum += space;
     EXPECT_EQ(WidthOf(*font, huge), sum);
   });
 }
 
-TEST(Font, SetsAndTellsWhatItsKindHas) {
+TEST(Font, StoresThePropertiesOfItsKind) {
   WithGL([](FontBench& bench) {
     const auto read = [](GLFont& font) {
       int style = -1, weight = -1;
@@ -238,7 +235,7 @@ TEST(Font, SetsAndTellsWhatItsKindHas) {
       font.GetWeight(&weight);
       return std::pair(style, weight);
     };
-    // Style and weight are those of the request until the build settles them.
+    // Style and weight are those of the request until the build determines them.
     const std::pair<int, int> before[] = {{0, 0}, {0x10001, 2000}, {0x10001, -3}, {0, 0}};
     const std::pair<int, int> after[] = {{0, 0}, {0x10001, 1000}, {0x10001, 0}, {GLFS_FIXED_PITCH, 400}};
     for (const FontKind kind : kFontKinds) {
@@ -269,8 +266,8 @@ TEST(Font, SetsAndTellsWhatItsKindHas) {
   });
 }
 
-// A texture that the host has bound, and what the drawing of a clipped image leaves behind.
-TEST(Font, BuildsWithoutTouchingTheHostsTextureAndImages) {
+// The texture that the host has bound, and state after drawing a clipped image.
+TEST(Font, BuildKeepsTextureAndPixelState) {
   Picture pictures[2];
   for (const bool odd : {false, true}) {
     pictures[odd] = DrawPlainGL(256, 64, [odd] {

@@ -1,8 +1,7 @@
-// Bitmaps and pixmaps in GL: where their pixels land, whatever images the host has unpacked before.
+// Bitmaps and pixmaps drawn by GL: places of pixels, for any pixel storage state of the host. Plain rendering
+// context.
 
-#include "platform/GL.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -22,7 +21,7 @@ constexpr std::uint32_t kBlack = 0x000000FF;
 
 }  // namespace
 
-TEST(MarkerGL, BitmapKeepsItsPlaceAndTouchesBlendingOnlyWhenSeeThrough) {
+TEST(MarkerGL, BitmapBlendsOnlyIfTransparent) {
   const auto bitmap = GLCreate<IGLBitmap>(CLSID_GLBitmap);
   GLDATA_POINT origin = {10.5, 20.5, 0};
   GLDATA_RGBA color = {1, 0, 1, 1};
@@ -39,19 +38,19 @@ TEST(MarkerGL, BitmapKeepsItsPlaceAndTouchesBlendingOnlyWhenSeeThrough) {
       EXPECT_EQ(glIsEnabled(GL_BLEND), alpha < 1 ? GL_TRUE : GL_FALSE);
     });
     EXPECT_EQ(ours.CountOther(kBlack), 2);
-    EXPECT_EQ(ours.At(10, 31 - 21) >> 31, 1u) << "three to the left of it, one below: the bottom row's";
+    EXPECT_EQ(ours.At(10, 31 - 21) >> 31, 1u) << "the lowest row, three to the left and one below";
     EXPECT_EQ(ours.At(15, 31 - 22), alpha < 1 ? 0x800080FF : 0xFF00FFFF);
   }
 }
 
-TEST(MarkerGL, PixmapDrawsItsClipFromTheOriginUp) {
+TEST(MarkerGL, PixmapDrawsItsClipFromTheOrigin) {
   const auto pixmap = GLCreate<IGLPixmap>(CLSID_GLPixmap);
   GLDATA_POINT origin = {4, 8, 0};
   const auto draw = [&] { EXPECT_EQ(pixmap->Draw(nullptr, &origin), S_OK); };
   EXPECT_EQ(Draw(draw).CountOther(kBlack), 0) << "an empty pixmap draws nothing";
   pixmap->Initialize(20, 100, {0, 0, 255, 128});
-  pixmap->SetPixel(5, 9, {255, 0, 0, 255});  // lower left of the clip
-  pixmap->SetPixel(7, 0, {0, 255, 0, 255});  // upper right
+  pixmap->SetPixel(5, 9, {255, 0, 0, 255});  // lower left corner of the clip
+  pixmap->SetPixel(7, 0, {0, 255, 0, 255});  // upper right corner
   pixmap->SetClip(5, 0, 3, 10);
   pixmap->SetZoom(2, 1);
   const Picture ours = Draw(draw);

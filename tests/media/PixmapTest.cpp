@@ -1,7 +1,6 @@
-// GLPixmap without GL: the image, its file, its colours.
+// GLPixmap without GL: image, file and colours. No display.
 
 #include "support/BitmapFiles.h"
-#include "support/Test.h"
 
 constexpr bool operator==(const GLDATA_RGBA4B& a, const GLDATA_RGBA4B& b) {
   return std::memcmp(&a, &b, sizeof(a)) == 0;
@@ -12,7 +11,7 @@ namespace {
 using Pixel = GLDATA_RGBA4B;
 using Image = std::vector<Pixel>;
 constexpr Pixel kGrey = {9, 9, 9, 9};
-constexpr int kMost = std::numeric_limits<int>::max();
+constexpr int kMax = std::numeric_limits<int>::max();
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
@@ -23,12 +22,12 @@ class Pixmap : public testing::Test {
     m_Pixmap->AccessPixmapData(&data.second, &data.first);
     return data;
   }
-  /// The store, from the bottom row up.
+  /// Returns the stored pixels, from the bottom row.
   Image Store() const {
     const auto [pixels, size] = Access();
     return Image(pixels, pixels + size);
   }
-  /// Width, height, zoom, clip and the store's place: what an operation that fails leaves alone.
+  /// Width, height, zoom, clip and address of the pixels: unchanged by an operation that fails.
   auto Shape() const {
     int width, height, x = -1, y = -1, w = -1, h = -1;
     float zoomX, zoomY;
@@ -38,7 +37,7 @@ class Pixmap : public testing::Test {
     m_Pixmap->GetClip(&x, &y, &w, &h);
     return std::tuple(width, height, zoomX, zoomY, x, y, w, h, Access().first);
   }
-  /// What a colour operation makes of an image.
+  /// Returns the result of a colour operation on an image.
   Image After(Image aImage, const std::function<HRESULT()>& aOperation) {
     m_Pixmap->Initialize(static_cast<int>(aImage.size()), 1, kGrey);
     m_Pixmap->SetPixels(static_cast<int>(aImage.size()), aImage.data());
@@ -49,25 +48,23 @@ class Pixmap : public testing::Test {
   GLPtr<IGLPixmap> m_Pixmap = GLCreate<IGLPixmap>(CLSID_GLPixmap);
 };
 
-/// Every value of a channel, each channel in another order.
+/// Returns an image with every value of a channel, in a different order per channel.
 Image EveryValue() {
   Image image;
-  for (int i = 0; i < 256; ++i) {
+  for (int i = 0; i < 256; ++i)
     image.push_back({std::uint8_t(i), std::uint8_t(i * 7), std::uint8_t(255 - i), std::uint8_t(i * 31)});
-  }
   return image;
 }
 
 }  // namespace
 
-TEST_F(Pixmap, InitializeRefusesSizesThatMakeNoImageAndKeepsABlockOfTheSameCount) {
+TEST_F(Pixmap, InitializeRefusesInvalidSizesAndKeepsItsBlock) {
   ASSERT_EQ(m_Pixmap->Initialize(2, 8, {}), S_OK);
   m_Pixmap->SetClip(1, 1, 1, 7);
   m_Pixmap->SetZoom(3, -4);
   const auto before = Shape();
-  for (const auto& [width, height] : {std::pair{0, 1}, {1, 0}, {-1, -1}, {65536, 65536}, {32768, 32768}}) {
+  for (const auto& [width, height] : {std::pair{0, 1}, {1, 0}, {-1, -1}, {65536, 65536}, {32768, 32768}})
     EXPECT_EQ(m_Pixmap->Initialize(width, height, kGrey), E_GL_BADVALUE) << width << " by " << height;
-  }
   EXPECT_EQ(Shape(), before);
   m_Pixmap->Initialize(4, 4, kGrey);
   EXPECT_EQ(Shape(), std::tuple(4, 4, 1.0f, 1.0f, 0, 0, 4, 4, std::get<Pixel*>(before)));
@@ -86,7 +83,7 @@ TEST_F(Pixmap, SetPixelsWritesWholeRowsFromTheTop) {
   }
 }
 
-TEST_F(Pixmap, PlacesAndClipCountFromTheTopLeftAndStayInside) {
+TEST_F(Pixmap, PixelsAndClipCountFromTheTopLeft) {
   m_Pixmap->Initialize(3, 2, kGrey);
   Pixel pixel = {1, 2, 3, 4};
   EXPECT_EQ(m_Pixmap->SetPixel(2, 0, pixel), S_OK);
@@ -97,36 +94,33 @@ TEST_F(Pixmap, PlacesAndClipCountFromTheTopLeftAndStayInside) {
   }
   EXPECT_EQ(m_Pixmap->SetClip(1, 1, 2, 1), S_OK);
   const auto before = Shape();
-  const int refused[][4] = {{-1, 0, 1, 1}, {0, -1, 1, 1}, {0, 0, 0, 1},         {0, 0, 1, 0},
-                            {0, 0, 4, 1},  {1, 1, 1, 2},  {kMost, 0, kMost, 1}, {0, kMost, 1, kMost}};
-  for (const auto& [x, y, w, h] : refused) {
+  const int refused[][4] = {{-1, 0, 1, 1}, {0, -1, 1, 1}, {0, 0, 0, 1},       {0, 0, 1, 0},
+                            {0, 0, 4, 1},  {1, 1, 1, 2},  {kMax, 0, kMax, 1}, {0, kMax, 1, kMax}};
+  for (const auto& [x, y, w, h] : refused)
     EXPECT_EQ(m_Pixmap->SetClip(x, y, w, h), E_GL_BADVALUE) << x << ' ' << y << ' ' << w << ' ' << h;
-  }
   EXPECT_EQ(Shape(), before);
 }
 
-TEST_F(Pixmap, ScaleColorStopsAtWhite) {
+TEST_F(Pixmap, ScaleColorIsLimitedToWhite) {
   for (const float factor : {0.0f, 0.1f, 0.7f, 1.0f, 2.0f, 1e30f}) {
     GLDATA_RGBA scale = {factor, 1, 2, factor};
     Image expected = EveryValue();
     const auto scaled = [](float aValue, float aFactor) {
       return std::uint8_t(std::fmin(255.0f, aValue * aFactor));
     };
-    for (Pixel& p : expected) {
+    for (Pixel& p : expected)
       p = {scaled(p.m_bRed, factor), p.m_bGreen, scaled(p.m_bBlue, 2), scaled(p.m_bAlpha, factor)};
-    }
     EXPECT_EQ(After(EveryValue(), [&] { return m_Pixmap->ScaleColor(&scale); }), expected) << factor;
   }
   GLDATA_RGBA infinite = {kInfinity, kInfinity, kInfinity, 1};
   EXPECT_EQ(After({{0, 1, 255, 5}}, [&] { return m_Pixmap->ScaleColor(&infinite); }),
             (Image{{0, 255, 255, 5}}));
-  for (GLDATA_RGBA bad : {GLDATA_RGBA{-0.1f, 1, 1, 1}, {1, 1, 1, -1}, {1, kNaN, 1, 1}}) {
+  for (GLDATA_RGBA bad : {GLDATA_RGBA{-0.1f, 1, 1, 1}, {1, 1, 1, -1}, {1, kNaN, 1, 1}})
     EXPECT_EQ(m_Pixmap->ScaleColor(&bad), E_GL_BADVALUE);
-  }
   EXPECT_EQ(Store(), (Image{{0, 255, 255, 5}})) << "a refused factor changes nothing";
 }
 
-TEST_F(Pixmap, ScaleColor256KeepsTheLowByteOfEveryProduct) {
+TEST_F(Pixmap, ScaleColor256KeepsTheLowByte) {
   std::vector<float> table(256, 1.0f);
   const auto scale = [&] { return m_Pixmap->ScaleColor256(256, table.data()); };
   EXPECT_EQ(After(EveryValue(), scale), EveryValue());
@@ -141,7 +135,7 @@ TEST_F(Pixmap, ScaleColor256KeepsTheLowByteOfEveryProduct) {
   EXPECT_EQ(m_Pixmap->ScaleColor256(255, table.data()), E_GL_BADSTATE);
 }
 
-TEST_F(Pixmap, MakesNegativesAndMonochromes) {
+TEST_F(Pixmap, CreatesNegativesAndMonochromes) {
   const Image image = {{0, 100, 255, 3}, {255, 255, 255, 200}};
   const auto negative = [&](LONG aAlpha) {
     return After(image, [&] { return m_Pixmap->MakeNegative(aAlpha); });
@@ -156,7 +150,7 @@ TEST_F(Pixmap, MakesNegativesAndMonochromes) {
   EXPECT_EQ(monochrome({7, 0, 0, 255}), (Image{{118, 0, 0, 3}, {255, 0, 0, 200}}));
 }
 
-TEST_F(Pixmap, LoadsAFileOfAnyNameAndKeepsItWhenTheNextOneCantBeLoaded) {
+TEST_F(Pixmap, KeepsItsImageIfAFileCannotBeLoaded) {
   const TestFolder folder;
   const Bytes file = BitmapBytes{2, -1, 24, {}, {3, 2, 1, 6, 5, 4, 0, 0}}.File();
   const BitmapBytes badLastRow{1, 2, 8, {0, 0, 0, 0}, {0, 0, 0, 0, 1, 0, 0, 0}};
@@ -178,7 +172,7 @@ TEST_F(Pixmap, LoadsAFileOfAnyNameAndKeepsItWhenTheNextOneCantBeLoaded) {
   EXPECT_EQ(Store(), (Image{{1, 2, 3, 255}, {4, 5, 6, 255}}));
 }
 
-TEST_F(Pixmap, LoadsOfTheFuzzersCorpusWhatItShouldAndRefusesTheRest) {
+TEST_F(Pixmap, LoadsTheValidFilesOfTheCorpus) {
   int files = 0;
   for (const auto& entry : std::filesystem::directory_iterator(GLLIB_SOURCE_DIR "/fuzz/corpus/bitmapfile")) {
     const bool good = entry.path().filename().string().starts_with("ok-");

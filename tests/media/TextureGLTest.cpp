@@ -1,8 +1,7 @@
-// The textures in GL: what they send, and faces that equal their plain twin's.
+// Textures: GL calls, and faces compared with plain GL. Plain rendering context.
 
 #include "support/GLRecorder.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -16,7 +15,7 @@ struct Look {
   LONG m_iPixels, m_iMipmaps, m_iRepeat;
 };
 
-/// An image of no two like neighbours, half of them see-through.
+/// Returns an image whose neighbouring pixels differ; half of them are transparent.
 GLPtr<IGLPixmap> NewPixmap(int aWidth, int aHeight) {
   auto pixmap = GLCreate<IGLPixmap>(CLSID_GLPixmap);
   pixmap->Initialize(aWidth, aHeight, {});
@@ -53,7 +52,7 @@ GLPtr<Texture> NewTexture(const GLPtr<IGLPixmap>& aPixmap) {
   return texture;
 }
 
-/// The twin of a face, for images whose sides are powers of two.
+/// Draws the same face in plain GL, for images whose sides are powers of two.
 void DrawPlainFace(GLenum aTarget, IGLPixmap& aPixmap, const Look& aLook) {
   static constexpr GLint kModes[] = {GL_MODULATE, GL_DECAL, GL_BLEND};
   static constexpr GLint kFilters[] = {GL_NEAREST_MIPMAP_NEAREST, GL_LINEAR_MIPMAP_NEAREST,
@@ -66,9 +65,8 @@ void DrawPlainFace(GLenum aTarget, IGLPixmap& aPixmap, const Look& aLook) {
   glTexParameteri(aTarget, GL_TEXTURE_MAG_FILTER, aLook.m_iPixels != 0 ? GL_LINEAR : GL_NEAREST);
   glTexParameteri(aTarget, GL_TEXTURE_MIN_FILTER,
                   kFilters[(aLook.m_iPixels != 0) * 2 + (aLook.m_iMipmaps != 0)]);
-  for (const GLenum wrap : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T}) {
+  for (const GLenum wrap : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T})
     glTexParameteri(aTarget, wrap, aLook.m_iRepeat != 0 ? GL_REPEAT : GL_CLAMP);
-  }
   GLDATA_RGBA4B* pixels;
   int count, width, height;
   aPixmap.AccessPixmapData(&count, &pixels);
@@ -83,7 +81,7 @@ void DrawPlainFace(GLenum aTarget, IGLPixmap& aPixmap, const Look& aLook) {
     if (aTarget == GL_TEXTURE_2D)
       glTexImage2D(aTarget, i, 4, w, h, 0, GL_RGBA, GL_UNSIGNED_BYTE, level.data());
   }
-  glBegin(aTarget == GL_TEXTURE_1D ? GL_QUADS : GL_POLYGON);  // as each kind of face is made of
+  glBegin(aTarget == GL_TEXTURE_1D ? GL_QUADS : GL_POLYGON);  // primitives of the component
   for (int i = 0; i < 4; ++i) {
     glTexCoord2f(kS[i], kT[i]);
     glVertex3dv(&s_aCorners[i].x);
@@ -92,7 +90,7 @@ void DrawPlainFace(GLenum aTarget, IGLPixmap& aPixmap, const Look& aLook) {
   glDisable(aTarget);
 }
 
-/// A face of every look, one beside the other.
+/// Draws a face in each mode, side by side.
 Picture DrawEveryLook(const std::function<void(const Look&)>& aDraw) {
   return DrawPlainGL(8 * 32, 4 * 32, [&] {
     glMatrixMode(GL_PROJECTION);
@@ -105,7 +103,7 @@ Picture DrawEveryLook(const std::function<void(const Look&)>& aDraw) {
   });
 }
 
-/// The calls that some drawing makes, without those that only ask.
+/// Returns the calls of some drawing, without queries.
 std::vector<std::string> CallsOf(const std::function<void()>& aDraw, std::string_view aFamily = "gl") {
   std::vector<std::string> calls;
   DrawPlainGL(8, 8, [&] {
@@ -120,12 +118,12 @@ std::vector<std::string> CallsOf(const std::function<void()>& aDraw, std::string
 
 }  // namespace
 
-TEST(TextureGL, FaceEqualsItsPlainTwinInEveryModeFilterAndWrap) {
+TEST(TextureGL, FaceEqualsPlainGLInEachMode) {
   const auto pixmap = NewPixmap(32, 32), row = NewPixmap(8, 4);
   const auto flat = NewTexture<IGLTexture2D>(pixmap);
   const auto strip = NewTexture<IGLTexture1D>(row);
   const Picture flats = DrawEveryLook([&](const Look& a) { DrawFace(*flat, a); });
-  EXPECT_GT(flats.CountOther(0x000000FF), 4000) << "the faces are seen";
+  EXPECT_GT(flats.CountOther(0x000000FF), 4000) << "the faces are visible";
   EXPECT_EQ(
       Difference(flats, DrawEveryLook([&](const Look& a) { DrawPlainFace(GL_TEXTURE_2D, *pixmap, a); })), 0);
   EXPECT_EQ(Difference(DrawEveryLook([&](const Look& a) { DrawFace(*strip, a); }),
@@ -133,7 +131,7 @@ TEST(TextureGL, FaceEqualsItsPlainTwinInEveryModeFilterAndWrap) {
             0);
 }
 
-TEST(TextureGL, LevelsHalveUntilTheShorterSideIsOne) {
+TEST(TextureGL, LevelsEndAtAShorterSideOfOne) {
   using Sizes = std::vector<std::pair<int, int>>;
   const std::vector<std::uint8_t> pixels(256 * 256 * 4);
   for (const Sizes& sizes :
@@ -150,7 +148,7 @@ TEST(TextureGL, LevelsHalveUntilTheShorterSideIsOne) {
   }
 }
 
-TEST(TextureGL, LevelsAreMadeOnceForEveryImageAndSize) {
+TEST(TextureGL, LevelsAreCreatedOncePerImageAndSize) {
   const auto pixmap = NewPixmap(8, 8);
   const auto texture = NewTexture<IGLTexture2D>(pixmap);
   const auto made = [&] {
@@ -159,14 +157,14 @@ TEST(TextureGL, LevelsAreMadeOnceForEveryImageAndSize) {
   EXPECT_EQ(made(), 3);
   EXPECT_EQ(made(), 0);
   texture->Initialize(pixmap.Get());
-  EXPECT_EQ(made(), 3) << "the way to show changed pixels";
+  EXPECT_EQ(made(), 3) << "the documented way to show changed pixels";
   for (const auto& [width, height, levels] : {std::array{64, 32, 5}, {16, 128, 4}, {1, 1, 0}, {16, 128, 4}}) {
     pixmap->Initialize(width, height, {});
     EXPECT_EQ(made(), levels) << width << " by " << height;
   }
 }
 
-TEST(TextureGL, PixelStoreOfTheHostNeitherShowsNorChanges) {
+TEST(TextureGL, PixelStorageOfTheHostHasNoEffect) {
   constexpr std::pair<GLenum, GLint> kStore[] = {{GL_UNPACK_ALIGNMENT, 8}, {GL_UNPACK_ROW_LENGTH, 99},
                                                  {GL_UNPACK_SKIP_ROWS, 7}, {GL_UNPACK_SKIP_PIXELS, 50000},
                                                  {GL_PACK_ALIGNMENT, 8},   {GL_PACK_ROW_LENGTH, 77},

@@ -1,4 +1,4 @@
-// Windows on an X server: what they ask of it, and what is left when parent, connection or server has gone.
+// Windows on an X server: requests, and the loss of the parent, the connection or the server. Xvfb.
 
 #include <dlfcn.h>
 #include <poll.h>
@@ -8,8 +8,7 @@
 #include "platform/PixelFormat.h"
 #include "platform/RenderingContext.h"
 #include "platform/Window.h"
-#include "support/Test.h"
-#include "support/XServer.h"
+#include "support/ForeignWindow.h"
 
 namespace {
 
@@ -23,7 +22,7 @@ xcb_window_t XidOf(HWND aWindow) {
   return static_cast<xcb_window_t>(reinterpret_cast<std::uintptr_t>(aWindow));
 }
 
-/// So many calls of poll on this thread fail first, as a signal makes them fail.
+/// The next calls of poll on this thread fail, as after a signal.
 thread_local int t_iInterruptions = 0;
 
 class XWindow : public testing::Test {
@@ -60,7 +59,7 @@ extern "C" int poll(pollfd* aFiles, nfds_t aCount, int aTimeout) {
   return -1;
 }
 
-TEST_F(XWindow, CutsCoordinatesToWhatTheServerCanHold) {
+TEST_F(XWindow, LimitsCoordinatesToThoseOfTheServer) {
   const HWND window = Make(0);
   ASSERT_NE(window, nullptr);
   for (const int far : {70000, 32768, -70000}) {
@@ -82,13 +81,13 @@ TEST_F(XWindow, CutsCoordinatesToWhatTheServerCanHold) {
   const HWND child = Make(XidOf(made));
   ASSERT_TRUE(MoveWindow(child, 30000, -30000, 60, 40, FALSE));
   ASSERT_TRUE(GetWindowRect(child, &rect));
-  EXPECT_EQ(rect.left, 62767) << "the sum of two places has more bits";
+  EXPECT_EQ(rect.left, 62767) << "the sum of two positions needs more than 16 bits";
   EXPECT_EQ(rect.bottom, -62728);
   DestroyWindow(child);
   DestroyWindow(made);
 }
 
-TEST_F(XWindow, IsToldOfPaintingAndOfEveryEnd) {
+TEST_F(XWindow, GetsMessagesForPaintingAndItsEnd) {
   const struct {
     const char* name;
     void (*end)(ForeignWindow&, XServer&);
@@ -109,12 +108,12 @@ TEST_F(XWindow, IsToldOfPaintingAndOfEveryEnd) {
     EXPECT_FALSE(GetWindowRect(window, &rect));
     EXPECT_FALSE(MoveWindow(window, 1, 1, 5, 5, FALSE));
     EXPECT_EQ(GetParent(window), nullptr);
-    EXPECT_TRUE(DestroyWindow(window)) << "the record is still to be ended";
-    EXPECT_EQ(g_iDestroyed, 1) << "and told once";
+    EXPECT_TRUE(DestroyWindow(window)) << "the record still exists";
+    EXPECT_EQ(g_iDestroyed, 1) << "one message per window";
   }
 }
 
-TEST_F(XWindow, SwapsWhereASignalInterruptsTheLookAtItsConnection) {
+TEST_F(XWindow, SwapsAfterASignalInterruptsPoll) {
   ForeignWindow parent(100, 100);
   const HWND window = Make(parent.Xid());
   ASSERT_NE(window, nullptr);
@@ -135,7 +134,7 @@ TEST_F(XWindow, SwapsWhereASignalInterruptsTheLookAtItsConnection) {
   DestroyWindow(window);
 }
 
-TEST_F(XWindow, OfAServerThatDiedDoesNotReachItsSuccessor) {
+TEST_F(XWindow, OfALostServerIsNotUsedOnTheNext) {
   ForeignWindow parent(100, 100);
   const HWND former = Make(parent.Xid());
   ASSERT_NE(former, nullptr);

@@ -1,14 +1,12 @@
-// The FIFO lock: a wait that ends without the lock leaves the queue.
+// FifoMutex: a wait that ends without the lock leaves the queue. No display.
 
 #include "platform/FifoMutex.h"
-
-#include <future>
 
 #include "support/Test.h"
 
 using namespace std::chrono_literals;
 
-TEST(FifoMutex, PassesOverAThreadThatNoLongerWaits) {
+TEST(FifoMutex, SkipsAThreadThatStoppedWaiting) {
   FifoMutex mutex(true);
   const auto wait = [&](std::chrono::milliseconds aLongest) {
     auto result = std::async(std::launch::async, [&, aLongest] { return mutex.TryLockFor(aLongest); });

@@ -1,5 +1,5 @@
-// The platform's fonts against FreeType itself: one-bit glyphs, outlines, their solids, styles and the stock
-// font.
+// The platform's fonts compared with FreeType: bitmaps, outlines, solids, styles and the stock font. Plain
+// rendering context.
 
 #include <ft2build.h>
 
@@ -9,25 +9,23 @@
 #include "platform/Text.h"
 #include "platform/linux/fonts/DeviceFont.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 #include "support/TestFolder.h"
 
 namespace {
 
 constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 
-/// A face opened by FreeType alone.
+/// A face opened by FreeType directly.
 class PlainFace {
  public:
   explicit PlainFace(const char* aName, int aWeight = 400) {
     const auto match = FontLibrary::Instance().Match({aName, "sans-serif", aWeight});
-    EXPECT_TRUE(match.has_value()) << "these tests want a font on the system";
+    EXPECT_TRUE(match.has_value()) << "the tests need a font on the system";
     FT_Init_FreeType(&m_pLibrary);
     if (match) FT_New_Face(m_pLibrary, match->m_sFile.c_str(), match->m_iIndex, &m_pFace);
   }
   ~PlainFace() { FT_Done_FreeType(m_pLibrary); }
-  PlainFace(const PlainFace&) = delete;
-  PlainFace& operator=(const PlainFace&) = delete;
+  PlainFace(PlainFace&&) = delete;
 
   FT_Face operator->() const { return m_pFace; }
   FT_Face Get() const { return m_pFace; }
@@ -41,7 +39,7 @@ FT_UInt GlyphOf(const PlainFace& aFace, char16_t aCharacter) {
   return FT_Get_Char_Index(aFace.Get(), aCharacter);
 }
 
-/// The same text by FreeType's one-bit renderer, each glyph at the sum of the advances before it.
+/// Draws the same text with FreeType's one-bit renderer, each glyph at the sum of the previous advances.
 Picture DrawByFreeType(int aWidth, int aHeight, const PlainFace& aFace, const std::u16string& aText, int aX,
                        int aY) {
   Picture picture(aWidth, aHeight);
@@ -77,8 +75,8 @@ TEST(Fonts, DrawsTheOneBitGlyphsOfFreeType) {
   }
 }
 
-// Whatever FreeType covers wholly is lit, what it leaves out is not, in between either may be. No pixel is
-// lit twice, not where a bar crosses the glyph either.
+// Pixels that FreeType covers completely are lit, and pixels outside are not. No pixel is lit twice, not even
+// where a bar crosses the glyph.
 TEST(Fonts, FillsTheOutlinesOfFreeTypeOnce) {
   const PlainFace face("DejaVu Sans");
   FT_Set_Pixel_Sizes(face.Get(), 0, 200);
@@ -107,9 +105,9 @@ TEST(Fonts, FillsTheOutlinesOfFreeTypeOnce) {
   }
 }
 
-// From any side, each visible face of a closed solid looks at the eye: so it survives culling, and a light at
-// the eye leaves none of it dark.
-TEST(Fonts, ExtrudesIntoClosedSolidsThatLightShapes) {
+// From any side, each visible face of a closed solid faces the eye. It therefore survives culling, and a
+// light at the eye leaves no face dark.
+TEST(Fonts, ExtrudesIntoClosedSolids) {
   Picture pictures[2];
   for (const float turn : {0.0f, 50.0f, 130.0f, 180.0f, 260.0f}) {
     for (const bool culled : {false, true}) {
@@ -148,7 +146,7 @@ TEST(Fonts, ExtrudesIntoClosedSolidsThatLightShapes) {
   }
 }
 
-TEST(Fonts, TurnsAndRulesItsText) {
+TEST(Fonts, RotatesAndUnderlinesText) {
   for (const FontKind kind : {FontKind::kRaster, FontKind::kTrueType}) {
     const auto draw = [kind](int aStyle, float aOrientation = 0) {
       return DrawText(160, 64,
@@ -159,7 +157,7 @@ TEST(Fonts, TurnsAndRulesItsText) {
     EXPECT_GT(Difference(draw(0, 90), plain), plain.CountOther(0x000000FF) / 3) << "orientation";
     EXPECT_EQ(Difference(draw(0, 360), plain), 0);
     EXPECT_EQ(Difference(draw(0, NAN), plain), 0);
-    // A bar lies unbroken from the first pen to the last.
+    // A bar is continuous from the first pen position to the last.
     const auto unbroken = [](const Picture& picture, int aFromRow, int aToRow) {
       bool found = false;
       for (int y = aFromRow; y < aToRow; ++y) {
@@ -175,7 +173,7 @@ TEST(Fonts, TurnsAndRulesItsText) {
   }
 }
 
-TEST(Fonts, TakesTheFamilyAndPitchForAFaceThatIsNotThere) {
+TEST(Fonts, SubstitutesAFaceByFamilyAndPitch) {
   const auto draw = [](const char16_t* aFace, int aStyle) {
     return DrawText(160, 64, {.m_szFace = aFace, .m_iStyle = aStyle, .m_iHeight = -30}, u"Will", {20, 20, 0});
   };
@@ -191,7 +189,7 @@ TEST(Fonts, TakesTheFamilyAndPitchForAFaceThatIsNotThere) {
 }
 
 TEST(Fonts, DrawsTheStockFontByWindows1252) {
-  // The cell of each character in the sheet; what the sheet hasn't got shows as '?'.
+  // The cell of each character in the sheet; '?' for characters that the sheet lacks.
   const struct {
     char16_t m_iCharacter;
     unsigned char m_iCell;
@@ -216,7 +214,7 @@ TEST(Fonts, DrawsTheStockFontByWindows1252) {
 
 namespace {
 
-/// Another configuration of fontconfig, for as long as the object stands.
+/// Sets another configuration of fontconfig until the object is destroyed.
 class FontConfiguration {
  public:
   explicit FontConfiguration(const std::string& aFile) {
@@ -227,15 +225,14 @@ class FontConfiguration {
     m_sBefore.empty() ? unsetenv("FONTCONFIG_FILE") : setenv("FONTCONFIG_FILE", m_sBefore.c_str(), 1);
     FontLibrary::Instance().End();
   }
-  FontConfiguration(const FontConfiguration&) = delete;
-  FontConfiguration& operator=(const FontConfiguration&) = delete;
+  FontConfiguration(FontConfiguration&&) = delete;
 
  private:
   const std::string m_sBefore =
       std::getenv("FONTCONFIG_FILE") != nullptr ? std::getenv("FONTCONFIG_FILE") : "";
 };
 
-/// A configuration whose only fonts lie in a folder.
+/// Returns a configuration whose only fonts are in a folder.
 std::string ConfigurationOf(const TestFolder& aFolder) {
   const std::string folder = aFolder.Path().string();
   return aFolder
@@ -247,7 +244,7 @@ std::string ConfigurationOf(const TestFolder& aFolder) {
 
 }  // namespace
 
-TEST(Fonts, NeedNoFileForTheSystemAndTheAtlasKinds) {
+TEST(Fonts, SystemAndAtlasFontsNeedNoFile) {
   const TestFolder folder;
   const FontConfiguration none(ConfigurationOf(folder));
   DrawPlainGL(64, 64, [] {
@@ -261,9 +258,9 @@ TEST(Fonts, NeedNoFileForTheSystemAndTheAtlasKinds) {
   });
 }
 
-// The configuration binds two names, one of Latin letters with marks and one of Cyrillic letters, to faces of
-// the system.
-TEST(Fonts, TakeFacesByUnicodeNames) {
+// The configuration maps two names, one of Latin letters with diacritics and one of Cyrillic letters, to
+// faces of the system.
+TEST(Fonts, FindFacesByUnicodeNames) {
   const FontConfiguration names(GLLIB_SOURCE_DIR "/tests/media/plain-faces.conf");
   const auto draw = [](const char16_t* aFace) {
     return DrawText(160, 64, {.m_szFace = aFace, .m_iHeight = -30}, u"Will", {20, 20, 0});
@@ -274,7 +271,7 @@ TEST(Fonts, TakeFacesByUnicodeNames) {
 
 namespace {
 
-/// A font file's bytes, whose 16-bit numbers a test replaces.
+/// The bytes of a font file; the test replaces 16-bit numbers in it.
 struct FontFile {
   std::vector<std::uint8_t> m_vBytes;
 
@@ -283,7 +280,7 @@ struct FontFile {
     m_vBytes.at(aPlace) = static_cast<std::uint8_t>(aValue >> 8);
     m_vBytes.at(aPlace + 1) = static_cast<std::uint8_t>(aValue);
   }
-  /// Where a table begins, by the directory at the file's start.
+  /// Returns the offset of a table, from the directory at the start of the file.
   std::size_t Table(std::string_view aTag) const {
     std::size_t record = 12;
     while (!std::equal(aTag.begin(), aTag.end(), &m_vBytes.at(record))) record += 16;
@@ -293,7 +290,7 @@ struct FontFile {
 
 }  // namespace
 
-TEST(Fonts, KeepTheBarsOfAHostileFileNearItsText) {
+TEST(Fonts, LimitTheBarsOfADamagedFile) {
   const auto match = FontLibrary::Instance().Match({"DejaVu Sans", "sans-serif", 400});
   ASSERT_TRUE(match.has_value());
   for (const int value : {0x7FFF, -0x8000}) {
@@ -311,7 +308,7 @@ TEST(Fonts, KeepTheBarsOfAHostileFileNearItsText) {
     const auto font = DeviceFont::Create({"", -100, 0, 0, 400, FF_SWISS, false, true, true});
     ASSERT_NE(font, nullptr);
     const GlyphBitmap bitmap = font->Bitmap('A');
-    EXPECT_GT(bitmap.m_iAdvance, 3000) << "the file is in use";
+    EXPECT_GT(bitmap.m_iAdvance, 3000) << "the face is in use";
     EXPECT_LE(bitmap.m_iWidth, 1700) << value;
     EXPECT_GE(bitmap.m_iBottom, -200) << value;
     EXPECT_LE(bitmap.m_iBottom + bitmap.m_iRows, 200) << value;

@@ -1,15 +1,14 @@
-// Where the lines of the log go, and how they get there.
+// Output of the log: levels, file, stderr and line format. No display.
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include "platform/Log.h"
-#include "support/Test.h"
 #include "support/TestFolder.h"
 
 namespace {
 
-/// The log as a process finds it that starts with these variables.
+/// Sets the environment variables of the log. The next log line reads them.
 class LogStart {
  public:
   LogStart(const char* aLevel, const std::string& aFile = "") {
@@ -24,7 +23,7 @@ class LogStart {
   }
 };
 
-/// stderr goes into a pipe while the object stands.
+/// Redirects stderr to a pipe until the object is destroyed.
 class ErrorPipe {
  public:
   ErrorPipe() : m_iBefore(dup(STDERR_FILENO)) {
@@ -69,7 +68,7 @@ std::vector<std::string> LinesOf(const std::string& aText) {
 
 }  // namespace
 
-TEST(LogLevels, WriteWhatTheyNameAndWorse) {
+TEST(LogLevels, IncludeMoreSevereMessages) {
   for (const auto& [level, count] :
        {std::pair{"", 0}, {"off", 0}, {"error", 1}, {"warning", 2}, {"info", 3}, {"debug", 4}, {"loud", 3}}) {
     const ErrorPipe errors;
@@ -78,12 +77,12 @@ TEST(LogLevels, WriteWhatTheyNameAndWorse) {
     const auto lines = LinesOf(errors.Read());
     EXPECT_EQ(std::ssize(lines), count) << level;
     if (std::string_view(level) == "loud") {  // counts as warning, and is reported
-      EXPECT_NE(lines.at(0).find("GLLIB_LOG is \"loud\", which is no level"), std::string::npos);
+      EXPECT_NE(lines.at(0).find("GLLIB_LOG is \"loud\", which is not a level"), std::string::npos);
     }
   }
 }
 
-TEST(LogFile, KeepsTheLinesOfThreadsWholeAndApart) {
+TEST(LogFile, KeepsLinesOfThreadsSeparate) {
   constexpr int kThreads = 8, kLines = 500;
   const TestFolder folder;
   folder.Put("log", std::string_view("before\n"));
@@ -100,7 +99,7 @@ TEST(LogFile, KeepsTheLinesOfThreadsWholeAndApart) {
   for (std::thread& thread : threads) thread.join();
   const auto lines = LinesOf(folder.Get("log"));
   ASSERT_EQ(lines.size(), 1u + kThreads * kLines);
-  EXPECT_EQ(lines[0], "before") << "lines are added to a file that exists";
+  EXPECT_EQ(lines[0], "before") << "lines are appended to an existing file";
   for (std::size_t i = 1; i < lines.size(); ++i) {
     EXPECT_EQ(lines[i].rfind("gllib: info: context ", 0), 0u) << lines[i];
     EXPECT_EQ(std::count(lines[i].begin(), lines[i].end(), '.'), 1) << lines[i];
@@ -108,7 +107,7 @@ TEST(LogFile, KeepsTheLinesOfThreadsWholeAndApart) {
   EXPECT_EQ(errors.Read(), "");
 }
 
-TEST(LogFile, ThatCannotBeOpenedLeavesStderr) {
+TEST(LogFile, FallsBackToStderr) {
   const ErrorPipe errors;
   const LogStart log("error", "/no-such-folder/log");
   WriteOneOfEach();
@@ -128,9 +127,9 @@ TEST(LogLine, IsOneLineOfBoundedLength) {
   EXPECT_LE(lines[0].size(), 1024u);
 }
 
-TEST(LogPipe, ThatNobodyReadsStopsNoThread) {
+TEST(LogPipe, WithoutAReaderBlocksNoThread) {
   ErrorPipe errors;
-  fcntl(STDERR_FILENO, F_SETFL, 0);  // a write would wait
+  fcntl(STDERR_FILENO, F_SETFL, 0);  // a write to a full pipe would wait
   const LogStart log("error");
   for (int line = 0; line < 5000; ++line) LogError("%s", std::string(200, 'z').c_str());
   const std::size_t taken = LinesOf(errors.Read()).size();
@@ -138,7 +137,7 @@ TEST(LogPipe, ThatNobodyReadsStopsNoThread) {
   LogError("after");
   const auto lines = LinesOf(errors.Read());
   ASSERT_EQ(lines.size(), 2u);
-  EXPECT_NE(lines[0].find(std::to_string(5000 - taken) + " lines of the log are lost"), std::string::npos);
+  EXPECT_NE(lines[0].find(std::to_string(5000 - taken) + " log lines are lost"), std::string::npos);
   errors.Close();
-  LogError("to nobody");  // no SIGPIPE
+  LogError("without a reader");  // no SIGPIPE
 }

@@ -1,6 +1,6 @@
-// The registry files when the system fails: every read, write, sync and rename of a change fails in turn, and
-// signals interrupt it. The functions of the C library are replaced in this program and fail where a test
-// asks for it.
+// The registry files when the system fails: each read, write, sync and rename of a change fails in turn, and
+// signals interrupt it. This program replaces functions of the C library, which fail if a test requests it.
+// No display.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -10,7 +10,6 @@
 #include <cerrno>
 
 #include "platform/RegistryBatch.h"
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -19,15 +18,15 @@ using namespace std::chrono_literals;
 
 enum class Call { kRead, kWrite, kSync, kRename };
 
-/// The fault that the calling thread asks for: the m_iTurn-th call fails by m_iError, or writes half.
+/// The fault for the calling thread: the m_iTurn-th call fails with m_iError, or transfers half of the bytes.
 struct Fault {
   Call m_Call = Call::kRead;
-  int m_iTurn = 0;   // counts down; 0 for none
+  int m_iTurn = 0;   // counts down; 0: none
   int m_iError = 0;  // 0: half of the bytes
 };
 thread_local Fault* g_pFault = nullptr;
 
-/// Whether this call is the one. @param aHalf receives whether it is to write half
+/// Returns whether this call fails. @param aHalf receives whether it transfers half of the bytes
 bool Fails(Call aCall, bool& aHalf) {
   Fault* fault = g_pFault;
   aHalf = false;
@@ -83,7 +82,7 @@ class RegistryFaults : public testing::Test {
  protected:
   ~RegistryFaults() override { g_pFault = nullptr; }
 
-  /// Enters a text while a fault is due.
+  /// Writes a value during a fault.
   LSTATUS Enter(Fault aFault = {}) const {
     RegistryBatch batch;
     batch.SetText("New", "text");
@@ -109,7 +108,7 @@ class RegistryFaults : public testing::Test {
 
 }  // namespace
 
-TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOneAndNothingElse) {
+TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOne) {
   const struct {
     Call m_Call;
     int m_iTurn, m_iError;
@@ -117,11 +116,11 @@ TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOneAndNothingElse) {
     bool m_bEntered;
   } cases[] = {
       {Call::kRead, 1, EIO, ERROR_READ_FAULT, false},
-      {Call::kRead, 2, EIO, ERROR_READ_FAULT, false},  // a part of the file has been read
+      {Call::kRead, 2, EIO, ERROR_READ_FAULT, false},  // after a part of the file has been read
       {Call::kRead, 3, EIO, ERROR_READ_FAULT, false},
-      {Call::kRead, 4, EIO, ERROR_READ_FAULT, false},  // at its end
+      {Call::kRead, 4, EIO, ERROR_READ_FAULT, false},  // at the end of the file
       {Call::kRead, 1, EINTR, ERROR_SUCCESS, true},
-      {Call::kRead, 2, 0, ERROR_SUCCESS, true},  // fewer bytes than were asked for
+      {Call::kRead, 2, 0, ERROR_SUCCESS, true},  // fewer bytes than requested
       {Call::kWrite, 1, EIO, ERROR_WRITE_FAULT, false},
       {Call::kWrite, 1, ENOSPC, ERROR_WRITE_FAULT, false},
       {Call::kWrite, 1, EINTR, ERROR_SUCCESS, true},
@@ -131,7 +130,7 @@ TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOneAndNothingElse) {
       {Call::kRename, 1, EIO, ERROR_WRITE_FAULT, false},
       {Call::kRename, 1, EACCES, ERROR_ACCESS_DENIED, false},
       {Call::kSync, 2, EIO, ERROR_WRITE_FAULT, true},  // of the folder: the new file is in place
-      {Call::kSync, 2, EINVAL, ERROR_SUCCESS, true},   // a file system that doesn't sync folders
+      {Call::kSync, 2, EINVAL, ERROR_SUCCESS, true},   // a file system that does not sync folders
   };
   for (const auto& one : cases) {
     SCOPED_TRACE(std::to_string(static_cast<int>(one.m_Call)) + ", turn " + std::to_string(one.m_iTurn) +
@@ -142,8 +141,7 @@ TEST_F(RegistryFaults, LeaveTheOldFileOrTheNewOneAndNothingElse) {
     if (!one.m_bEntered) {
       EXPECT_EQ(Get(), kOthers);
     }
-    EXPECT_NE(Get().find(kOthers.substr(kOthers.find("; kept by hand"))), std::string::npos)
-        << "others' lines stay";
+    EXPECT_NE(Get().find(kOthers.substr(kOthers.find("; kept by hand"))), std::string::npos) << "kept";
     EXPECT_EQ(Files(), "machine.reg ");
   }
 }

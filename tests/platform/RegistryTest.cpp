@@ -1,5 +1,5 @@
-// The registry files: what a registry editor writes is read, what isn't ours stays, a broken file breaks
-// nothing. GLCreateObjectByProgID's reading of the same files agrees.
+// The registry files: files of registry editors are read, other programs' lines are kept, and damaged files
+// are not changed. GLCreateObjectByProgID reads the same values. No display.
 
 #include "platform/Registry.h"
 
@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include "platform/RegistryBatch.h"
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -27,7 +26,7 @@ class Registry : public testing::Test {
     RegCloseKey(key);
     return status;
   }
-  /// A value's type and bytes, as text.
+  /// Returns a value's type and bytes as text.
   static std::string Query(HKEY aRoot, const char* aKey, const char* aName) {
     HKEY key = nullptr;
     if (RegOpenKeyExA(aRoot, aKey, 0, KEY_READ, &key) != ERROR_SUCCESS) return "no key";
@@ -56,7 +55,7 @@ std::string Text(const std::string& aText) { return "1:" + aText + '\0'; }
 
 }  // namespace
 
-TEST_F(Registry, ReadsWhatARegistryEditorWrites) {
+TEST_F(Registry, ReadsFilesOfARegistryEditor) {
   Put(std::string(kHeader) +
       "\r\n; kept in C:\\\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Maker\\GL]\r\n"
       "\"Switch\"=dword:0000000A  \r\n@=\"the \\\"C:\\\\\\\" default\"\r\n"
@@ -66,12 +65,12 @@ TEST_F(Registry, ReadsWhatARegistryEditorWrites) {
   EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, nullptr), Text("the \"C:\\\" default"));
   EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, "Bytes"), "3:ABC");
   EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, "Other"), "no value");
-  EXPECT_EQ(Open(HKEY_LOCAL_MACHINE, "SOFTWARE\\Maker"), ERROR_SUCCESS) << "above a key there is one";
+  EXPECT_EQ(Open(HKEY_LOCAL_MACHINE, "SOFTWARE\\Maker"), ERROR_SUCCESS) << "a parent key exists";
   EXPECT_EQ(Open(HKEY_LOCAL_MACHINE, "SOFTWARE\\Mak"), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(Open(HKEY_CURRENT_USER, "SOFTWARE\\Maker"), ERROR_FILE_NOT_FOUND) << "no file, no keys";
 }
 
-TEST_F(Registry, RefusesABrokenFileAndLeavesItAlone) {
+TEST_F(Registry, RefusesADamagedFileAndKeepsIt) {
   const std::string key = std::string(kHeader) + "[HKEY_CLASSES_ROOT\\A]\r\n";
   for (const std::string& text :
        {std::string("Windows Regis"), std::string("\x7F\x45LF"),
@@ -80,7 +79,7 @@ TEST_F(Registry, RefusesABrokenFileAndLeavesItAlone) {
         key + "\"a\"=dword:123456789", key + "\"a\"=hex:41,4x", key + "\"a\"=hex:41,\\"}) {
     SCOPED_TRACE(text);
     Put(text);
-    const bool readable = text == key + "\"a\"=";  // an unknown type with no data is somebody else's
+    const bool readable = text == key + "\"a\"=";  // an unknown type without data belongs to another program
     EXPECT_EQ(Open(HKEY_CLASSES_ROOT, "A"), readable ? ERROR_SUCCESS : ERROR_BADDB);
     if (readable) continue;
     EXPECT_EQ(Set("B", "x", "y"), ERROR_BADDB);
@@ -88,7 +87,7 @@ TEST_F(Registry, RefusesABrokenFileAndLeavesItAlone) {
   }
 }
 
-TEST_F(Registry, KeepsTheLinesOfOthers) {
+TEST_F(Registry, KeepsLinesOfOtherPrograms) {
   Put(std::string(kHeader) +
       "\r\n; about B\r\n[HKEY_CLASSES_ROOT\\B]\r\n; about x\r\n\"x\"=\"old\"\r\n"
       "\"y\"=hex(7):00,00\r\n\r\n; the end\r\n");
@@ -100,7 +99,7 @@ TEST_F(Registry, KeepsTheLinesOfOthers) {
                 "\"y\"=hex(7):00,00\r\n\r\n; the end\r\n");
 }
 
-TEST_F(Registry, TakesTheUsersClassesBeforeTheMachines) {
+TEST_F(Registry, UserClassesPrecedeThoseOfTheMachine) {
   ASSERT_EQ(Set("Gl.A", "", "machine's"), ERROR_SUCCESS);
   ASSERT_EQ(Set("Gl.AB\\CLSID", "", "neighbour"), ERROR_SUCCESS);
   setenv("GLLIB_REGISTRY_USER", "1", 1);
@@ -110,12 +109,12 @@ TEST_F(Registry, TakesTheUsersClassesBeforeTheMachines) {
   EXPECT_EQ(Query(HKEY_CLASSES_ROOT, "Gl.A", ""), Text("machine's"));
   unsetenv("GLLIB_REGISTRY_USER");
   EXPECT_EQ(Remove("Gl.A"), ERROR_SUCCESS);
-  EXPECT_EQ(Remove("Gl.A"), ERROR_SUCCESS) << "an absent key is no failure";
+  EXPECT_EQ(Remove("Gl.A"), ERROR_SUCCESS) << "an absent key is not an error";
   EXPECT_EQ(Open(HKEY_CLASSES_ROOT, "Gl.A"), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(Query(HKEY_CLASSES_ROOT, "Gl.AB\\CLSID", nullptr), Text("neighbour"));
 }
 
-TEST_F(Registry, OthersSeeAllChangesOfABatchOrNone) {
+TEST_F(Registry, BatchIsVisibleWholeOrNotAtAll) {
   constexpr int kClasses = 14;
   const auto name = [](int i) { return "Gl.Class" + std::to_string(i) + "\\CLSID"; };
   const auto enter = [&](const std::string& text) {
@@ -145,7 +144,7 @@ TEST_F(Registry, OthersSeeAllChangesOfABatchOrNone) {
   writer.join();
 }
 
-TEST_F(Registry, TakesNoRelativeXdgFolder) {
+TEST_F(Registry, IgnoresARelativeXdgFolder) {
   unsetenv("GLLIB_REGISTRY_DIR");
   const std::string before = getenv("HOME") != nullptr ? getenv("HOME") : "";
   for (const auto& [home, user, machine, userFile, machineFile] :

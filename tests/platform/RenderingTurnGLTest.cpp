@@ -1,16 +1,15 @@
-// Turns of the draw threads on Mesa's software renderer, which doesn't bear two contexts at the same time.
+// Turns of the draw threads on Mesa's software renderer, which crashes if two contexts draw at the same time.
+// Headless display.
 
 #include "platform/RenderingTurn.h"
 
-#include "platform/GL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 
-/// A thread that takes a turn and ends it at once.
+/// Takes a turn on another thread, and ends it at once.
 std::future<void> TakeTurn() {
   return std::async(std::launch::async, [] { const RenderingTurn turn; });
 }
@@ -21,12 +20,12 @@ bool Served(const std::future<void>& aTurn, std::chrono::milliseconds aWithin) {
 
 }  // namespace
 
-TEST(RenderingTurn, KeepsOtherThreadsOutOfAFrameUnlessItsThreadWaits) {
+TEST(RenderingTurn, ExcludesOtherThreadsUnlessItsThreadWaits) {
   ContextFixture fixture(16, 16);
   fixture.Frame([&](Scene&) {
     if (std::strstr(reinterpret_cast<const char*>(glGetString(GL_RENDERER)), "llvmpipe") == nullptr) return;
     auto first = TakeTurn();
-    EXPECT_FALSE(Served(first, 50ms)) << "while the painter draws";
+    EXPECT_FALSE(Served(first, 50ms)) << "during the painter";
     auto second = TakeTurn();
     {
       const RenderingBreak others;
@@ -35,6 +34,6 @@ TEST(RenderingTurn, KeepsOtherThreadsOutOfAFrameUnlessItsThreadWaits) {
     }
     auto third = TakeTurn();
     EXPECT_FALSE(Served(third, 50ms)) << "the painter has its turn again";
-    EXPECT_TRUE(Served(third, 10s)) << "no wait is for ever";
+    EXPECT_TRUE(Served(third, 10s)) << "the wait is bounded";
   });
 }

@@ -1,4 +1,4 @@
-// A host's own use of EGL beside the headless display. Surfaces are looked at by every picture of a context.
+// EGL calls of a host beside the headless display. Headless display; host's thread.
 
 #include "platform/DeviceContext.h"
 #include "platform/RenderingContext.h"

@@ -1,11 +1,11 @@
-// Conversion between UTF-16 and 8-bit text.
+// Conversion between UTF-16 and 8-bit text. No display.
 
 #include "platform/Text.h"
 #include "support/Test.h"
 
 namespace {
 
-/// A text as the operations take it.
+/// A text in the form that operations expect.
 const GLWCHAR* Units(const std::u16string& aText) { return reinterpret_cast<const GLWCHAR*>(aText.data()); }
 
 std::string ToBytes(UINT aCodePage, const std::u16string& aText) {
@@ -29,7 +29,7 @@ std::u16string ToWide(UINT aCodePage, const std::string& aBytes) {
 
 }  // namespace
 
-TEST(Text, EveryByteComesBackFromItsCharacter) {
+TEST(Text, EachByteSurvivesARoundTrip) {
   for (const UINT codePage : {UINT{CP_ACP}, UINT{CP_THREAD_ACP}, UINT{1252}}) {
     for (int byte = 0; byte < 256; ++byte) {
       const std::string text(1, static_cast<char>(byte));
@@ -76,14 +76,14 @@ TEST(Text, MalformedUtf8BecomesReplacements) {
     EXPECT_EQ(wide, std::u16string(wide.size(), u'\xFFFD')) << bad.size() << " bytes";
     EXPECT_FALSE(wide.empty());
   }
-  EXPECT_EQ(ToWide(CP_UTF8, "\xE2\x28\xA1"), u"\uFFFD(\uFFFD") << "what follows a broken lead is read again";
+  EXPECT_EQ(ToWide(CP_UTF8, "\xE2\x28\xA1"), u"\uFFFD(\uFFFD") << "only the lead byte is invalid";
 }
 
-TEST(Text, StaysWithinItsBlock) {
+TEST(Text, StaysWithinItsBuffer) {
   BOOL used = FALSE;
   char bytes[5] = "####";
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, Units(u"abc"), -1, bytes, 3, nullptr, nullptr), 0)
-      << "no room for the end";
+      << "no terminator";
   EXPECT_EQ(bytes[3], '#');
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, Units(u"a\u4E2Dc"), -1, bytes, 4, "*", &used), 4);
   EXPECT_STREQ(bytes, "a*c");

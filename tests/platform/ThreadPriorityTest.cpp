@@ -1,4 +1,4 @@
-// Thread priorities: the nearest that the system grants, for one thread alone.
+// Thread priorities on Linux: the nearest that the system permits, for one thread. No display.
 
 #include "platform/ThreadPriority.h"
 #include "support/Test.h"
@@ -6,14 +6,14 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-TEST(ThreadPriority, LowersOneThreadByTheNearestStep) {
+TEST(ThreadPriority, LowersOneThread) {
   struct Case {
     int m_iPriority, m_iNice;
   };
   const int base = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));
   std::thread([&] {
     const DWORD self = ThisThreadNumber();
-    // Each below the one before: that is granted to everybody.
+    // Each priority is lower than the previous one: the system permits this to every process.
     for (const auto [priority, nice] :
          {Case{0, 0}, {-1, 5}, {-2, 10}, {-8, 10}, {-9, 19}, {-15, 19}, {-1000, 19}}) {
       EXPECT_TRUE(SetPriorityOfThread(self, priority)) << priority;

@@ -1,9 +1,8 @@
-// Windows and their procedures: which thread runs one, who waits for it, what the hook sees.
+// Windows and their procedures: threads, waiting callers and the message hook. Scripted display, no GL.
 
 #include "platform/Window.h"
 
 #include "support/ScriptedDisplay.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -13,7 +12,7 @@ using Procedure = std::function<LRESULT(HWND, UINT, LPARAM)>;
 constexpr char kClass[] = "WindowTest";
 Procedure g_Procedure;
 
-/// Registers a class whose procedure a test writes down.
+/// Registers a class whose procedure the test provides.
 class Windows : public testing::Test {
  protected:
   Windows() {
@@ -36,7 +35,7 @@ class Windows : public testing::Test {
   std::shared_ptr<ScriptedDisplay> m_pDisplay = ScriptedDisplay::Set();
 };
 
-/// A procedure that stays in WM_PAINT until it is let go.
+/// A procedure that stays in WM_PAINT until the test releases it.
 struct Held {
   LRESULT operator()(UINT aMessage) {
     if (aMessage != WM_PAINT) return 0;
@@ -50,7 +49,7 @@ struct Held {
 
 }  // namespace
 
-TEST_F(Windows, AreToldOfTheirCreationBeforeItReturnsOnAnotherThread) {
+TEST_F(Windows, GetCreationMessagesOnTheMessageThread) {
   int parameter = 0;
   std::thread::id creator;
   g_Procedure = [&](HWND, UINT message, LPARAM create) -> LRESULT {
@@ -67,10 +66,10 @@ TEST_F(Windows, AreToldOfTheirCreationBeforeItReturnsOnAnotherThread) {
   g_Procedure = [](HWND, UINT message, LPARAM) -> LRESULT { return message == WM_CREATE ? -1 : 0; };
   EXPECT_EQ(Make(), nullptr) << "the procedure may refuse";
   RECT rect{};
-  EXPECT_FALSE(GetWindowRect(m_pDisplay->m_hMade, &rect)) << "and the window goes again";
+  EXPECT_FALSE(GetWindowRect(m_pDisplay->m_hMade, &rect)) << "the refused window is destroyed";
 }
 
-TEST_F(Windows, KeepTheirSizeAtTheEndsOfTheCoordinates) {
+TEST_F(Windows, KeepTheirSizeAtTheLimitsOfCoordinates) {
   for (const int far : {INT_MAX, INT_MIN + 1}) {
     const HWND window =
         CreateWindowExA(0, kClass, "", WS_POPUP, far, far, 60, 40, nullptr, nullptr, nullptr, nullptr);
@@ -83,10 +82,11 @@ TEST_F(Windows, KeepTheirSizeAtTheEndsOfTheCoordinates) {
   }
 }
 
-TEST_F(Windows, KeepTheirUserDataUntilAProcedureElsewhereHasEnded) {
+TEST_F(Windows, KeepTheirUserDataUntilTheProcedureReturns) {
   Held held;
   g_Procedure = [&](HWND window, UINT message, LPARAM) {
-    if (message == WM_PAINT) SetWindowLongPtrA(window, GWLP_USERDATA, 5);  // its own thread doesn't wait
+    if (message == WM_PAINT)
+      SetWindowLongPtrA(window, GWLP_USERDATA, 5);  // the thread of the procedure does not wait
     return held(message);
   };
   const HWND window = Make();
@@ -106,7 +106,7 @@ TEST_F(Windows, KeepTheirUserDataUntilAProcedureElsewhereHasEnded) {
   DestroyWindow(window);
 }
 
-TEST_F(Windows, EndOnTheCallersThreadWhileAProcedureRuns) {
+TEST_F(Windows, CanBeDestroyedWhileTheProcedureRuns) {
   Held held;
   std::thread::id ender;
   g_Procedure = [&](HWND, UINT message, LPARAM) {

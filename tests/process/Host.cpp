@@ -1,6 +1,6 @@
-// A host program, one way of ending or of disturbing its process for each argument. It is linked to the
-// module as other hosts are, returns kIntended from main, and writes a line once it is where the argument
-// says.
+// A host program; the argument selects how its process ends or is disturbed. It is linked to the module as
+// other hosts are, returns kIntended from main, and writes a line when it has reached the state of the
+// argument.
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
@@ -29,7 +29,7 @@ using namespace std::chrono_literals;
 
 constexpr int kIntended = 7, kFailed = 1;
 
-/// Wants a picture of every frame.
+/// Requests a picture of each frame.
 struct Camera final : GLCaptureBase {
   explicit Camera(IGLPixmap* aPicture) : m_pPicture(GLPtr<IGLPixmap>::FromBorrowed(aPicture)) {
     Request(aPicture);
@@ -130,7 +130,7 @@ bool BuildsFonts() {
   return true;
 }
 
-/// The painter gives the last reference back, and main returns while the context ends.
+/// The painter releases the last reference, and main returns while the context ends.
 bool EndsInPainter() {
   static std::promise<void> released;
   static std::atomic_flag once;
@@ -155,7 +155,7 @@ bool ExitsInPainter() {
   return false;
 }
 
-/// A handler that waits for a thread which uses the context: nothing may keep that one.
+/// A handler that waits for a thread that uses the context: that thread must not be blocked.
 bool JoinsAtExit() {
   static Scene& scene = Drawing();
   static std::atomic<bool> stop{false};
@@ -194,7 +194,7 @@ bool ChildEndsWith(const std::function<int()>& aChild, bool aHandlers) {
   return WIFEXITED(status) && WEXITSTATUS(status) == kIntended;
 }
 
-/// What a child finds of its parent's context: every operation refuses at once, and all may be released.
+/// Checks the context in a forked child: each operation fails at once, and all objects can be released.
 int UseInherited(Scene& aScene) {
   IGLContext& context = *aScene.m_pContext;
   const auto snapshot = GLMake<Snapshot>();
@@ -223,7 +223,8 @@ bool Forks() {
   return true;
 }
 
-/// A child may draw if its parent has not, and is refused else: the driver has state of the parent's.
+/// A child may draw if its parent has not drawn. Otherwise it is refused, because the driver has state of the
+/// parent.
 bool DrawsInChild() {
   const auto early = GLCreate<IGLContext>(CLSID_GLContext);
   const auto draw = [] { return Kept(new Scene).ShowsOrange() ? kIntended : kFailed; };
@@ -240,8 +241,8 @@ bool DrawsInChild() {
   return scene.ShowsOrange();
 }
 
-/// A signal that the host blocks after the start and takes by itself must find no thread that lets it
-/// through.
+/// The host blocks a signal after the start, and handles it itself. No thread of the component may consume
+/// it.
 bool WaitsForSignals() {
   Drawing();
   sigset_t wanted;
@@ -270,8 +271,8 @@ bool TerminatesEgl() {
   return eglTerminate(own) == EGL_TRUE && scene.ShowsOrange();
 }
 
-/// With no display of choice: draws without a screen while no server answers, and on the next one in the
-/// parent window that the line names.
+/// With no GLLIB_DISPLAY: draws headless while no server can be reached, and then on the next server, in the
+/// parent window whose number is read from stdin.
 bool OutlivesAnOutage() {
   unsetenv("GLLIB_DISPLAY");
   Scene& scene = Drawing();
@@ -289,7 +290,7 @@ bool OutlivesAnOutage() {
   return scene.ShowsOrange();
 }
 
-/// Draws and moves its window on two threads without a pause until the server has gone.
+/// Draws and moves its window on two threads without a pause until the server ends.
 bool LosesServer() {
   Scene& scene = Drawing();
   std::atomic<bool> stop{false};
@@ -300,13 +301,13 @@ bool LosesServer() {
   AwaitLine();
   stop = true;
   mover.join();
-  (void)scene.m_pContext->Initialize(0);  // with no server it fails
+  (void)scene.m_pContext->Initialize(0);  // fails without a server
   scene.m_pContext.Reset();
   return true;
 }
 
-/// Exits when it is told to, with a context that draws.
-bool DrawsUntilTold() {
+/// Exits on request while a context draws.
+bool DrawsUntilRequested() {
   Drawing();
   Ready();
   AwaitLine();
@@ -315,29 +316,29 @@ bool DrawsUntilTold() {
 
 constexpr struct {
   const char* m_szName;
-  bool (*m_pfnRun)();  // false: something failed
-} kWays[] = {{"created", [] { return bool(Kept(new auto(GLCreate<IGLContext>(CLSID_GLContext)))); }},
-             {"initialised", Initialised},
-             {"drawing", [] { return Drawing(), true; }},
-             {"capturing", Captures},
-             {"selecting", Selects},
-             {"fonts", BuildsFonts},
-             {"ending", EndsInPainter},
-             {"painter", ExitsInPainter},
-             {"joining", JoinsAtExit},
-             {"forks", Forks},
-             {"child-draws", DrawsInChild},
-             {"signals", WaitsForSignals},
-             {"eglterminate", TerminatesEgl},
-             {"outage", OutlivesAnOutage},
-             {"loses-server", LosesServer},
-             {"told", DrawsUntilTold}};
+  bool (*m_pfnRun)();  // false: failed
+} kCases[] = {{"created", [] { return bool(Kept(new auto(GLCreate<IGLContext>(CLSID_GLContext)))); }},
+              {"initialised", Initialised},
+              {"drawing", [] { return Drawing(), true; }},
+              {"capturing", Captures},
+              {"selecting", Selects},
+              {"fonts", BuildsFonts},
+              {"ending", EndsInPainter},
+              {"painter", ExitsInPainter},
+              {"joining", JoinsAtExit},
+              {"forks", Forks},
+              {"child-draws", DrawsInChild},
+              {"signals", WaitsForSignals},
+              {"eglterminate", TerminatesEgl},
+              {"outage", OutlivesAnOutage},
+              {"loses-server", LosesServer},
+              {"until-requested", DrawsUntilRequested}};
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  for (const auto& way : kWays) {
-    if (argc > 1 && std::strcmp(argv[1], way.m_szName) == 0) return way.m_pfnRun() ? Ready() : kFailed;
+  for (const auto& one : kCases) {
+    if (argc > 1 && std::strcmp(argv[1], one.m_szName) == 0) return one.m_pfnRun() ? Ready() : kFailed;
   }
   return kFailed;
 }

@@ -1,4 +1,4 @@
-// What the hosts of these tests draw, and how they see that it is drawn: an orange triangle over the middle.
+// The picture of the hosts of these tests, and its check: an orange triangle over the middle. Any thread.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 #include <functional>
 #include <future>
 
-/// Draws the triangle, then whatever a test wants.
+/// Draws the triangle, and then calls a function of the test.
 struct OrangePainter final : GLPainterBase {
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {
     GLDATA_RGBA orange = {1.0f, 0.4f, 0.0f, 1.0f};
@@ -26,13 +26,13 @@ struct OrangePainter final : GLPainterBase {
   std::function<void(IGLContext&)> m_Extra;  // set before the painter is attached
 };
 
-/// Tells of one picture.
+/// Reports the result of one picture.
 struct Snapshot final : GLCaptureBase {
   HRESULT OnData(LONG aSuccess) noexcept override { return m_Taken.set_value(aSuccess != 0), S_OK; }
   std::promise<bool> m_Taken;
 };
 
-/// Whether a context that draws shows the triangle. @param aPicture is written
+/// Returns whether a context shows the triangle. @param aPicture is overwritten
 inline bool ShowsOrange(IGLContext& aContext, IGLPixmap& aPicture) {
   const auto snapshot = GLMake<Snapshot>();
   snapshot->Request(&aPicture);

@@ -1,5 +1,5 @@
-// What the process of a host lives through: exits at each stage of a context's life, forks, signals, the loss
-// of its X server. Each host is a process of its own. GLLIB_PROCESS_REPEATS raises the number of repeats.
+// The process of a host: exits at each stage of a context's life, forks, signals, and the loss of the X
+// server. Each host runs in a separate process. GLLIB_PROCESS_REPEATS raises the number of repetitions.
 
 #include <signal.h>
 #include <sys/socket.h>
@@ -8,14 +8,13 @@
 
 #include <iostream>
 
-#include "support/Test.h"
-#include "support/XServer.h"
+#include "support/ForeignWindow.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// A program that a test runs, talks to and waits for.
+/// A program that a test runs, communicates with and waits for.
 class Child {
  public:
   Child(const char* aProgram, const char* aArgument) {
@@ -38,7 +37,7 @@ class Child {
     }
     close(m_iSocket);
   }
-  /// Waits for the child's line. @return false when it ends without one
+  /// Waits for a line of the child. @return false if it ends without one
   bool AwaitLine() {
     char c = 0;
     while (read(m_iSocket, &c, 1) == 1 && c != '\n') {
@@ -46,12 +45,12 @@ class Child {
     m_Line = Clock::now();
     return c == '\n';
   }
-  /// Ends a wait of the child for a line.
+  /// Ends the child's wait for a line.
   void Tell(const std::string& aLine = "go") const {
     const std::string line = aLine + "\n";
     (void)!write(m_iSocket, line.data(), line.size());
   }
-  /// Waits for the child's end. @return "exit 7", "signal 11" or "hangs"
+  /// Waits for the child to end. @return "exit 7", "signal 11" or "hangs"
   std::string End() {
     int status = 0;
     if (!Eventually([&] { return waitpid(m_Process, &status, WNOHANG) != 0; })) return "hangs";
@@ -60,7 +59,7 @@ class Child {
     return WIFEXITED(status) ? "exit " + std::to_string(WEXITSTATUS(status))
                              : "signal " + std::to_string(WTERMSIG(status));
   }
-  /// From the child's line to its end.
+  /// Time from the child's line to its end.
   std::chrono::milliseconds ExitTime() const { return m_ExitTime; }
 
  private:
@@ -91,27 +90,27 @@ void ExpectIntendedExits(const char* aWay, int aTimes) {
 
 }  // namespace
 
-TEST(ProcessHeadless, ExitsAtEachStageWithTheIntendedCode) {
+TEST(ProcessHeadless, ExitsAtEachStageWithItsCode) {
   setenv("GLLIB_DISPLAY", "headless", 1);
   for (const char* stage : kStages) ExpectIntendedExits(stage, Repeats());
 }
 
-TEST(ProcessHeadless, LivesThroughForksSignalsAndTheHostsOwnUseOfEgl) {
+TEST(ProcessHeadless, SurvivesForksSignalsAndUseOfEgl) {
   setenv("GLLIB_DISPLAY", "headless", 1);
   for (const char* way : {"forks", "child-draws", "signals", "eglterminate"}) ExpectIntendedExits(way, 1);
 }
 
-TEST(ProcessX11, ExitsAtEachStageWithTheIntendedCode) {
+TEST(ProcessX11, ExitsAtEachStageWithItsCode) {
   const XServer server;
   for (const char* stage : kStages) ExpectIntendedExits(stage, Repeats());
 }
 
-TEST(ProcessX11, LivesThroughForksAndSignals) {
+TEST(ProcessX11, SurvivesForksAndSignals) {
   const XServer server;
   for (const char* way : {"forks", "child-draws", "signals"}) ExpectIntendedExits(way, 1);
 }
 
-TEST(ProcessX11, LivesThroughTheEndOfItsServer) {
+TEST(ProcessX11, SurvivesTheEndOfItsServer) {
   for (int i = 0; i < 2 * Repeats(); ++i) {
     XServer server;
     Child host(GLLIB_HOST_FILE, "loses-server");
@@ -122,13 +121,13 @@ TEST(ProcessX11, LivesThroughTheEndOfItsServer) {
   }
 }
 
-TEST(ProcessX11, FindsTheServerThatComesBack) {
+TEST(ProcessX11, UsesARestartedServer) {
   auto server = std::make_unique<XServer>();
   Child host(GLLIB_HOST_FILE, "outage");
   ASSERT_TRUE(host.AwaitLine());
   server->Kill();
   host.Tell();
-  ASSERT_TRUE(host.AwaitLine()) << "without a server it draws headless";
+  ASSERT_TRUE(host.AwaitLine()) << "draws headless without a server";
   server = std::make_unique<XServer>();
   const ForeignWindow parent(200, 150);
   host.Tell(std::string(std::getenv("DISPLAY")).append(1, ' ').append(std::to_string(parent.Xid())));
@@ -138,7 +137,7 @@ TEST(ProcessX11, FindsTheServerThatComesBack) {
 
 TEST(ProcessX11, ExitsWhileTheServerIsFrozen) {
   XServer server;
-  Child host(GLLIB_HOST_FILE, "told");
+  Child host(GLLIB_HOST_FILE, "until-requested");
   ASSERT_TRUE(host.AwaitLine());
   server.Signal(SIGSTOP);
   host.Tell();
@@ -148,7 +147,7 @@ TEST(ProcessX11, ExitsWhileTheServerIsFrozen) {
 }
 
 #if !GLLIB_SANITIZED
-TEST(ProcessX11, ReloadsTheModuleWithoutLeavingAConnectionOrAThread) {
+TEST(ProcessX11, ReloadsTheModule) {
   const XServer server;
   Child host(GLLIB_RELOAD_FILE, "--gtest_brief=1");
   EXPECT_EQ(host.End(), "exit 0");

@@ -1,5 +1,5 @@
-// A host that loads the module, draws with it, unloads it and loads it again. Nothing of it may stay behind,
-// no thread, no descriptor, no mapping and no font data. GLLIB_PROCESS_REPEATS raises the number of cycles.
+// A host that loads the module, draws, unloads the module and loads it again. No thread, descriptor, mapping
+// or font data may remain. GLLIB_PROCESS_REPEATS raises the number of cycles.
 
 #include <dlfcn.h>
 #include <malloc.h>
@@ -16,8 +16,7 @@ class Loaded {
   ~Loaded() {
     if (m_pModule != nullptr) dlclose(m_pModule);
   }
-  Loaded(const Loaded&) = delete;
-  Loaded& operator=(const Loaded&) = delete;
+  Loaded(Loaded&&) = delete;
 
   explicit operator bool() const { return m_pModule != nullptr; }
   HRESULT CanUnload() const { return reinterpret_cast<HRESULT (*)()>(dlsym(m_pModule, "DllCanUnloadNow"))(); }
@@ -70,7 +69,7 @@ bool IsMapped() {
 
 }  // namespace
 
-TEST(Reload, LeavesNothingOfAModuleThatDrew) {
+TEST(Reload, LeavesNothingAfterDrawing) {
   const long threads = ThreadsOfProcess();
   long descriptors = 0;
   std::size_t heap = 0;
@@ -79,7 +78,7 @@ TEST(Reload, LeavesNothingOfAModuleThatDrew) {
     {
       const Loaded module;
       ASSERT_TRUE(module) << dlerror();
-      EXPECT_EQ(module.CanUnload(), S_OK) << "a module just loaded";
+      EXPECT_EQ(module.CanUnload(), S_OK) << "the module is not used yet";
       EXPECT_TRUE(Draws(module, 64));
       auto second = std::async(std::launch::async, [&] { return Draws(module, 48); });
       EXPECT_TRUE(Draws(module, 32));
@@ -88,19 +87,19 @@ TEST(Reload, LeavesNothingOfAModuleThatDrew) {
     }
     EXPECT_FALSE(IsMapped());
     EXPECT_EQ(ThreadsOfProcess(), threads);
-    if (turn == 0) {  // a driver may keep some of its own
+    if (turn == 0) {  // a driver may keep some
       descriptors = DescriptorsOfProcess();
       heap = mallinfo2().uordblks;
     }
     EXPECT_EQ(DescriptorsOfProcess(), descriptors);
   }
-  // The driver's pools grow a little in the first turns. A font configuration takes 230 kB.
+  // The driver's pools grow a little in the first cycles. A font configuration needs 230 kB.
   constexpr std::size_t kKiB = 1024;
   EXPECT_LT(mallinfo2().uordblks, heap + static_cast<std::size_t>(Cycles()) * 48 * kKiB);
 }
 
-// A host that forgets an object, or the question: the code of the threads stays.
-TEST(Reload, StaysWhileAContextIsLeft) {
+// A host unloads the module while it keeps an object: the code of the threads must stay loaded.
+TEST(Reload, KeepsTheModuleWhileAContextExists) {
   IGLContext* forgotten = nullptr;
   {
     const Loaded module;

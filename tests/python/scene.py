@@ -1,4 +1,4 @@
-"""A headless context with one viewer, for tests: units are pixels / 4, the middle is 0, 0."""
+"""A headless context with one viewer, for tests. Four pixels are one unit, and the middle is 0, 0."""
 
 import gllib
 
@@ -6,7 +6,7 @@ SIZE = 200
 
 
 class Scene:
-    """Ends its context with the block."""
+    """Releases its context at the end of the block."""
 
     def __init__(self, painter=None):
         self.context = gllib.Context()
@@ -28,7 +28,7 @@ class Scene:
         self.context.close()
 
     def picture(self):
-        """A picture of a frame that begins after the call."""
+        """Returns a picture of a frame that begins after the call."""
         return self.capture.request().result(timeout=60)
 
     def wait_for_frames(self, count=2):
@@ -37,7 +37,7 @@ class Scene:
 
 
 class Drawing(gllib.Painter):
-    """Draws by a function; counts its calls and keeps what the function returned last."""
+    """Calls a function to draw. Counts its calls and keeps the function's last result."""
 
     def __init__(self, function):
         self.function = function
@@ -50,7 +50,7 @@ class Drawing(gllib.Painter):
 
 
 def square(canvas, color, x=0, y=0, half=10):
-    """A square of one colour."""
+    """Draws a square of one colour."""
     canvas.set_vertex_color(color)
     canvas.begin_draw_quads()
     for dx, dy in ((-half, -half), (half, -half), (half, half), (-half, half)):
@@ -59,7 +59,7 @@ def square(canvas, color, x=0, y=0, half=10):
 
 
 def references(value):
-    """The reference count of an object of the component, or of one that is written in Python."""
+    """Returns the reference count of an object of the component, or of one written in Python."""
     if isinstance(value, gllib.Object):
         pointer, functions = value._bind(0)
         functions[1](pointer)

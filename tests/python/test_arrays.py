@@ -95,7 +95,7 @@ class Lists(unittest.TestCase):
 
 
 class Pixmaps(unittest.TestCase):
-    def test_array_is_the_store_itself_top_row_first(self):
+    def test_array_is_a_view_of_the_pixels_top_row_first(self):
         pixmap = gllib.Pixmap()
         pixmap.initialize(3, 2, (1, 2, 3, 4))
         pixmap.set_pixel(2, 0, (9, 8, 7, 6))
@@ -107,7 +107,7 @@ class Pixmaps(unittest.TestCase):
         pixmap.make_negative(False)
         self.assertEqual(array[1, 0].tolist(), [205, 195, 185, 80])
 
-    def test_array_keeps_the_pixels_where_they_are(self):
+    def test_array_pins_the_pixels(self):
         pixmap = gllib.Pixmap()
         with self.assertRaises(gllib.BadValue):
             pixmap.array()
@@ -125,7 +125,3 @@ class Pixmaps(unittest.TestCase):
         gc.collect()
         self.assertEqual(references(again), 1)
         again.initialize(400, 400)
-
-
-if __name__ == "__main__":
-    unittest.main()

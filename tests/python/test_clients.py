@@ -1,4 +1,4 @@
-"""Painters, gauges and captures: what they get, what becomes of their exceptions, and what pictures show."""
+"""Painters, gauges and captures: arguments, exceptions and pictures. Headless display."""
 
 import concurrent.futures
 import ctypes
@@ -13,7 +13,7 @@ RED, GREEN = (255, 0, 0, 255), (0, 255, 0, 255)
 
 
 class Painters(unittest.TestCase):
-    def test_arguments_are_good_until_draw_returns(self):
+    def test_arguments_are_valid_until_draw_returns(self):
         seen = []
 
         def draw(canvas, context, viewer):
@@ -33,7 +33,7 @@ class Painters(unittest.TestCase):
             self.assertEqual(seen[3], scene.viewer)
             seen.clear()
 
-    def test_an_exception_is_kept_until_it_is_asked_for(self):
+    def test_an_exception_is_kept_until_it_is_raised(self):
         def draw(*_):
             raise KeyError("first" if painter.calls == 1 else "later")
 
@@ -41,7 +41,7 @@ class Painters(unittest.TestCase):
             painter = Drawing(draw)
             scene.context.attach_painter(painter)
             scene.wait_for_frames()
-            self.assertGreater(painter.calls, 1, "the context goes on drawing")
+            self.assertGreater(painter.calls, 1, "the context continues to draw")
             other.context.raise_pending()
             self.assertEqual(painter.error.args, ("first",))
             with self.assertRaisesRegex(KeyError, "first"):
@@ -50,12 +50,13 @@ class Painters(unittest.TestCase):
             with self.assertRaisesRegex(KeyError, "later"):
                 painter.raise_pending()
             scene.context.detach_painter()
-            painter.report_error = lambda: None  # what it raised since then
+            painter.report_error = lambda: None  # drops later exceptions
 
-    def test_what_an_exception_leaves_open_does_not_harm_the_next_frame(self):
+    def test_an_exception_ends_open_lists_and_stacks(self):
         def draw(canvas, *_):
             found = []
-            for name in (0x0B33, 0x0BA3, 0x0BA4, 0x0BB0):  # the open list; model-view, projection and attribute stack
+            # The open list, and the depths of the model-view, projection and attribute stacks.
+            for name in (0x0B33, 0x0BA3, 0x0BA4, 0x0BB0):
                 number = ctypes.c_int(-1)
                 opengl.glGetIntegerv(name, ctypes.byref(number))
                 found.append(number.value)
@@ -93,7 +94,7 @@ class Painters(unittest.TestCase):
             scene.wait_for_frames()
             fog = scene.context.get_fog()
         gc.collect()
-        self.assertEqual(painter._references, 0, "the context went, and gave its painter back")
+        self.assertEqual(painter._references, 0, "the context has ended and released its painter")
         fog.close()
         with self.assertRaises(RuntimeError):
             painter.raise_pending()
@@ -118,7 +119,7 @@ class Gauges(unittest.TestCase):
 
 
 class Captures(unittest.TestCase):
-    def test_take_a_part_at_a_factor_before_a_colour(self):
+    def test_zoom_of_a_part_with_a_background(self):
         with Scene(Drawing(lambda canvas, *_: square(canvas, (1, 0, 0)))) as scene:
             request = {"x": 90, "y": 70, "width": 20, "height": 20, "zoom": 2, "background": (0, 1, 0)}
             picture = scene.capture.request(**request).result(timeout=60)
@@ -128,7 +129,7 @@ class Captures(unittest.TestCase):
             self.assertIs(scene.capture.request(mine).result(timeout=60), mine)
             self.assertEqual(mine.get_width(), SIZE)
 
-    def test_failures_and_withdrawn_requests_end_the_wait(self):
+    def test_failed_and_cancelled_requests_end_the_wait(self):
         class Listening(gllib.Capture):
             def on_data(self, success):
                 answers.append(success)
@@ -152,7 +153,3 @@ class Captures(unittest.TestCase):
             late = capture.request()
         with self.assertRaises(concurrent.futures.CancelledError):
             late.result(timeout=60)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,4 +1,4 @@
-"""The examples that need no display: what they print and show."""
+"""The Python examples that need no display: output and pictures."""
 
 import base64
 import os
@@ -16,7 +16,7 @@ EXAMPLES = Path(os.environ["GLLIB_SOURCE_DIR"]) / "bindings/python/examples"
 
 
 def pixels_of(data):
-    """The picture in a PNG file, as rows of red, green and blue."""
+    """Returns the pixels of a PNG file, as rows of red, green and blue."""
     image = QImage.fromData(data).convertToFormat(QImage.Format_RGB888)
     rows = numpy.frombuffer(image.constBits().asarray(image.sizeInBytes()), "u1").reshape(image.height(), -1)
     return rows[:, : 3 * image.width()].reshape(image.height(), image.width(), 3).copy()
@@ -40,7 +40,3 @@ class Examples(unittest.TestCase):
             self.assertTrue(0.15 < surface.mean() < 0.8, surface.mean())
             self.assertGreater(len(numpy.unique(picture[surface][:, 0])), 50, "it is shaded")
         self.assertTrue((pictures[0] != pictures[1]).any())
-
-
-if __name__ == "__main__":
-    unittest.main()

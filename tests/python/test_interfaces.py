@@ -1,4 +1,4 @@
-"""What the package and the type library say of the interfaces, against the public headers and the module itself."""
+"""The interfaces of the package and of the type library, compared with the public headers and the module."""
 
 import ctypes
 import enum
@@ -15,7 +15,7 @@ SOURCE = Path(os.environ["GLLIB_SOURCE_DIR"])
 HEADERS = SOURCE / "src/component/include/gllib"
 SIZES = {"long": 4, "LONG": 4, "int": 4, "ULONG": 4, "unsigned int": 4, "std::uint16_t": 2, "float": 4, "double": 8}
 
-# Those of existing hosts. The order of the operations is the type library's; nothing stands between them.
+# Values of existing hosts. The type library gives the order of the operations.
 LAST_SLOTS = {
     "IGLContext": 42, "IGLContext2": 5, "IGLContext12": 4, "IGLContext14_2": 3, "IGLContext14_3": 6,
     "IGLViewer": 41, "IGLViewer2": 4, "IGLCanvas": 50, "IGLCanvas2": 7, "IGLCanvas3": 4, "IGLCanvas13_1": 13,
@@ -26,12 +26,12 @@ LAST_SLOTS = {
 
 
 def text_of(file):
-    """The text of a header or of the type library, without its comments."""
+    """Returns the text of a header or of the type library, without its comments."""
     return re.sub(r"//[^\n]*", "", file.read_text())
 
 
 def header_interfaces():
-    """The operations of each interface with their argument types, in the order of the headers."""
+    """Returns the operations of each interface with their argument types, in the order of the headers."""
     found = {}
     for header in HEADERS.glob("IGL*.h"):
         text = text_of(header)
@@ -44,7 +44,7 @@ def header_interfaces():
 
 
 def pieces(text, mark):
-    """The parts of a text between marks, their types by the type library's names, written in one way."""
+    """Returns the parts of a text between marks, with types in the names and notation of the type library."""
     for name, type_ in ((r"\bLONG\b|std::int32_t", "long"), (r"\bULONG\b", "unsigned long"),
                         ("std::uint16_t", "unsigned short"), ("std::uint8_t", "unsigned char")):
         text = re.sub(name, type_, text)
@@ -53,19 +53,19 @@ def pieces(text, mark):
 
 
 def types_in(text):
-    """Structures and enumerations, which headers and type library write alike."""
+    """Returns structures and enumerations, which headers and type library write in the same way."""
     return {name: pieces(body, ";" if ";" in body else ",")
             for name, body in re.findall(r"(?:struct|enum) (\w+)(?: : int)? \{([^{}]*)\}", text)}
 
 
 class Interfaces(unittest.TestCase):
-    def test_the_type_library_declares_what_the_headers_do(self):
+    def test_the_type_library_declares_the_same_as_the_headers(self):
         library = text_of(SOURCE / "src/component/GLLib.idl")
         found = types_in(library)
         for name, body in re.findall(r"interface (IGL\w+) : IUnknown \{([^}]*)\}", library):
             found[name] = []
             for kind, operation, arguments in re.findall(r"(?:\[prop(get|put)\] )?HRESULT (\w+)\(([^;]*)\);", body):
-                # Without directions; an array goes as the pointer that it is.
+                # Without directions; an array counts as a pointer.
                 arguments = re.sub(r"(\w+)\[\d\]", r"* \1", re.sub(r"\[[a-z, ]+\]", "", arguments))
                 found[name].append((kind + "_" * bool(kind) + operation, pieces(arguments, ",")))
         self.assertEqual(len(found), 27 + 7 + 12, "interfaces, structures and enumerations")
@@ -75,13 +75,13 @@ class Interfaces(unittest.TestCase):
             declared.update(types_in(text_of(header)))
         self.maxDiff = None
         self.assertEqual(found, declared)
-        # The build for Windows reads the classes' identifiers off the comments of their header.
+        # The build for Windows reads the identifiers from the comments of GLClasses.h.
         classes = re.findall(r"uuid\(([-0-9A-F]{36})\)[^\]]*\]\s+coclass (\w+)", library)
         self.assertEqual(len(classes), 14)
         for identifier, name in classes:
             self.assertIn(f"/// {{{identifier}}}\ninline constexpr CLSID CLSID_{name} =", (HEADERS / "GLClasses.h").read_text())
 
-    def test_operations_stand_in_the_slots_of_the_headers(self):
+    def test_operations_have_the_slots_of_the_headers(self):
         headers = header_interfaces()
         self.assertEqual(headers.keys(), LAST_SLOTS.keys())
         for name, operations in headers.items():
@@ -101,7 +101,7 @@ class Interfaces(unittest.TestCase):
                     self.assertEqual(ctypes.sizeof(kind), size, f"{operation}: {argument}")
                     self.assertEqual(written in ("float", "double"), kind in (ctypes.c_float, ctypes.c_double), argument)
 
-    def test_all_classes_answer_to_their_interfaces(self):
+    def test_all_classes_have_their_interfaces(self):
         classes = [getattr(gllib, name) for name in gllib.__all__]
         classes = [c for c in classes if inspect.isclass(c) and issubclass(c, gllib.Object) and c.CLASS_ID]
         self.assertEqual(len(classes), 14)
@@ -126,7 +126,3 @@ class Interfaces(unittest.TestCase):
                 if inspect.isclass(cls) and issubclass(cls, gllib.Object)
                 for name, value in vars(cls).items() if inspect.isfunction(value) and name[0] != "_" and not value.__doc__]
         self.assertEqual(bare, [])
-
-
-if __name__ == "__main__":
-    unittest.main()

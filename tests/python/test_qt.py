@@ -1,4 +1,4 @@
-"""The example that picks in a PyQt window, with a mouse that Qt moves and a screen that Qt reads."""
+"""The PyQt example that picks, with a mouse that Qt moves and a screen that Qt reads. Xvfb."""
 
 import os
 import subprocess
@@ -11,7 +11,7 @@ sys.path.insert(0, str(Path(os.environ["GLLIB_SOURCE_DIR"]) / "bindings/python/e
 
 
 class Picking(unittest.TestCase):
-    """In an X server of its own, whose only client this process is: the display of a process is chosen once."""
+    """Runs in a separate X server, whose only client is this process: a process selects its display once."""
 
     @classmethod
     def setUpClass(cls):
@@ -32,7 +32,7 @@ class Picking(unittest.TestCase):
         cls.example = picking_qt
 
     def settle(self, condition):
-        """Runs the event loop until a condition holds, for a minute at most."""
+        """Runs the event loop until a condition is true, for at most a minute."""
         end = time.monotonic() + 60
         while not condition() and time.monotonic() < end:
             self.application.processEvents()
@@ -40,7 +40,7 @@ class Picking(unittest.TestCase):
         self.assertTrue(condition())
 
     def pixel(self, scene, place):
-        """What the screen shows at a place of the widget."""
+        """Returns the pixel of the screen at a place of the widget."""
         color = self.application.primaryScreen().grabWindow(int(scene.winId())).toImage().pixelColor(place)
         return color.red(), color.green(), color.blue()
 
@@ -65,13 +65,9 @@ class Picking(unittest.TestCase):
         before = scene.eye.get_matrix6d()
         QTest.mousePress(scene, Qt.LeftButton, pos=middle)
         moved = QMouseEvent(QEvent.MouseMove, middle + QPoint(40, 10), Qt.NoButton, Qt.LeftButton, Qt.NoModifier)
-        self.application.sendEvent(scene, moved)  # QTest moves the cursor alone, with no button down
+        self.application.sendEvent(scene, moved)  # QTest moves only the cursor, without a button
         QTest.mouseRelease(scene, Qt.LeftButton, pos=middle + QPoint(40, 10))
-        self.assertEqual(window.statusBar().currentMessage(), "nothing", "a drag is no click")
+        self.assertEqual(window.statusBar().currentMessage(), "nothing", "a drag is not a click")
         self.assertNotEqual(scene.eye.get_matrix6d(), before)
         window.close()
         scene.model.raise_pending()
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,6 +1,5 @@
 # Builds the packages, unpacks them, and builds and runs hosts with the unpacked files only: with CMake, with pkg-config,
-# and from the compiler's command line. The Python host of bindings/python/README.md runs from
-# its package.
+# and from the compiler's command line. The Python host of bindings/python/README.md runs from its package.
 # Run with -DBUILD=... -DSOURCE=... -DLIBDIR=... -DWORK=... -DCXX=... [-DPYTHON=...]
 
 file(REMOVE_RECURSE ${WORK})
@@ -12,9 +11,9 @@ function(run)
   endif()
   set(output "${output}" PARENT_SCOPE)
 endfunction()
-function(expect pattern what)
-  if(NOT output MATCHES "${pattern}")
-    message(FATAL_ERROR "${what}: ${output}")
+function(expect text pattern what)
+  if(NOT text MATCHES "${pattern}")
+    message(FATAL_ERROR "${what}: ${text}")
   endif()
 endfunction()
 
@@ -30,13 +29,9 @@ foreach(package ${packages})
   set(depends_${package} "${output}")
   run(dpkg-deb --extract ${file} ${WORK}/root)
 endforeach()
-set(output "${depends_libgllib1}")
-expect("libegl1.*libfreetype6.*libxcb1" "what libgllib1 depends on")
-set(output "${depends_libgllib-dev}")
-expect("^libgllib1 \\(= 1" "what libgllib-dev depends on")
-
-set(output "${depends_gllib-glview}")
-expect("libgllib1 \\(= 1.*libassimp5" "what gllib-glview depends on")
+expect("${depends_libgllib1}" "libegl1.*libfreetype6.*libxcb1" "dependencies of libgllib1")
+expect("${depends_libgllib-dev}" "^libgllib1 \\(= 1" "dependencies of libgllib-dev")
+expect("${depends_gllib-glview}" "libgllib1 \\(= 1.*libassimp5" "dependencies of gllib-glview")
 
 set(prefix ${WORK}/root/usr)
 set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
@@ -47,15 +42,14 @@ run(sh -c "cd ${WORK} && cp ${SOURCE} host.cpp && ${CXX} host.cpp $(pkg-config -
 set(ENV{LD_LIBRARY_PATH} ${prefix}/${LIBDIR})
 foreach(host build/by_package build/by_pkg_config host)
   run(${WORK}/${host})
-  expect("^255 102 0\n$" ${host})
+  expect("${output}" "^255 102 0\n$" ${host})
 endforeach()
 if(PYTHON)
-  set(output "${depends_python3-gllib}")
-  expect("libgllib1 \\(= 1.*python3 " "what python3-gllib depends on")
+  expect("${depends_python3-gllib}" "libgllib1 \\(= 1.*python3 " "dependencies of python3-gllib")
   unset(ENV{GLLIB_MODULE})
   set(ENV{PYTHONPATH} ${prefix}/lib/python3/dist-packages)
   run(${PYTHON} -B ${prefix}/share/doc/python3-gllib/examples/triangle.py)
-  expect("^255 102 0\n$" triangle.py)
+  expect("${output}" "^255 102 0\n$" triangle.py)
 endif()
 
 # The tool finds its module relative to its own location.
@@ -63,7 +57,7 @@ unset(ENV{LD_LIBRARY_PATH})
 set(ENV{GLLIB_REGISTRY_DIR} ${WORK}/registry)
 run(${prefix}/bin/gllib-register)
 file(READ ${WORK}/registry/machine.reg output)
-expect("InprocServer32]\r?\n@=\"[^\"]*/root/usr/${LIBDIR}/libgllib.so.1" "the module that was registered")
+expect("${output}" "InprocServer32]\r?\n@=\"[^\"]*/root/usr/${LIBDIR}/libgllib.so.1" "the registered module")
 
 # A toolkit host from the sources in the package. The viewer runs, and finds its module relative to its own location.
 run(${CMAKE_COMMAND} -S ${prefix}/share/doc/libgllib-dev/examples -B ${WORK}/hosts -DGLLIB_GLVIEW=OFF

@@ -1,6 +1,4 @@
-// The rows of the context's own operations.
-
-#include <gllib/IGLFont.h>
+// Table rows: operations of the context.
 
 #include "situations/Operations.h"
 
@@ -31,7 +29,7 @@ HRESULT ListMembers(Stage& s) {
       {s.context->EnumViewers(all.Get()), s.context->EnumLights(all.Get()), s.context->EnumFonts(all.Get())});
 }
 
-/// Makes a font by a creator, and destroys it.
+/// Creates a font, and destroys it.
 template <bool kCounted, class Create>
 HRESULT MakeFont(Stage& s, Create aCreate) {
   IGLFont* font = nullptr;

@@ -1,12 +1,5 @@
-// The rows of what draws: out of sight, with all stacks and states set back, so that the pass stays what it
-// is.
-
-#include <gllib/IGLBitmap.h>
-#include <gllib/IGLDrawAttr.h>
-#include <gllib/IGLFont.h>
-#include <gllib/IGLMaterial.h>
-#include <gllib/IGLTexture1D.h>
-#include <gllib/IGLTexture2D.h>
+// Table rows: operations that draw. They draw out of view and restore stacks and state, so that the pass does
+// not change.
 
 #include "situations/Operations.h"
 

@@ -5,11 +5,10 @@
 
 #include <initializer_list>
 #include <span>
-#include <tuple>
 
 #include "situations/Stage.h"
 
-/// The columns: from where an operation is called. kInOthers... are callbacks of another context.
+/// The columns: callers of an operation. kInOthers... are callbacks of another context.
 enum Situation : unsigned {
   kInFrame,
   kInCapture,
@@ -33,16 +32,17 @@ constexpr unsigned In(std::initializer_list<Situation> aSituations) {
 constexpr unsigned kNowhere = 0;
 constexpr unsigned kOnOwnThread =
     In({kInFrame, kInCapture, kInPick, kInGauge, kInOpenList, kInTask, kInOnData});
-/// Outside of any pass of the context.
+/// Callers outside a pass of the context.
 constexpr unsigned kWithoutGL = In({kInTask, kInOnData, kInOthersFrame, kInOthersCapture});
 
 struct Operation {
   const char* m_szName;
   HRESULT (*m_pfnRun)(Stage&);
-  unsigned m_uRefused = kNowhere;  ///< the columns that answer E_GL_BADSTATE; in the teardown each may
+  unsigned m_uRefused =
+      kNowhere;  ///< columns that return E_GL_BADSTATE; during the teardown each operation may
 };
 
-/// The first result that isn't S_OK.
+/// Returns the first result that is not S_OK.
 inline HRESULT All(std::initializer_list<HRESULT> aResults) {
   for (const HRESULT result : aResults) {
     if (result != S_OK) return result;
@@ -50,7 +50,7 @@ inline HRESULT All(std::initializer_list<HRESULT> aResults) {
   return S_OK;
 }
 
-/// Calls getters of an object, each with variables of its own. @return the first result that isn't S_OK
+/// Calls getters of an object, each with separate variables. @return the first result that is not S_OK
 template <class Interface, class... Args>
 HRESULT Read(Interface& aObject, HRESULT (Interface::*aGetter)(Args*...) noexcept) {
   std::tuple<Args...> values{};
@@ -60,13 +60,14 @@ template <class Interface, class First, class... Getters>
 HRESULT Read(Interface& aObject, First aFirst, Getters... aGetters) {
   return All({Read(aObject, aFirst), Read(aObject, aGetters)...});
 }
-/// The place of a value that lives to the end of the expression.
+/// Returns the address of a value that lives until the end of the expression.
 template <class T>
 T* At(T&& aValue) {
   return &aValue;
 }
 
-/// What changes settings, or nothing: after it a context is as after a call between two frames.
+/// Operations that change settings, or nothing. After them a context is the same as after a call between two
+/// frames.
 std::span<const Operation> ContextOperations();
-/// What draws: out of sight, and with everything set back.
+/// Operations that draw. They draw out of view and restore everything.
 std::span<const Operation> DrawingOperations();

@@ -1,25 +1,23 @@
-// Every operation, called from every callback that can reach it. The reference is the same operation, called
-// while no pass runs.
+// Each operation, called from each callback that can reach it, compared with a call while no pass runs.
+// Headless display.
 
 #include <EGL/egl.h>
 #include <unistd.h>
 
 #include <csignal>
 
-#include "platform/GL.h"
 #include "situations/Operations.h"
-#include "support/Test.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kLongestCall(GLLIB_SANITIZED != 0 ? 10 : 1);
-constexpr unsigned kHang = 60;  // seconds
+constexpr unsigned kTimeLimit = 60;  // seconds
 constexpr const char* kNames[kSituations] = {"Frame", "Capture", "Pick",        "Gauge",         "OpenList",
                                              "Task",  "OnData",  "OthersFrame", "OthersCapture", "Teardown"};
 
-/// Ends the process with the name of an operation that hangs, unless another one begins in time.
+/// Ends the process with the name of an operation that hangs, unless the next one begins in time.
 void Watch(const std::string& aName) {
   static std::string s_Name;
   s_Name = "hangs: " + aName + '\n';
@@ -27,10 +25,10 @@ void Watch(const std::string& aName) {
     (void)!write(STDERR_FILENO, s_Name.data(), s_Name.size());
     std::abort();
   });
-  alarm(kHang);
+  alarm(kTimeLimit);
 }
 
-/// What a callback finds current, and has to find again.
+/// State that a callback finds, and must find again after the call.
 struct Found {
   EGLContext context = EGL_NO_CONTEXT;
   std::array<GLint, 6> values{};
@@ -48,7 +46,7 @@ struct Found {
   }
 };
 
-/// One call of an operation, made on the thread of the situation.
+/// One call of an operation, on the thread of the situation.
 struct Call {
   void Make(const Operation& aOperation, Stage& aStage) {
     before = Found::Now();
@@ -65,7 +63,7 @@ struct Call {
   Found before, after;
 };
 
-/// What comes after an operation.
+/// Results after an operation.
 struct Aftermath {
   Settings settings;
   Outcome frame, capture, pick;
@@ -86,7 +84,7 @@ void ExpectSame(const Outcome& aFound, const Outcome& aWanted, const char* aWhat
   EXPECT_EQ(aFound.error, aWanted.error) << "GL's error in " << aWhat;
 }
 
-/// A painter whose end, in that of its context, calls the context once more.
+/// A painter that calls the context once more while the context ends.
 class Farewell final : public GLPainterBase {
  public:
   explicit Farewell(std::function<void()> aCall) : m_Call(std::move(aCall)) {}
@@ -110,7 +108,7 @@ class Situations : public testing::TestWithParam<Situation> {
     m_BasePass = Pass([](Stage&) {});
   }
 
-  /// A pass of the situation, in which a function is called. @return what it drew, captured or found
+  /// Runs a pass of the situation, in which a function is called. @return its picture and identifiers
   Outcome Pass(std::function<void(Stage&)> aCall) {
     if (GetParam() == kInTeardown) return Teardown(aCall);
     Stage& stage = *m_Stage;
@@ -127,7 +125,8 @@ class Situations : public testing::TestWithParam<Situation> {
     return place == Place::kCapture || place == Place::kOnData ? calling.Capture() : calling.Frame();
   }
 
-  /// The end of a context, in which its painter's destructor calls. @return the next frame of another one
+  /// Ends a context, in which its painter's destructor makes a call. @return the next frame of another
+  /// context
   Outcome Teardown(const std::function<void(Stage&)>& aCall) {
     auto ending = std::make_unique<Stage>();
     IGLContext* const last = ending->context.Detach();
@@ -158,9 +157,8 @@ class Situations : public testing::TestWithParam<Situation> {
     CheckCall(call, IsRefused(aOperation) ? E_GL_BADSTATE : S_OK);
     if (GetParam() == kInTeardown) return;
     const Aftermath after = After(*m_Stage);
-    for (std::size_t i = 0; i < wanted.settings.size(); ++i) {
+    for (std::size_t i = 0; i < wanted.settings.size(); ++i)
       EXPECT_EQ(after.settings[i].second, wanted.settings[i].second) << wanted.settings[i].first;
-    }
     ExpectSame(after.frame, wanted.frame, "the next frame");
     ExpectSame(after.capture, wanted.capture, "the next capture");
     ExpectSame(after.pick, wanted.pick, "the next pick");

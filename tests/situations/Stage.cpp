@@ -1,12 +1,10 @@
-// Stage: the scene, its callbacks, and what its getters answer.
+// Stage: the scene, its callbacks, and the values of its getters.
 
 #include "situations/Stage.h"
 
 #include <stdexcept>
 
 #include "context/GLContext.h"
-#include "platform/GL.h"
-#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 namespace {
@@ -41,7 +39,7 @@ class CallingTask final : public PEvent {
 
 }  // namespace
 
-/// Drawn after the painter: ends the pass over the viewer.
+/// Drawn after the painter, at the end of the viewer pass.
 class Stage::Gauge final : public GLViewerGaugeBase {
  public:
   explicit Gauge(Stage& aStage) : m_Stage(aStage) {}
@@ -61,7 +59,7 @@ class Stage::Gauge final : public GLViewerGaugeBase {
   Stage& m_Stage;
 };
 
-/// Tells the stage when its scene is drawn for a picture.
+/// Tells the stage that its scene is drawn for a picture.
 class Stage::Picturing final : public TestCapture {
  public:
   explicit Picturing(Stage& aStage) : m_Stage(aStage) {}
@@ -99,7 +97,7 @@ Stage::Stage() {
   capture = GLPtr<TestCapture>::FromBorrowed(GLMake<Picturing>(*this).Get());
   capture->request = {.m_fZoom = 2, .m_sBackground = {0.1f, 0.3f, 0.1f, 1}};
   Reset();
-  Frame();  // some drivers learn of a window's size at the end of a frame
+  Frame();  // some drivers apply a window's size only at the end of a frame
 }
 
 Stage::~Stage() { context.Reset(); }
@@ -136,15 +134,14 @@ void Stage::Reset() {
   viewer->SetOrthoExtents(&low, &high);
   viewer->SetOrtho(1);
   viewer->Show(1);
-  GLPtr<IGLCoord> eye;
-  viewer->GetCoord(eye.Put());
+  const auto eye = EyeOf(*viewer);
   eye->ResetRotation();
   eye->SetOrigin3d(0, 0, 50);
   canvas.As<IGLCanvas13_1>()->SetSelectionMode(0);
   canvas.As<IGLCanvas13_1>()->ClearTransparentTriangles();
 }
 
-// Of the viewers and lights only the stage's own stay.
+// Only the stage's own viewers and lights remain.
 void Stage::ForgetMembers() {
   const auto members = GLCreate<IGLCollection>(CLSID_GLCollection);
   context->EnumViewers(members.Get());
@@ -179,14 +176,14 @@ void Stage::CallAt(Place aPlace) {
 void Stage::Task(std::function<void()> aCall) {
   std::atomic<bool> done{false};
   static_cast<GLContext&>(*context).PostTask(new CallingTask(this, [&] { aCall(), done = true; }));
-  EXPECT_TRUE(Eventually([&] { return done.load(); })) << "no task";
+  EXPECT_TRUE(Eventually([&] { return done.load(); })) << "the task did not run";
 }
 
 Outcome Stage::Frame() {
   m_uError = 0;
   m_bWanted = true;
   context.As<IGLContext2>()->TriggerDrawThread();
-  EXPECT_TRUE(Eventually([&] { return !m_bWanted; })) << "no frame";
+  EXPECT_TRUE(Eventually([&] { return !m_bWanted; })) << "no frame was drawn";
   return {std::exchange(m_Picture, Picture()), {}, m_uError};
 }
 
@@ -195,24 +192,19 @@ Outcome Stage::Capture() {
   capture->answer = -1;
   capture->Request(capture->target.Get(), capture->request);
   context.As<IGLContext2>()->TriggerDrawThread();
-  EXPECT_TRUE(Eventually([&] { return capture->answer != -1; })) << "no capture";
-  EXPECT_EQ(capture->answer, 1) << "the capture fails";
+  EXPECT_TRUE(Eventually([&] { return capture->answer != -1; })) << "no capture was taken";
+  EXPECT_EQ(capture->answer, 1) << "the capture failed";
   return {PictureOf(*capture->target), {}, m_uError};
 }
 
 Outcome Stage::Pick() {
   m_uError = 0;
-  GLDATA_POINT first{-0.95, -0.95, 0}, second{0.95, 0.95, 0};
-  int size = 16;
-  Outcome outcome;
-  outcome.ids.resize(16);
-  EXPECT_EQ(context->Select(viewer.Get(), &first, &second, 0, 1, &size, outcome.ids.data()), S_OK);
-  outcome.ids.resize(static_cast<std::size_t>(size));
-  outcome.error = m_uError;
-  return outcome;
+  const Selection got = ::Pick(*context, *viewer, {-0.95, -0.95, 0}, {0.95, 0.95, 0}, false, true, 16);
+  EXPECT_EQ(got.result, S_OK);
+  return {Picture(), got.ids, m_uError};
 }
 
-// First the list, then the call, then everything else: what the call does to the pass shows.
+// The list, then the call, then everything else, so that effects of the call on the pass are visible.
 void Stage::Draw(Scene& aScene) {
   IGLCanvas& drawn = aScene.Canvas();
   GLint mode = GL_RENDER;
@@ -227,7 +219,7 @@ void Stage::Draw(Scene& aScene) {
     drawn.EndCompileList();
   }
   GLDATA_POINT outside{1e4, 0, 0};
-  for (const auto& text : {font, system}) text->Print(m_Text, &outside);  // built with no list open
+  for (const auto& text : {font, system}) text->Print(m_Text, &outside);  // built while no list is open
   int open = 0;
   if (listed) drawn.BeginCompileList(&open);
   DrawFirst(drawn, true);
@@ -314,10 +306,8 @@ Settings Stage::Read() {
   viewer->GetOrthoExtents(&low, &high);
   for (const double value : {low.x, low.y, low.z, high.x, high.y, high.z})
     settings.emplace_back("extents", value);
-  GLPtr<IGLCoord> eye;
   GLDATA_MATRIX6D at{};
-  viewer->GetCoord(eye.Put());
-  eye->GetMatrix6d(&at);
+  EyeOf(*viewer)->GetMatrix6d(&at);
   for (const double value : {at.x, at.y, at.z, at.m_dAngleX, at.m_dAngleY, at.m_dAngleZ})
     settings.emplace_back("eye", value);
   return settings;

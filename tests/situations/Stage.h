@@ -3,13 +3,7 @@
 
 #pragma once
 
-#include <gllib/GLLibHost.h>
-
-#include <atomic>
-#include <functional>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "support/Picture.h"
 #include "support/Scene.h"
@@ -17,15 +11,15 @@
 /// Where the function is called.
 enum class Place : int { kNowhere, kFrame, kCapture, kPick, kGauge, kOpenList, kOnData };
 
-/// What a pass gave.
+/// Results of a pass.
 struct Outcome {
   Picture picture;
   std::vector<ULONG> ids;
-  unsigned error = 0;  ///< GL's
+  unsigned error = 0;  ///< of GL
   friend bool operator==(const Outcome&, const Outcome&) = default;
 };
 
-/// Everything that getters of a context and its parts answer, by name.
+/// Returns all values that getters of a context and its parts return, by name.
 using Settings = std::vector<std::pair<std::string_view, double>>;
 
 class Stage {
@@ -34,19 +28,18 @@ class Stage {
 
   Stage();
   ~Stage();
-  Stage(const Stage&) = delete;
-  Stage& operator=(const Stage&) = delete;
+  Stage(Stage&&) = delete;
 
-  /// Sets everything back that an operation may have changed.
+  /// Restores everything that an operation may have changed.
   void Reset();
-  /// Has a function called once, at a place of a pass to come.
+  /// Requests one call of a function, at a place of a later pass.
   void Arm(Place aPlace, std::function<void()> aCall);
   /// Runs a function as a task of the draw thread, and waits for it.
   void Task(std::function<void()> aCall);
-  /// Goes back to drawing on request, and attaches its own capture.
+  /// Draws on request again, and attaches the stage's capture.
   void Control();
 
-  // The passes. Each waits for its end, at most ten seconds.
+  // The passes. Each waits for its end, for at most ten seconds.
   Outcome Frame();
   Outcome Capture();
   Outcome Pick();
@@ -55,7 +48,7 @@ class Stage {
 
   GLPtr<IGLContext> context = GLCreate<IGLContext>(CLSID_GLContext);
   GLPtr<IGLCanvas> canvas;
-  GLPtr<IGLViewer> viewer, spare;  ///< the visible one, and a hidden one
+  GLPtr<IGLViewer> viewer, spare;  ///< the visible viewer, and a hidden one
   GLPtr<IGLLight> light;
   GLPtr<IGLFog> fog;
   GLPtr<IGLFont> font, system;  ///< both printed in every pass

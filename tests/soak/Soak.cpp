@@ -1,28 +1,25 @@
-// The soak: two hosts that stay and two places where hosts come and go, for as long as is asked.
-// After a tenth of the time and at its end the guests are gone, and what the process then holds is compared.
-//
-//   soak [seconds]      120 without an argument
+// The soak test: two hosts that stay and two threads with hosts that come and go. After a tenth of the time,
+// and at the end, those hosts have ended, and the memory, threads and descriptors of the process are
+// compared.
+//   soak [seconds]      default: 120
 
 #include <malloc.h>
-
-#include <climits>
 
 #include "support/Counting.h"
 #include "support/ProcessState.h"
 #include "support/RichScene.h"
-#include "support/Test.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kSide = 128, kRoundsOfAGuest = 50;
+constexpr int kSide = 128, kShortLife = 50;
 
 std::atomic<int> g_iFailures{0};
 
-/// A host that uses all of the component: one context with viewers, lights, fog, clip planes, fonts,
-/// textures, lists and captures. It doesn't select: Mesa's software driver keeps some kilobytes of each
-/// selection for ever, by plain GL too. The thread that makes it calls Round, again and again.
+/// A host that uses all parts of the component: one context with viewers, lights, fog, clip planes, fonts,
+/// textures, lists and captures. It makes no selections: Mesa's software driver leaks some kilobytes per
+/// selection, also with plain GL. One thread creates it and calls Round repeatedly.
 class Host {
  public:
   Host() : m_Drawn([this](Scene& scene) { Draw(scene); }, kSide, kSide) {
@@ -38,10 +35,9 @@ class Host {
     m_Drawn.context->DetachCapture();
     m_Drawn.context->DetachPainter();
   }
-  Host(const Host&) = delete;
-  Host& operator=(const Host&) = delete;
+  Host(Host&&) = delete;
 
-  /// Things come, change and go while the draw thread draws.
+  /// Creates, changes and destroys parts while the draw thread draws.
   void Round(int aRound) {
     IGLContext& context = *m_Drawn.context;
     GLPtr<IGLFog> fog;
@@ -78,7 +74,7 @@ class Host {
   FreeContext m_Drawn;
 };
 
-/// Hosts that live at the same time as the object, two threads of them.
+/// Two threads with hosts that come and go, until the object is destroyed.
 class Hosts {
  public:
   explicit Hosts(int aRounds) {
@@ -101,19 +97,19 @@ class Hosts {
   std::vector<std::thread> m_Threads;
 };
 
-/// What the process holds, the driver included.
+/// Memory, threads and descriptors of the process, including the driver's.
 struct Sample {
   double m_dMegabytes;
   long m_iThreads, m_iDescriptors;
 };
 
-/// Lives for a while beside guests. @return what is held once they are gone
-Sample LiveWithGuests(double aSeconds) {
+/// Runs for a while beside other hosts. @return what the process holds after those have ended
+Sample RunWithOthers(double aSeconds) {
   {
-    const Hosts guests(kRoundsOfAGuest);
+    const Hosts others(kShortLife);
     std::this_thread::sleep_for(std::chrono::duration<double>(aSeconds));
   }
-  std::this_thread::sleep_for(1s);  // what ended guests left to other threads is done
+  std::this_thread::sleep_for(1s);  // remaining work of ended hosts on other threads is done
   const auto heap = mallinfo2();
   const Sample sample{static_cast<double>(heap.uordblks + heap.hblkhd) / 1048576, ThreadsOfProcess(),
                       DescriptorsOfProcess()};
@@ -139,9 +135,9 @@ int main(int argc, char** argv) {
     return 2;
   }
   setenv("GLLIB_DISPLAY", "headless", 1);
-  mallopt(M_ARENA_MAX, 2);  // an arena per thread would blur what is held
+  mallopt(M_ARENA_MAX, 2);  // an arena per thread would blur the measured memory
   const Hosts staying(INT_MAX);
-  const Sample first = LiveWithGuests(seconds * 0.1), last = LiveWithGuests(seconds * 0.9);
+  const Sample first = RunWithOthers(seconds * 0.1), last = RunWithOthers(seconds * 0.9);
   Compare("memory", first.m_dMegabytes, last.m_dMegabytes);
   Compare("number of threads", static_cast<double>(first.m_iThreads), static_cast<double>(last.m_iThreads));
   Compare("number of descriptors", static_cast<double>(first.m_iDescriptors),

@@ -1,10 +1,10 @@
-// The collection: slots, walks, references, copies, and calls that come back in the middle.
+// The collection: slots, iteration, references, copies, and reentrant calls. No display.
 
 #include "support/Test.h"
 
 namespace {
 
-/// A member that counts its references and tells when one is given back.
+/// A member that counts its references and reports a release.
 struct Member final : IUnknown {
   HRESULT QueryInterface(REFIID, void**) noexcept override { return E_NOINTERFACE; }
   ULONG AddRef() noexcept override { return ++m_uReferences; }
@@ -27,7 +27,8 @@ struct Collection : testing::Test {
     for (int i = aFirst; i < aFirst + aCount; ++i) ASSERT_EQ(m_Coll->Add(&m_Members[i]), S_OK);
   }
   using Step = HRESULT (IGLCollection::*)(GLPOSITION*, IUnknown**) noexcept;
-  /// The members by slot, -1 where a slot is free, from a walk upwards; a walk downwards must give the same.
+  /// Returns the members by slot, -1 for a free slot, from an iteration upwards. An iteration downwards must
+  /// return the same.
   std::vector<int> Slots(const GLPtr<IGLCollection>& aColl) {
     std::vector<int> up = Walk(*aColl, &IGLCollection::GetFirst, &IGLCollection::GetNext);
     EXPECT_EQ(up, Walk(*aColl, &IGLCollection::GetLast, &IGLCollection::GetPrev));
@@ -46,9 +47,9 @@ struct Collection : testing::Test {
       member->Release();
     }
     EXPECT_EQ(result, E_FAIL);
-    int told = -1;
-    EXPECT_EQ(aColl.GetSize(&told), S_OK);
-    EXPECT_EQ(told + size, 0);
+    int count = -1;
+    EXPECT_EQ(aColl.GetSize(&count), S_OK);
+    EXPECT_EQ(count + size, 0);
     return slots;
   }
 
@@ -58,7 +59,7 @@ struct Collection : testing::Test {
 
 }  // namespace
 
-TEST_F(Collection, FillsEachBlockFromItsTopAndHolesLast) {
+TEST_F(Collection, FillsEachBlockFromItsTop) {
   Fill(0, 9);                                                // slots 9 to 1
   for (const int i : {2, 5}) m_Coll->Remove(&m_Members[i]);  // slots 7 and 4
   Fill(20, 3);
@@ -66,7 +67,7 @@ TEST_F(Collection, FillsEachBlockFromItsTopAndHolesLast) {
   m_Coll->Add(&m_Members[20]);
   EXPECT_EQ(Slots(m_Coll)[29], 20);
   m_Coll->Remove(&m_Members[20]);
-  EXPECT_EQ(Slots(m_Coll)[7], -1) << "the lower of two goes";
+  EXPECT_EQ(Slots(m_Coll)[7], -1) << "the lower of two is removed";
   m_Coll->Empty();
   int added = 0;
   for (const auto& [members, top] :
@@ -77,7 +78,7 @@ TEST_F(Collection, FillsEachBlockFromItsTopAndHolesLast) {
   }
 }
 
-TEST_F(Collection, AWalkEndsOutsideTheSlotsAndDoesNotComeBack) {
+TEST_F(Collection, IterationEndsOutsideTheSlots) {
   GLPOSITION position{77};
   IUnknown* member = &m_Members[0];
   EXPECT_EQ(m_Coll->GetFirst(&position, &member), E_FAIL);
@@ -112,7 +113,8 @@ TEST_F(Collection, CopiesAndAppendsInSlotOrder) {
   EXPECT_EQ(m_Coll->AppendTo(other.Get()), S_OK);
   EXPECT_EQ(Slots(other)[9], 50);
   EXPECT_EQ(m_Coll->CopyTo(other.Get()), S_OK);
-  std::vector<int> expected(30, -1);  // slot order is members 9 to 0, 11, 10: they fill slots 9 to 0, 29, 28
+  std::vector<int> expected(30,
+                            -1);  // by slot
   for (int i = 0; i < 10; ++i) expected[static_cast<std::size_t>(i)] = i;
   expected[28] = 10;
   expected[29] = 11;
@@ -121,23 +123,23 @@ TEST_F(Collection, CopiesAndAppendsInSlotOrder) {
   EXPECT_EQ(m_Coll->CopyTo(nullptr), E_INVALIDARG);
   EXPECT_EQ(m_Coll->CopyTo(m_Coll.Get()), S_OK);
   EXPECT_EQ(m_Coll->CopyTo(other.Get()), S_OK);
-  EXPECT_EQ(Slots(other), std::vector<int>()) << "a copy of nothing";
+  EXPECT_EQ(Slots(other), std::vector<int>()) << "a copy of an empty collection";
 }
 
-TEST_F(Collection, AMembersReleaseMayComeBackInAndWaitForOthers) {
+TEST_F(Collection, ReleaseOfAMemberMayUseTheCollection) {
   const auto other = New();
   Fill(0, 15);
   m_Members[4].m_pfnReleased = [&] { m_Coll->Add(&m_Members[20]); };
   m_Coll->Empty();
   m_Members[4].m_pfnReleased = {};
-  EXPECT_EQ(Slots(m_Coll), (std::vector{-1, -1, -1, -1, -1, -1, -1, -1, -1, 20})) << "as a new one";
+  EXPECT_EQ(Slots(m_Coll), (std::vector{-1, -1, -1, -1, -1, -1, -1, -1, -1, 20})) << "like a new one";
   Member& waiting = m_Members[60];
   other->Add(&waiting);
   waiting.m_pfnReleased = [&] { std::thread([&] { Slots(m_Coll); }).join(); };
   EXPECT_EQ(m_Coll->CopyTo(other.Get()), S_OK);
 }
 
-TEST_F(Collection, CopiesThatCrossDoNotLockUp) {
+TEST_F(Collection, CopiesInOppositeDirectionsDoNotDeadlock) {
   const auto other = New();
   Fill(0, 20);
   std::thread there([&] {

@@ -1,17 +1,15 @@
-// Lights, fog and materials as GL has them while a painter draws, and the light numbers of two contexts that
-// draw at the same time.
+// Lights, fog and materials in GL's state during a painter, and the light numbers of two contexts that draw
+// at the same time. Headless display.
 
 #include <bit>
 
-#include "platform/GL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
 using Values = std::array<float, 4>;
 
-/// What GL has of a light; a distant one's place is the direction that it comes from.
+/// The state of a GL light. The position of a distant light is the direction that it comes from.
 struct Shining {
   bool on = true;
   Values diffuse = {0.5f, 0.5f, 0.5f, 1}, place = {};
@@ -22,7 +20,7 @@ struct Shining {
 void ExpectLight(GLenum aName, const Shining& aWanted, const std::string& aWhat) {
   EXPECT_EQ(glIsEnabled(aName) == GL_TRUE, aWanted.on) << aWhat;
   if (!aWanted.on) return;
-  // Directions count by their unit vectors.
+  // Directions are compared as unit vectors.
   const auto expect = [&](GLenum aParameter, Values aValues, bool aDirection = false) {
     Values found{};
     glGetLightfv(aName, aParameter, found.data());
@@ -52,7 +50,7 @@ IGLLight& NewLight(const ContextFixture& aFixture) {
   return *light;
 }
 
-/// The GL lights that are lit when the painter is called, as bits.
+/// Returns a bit per GL light that is enabled when the painter is called.
 unsigned LitIn(ContextFixture& aFixture) {
   unsigned lit = 0;
   aFixture.Frame([&](Scene&) {
@@ -63,16 +61,16 @@ unsigned LitIn(ContextFixture& aFixture) {
 
 }  // namespace
 
-TEST(Light, IsWhatGLHasOfEachKind) {
+TEST(Light, SetsGLStateOfEachKind) {
   const auto shine = [](GLDATA_POINT direction) {
     return [direction](IGLLight& light) mutable {
       light.SetAsSpotlight(0);
       light.SetDirection(&direction);
     };
   };
-  // Places are seen from the eye, which stands at (0, 0, 1).
+  // Positions are relative to the eye at (0, 0, 1).
   const std::tuple<const char*, std::function<void(IGLLight&)>, Shining> cases[] = {
-      {"all round, with its own colours and falling off",
+      {"all directions, with its own colours and attenuation",
        [](IGLLight& light) {
          GLDATA_POINT place{30, 40, 50};
          GLDATA_RGBA red{0.9f, 0.2f, 0.1f, 1};
@@ -103,7 +101,7 @@ TEST(Light, IsWhatGLHasOfEachKind) {
   }
 }
 
-TEST(Light, MovesWithTheCoordinateSystemThatLightsShare) {
+TEST(Light, MovesWithASharedCoordinateSystem) {
   ContextFixture fixture(8, 8);
   const auto coord = GLCreate<IGLCoord>(CLSID_GLCoord);
   IGLLight &spot = NewLight(fixture), &distant = NewLight(fixture);
@@ -115,12 +113,12 @@ TEST(Light, MovesWithTheCoordinateSystemThatLightsShare) {
     coord->SetMatrix6d(&placement);
     fixture.Frame([&](Scene&) {
       ExpectLight(GL_LIGHT1, {.place = {x + 1, 20, 9, 1}}, "spot");
-      ExpectLight(GL_LIGHT0, {.place = {1, 0, 0, 0}}, "distant");  // the latest is the first
+      ExpectLight(GL_LIGHT0, {.place = {1, 0, 0, 0}}, "distant");  // the last light has the first number
     });
   }
 }
 
-TEST(Light, FallsOnColoursFromEverywhereUnlessThatIsOff) {
+TEST(Light, UsesVertexColorsAndAmbientLight) {
   ContextFixture fixture(8, 8);
   for (const float wanted : {0.2f, 0.0f}) {
     fixture.Context().EnableAmbientLight(wanted > 0 ? 1 : 0);
@@ -136,7 +134,7 @@ TEST(Light, FallsOnColoursFromEverywhereUnlessThatIsOff) {
   }
 }
 
-TEST(Fog, IsWhatGLHasInEveryFrame) {
+TEST(Fog, SetsGLStateInEachFrame) {
   ContextFixture fixture(8, 8);
   GLPtr<IGLFog> fog;
   fixture.Context().GetFog(fog.Put());
@@ -163,7 +161,7 @@ TEST(Fog, IsWhatGLHasInEveryFrame) {
   }
 }
 
-TEST(Material, IsWhatGLHasOnBothSides) {
+TEST(Material, SetsGLStateOfBothSides) {
   ContextFixture fixture(8, 8);
   const auto material = GLCreate<IGLMaterial>(CLSID_GLMaterial);
   GLDATA_RGBA red{0.9f, 0.1f, 0.1f, 1}, green{0.1f, 0.9f, 0.1f, 1}, glow{0, 0, 0.3f, 1}, white{1, 1, 1, 1};
@@ -195,7 +193,7 @@ TEST(Material, IsWhatGLHasOnBothSides) {
   });
 }
 
-TEST(Light, NumbersAreSharedByTwoContextsThatDrawAtOnce) {
+TEST(Light, NumbersAreSharedByTwoContexts) {
   ContextFixture first(8, 8), second(8, 8);
   for (int round = 0; round < 5; ++round) {
     std::vector<IGLLight*> ofFirst, ofSecond;
@@ -205,14 +203,14 @@ TEST(Light, NumbersAreSharedByTwoContextsThatDrawAtOnce) {
     std::thread other([&] { litInFirst = LitIn(first); });
     unsigned litInSecond = LitIn(second);
     other.join();
-    EXPECT_EQ(litInFirst ^ litInSecond, 0xFFu) << "each number lit in one of the two";
-    EXPECT_GE(std::popcount(litInFirst), 3) << "the ninth light waits";
+    EXPECT_EQ(litInFirst ^ litInSecond, 0xFFu) << "each number is used by one of the two";
+    EXPECT_GE(std::popcount(litInFirst), 3) << "the ninth light is off";
     first.Context().DestroyLight(ofFirst.back());
     ofFirst.pop_back();
     litInSecond = LitIn(second);
     litInFirst = LitIn(first);
-    EXPECT_EQ(std::popcount(litInSecond), 5) << "and has the number of the one that went";
-    EXPECT_EQ(litInFirst, ~litInSecond & 0xFFu) << "which shines no more";
+    EXPECT_EQ(std::popcount(litInSecond), 5) << "the destroyed light's number is used again";
+    EXPECT_EQ(litInFirst, ~litInSecond & 0xFFu) << "the destroyed light is off";
     for (IGLLight* light : ofFirst) first.Context().DestroyLight(light);
     for (IGLLight* light : ofSecond) second.Context().DestroyLight(light);
   }

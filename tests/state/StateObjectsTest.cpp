@@ -1,5 +1,5 @@
-// Draw attributes, materials, lights and fog as value objects: what goes in and what comes out again; and the
-// eight light numbers of the process: one holder each, handed on when it goes.
+// Draw attributes, materials, lights and fog as value objects, and the eight light numbers of the process. No
+// display.
 
 #include "state/GLDrawAttr.h"
 #include "support/Test.h"
@@ -13,7 +13,7 @@ namespace {
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInf = std::numeric_limits<float>::infinity();
 
-/// A value that goes in, what the setter says, and what the getter gives then.
+/// A value, the setter's result for it, and the getter's value afterwards.
 template <class T>
 struct Trip {
   T m_In;
@@ -21,7 +21,7 @@ struct Trip {
   T m_Out;
 };
 
-/// Checks the value of a new object's property, then trip after trip, then the answers to null.
+/// Checks the initial value of a property, each round trip, and the results for null.
 template <class Interface, class T, class... In>
 class Property {
  public:
@@ -72,7 +72,7 @@ void SetGLLimits(float aMin, float aMax) {
 
 }  // namespace
 
-TEST(DrawAttr, KeepsWhatItIsGivenWithinItsLimits) {
+TEST(DrawAttr, StoresValuesWithinItsLimits) {
   using I = IGLDrawAttr;
   const auto attr = GLCreate<I>(CLSID_GLDrawAttr);
   SetGLLimits(1.0f, 10.0f);
@@ -100,14 +100,14 @@ TEST(DrawAttr, KeepsWhatItIsGivenWithinItsLimits) {
   Property(*attr, "mode", &I::GetDrawMode, 144 + 1);
   LONG enabled = -1;
   EXPECT_EQ(attr->IsDrawModeEnabled(both, &enabled), S_OK);
-  EXPECT_EQ(enabled, 1) << "one of the two is enough";
+  EXPECT_EQ(enabled, 1) << "one of the two suffices";
 
   SetGLLimits(0.0f, 0.0f);  // as before the first rendering context
   attr->SetPointSize(3);
   Property(*attr, "point size without limits", &I::GetPointSize, 0.0f);
 }
 
-TEST(Material, KeepsItsSidesApartAndItsAlphas) {
+TEST(Material, StoresItsSidesSeparately) {
   using I = IGLMaterial;
   const auto material = GLCreate<I>(CLSID_GLMaterial);
   using Get = HRESULT (I::*)(LONG, GLDATA_RGBA*) noexcept;
@@ -132,7 +132,7 @@ TEST(Material, KeepsItsSidesApartAndItsAlphas) {
   Property(*material, "mode set", &I::GetDrawMode, 11);
 }
 
-TEST(Fog, KeepsWhatMakesSense) {
+TEST(Fog, StoresValidValues) {
   using I = IGLFog;
   const auto fog = GLCreate<I>(CLSID_GLFog);
   Property(*fog, "enabled", &I::IsEnabled, LONG{0}).Takes(&I::Enable, {{-3, S_OK, 1}, {0, S_OK, 0}});
@@ -154,14 +154,13 @@ TEST(Fog, KeepsWhatMakesSense) {
   Property(*fog, "end", &I::GetFogEnd, 1000.0f);
   using Range = std::pair<float, float>;
   EXPECT_EQ(fog->SetFogStartAndEnd(2, 3), S_OK);
-  for (const auto& [start, end] : {Range{5, 5}, {6, 5}, {-1, 5}, {kNaN, 5}, {0, kNaN}, {kInf, kInf}}) {
+  for (const auto& [start, end] : {Range{5, 5}, {6, 5}, {-1, 5}, {kNaN, 5}, {0, kNaN}, {kInf, kInf}})
     EXPECT_EQ(fog->SetFogStartAndEnd(start, end), E_GL_BADVALUE) << start << " to " << end;
-  }
   Property(*fog, "start kept", &I::GetFogStart, 2.0f);
   Property(*fog, "end kept", &I::GetFogEnd, 3.0f);
 }
 
-TEST(Light, RefusesLimitsOrMapsPropertyByProperty) {
+TEST(Light, RefusesLimitsOrMapsEachProperty) {
   using I = IGLLight;
   const auto light = GLCreate<I>(CLSID_GLLight);
   ASSERT_TRUE(light);

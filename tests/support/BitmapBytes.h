@@ -1,4 +1,4 @@
-// BitmapBytes: a bitmap file put together by hand, field by field, so that a test can spoil any of them.
+// BitmapBytes: a bitmap file, built field by field, so that a test can damage each field.
 
 #pragma once
 
@@ -7,12 +7,12 @@
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// The fields of a file that readers look at, and what follows them.
+/// The fields of a file that readers use, and the data after them.
 struct BitmapBytes {
   std::int32_t m_iWidth = 1;
   std::int32_t m_iHeight = 1;
   std::uint16_t m_uBitCount = 24;
-  Bytes m_Table;  ///< four bytes a colour: blue, green, red, anything
+  Bytes m_Table;  ///< four bytes per colour: blue, green, red, unused
   Bytes m_Pixels;
 
   Bytes File() const {

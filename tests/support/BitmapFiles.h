@@ -1,15 +1,11 @@
-// The loading of image files by their names through the interface.
+// Loads image files by name through the interface.
 
 #pragma once
-
-#include <gllib/IGLPixmap.h>
-
-#include <string>
 
 #include "support/BitmapBytes.h"
 #include "support/TestFolder.h"
 
-/// Loads the file of a name.
+/// Loads the file with a name.
 inline HRESULT LoadFrom(IGLPixmap& aPixmap, const std::u16string& aName) {
   const BSTR text =
       SysAllocStringLen(reinterpret_cast<const OLECHAR*>(aName.data()), static_cast<unsigned>(aName.size()));

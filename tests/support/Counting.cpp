@@ -1,5 +1,5 @@
-// The counting operator new. Each thread has a counter of its own. Over-aligned objects, which aren't
-// counted, keep the library's.
+// The counting operator new, with one counter per thread. Over-aligned objects use the library's operator and
+// are not counted.
 
 #include "support/Counting.h"
 

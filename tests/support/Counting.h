@@ -1,41 +1,39 @@
-// Counting of heap allocations, their failing, and the memory of the process: the test executables replace
-// the global operator new, which counts for each thread apart.
+// Counting and failing of heap allocations, and the memory of the process. The test executables replace the
+// global operator new, which counts per thread.
 
 #pragma once
 
 #include <cstddef>
 
-/// How many times the calling thread has called operator new.
+/// Returns how often the calling thread has called operator new.
 std::size_t AllocationsOfThisThread() noexcept;
 
-/// What the process holds in memory.
+/// Returns the memory of the process.
 long ResidentKiB();
 
-/// A heap that is used up for the calling thread: after so many more calls its operator new fails, until the
-/// object's end. One at a time a thread.
+/// A heap that is exhausted for the calling thread: operator new fails after a number of further calls, until
+/// the object is destroyed. One object per thread.
 class ExhaustedHeap {
  public:
   explicit ExhaustedHeap(std::size_t aAllocationsLeft) noexcept;
   ~ExhaustedHeap();
-  ExhaustedHeap(const ExhaustedHeap&) = delete;
-  ExhaustedHeap& operator=(const ExhaustedHeap&) = delete;
+  ExhaustedHeap(ExhaustedHeap&&) = delete;
 };
 
-/// One allocation fails: the first, on whichever thread, that this executable's own code comes to on a way on
-/// which none has failed yet, a way being the last few calls. So a loop over the same work tries each way
-/// once. What the driver and the standard library's compiled part allocate isn't counted. One at a time.
-/// Linux.
+/// One failing allocation of this executable's code, on any thread. The first allocation on a path that has
+/// not failed before fails; a path is the last few calls on the stack. A loop over the same work therefore
+/// fails each path once. Allocations of the driver and of the standard library's compiled part are not
+/// counted. One object at a time. Linux.
 class AllocationFault {
  public:
   AllocationFault() noexcept;
   ~AllocationFault();
-  AllocationFault(const AllocationFault&) = delete;
-  AllocationFault& operator=(const AllocationFault&) = delete;
+  AllocationFault(AllocationFault&&) = delete;
 
-  /// Starts over: none has failed.
+  /// Clears the set of failed paths.
   static void ForgetWays() noexcept;
-  /// Whether the allocation that aCaller asks for is the one to fail.
+  /// Returns whether the allocation by aCaller must fail.
   static bool Is(const void* aCaller) noexcept;
-  /// Whether it has come.
+  /// Returns whether the allocation has failed.
   bool HasFailed() const noexcept;
 };

@@ -1,6 +1,6 @@
-// What stands behind the recorder: the functions of GL and GLU themselves. Any thread.
+// The functions of GL and GLU behind the recorder. Any thread.
 
 #pragma once
 
-/// A function by its name. Ends the process when there is none such.
+/// Returns a function by name. Ends the process if there is none.
 void* DriverFunction(const char* aName);

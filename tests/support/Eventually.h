@@ -1,11 +1,11 @@
-// Eventually: waits for what another thread is to bring about.
+// Eventually: waits for the result of another thread.
 
 #pragma once
 
 #include <chrono>
 #include <thread>
 
-/// Waits until a condition holds. @return false after a minute without it
+/// Waits until a condition is true. @return false if it is not true within a minute
 template <class Condition>
 bool Eventually(Condition aHolds) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);

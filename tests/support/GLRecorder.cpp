@@ -1,20 +1,15 @@
-// GLRecorder: stands between the executable's code and the driver for each function of GLCalls.inc.
-// GLU's calls come by here too, and aren't noted.
+// GLRecorder: replaces the functions of GLCalls.inc in the executable. Calls that GLU makes also arrive here,
+// and are not recorded.
 
 #include "support/GLRecorder.h"
 
-#include <algorithm>
-#include <atomic>
 #include <charconv>
-#include <map>
-#include <mutex>
-#include <set>
 
 #include "support/DriverFunction.h"
 
 namespace {
 
-/// What the recorder that stands has been told and has seen.
+/// Settings and calls of the current recorder.
 struct Recording {
   std::mutex m_Lock;
   std::vector<std::string> m_aCalls;
@@ -48,16 +43,16 @@ std::string CallText(std::string_view aFunction, Args... aArgs) {
     } else if constexpr (std::is_const_v<std::remove_pointer_t<T>>) {
       text += value == nullptr ? "null" : "data";
     } else {
-      text += "out";  // what a function writes to
+      text += "out";  // a pointer that a function writes to
     }
   };
   (add(aArgs), ...);
   return text + ")";
 }
 
-// --- the stand-ins ---
+// --- replacements ---
 
-/// Calls of GLU functions that the calling thread is in.
+/// Depth of GLU functions on the calling thread.
 thread_local int t_iInsideGlu = 0;
 
 struct InsideGlu {
@@ -69,7 +64,7 @@ struct InsideGlu {
 template <class Function>
 class StandIn;
 
-/// One function: its declaration, and the driver's own, looked up at the first call.
+/// One function: its declaration, and the driver's function, which is looked up at the first call.
 template <class Result, class... Args>
 class StandIn<Result(Args...)> {
  public:

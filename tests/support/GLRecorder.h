@@ -1,34 +1,31 @@
-// GLRecorder: the GL and GLU calls that the process makes, in order, as text.
-// The test executables define those functions themselves: each call is noted while a recorder stands, and
-// goes on to the driver. Only calls of the executable's own code are seen, not those that GLU makes inside.
-// Any thread may call GL meanwhile; one recorder at a time.
+// GLRecorder: the GL and GLU calls of the process, in order, as text. The test executables define those
+// functions. A recorder records each call and forwards it to the driver. It sees only calls of the
+// executable's code, not those inside GLU. Any thread may call GL; one recorder at a time.
 
 #pragma once
 
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/GL.h"
+#include "support/Test.h"
 
-/// Records from its making to its end. A call reads "glFogf(2914, 0.5)", with "data" for what a pointer leads
-/// to and "out" for what is written: tests hold the texts of two recordings against each other.
+/// Records until it is destroyed. A call has the form "glFogf(2914, 0.5)", with "data" for an input pointer
+/// and "out" for an output pointer. Tests compare the texts of two recordings.
 class GLRecorder {
  public:
   GLRecorder();
   ~GLRecorder();
-  GLRecorder(const GLRecorder&) = delete;
-  GLRecorder& operator=(const GLRecorder&) = delete;
+  GLRecorder(GLRecorder&&) = delete;
 
   void Clear();
 
   std::vector<std::string> Calls() const;
-  /// The calls of a function, or of a family of them: "glFog*".
+  /// Returns the calls of a function, or of a group of functions: "glFog*".
   std::vector<std::string> CallsOf(const std::string& aFunction) const;
   int Count(const std::string& aFunction) const { return static_cast<int>(CallsOf(aFunction).size()); }
 
-  /// Makes a function fail: it isn't called any more, and gives 0.
+  /// Makes a function fail: it is not called, and returns 0.
   void Fail(std::string_view aFunction);
-  /// What glGetString answers for a name instead of the driver.
+  /// Sets the result of glGetString for a name.
   void SetString(GLenum aName, std::string aText);
 };

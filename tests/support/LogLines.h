@@ -1,40 +1,36 @@
-// LogLines: the lines that the log writes while the object stands, in place of the log itself.
-// One at a time; any thread may write.
+// LogLines: collects the lines of the log until it is destroyed. They are not written. One object at a time;
+// any thread may write.
 
 #pragma once
 
-#include <algorithm>
-#include <mutex>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/Log.h"
 #include "support/Eventually.h"
+#include "support/Test.h"
 
 class LogLines {
  public:
-  /// @param aLevel kUnread: what the environment says
+  /// @param aLevel kUnread: the level of the environment
   explicit LogLines(LogLevel aLevel) {
     Take();
     SetLogSink(aLevel, Keep);
   }
   ~LogLines() { SetLogSink(LogLevel::kUnread, nullptr); }
-  LogLines(const LogLines&) = delete;
-  LogLines& operator=(const LogLines&) = delete;
+  LogLines(LogLines&&) = delete;
 
   std::vector<std::string> All() const {
     const std::scoped_lock lock(s_Lock);
     return s_Lines;
   }
-  /// How many lines of a level, or of all, hold a text.
+  /// Returns the number of lines that contain a text, of one level or of all.
   auto Count(std::string_view aText, const std::string& aLevel = "") const {
     const auto lines = All();
     return std::count_if(lines.begin(), lines.end(), [&](const std::string& aLine) {
       return aLine.starts_with("gllib: " + aLevel) && aLine.find(aText) != aLine.npos;
     });
   }
-  /// Waits for a line that holds a text.
+  /// Waits for a line that contains a text.
   bool Has(std::string_view aText) const {
     return Eventually([&] { return Count(aText) > 0; });
   }
@@ -58,7 +54,7 @@ class LogLines {
   static inline std::vector<std::string> s_Lines;
 };
 
-/// A cause of a message, and the start of the message.
+/// The cause of a message, and the start of the message.
 struct LogCase {
   const char* m_szLevel;
   const char* m_szMessage;

@@ -1,4 +1,4 @@
-// Picture: what was drawn, as pixels that tests compare. Belongs to whoever holds it.
+// Picture: drawn pixels that tests compare. One thread at a time.
 
 #pragma once
 
@@ -8,22 +8,22 @@
 
 struct IGLPixmap;
 
-/// A picture of RGBA pixels, its first row the top one.
+/// A picture of RGBA pixels. The first row is the top row.
 class Picture {
  public:
   Picture() = default;
   Picture(int aWidth, int aHeight);
 
-  /// Reads the colours of the lower left part of the current read buffer, as opaque ones: windows have alpha
-  /// or none, as their format has. On the thread where the rendering context is current.
+  /// Reads the lower left part of the current read buffer. Pixels become opaque, because the alpha of a
+  /// window depends on its format. Requires a current rendering context.
   static Picture Read(int aWidth, int aHeight);
 
   int Width() const { return m_iWidth; }
   int Height() const { return m_iHeight; }
-  /// Red in the highest byte, alpha in the lowest.
+  /// 0xRRGGBBAA
   std::uint32_t At(int aX, int aY) const { return m_aPixels[Index(aX, aY)]; }
   void Set(int aX, int aY, std::uint32_t aPixel) { m_aPixels[Index(aX, aY)] = aPixel; }
-  /// How many pixels differ from this one.
+  /// Returns the number of pixels that differ from a colour.
   int CountOther(std::uint32_t aPixel) const;
 
   friend bool operator==(const Picture&, const Picture&) = default;
@@ -38,8 +38,9 @@ class Picture {
   std::vector<std::uint32_t> m_aPixels;
 };
 
-/// Pixels in which two pictures differ, in any component by more than a bound; all when the sizes differ.
+/// Returns the number of pixels in which a component differs by more than a bound; all pixels if the sizes
+/// differ.
 int Difference(const Picture& a, const Picture& b, int aMost = 0);
 
-/// The image of a pixmap, as opaque pixels.
+/// Returns the image of a pixmap, as opaque pixels.
 Picture PictureOf(IGLPixmap& aPixmap);

@@ -1,9 +1,8 @@
-// The twin, on the system's own kind of rendering context.
+// Draws by plain GL on a separate thread, with a rendering context of the system.
 
 #include "support/PlainGL.h"
 
 #include "PlainContext.h"
-#include "support/Test.h"
 
 Picture DrawPlainGL(int aWidth, int aHeight, const std::function<void()>& aDraw) {
   Picture picture;
@@ -13,7 +12,7 @@ Picture DrawPlainGL(int aWidth, int aHeight, const std::function<void()>& aDraw)
     aDraw();
     glFinish();
     picture = Picture::Read(aWidth, aHeight);
-    EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR}) << "left by the plain drawing";
+    EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR}) << "by the plain drawing";
   }).join();
   return picture;
 }

@@ -1,13 +1,13 @@
-// The twin: the same scene drawn by plain GL calls, in a rendering context that the component knows nothing
-// of. It draws on a thread of its own, which ends before the picture is handed out.
+// The same scene, drawn by plain GL in a rendering context that the component does not know. It draws on a
+// separate thread, which ends before the picture is returned.
 
 #pragma once
 
-#include <functional>
-
+#include "platform/GL.h"
 #include "support/Picture.h"
+#include "support/Test.h"
 
-/// Draws in an off-screen surface of 24-bit colour and 24-bit depth, made by EGL without any display server,
-/// and reads the picture back. GL stands at its defaults, and the surface is cleared to black; a GL error
-/// that was left fails the running test.
+/// Draws into an off-screen surface with 24-bit colour and 24-bit depth, created by EGL without a display
+/// server, and reads the picture. GL's state is the default, and the surface is cleared to black. A GL error
+/// fails the running test.
 Picture DrawPlainGL(int aWidth, int aHeight, const std::function<void()>& aDraw);

@@ -1,4 +1,4 @@
-// What the process holds of the system, by /proc. Linux.
+// Resources of the process, from /proc. Linux.
 
 #pragma once
 

@@ -1,7 +1,6 @@
-// The rich scene: it makes its parts in the first frame.
+// RichScene: creates its parts in the first frame.
 
 #include "support/RichScene.h"
-#include "support/Test.h"
 
 void RichScene::Draw(const Scene& aScene) {
   IGLCanvas& canvas = aScene.Canvas();

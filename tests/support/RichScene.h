@@ -1,4 +1,4 @@
-// RichScene: something of everything that a painter draws. On the draw thread of its context.
+// RichScene: a scene with all drawing features. Draw thread of its context.
 
 #pragma once
 
@@ -7,14 +7,11 @@
 /// Text of all four kinds, both kinds of texture, and triangles from a compiled list.
 class RichScene {
  public:
-  enum class Parts {
-    kAll,
-    kQuick
-  };  // quick: without the fonts of the system and the textures, which build slowly
+  enum class Parts { kAll, kQuick };  // quick: without system fonts and textures, which take long to create
   explicit RichScene(Parts aParts = Parts::kAll) : m_Parts(aParts) {}
 
   void Draw(const Scene& aScene);
-  /// Lets the list go; the next frame compiles it anew.
+  /// Deletes the list; the next frame compiles it again.
   void DropList(const Scene& aScene);
 
   std::atomic<int> compiled{0};

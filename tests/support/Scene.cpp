@@ -1,13 +1,11 @@
-// The context under test: its painter serves one function at a time, and a capture object, which a context
-// asks at the end of every frame, tells that the frame is done.
+// The context under test: its painter calls one function at a time. A capture object, which the context calls
+// at the end of each frame, reports that the frame is complete.
 
 #include "support/Scene.h"
 
 #include <condition_variable>
 #include <stdexcept>
 
-#include "platform/GL.h"
-#include "support/Test.h"
 #include "support/TestDisplay.h"
 
 HRESULT TestPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* aViewer) noexcept {
@@ -16,18 +14,18 @@ HRESULT TestPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* a
   return S_OK;
 }
 
-/// What the test's thread and the draw thread tell each other.
+/// State shared by the test's thread and the draw thread.
 struct ContextFixture::Shared {
   std::mutex m_Lock;
   std::condition_variable m_Changed;
   const DrawFunction* m_pWanted = nullptr;  // for the next frame that begins
-  const DrawFunction* m_pServed = nullptr;  // in the running frame
+  const DrawFunction* m_pServed = nullptr;  // for the current frame
   bool m_bInFrame = false;
   bool m_bReads = false;
   Picture m_Picture;
   int m_iWidth = 0, m_iHeight = 0;
 
-  /// The function of the running frame, the same one for all of its viewers.
+  /// Returns the function of the current frame, the same one for all of its viewers.
   const DrawFunction* ForThisFrame() {
     const std::scoped_lock lock(m_Lock);
     if (!m_bInFrame) m_pServed = m_pWanted;
@@ -46,7 +44,7 @@ struct ContextFixture::Shared {
   }
 };
 
-/// Asked at the end of every frame, and never wants a picture.
+/// Called at the end of each frame. It never requests a picture.
 class ContextFixture::FrameEnd : public GLCaptureBase {
  public:
   explicit FrameEnd(std::shared_ptr<Shared> aShared) : m_Shared(std::move(aShared)) {}
@@ -79,7 +77,7 @@ ContextFixture::ContextFixture(int aWidth, int aHeight)
   };
   m_Context->AttachPainter(GLMake<TestPainter>(draw).Get());
   m_Context->AttachCapture(GLMake<FrameEnd>(m_Shared).Get());
-  Frame();  // some drivers learn of a window's size at the end of a frame
+  Frame();  // some drivers apply a window's size only at the end of a frame
 }
 
 ContextFixture::~ContextFixture() {
@@ -125,6 +123,32 @@ LONG TestCapture::Take() {
   answer = -1;
   Request(target.Get(), request);
   return Eventually([&] { return answer != -1; }) ? answer.load() : -1;
+}
+
+GLPtr<IGLCoord> EyeOf(IGLViewer& aViewer) {
+  GLPtr<IGLCoord> eye;
+  aViewer.GetCoord(eye.Put());
+  return eye;
+}
+
+void DrawRectangle(IGLCanvas& aCanvas, double aX1, double aY1, double aX2, double aY2, double aZ) {
+  aCanvas.BeginDrawQuads();
+  aCanvas.Vertex3d(aX1, aY1, aZ), aCanvas.Vertex3d(aX2, aY1, aZ);
+  aCanvas.Vertex3d(aX2, aY2, aZ), aCanvas.Vertex3d(aX1, aY2, aZ);
+  aCanvas.EndDrawVertices();
+}
+
+Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GLDATA_POINT aSecond,
+               bool aClosest, bool aEnclosed, int aCapacity) {
+  std::vector<ULONG> ids(static_cast<std::size_t>(std::max(aCapacity, 1)), 77);
+  int size = aCapacity;
+  const HRESULT result =
+      aContext.Select(&aViewer, &aFirst, &aSecond, aClosest ? 1 : 0, aEnclosed ? 1 : 0, &size, ids.data());
+  if (result == S_OK && !aEnclosed && aCapacity > 0) {
+    EXPECT_TRUE(std::all_of(ids.begin() + size, ids.end(), [](ULONG id) { return id == 0; }));
+  }
+  ids.resize(static_cast<std::size_t>(std::max(size, 0)));
+  return {result, ids};
 }
 
 Fonts MakeQuickFonts(IGLContext& aContext) {

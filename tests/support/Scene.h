@@ -1,19 +1,14 @@
 // Contexts under test with painters made of functions: one on the headless display, driven frame by frame,
-// and one that draws by itself; captures and fonts for them. Draw threads run painters and read pictures;
-// the test's thread waits for them.
+// and a free-running one; captures and fonts for them. Draw threads run painters and read pictures; the
+// test's thread waits for them.
 
 #pragma once
 
-#include <gllib/GLLibHost.h>
-
-#include <array>
-#include <atomic>
-#include <functional>
-#include <memory>
-
+#include "platform/GL.h"
 #include "support/Picture.h"
+#include "support/Test.h"
 
-/// What a painter is given. On the draw thread, for the length of the call.
+/// Arguments of a painter. Draw thread; valid during the call.
 class Scene {
  public:
   Scene(IGLCanvas& aCanvas, IGLContext& aContext, IGLViewer& aViewer)
@@ -22,7 +17,7 @@ class Scene {
   IGLCanvas& Canvas() const { return m_Canvas; }
   IGLContext& Context() const { return m_Context; }
   IGLViewer& Viewer() const { return m_Viewer; }
-  /// The canvas by another of its interfaces.
+  /// Returns another interface of the canvas.
   template <class Interface>
   GLPtr<Interface> CanvasAs() const {
     GLPtr<Interface> result;
@@ -38,7 +33,7 @@ class Scene {
 
 using DrawFunction = std::function<void(Scene&)>;
 
-/// A painter over a function.
+/// A painter that calls a function.
 class TestPainter : public GLPainterBase {
  public:
   explicit TestPainter(DrawFunction aDraw) : m_Draw(std::move(aDraw)) {}
@@ -48,27 +43,26 @@ class TestPainter : public GLPainterBase {
   DrawFunction m_Draw;
 };
 
-/// An initialised context with one visible viewer in parallel projection. It draws when Frame asks for it,
-/// and may draw at other times, then without the frame's function. Every wait ends after 20 s with a failure.
+/// An initialised context with one visible viewer in parallel projection. It draws when Frame requests it,
+/// and may draw at other times without the frame's function. Each wait ends after 20 s with a failure.
 class ContextFixture {
  public:
   ContextFixture(int aWidth, int aHeight);
   ~ContextFixture();
-  ContextFixture(const ContextFixture&) = delete;
-  ContextFixture& operator=(const ContextFixture&) = delete;
+  ContextFixture(ContextFixture&&) = delete;
 
   IGLContext& Context() const { return *m_Context; }
-  /// The context by another of its interfaces.
+  /// Returns another interface of the context.
   template <class Interface>
   GLPtr<Interface> ContextAs() const {
     return m_Context.As<Interface>();
   }
   IGLViewer& Viewer() const { return *m_Viewer; }
 
-  /// Draws a whole frame, in which the painter calls a function once a visible viewer, and waits for its end.
-  /// A GL error that the frame left fails the running test.
+  /// Draws a frame, in which the painter calls a function once per visible viewer, and waits for its end. A
+  /// GL error fails the running test.
   void Frame(const DrawFunction& aDraw = [](Scene&) {});
-  /// As Frame. @return the window's picture, overlays included
+  /// Like Frame. @return the window's picture, with overlays
   Picture FramePicture(const DrawFunction& aDraw = [](Scene&) {});
 
  private:
@@ -84,11 +78,11 @@ class ContextFixture {
   GLPtr<IGLViewer> m_Viewer;
 };
 
-/// An initialised context with one viewer in parallel projection, which draws by itself.
+/// An initialised free-running context with one viewer in parallel projection.
 struct FreeContext {
   explicit FreeContext(DrawFunction aDraw = {}, int aWidth = 32, int aHeight = 32, ULONG_PTR aParent = 0);
 
-  /// Expects so many more frames.
+  /// Waits for a number of further frames.
   void Await(int aFrames) const;
 
   GLPtr<IGLContext> context = GLCreate<IGLContext>(CLSID_GLContext);
@@ -96,14 +90,14 @@ struct FreeContext {
   std::shared_ptr<std::atomic<int>> frames = std::make_shared<std::atomic<int>>(0);  // with the painter's
 };
 
-/// Takes one picture when asked, and keeps what it was told.
+/// Takes one picture per request, and keeps the result.
 class TestCapture : public GLCaptureBase {
  public:
   HRESULT OnData(LONG aSuccess) noexcept override {
     answer = aSuccess;
     return S_OK;
   }
-  /// Asks for a picture of the next frame. @return what OnData was told; -1 without an answer
+  /// Requests a picture of the next frame. @return the argument of OnData; -1 if it was not called
   LONG Take();
 
   GLPtr<IGLPixmap> target = GLCreate<IGLPixmap>(CLSID_GLPixmap);
@@ -111,8 +105,22 @@ class TestCapture : public GLCaptureBase {
   std::atomic<LONG> answer{-1};
 };
 
-/// A font of each kind: of the system, of an atlas, of pixels and of outlines. The latter two take long.
+/// Returns the coordinate system of a viewer's eye.
+GLPtr<IGLCoord> EyeOf(IGLViewer& aViewer);
+
+/// Draws a rectangle that is parallel to the screen.
+void DrawRectangle(IGLCanvas& aCanvas, double aX1, double aY1, double aX2, double aY2, double aZ = 0);
+
+struct Selection {
+  HRESULT result;
+  std::vector<ULONG> ids;
+};
+/// Selects in a box. The rest of the host's array must be 0.
+Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GLDATA_POINT aSecond,
+               bool aClosest = false, bool aEnclosed = false, int aCapacity = 64);
+
+/// Creates a font of each kind: system, atlas, raster and outlines. The latter two take long.
 using Fonts = std::array<GLPtr<IGLFont>, 4>;
 Fonts MakeFonts(IGLContext& aContext);
-/// The first two only.
+/// Creates the first two.
 Fonts MakeQuickFonts(IGLContext& aContext);

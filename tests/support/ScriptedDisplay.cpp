@@ -1,8 +1,6 @@
-// ScriptedDisplay: what the test wrote down, over the headless display. Any thread, as the component calls.
+// ScriptedDisplay: results set by the test, or those of the headless display. Any thread.
 
 #include "support/ScriptedDisplay.h"
-
-#include <algorithm>
 
 std::shared_ptr<ScriptedDisplay> ScriptedDisplay::Set() {
   auto display = std::make_shared<ScriptedDisplay>();
@@ -93,7 +91,7 @@ std::unique_ptr<DrawContext> ScriptedDisplay::MakeContext(const DisplayFormat& a
 }
 
 bool ScriptedDisplay::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept {
-  // Letting go can't fail: nothing could be done about it.
+  // Releasing the current context cannot fail: the component could not react to it.
   return (aContext == nullptr || !Fails()) && m_pReal->MakeCurrent(aSurface, aContext);
 }
 

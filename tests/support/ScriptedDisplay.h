@@ -1,16 +1,11 @@
-// ScriptedDisplay: a display whose formats, windows, work area, drivers and failures a test writes down.
-// Underneath, the headless display draws, so that pictures are real. Set for as long as the object stands;
-// one at a time.
+// ScriptedDisplay: a display whose formats, windows, work area, drivers and failures a test sets. The
+// headless display draws underneath, so that pictures are real. It is the display of the process until it is
+// destroyed; one at a time.
 
 #pragma once
 
-#include <atomic>
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "platform/linux/display/headless/HeadlessDisplay.h"
+#include "support/Test.h"
 
 class ScriptedDisplay : public DisplayServer {
  public:
@@ -20,27 +15,27 @@ class ScriptedDisplay : public DisplayServer {
     friend bool operator==(const Move&, const Move&) = default;
   };
 
-  /// Makes a display and sets it for the process.
+  /// Creates a display and sets it for the process.
   static std::shared_ptr<ScriptedDisplay> Set();
 
-  // What the test writes down.
+  // Settings of the test.
   std::vector<DisplayFormat> m_vWindowFormats;  ///< empty: the headless display's
-  std::map<HWND, RECT> m_Parents;               ///< windows of others, with their places on the screen
+  std::map<HWND, RECT> m_Parents;  ///< windows of other programs, with their positions on the screen
   std::map<HWND, HWND> m_ParentOf;
   RECT m_sWorkArea{0, 0, 1000, 800};
-  std::string m_szExtensions;            ///< as a driver lists them
-  std::vector<std::string> m_vMissing;   ///< entry points that the driver hasn't got
-  int m_iChosen = -1;                    ///< what ChooseFormat answers; -1: the headless display's
+  std::string m_szExtensions;            ///< in the form of a driver's list
+  std::vector<std::string> m_vMissing;   ///< entry points that the driver lacks
+  int m_iChosen = -1;                    ///< result of ChooseFormat; -1: that of the headless display
   std::map<int, int> m_FormatOfSamples;  ///< multisample formats by count
   DWORD m_dwPlatformId = 2;
   bool m_bMakesWindows = true;
-  std::atomic<int> m_iRefusedContexts{0};  ///< so many rendering contexts fail first
-  int m_iFault = -1;  ///< the number of the one operation that fails, of all that can, from 0; -1: none
+  std::atomic<int> m_iRefusedContexts{0};  ///< number of rendering contexts whose creation fails first
+  int m_iFault = -1;                       ///< number of the one operation that fails, from 0; -1: none
 
-  // What was seen.
+  // Observations.
   std::vector<Move> m_vMoves;
   std::vector<int> m_vSamplesAsked;
-  std::atomic<HWND> m_hMade{nullptr};  ///< the last one
+  std::atomic<HWND> m_hMade{nullptr};  ///< the last window
   std::atomic<int> m_iMade{0}, m_iRealized{0};
   bool HasFailed() const noexcept { return m_iOperations > m_iFault; }
 
@@ -80,7 +75,7 @@ class ScriptedDisplay : public DisplayServer {
   std::shared_ptr<DisplayServer> m_pReal = HeadlessDisplay::Open();
 };
 
-/// Takes the scripted display back at the end of a test.
+/// Removes the scripted display at the end of a test.
 struct DisplayGuard {
   ~DisplayGuard() { SetDisplay(nullptr); }
 };

@@ -1,5 +1,4 @@
-// What nearly every test is written with: googletest, the component's public headers and the standard
-// library.
+// Common includes of the tests: googletest, the component's public headers and the standard library.
 
 #pragma once
 

@@ -1,10 +1,10 @@
-// Where the contexts of tests draw, and the message pump of the thread that made a window. Any thread, each
-// on its own.
+// The display of tests, and the message loop of the thread that created a window. Any thread, each
+// separately.
 
 #pragma once
 
-/// Lets the contexts of the process draw without a display server, unless the environment names another
+/// Lets the contexts of the process draw without a display server, unless the environment selects another
 /// display.
 void PrepareDisplay();
-/// Delivers what waits for windows of the calling thread, where windows have a thread.
+/// Delivers pending messages of windows of the calling thread, on systems where windows have a thread.
 void PumpMessages();

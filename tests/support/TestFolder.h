@@ -1,16 +1,11 @@
-// A folder that goes with the test, and the files in it.
+// TestFolder: a temporary folder of a test, and its files.
 
 #pragma once
 
-#include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <random>
-#include <string>
 #include <string_view>
 #include <system_error>
-#include <vector>
+
+#include "support/Test.h"
 
 class TestFolder {
  public:
@@ -21,15 +16,14 @@ class TestFolder {
     } while (!std::filesystem::create_directory(m_Path));
   }
   ~TestFolder() {
-    std::error_code stays;  // what another process still holds
+    std::error_code stays;  // a file that another process still uses
     std::filesystem::remove_all(m_Path, stays);
   }
-  TestFolder(const TestFolder&) = delete;
-  TestFolder& operator=(const TestFolder&) = delete;
+  TestFolder(TestFolder&&) = delete;
 
   const std::filesystem::path& Path() const { return m_Path; }
   std::string operator/(const std::string& aName) const { return (m_Path / aName).string(); }
-  /// Makes a file. @return its whole name
+  /// Writes a file. @return its path
   std::filesystem::path Put(const std::filesystem::path& aName, std::string_view aText) const {
     std::ofstream(m_Path / aName, std::ios::binary) << aText;
     return m_Path / aName;

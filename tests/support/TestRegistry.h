@@ -1,4 +1,4 @@
-// A registry of the test's own, in a folder that goes with it.
+// TestRegistry: a separate registry in a temporary folder.
 
 #pragma once
 

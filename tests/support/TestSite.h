@@ -1,5 +1,5 @@
-// TestSite: a context as its parts see it, over the plain rendering context that is current on the thread.
-// The test says what it answers.
+// TestSite: the context as its parts see it, with the plain rendering context that is current on the thread.
+// The test sets its results.
 
 #pragma once
 
@@ -36,13 +36,14 @@ class TestSite final : public GLContextSite {
     return aKey != 0 && IsOfThisGeneration(aKey) && glIsList(aKey & 0xFFFF) == GL_TRUE;
   }
   bool PostTask(PEvent* aTask) noexcept override {
-    delete aTask;  // nobody runs it
+    delete aTask;  // no thread runs it
     return false;
   }
 
   int m_iWidth = 800, m_iHeight = 400;
   bool m_bClipPlanes = false, m_bListOpen = false;
-  ULONG m_uNextKey = 0xFFFF0007, m_uCalled = 0;  ///< of a list that a canvas compiles, and draws
+  ULONG m_uNextKey = 0xFFFF0007,
+        m_uCalled = 0;  ///< of a list that is compiled, and drawn
 
  private:
   static bool IsOfThisGeneration(ULONG aKey) noexcept { return aKey >> 16 == (g_uListGeneration & 0xFFFF); }

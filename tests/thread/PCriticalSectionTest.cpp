@@ -1,4 +1,4 @@
-// The lock of the component: recursion, faults of the caller, fairness, destruction while it is held.
+// PCriticalSection: recursion, invalid calls, fairness, and destruction while it is held. No display.
 
 #include "thread/PCriticalSection.h"
 
@@ -8,20 +8,20 @@
 
 using namespace std::chrono_literals;
 
-TEST(CriticalSection, IsLeftOnlyByItsHolderAndAsOftenAsItWasEntered) {
+TEST(CriticalSection, IsLeftByItsHolderOncePerEntry) {
   PCriticalSection section;
   EXPECT_THROW(section.Leave(), HRESULT);
   section.Enter();
   section.Enter();
   std::atomic<bool> inside = false;
   std::thread other([&] {
-    EXPECT_THROW(section.Leave(), HRESULT) << "this thread hasn't entered";
+    EXPECT_THROW(section.Leave(), HRESULT) << "this thread has not entered";
     const PLock lock(section);
     inside = true;
   });
   section.Leave();
   std::this_thread::sleep_for(20ms);
-  EXPECT_FALSE(inside) << "one entry is still there";
+  EXPECT_FALSE(inside) << "one entry remains";
   EXPECT_TRUE(section.IsHeldHere());
   section.Leave();
   other.join();
@@ -29,7 +29,7 @@ TEST(CriticalSection, IsLeftOnlyByItsHolderAndAsOftenAsItWasEntered) {
   EXPECT_THROW(section.Leave(), HRESULT);
 }
 
-TEST(CriticalSection, WhoWaitsGetsInBeforeTheLastHolderAgain) {
+TEST(CriticalSection, WaitingThreadEntersBeforeTheLastHolder) {
   PCriticalSection section;
   std::atomic<bool> stop = false;
   std::atomic<int> turns = 0;
@@ -41,16 +41,16 @@ TEST(CriticalSection, WhoWaitsGetsInBeforeTheLastHolderAgain) {
     }
   });
   while (turns == 0) std::this_thread::yield();
-  int late = 0;  // by more than the turn that ran and one that began before this thread waited
+  int late = 0;  // more turns than the running one and one that began before this thread waited
   for (int i = 0; i < 9; ++i) {
     const int before = turns;
     const PLock lock(section);
     late += turns - before > 2 ? 1 : 0;
   }
-  EXPECT_LE(late, 4) << "a busy machine may keep this thread from waiting in time";
+  EXPECT_LE(late, 4) << "under load this thread may not begin to wait in time";
   stop = true;
   greedy.join();
-  // Of several the one that has waited longest is the next.
+  // Of several waiting threads the one that has waited longest enters next.
   std::vector<int> order;
   std::vector<std::thread> waiting;
   section.Enter();
@@ -66,7 +66,7 @@ TEST(CriticalSection, WhoWaitsGetsInBeforeTheLastHolderAgain) {
   EXPECT_EQ(order, (std::vector{0, 1, 2}));
 }
 
-TEST(CriticalSection, ItsEndWaitsForAHolderElsewhereButNotForTheCaller) {
+TEST(CriticalSection, DestructorWaitsForAnotherHolder) {
   std::optional<PCriticalSection> section(std::in_place);
   section->Enter();
   section.reset();

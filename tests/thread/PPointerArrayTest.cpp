@@ -1,16 +1,16 @@
-// The slot array: which slot an element gets and keeps, growth and packing.
+// PPointerArray: slots, growth and packing. No display.
 
 #include "support/Test.h"
 #include "thread/PPointerArray.h"
 
-TEST(PointerArray, FillsTheLowestFreeSlotAndKeepsItDuringAWalk) {
+TEST(PointerArray, FillsTheLowestFreeSlot) {
   int pool[12];
   PPointerArray<int> array;
   EXPECT_FALSE(array.Add(nullptr));
   for (int i = 0; i < 11; ++i) EXPECT_TRUE(array.Add(&pool[i]));
   EXPECT_EQ(array.GetSlots(), 20);
-  EXPECT_FALSE(array.Add(&pool[4])) << "already there";
-  EXPECT_FALSE(array.Remove(nullptr)) << "a free slot is no element";
+  EXPECT_FALSE(array.Add(&pool[4])) << "added before";
+  EXPECT_FALSE(array.Remove(nullptr)) << "a free slot is not an element";
   EXPECT_TRUE(array.Remove(&pool[3]));
   EXPECT_TRUE(array.Add(&pool[11]));
   int position = 2;
@@ -25,9 +25,9 @@ TEST(PointerArray, FillsTheLowestFreeSlotAndKeepsItDuringAWalk) {
   EXPECT_EQ(array.GetNext(position), nullptr);
 }
 
-TEST(PointerArray, PacksInOrderOnceTenSlotsAreFree) {
+TEST(PointerArray, PacksAtTenFreeSlots) {
   const struct {
-    int elements, removed, slots, first;  // first: the slot of the first that is left
+    int elements, removed, slots, first;  // first: the slot of the first remaining element
   } cases[] = {{21, 0, 30, 0},  {30, 9, 30, 9},  {30, 10, 20, 0},
                {30, 21, 10, 0}, {11, 10, 10, 0}, {10, 10, 0, 0}};
   for (const auto& [elements, removed, slots, first] : cases) {
@@ -36,7 +36,7 @@ TEST(PointerArray, PacksInOrderOnceTenSlotsAreFree) {
     for (int i = 0; i < elements; ++i) array.Add(&pool[i]);
     for (int i = 0; i < removed; ++i) array.Remove(&pool[i]);
     array.Pack();
-    EXPECT_EQ(array.GetSlots(), slots) << elements << " less " << removed;
+    EXPECT_EQ(array.GetSlots(), slots) << elements << " minus " << removed;
     int position, next = removed;
     for (int* p = array.GetFirst(position); p != nullptr; p = array.GetNext(position), ++next) {
       EXPECT_EQ(p, &pool[next]);

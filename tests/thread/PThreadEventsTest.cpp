@@ -1,4 +1,4 @@
-// The event queue of a worker: order, who deletes what, removal at any moment.
+// The event queue of PThread: order, ownership, and removal at each moment. No display.
 
 #include "support/Test.h"
 #include "thread/PThread.h"
@@ -7,10 +7,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr DWORD kLong = 3'600'000;  // a test that waits this out has failed
+constexpr DWORD kMaximumWait = 3'600'000;  // a test that waits this long has failed
 
-/// A worker that nothing but a post or a trigger wakes, and a journal of what happened, in order: a capital
-/// where an event ran, a small letter where it was deleted.
+/// A worker that only a post or a trigger wakes, and a journal in order: an upper-case letter for an event
+/// that ran, a lower-case letter for its deletion.
 struct Events : testing::Test {
   class Event final : public PEvent {
    public:
@@ -61,11 +61,11 @@ struct Events : testing::Test {
 
 }  // namespace
 
-TEST_F(Events, RunInTheOrderOfPostingOnceAndInTheNextCycle) {
+TEST_F(Events, RunOnceInOrder) {
   EXPECT_FALSE(m_Thread.PostEvent(nullptr));
   auto* first = new Event(*this, 'A', PEvent::Lifetime::kOneRun, nullptr, {});
   EXPECT_TRUE(m_Thread.PostEvent(first));
-  EXPECT_TRUE(m_Thread.PostEvent(first)) << "already queued";
+  EXPECT_TRUE(m_Thread.PostEvent(first)) << "queued before";
   int cycleOfB = -1, cycleOfC = -1;
   Post('B', [&] {
     cycleOfB = m_iCycles;
@@ -80,12 +80,12 @@ TEST_F(Events, RunInTheOrderOfPostingOnceAndInTheNextCycle) {
   EXPECT_TRUE(Post('F')) << "wakes the waiting worker";
   EXPECT_TRUE(Becomes("AaBbDeCcFf")) << Journal();
   m_Thread.RemoveEvents(&m_Mine);
-  EXPECT_EQ(Journal(), "AaBbDeCcFfd") << "a kept one runs once, and stays until it is removed";
+  EXPECT_EQ(Journal(), "AaBbDeCcFfd") << "a kept event runs once, and stays until it is removed";
   m_Thread.Stop();
   EXPECT_EQ(cycleOfC, cycleOfB + 1);
 }
 
-TEST_F(Events, RemovalWaitsForTheRunningOneAndTakesTheRestUnrun) {
+TEST_F(Events, RemovalWaitsForTheRunningEvent) {
   using Lifetime = PEvent::Lifetime;
   for (const Lifetime lifetime : {Lifetime::kOneRun, Lifetime::kReusable}) {
     std::atomic<bool> running = false;
@@ -107,7 +107,7 @@ TEST_F(Events, RemovalWaitsForTheRunningOneAndTakesTheRestUnrun) {
     EXPECT_EQ(after.find('B'), std::string::npos);
     EXPECT_TRUE(Eventually([&] { return Journal().find("Cc", before) != std::string::npos; })) << Journal();
   }
-  // On the worker itself the running one is left to it.
+  // On the worker, removal skips the running event.
   const std::string before = Journal();
   m_Thread.RequestSuspend();
   Post(
@@ -118,7 +118,7 @@ TEST_F(Events, RemovalWaitsForTheRunningOneAndTakesTheRestUnrun) {
   EXPECT_TRUE(Becomes(before + "Aba")) << Journal();
 }
 
-TEST_F(Events, AStopDeletesWhatIsLeftAndRefusesWhatComesLater) {
+TEST_F(Events, StopDeletesAndRefusesEvents) {
   m_Thread.RequestSuspend();
   Start();
   ASSERT_TRUE(Eventually([&] { return m_Thread.IsParkedNow(); }));
@@ -127,15 +127,15 @@ TEST_F(Events, AStopDeletesWhatIsLeftAndRefusesWhatComesLater) {
   m_Thread.PostEvent(single);
   Post('C', {}, &m_Mine, PEvent::Lifetime::kReusable);
   m_Thread.RemoveEvent(single);
-  EXPECT_EQ(Journal(), "b") << "a parked worker runs nothing";
+  EXPECT_EQ(Journal(), "b") << "a parked worker runs no event";
   m_Thread.Stop();
   EXPECT_EQ(Journal(), "bac");
   EXPECT_FALSE(Post('D'));
   EXPECT_EQ(Journal(), "bacd");
 }
 
-TEST_F(Events, RunInASleepAlsoOneThatTheControlledModeOvertakes) {
-  ASSERT_TRUE(m_Thread.Start(kLong, kLong, 0));
+TEST_F(Events, RunDuringASleep) {
+  ASSERT_TRUE(m_Thread.Start(kMaximumWait, kMaximumWait, 0));
   ASSERT_TRUE(Eventually([&] { return m_iCycles > 0; }));
   Post('A');
   EXPECT_TRUE(Becomes("Aa"));
@@ -144,7 +144,7 @@ TEST_F(Events, RunInASleepAlsoOneThatTheControlledModeOvertakes) {
   EXPECT_TRUE(Becomes("AaBb"));
 }
 
-TEST_F(Events, NoneRunsForAnOwnerThatHasRemovedItsOwn) {
+TEST_F(Events, DoNotRunAfterTheirRemoval) {
   m_Thread.SetControlled(true, 0);
   ASSERT_TRUE(m_Thread.Start(0, 0, 0));
   std::thread threads[3];

@@ -1,4 +1,4 @@
-// The worker thread: its pauses, controlled mode, parking, stopping.
+// PThread: pauses, controlled mode, parking and stopping. No display.
 
 #include "thread/PThread.h"
 
@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr DWORD kLong = 3'600'000;  // a test that waits this out has failed
+constexpr DWORD kMaximumWait = 3'600'000;  // a test that waits this long has failed
 
 /// A thread that counts its cycles.
 struct Worker {
@@ -29,7 +29,7 @@ struct Worker {
   bool WaitForCycles(int aCount) {
     return Eventually([&] { return m_iCycles >= aCount; });
   }
-  /// Waits long enough for a cycle that shouldn't come.
+  /// Waits long enough to detect an unexpected cycle.
   bool Cycles() {
     const int before = m_iCycles;
     std::this_thread::sleep_for(40ms);
@@ -37,13 +37,13 @@ struct Worker {
   }
 
   std::atomic<int> m_iCycles{0};
-  std::atomic<unsigned> m_uWake{0};  // why the last cycle ran
+  std::atomic<unsigned> m_uWake{0};  // reason of the last cycle
   std::atomic<bool> m_bEndedOnWorker{false};
   std::function<void()> m_pfnWork;
   PThread m_Thread;
 };
 
-/// A task that does something once.
+/// A task that runs a function once.
 struct Task final : PEvent {
   explicit Task(std::function<void()> aWork)
       : PEvent(nullptr, Lifetime::kOneRun), m_pfnWork(std::move(aWork)) {}
@@ -51,8 +51,8 @@ struct Task final : PEvent {
   const std::function<void()> m_pfnWork;
 };
 
-/// A clock on which work takes what the test says; a wait passes at once and is written down, up to the last
-/// one.
+/// A clock for which the test sets the duration of work. A wait passes at once and is recorded, up to the
+/// last one.
 struct ScriptedClock final : PClock {
   std::uint64_t Now() noexcept override { return m_uNow; }
   void Wait(std::unique_lock<std::mutex>& aHold, std::condition_variable& aWake, DWORD aMilliseconds,
@@ -68,15 +68,15 @@ struct ScriptedClock final : PClock {
     aHold.lock();
   }
   std::size_t m_uLast = 4;
-  /// Told the number of a wait, may end it. @return after how long; nothing for a wait that passes
+  /// Gets the number of a wait, and may end it. @return time until the end; nothing for a complete wait
   std::function<std::optional<DWORD>(std::size_t)> m_Interrupt;
-  std::uint64_t m_uNow = 0xFFFFFFF0;  // its low half wraps on the way
+  std::uint64_t m_uNow = 0xFFFFFFF0;  // its low 32 bits wrap during the test
   std::vector<DWORD> m_Waits;
 };
 
 }  // namespace
 
-TEST(Thread, PausesForTheRestOfThePreferredCycleButNeverBelowTheMustSleep) {
+TEST(Thread, PausesForTheRestOfTheCycle) {
   const struct {
     DWORD start, end, preferred, must, sleep, last;
   } cases[] = {{100, 129, 40, 10, 11, 40}, {100, 131, 40, 10, 10, 41}, {100, 140, 40, 10, 10, 50},
@@ -97,10 +97,10 @@ TEST(Thread, PausesForTheRestOfThePreferredCycleButNeverBelowTheMustSleep) {
   EXPECT_EQ(clock.m_Waits, (std::vector<DWORD>{35, 10, 10, 40}));
 }
 
-TEST(Thread, ReportsWhyItWokeAndTasksMoveNoEndOfAPause) {
+TEST(Thread, ReportsWakeReasonsAndKeepsTheEndOfAPause) {
   struct Interruption {
     DWORD m_dwAfter;
-    int m_iTask;  // ms of work; below 0 none
+    int m_iTask;  // ms of work; negative: none
     bool m_bTrigger, m_bEndSleep;
   };
   const struct {
@@ -137,7 +137,7 @@ TEST(Thread, ReportsWhyItWokeAndTasksMoveNoEndOfAPause) {
       if ((wake & PThread::kTask) != 0) reasons += "+task";
       if ((wake & PThread::kTrigger) != 0) reasons += "+trigger";
       if ((wake & PThread::kPauseOver) != 0) reasons += "+over";
-      if (worker.m_iCycles == 3) post(0);  // during a frame: runs when that has ended
+      if (worker.m_iCycles == 3) post(0);  // during a frame: runs after it
       journal << reasons.substr(1) << '@' << clock.m_uNow - begin << ' ';
     };
     clock.m_uLast = waits.size();
@@ -147,7 +147,7 @@ TEST(Thread, ReportsWhyItWokeAndTasksMoveNoEndOfAPause) {
       const auto& [after, task, triggers, endsSleep] = found->second;
       if (task >= 0) post(static_cast<DWORD>(task));
       if (triggers) worker.m_Thread.Trigger();
-      worker.m_Thread.EndSleep();  // nothing on the worker itself
+      worker.m_Thread.EndSleep();  // no effect on the worker
       if (endsSleep) std::thread([&] { worker.m_Thread.EndSleep(); }).join();
       return after;
     };
@@ -160,16 +160,16 @@ TEST(Thread, ReportsWhyItWokeAndTasksMoveNoEndOfAPause) {
   }
 }
 
-TEST(Thread, ControlledItCyclesOncePerTrigger) {
+TEST(Thread, ControlledModeCyclesOncePerTrigger) {
   Worker worker;
   ASSERT_TRUE(worker.m_Thread.Start(0, 0, 0, PThread::FirstCycle::kAfterResume));
   worker.m_Thread.Trigger();
-  worker.m_Thread.SetControlled(true, kLong);
-  EXPECT_FALSE(worker.Cycles()) << "held back";
+  worker.m_Thread.SetControlled(true, kMaximumWait);
+  EXPECT_FALSE(worker.Cycles()) << "the worker is held back";
   worker.m_Thread.Resume();
-  ASSERT_TRUE(worker.WaitForCycles(1)) << "the first one comes by itself";
-  EXPECT_FALSE(worker.Cycles()) << "a trigger before controlled mode is none";
-  // Triggers during a cycle make one further cycle.
+  ASSERT_TRUE(worker.WaitForCycles(1)) << "the first cycle needs no trigger";
+  EXPECT_FALSE(worker.Cycles()) << "a trigger before controlled mode has no effect";
+  // Several triggers during a cycle cause one further cycle.
   worker.m_pfnWork = [&] {
     for (int i = 0; i < 3 && worker.m_iCycles == 1; ++i) worker.m_Thread.Trigger();
   };
@@ -178,32 +178,23 @@ TEST(Thread, ControlledItCyclesOncePerTrigger) {
   EXPECT_FALSE(worker.Cycles());
   worker.m_Thread.SetControlled(true, 0);
   worker.m_Thread.Trigger();
-  EXPECT_TRUE(worker.WaitForCycles(50)) << "no wait at all";
+  EXPECT_TRUE(worker.WaitForCycles(50)) << "without any wait";
   worker.m_Thread.SetControlled(true, PClock::kForever);
-  worker.Cycles();  // the one that runs
-  EXPECT_FALSE(worker.Cycles());
+  EXPECT_TRUE(Eventually([&] { return !worker.Cycles(); })) << "a cycle without a trigger";
   const int before = worker.m_iCycles;
   worker.m_Thread.SetControlled(false, 0);
-  EXPECT_TRUE(worker.WaitForCycles(before + 10)) << "a wait without a limit ends with the mode";
+  EXPECT_TRUE(worker.WaitForCycles(before + 10)) << "an unlimited wait ends with the mode";
 }
 
-TEST(Thread, ControlledItWaitsForNothingButTheTrigger) {
-  Worker worker;
-  worker.m_Thread.SetControlled(true, PClock::kForever);
-  ASSERT_TRUE(worker.m_Thread.Start(kLong, kLong, 0));
-  ASSERT_TRUE(worker.WaitForCycles(1));
-  worker.m_Thread.Trigger();
-  EXPECT_TRUE(worker.WaitForCycles(2)) << "the lengths of a cycle don't count";
-}
-
-TEST(Thread, AStopReachesItWhateverItWaitsForAndATriggerNoSleep) {
+TEST(Thread, StopEndsEachWait) {
   enum Wait { kForever, kSleep, kPark, kHeldBack };
   for (const Wait wait : {kForever, kSleep, kPark, kHeldBack}) {
     Worker worker;
     if (wait == kForever) worker.m_Thread.SetControlled(true, PClock::kForever);
     if (wait == kPark) worker.m_Thread.RequestSuspend();
     ASSERT_TRUE(worker.m_Thread.Start(
-        kLong, 0, 0, wait == kHeldBack ? PThread::FirstCycle::kAfterResume : PThread::FirstCycle::kAtOnce));
+        kMaximumWait, 0, 0,
+        wait == kHeldBack ? PThread::FirstCycle::kAfterResume : PThread::FirstCycle::kAtOnce));
     const int cycles = wait == kForever || wait == kSleep ? 1 : 0;
     ASSERT_TRUE(worker.WaitForCycles(cycles)) << wait;
     if (wait == kPark) {
@@ -215,8 +206,8 @@ TEST(Thread, AStopReachesItWhateverItWaitsForAndATriggerNoSleep) {
     std::thread second([&] { worker.m_Thread.Stop(); });
     worker.m_Thread.Stop();
     second.join();
-    EXPECT_TRUE(worker.m_bEndedOnWorker) << wait << ": the last act is the worker's own";
-    // What comes after the end returns at once.
+    EXPECT_TRUE(worker.m_bEndedOnWorker) << wait << ": the last call is on the worker";
+    // Calls after the end return at once.
     worker.m_Thread.RequestSuspend();
     worker.m_Thread.Resume();
     EXPECT_EQ(worker.m_Thread.SetPriority(1), 0) << wait;
@@ -225,12 +216,12 @@ TEST(Thread, AStopReachesItWhateverItWaitsForAndATriggerNoSleep) {
   }
 }
 
-TEST(Thread, NoResumeIsLostHoweverItFallsAroundThePark) {
+TEST(Thread, ResumeAroundAParkIsNotLost) {
   Worker worker;
   ASSERT_TRUE(worker.m_Thread.Start(0, 0, 0));
   for (int i = 0; i < 200; ++i) {
     worker.m_Thread.RequestSuspend();
-    worker.m_Thread.RequestSuspend();  // they aren't counted
+    worker.m_Thread.RequestSuspend();  // requests are not counted
     if (i % 3 == 0) {
       ASSERT_TRUE(Eventually([&] { return worker.m_Thread.IsParked(); })) << i;
     }

@@ -1,18 +1,17 @@
-// gllib-register and what it leaves in the registry: every key of every class, nothing of others lost, each
-// file replaced as a whole or not at all.
+// gllib-register: keys of all classes, entries of other programs, and replacement of the file as a whole. No
+// display.
 
 #include <sys/wait.h>
 
 #include "component/IdlClasses.h"
 #include "platform/Registry.h"
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
 
 const std::string kTool = GLLIB_REGISTER_FILE;
 
-/// As the component writes them: keys of other programs, one that the module's own stand among.
+/// Entries of other programs in the component's format, one of them among the module's own keys.
 const std::string kOthers =
     "Windows Registry Editor Version 5.00\r\n"
     "\r\n; kept by "
@@ -28,7 +27,7 @@ class Register : public testing::Test {
   }
   void Put(const char* aFile, const std::string& aText) const { m_Registry.Put(aFile, aText); }
   std::string Get(const char* aFile) const { return m_Registry.Get(aFile); }
-  /// The names in the folder, so that a file left beside shows.
+  /// Returns the names in the folder, to detect a file that was left behind.
   std::string Files() const {
     std::string names;
     for (const auto& file : std::filesystem::directory_iterator(m_Folder))
@@ -36,11 +35,11 @@ class Register : public testing::Test {
     return names;
   }
 
-  /// Runs a command. @return its exit status; m_Said holds what it said
+  /// Runs a command. m_Output receives its output. @return its exit status
   int Run(const std::string& aCommand) {
-    m_Said.clear();
+    m_Output.clear();
     FILE* out = popen((aCommand + " 2>&1").c_str(), "r");
-    for (char piece[256]; std::fgets(piece, sizeof(piece), out) != nullptr;) m_Said += piece;
+    for (char piece[256]; std::fgets(piece, sizeof(piece), out) != nullptr;) m_Output += piece;
     const int status = pclose(out);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
@@ -57,54 +56,56 @@ class Register : public testing::Test {
 
   const TestRegistry m_Registry;
   const std::filesystem::path& m_Folder = m_Registry.Path();
-  std::string m_Said;
+  std::string m_Output;
 };
 
 }  // namespace
 
-TEST_F(Register, EntersEveryClassAndTakesNothingElseOut) {
+TEST_F(Register, RegistersEachClassAndKeepsOtherEntries) {
   const std::string stale = "CLSID\\{1750378D-FDFD-11D3-A317-000000000000}\\Stale";
   Put("machine.reg",
       std::string(kOthers).insert(kOthers.find("\r\n; the end"),
                                   "\r\n[HKEY_CLASSES_ROOT\\" + stale + "]\r\n@=\"of an older module\"\r\n"));
-  ASSERT_EQ(Run(kTool), 0) << m_Said;
+  ASSERT_EQ(Run(kTool), 0) << m_Output;
   const std::string module = std::filesystem::canonical(GLLIB_MODULE_FILE).parent_path() / "libgllib.so.1";
   for (const IdlClass& one : IdlClasses()) {
     for (const auto& [place, text] : RegistryTextsOf(one, module))
       EXPECT_EQ(Value(place.first, place.second.c_str()), text) << place.first << ' ' << place.second;
   }
-  EXPECT_EQ(Value(stale), "no key") << "the key of a class is replaced whole";
-  ASSERT_EQ(Run(kTool + " --remove"), 0) << m_Said;
+  EXPECT_EQ(Value(stale), "no key") << "the key of a class is replaced as a whole";
+  ASSERT_EQ(Run(kTool + " --remove"), 0) << m_Output;
   EXPECT_EQ(Get("machine.reg"), kOthers);
   EXPECT_EQ(Files(), "machine.reg ");
-  EXPECT_EQ(Run(kTool + " --remove"), 0) << "what isn't there is no failure";
+  EXPECT_EQ(Run(kTool + " --remove"), 0) << "absent classes are not an error";
 }
 
-TEST_F(Register, WritesForOneUserThroughALinkWithItsRights) {
+TEST_F(Register, WritesForOneUserThroughALink) {
   Put("elsewhere", kOthers);
   namespace fs = std::filesystem;
   fs::permissions(m_Folder / "elsewhere", fs::perms::owner_read | fs::perms::owner_write);
   fs::create_symlink("elsewhere", m_Folder / "user.reg");
-  ASSERT_EQ(Run(kTool + " --user"), 0) << m_Said;
+  ASSERT_EQ(Run(kTool + " --user"), 0) << m_Output;
   EXPECT_TRUE(fs::is_symlink(m_Folder / "user.reg"));
   EXPECT_EQ(fs::status(m_Folder / "elsewhere").permissions(), fs::perms::owner_read | fs::perms::owner_write);
   EXPECT_NE(Get("elsewhere").find("Gl.GLCanvas.1"), std::string::npos);
   EXPECT_FALSE(fs::exists(m_Folder / "machine.reg"));
 }
 
-TEST_F(Register, AnswersItsCommandLine) {
+TEST_F(Register, ChecksItsCommandLine) {
   const struct {
     const char* m_szArguments;
     int m_iStatus;
-    const char* m_szSaid;
+    const char* m_szOutput;
   } cases[] = {
-      {" --help", 0, "usage: gllib-register"},       {" --what", 2, "usage: gllib-register"},
-      {" one two", 2, "usage: gllib-register"},      {" /nowhere/libgllib.so", 3, "/nowhere/libgllib.so"},
-      {" libm.so.6", 3, "has no DllRegisterServer"},
+      {" --help", 0, "usage: gllib-register"},
+      {" --what", 2, "usage: gllib-register"},
+      {" one two", 2, "usage: gllib-register"},
+      {" /nowhere/libgllib.so", 3, "/nowhere/libgllib.so"},
+      {" libm.so.6", 3, "does not export DllRegisterServer"},
   };
   for (const auto& one : cases) {
     EXPECT_EQ(Run(kTool + one.m_szArguments), one.m_iStatus) << one.m_szArguments;
-    EXPECT_NE(m_Said.find(one.m_szSaid), std::string::npos) << m_Said;
+    EXPECT_NE(m_Output.find(one.m_szOutput), std::string::npos) << m_Output;
   }
   EXPECT_EQ(Files(), "");
 }

@@ -1,9 +1,8 @@
-// The GL calls of the canvas and their order.
+// The GL calls of the canvas and their order. Plain rendering context.
 
 #include "component/Module.h"
 #include "support/GLRecorder.h"
 #include "support/PlainGL.h"
-#include "support/Test.h"
 #include "support/TestSite.h"
 #include "view/GLCanvas.h"
 
@@ -22,7 +21,7 @@ class CanvasOrder : public testing::Test {
  protected:
   CanvasOrder() { static_cast<GLCanvas*>(canvas.Get())->SetSite(std::make_shared<GLSiteLink>(&site)); }
 
-  /// Runs the body of a test where a plain rendering context is current; a GL error left fails the test.
+  /// Runs the body of a test with a current plain rendering context. A GL error fails the test.
   static void OnGL(const Work& aBody) { DrawPlainGL(64, 64, aBody); }
 
   TestSite site;
@@ -31,7 +30,7 @@ class CanvasOrder : public testing::Test {
   GLPtr<IGLCanvas13_1> canvas13 = canvas.As<IGLCanvas13_1>();
 };
 
-TEST_F(CanvasOrder, OperationsAreTheirPlainCalls) {
+TEST_F(CanvasOrder, OperationsMakeTheirGLCalls) {
   GLDATA_POINT point{16777217.0, -2, 3};
   unsigned char pixels[16] = {};
   const auto canvas14 = canvas.As<IGLCanvas14_4>();
@@ -68,7 +67,7 @@ TEST_F(CanvasOrder, OperationsAreTheirPlainCalls) {
        [] { glEnable(GL_LINE_STIPPLE), glLineStipple(1, 255); }},
       {"mipmaps", [&] { canvas14->Build2DMipmaps(4, 2, 2, GLTF_RGBA, GLDT_UNSIGNED_BYTE, -1, pixels); },
        [&] {
-         glGetString(GL_VERSION);  // GLU is left out where there is none
+         glGetString(GL_VERSION);  // without GL, GLU is not called
          gluBuild2DMipmaps(GL_TEXTURE_2D, 4, 2, 2, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
          glTexEnvf(0x8500, 0x8501, -0.5f);  // GL_TEXTURE_FILTER_CONTROL, GL_TEXTURE_LOD_BIAS
        }}};
@@ -82,11 +81,11 @@ TEST_F(CanvasOrder, OperationsAreTheirPlainCalls) {
   });
 }
 
-/// What a full application sets, and its calls in plain GL.
+/// State set by a full application of attributes, and the corresponding calls of plain GL.
 struct Look {
   GLenum m_Shade = GL_FLAT, m_Front = GL_FILL, m_Back = GL_FILL;
   bool m_bLineSmooth = false, m_bPointSmooth = false;
-  GLenum m_Offset = 0;      // the kind that goes on; 0: both off
+  GLenum m_Offset = 0;      // the enabled kind; 0: both off
   GLenum m_Cull = GL_BACK;  // 0: none
 };
 
@@ -103,7 +102,7 @@ void ApplyPlainly(const Look& aLook) {
   glPointSize(1), glDisable(GL_LINE_STIPPLE), glLineWidth(1), glColor4f(1, 1, 1, 1);
 }
 
-TEST_F(CanvasOrder, EachModeBitHasItsEffectAndTheStrongerOneWins) {
+TEST_F(CanvasOrder, EachModeBitHasItsEffect) {
   const std::pair<int, Look> rows[] = {
       {0, {}},
       {GLDM_SHOW_FRONT | GLDM_SMOOTH_LIGHTING, {.m_Shade = GL_SMOOTH}},
@@ -128,7 +127,7 @@ TEST_F(CanvasOrder, EachModeBitHasItsEffectAndTheStrongerOneWins) {
   });
 }
 
-TEST_F(CanvasOrder, UnchangedAttributesAreOneCall) {
+TEST_F(CanvasOrder, UnchangedAttributesNeedOneCall) {
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   const auto other = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   const auto apply = [&](const GLPtr<IGLDrawAttr>& aI) {
@@ -138,19 +137,19 @@ TEST_F(CanvasOrder, UnchangedAttributesAreOneCall) {
     const Calls full = apply(attributes);
     EXPECT_EQ(apply(attributes), CallsOf([] { glColor4f(1, 1, 1, 1); }));
     attributes->SetRed(1.0f), attributes->SetLineStippleFactor(5);
-    EXPECT_EQ(apply(attributes), full) << "a setter makes the next one full; a solid line has no stipple";
+    EXPECT_EQ(apply(attributes), full) << "a setter causes a full application; a solid line has no stipple";
     const auto second = GLCreate<IGLCanvas>(CLSID_GLCanvas);
     second->SetDrawAttributes(attributes.Get());
     attributes->SetRed(1.0f);
     EXPECT_EQ(apply(attributes), full);
     EXPECT_EQ(CallsOf([&] { second->SetDrawAttributes(attributes.Get()); }), full) << "on each canvas";
-    EXPECT_EQ(apply(other), full) << "so does another object";
+    EXPECT_EQ(apply(other), full) << "another object is applied in full";
     int list = 0;
     EXPECT_EQ(canvas->BeginCompileList(&list), S_OK);
-    EXPECT_EQ(apply(other), full) << "a list has its own";
+    EXPECT_EQ(apply(other), full) << "in full within a list";
     site.m_bListOpen = true;
     EXPECT_EQ(canvas->EndCompileList(), S_OK);
-    EXPECT_EQ(apply(other), full) << "which are not in force after it";
+    EXPECT_EQ(apply(other), full) << "attributes compiled into the list are not in force";
     EXPECT_EQ(apply(attributes), full);
     attributes->SetLineStipplePattern(255);
     const Calls stippled = apply(attributes);
@@ -180,7 +179,7 @@ TEST_F(CanvasOrder, PushedProjectionSpansTheShortSide) {
     glSelectBuffer(4, hits), glRenderMode(GL_SELECT);
     EXPECT_EQ(push(1), plain(true, [] {})) << "a pick keeps its matrices";
     glRenderMode(GL_RENDER);
-    EXPECT_EQ(extents.x, 7.0) << "extents are told only with a new projection";
+    EXPECT_EQ(extents.x, 7.0) << "extents are reported only with a new projection";
     for (const auto& [width, height, x, y] : {std::tuple{800, 400, 2.0, 1.0}, {400, 800, 1.0, 2.0}}) {
       site.m_iWidth = width, site.m_iHeight = height;
       EXPECT_EQ(push(1), plain(true, [x = x, y = y] { glLoadIdentity(), glOrtho(-x, x, -y, y, -1e5, 1e5); }));
@@ -191,7 +190,7 @@ TEST_F(CanvasOrder, PushedProjectionSpansTheShortSide) {
   });
 }
 
-TEST_F(CanvasOrder, ClipPlanesSwitchOnlyWhereTheyAreInForce) {
+TEST_F(CanvasOrder, ClipPlanesSwitchOnlyIfSet) {
   OnGL([&] {
     EXPECT_EQ(CallsOf([&] { canvas->EnableClipPlanes(1); }), Calls());
     site.m_bClipPlanes = true;
@@ -203,13 +202,13 @@ TEST_F(CanvasOrder, ClipPlanesSwitchOnlyWhereTheyAreInForce) {
   });
 }
 
-TEST_F(CanvasOrder, ListKeysKeepAllTheirBits) {
+TEST_F(CanvasOrder, ListKeysKeepAllBits) {
   int list = 1;
   EXPECT_EQ(canvas->BeginCompileList(&list), S_OK);
   canvas->DrawCompiledList(list);
   EXPECT_EQ(site.m_uCalled, 0xFFFF0007u);
   site.m_uNextKey = 0x00010000;
-  EXPECT_EQ(canvas->BeginCompileList(&list), E_FAIL) << "GL gave no list";
+  EXPECT_EQ(canvas->BeginCompileList(&list), E_FAIL) << "GL has no list";
   EXPECT_EQ(list, 0);
   const auto lone = GLCreate<IGLCanvas>(CLSID_GLCanvas);
   EXPECT_EQ(lone->BeginCompileList(&list), E_GL_BADSTATE) << "no context";

@@ -1,10 +1,8 @@
-// Window and model coordinates against the pixels that really light up, and the matrices that a painter
-// reads.
+// Conversions between window and model coordinates compared with drawn pixels, matrices that a painter reads,
+// and display lists. Headless display.
 
-#include "platform/GL.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -16,20 +14,20 @@ void ExpectNear(const GLDATA_POINT& aFound, const GLDATA_POINT& aWanted, double 
   EXPECT_NEAR(aFound.z, aWanted.z, aMargin) << aWhat;
 }
 
-/// Lights one pixel where a point lands. @return its place from the lower left, with the depth found there
+/// Lights one pixel at the projection of a point. @return its place from the lower left, with its depth
 GLDATA_POINT Landed(IGLCanvas& aCanvas, GLDATA_POINT aPoint) {
   aCanvas.BeginDrawPoints(), aCanvas.Vertex(&aPoint), aCanvas.EndDrawVertices();
   std::vector<float> red(kWidth * kHeight), depth(kWidth * kHeight);
   glReadPixels(0, 0, kWidth, kHeight, GL_RED, GL_FLOAT, red.data());
   glReadPixels(0, 0, kWidth, kHeight, GL_DEPTH_COMPONENT, GL_FLOAT, depth.data());
   const auto isLit = [](float aRed) { return aRed > 0.0f; };
-  EXPECT_EQ(std::ranges::count_if(red, isLit), 1) << "lit pixels";
+  EXPECT_EQ(std::ranges::count_if(red, isLit), 1) << "number of lit pixels";
   const auto lit = std::ranges::find_if(red, isLit) - red.begin();
   return {static_cast<double>(lit % kWidth), static_cast<double>(lit / kWidth),
           depth.at(static_cast<std::size_t>(lit))};
 }
 
-TEST(Mapping, AgreesWithWherePointsLand) {
+TEST(Mapping, AgreesWithDrawnPoints) {
   struct View {
     const char* m_szName;
     std::function<void(IGLViewer&)> m_Set;
@@ -40,11 +38,9 @@ TEST(Mapping, AgreesWithWherePointsLand) {
                         {"clipped, not scaled", [](IGLViewer& v) { v.Clip(1), v.ScaleClip(0); }}};
   for (const View& view : views) {
     ContextFixture context(kWidth, kHeight);
-    GLPtr<IGLCoord> eye;
-    context.Viewer().GetCoord(eye.Put());
     GLDATA_MATRIX6D placed{2, -3, 60, 0.1, -0.05, 0.4};
-    eye->SetMatrix6d(&placed);
-    context.Frame();  // clears all of the window: a clipped viewer clears only its own part
+    EyeOf(context.Viewer())->SetMatrix6d(&placed);
+    context.Frame();  // clears the whole window: a clipped viewer clears only its rectangle
     context.Viewer().SetClipRectangle(50, 40, 150, 120), context.Viewer().ShowClipFrame(0);
     view.m_Set(context.Viewer());
     GLDATA_POINT model{1.5, 2.25, -7}, shift{3, -2, 4}, world{4.5, 0.25, -3}, window{}, fromWorld{}, back{};
@@ -63,14 +59,14 @@ TEST(Mapping, AgreesWithWherePointsLand) {
       ExpectNear(landed, {std::floor(window.x), std::floor(window.y), window.z}, 1e-5, name);
       scene.Canvas().PopModelviewMatrix();
     });
-    // The last call without the cache left the painter's frame in it, for any thread.
+    // The last call without the cache left the painter's set-up in it, for all threads.
     GLPtr<IGLCanvas> canvas;
     context.ContextAs<IGLContext14_2>()->GetCanvas(canvas.Put());
     canvas.As<IGLCanvas3>()->GetWindowCoords(&model, 1, &back);
     ExpectNear(back, window, 0.0, name);
     context.Frame();
     canvas.As<IGLCanvas3>()->GetWindowCoords(&world, 1, &back);
-    ExpectNear(back, fromWorld, 0.0, "the next pass brings the viewer's set-up back");
+    ExpectNear(back, fromWorld, 0.0, "the next pass restores the viewer's set-up");
   }
 }
 
@@ -99,7 +95,7 @@ TEST(Mapping, ReadsTheMatrixAndItsInverse) {
     EXPECT_EQ(std::vector<double>(&inverse.m[0][0], &inverse.m[0][0] + 16), singular);
     GLDATA_POINT window{4, 4, 0.5}, model{7, 8, 9};
     EXPECT_EQ(canvas.As<IGLCanvas3>()->GetModelCoords(&window, 0, &model), S_OK);
-    ExpectNear(model, {7, 8, 9}, 0.0, "what can't be mapped stays");
+    ExpectNear(model, {7, 8, 9}, 0.0, "a point that cannot be mapped is unchanged");
   });
 }
 

@@ -1,4 +1,4 @@
-// The store of transparent triangles. No GL.
+// The store of transparent triangles of the canvas. No display, no GL.
 
 #include "support/Counting.h"
 #include "support/Test.h"
@@ -18,7 +18,7 @@ LONG CountOf(IGLCanvas13_1& aCanvas) {
   return count;
 }
 
-TEST(TransparentTriangles, ComeWithNormalAndCentroid) {
+TEST(TransparentTriangles, HaveNormalsAndCentroids) {
   const auto canvas = NewCanvas();
   GLDATA_POINT reversed[3] = {g_asFace[2], g_asFace[1], g_asFace[0]};
   GLDATA_POINT point[3] = {{7, 8, 9}, {7, 8, 9}, {7, 8, 9}};
@@ -33,10 +33,9 @@ TEST(TransparentTriangles, ComeWithNormalAndCentroid) {
   ASSERT_EQ(canvas->GetTransparentTriangles(0, 4, records.data()), S_OK);
   const GLDATA_POINT faceNormals[] = {{0, 0, 1}, {0, 0, -1}, {0, 0, 0}};
   for (int k = 0; k < 3; ++k) {
-    for (int triangle = 0; triangle < 3; ++triangle) {
+    for (int triangle = 0; triangle < 3; ++triangle)
       EXPECT_TRUE(Same(records[triangle].m_sNormals[k], faceNormals[triangle])) << "triangle " << triangle;
-    }
-    EXPECT_TRUE(Same(records[3].m_sNormals[k], normals[k])) << "a client's normals aren't touched";
+    EXPECT_TRUE(Same(records[3].m_sNormals[k], normals[k])) << "normals of a client are kept";
     EXPECT_TRUE(Same(records[1].m_sPoints[k], reversed[k]));
     EXPECT_EQ(records[0].m_sColors[k].m_fGreen, 1.0f) << "one colour for all corners";
     EXPECT_EQ(records[3].m_sColors[k].m_fAlpha, g_asColors[k].m_fAlpha);
@@ -46,7 +45,7 @@ TEST(TransparentTriangles, ComeWithNormalAndCentroid) {
   for (const auto& record : records) EXPECT_EQ(record.m_dMidDistance, 0.0);
 }
 
-TEST(TransparentTriangles, GiveOnlyWhatTheyHold) {
+TEST(TransparentTriangles, AreReadWithinTheStore) {
   const auto canvas = NewCanvas();
   GLDATA_TRANS_TRIANGLE records[3] = {};
   EXPECT_EQ(canvas->GetTransparentTriangles(0, 0, records), E_INVALIDARG) << "an empty store";
@@ -57,7 +56,7 @@ TEST(TransparentTriangles, GiveOnlyWhatTheyHold) {
   const struct {
     LONG offset, count;
     HRESULT result;
-    double first;  // x of the first record; 0 when nothing is written
+    double first;  // x-coordinate of the first record; 0 if nothing is written
   } requests[] = {{0, 2, S_OK, 1},
                   {1, 1, S_OK, 2},
                   {-5, 2, S_OK, 1},
@@ -76,16 +75,16 @@ TEST(TransparentTriangles, GiveOnlyWhatTheyHold) {
   }
   EXPECT_EQ(canvas->GetTransparentTriangles(0, 1, nullptr), E_INVALIDARG);
   EXPECT_EQ(canvas->AddTransparentTriangle3(g_asFace, g_asColors, nullptr), E_INVALIDARG);
-  EXPECT_EQ(CountOf(*canvas.Get()), 2) << "what is refused isn't stored";
+  EXPECT_EQ(CountOf(*canvas.Get()), 2) << "refused triangles are not stored";
 
   canvas->ClearTransparentTriangles();
   EXPECT_EQ(CountOf(*canvas.Get()), 0);
   canvas->AddTransparentTriangle(g_asFace, g_asColors);
   EXPECT_EQ(canvas->GetTransparentTriangles(0, 1, records), S_OK);
-  EXPECT_TRUE(Same(records[0].m_sPoints[1], g_asFace[1])) << "a cleared store starts anew";
+  EXPECT_TRUE(Same(records[0].m_sPoints[1], g_asFace[1])) << "a cleared store starts at 0";
 }
 
-TEST(TransparentTriangles, AreWholeWhenTheHeapIsUsedUp) {
+TEST(TransparentTriangles, AreStoredWholeWithoutMemory) {
   for (std::size_t left = 0; left < 8; ++left) {
     const auto canvas = NewCanvas();
     LONG added = 0;

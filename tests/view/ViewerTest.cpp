@@ -1,4 +1,4 @@
-// The viewer's values and its conversions between the world and the screen. No GL.
+// Values of a viewer, and its conversions between world and screen. No display, no GL.
 
 #include "component/Module.h"
 #include "support/Counting.h"
@@ -11,7 +11,7 @@ constexpr float kNaNf = std::numeric_limits<float>::quiet_NaN();
 
 GLPtr<IGLViewer> NewViewer() { return GLCreate<IGLViewer>(CLSID_GLViewer); }
 
-/// All that a host can read of a viewer.
+/// All values that a host can read from a viewer.
 std::vector<double> ValuesOf(IGLViewer& v) {
   using I = IGLViewer;
   std::vector<double> values;
@@ -30,12 +30,12 @@ std::vector<double> ValuesOf(IGLViewer& v) {
   return values;
 }
 
-const std::vector<double> kFresh = {1,   1, 0, 0,   1,   1, 27, 0.1, 1000, 1, 10, 10, 100,
-                                    100, 1, 0, -50, -50, 0, 50, 50,  1000, 1, 1,  1,  1};
+const std::vector<double> kDefaults = {1,   1, 0, 0,   1,   1, 27, 0.1, 1000, 1, 10, 10, 100,
+                                       100, 1, 0, -50, -50, 0, 50, 50,  1000, 1, 1,  1,  1};
 
-TEST(Viewer, KeepsWhatIsSetAndStartsAsDocumented) {
+TEST(Viewer, StoresValuesAndHasDocumentedDefaults) {
   const auto viewer = NewViewer();
-  EXPECT_EQ(ValuesOf(*viewer.Get()), kFresh);
+  EXPECT_EQ(ValuesOf(*viewer.Get()), kDefaults);
   viewer->Show(0), viewer->SetOrtho(0), viewer->ShowGauges(-1);
   viewer->Clip(256), viewer->ScaleClip(0), viewer->ShowClipFrame(0);
   GLDATA_POINT low{3, 2, 1}, high{1, 5, 7};
@@ -49,7 +49,7 @@ TEST(Viewer, KeepsWhatIsSetAndStartsAsDocumented) {
   EXPECT_EQ(viewer->SetFrameOffset(0.75f), S_OK);
   const std::vector<double> set = {0, 0, 1,    1, 0, 0, 0, 2, 3, 0.5, 0,  1,   2,
                                    3, 1, 0.75, 1, 2, 1, 3, 5, 7, 2,   -1, 0.5, 0.25};
-  EXPECT_EQ(ValuesOf(*viewer.Get()), set) << "extents are sorted axis by axis";
+  EXPECT_EQ(ValuesOf(*viewer.Get()), set) << "extents are sorted per axis";
 }
 
 TEST(Viewer, RefusedValuesChangeNothing) {
@@ -77,11 +77,11 @@ TEST(Viewer, RefusedValuesChangeNothing) {
   const auto viewer = NewViewer();
   for (const auto& [what, attempt] : rows) {
     EXPECT_EQ(attempt(*viewer.Get()), E_GL_BADVALUE) << what;
-    EXPECT_EQ(ValuesOf(*viewer.Get()), kFresh) << what;
+    EXPECT_EQ(ValuesOf(*viewer.Get()), kDefaults) << what;
   }
 }
 
-TEST(Viewer, TellsOfGaugesThatFindNoMemory) {
+TEST(Viewer, ReportsMissingMemoryForGauges) {
   struct Gauge final : GLViewerGaugeBase {
     HRESULT Draw(IGLCanvas*, IGLContext*) noexcept override { return S_OK; }
   };
@@ -100,7 +100,7 @@ TEST(Viewer, TellsOfGaugesThatFindNoMemory) {
   EXPECT_EQ(size, 1);
 }
 
-TEST(Viewer, LimitsTheFrameToThePointSizes) {
+TEST(Viewer, LimitsTheFrameToPointSizes) {
   const auto viewer = NewViewer();
   const float before[] = {g_afPointSizeRange[0], g_afPointSizeRange[1]};
   g_afPointSizeRange[0] = 1.0f, g_afPointSizeRange[1] = 10.0f;
@@ -108,13 +108,13 @@ TEST(Viewer, LimitsTheFrameToThePointSizes) {
     float thickness = -1.0f;
     EXPECT_EQ(viewer->SetFrameThickness(given), S_OK);
     viewer->GetFrameThickness(&thickness);
-    EXPECT_EQ(thickness, kept) << "given " << given;
+    EXPECT_EQ(thickness, kept) << "for " << given;
   }
   g_afPointSizeRange[0] = before[0], g_afPointSizeRange[1] = before[1];
 }
 
-/// Where plain geometry puts a point of the eye's system: the eye stands before the screen plane z = 0 so
-/// that the view's half height, 1, spans half of the field of view.
+/// Returns the projection of a point in eye coordinates by plain geometry. The eye is before the screen plane
+/// z = 0, so that half of the view's height, 1, spans half of the field of view.
 GLDATA_POINT SeenPlainly(const GLDATA_POINT& aEyePoint, double aFovyDegrees, double aAspect) {
   const double eye = 1.0 / std::tan(aFovyDegrees * std::numbers::pi / 360.0) / aAspect;
   const double shrink = eye / (eye - aEyePoint.z);
@@ -136,7 +136,7 @@ TEST(ViewerConversion, PerspectiveFollowsTheSightLine) {
       const auto viewer = NewViewer();
       viewer->SetOrtho(0), viewer->SetEyeFovy_DEG(fovy), viewer->SetEyeAspect(aspect);
       for (const GLDATA_POINT& local : kPoints) {
-        GLDATA_POINT point = {local.x, local.y, local.z + 1.0};  // a new eye stands at (0, 0, 1), unturned
+        GLDATA_POINT point = {local.x, local.y, local.z + 1.0};  // a new eye is at (0, 0, 1) without rotation
         viewer->PointWCStoSCS(&point);
         const GLDATA_POINT plain = SeenPlainly(local, fovy, aspect);
         ExpectNear(point, plain, 1e-6 * (1 + std::hypot(plain.x, plain.y)),
@@ -146,7 +146,7 @@ TEST(ViewerConversion, PerspectiveFollowsTheSightLine) {
   }
 }
 
-TEST(ViewerConversion, ComesBackFromThereFromAnyEye) {
+TEST(ViewerConversion, SurvivesARoundTripFromAnyEye) {
   for (const LONG ortho : {0, 1}) {
     const auto viewer = NewViewer();
     viewer->SetOrtho(ortho), viewer->SetEyeFovy_DEG(60.0), viewer->SetEyeAspect(1.5);
@@ -162,7 +162,7 @@ TEST(ViewerConversion, ComesBackFromThereFromAnyEye) {
   }
 }
 
-TEST(ViewerConversion, GivesTheMiddleWhereThereIsNoSightLine) {
+TEST(ViewerConversion, ReturnsTheMiddleWithoutASightLine) {
   const auto viewer = NewViewer();
   viewer->SetOrtho(0), viewer->SetEyeFovy_DEG(0.0);
   GLDATA_POINT there{3, 4, -5}, back{0.5, 0.5, -6}, level{3, 4, 1.0 + 1.0 / std::tan(0.017453292 * 45.0)};

@@ -1,28 +1,19 @@
-// What the hosts in these tests have in common: an apartment, windows, messages and pictures. One thread.
+// Common parts of the host tests: apartment, windows, messages and pictures. Wine; one thread.
 
 #pragma once
 
-#include <gllib/GLLibHost.h>
-
-#include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <cstdint>
-#include <thread>
-#include <vector>
-
 #include "platform/GL.h"
+#include "support/Test.h"
 
-/// COM on a thread for the length of a scope.
+/// Initialises COM on a thread until it is destroyed.
 class Apartment {
  public:
   explicit Apartment(DWORD aModel = COINIT_APARTMENTTHREADED) { CoInitializeEx(nullptr, aModel); }
   ~Apartment() { CoUninitialize(); }
-  Apartment(const Apartment&) = delete;
-  Apartment& operator=(const Apartment&) = delete;
+  Apartment(Apartment&&) = delete;
 };
 
-/// Delivers what waits for the thread's windows. @return the messages that were queued
+/// Delivers pending messages of the thread's windows. @return the messages
 inline std::vector<MSG> Pump() {
   std::vector<MSG> delivered;
   for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE;) {
@@ -32,7 +23,7 @@ inline std::vector<MSG> Pump() {
   return delivered;
 }
 
-/// Pumps until a condition holds. @return false after ten seconds without it
+/// Delivers messages until a condition is true. @return false if it is not true within ten seconds
 template <class Condition>
 bool PumpUntil(Condition aHolds) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
@@ -44,7 +35,7 @@ bool PumpUntil(Condition aHolds) {
   return true;
 }
 
-/// A top-level window of the host's own. It may end before its scope does.
+/// A top-level window of the host. It may be destroyed before the object.
 class HostWindow {
  public:
   static constexpr int kWidth = 200, kHeight = 160;
@@ -53,13 +44,12 @@ class HostWindow {
     WNDCLASSA windowClass{};
     windowClass.lpfnWndProc = DefWindowProcA;
     windowClass.lpszClassName = "HostWindow";
-    RegisterClassA(&windowClass);  // refused from the second time on
+    RegisterClassA(&windowClass);  // fails if the class is registered already
     m_hWnd = CreateWindowExA(0, "HostWindow", "", WS_POPUP | WS_VISIBLE, 0, 0, kWidth, kHeight, nullptr,
                              nullptr, nullptr, nullptr);
   }
   ~HostWindow() { Destroy(); }
-  HostWindow(const HostWindow&) = delete;
-  HostWindow& operator=(const HostWindow&) = delete;
+  HostWindow(HostWindow&&) = delete;
 
   void Destroy() {
     DestroyWindow(m_hWnd);
@@ -67,7 +57,7 @@ class HostWindow {
   }
   HWND Handle() const { return m_hWnd; }
 
-  /// A context by its ProgID, with a child that fills this window; null when there is none to be had.
+  /// Creates a context by its ProgID, with a child that fills this window; null on failure.
   GLPtr<IGLContext> MakeContext() const {
     auto context = GLCreate<IGLContext>("Gl.GLContext.1");
     if (!context || FAILED(context->Initialize(reinterpret_cast<ULONG_PTR>(m_hWnd)))) return {};
@@ -109,14 +99,14 @@ class Reading final : public GLViewerGaugeBase {
     return S_OK;
   }
   int Frames() const { return m_iFrames; }
-  /// How many pixels of the last frame aren't as the one in the lower left corner.
+  /// Returns how many pixels of the last frame differ from the one in the lower left corner.
   int Covered() const { return m_iCovered; }
 
  private:
   std::atomic<int> m_iFrames{0}, m_iCovered{0};
 };
 
-/// A triangle over the middle of the view, under the name 7.
+/// A triangle over the middle of the view, with identifier 7.
 class Triangle final : public GLPainterBase {
  public:
   static constexpr int kPixels = HostWindow::kHeight * HostWindow::kHeight / 8;

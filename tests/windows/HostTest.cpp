@@ -1,12 +1,11 @@
-// The registered module as a host meets it that knows only ProgIDs: class objects through COM, a picture in
-// a child window, a pick in it, and the module's way out.
+// The registered module in a host that knows only ProgIDs: class objects through COM, a picture in a child
+// window, a pick, and unloading. Wine.
 
-#include "support/Test.h"
 #include "windows/Host.h"
 
 namespace {
 
-/// A painter that holds the last reference to its context and lets go of it on the draw thread.
+/// A painter that holds the last reference to its context, and releases it on the draw thread.
 class LastHolder final : public GLPainterBase {
  public:
   HRESULT Draw(IGLCanvas*, IGLContext*, IGLViewer*) noexcept override {
@@ -36,7 +35,7 @@ TEST(RegisteredModule, DrawsAndPicks) {
   const int first = reading->Frames();
   ASSERT_TRUE(PumpUntil([&] { return reading->Frames() > first + 2; }));
 
-  EXPECT_NEAR(reading->Covered(), Triangle::kPixels, 100) << "a whole one, and nothing else";
+  EXPECT_NEAR(reading->Covered(), Triangle::kPixels, 100) << "one whole triangle";
   const auto pick = [&](double aX, double aY) {
     GLDATA_POINT from = {aX - 0.02, aY - 0.02, 0}, to = {aX + 0.02, aY + 0.02, 0};
     ULONG names[8] = {};
@@ -48,26 +47,26 @@ TEST(RegisteredModule, DrawsAndPicks) {
   EXPECT_EQ(pick(0.9, 0.9), std::vector<ULONG>{});
 }
 
-TEST(RegisteredModule, MakesObjectsInBothKindsOfApartment) {
+TEST(RegisteredModule, CreatesObjectsInBothKindsOfApartment) {
   for (const DWORD model : {DWORD{COINIT_APARTMENTTHREADED}, DWORD{COINIT_MULTITHREADED}}) {
     std::thread([model] {
       const Apartment apartment(model);
       const auto collection = GLCreate<IGLCollection>("Gl.GLCollection.1");
       ASSERT_TRUE(collection);
       int size = -1;
-      EXPECT_EQ(collection->GetSize(&size), S_OK) << "called directly, with no proxy";
+      EXPECT_EQ(collection->GetSize(&size), S_OK) << "called directly, without a proxy";
       EXPECT_EQ(size, 0);
     }).join();
   }
 }
 
-TEST(RegisteredModule, GoesAfterAContextThatEndedOnItsOwnDrawThread) {
+TEST(RegisteredModule, UnloadsAfterAContextEndedOnItsDrawThread) {
   const Apartment apartment;
   const HostWindow window;
   const auto holder = GLMake<LastHolder>();
   holder->m_Context = window.MakeContext();
   ASSERT_TRUE(holder->m_Context);
-  // A smoothed picture takes a window to ask for formats by, which lives to the module's end.
+  // A smoothed picture needs a window that queries formats, which lives until the module is unloaded.
   holder->m_Context.As<IGLContext14_3>()->put_bFSAA(1);
   ASSERT_EQ(holder->m_Context->Initialize(reinterpret_cast<ULONG_PTR>(window.Handle())), S_OK);
   const HWND child = WindowOf(*holder->m_Context);
@@ -76,12 +75,12 @@ TEST(RegisteredModule, GoesAfterAContextThatEndedOnItsOwnDrawThread) {
   EXPECT_NE(FindWindowA(nullptr, "WGLExtensions"), nullptr);
   EXPECT_NE(GetModuleHandleA("GLLib.dll"), nullptr);
   holder->m_bLetGo = true;
-  // The thread that ends it destroys a window of this thread's, and so needs its messages.
+  // The module's thread destroys a window of this thread, which must deliver its messages.
   EXPECT_TRUE(PumpUntil([&] { return holder->m_bDone && !IsWindow(child); }));
   EXPECT_TRUE(PumpUntil([] {
     CoFreeUnusedLibrariesEx(0, 0);
     return GetModuleHandleA("GLLib.dll") == nullptr;
-  })) << "the module says that it can go, and goes";
-  EXPECT_EQ(FindWindowA(nullptr, "WGLExtensions"), nullptr) << "no window is left whose procedure went";
-  EXPECT_TRUE(window.MakeContext()) << "loaded again it begins anew";
+  })) << "the module is unloaded";
+  EXPECT_EQ(FindWindowA(nullptr, "WGLExtensions"), nullptr) << "no window with an unloaded procedure remains";
+  EXPECT_TRUE(window.MakeContext()) << "the module works after it is loaded again";
 }

@@ -1,14 +1,13 @@
-// The window procedure and the hook with the system's own messages, sent to windows of a host's.
+// The window procedure and the message hook with messages of Windows. Wine.
 
-#include "support/Test.h"
 #include "windows/Host.h"
 
 namespace {
 
-constexpr DWORD kLong = 3'600'000;  // a test that waits this out has failed
-constexpr auto kWhile = std::chrono::milliseconds(300);
+constexpr DWORD kMaximumWait = 3'600'000;  // a test that waits this long has failed
+constexpr auto kDeliveryTime = std::chrono::milliseconds(300);
 
-/// Two contexts under two top-level windows.
+/// Two contexts in two top-level windows.
 class Messages : public testing::Test {
  protected:
   void SetUp() override {
@@ -17,14 +16,13 @@ class Messages : public testing::Test {
       ASSERT_TRUE(m_Contexts[i]);
     }
   }
-  /// Delivers messages for a while. @return how many of a kind were queued for a window
+  /// Delivers messages for a while. @return the number of queued messages of a kind for a window
   static int CountQueued(HWND aWindow, UINT aMessage, WPARAM aParameter) {
     int count = 0;
-    const auto end = std::chrono::steady_clock::now() + kWhile;
+    const auto end = std::chrono::steady_clock::now() + kDeliveryTime;
     while (std::chrono::steady_clock::now() < end) {
-      for (const MSG& message : Pump()) {
+      for (const MSG& message : Pump())
         count += message.hwnd == aWindow && message.message == aMessage && message.wParam == aParameter;
-      }
       std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     return count;
@@ -37,32 +35,32 @@ class Messages : public testing::Test {
 
 }  // namespace
 
-TEST_F(Messages, APartThatBecameInvalidIsDrawnOnceAndIsValidThen) {
+TEST_F(Messages, PaintDrawsOneFrameAndValidates) {
   IGLViewer* viewer = AddViewer(*m_Contexts[0]);
   ASSERT_NE(viewer, nullptr);
   const auto reading = Read(*viewer);
   // The first frames may be drawn before Wine gives the drawable the window's size.
   ASSERT_TRUE(PumpUntil([&] { return reading->Frames() > 0 && reading->Covered() == 0; }));
-  m_Contexts[0].As<IGLContext2>()->SetControlledDrawThread(1, kLong);
+  m_Contexts[0].As<IGLContext2>()->SetControlledDrawThread(1, kMaximumWait);
   CountQueued(nullptr, WM_NULL, 0);
   int before = reading->Frames();
   const auto painter = GLMake<Triangle>();
   m_Contexts[0]->AttachPainter(painter.Get());
   CountQueued(nullptr, WM_NULL, 0);
-  ASSERT_EQ(reading->Frames(), before) << "nothing asks for a frame";
+  ASSERT_EQ(reading->Frames(), before) << "no frame is requested";
   ASSERT_EQ(reading->Covered(), 0);
 
   const HWND child = WindowOf(*m_Contexts[0]);
   const RECT part = {10, 10, 20, 20};
   InvalidateRect(child, &part, FALSE);
-  EXPECT_EQ(CountQueued(child, WM_PAINT, 0), 1) << "one that is repeated was never validated";
+  EXPECT_EQ(CountQueued(child, WM_PAINT, 0), 1) << "the window is validated";
   EXPECT_FALSE(GetUpdateRect(child, nullptr, FALSE));
   EXPECT_TRUE(PumpUntil([&] { return reading->Frames() == before + 1; }));
   EXPECT_GT(reading->Covered(), 1000) << "the whole picture, by one frame";
-  EXPECT_EQ(SendMessageA(child, WM_ERASEBKGND, 0, 0), 1) << "nobody wipes it";
+  EXPECT_EQ(SendMessageA(child, WM_ERASEBKGND, 0, 0), 1) << "the background is not erased";
 }
 
-TEST_F(Messages, OfColoursRebuildAllContextsThroughTheFirstOnesTopLevelWindow) {
+TEST_F(Messages, ColourChangesRebuildAllContexts) {
   const HWND before[] = {WindowOf(*m_Contexts[0]), WindowOf(*m_Contexts[1])};
   const auto rebuilt = [&](int i) {
     const HWND now = WindowOf(*m_Contexts[i]);
@@ -75,7 +73,7 @@ TEST_F(Messages, OfColoursRebuildAllContextsThroughTheFirstOnesTopLevelWindow) {
   EXPECT_TRUE(PumpUntil([&] { return rebuilt(0) && rebuilt(1); }));
 }
 
-TEST_F(Messages, TheParentsEndStopsTheContextBelowItAlone) {
+TEST_F(Messages, DestroyedParentStopsOnlyItsContext) {
   GLPtr<Reading> readings[2];
   for (int i = 0; i < 2; ++i) {
     IGLViewer* viewer = AddViewer(*m_Contexts[i]);
@@ -94,5 +92,5 @@ TEST_F(Messages, TheParentsEndStopsTheContextBelowItAlone) {
   m_Contexts[0].As<IGLContext2>()->TriggerDrawThread();
   CountQueued(nullptr, WM_NULL, 0);
   EXPECT_EQ(readings[0]->Frames(), stopped);
-  m_Contexts[0].Reset();  // and it ends in good order
+  m_Contexts[0].Reset();  // a context without a window ends normally
 }

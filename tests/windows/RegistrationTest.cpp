@@ -1,7 +1,6 @@
-// What regsvr32 entered into the system's registry.
+// The entries that regsvr32 has made in the system's registry. Wine.
 
 #include "component/IdlClasses.h"
-#include "support/Test.h"
 #include "windows/Host.h"
 
 namespace {
@@ -15,7 +14,7 @@ std::string TextValue(const std::string& aKey, const char* aName = nullptr) {
              : "";
 }
 
-/// All values of a key and of those below it.
+/// Returns all values of a key and of its subkeys.
 void ReadKey(const std::string& aKey, RegistryTexts& aInto) {
   HKEY key = nullptr;
   if (RegOpenKeyExA(HKEY_CLASSES_ROOT, aKey.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
@@ -31,7 +30,7 @@ void ReadKey(const std::string& aKey, RegistryTexts& aInto) {
 
 }  // namespace
 
-TEST(Registration, EntersEveryClass) {
+TEST(Registration, RegistersEachClass) {
   const std::string module = TextValue("CLSID\\{" + IdlClasses().front().m_sId + "}\\InprocServer32");
   ASSERT_TRUE(std::filesystem::exists(module)) << module;
   for (const IdlClass& one : IdlClasses()) {

@@ -87,7 +87,7 @@ class Object:
 
     def __init__(self):
         if self.CLASS_ID is None:
-            raise TypeError("objects of this class come from operations")
+            raise TypeError("objects of this class are returned by operations; they cannot be created")
         self._take(_library.create(self.CLASS_ID, self.INTERFACES[0].identifier), True)
 
     @classmethod
@@ -118,7 +118,8 @@ class Object:
         """Returns pointer and functions of an interface. The first use queries the object for it."""
         if not self._faces:
             raise ReferenceError(
-                f"this {type(self).__name__} is closed. What a painter gets is good until its draw returns: keep() it"
+                f"this {type(self).__name__} is closed. Arguments of draw() are valid until it returns; "
+                "keep() returns an object that stays valid"
             )
         bound = self._faces[face]
         if bound is None:
@@ -209,7 +210,7 @@ def object_of(interface, pointer, counted):
 
 def report(client, error):
     """Prints an exception that was never taken by raise_pending()."""
-    print(f"gllib: an exception in {type(client).__qualname__} was not asked for:", file=sys.stderr)
+    print(f"gllib: an exception in {type(client).__qualname__} was not raised by raise_pending():", file=sys.stderr)
     traceback.print_exception(type(error), error, error.__traceback__, file=sys.stderr)
 
 

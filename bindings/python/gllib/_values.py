@@ -96,7 +96,7 @@ def array_of(kind, values, length=0):
             items = [kind.of(item) for item in items]
         result = (kind * len(items))(*items)
     if length and len(result) != length:
-        raise ValueError(f"{length} items are needed, not {len(result)}")
+        raise ValueError(f"{length} items are required, not {len(result)}")
     return result
 
 
@@ -115,7 +115,7 @@ def _from_buffer(kind, values):
         return None
     count, rest = divmod(view.nbytes, ctypes.sizeof(kind))
     if rest:
-        raise ValueError(f"{view.nbytes} bytes are no whole number of {kind.__name__}")
+        raise ValueError(f"{view.nbytes} bytes are not a multiple of the size of {kind.__name__}")
     return (kind * count).from_buffer_copy(view)
 
 

@@ -13,7 +13,7 @@ def _rows(name, values, widths, kinds):
 
     array = numpy.asarray(values)
     if array.ndim != 2 or array.shape[1] not in widths:
-        raise ValueError(f"{name}: shape (n, {' or '.join(map(str, widths))}) is needed, not {array.shape}")
+        raise ValueError(f"{name}: shape (n, {' or '.join(map(str, widths))}) is required, not {array.shape}")
     if array.dtype.name not in kinds or not array.dtype.isnative:
         array = array.astype("float32" if array.dtype.kind == "f" and array.dtype.itemsize <= 4 else "float64")
     row, column = array.strides
@@ -29,7 +29,7 @@ def _numbers(indices, count):
     if array.size == 0:
         return numpy.empty(0, "uint32")
     if array.dtype.kind not in "iu":
-        raise ValueError(f"indices: whole numbers are needed, not {array.dtype}")
+        raise ValueError(f"indices: integers are required, not {array.dtype}")
     if array.min() < 0 or array.max() >= count:
         raise ValueError(f"indices: from {array.min()} to {array.max()}, but there are {count} vertices")
     if array.dtype.name not in ("uint8", "uint16", "uint32") or not array.dtype.isnative:

@@ -153,7 +153,7 @@ class Pixmap(interfaces.Pixmap):
         with _uses_lock:
             use = self._use()
             if use.requests:
-                raise BufferError("a capture is to write into this pixmap")
+                raise BufferError("a capture will write into this pixmap")
             block = use.block() if use.block is not None else None
             if block is None:
                 size, pixels = c_int32(), c_void_p()

@@ -55,13 +55,13 @@ Model LoadModel(const std::string& aPath, const ReadProgress& aProgress) {
   try {
     model.parts = ReadParts(aPath, aProgress);
   } catch (const ModelError& reason) {
-    throw ModelError("can't read " + aPath + ": " + reason.what());
+    throw ModelError("cannot read " + aPath + ": " + reason.what());
   }
   if (model.parts.empty()) throw ModelError("no triangles in " + aPath);
   for (Part& part : model.parts) {
     part.id = static_cast<ULONG>(&part - model.parts.data() + 1);
     if (part.name.empty()) part.name = "part " + std::to_string(part.id);
   }
-  if (!Measure(model)) throw ModelError("a coordinate is no number in " + aPath);
+  if (!Measure(model)) throw ModelError("a coordinate is not a number in " + aPath);
   return model;
 }

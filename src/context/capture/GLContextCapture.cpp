@@ -107,10 +107,10 @@ bool GLContext::CaptureFromScreen(IGLCapture& aCapture) noexcept {
   GLPtr<IGLPixmap> target;
   aCapture.GetPixmap(target.Put());
   RECT rect{};
-  if (!target) return CaptureFails("GetPixmap gave no pixmap");
-  if (!CaptureRectangle(aCapture, &rect)) return CaptureFails("its rectangle has no pixel in the viewport");
+  if (!target) return CaptureFails("GetPixmap returned no pixmap");
+  if (!CaptureRectangle(aCapture, &rect)) return CaptureFails("its rectangle lies outside the viewport");
   if (FAILED(target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {0, 0, 0, 0})))
-    return CaptureFails("the pixmap has no memory for the picture");
+    return CaptureFails("not enough memory for the pixmap");
   const GLPass pass(m_Lock, m_Window.m_Target);
   return ReadPixels(*target, GL_BACK, rect, m_Settings.m_iViewportHeight);
 }
@@ -119,8 +119,8 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   GLPtr<IGLPixmap> target;
   aCapture.GetPixmap(target.Put());
   RECT rect{};
-  if (!target) return CaptureFails("GetPixmap gave no pixmap");
-  if (!CaptureRectangle(aCapture, &rect)) return CaptureFails("its rectangle has no pixel in the viewport");
+  if (!target) return CaptureFails("GetPixmap returned no pixmap");
+  if (!CaptureRectangle(aCapture, &rect)) return CaptureFails("its rectangle lies outside the viewport");
   float zoom = 0.0f;
   aCapture.GetPixelZoom(&zoom);
   const std::int64_t factor = Whole(zoom);
@@ -132,7 +132,7 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   const auto height = static_cast<LONG>(Whole(static_cast<float>(m_Settings.m_iViewportHeight) * zoom));
   // The system may have memory for a larger picture than GL can draw.
   if (width > g_aiMaxViewport[0] || height > g_aiMaxViewport[1]) {
-    LogWarning("a capture failed: the scene at %d x %d pixels is larger than GL draws, %d x %d", int(width),
+    LogWarning("a capture failed: a scene of %d x %d pixels exceeds GL's limit of %d x %d", int(width),
                int(height), int(g_aiMaxViewport[0]), int(g_aiMaxViewport[1]));
     return false;
   }
@@ -141,19 +141,19 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   OffscreenSurface surface(width, height, needsPalette ? BYTE{24} : m_Window.m_PixelFormat.cColorBits,
                            m_Window.m_PixelFormat.cDepthBits);
   if (!surface.IsReady()) {
-    LogWarning("a capture failed: there is no surface of %d x %d pixels", int(width), int(height));
+    LogWarning("a capture failed: cannot create a surface of %d x %d pixels", int(width), int(height));
     return false;
   }
   const GLPass window(m_Lock, m_Window.m_Target);
-  m_Window.m_Target.m_Lists.DropAll("a capture draws in a rendering context of its own");
+  m_Window.m_Target.m_Lists.DropAll("a capture draws in a separate rendering context");
   GLPass picture(m_Lock, surface.Target());
   DrawOffscreen(aCapture, picture, surface);
   // A zoom below 1 makes the rectangle empty. Nothing is read, and the capture succeeds.
-  if (factor == 0) CaptureFails("its zoom is below 1, so that nothing is read");
-  if (factor != 0 && FAILED(initialized)) CaptureFails("the pixmap has no memory for the picture");
+  if (factor == 0) CaptureFails("its zoom is below 1, so nothing is read");
+  if (factor != 0 && FAILED(initialized)) CaptureFails("not enough memory for the pixmap");
   const bool success =
       factor == 0 || (SUCCEEDED(initialized) && ReadPixels(*target, GL_FRONT, rect, surface.Height()));
-  surface.Target().m_Lists.DropAll("the capture that they were compiled in is over");
+  surface.Target().m_Lists.DropAll("the capture that compiled them has ended");
   return success;
 }
 

@@ -102,7 +102,7 @@ void GLContext::DrawViewers() noexcept {
 // Logs only changes of the result, because a failing painter fails in every frame.
 void GLContext::NotePainterResult(HRESULT aResult) noexcept {
   if (aResult == std::exchange(m_hPainterResult, aResult) || SUCCEEDED(aResult)) return;
-  LogDebug("IGLPainter::Draw returned 0x%08x: the frame goes on", static_cast<unsigned>(aResult));
+  LogDebug("IGLPainter::Draw returned 0x%08x: the frame continues", static_cast<unsigned>(aResult));
 }
 
 // Sets the GL state that the contract guarantees to painters.

@@ -17,7 +17,7 @@ ULONG DisplayLists::Generate(int aCount) noexcept {
   const GLuint name = TakeNames(aCount);
   if (name != 0) m_Names.Add(name, aCount);
   if (name == 0 && !m_bExhausted)
-    LogWarning("GL has no %d free names for display lists: no list is compiled", aCount);
+    LogWarning("GL has no range of %d free display list names: no list is compiled", aCount);
   m_bExhausted = name == 0;
   return (m_uGeneration << 16) | name;
 }

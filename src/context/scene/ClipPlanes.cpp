@@ -14,7 +14,7 @@ bool ClipPlanes::Add(const GPlane& aPlane) noexcept {
     return false;
   }
   if (const int most = g_iMaxClipPlanes; m_Planes.size() > static_cast<std::size_t>(most))
-    LogWarning("GL has %d clip planes: a further one takes the place of one before", most);
+    LogWarning("GL has %d clip planes: another one replaces an earlier one", most);
   if (++m_iNextName >= GL_CLIP_PLANE0 + g_iMaxClipPlanes) m_iNextName = GL_CLIP_PLANE0;
   m_bEmpty = false;
   return true;

@@ -44,7 +44,7 @@ HRESULT GLContext::Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POIN
     }
   }
   if (FAILED(result)) *aArraySize = 0;
-  if (result == E_GL_BADSTATE) LogDebug("Select is refused: no draw thread can serve it here");
+  if (result == E_GL_BADSTATE) LogDebug("Select is refused: no draw thread can run it now");
   return result;
 }
 

@@ -61,7 +61,7 @@ void PSelectEvent::SetupClipPlanes() const noexcept {
 int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
                            ULONG* aIDArray) const noexcept {
   if (aHits < 0)
-    LogWarning("a selection found more than the %d identifiers that the host's array holds: it gives none",
+    LogWarning("a selection found more identifiers than the host's array holds, %d: it returns none",
                aCapacity);
   int count = 0;
   GLuint best = 0;

@@ -64,7 +64,7 @@ int GLContext::ChooseFormat() noexcept {
     const int format = extensions->ChooseMultisampleFormat(m_Window.m_Target.m_hDC, m_Window.m_PixelFormat,
                                                            m_Window.m_lFSAAMaxSamples);
     if (format != 0) return format;
-    LogWarning("no pixel format has multisampling, which the host or the registry asks for");
+    LogWarning("no pixel format has multisampling, which the host or the registry requests");
   }
   return ChoosePixelFormat(m_Window.m_Target.m_hDC, &m_Window.m_PixelFormat);
 }

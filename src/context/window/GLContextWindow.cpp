@@ -85,14 +85,15 @@ HRESULT GLContext::Initialize(ULONG_PTR aParentWnd) noexcept {
   const LogContext log(m_uNumber);
   if (IsDrawThread()) return InitializeFails("it is called on the context's own draw thread"), E_GL_BADSTATE;
   if (IsInherited()) return InitializeFails("the context was created before a fork"), E_GL_BADSTATE;
-  if (!IsUsable()) return InitializeFails("there was no memory for the parts of the context"), E_GL_BADSTATE;
+  if (!IsUsable()) return InitializeFails("not enough memory for the parts of the context"), E_GL_BADSTATE;
   const DrawThreadWait wait(*this);
   if (!wait.IsAllowed()) return E_GL_BADSTATE;
   const std::scoped_lock replace(m_ReplaceLock);
   ChooseDisplay();
   m_Window.m_hParentWnd = reinterpret_cast<HWND>(aParentWnd);
   if (m_Window.m_Target.m_hRC != nullptr)
-    RaiseListGeneration("another Initialize");  // old keys must not name lists of the new rendering context
+    RaiseListGeneration(
+        "a context replaces its window");  // old keys must not name lists of the new rendering context
   if (!CreateGLWindow()) return E_FAIL;
   InstallMessageHook();
   return S_OK;
@@ -184,7 +185,7 @@ bool GLContext::CreateRenderingContext() noexcept {
   const PLock lock(m_Lock);
   const HGLRC context = wglCreateContext(m_Window.m_Target.m_hDC);
   if (context == nullptr) {
-    m_Window.m_szObstacle = "the driver gave no rendering context within 10 s";
+    m_Window.m_szObstacle = "the driver created no rendering context within 10 s";
     return false;
   }
   if (!wglMakeCurrent(m_Window.m_Target.m_hDC, context)) {
@@ -242,7 +243,8 @@ LRESULT GLContext::WindowProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam
   switch (uMsg) {
     case WM_DESTROY:
       LogWarning(
-          "the window is destroyed, with its parent or with the connection to its server: nothing is drawn");
+          "the window is destroyed, because its parent or the connection to its server is lost: nothing is "
+          "drawn");
       SuspendDrawThread();
       return DefWindowProcA(hWnd, uMsg, wParam, lParam);
     case WM_PAINT:

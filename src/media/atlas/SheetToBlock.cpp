@@ -25,7 +25,7 @@ using Ink = std::array<std::bitset<kSheetWidth>, kSheetHeight>;  // top row firs
 class SheetReader {
  public:
   explicit SheetReader(const std::string& aPath) : m_sPath(aPath), m_Input(aPath) {
-    if (!m_Input) Fail("can't be read");
+    if (!m_Input) Fail("cannot be read");
   }
 
   Ink Read() {
@@ -33,7 +33,7 @@ class SheetReader {
       if (line.empty() || line[0] == ';') continue;
       ReadBand(CodesOf(line));
     }
-    if (!m_Seen.all()) Fail("lacks a code");
+    if (!m_Seen.all()) Fail("a code is missing");
     return m_Ink;
   }
 
@@ -46,9 +46,9 @@ class SheetReader {
   std::vector<std::size_t> CodesOf(const std::string& aLine) {
     std::vector<std::size_t> codes;
     for (std::size_t at = 0; at < aLine.size(); at += kStride) {
-      if (std::isdigit(static_cast<unsigned char>(aLine[at])) == 0) Fail("a code was due");
+      if (std::isdigit(static_cast<unsigned char>(aLine[at])) == 0) Fail("a code is expected");
       const std::size_t code = std::stoul(aLine.substr(at, kStride));
-      if (code > 255 || m_Seen[code]) Fail("a code of its own was due");
+      if (code > 255 || m_Seen[code]) Fail("a new code from 0 to 255 is expected");
       m_Seen.set(code);
       codes.push_back(code);
     }
@@ -58,7 +58,8 @@ class SheetReader {
   void ReadBand(const std::vector<std::size_t>& aCodes) {
     std::string line;
     for (std::size_t y = 0; y < kCellHeight; ++y) {
-      if (!NextLine(line) || line.size() != aCodes.size() * kStride - 1) Fail("a line of cells was due");
+      if (!NextLine(line) || line.size() != aCodes.size() * kStride - 1)
+        Fail("a line with one row of each cell is expected");
       for (std::size_t i = 0; i < aCodes.size(); ++i)
         ReadRow(line.substr(i * kStride, kCellWidth), aCodes[i], y);
     }
@@ -66,7 +67,7 @@ class SheetReader {
 
   void ReadRow(const std::string& aRow, std::size_t aCode, std::size_t aLine) {
     for (std::size_t x = 0; x < kCellWidth; ++x) {
-      if (aRow[x] != '#' && aRow[x] != '.') Fail("a cell holds '#' and '.' alone");
+      if (aRow[x] != '#' && aRow[x] != '.') Fail("a cell contains a character other than '#' and '.'");
       const std::size_t column = aCode % kColumns * kCellWidth + x;
       m_Ink[aCode / kColumns * kCellHeight + aLine][column] = aRow[x] == '#';
     }
@@ -97,12 +98,12 @@ using Blocks = std::vector<std::pair<std::string, std::string>>;  // names and b
 void WriteFile(const std::string& aPath, const std::string& aBytes) {
   std::ofstream out(aPath, std::ios::binary);
   out << aBytes << std::flush;
-  if (!out) throw std::runtime_error(aPath + ": can't be written");
+  if (!out) throw std::runtime_error(aPath + ": cannot be written");
 }
 
 std::string SourceOf(const Blocks& aBlocks) {
   std::string source =
-      "// Written by the build from the glyph sheets.\n#include "
+      "// Generated from the glyph sheets by SheetToBlock.\n#include "
       "\"platform/linux/ResourceBlocks.h\"\nnamespace {\n";
   std::string table;
   for (const auto& [name, bytes] : aBlocks) {
@@ -128,7 +129,7 @@ void Run(std::vector<std::string> aArguments) {
   const bool files = !aArguments.empty() && aArguments[0] == "--files";
   if (files) aArguments.erase(aArguments.begin());
   if (aArguments.size() < 3 || aArguments.size() % 2 == 0)
-    throw std::runtime_error("[--files] OUTPUT NAME SHEET.txt ...");
+    throw std::runtime_error("usage: SheetToBlock [--files] OUTPUT NAME SHEET.txt ...");
   Blocks blocks;
   for (std::size_t i = 1; i < aArguments.size(); i += 2)
     blocks.emplace_back(aArguments[i], BlockOf(SheetReader(aArguments[i + 1]).Read()));

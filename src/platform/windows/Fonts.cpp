@@ -55,7 +55,7 @@ void NoteFace(HDC hDC, const GLWCHAR* szWanted) noexcept {
   char wantedText[4 * LF_FACESIZE] = "", usedText[4 * LF_FACESIZE] = "";
   WideCharToMultiByte(CP_ACP, 0, szWanted, -1, wantedText, sizeof(wantedText), nullptr, nullptr);
   WideCharToMultiByte(CP_ACP, 0, used, -1, usedText, sizeof(usedText), nullptr, nullptr);
-  LogWarning("there is no face \"%s\": %s is used", wantedText, usedText);
+  LogWarning("there is no font face \"%s\": %s is used", wantedText, usedText);
 }
 
 // Compiles blank characters here. The system compiles them with a null image, which some drivers report as a

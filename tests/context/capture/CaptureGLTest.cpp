@@ -1,22 +1,21 @@
-// Captures: what arrives in the pixmap, both ways, and what is left as it was.
+// Captures, off-screen and from the window: the picture, and what the capture must not change. Headless
+// display.
 
 #include "component/Module.h"
 #include "context/GLContext.h"
-#include "platform/GL.h"
 #include "support/Counting.h"
 #include "support/RichScene.h"
-#include "support/Test.h"
 
 namespace {
 
 constexpr int kWidth = 64, kHeight = 48;
 
-/// A context with a rich scene, free-running.
+/// A context with a rich scene. Its draw thread cycles without a pause.
 struct Captured {
   RichScene scene;
   GLPtr<TestCapture> capture = GLMake<TestCapture>();
-  GLDATA_RGBA behind{};                    // GetBackgroundColor as the painter sees it in a zoomed picture
-  std::atomic<int> textures{0}, lists{0};  // names in the window's rendering context when it was last read
+  GLDATA_RGBA behind{};                    // result of GetBackgroundColor for the painter in a zoomed picture
+  std::atomic<int> textures{0}, lists{0};  // names in the window's rendering context, at the last count
   FreeContext drawn;
 
   explicit Captured(int aWidth = kWidth, int aHeight = kHeight,
@@ -27,7 +26,7 @@ struct Captured {
         m_iHeight(aHeight) {
     drawn.context->EnableLighting(0);
     drawn.context->AttachCapture(capture.Get());
-    // Some drivers learn of a window's size at the end of a frame.
+    // Some drivers apply a window's size only at the end of a frame.
     EXPECT_TRUE(Eventually([&] { return *drawn.frames > 1; }));
   }
   ~Captured() { drawn.context->DetachPainter(); }
@@ -62,27 +61,25 @@ struct Captured {
   std::atomic<bool> m_bRead{false};
 };
 
-/// What the platform is taken for, which decides the way of a capture: 2 renders anew, 1 reads the window.
+/// Sets the platform version, which decides how a capture is taken: 2 draws off-screen, 1 reads the window.
 class PlatformVersion {
  public:
   explicit PlatformVersion(DWORD aPlatform) noexcept {
     g_sVersion.dwOSVersionInfoSize = sizeof(g_sVersion);
     g_sVersion.dwPlatformId = aPlatform;
   }
-  ~PlatformVersion() { g_sVersion = {}; }  // asked anew
-  PlatformVersion(const PlatformVersion&) = delete;
-  PlatformVersion& operator=(const PlatformVersion&) = delete;
+  ~PlatformVersion() { g_sVersion = {}; }  // queried again
+  PlatformVersion(PlatformVersion&&) = delete;
 };
 
 }  // namespace
 
-TEST(Capture, EqualsTheWindowsPictureBothWaysAndInParts) {
+TEST(Capture, EqualsTheWindowsPicture) {
   for (const DWORD platform : {2u, 1u}) {
     SCOPED_TRACE(platform);
     const PlatformVersion version(platform);
     Captured captured(200, 150);
-    captured.capture->request.m_fZoom =
-        platform == 1 ? 2 : 1;  // nobody asks for it on the way of reading back
+    captured.capture->request.m_fZoom = platform == 1 ? 2 : 1;  // the window's way ignores it
     const Picture window = captured.WindowPicture();
     EXPECT_GT(window.CountOther(0x000000FF), 200 * 150 / 4);
     EXPECT_EQ(Difference(captured.Take(), window), 0);
@@ -92,12 +89,12 @@ TEST(Capture, EqualsTheWindowsPictureBothWaysAndInParts) {
     for (int x = 0; x < 40; ++x) {
       for (int y = 0; y < 30; ++y) others += part.At(x, y) != window.At(x + 5, y + 7) ? 1 : 0;
     }
-    EXPECT_EQ(others, 0) << "places count from the top";
+    EXPECT_EQ(others, 0) << "rectangles count from the top";
   }
 }
 
-// One object that nobody changes: the frames after the first send its colour alone.
-TEST(Capture, AppliesAttributesThatTheWindowHasAlready) {
+// One object that does not change: the frames after the first send only its colour.
+TEST(Capture, AppliesAttributesAgainInItsRenderingContext) {
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   attributes->EnableDrawMode(GLDM_LINE_FRONT, 1);
   FreeContext drawn(
@@ -111,7 +108,7 @@ TEST(Capture, AppliesAttributesThatTheWindowHasAlready) {
       },
       kWidth, kHeight);
   drawn.context->EnableLighting(0);
-  attributes->SetLineWidth(7);  // whose limits the first rendering context tells
+  attributes->SetLineWidth(7);  // the first rendering context reports the limits of line widths
   drawn.Await(3);
   const auto capture = GLMake<TestCapture>();
   drawn.context->AttachCapture(capture.Get());
@@ -119,17 +116,17 @@ TEST(Capture, AppliesAttributesThatTheWindowHasAlready) {
     ASSERT_EQ(capture->Take(), 1);
     const Picture picture = PictureOf(*capture->target);
     const std::uint32_t middle = picture.At(kWidth / 2, kHeight * 5 / 8);
-    EXPECT_EQ(middle & 0xFFFFFF00u, 0u) << "the face is not filled" << again;
-    EXPECT_GT(picture.CountOther(middle), 350) << "and its lines are wide" << again;
+    EXPECT_EQ(middle & 0xFFFFFF00u, 0u) << "the face is filled, repetition " << again;
+    EXPECT_GT(picture.CountOther(middle), 350) << "the lines are narrow, repetition " << again;
   }
 }
 
-TEST(Capture, ZoomsTheResolutionAndTakesItsBackground) {
+TEST(Capture, ZoomsAndUsesItsBackground) {
   Captured captured;
   captured.capture->request = {.m_fZoom = 3, .m_sBackground = {0, 1, 2, 0}};
   const Picture large = captured.Take();
   EXPECT_EQ(std::pair(large.Width(), large.Height()), std::pair(3 * kWidth, 3 * kHeight));
-  EXPECT_EQ(large.At(0, 0), 0x00FFFFFFu) << "the background, cut to what a colour can be";
+  EXPECT_EQ(large.At(0, 0), 0x00FFFFFFu) << "the background, limited to valid colour components";
   EXPECT_EQ(captured.behind.m_fGreen, 1.0f);
   GLDATA_RGBA own{};
   captured.drawn.context->GetBackgroundColor(&own);
@@ -139,7 +136,7 @@ TEST(Capture, ZoomsTheResolutionAndTakesItsBackground) {
   EXPECT_EQ(width, kWidth);
 }
 
-TEST(Capture, AnswersEveryRequest) {
+TEST(Capture, ReportsEachResult) {
   Captured captured;
   TestCapture& capture = *captured.capture;
   struct {
@@ -171,28 +168,27 @@ TEST(Capture, AnswersEveryRequest) {
   EXPECT_EQ(capture.Take(), 0) << "no pixmap";
 }
 
-TEST(Capture, LeavesTheWindowAsItWasAThousandTimes) {
-  constexpr bool kSanitized = GLLIB_SANITIZED != 0;  // takes its time, and keeps memory
-  constexpr int kManyTimes = kSanitized ? 50 : 1000;
+TEST(Capture, LeavesTheWindowUnchanged) {
+  constexpr bool kSanitized = GLLIB_SANITIZED != 0;  // a sanitizer run is slower, and keeps memory
+  constexpr int kRepetitions = kSanitized ? 50 : 1000;
   Captured captured(kWidth, kHeight, RichScene::Parts::kQuick);
   captured.Take();
   const Picture before = captured.WindowPicture();
   const int textures = captured.textures, lists = captured.lists;
-  EXPECT_EQ(textures, 1) << "the atlas";
+  EXPECT_EQ(textures, 1) << "the texture of the glyph sheet";
   EXPECT_EQ(lists, 2 * 256 + 1);
   const ULONG generation = g_uListGeneration;
   const int compiled = captured.scene.compiled;
   long memory = 0;
-  for (int i = 0; i < kManyTimes; ++i) {
-    if (i == kManyTimes / 5) memory = ResidentKiB();
+  for (int i = 0; i < kRepetitions; ++i) {
+    if (i == kRepetitions / 5) memory = ResidentKiB();
     ASSERT_EQ(captured.capture->Take(), 1);
   }
   const long grown = ResidentKiB() - memory;
-  EXPECT_TRUE(kSanitized || grown < 8 * 1024) << grown << " KiB over 800 captures";
-  EXPECT_EQ(g_uListGeneration, generation + 2 * kManyTimes);
+  EXPECT_TRUE(kSanitized || grown < 8 * 1024) << grown << " KiB more after 800 captures";
+  EXPECT_EQ(g_uListGeneration, generation + 2 * kRepetitions);
   const Picture after = captured.WindowPicture();
-  EXPECT_EQ(captured.scene.compiled, compiled + 2 * kManyTimes)
-      << "once in each capture, once in the window after it";
+  EXPECT_EQ(captured.scene.compiled, compiled + 2 * kRepetitions) << "in each capture and after it";
   EXPECT_EQ(Difference(after, before), 0);
   EXPECT_EQ(Difference(PictureOf(*captured.capture->target), before), 0);
   EXPECT_EQ(captured.textures, textures);
@@ -203,7 +199,7 @@ TEST(Capture, ShowsTheBackgroundWhereNoViewerDraws) {
   Captured captured;
   IGLViewer& first = *captured.drawn.viewer;
   captured.capture->request = {.m_fZoom = 3, .m_sBackground = {1, 1, 0, 1}};
-  captured.Take();  // leaves memory that is no background
+  captured.Take();  // leaves memory with a different content than the background
   first.Clip(1);
   first.ShowClipFrame(0);
   first.SetClipRectangle(0, 0, 20, 20);

@@ -1,9 +1,8 @@
-// The draw thread as a host steers it, and the ways in which contexts come and go.
+// The draw thread under the control of a host, and contexts that are created and destroyed. Headless display.
 
 #include "component/Module.h"
 #include "platform/Window.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -13,7 +12,7 @@ GLPtr<IGLContext> NewContext() { return GLCreate<IGLContext>(CLSID_GLContext); }
 
 }  // namespace
 
-TEST(Context, WantsItsDrawThreadForWhatSteersIt) {
+TEST(Context, RefusesThreadControlWithoutAThread) {
   const auto context = NewContext();
   const auto control = context.As<IGLContext2>();
   const auto suspension = context.As<IGLContext12>();
@@ -46,22 +45,15 @@ TEST(DrawThread, LimitsItsParameters) {
   }
 }
 
-TEST(DrawThread, DrawsNoFrameForTasksAlone) {
+TEST(DrawThread, RunsTasksWithoutAFrame) {
   std::atomic<int> draws{0};
   ContextFixture fixture(32, 32);
   IGLContext& context = fixture.Context();
   context.AttachPainter(GLMake<TestPainter>([&](Scene&) { ++draws; }).Get());
-  GLDATA_POINT point{};
-  int size = 1;
-  ULONG id = 0;
-  const auto select = [&] {
-    EXPECT_EQ(context.Select(&fixture.Viewer(), &point, &point, 0, 0, &size, &id), S_OK);
-  };
   for (int n = 1; n <= 20; ++n) {
     context.ResetClipPlanes();
-    size = 1;
-    select();  // serves the reset too
-    EXPECT_EQ(draws, n) << "one call per selection, and none by a frame";
+    EXPECT_EQ(Pick(context, fixture.Viewer(), {}, {}).result, S_OK);  // also resets the clip planes
+    EXPECT_EQ(draws, n) << "one call per selection, and no frame";
   }
   GLPtr<IGLFont> font;
   context.CreateSystemFont(font.Put());
@@ -72,32 +64,29 @@ TEST(DrawThread, DrawsNoFrameForTasksAlone) {
   EXPECT_TRUE(Eventually([&] { return draws == 21; }));
 }
 
-TEST(DrawThread, EndsItsPauseForAPainterAndServesTasksWithinIt) {
+TEST(DrawThread, EndsAPauseForAPainterAndRunsTasksInIt) {
   const auto context = NewContext();
   ASSERT_EQ(context->Initialize(0), S_OK);
-  context->SetDrawThreadPars(0, 5000, 5000);  // from the cycle after the next on
+  context->SetDrawThreadPars(0, 5000, 5000);  // takes effect after the next cycle
   IGLViewer* viewer = nullptr;
   context->CreateViewer(1, 1, &viewer);
   std::atomic<int> draws{0};
   const auto attach = [&] { context->AttachPainter(GLMake<TestPainter>([&](Scene&) { ++draws; }).Get()); };
   attach();
   EXPECT_TRUE(Eventually([&] { return draws > 0; }));
-  std::this_thread::sleep_for(100ms);  // what follows falls into a pause of 5 s
+  std::this_thread::sleep_for(100ms);  // the following steps fall into a pause of 5 s
   const int before = draws;
   const auto start = std::chrono::steady_clock::now();
-  GLDATA_POINT point{};
-  int size = 1;
-  ULONG id = 0;
-  EXPECT_EQ(context->Select(viewer, &point, &point, 0, 0, &size, &id), S_OK);
-  EXPECT_EQ(draws, before + 1) << "the selection alone";
+  EXPECT_EQ(Pick(*context, *viewer, {}, {}).result, S_OK);
+  EXPECT_EQ(draws, before + 1) << "only the selection drew";
   attach();
   EXPECT_TRUE(Eventually([&] { return draws > before + 1; }));
   EXPECT_LT(std::chrono::steady_clock::now() - start, 4s);
   context->SetDrawThreadPars(0, 5, 5);
-  attach();  // the end of the context would wait for the pause
+  attach();  // otherwise the end of the context would wait for the pause
 }
 
-TEST(Context, ReplacesWindowAndThreadAtAFurtherInitialize) {
+TEST(Context, ReplacesWindowAndThreadAtASecondInitialize) {
   const FreeContext painted;
   painted.context->SetDrawThreadPars(0, 100, 50);
   ULONG_PTR first = 0, second = 0;
@@ -111,11 +100,11 @@ TEST(Context, ReplacesWindowAndThreadAtAFurtherInitialize) {
   ULONG preferred = 0, mustSleep = 0;
   painted.context->GetDrawThreadPars(&priority, &preferred, &mustSleep);
   EXPECT_EQ(preferred, 40u);
-  painted.Await(1);  // viewers and painter stay
+  painted.Await(1);  // viewers and painter are still attached
 }
 
-// The procedure and the replacement of its window want the same locks, and each waits for the other's end.
-TEST(Context, IsInitialisedAnewWhileItsWindowGetsMessages) {
+// The window procedure and the replacement of its window need the same locks, and each waits for the other.
+TEST(Context, CanBeInitialisedAgainDuringMessages) {
   const FreeContext drawn;
   std::atomic<bool> done{false};
   std::thread messages([&] {
@@ -133,7 +122,7 @@ TEST(Context, IsInitialisedAnewWhileItsWindowGetsMessages) {
   drawn.Await(1);
 }
 
-TEST(Context, ForgetsADefaultFontThatIsDestroyed) {
+TEST(Context, DropsADestroyedDefaultFont) {
   const auto context = NewContext();
   GLPtr<IGLFont> font, found;
   ASSERT_EQ(context->CreateSystemFont(font.Put()), S_OK);
@@ -143,10 +132,10 @@ TEST(Context, ForgetsADefaultFontThatIsDestroyed) {
   context->DestroyFont(font.Get());
   EXPECT_EQ(context->GetDefaultFont(found.Put()), S_OK);
   EXPECT_FALSE(found);
-  EXPECT_EQ(context->SetDefaultFont(font.Get()), E_FAIL) << "it isn't the context's any more";
+  EXPECT_EQ(context->SetDefaultFont(font.Get()), E_FAIL) << "the font has left the context";
 }
 
-TEST(Context, EndsByThePainterOfAnotherWhileBothDraw) {
+TEST(Context, CanBeReleasedByThePainterOfAnother) {
   const LONG locks = g_iModuleLocks;
   {
     FreeContext one, other;
@@ -162,13 +151,13 @@ TEST(Context, EndsByThePainterOfAnotherWhileBothDraw) {
     }
     one.context.Detach();
     other.context.Detach();
-    EXPECT_TRUE(Eventually([&] { return inside == 2 && g_iModuleLocks <= locks; })) << "both have gone";
+    EXPECT_TRUE(Eventually([&] { return inside == 2 && g_iModuleLocks <= locks; })) << "both ended";
   }
 }
 
-TEST(Context, ReleasesClientsWithNoLockHeld) {
-  // The painter's or capture's end suspends the draw thread, which needs the context's lock to come to a
-  // park. It runs on this thread, or after it on the draw thread, if that still holds the client.
+TEST(Context, ReleasesClientsWithoutLocks) {
+  // The destructor of the painter or capture suspends the draw thread, which needs the context's lock before
+  // it can park. It runs on this thread, or later on the draw thread if that still holds the client.
   using Length = std::chrono::steady_clock::duration;
   struct Ending {
     IGLContext* m_pContext;
@@ -207,13 +196,13 @@ TEST(Context, ReleasesClientsWithNoLockHeld) {
     }
     ends[i]();
     EXPECT_TRUE(Eventually([&] { return length.load() != Length::max(); }));
-    EXPECT_LT(length.load(), 2s) << "the draw thread doesn't park";
+    EXPECT_LT(length.load(), 2s) << "the draw thread did not park";
   }
 }
-TEST(Context, EndsAPainterThatDetachesItselfWithNoLockHeld) {
+TEST(Context, ReleasesAPainterThatDetachesItselfWithoutLocks) {
   struct Ending final : GLPainterBase {
     explicit Ending(std::atomic<int>& aLockFree) : m_LockFree(aLockFree) {}
-    // Another thread of the host wants the context's lock meanwhile.
+    // Meanwhile another thread of the host needs the context's lock.
     ~Ending() {
       auto set = std::make_shared<std::promise<void>>();
       auto done = set->get_future();

@@ -1,10 +1,9 @@
-// What a frame of a scene with everything in it takes of the heap, once it is warm: nothing.
+// A frame of a scene with all features allocates no memory after the first frames. Headless display.
 
 #include "support/Counting.h"
 #include "support/RichScene.h"
-#include "support/Test.h"
 
-TEST(Frame, TakesNothingOfTheHeapOnceWarm) {
+TEST(Frame, AllocatesNothingAfterTheFirstFrames) {
   ContextFixture fixture(200, 100);
   IGLContext& context = fixture.Context();
   for (int i = 0; i < 2; ++i) {
@@ -25,15 +24,16 @@ TEST(Frame, TakesNothingOfTheHeapOnceWarm) {
   }
   RichScene rich;
   std::size_t allocations = 0;
-  // What the draw thread's count of allocations stands at when the painter begins.
+  // Number of allocations of the draw thread when the painter begins.
   const DrawFunction draw = [&](Scene& scene) {
     if (&scene.Viewer() == &fixture.Viewer()) allocations = AllocationsOfThisThread();
     rich.Draw(scene);
   };
-  for (int i = 0; i < 20; ++i) fixture.Frame(draw);  // the driver compiles what it needs, parts are built
+  for (int i = 0; i < 20; ++i)
+    fixture.Frame(draw);  // until the driver and the component have created their parts
   fixture.Frame(draw);
   const std::size_t warm = allocations;
-  ASSERT_GT(warm, 0u) << "the draw thread's allocations are counted";
+  ASSERT_GT(warm, 0u) << "the allocations of the draw thread are counted";
   for (int i = 0; i < 10; ++i) {
     fixture.Frame(draw);
     EXPECT_EQ(allocations, warm);

@@ -1,13 +1,12 @@
-// Frames beside plain GL, pixel by pixel: primitives and clip planes; and matrices beside those of glm.
+// Frames compared with plain GL by pixels (primitives, clip planes), and matrices compared with glm. Headless
+// display.
 
 #include <glm/glm.hpp>
 #include <glm/gtc/matrix_transform.hpp>
 
 #include "component/Module.h"
-#include "platform/GL.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -18,7 +17,7 @@ struct ColoredVertex {
   double x, y, z;
 };
 
-/// A crooked figure round the middle of the default view, its halves of several colours and depths.
+/// An irregular figure around the middle of the default view. Its halves have different colours and depths.
 constexpr ColoredVertex kFigure[] = {{1, 0, 0, 1, -40, -30, -10},  {0, 1, 0, 1, -35, 25, -20},
                                      {0, 0, 1, 1, -10, -35, -30},  {1, 1, 0, 1, -5, 30, -40},
                                      {1, 0, 1, 0.5f, 15, -25, -5}, {0, 1, 1, 1, 20, 35, -15},
@@ -45,8 +44,8 @@ void DrawPlainFigure(GLenum aMode = GL_TRIANGLE_STRIP) {
   glEnd();
 }
 
-/// A frame of a context with lighting off, and the default viewer: extents of 50 to each side, widened to the
-/// window, and an eye at (0, 0, 1).
+/// Draws by plain GL with the state of a context without lighting and with the default viewer: extents of 50
+/// to each side, widened to the window, and an eye at (0, 0, 1).
 Picture PlainPicture(const std::function<void()>& aDraw) {
   return DrawPlainGL(kWidth, kHeight, [&] {
     glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_FASTEST);
@@ -63,9 +62,9 @@ Picture PlainPicture(const std::function<void()>& aDraw) {
   });
 }
 
-/// Compares a frame with its twin, and sees that something was drawn at all.
+/// Compares a frame with the plain picture. Both must show something.
 void ExpectEqual(const Picture& aOurs, const Picture& aPlain, const std::string& aWhat) {
-  EXPECT_GT(aPlain.CountOther(0x000000FF), 50) << aWhat << ": nothing to see";
+  EXPECT_GT(aPlain.CountOther(0x000000FF), 50) << aWhat << ": the picture is empty";
   EXPECT_EQ(Difference(aOurs, aPlain), 0) << aWhat;
 }
 
@@ -75,7 +74,7 @@ void ExpectMatrix(GLenum aName, const glm::dmat4& aWanted, const std::string& aW
   for (int k = 0; k < 16; ++k) EXPECT_NEAR(found[k / 4][k % 4], aWanted[k / 4][k % 4], 1e-5) << aWhat;
 }
 
-/// A context with lighting off.
+/// A context without lighting.
 class FramePicture : public testing::Test {
  protected:
   FramePicture() { context.Context().EnableLighting(0); }
@@ -100,7 +99,8 @@ TEST_F(FramePicture, EqualsPlainGLInEveryPrimitiveMode) {
     const Picture ours = context.FramePicture([&](Scene& scene) {
       scene.Canvas().SetVertexPointSize(5);
       scene.Canvas().SetVertexLineWidth(3);
-      for (int again = 0; again < 2; ++again) DrawFigure(scene.Canvas(), begin);  // equal depths pass
+      for (int again = 0; again < 2; ++again)
+        DrawFigure(scene.Canvas(), begin);  // fragments of equal depth are drawn
     });
     const Picture plain = PlainPicture([&] {
       glPointSize(5);
@@ -111,7 +111,7 @@ TEST_F(FramePicture, EqualsPlainGLInEveryPrimitiveMode) {
   }
 }
 
-TEST(Matrices, AreWhatGlmMakesOfEachOperation) {
+TEST(Matrices, AgreeWithGlmForEachOperation) {
   GLDATA_MATRIX6D placement{5, -8, 3, 0.4, -0.3, 0.7};
   const glm::dvec3 way{6, -4, 2}, sizes{0.5, 0.75, 1.5}, direction{1, 2, 3};
   glm::dmat4 matrix = glm::translate(glm::dmat4(1), {5, -8, 3});
@@ -172,11 +172,9 @@ TEST(Matrices, ProjectEachForm) {
 }
 
 TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
-  // Planes stand in the world whatever the eye does, and keep the side that their normal points to.
+  // Planes are in world coordinates, and keep the side that their normal points to.
   GLDATA_POINT a{0, -10, 0}, b{0, 10, 0}, c{0, -10, 10}, d{20, 20, 0}, e{-20, 22, 0};
-  GLPtr<IGLCoord> eye;
-  context.Viewer().GetCoord(eye.Put());
-  eye->SetOrigin3d(8, 4, 1);
+  EyeOf(context.Viewer())->SetOrigin3d(8, 4, 1);
   const auto plain = [](std::initializer_list<std::array<double, 4>> planes) {
     return PlainPicture([&] {
       glLoadIdentity();
@@ -192,7 +190,7 @@ TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
   const auto ours = [&] { return context.FramePicture([](Scene& scene) { DrawFigure(scene.Canvas()); }); };
   ASSERT_EQ(context.Context().ClipPlane(&a, &b, &c), S_OK);
   ExpectEqual(ours(), plain({{1, 0, 0, 0}}), "right half");
-  // Through (20, 20), (-20, 22) and along z: keeps what lies below.
+  // Through (20, 20), (-20, 22) and along z: keeps the part below.
   GLDATA_POINT f{-20, 22, -5};
   ASSERT_EQ(context.Context().ClipPlane(&d, &e, &f), S_OK);
   ExpectEqual(ours(), plain({{1, 0, 0, 0}, {-10, -200, 0, 4200}}), "right half, lower part");
@@ -202,7 +200,7 @@ TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
   ExpectEqual(ours(), plain({{-1, 0, 0, 0}}), "left half");
   context.Context().ResetClipPlanes();
   ExpectEqual(ours(), plain({}), "no planes");
-  // The first one cuts everything. Those that follow cut nothing, and the last of them takes its name.
+  // The first plane cuts everything. The next ones cut nothing, and the last one replaces the first.
   GLDATA_POINT g{1000, 0, 0}, h{1000, 1, 0}, i{1000, 0, 1};
   ASSERT_EQ(context.Context().ClipPlane(&g, &h, &i), S_OK);
   for (int n = 0; n < g_iMaxClipPlanes; ++n) ASSERT_EQ(context.Context().ClipPlane(&g, &i, &h), S_OK);

@@ -1,14 +1,12 @@
-// Compiled lists: which threads can use them, and when they end.
+// Compiled lists: their threads and their lifetime. Headless display.
 
 #include "component/Module.h"
-#include "platform/GL.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
-TEST(Lists, BelongToTheirDrawThreadAndStayForAFrame) {
+TEST(Lists, BelongToTheirDrawThreadDuringAFrame) {
   ContextFixture context(32, 32);
   context.Context().EnableLighting(0);
   GLPtr<IGLCanvas> canvas;
@@ -27,14 +25,14 @@ TEST(Lists, BelongToTheirDrawThreadAndStayForAFrame) {
     scene.Canvas().DrawCompiledList(kept);
   });
   EXPECT_GT(whole.CountOther(0x000000FF), 32 * 32 / 4);
-  // A thread of the host's, with a rendering context of its own.
+  // A host's thread with a separate rendering context.
   DrawPlainGL(8, 8, [&] {
     for (GLuint name = 1; name < 1000; ++name) glNewList(name, GL_COMPILE), glEndList();
     for (const HRESULT refused :
          {canvas->BeginCompileList(&other), canvas->EndCompileList(), canvas->DrawCompiledList(kept),
           canvas->IsCompiledList(kept, &valid), canvas->DeleteCompiledList(kept)})
       EXPECT_EQ(refused, E_GL_BADSTATE);
-    for (GLuint name = 1; name < 1000; ++name) ASSERT_TRUE(glIsList(name)) << "a list of the host's";
+    for (GLuint name = 1; name < 1000; ++name) ASSERT_TRUE(glIsList(name)) << "a list of the host";
   });
   const Picture again = context.FramePicture([&](Scene& scene) {
     ++g_uListGeneration;  // another context captures
@@ -42,7 +40,7 @@ TEST(Lists, BelongToTheirDrawThreadAndStayForAFrame) {
     compile(scene.Canvas(), &late);
     scene.Canvas().DrawCompiledList(kept);
   });
-  EXPECT_EQ(Difference(again, whole), 0) << "a list of the frame goes in its middle";
+  EXPECT_EQ(Difference(again, whole), 0) << "lists are deleted only at the end of the frame";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// What a context keeps of its own: properties, viewport and the coordinates that follow from it. No window.
+// Values of a context without a window: properties, viewport and screen coordinates.
 
 #include "support/Test.h"
 
@@ -18,7 +18,7 @@ GLPtr<IGLContext> NewContext(int aWidth, int aHeight) {
 
 }  // namespace
 
-TEST(ContextProperties, AreWhatWasSetWithinTheirRanges) {
+TEST(ContextProperties, StoreValuesWithinTheirRanges) {
   const auto context = GLCreate<IGLContext>(CLSID_GLContext);
   using I = IGLContext;
   for (const auto& [set, get] : {std::pair{&I::EnableDepth, &I::IsDepthEnabled},
@@ -45,14 +45,14 @@ TEST(ContextProperties, AreWhatWasSetWithinTheirRanges) {
   EXPECT_EQ(Components(now), Components({0.2f, 0.2f, 0.2f, 1}));
   EXPECT_EQ(context->SetAmbientLight(&wide), S_OK);
   context->GetAmbientLight(&now);
-  EXPECT_EQ(Components(now), Components({0, 1, 0.5f, 1})) << "the alpha isn't the host's";
+  EXPECT_EQ(Components(now), Components({0, 1, 0.5f, 1})) << "the alpha is fixed";
   for (const auto refused : {context->SetBackgroundColor(nullptr), context->GetBackgroundColor(nullptr),
                              context->SetAmbientLight(nullptr), context->EnumLights(nullptr)}) {
     EXPECT_EQ(refused, E_INVALIDARG);
   }
 }
 
-TEST(ScreenCoordinates, RunFromMinusOneToOneOverTheShorterSide) {
+TEST(ScreenCoordinates, SpanTheShorterSideFromMinusOneToOne) {
   struct {
     int width, height, x, y;
     double scsX, scsY;
@@ -68,7 +68,7 @@ TEST(ScreenCoordinates, RunFromMinusOneToOneOverTheShorterSide) {
     EXPECT_NEAR(scsX, p.scsX, 1e-12);
     EXPECT_NEAR(scsY, p.scsY, 1e-12);
     int x = -9, y = -9;
-    // A hair inside of the pixel, so that the cut toward zero doesn't fall on its edge.
+    // Slightly inside the pixel: the conversion truncates toward zero, and must not meet the edge.
     EXPECT_EQ(context->SCSToDevice(p.scsX + 1e-6, p.scsY - 1e-6, &x, &y), S_OK);
     EXPECT_EQ(x, p.x);
     EXPECT_EQ(y, p.y);

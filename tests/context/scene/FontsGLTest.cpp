@@ -1,8 +1,7 @@
-// Fonts of a real context: built by a task, printed over captures, and destroyed wherever a host may do it.
+// Fonts of a context: built by a task, printed during captures, and destroyed at each possible moment.
+// Headless display.
 
-#include "platform/GL.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -23,7 +22,7 @@ std::vector<float> WidthsOf(const Fonts& aFonts) {
   return widths;
 }
 
-/// Lists and textures that live in the context, counted by a frame that began after the call.
+/// Counts the lists and textures of the context, in a frame that begins after the call.
 std::pair<int, int> NamesOf(ContextFixture& aFixture) {
   aFixture.Frame();
   std::pair<int, int> names{0, 0};
@@ -38,23 +37,23 @@ std::pair<int, int> NamesOf(ContextFixture& aFixture) {
 
 }  // namespace
 
-TEST(ContextFonts, GoWithTheirNamesWhereverTheyAreDestroyed) {
+TEST(ContextFonts, ReleaseTheirNamesWhereverTheyAreDestroyed) {
   ContextFixture fixture(64, 64);
   IGLContext& context = fixture.Context();
   const auto names = NamesOf(fixture);
   Destroy(MakeFonts(context), context);
-  EXPECT_EQ(NamesOf(fixture), names) << "destroyed before or while their tasks ran";
+  EXPECT_EQ(NamesOf(fixture), names) << "destroyed before or during their tasks";
   Fonts fonts = MakeFonts(context);
   fixture.Frame([&](Scene&) { Print(fonts); });
   EXPECT_EQ(NamesOf(fixture), std::pair(names.first + 4 * 256, names.second + 1));
   Destroy(std::move(fonts), context);
-  EXPECT_EQ(NamesOf(fixture), names) << "by a task on the draw thread";
+  EXPECT_EQ(NamesOf(fixture), names) << "destroyed by a task on the draw thread";
   fonts = MakeFonts(context);
   fixture.Frame([&](Scene&) {
     Print(fonts);
     Destroy(std::move(fonts), context);
   });
-  EXPECT_EQ(NamesOf(fixture), names) << "within a frame";
+  EXPECT_EQ(NamesOf(fixture), names) << "destroyed in a frame";
 }
 
 TEST(ContextFonts, OutliveTheirContext) {
@@ -66,10 +65,10 @@ TEST(ContextFonts, OutliveTheirContext) {
   EXPECT_EQ(WidthsOf(fonts), widths);
   GLDATA_POINT start{};
   EXPECT_EQ(fonts[2]->Print(nullptr, &start), E_GL_BADSTATE);
-  EXPECT_EQ(GLCreate<IGLFont>(CLSID_GLFont)->Print(nullptr, &start), E_GL_BADSTATE) << "it never had one";
+  EXPECT_EQ(GLCreate<IGLFont>(CLSID_GLFont)->Print(nullptr, &start), E_GL_BADSTATE) << "without a context";
 }
 
-TEST(ContextFonts, LeaveNoListsBehindWhenAnotherContextCaptures) {
+TEST(ContextFonts, DeleteTheirListsWhenAnotherContextCaptures) {
   ContextFixture fixture(16, 16);
   const Fonts fonts = MakeFonts(fixture.Context());
   GLuint hosts = 0;
@@ -91,7 +90,7 @@ TEST(ContextFonts, LeaveNoListsBehindWhenAnotherContextCaptures) {
     ASSERT_EQ(capture->Take(), 1);
     EXPECT_EQ(lists(), before);
   }
-  fixture.Frame([&](Scene&) { EXPECT_TRUE(glIsList(hosts)) << "which the painter has made by itself"; });
+  fixture.Frame([&](Scene&) { EXPECT_TRUE(glIsList(hosts)) << "a list that the painter created"; });
 }
 
 TEST(ContextFonts, AreNotBuiltIntoAnOpenList) {
@@ -108,15 +107,12 @@ TEST(ContextFonts, AreNotBuiltIntoAnOpenList) {
       canvas.BeginCompileList(&list);
       if (!early) scene.Context().CreateSystemFont(font.Put());
       EXPECT_EQ(font->Print(GLString("text"), &start), early ? S_OK : E_GL_BADSTATE);
-      canvas.BeginDrawQuads();
-      for (const auto& [x, y] : {std::pair(-50., -50.), {50., -50.}, {50., 0.}, {-50., 0.}})
-        canvas.Vertex2d(x, y);
-      canvas.EndDrawVertices();
+      DrawRectangle(canvas, -50, -50, 50, 0);
       canvas.EndCompileList();
       canvas.DrawCompiledList(list);
       scene.Context().DestroyFont(font.Get());
     });
-    EXPECT_EQ(picture.At(32, 60), 0xFFFFFFFF) << "the list is whole";
+    EXPECT_EQ(picture.At(32, 60), 0xFFFFFFFF) << "the list is complete";
     EXPECT_EQ(picture.CountOther(0x000000FF) > 64 * 32, early) << "text above the square";
   }
 }

@@ -1,8 +1,8 @@
-// Selection: what is picked, held against an independent computation, and who is served when.
+// Selections: results compared with plain geometry, and the order in which callers are served. Headless
+// display.
 
 #include "support/Counting.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -10,25 +10,7 @@ constexpr ULONG kForever = 0xFFFFFFFF;
 
 using Ids = std::vector<ULONG>;
 
-struct Selection {
-  HRESULT result;
-  Ids ids;
-};
-
-Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GLDATA_POINT aSecond,
-               bool aClosest, bool aEnclosed, int aCapacity = 64) {
-  Ids ids(static_cast<std::size_t>(std::max(aCapacity, 1)), 77);
-  int size = aCapacity;
-  const HRESULT result =
-      aContext.Select(&aViewer, &aFirst, &aSecond, aClosest ? 1 : 0, aEnclosed ? 1 : 0, &size, ids.data());
-  if (result == S_OK && !aEnclosed && aCapacity > 0) {
-    EXPECT_TRUE(std::all_of(ids.begin() + size, ids.end(), [](ULONG id) { return id == 0; }));
-  }
-  ids.resize(static_cast<std::size_t>(std::max(size, 0)));
-  return {result, ids};
-}
-
-/// A square in the plane z, from the points' own units.
+/// A square in the plane z, in the units of Select.
 struct Square {
   ULONG id;
   double x1, y1, x2, y2, z;
@@ -37,16 +19,11 @@ struct Square {
 void Draw(IGLCanvas& aCanvas, const std::vector<Square>& aSquares) {
   for (const auto& [id, x1, y1, x2, y2, z] : aSquares) {
     if (id != 0) aCanvas.SetTestID(id);
-    aCanvas.BeginDrawQuads();
-    aCanvas.Vertex3d(x1, y1, z);
-    aCanvas.Vertex3d(x2, y1, z);
-    aCanvas.Vertex3d(x2, y2, z);
-    aCanvas.Vertex3d(x1, y2, z);
-    aCanvas.EndDrawVertices();
+    DrawRectangle(aCanvas, x1, y1, x2, y2, z);
   }
 }
 
-/// Draws squares through a context that serves selections all the time, from an eye at the origin.
+/// Draws squares in a free-running context, which serves selections at once. The eye is at the origin.
 class Picking {
  public:
   Picking(
@@ -62,9 +39,7 @@ class Picking {
             aWidth, aHeight) {
     GLDATA_POINT low{-1, -1, -10}, high{1, 1, 10};
     Viewer().SetOrthoExtents(&low, &high);
-    GLPtr<IGLCoord> eye;
-    Viewer().GetCoord(eye.Put());
-    eye->SetOrigin3d(0, 0, 0);
+    EyeOf(Viewer())->SetOrigin3d(0, 0, 0);
   }
   ~Picking() { m_Drawn.context->DetachPainter(); }
 
@@ -88,7 +63,7 @@ class Picking {
 
 }  // namespace
 
-TEST(Select, FindsWhatLiesUnderAPointInDrawingOrder) {
+TEST(Select, FindsIdentifiersInDrawingOrder) {
   const Picking picking(
       100, 100, {{7, -0.5, -0.5, 0.5, 0.5, -5}, {9, -0.2, -0.2, 0.2, 0.2, 5}, {4, 0.6, 0.6, 0.9, 0.9, 0}});
   EXPECT_EQ(picking.At({0, 0, 0}, {0, 0, 0}), (Ids{7, 9}));
@@ -97,24 +72,24 @@ TEST(Select, FindsWhatLiesUnderAPointInDrawingOrder) {
   EXPECT_EQ(picking.At({-0.9, 0.9, 0}, {-0.9, 0.9, 0}), (Ids{}));
   EXPECT_EQ(picking.At({-1, -1, 0}, {1, 1, 0}), (Ids{7, 9, 4}));
   EXPECT_EQ(picking.At({1, 1, 0}, {-1, -1, 0}), (Ids{7, 9, 4})) << "corners in reversed order";
-  EXPECT_EQ(picking.At({0.55, -0.5, 0}, {0.55, 0.5, 0}), (Ids{})) << "a box of no width is one pixel wide";
+  EXPECT_EQ(picking.At({0.55, -0.5, 0}, {0.55, 0.5, 0}), (Ids{})) << "a box without width is one pixel wide";
   EXPECT_EQ(picking.At({0.495, -0.5, 0}, {0.495, 0.5, 0}), (Ids{7}));
 }
 
-TEST(Select, CountsRecordsAndNoIdentifierOfZero) {
+TEST(Select, CountsRecordsAndSkipsIdentifierZero) {
   const Picking none(64, 64, {{0, -1, -1, 1, 1, 0}});
   EXPECT_EQ(none.At({0, 0, 0}, {0, 0, 0}), (Ids{}));
   const Picking four(
       64, 64, {{1, -1, -1, 1, 1, 0}, {2, -1, -1, 1, 1, 0}, {3, -1, -1, 1, 1, 0}, {2, -1, -1, 1, 1, 0}});
   EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}), (Ids{1, 2, 3, 2}));
-  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, false, false, 3), (Ids{})) << "an overflow is no partial list";
+  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, false, false, 3), (Ids{})) << "an overflow returns no partial list";
   EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, true, false, 1), (Ids{}));
-  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, true), (Ids{1})) << "of equal depths the first drawn";
+  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, true), (Ids{1})) << "the first drawn of equal depths";
   EXPECT_EQ(Pick(four.Context(), four.Viewer(), {0, 0, 0}, {0, 0, 0}, false, false, 0).result, S_OK);
 }
 
-TEST(Select, KeepsWhatIsWhollyInsideAndTakesTheRestOutInItsOrder) {
-  // 2 crosses the left edge, 5 the top one.
+TEST(Select, KeepsEnclosedIdentifiersInOrder) {
+  // 2 crosses the left edge, 5 the top edge.
   const Picking picking(200, 200,
                         {{1, -0.4, -0.4, -0.3, -0.3, 0},
                          {2, -0.7, 0.0, -0.4, 0.1, 0},
@@ -123,20 +98,20 @@ TEST(Select, KeepsWhatIsWhollyInsideAndTakesTheRestOutInItsOrder) {
                          {5, 0.0, 0.4, 0.1, 0.9, 0}});
   const GLDATA_POINT low{-0.5, -0.5, 0}, high{0.5, 0.5, 0};
   EXPECT_EQ(picking.At(low, high), (Ids{1, 2, 3, 4, 5}));
-  EXPECT_EQ(picking.At(low, high, false, true), (Ids{1, 4, 3})) << "the last fills the place of what goes";
+  EXPECT_EQ(picking.At(low, high, false, true), (Ids{1, 4, 3})) << "the last one fills a gap";
   EXPECT_EQ(picking.At(high, low, false, true), (Ids{1, 4, 3}));
-  EXPECT_EQ(picking.At(low, high, true, true), (Ids{1})) << "nearest of the box, unless nearest in a strip";
+  EXPECT_EQ(picking.At(low, high, true, true), (Ids{1})) << "the nearest of the box";
 }
 
-TEST(Select, GoesByTheClipRectangleWhereverItLies) {
+TEST(Select, UsesTheClipRectangle) {
   for (const LONG scaled : {1, 0}) {
     SCOPED_TRACE(scaled);
     const Picking picking(200, 100, {{1, -0.1, -0.1, 0.1, 0.1, 0}, {2, 0.8, -0.1, 1.0, 0.1, 0}});
     picking.Viewer().Clip(1);
     picking.Viewer().SetClipRectangle(100, 0, 100, 100);
     picking.Viewer().ScaleClip(scaled);
-    // Scaled, the world's middle stands in the middle of the rectangle; unscaled, in that of the window, with
-    // the square aspect of the rectangle stretched over it.
+    // With scaling the world's origin is in the middle of the rectangle. Without it the origin is in the
+    // middle of the window, and the rectangle's square aspect is stretched.
     const double middle = scaled != 0 ? 0.0 : -1.0, right = scaled != 0 ? 0.9 : 0.8;
     EXPECT_EQ(picking.At({middle + 0.01, 0, 0}, {middle + 0.01, 0, 0}), (Ids{1}));
     EXPECT_EQ(picking.At({right, 0, 0}, {right, 0, 0}), (Ids{2}));
@@ -144,7 +119,7 @@ TEST(Select, GoesByTheClipRectangleWhereverItLies) {
   }
 }
 
-TEST(Select, RefusesWhatNobodyCouldServe) {
+TEST(Select, IsRefusedWithoutAThreadToServeIt) {
   const Picking picking(32, 32, {{1, -1, -1, 1, 1, 0}}), other(32, 32, {});
   GLDATA_POINT point{};
   IGLContext& context = picking.Context();
@@ -165,7 +140,7 @@ TEST(Select, RefusesWhatNobodyCouldServe) {
   EXPECT_EQ(picking.At(point, point), (Ids{1}));
 }
 
-TEST(Select, RefusesTheOneThatWouldCloseACircleOfWaitingPainters) {
+TEST(Select, RefusesACircleOfWaitingPainters) {
   constexpr int kContexts = 3;
   std::array<std::atomic<HRESULT>, kContexts> results{S_FALSE, S_FALSE, S_FALSE};
   std::array<std::unique_ptr<FreeContext>, kContexts> sides;
@@ -184,13 +159,13 @@ TEST(Select, RefusesTheOneThatWouldCloseACircleOfWaitingPainters) {
   const auto count = [&](HRESULT result) { return std::count(results.begin(), results.end(), result); };
   ASSERT_TRUE(Eventually([&] { return count(S_FALSE) == 0; }));
   EXPECT_EQ(count(E_GL_BADSTATE), 1);
-  EXPECT_EQ(count(S_OK), kContexts - 1) << "the others are served once it has returned";
+  EXPECT_EQ(count(S_OK), kContexts - 1) << "the others are served after it returns";
 }
 
-// The independent answer: a square that faces the eye is one in the picture too, by plain geometry.
-TEST(Select, AgreesWithGeometryOnAThousandScenes) {
+// Independent computation: a square that faces the eye is a square in the picture.
+TEST(Select, AgreesWithGeometry) {
   constexpr int kScenes = 1000, kSquares = 8, kSide = 200;
-  constexpr double kDoubt = 0.05;  // pixels within which float arithmetic may differ from this test's
+  constexpr double kTolerance = 0.05;  // pixels by which float arithmetic may differ from this test
   constexpr double kFovy = 50, kHalf = 10;
   std::mt19937 random(20240501);
   const auto between = [&](double low, double high) {
@@ -202,9 +177,9 @@ TEST(Select, AgreesWithGeometryOnAThousandScenes) {
   viewer.SetOrthoExtents(&low, &high);
   viewer.SetEyeFovy_DEG(kFovy);
   viewer.SetEyeZNearAndFar(1.0, 100.0);
-  // A selection wakes it.
+  // A selection wakes the draw thread.
   GLPtr<IGLContext>::FromBorrowed(&picking.Context()).As<IGLContext2>()->SetControlledDrawThread(1, kForever);
-  int doubtful = 0, hits = 0, enclosed = 0;
+  int nearEdges = 0, hits = 0, enclosed = 0;
   for (int n = 0; n < kScenes; ++n) {
     const bool ortho = n % 2 == 0, point = n % 3 == 0, inside = n % 3 == 2;
     std::vector<Square> squares;
@@ -218,19 +193,20 @@ TEST(Select, AgreesWithGeometryOnAThousandScenes) {
     const GLDATA_POINT second = point ? first : GLDATA_POINT{between(-1, 1), between(-1, 1), 0};
     const Selection got = Pick(picking.Context(), viewer, first, second, false, inside);
     ASSERT_EQ(got.result, S_OK);
-    // All in pixels from the middle.
+    // In pixels from the middle.
     const auto [left, right] = std::minmax({first.x * kSide / 2, second.x * kSide / 2});
     const auto [bottom, top] = std::minmax({first.y * kSide / 2, second.y * kSide / 2});
-    const double widen = point ? 0.5 : 0.0;  // to the one pixel of a point
+    const double widen = point ? 0.5 : 0.0;  // the size of a point is one pixel
     for (const auto& [id, x1, y1, x2, y2, z] : squares) {
       const double scale = kSide / 2 / (ortho ? kHalf : std::tan(kFovy * std::numbers::pi / 360) * -z);
-      // How far the two are apart, and how far the square stands out; below 0 neither is.
+      // Distance between box and square, and the part of the square outside the box; negative if there is
+      // none.
       const double gap =
           std::max({x1 * scale - right, left - x2 * scale, y1 * scale - top, bottom - y2 * scale});
       const double outside =
           std::max({left - x1 * scale, x2 * scale - right, bottom - y1 * scale, y2 * scale - top});
-      if (std::fabs(gap - widen) < kDoubt || (inside && std::fabs(outside) < kDoubt)) {
-        ++doubtful;
+      if (std::fabs(gap - widen) < kTolerance || (inside && std::fabs(outside) < kTolerance)) {
+        ++nearEdges;
         continue;
       }
       const bool expected = gap < widen && (!inside || outside < 0);
@@ -240,7 +216,7 @@ TEST(Select, AgreesWithGeometryOnAThousandScenes) {
           << "scene " << n << ", square " << id << ", gap " << gap;
     }
   }
-  EXPECT_LT(doubtful, kScenes * kSquares / 50) << "left out";
+  EXPECT_LT(nearEdges, kScenes * kSquares / 50) << "too many cases are near an edge";
   EXPECT_GT(hits, 500);
   EXPECT_GT(enclosed, 20);
 }
@@ -266,10 +242,10 @@ TEST(Select, EndsBeforeItsPainterIsDetached) {
   const int ended = calls;
   EXPECT_EQ(inside, 0) << "detached while it draws";
   host.join();
-  EXPECT_EQ(calls, ended) << "called after its detach";
+  EXPECT_EQ(calls, ended) << "called after it was detached";
 }
 
-TEST(Select, AllocatesNothingOnceWarm) {
+TEST(Select, AllocatesNothingAfterTheFirstCalls) {
   std::size_t allocations = 0;  // of the draw thread, when the painter begins
   const Picking picking(64, 64, {{1, -0.2, -0.2, 0.2, 0.2, 0}, {2, 0.1, 0.1, 0.9, 0.9, 0}},
                         [&](Scene&) { allocations = AllocationsOfThisThread(); });
@@ -293,10 +269,10 @@ TEST(Select, AllocatesNothingOnceWarm) {
       warm = allocations;
     }
   }
-  EXPECT_GT(warm, 0u) << "the draw thread's allocations are counted";
+  EXPECT_GT(warm, 0u) << "the allocations of the draw thread are counted";
 }
 
-TEST(Select, SeesPlanesGoWithNoFrameBetween) {
+TEST(Select, SeesPlanesGoWithoutAFrame) {
   ContextFixture fixture(32, 32);
   IGLContext& context = fixture.Context();
   const auto painter = GLMake<TestPainter>([](Scene& scene) {
@@ -316,9 +292,9 @@ TEST(Select, SeesPlanesGoWithNoFrameBetween) {
   fixture.ContextAs<IGLContext2>()->TriggerDrawThread();
   ASSERT_TRUE(Eventually([&] { return drawn.load(); }));
   ASSERT_EQ(found(), Ids{});
-  fixture.Viewer().Show(0);  // no pass over a viewer makes the reset up
+  fixture.Viewer().Show(0);  // no viewer pass applies the reset
   {
-    const ExhaustedHeap heap(0);  // nor does a task
+    const ExhaustedHeap heap(0);  // no task applies it either
     context.ResetClipPlanes();
   }
   EXPECT_EQ(found(), Ids{1});

@@ -1,10 +1,9 @@
-// The choice of pixel formats, their switches and palettes, the probe for multisample formats and the place
-// of the parent, on a display that the test writes down.
+// Selection of pixel formats, switches and palettes, the probe for multisample formats, and the placement of
+// the parent. Scripted display, no GL.
 
 #include "context/window/PixelFormatSelection.h"
 #include "context/window/WGLExtensions.h"
 #include "support/ScriptedDisplay.h"
-#include "support/Test.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -23,7 +22,7 @@ DisplayFormat Format(DWORD aFlags, BYTE aType, BYTE aColor, BYTE aDepth, BYTE aL
 
 HWND Number(std::uintptr_t aNumber) { return reinterpret_cast<HWND>(aNumber); }
 
-/// A registry of the test's own, with the switches as before they were read.
+/// A separate registry. The switches are unread at its start and its end.
 class Registry : public TestRegistry {
  public:
   Registry() { Forget(); }
@@ -41,7 +40,7 @@ class Registry : public TestRegistry {
 
 }  // namespace
 
-TEST(PixelFormatScan, TakesTheBestScoreFromTheHighestIndexDown) {
+TEST(PixelFormatScan, TakesTheBestScoreFromTheHighestIndex) {
   const DisplayGuard guard;
   const auto display = ScriptedDisplay::Set();
   const auto good = Format(kFlags, PFD_TYPE_RGBA, 32, 32);
@@ -51,12 +50,14 @@ TEST(PixelFormatScan, TakesTheBestScoreFromTheHighestIndexDown) {
     int best;
   } const cases[] = {
       {"all equal: the highest index", {good, good, good}, 3},
-      {"nothing passes: 1", {Format(0, 0, 32, 32), Format(PFD_SUPPORT_OPENGL, 0, 32, 32)}, 1},
-      {"colour beats depth", {Format(kFlags, 0, 32, 24), Format(kFlags, 0, 24, 32)}, 1},
-      {"type beats both", {Format(kFlags, 0, 16, 16), Format(kFlags, 1, 32, 32)}, 1},
-      {"no depth at all loses", {Format(kFlags, 1, 16, 16), Format(kFlags, 0, 32, 0)}, 1},
-      {"another layer doesn't pass", {good, Format(kFlags, 0, 32, 32, 1)}, 1},
-      {"further flags don't matter", {Format(kFlags, 0, 24, 32), Format(kFlags | PFD_STEREO, 0, 32, 32)}, 2},
+      {"no format passes: 1", {Format(0, 0, 32, 32), Format(PFD_SUPPORT_OPENGL, 0, 32, 32)}, 1},
+      {"colour counts more than depth", {Format(kFlags, 0, 32, 24), Format(kFlags, 0, 24, 32)}, 1},
+      {"the type counts more than both", {Format(kFlags, 0, 16, 16), Format(kFlags, 1, 32, 32)}, 1},
+      {"a format without depth is worse", {Format(kFlags, 1, 16, 16), Format(kFlags, 0, 32, 0)}, 1},
+      {"another layer does not pass", {good, Format(kFlags, 0, 32, 32, 1)}, 1},
+      {"further flags have no effect",
+       {Format(kFlags, 0, 24, 32), Format(kFlags | PFD_STEREO, 0, 32, 32)},
+       2},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
@@ -77,7 +78,7 @@ TEST(Palette, FollowsTheFormatsShiftsAndWidths) {
   format.cBlueShift = 6;
   const auto entries = PaletteEntries(format);
   ASSERT_EQ(entries.size(), 256u);
-  EXPECT_EQ(entries[2].peRed, 72) << "72.86 is cut, not rounded";
+  EXPECT_EQ(entries[2].peRed, 72) << "72.86 is truncated";
   EXPECT_EQ(entries[255].peRed, 255);
   EXPECT_EQ(entries[255].peGreen, 255);
   EXPECT_EQ(entries[255].peBlue, 255);
@@ -86,7 +87,7 @@ TEST(Palette, FollowsTheFormatsShiftsAndWidths) {
   EXPECT_TRUE(PaletteEntries(format).empty());
 }
 
-TEST(Palette, IsRealisedWithTheWindowAndAtTheSystemsMessages) {
+TEST(Palette, IsRealisedAtInitializeAndAtMessages) {
   const DisplayGuard guard;
   const auto display = ScriptedDisplay::Set();
   display->m_vWindowFormats = HeadlessDisplay::Open()->Formats(SurfaceKind::kWindow);
@@ -101,21 +102,21 @@ TEST(Palette, IsRealisedWithTheWindowAndAtTheSystemsMessages) {
   ULONG_PTR number = 0;
   context->GetWindow(&number);
   const HWND window = Number(number);
-  PostMessageA(window, WM_PALETTECHANGED, number, 0);  // its own doing: nothing to do
+  PostMessageA(window, WM_PALETTECHANGED, number, 0);  // the window's own message: no effect
   PostMessageA(window, WM_PALETTECHANGED, number + 1, 0);
   EXPECT_TRUE(Eventually([&] { return display->m_iRealized == 2; }));
   PostMessageA(window, WM_QUERYNEWPALETTE, 0, 0);
   EXPECT_TRUE(Eventually([&] { return display->m_iRealized == 3; }));
 }
 
-TEST(Switches, ChooseTheScanAndTheSamples) {
+TEST(Switches, ChooseScanAndSamples) {
   struct {
     const char* machine;
     const char* user;
     LONG hostFsaa;
     bool secondObject;
-    bool scans;          // takes the format of the scan
-    LONG fsaa, samples;  // what the properties read afterwards
+    bool scans;          // the format of the scan is used
+    LONG fsaa, samples;  // the properties afterwards
   } const cases[] = {
       {"", "", 0, false, false, 0, 4},
       {"\"AccelOff\"=dword:00000001\n", "", 1, false, true, 1, 4},
@@ -135,7 +136,7 @@ TEST(Switches, ChooseTheScanAndTheSamples) {
     registry.Write("user.reg", "HKEY_CURRENT_USER\\SOFTWARE\\Talvane\\Korvex\\GL", c.user);
     const DisplayGuard guard;
     const auto display = ScriptedDisplay::Set();
-    display->m_iChosen = 0;  // the accelerated way finds nothing, so that Initialize tells which way it went
+    display->m_iChosen = 0;  // ChoosePixelFormat fails, so the result shows which way is taken
     const auto second = c.secondObject ? GLCreate<IGLContext>(CLSID_GLContext) : nullptr;
     const auto context = GLCreate<IGLContext>(CLSID_GLContext);
     const auto smoothing = context.As<IGLContext14_3>();
@@ -149,7 +150,7 @@ TEST(Switches, ChooseTheScanAndTheSamples) {
   }
 }
 
-TEST(MultisampleProbe, TriesCountsDownwardsOnDriversThatHaveTheExtension) {
+TEST(MultisampleProbe, TriesSampleCountsDownwards) {
   struct {
     const char* extensions;
     std::vector<std::string> missing;
@@ -185,16 +186,16 @@ TEST(MultisampleProbe, TriesCountsDownwardsOnDriversThatHaveTheExtension) {
   }
 }
 
-TEST(ParentOffTheWorkArea, StandsAtTheOriginWhileTheWindowIsMade) {
+TEST(ParentOffTheWorkArea, IsMovedToTheOriginDuringInitialize) {
   const HWND top = Number(0x5000), parent = Number(0x5001);
   struct {
     const char* name;
     RECT parent;
     bool moves;
   } const cases[] = {
-      {"inside", {10, 10, 200, 200}, false},    {"left", {-1, 10, 200, 200}, true},
-      {"bottom", {10, 700, 200, 801}, true},    {"right alone", {900, 10, 1100, 200}, false},
-      {"top alone", {10, -5, 200, 200}, false}, {"right and top", {900, -5, 1100, 200}, true},
+      {"inside", {10, 10, 200, 200}, false},   {"left", {-1, 10, 200, 200}, true},
+      {"bottom", {10, 700, 200, 801}, true},   {"right only", {900, 10, 1100, 200}, false},
+      {"top only", {10, -5, 200, 200}, false}, {"right and top", {900, -5, 1100, 200}, true},
   };
   for (const bool windowFails : {false, true}) {
     for (const auto& c : cases) {
@@ -216,7 +217,7 @@ TEST(ParentOffTheWorkArea, StandsAtTheOriginWhileTheWindowIsMade) {
   }
 }
 
-TEST(MessageHook, PassesColourChangesDownFromTheFirstContextsTopLevelWindow) {
+TEST(MessageHook, ForwardsColourChangesFromTheFirstTopLevelWindow) {
   const DisplayGuard guard;
   const auto display = ScriptedDisplay::Set();
   const HWND top = Number(0x5000), other = Number(0x6000);
@@ -236,6 +237,6 @@ TEST(MessageHook, PassesColourChangesDownFromTheFirstContextsTopLevelWindow) {
   PostMessageA(other, WM_SYSCOLORCHANGE, 0, 0);
   PostMessageA(top, WM_SYSCOLORCHANGE, 0, 0);
   EXPECT_TRUE(Eventually([&] { return replaced(first, before[0]) && replaced(second, before[1]); }))
-      << "all contexts are served, whichever top-level window they live in";
-  EXPECT_EQ(display->m_iMade, made + 2) << "the other top-level window reaches none";
+      << "all contexts are served, in any top-level window";
+  EXPECT_EQ(display->m_iMade, made + 2) << "the other top-level window has no hook";
 }

@@ -1,12 +1,11 @@
-// A context in the window of another program, whatever that program and its X server do.
+// A context in a window of another program: display, resizing, and the loss of the window or the server.
+// Xvfb.
 
-#include "platform/GL.h"
 #include "platform/Window.h"
+#include "support/ForeignWindow.h"
 #include "support/Scene.h"
-#include "support/Test.h"
-#include "support/XServer.h"
 
-// Last, for the macros that Xlib defines.
+// Included last, because Xlib defines macros.
 #include <EGL/egl.h>
 
 namespace {
@@ -14,7 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr auto kBounded = 7s;  // the two bounded waits of a release and a cycle
+constexpr auto kTimeLimit = 7s;  // limit for the two bounded waits of a release and one cycle
 
 }  // namespace
 
@@ -41,20 +40,20 @@ TEST(ForeignParent, ShowsTheFrameAndFollowsTheViewport) {
   EXPECT_TRUE(Eventually([&] { return parent.Child() == 0; }));
 }
 
-// By the server's own pixels, as the driver gives GL but one sample of each.
-TEST(Smoothing, ShowsOnTheScreenWhereItIsToBeHad) {
+// Compares pixels of the server. For GL the driver resolves the samples into one.
+TEST(Smoothing, ShowsOnTheScreenIfAvailable) {
   struct {
     const char* name;
     LONG wanted, most;
     bool smooth;
-  } const cases[] = {{"not asked for", 0, 4, false},
-                     {"asked for", 1, 4, true},
+  } const cases[] = {{"not requested", 0, 4, false},
+                     {"requested", 1, 4, true},
                      {"any number of samples", 1, 0, true},
                      {"fewer samples than any format has", 1, 1, false}};
   Picture plain;
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
-    const XServer server;  // each time another one: what is known of the one before has no meaning
+    const XServer server;  // a new server for each case: cached facts of the previous one must not be used
     ForeignWindow parent(100, 100);
     const FreeContext drawn(
         [](Scene& scene) {
@@ -79,11 +78,11 @@ TEST(Smoothing, ShowsOnTheScreenWhereItIsToBeHad) {
     const int greys = screen.CountOther(0x000000FF) + screen.CountOther(0xFFFFFFFF) - 100 * 100;
     EXPECT_TRUE(c.smooth ? greys > 50 : greys == 0) << greys << " grey pixels";
     if (!c.wanted) plain = screen;
-    EXPECT_EQ(Difference(screen, plain) == 0, !c.smooth) << "the plain picture where there are no samples";
+    EXPECT_EQ(Difference(screen, plain) == 0, !c.smooth) << "without samples the picture is plain";
   }
 }
 
-TEST(ForeignParent, MayVanishInEveryWay) {
+TEST(ForeignParent, MayBeDestroyedInEachWay) {
   struct {
     const char* name;
     void (*end)(ForeignWindow&, XServer&);
@@ -102,7 +101,7 @@ TEST(ForeignParent, MayVanishInEveryWay) {
     const bool killed = std::string(way.name) == "server killed";
     FreeContext drawn(
         [&](Scene&) {
-          while (hold && !killed) std::this_thread::sleep_for(1ms);  // in mid-frame
+          while (hold && !killed) std::this_thread::sleep_for(1ms);  // during a frame
         },
         100, 100, parent.Xid());
     ASSERT_TRUE(Eventually([&] { return *drawn.frames > 0; }));
@@ -118,22 +117,21 @@ TEST(ForeignParent, MayVanishInEveryWay) {
     const auto start = Clock::now();
     control.Reset();
     drawn.context.Reset();
-    EXPECT_LT(Clock::now() - start, kBounded);
+    EXPECT_LT(Clock::now() - start, kTimeLimit);
   }
 }
 
-TEST(ForeignParent, IsRefusedWhenItIsNoWindow) {
+TEST(ForeignParent, MustBeAWindow) {
   const XServer server;
   ASSERT_TRUE(server.IsRunning());
   ForeignWindow parent(100, 100), other(100, 100);
   const auto context = GLCreate<IGLContext>(CLSID_GLContext);
   EXPECT_EQ(context->Initialize(0x7FFFFFF), E_FAIL);
-  EXPECT_EQ(context->Initialize(ULONG_PTR{1} << 32 | other.Xid()), E_FAIL)
-      << "its low half alone is a window";
+  EXPECT_EQ(context->Initialize(ULONG_PTR{1} << 32 | other.Xid()), E_FAIL) << "only its low 32 bits";
   const xcb_window_t gone = parent.Xid();
   parent.DestroyWindow();
   EXPECT_EQ(context->Initialize(gone), E_FAIL);
-  EXPECT_EQ(context->Initialize(other.Xid()), S_OK) << "the object stays usable";
+  EXPECT_EQ(context->Initialize(other.Xid()), S_OK) << "the object can be used again";
   other.DestroyWindow();
   EXPECT_EQ(context->Initialize(other.Xid()), E_FAIL);
 }
@@ -155,7 +153,7 @@ TEST(HostContext, MadeByEglStaysCurrent) {
   const GLuint list = glGenLists(1);
   glNewList(list, GL_COMPILE);
   glEndList();
-  {  // what the component does on a host's thread, in the order of a context's life
+  {  // the calls that the component makes on a host's thread
     const FreeContext drawn({}, 64, 64, parent.Xid());
     EXPECT_TRUE(Eventually([&] { return *drawn.frames > 0; }));
     drawn.context->SetViewport(0, 0, 80, 80);

@@ -1,4 +1,4 @@
-// Programs by the system's own operations. A process is known by its handle.
+// Program: implementation with operations of Windows. A process is identified by its handle.
 
 #include "Program.h"
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-/// What a program wrote, with ends of lines that are one character.
+/// Returns the output of a program, with line ends of one character.
 std::string Written(const TestFolder& aFolder, const char* aFile) {
   std::string text = aFolder.Get(aFile);
   std::erase(text, '\r');
@@ -44,9 +44,9 @@ pid_t Start(const std::vector<std::string>& aCommand, const std::string&, const 
 int WaitFor(pid_t aProcess) {
   if (aProcess < 0) return -1;
   const auto process = reinterpret_cast<HANDLE>(aProcess);
-  constexpr DWORD kPatience = 60'000;
+  constexpr DWORD kTimeLimit = 60'000;
   DWORD status = static_cast<DWORD>(-1);
-  if (WaitForSingleObject(process, kPatience) == WAIT_OBJECT_0) {
+  if (WaitForSingleObject(process, kTimeLimit) == WAIT_OBJECT_0) {
     GetExitCodeProcess(process, &status);
   } else {
     TerminateProcess(process, status);

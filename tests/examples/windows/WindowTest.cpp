@@ -1,4 +1,4 @@
-// glview.exe in its window: what the window shows, and what keys and mouse do.
+// glview.exe in its window: picture, keys and mouse. Wine.
 
 #include <windows.h>
 
@@ -19,7 +19,7 @@ class GlviewWindow : public ::testing::Test {
     GetWindowTextA(aWindow, title, sizeof(title));
     return title;
   }
-  /// Waits for glview's window with a title that holds some words.
+  /// Waits for glview's window with a title that contains a text.
   HWND Await(const std::string& aWords) const {
     HWND window = nullptr;
     const auto found = [&] {
@@ -35,10 +35,10 @@ class GlviewWindow : public ::testing::Test {
   pid_t m_glview = -1;
 };
 
-TEST_F(GlviewWindow, ShowsPicksWritesAPictureAndLeaves) {
+TEST_F(GlviewWindow, DrawsPicksWritesAPictureAndQuits) {
   const std::filesystem::path model =
       m_folder.Put("wall.obj", Square("wall", "", -1, -1, 1, 1) + Square("dot", "", 1.5, 1, 2, 1.5));
-  // Pictures go to the working folder.
+  // Pictures are written to the working folder.
   const std::filesystem::path before = std::filesystem::current_path();
   std::filesystem::current_path(m_folder.Path());
   m_glview = Start({GLLIB_EXAMPLES_FOLDER "/glview.exe", "--turn", "0,0", "--ortho", "--size",
@@ -47,7 +47,7 @@ TEST_F(GlviewWindow, ShowsPicksWritesAPictureAndLeaves) {
   std::filesystem::current_path(before);
   const HWND window = Await("wall.obj - 4 triangles");
   ASSERT_NE(window, nullptr);
-  EXPECT_NE(GetWindow(window, GW_CHILD), nullptr) << "the component's own stands in it";
+  EXPECT_NE(GetWindow(window, GW_CHILD), nullptr) << "the component's window is a child";
   RECT inside{};
   GetClientRect(window, &inside);
   EXPECT_EQ(inside.right, kWidth);
@@ -60,7 +60,7 @@ TEST_F(GlviewWindow, ShowsPicksWritesAPictureAndLeaves) {
   PostMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, MAKELPARAM(1, 1));
   PostMessageA(window, WM_MOUSEMOVE, MK_LBUTTON | MK_SHIFT, MAKELPARAM(kWidth - 2, kHeight - 2));
   PostMessageA(window, WM_LBUTTONUP, MK_SHIFT, MAKELPARAM(kWidth - 2, kHeight - 2));
-  EXPECT_NE(Await("ms - wall, dot"), nullptr) << "a box picks all that it meets";
+  EXPECT_NE(Await("ms - wall, dot"), nullptr) << "a box picks all parts that it touches";
 
   PostMessageA(window, WM_KEYDOWN, 'W', 0);
   PostMessageA(window, WM_KEYDOWN, 'C', 0);
@@ -69,7 +69,7 @@ TEST_F(GlviewWindow, ShowsPicksWritesAPictureAndLeaves) {
   ASSERT_TRUE(ReadPng(m_folder / "wall-001.png", picture));
   EXPECT_EQ(picture.width, 2 * kWidth);
   const std::uint8_t* background = picture.At(0, 0);
-  EXPECT_EQ(std::memcmp(picture.At(kWidth - 80, kHeight + 9), background, 3), 0) << "as wires, after W";
+  EXPECT_EQ(std::memcmp(picture.At(kWidth - 80, kHeight + 9), background, 3), 0) << "wire frame, after W";
 
   PostMessageA(window, WM_KEYDOWN, VK_ESCAPE, 0);
   EXPECT_EQ(WaitFor(std::exchange(m_glview, -1)), 0);

@@ -1,11 +1,11 @@
-// What the system's own operations do where ours stand in for them on Linux: priorities, versions, monitors.
+// Operations of Windows that the platform layer replaces on Linux: priorities, versions, monitors. Wine.
 
 #include "platform/SystemInfo.h"
 #include "platform/ThreadPriority.h"
 #include "platform/Window.h"
 #include "support/Test.h"
 
-TEST(System, GivesAThreadTheNearestPriorityThatThereIs) {
+TEST(System, SetsTheNearestPriority) {
   std::thread([] {
     const int before = GetThreadPriority(GetCurrentThread());
     const struct {
@@ -21,7 +21,7 @@ TEST(System, GivesAThreadTheNearestPriorityThatThereIs) {
   EXPECT_FALSE(SetPriorityOfThread(0x7FFFFFFF, -1)) << "no such thread";
 }
 
-TEST(System, TellsThatItDrawsOffScreen) {
+TEST(System, SupportsOffscreenDrawing) {
   OSVERSIONINFOA info{};
   info.dwOSVersionInfoSize = sizeof(info);
   ASSERT_TRUE(GetVersionExA(&info));

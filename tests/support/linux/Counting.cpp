@@ -1,4 +1,4 @@
-// Allocations that fail, way by way, and what the process holds in memory.
+// Failing allocations per path, and the memory of the process.
 
 #include "support/Counting.h"
 
@@ -9,20 +9,20 @@
 #include <cstdint>
 #include <fstream>
 
-// Where the executable's own code lies, by the linker.
+// Address range of the executable's code, from the linker.
 extern "C" const char __executable_start, etext;
 
 namespace {
 
-constexpr std::uint16_t kMostLooks = 24;  // at a place that allocates, for each fault: a loop comes by often
+constexpr std::uint16_t kMaximumLooks = 24;  // per place and fault
 
 std::atomic<bool> g_bArmed{false}, g_bFailed{false};
-std::array<std::atomic<std::uint16_t>, 4096> g_auLooks{};  // by place
-std::array<std::atomic<std::uintptr_t>, 8192> g_auWays{};  // that have failed
+std::array<std::atomic<std::uint16_t>, 4096> g_auLooks{};  // per place
+std::array<std::atomic<std::uintptr_t>, 8192> g_auWays{};  // paths that have failed
 
 bool IsOurs(const void* aCaller) noexcept { return aCaller >= &__executable_start && aCaller < &etext; }
 
-/// The calls that led here, as one number that isn't 0.
+/// Returns a number for the calls on the stack; never 0.
 std::uintptr_t Way() noexcept {
   std::array<void*, 10> calls{};
   const int count = backtrace(calls.data(), static_cast<int>(calls.size()));
@@ -32,7 +32,7 @@ std::uintptr_t Way() noexcept {
   return way | 1;
 }
 
-/// Enters a way. @return false for one that was there
+/// Adds a path. @return false if it was added before
 bool IsNew(std::uintptr_t aWay) noexcept {
   for (std::size_t i = aWay % g_auWays.size();; i = (i + 1) % g_auWays.size()) {
     std::uintptr_t there = 0;
@@ -43,13 +43,13 @@ bool IsNew(std::uintptr_t aWay) noexcept {
 
 bool IsLookedAt(const void* aCaller) noexcept {
   auto& looks = g_auLooks[reinterpret_cast<std::uintptr_t>(aCaller) % g_auLooks.size()];
-  return looks < kMostLooks && looks++ < kMostLooks;
+  return looks < kMaximumLooks && looks++ < kMaximumLooks;
 }
 
 }  // namespace
 
 bool AllocationFault::Is(const void* aCaller) noexcept {
-  thread_local bool inside = false;  // looking at the calls may allocate
+  thread_local bool inside = false;  // inspecting the stack may allocate
   if (!g_bArmed.load(std::memory_order_relaxed) || g_bFailed || inside || !IsOurs(aCaller) ||
       !IsLookedAt(aCaller)) {
     return false;

@@ -1,4 +1,4 @@
-// GL's and GLU's functions in the libraries that come after the executable.
+// GL's and GLU's functions in the libraries after the executable.
 
 #include "support/DriverFunction.h"
 

@@ -1,4 +1,4 @@
-// The headless display; window procedures run on a thread of the platform layer.
+// The headless display. Window procedures run on a thread of the platform layer.
 
 #include "support/TestDisplay.h"
 

@@ -1,4 +1,4 @@
-// What the process holds in memory; no allocation fails here.
+// The memory of the process. No allocation fails on Windows.
 
 #include "support/Counting.h"
 

@@ -1,5 +1,5 @@
-// The twin's rendering context: a window of its own, of the format that GDI chooses for 32 bits of colour and
-// depth. Current on the thread that makes it.
+// A plain rendering context: a separate window with the format that GDI chooses for 32 bits of colour and
+// depth. Current on the thread that creates it.
 
 #pragma once
 
@@ -17,7 +17,7 @@ class PlainContext {
     windowClass.style = CS_OWNDC;
     windowClass.lpfnWndProc = DefWindowProcA;
     windowClass.lpszClassName = "PlainGL";
-    RegisterClassA(&windowClass);  // refused from the second time on
+    RegisterClassA(&windowClass);  // fails if the class is registered already
     m_hWnd = CreateWindowExA(0, "PlainGL", "", WS_POPUP | WS_VISIBLE, 0, 0, aWidth, aHeight, nullptr, nullptr,
                              nullptr, nullptr);
     m_hDC = GetDC(m_hWnd);
@@ -38,8 +38,7 @@ class PlainContext {
     DestroyWindow(m_hWnd);
     PumpMessages();
   }
-  PlainContext(const PlainContext&) = delete;
-  PlainContext& operator=(const PlainContext&) = delete;
+  PlainContext(PlainContext&&) = delete;
 
  private:
   HWND m_hWnd = nullptr;

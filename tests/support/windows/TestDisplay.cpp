@@ -1,4 +1,4 @@
-// The system's own display; a window's messages come to the thread that made it.
+// The system's display. A window's messages arrive on the thread that created it.
 
 #include "support/TestDisplay.h"
 

@@ -1,11 +1,9 @@
-// Selection from compiled lists: what is found from the runs of a list, held against the whole list, and
-// which lists are drawn whole.
+// Selection from compiled lists: results of a divided list compared with the whole list, and lists that are
+// drawn whole. Headless display.
 
-#include "platform/GL.h"
 #include "support/Counting.h"
 #include "support/GLRecorder.h"
 #include "support/Scene.h"
-#include "support/Test.h"
 
 namespace {
 
@@ -25,13 +23,12 @@ double Coordinate(std::mt19937& aRandom, double aReach) {
 
 void SetDrawMode(IGLCanvas& aCanvas, int aMode) {
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
-  for (int bit = 1; bit <= GLDM_SHOW_BACK; bit <<= 1) {
+  for (int bit = 1; bit <= GLDM_SHOW_BACK; bit <<= 1)
     attributes->EnableDrawMode(static_cast<eGLDrawMode>(bit), (aMode & bit) != 0 ? 1 : 0);
-  }
   aCanvas.SetDrawAttributes(attributes.Get());
 }
 
-/// One primitive of the canvas, small, around a random place.
+/// Draws a small primitive around a random place.
 Step RandomPrimitive(std::mt19937& aRandom) {
   static constexpr HRESULT (IGLCanvas::*kBegin[])() noexcept = {
       &IGLCanvas::BeginDrawTriangles,  &IGLCanvas::BeginDrawPoints,    &IGLCanvas::BeginDrawLines,
@@ -54,8 +51,8 @@ Step RandomPrimitive(std::mt19937& aRandom) {
   };
 }
 
-/// An identifier, a change of state, or a primitive. No edge flag: what Mesa selects of faces that are drawn
-/// as lines depends on the flags of all lists that it drew before.
+/// An identifier, a change of state, or a primitive. Edge flags are left out: Mesa's selection of faces drawn
+/// as lines depends on the flags of all earlier lists.
 Step RandomStep(std::mt19937& aRandom) {
   const int kind = Between(aRandom, 0, 19);
   const int value = Between(aRandom, 0, 1 << 20);
@@ -71,15 +68,15 @@ Step RandomStep(std::mt19937& aRandom) {
   return RandomPrimitive(aRandom);
 }
 
-/// A part of a scene: steps in one list, lists that it calls, and whether matrix operations are among them.
+/// A part of a scene: steps in one list, called lists, and optional matrix operations.
 struct Part {
   Steps steps;
-  std::vector<int> nested;  // parts before this one, called after every few steps
+  std::vector<int> nested;  // earlier parts, called after every few steps
   bool turned = false;
-  double shift = 0;  // by the painter, before the list
+  double shift = 0;  // set by the painter before the list
 };
 
-/// A scene that is drawn from one list per part, which is compiled when it is first needed.
+/// A scene with one list per part, which is compiled when it is first needed.
 class ListScene {
  public:
   explicit ListScene(std::vector<Part> aParts) : m_Parts(std::move(aParts)), m_Lists(m_Parts.size(), 0) {}
@@ -121,9 +118,8 @@ class ListScene {
     for (std::size_t i = 0; i < aPart.steps.size(); ++i) {
       if (aPart.turned && i % 4 == 1) aCanvas.Rotate_RAD(0.2, &axis);
       aPart.steps[i](aCanvas);
-      if (i % 5 == 4 && nested != aPart.nested.end()) {
+      if (i % 5 == 4 && nested != aPart.nested.end())
         aCanvas.DrawCompiledList(m_Lists[static_cast<std::size_t>(*nested++)]);
-      }
     }
   }
 
@@ -136,45 +132,39 @@ ListScene RandomScene(std::mt19937& aRandom) {
   for (std::size_t i = 0; i < parts.size(); ++i) {
     for (int steps = Between(aRandom, 4, 20); steps > 0; --steps)
       parts[i].steps.push_back(RandomStep(aRandom));
-    while (i > 0 && Between(aRandom, 0, 2) == 0) {
+    while (i > 0 && Between(aRandom, 0, 2) == 0)
       parts[i].nested.push_back(Between(aRandom, 0, static_cast<int>(i) - 1));
-    }
     parts[i].turned = Between(aRandom, 0, 9) == 0;
     if (Between(aRandom, 0, 2) == 0) parts[i].shift = Coordinate(aRandom, 0.5);
   }
   return ListScene(std::move(parts));
 }
 
-/// Draws for selections alone. What it draws changes only while none runs.
+/// Draws only for selections. The function changes only while none runs.
 class Picked {
  public:
   Picked() {
     GLDATA_POINT low{-1, -1, -10}, high{1, 1, 10};
     m_Drawn.viewer->SetOrthoExtents(&low, &high);
-    GLPtr<IGLCoord> eye;
-    m_Drawn.viewer->GetCoord(eye.Put());
-    eye->SetOrigin3d(0, 0, 0);
+    EyeOf(*m_Drawn.viewer)->SetOrigin3d(0, 0, 0);
     m_Drawn.context.As<IGLContext2>()->SetControlledDrawThread(1, kForever);
     m_Drawn.viewer->Show(0);
   }
 
   struct Request {
     GLDATA_POINT first, second;
-    LONG closest, enclosed;
+    bool closest, enclosed;
     int capacity;
   };
 
   Ids Pick(const Request& aRequest, DrawFunction aDraw) {
     m_Painter = GLMake<TestPainter>(std::move(aDraw));
     m_Drawn.context->AttachPainter(m_Painter.Get());
-    Ids ids(static_cast<std::size_t>(aRequest.capacity));
-    int size = aRequest.capacity;
-    GLDATA_POINT first = aRequest.first, second = aRequest.second;
-    EXPECT_EQ(m_Drawn.context->Select(m_Drawn.viewer, &first, &second, aRequest.closest, aRequest.enclosed,
-                                      &size, ids.data()),
-              S_OK);
-    ids.resize(static_cast<std::size_t>(std::max(size, 0)));
-    return ids;
+    const auto& [first, second, closest, enclosed, capacity] = aRequest;
+    const Selection got =
+        ::Pick(*m_Drawn.context, *m_Drawn.viewer, first, second, closest, enclosed, capacity);
+    EXPECT_EQ(got.result, S_OK);
+    return got.ids;
   }
 
   ~Picked() { m_Drawn.context->DetachPainter(); }
@@ -184,18 +174,19 @@ class Picked {
   GLPtr<TestPainter> m_Painter;
 };
 
-constexpr Picked::Request kMiddle{{0, 0, 0}, {0, 0, 0}, 0, 0, 64};
-constexpr Picked::Request kAll{{-1, -1, 0}, {1, 1, 0}, 0, 0, 512};
+constexpr Picked::Request kMiddle{{0, 0, 0}, {0, 0, 0}, false, false, 64};
+constexpr Picked::Request kAll{{-1, -1, 0}, {1, 1, 0}, false, false, 512};
 
 Picked::Request RandomRequest(std::mt19937& aRandom) {
   const GLDATA_POINT first{Coordinate(aRandom, 1), Coordinate(aRandom, 1), 0};
   const bool point = Between(aRandom, 0, 2) == 0;
   const GLDATA_POINT second = point ? first : GLDATA_POINT{Coordinate(aRandom, 1), Coordinate(aRandom, 1), 0};
-  return {first, second, Between(aRandom, 0, 1), Between(aRandom, 0, 2) == 0 ? 1 : 0,
+  return {first, second, Between(aRandom, 0, 1) == 1, Between(aRandom, 0, 2) == 0,
           Between(aRandom, 0, 3) == 0 ? 3 : 512};
 }
 
-/// Draws 40 triangles in a row of 40 places from left to right, 20 times over, each place under its number.
+/// Draws 40 triangles in a row of 40 places from left to right, 20 times. The identifier is the number of the
+/// place.
 void DrawRow(IGLCanvas& aCanvas, double aBottom = -0.1) {
   for (int place = 0; place < 40; ++place) {
     const double x = -1.0 + place * 0.05;
@@ -223,10 +214,11 @@ void DrawList(IGLCanvas& aCanvas, int& aList, Content aContent) {
 
 }  // namespace
 
-// The first selection that meets a list draws it whole; the list is checked before the next one. So new lists
-// give the reference. They are compiled before it, because compilation during a selection may add hits in
-// Mesa. GLLIB_SCENES sets another number of scenes, GLLIB_SEED other scenes; see scripts/selection-scenes.
-TEST(ListSelection, FindsTheSameFromAListsRunsAsFromTheWholeList) {
+// The first selection draws a list whole, and the component checks the list before the next one. New lists
+// therefore provide the expected result. They are compiled first, because compilation during a selection may
+// add hits in Mesa. GLLIB_SCENES sets the number of scenes, GLLIB_SEED selects them; see
+// scripts/selection-scenes.
+TEST(ListSelection, RunsFindTheSameAsTheWholeList) {
   const auto variable = [](const char* aName, int aDefault) {
     const char* const value = std::getenv(aName);
     return value != nullptr ? std::atoi(value) : aDefault;
@@ -261,7 +253,7 @@ TEST(ListSelection, FindsTheSameFromAListsRunsAsFromTheWholeList) {
   EXPECT_GT(several, static_cast<std::size_t>(scenes) / 10);
 }
 
-TEST(ListSelection, DrawsTheRunsThatThePickVolumeTouches) {
+TEST(ListSelection, DrawsOnlyRunsInThePickVolume) {
   Picked picked;
   int list = 0;
   const auto draw = [&](Scene& s) {
@@ -275,14 +267,14 @@ TEST(ListSelection, DrawsTheRunsThatThePickVolumeTouches) {
     EXPECT_EQ(picked.Pick(request, draw), Ids{21});
     calls.push_back(recorder.Count("glCallList"));
   }
-  EXPECT_GT(calls[0], 40) << "the first compiles, which calls each run once, and draws the list whole";
-  EXPECT_EQ(calls[2], 2) << "one run, and the one that enables culling";
+  EXPECT_GT(calls[0], 40) << "compiles each run, and draws the whole list";
+  EXPECT_EQ(calls[2], 2) << "one run, and the run that enables culling";
   const GLRecorder recorder;
   EXPECT_EQ(picked.Pick(kAll, draw).size(), 40u);
-  EXPECT_EQ(recorder.Count("glCallList"), 1) << "all at once";
+  EXPECT_EQ(recorder.Count("glCallList"), 1) << "all runs by one call";
 }
 
-TEST(ListSelection, FindsWhatAHostsOwnCallsAddToAList) {
+TEST(ListSelection, FindsTheHostsOwnCallsInAList) {
   static const auto triangle = [](double x) {
     glBegin(GL_TRIANGLES);
     for (const auto& [dx, dy] : {std::pair{-0.1, -0.1}, {0.1, -0.1}, {0.0, 0.1}}) glVertex3d(x + dx, dy, 0);
@@ -291,7 +283,7 @@ TEST(ListSelection, FindsWhatAHostsOwnCallsAddToAList) {
   GLuint own = 0;
   const struct {
     const char* what;
-    std::function<void(IGLCanvas&)> before, after;  // of the row, which lies above the middle
+    std::function<void(IGLCanvas&)> before, after;  // of the row, which is above the middle
   } kCases[] = {
       {"vertices", [](IGLCanvas&) {}, [](IGLCanvas& c) { triangle(0), c.SetTestID(50); }},
       {"vertices in a list", [&](IGLCanvas&) {}, [&](IGLCanvas& c) { glCallList(own), c.SetTestID(50); }},
@@ -331,7 +323,7 @@ TEST(ListSelection, FindsWhatAHostsOwnCallsAddToAList) {
       glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
       if (own == 0) glNewList(own = glGenLists(1), GL_COMPILE), triangle(0), glEndList();
       fromList ? DrawList(canvas, list, content) : content(canvas);
-      triangle(0.0);  // under the name and in the state that the list has left
+      triangle(0.0);  // with the identifier and the state that the list has left
       triangle(-0.05);
     };
     for (int pick = 0; pick < 4; ++pick) {
@@ -376,8 +368,7 @@ TEST(ListSelection, NeedsNoMemory) {
       }
       s.Canvas().DrawCompiledList(list);
     };
-    for (int pick = 0; pick < 3; ++pick) {
+    for (int pick = 0; pick < 3; ++pick)
       EXPECT_EQ(picked.Pick(kAll, draw).size(), 40u) << left << " allocations, pick " << pick;
-    }
   }
 }

@@ -131,7 +131,7 @@ bool IsModelName(const std::string& aName) {
 }
 
 std::vector<Part> ReadParts(const std::string& aPath, const ReadProgress& aProgress) {
-  if (IsCutPly(aPath)) throw ModelError("its header has no end");
+  if (IsCutPly(aPath)) throw ModelError("its header is not complete");
   Assimp::Importer importer;
   importer.SetProgressHandler(new ImportProgress(aProgress));  // the importer takes ownership
   const aiScene* scene = importer.ReadFile(aPath, aiProcess_Triangulate | aiProcess_JoinIdenticalVertices |

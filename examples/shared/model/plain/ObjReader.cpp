@@ -99,7 +99,7 @@ class Reader {
     corner.point = Index(next(), m_points.size());
     corner.place = Index(next(), m_places.size());
     corner.normal = Index(next(), m_normals.size());
-    if (corner.point == kNone) m_line.Fail("a corner without a point");
+    if (corner.point == kNone) m_line.Fail("a corner has no point");
     return corner;
   }
 

@@ -66,7 +66,7 @@ std::vector<Part> ReadText(std::istream& aFile, ReadingShare& aShare) {
     } else if (keyword == "vertex") {
       corners.push_back(ReadVector(line));
     } else if (keyword == "endfacet") {
-      if (parts.empty() || corners.size() != 3) line.Fail("no facet of three corners");
+      if (parts.empty() || corners.size() != 3) line.Fail("a facet does not have three corners");
       AddFacet(parts.back(), normal, {corners[0], corners[1], corners[2]});
       corners.clear();
     }

@@ -69,10 +69,10 @@ class GLViewing final : public GLClient<IGLCapture> {
     std::swap(m_pListener, listener);
   }
 
-  /// Requests a picture of the window at an integer factor. Unlike with IGLCapture alone, sizes in pixels are
-  /// enlarged too: clip rectangles, their frames, and lines and points that the painter sets by its canvas or
-  /// by draw attributes. Painters scale text and other lines by Scale. No setting of a viewer changes.
-  /// Triggers a frame.
+  /// Requests a picture of the window at an integer factor. Unlike with a plain IGLCapture, sizes in pixels
+  /// are enlarged too: clip rectangles, their frames, and lines and points that the painter sets by its
+  /// canvas or by draw attributes. Painters scale text and other lines by Scale. No setting of a viewer
+  /// changes. Triggers a frame.
   ///
   /// With a clipped viewer the surface has (factor + 1) times the window's size, which must fit GL's limits.
   /// The axes figure and the lines of gauges keep their size in pixels.

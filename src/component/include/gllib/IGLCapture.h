@@ -10,7 +10,7 @@ struct IGLPixmap;
 
 /// Requests and receives pictures. IGLContext::AttachCapture attaches it and takes one reference.
 ///
-/// For a picture the draw thread draws the scene once more, off-screen, in another rendering context. That
+/// For a picture the draw thread draws the scene again, off-screen, in another rendering context. That
 /// context does not have the window's display lists, and the window's lists are lost after the capture.
 /// Painters must check with IsCompiledList and compile again; fonts rebuild their lists themselves.
 ///

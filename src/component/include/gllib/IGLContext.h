@@ -208,9 +208,9 @@ struct IGLContext : IUnknown {
   /// Replaces the members of a collection by the fonts.
   virtual HRESULT EnumFonts(IGLCollection* aColl) noexcept = 0;
 
-  /// Returns the identifiers (IGLCanvas::SetTestID) of the things that the painter draws at a point or in a
+  /// Returns the identifiers (IGLCanvas::SetTestID) of primitives that the painter draws at a point or in a
   /// box of a viewer. The draw thread calls the painter once without showing a picture; for an enclosed
-  /// selection up to five times. Things with identifier 0, and culled or clipped things, are not found.
+  /// selection up to five times. Primitives with identifier 0, and culled or clipped ones, are not found.
   ///
   /// Waits for the draw thread, which serves the selection between two frames: at once after the running
   /// frame or selection, and without an additional frame. Do not call it while holding a lock that the
@@ -222,7 +222,7 @@ struct IGLContext : IUnknown {
   ///                         ignored
   /// @param aSelectClosest  non-zero: only the hit nearest to the eye; 0: all hits in the order of drawing.
   ///                        An identifier that is set several times may be returned several times
-  /// @param aSelectEnclosed non-zero: only things that do not cross the edges of the box. The call may
+  /// @param aSelectEnclosed non-zero: only those that do not cross the edges of the box. The call may
   ///                        exchange coordinates of the two points. With aSelectClosest the nearest hit in
   ///                        the box is dropped only if it is also the nearest hit at an edge
   /// @param aArraySize      capacity of aIDArray; receives the number of identifiers found. Below 1 the call

@@ -32,18 +32,18 @@ void Find(Choice& aChoice) noexcept {
   const char* name = std::getenv("GLLIB_DISPLAY");
   const std::string_view wanted = name != nullptr ? name : "";
   if (!wanted.empty() && wanted != "x11" && wanted != "headless")
-    LogWarning("GLLIB_DISPLAY is \"%s\", which is neither x11 nor headless: it does not count", name);
+    LogWarning("GLLIB_DISPLAY is \"%s\", which is neither x11 nor headless: it is ignored", name);
   const bool broken = aChoice.m_pFound == nullptr || aChoice.m_pFound->IsBroken();
   if (wanted != "headless") {
     if (auto display = X11Display::Open()) {
       aChoice.m_pFound = std::move(display);
       aChoice.m_bMakeshift = false;
       LogInfo("display: X11, server %s: %s", X11Display::ServerName(),
-              wanted == "x11" ? "GLLIB_DISPLAY asks for it" : "it can be reached");
+              wanted == "x11" ? "GLLIB_DISPLAY requires it" : "it can be reached");
       return;
     }
     if (wanted == "x11") {
-      if (broken) LogError("there is no display: GLLIB_DISPLAY asks for X11 alone");
+      if (broken) LogError("there is no display: GLLIB_DISPLAY requires X11");
       return;
     }
   }
@@ -52,9 +52,9 @@ void Find(Choice& aChoice) noexcept {
     aChoice.m_pFound = std::move(display);
     aChoice.m_bMakeshift = wanted != "headless";
     LogInfo("display: headless: %s",
-            wanted == "headless" ? "GLLIB_DISPLAY asks for it" : "no X server can be used");
+            wanted == "headless" ? "GLLIB_DISPLAY requires it" : "no X server can be used");
   } else {
-    LogError("there is no display: EGL has none without a screen either");
+    LogError("there is no display: EGL cannot draw without an X server either");
   }
 }
 

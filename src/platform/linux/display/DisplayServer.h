@@ -41,7 +41,7 @@ class DisplayServer {
  public:
   virtual ~DisplayServer() = default;
 
-  /// Returns whether the display is unusable because its server has gone.
+  /// Returns whether the display is unusable because its server has ended.
   virtual bool IsBroken() const noexcept = 0;
 
   // Windows. For a window that does not exist, functions return null or false.

@@ -90,7 +90,7 @@ constinit ProcessWide<DisplayUsers> g_Users;
 std::atomic<unsigned> g_uStartedIn{0};
 
 /// Returns whether a driver may run in this process. In a child of a process that ran a driver, its exit
-/// handlers wait for threads of the parent. They would wait forever if the child started threads of its own.
+/// handlers wait for threads of the parent. They would wait forever if the child started its own threads.
 bool MayRunHere() noexcept {
   unsigned starter = 0;
   return g_uStartedIn.compare_exchange_strong(starter, ProcessGeneration()) || starter == ProcessGeneration();
@@ -121,7 +121,7 @@ bool EglDriver::Start(EGLDisplay aDisplay, EGLint aVisual) noexcept {
   const ExitGate::Pass pass;
   if (!pass || aDisplay == EGL_NO_DISPLAY) return false;
   if (!MayRunHere()) {
-    LogError("a driver of GL has run in the parent of this forked process: it cannot draw here");
+    LogError("the parent of this forked process has used a GL driver: GL cannot draw here");
     return false;
   }
   KeepDriver();

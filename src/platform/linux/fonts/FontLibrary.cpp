@@ -121,5 +121,5 @@ void FontLibrary::End() noexcept {
 void FontLibrary::NoteSubstitute(const char* aFace, FcPattern& aFont, const std::string& aFile) {
   if (!IsLogged(LogLevel::kWarning) || IsGeneric(aFace) || HasFamily(aFont, aFace)) return;
   if (m_Substituted.insert(aFace).second)
-    LogWarning("there is no face \"%s\": %s is used", aFace, aFile.c_str());
+    LogWarning("there is no font face \"%s\": %s is used", aFace, aFile.c_str());
 }

@@ -22,7 +22,7 @@ struct FaceRequest {
   bool m_bFixedPitch = false;
 };
 
-/// The font mapper's answer.
+/// The result of the font mapper.
 struct FaceMatch {
   std::string m_sFile;
   int m_iIndex = 0;

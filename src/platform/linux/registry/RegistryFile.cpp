@@ -58,7 +58,7 @@ LSTATUS RegistryFile::Load(const std::string& aPath) {
       break;
   }
   if (text.empty() || Parse(text)) return ERROR_SUCCESS;
-  LogWarning("the registry file %s is damaged: it does not count", aPath.c_str());
+  LogWarning("the registry file %s is damaged: it is ignored", aPath.c_str());
   return ERROR_BADDB;
 }
 

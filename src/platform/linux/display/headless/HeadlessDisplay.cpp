@@ -67,7 +67,7 @@ bool HeadlessDisplay::Start() noexcept {
 
 HWND HeadlessDisplay::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
   if (aParent != nullptr) {
-    LogError("a parent window is given, but the display is headless: it has no windows");
+    LogError("a parent window is passed, but the display is headless and has no windows");
     return nullptr;
   }
   const std::scoped_lock lock(m_Lock);

@@ -55,7 +55,7 @@ void LogRefusal(xcb_window_t aParent, int aError) noexcept {
         "(XSync, gdk_display_sync) before Initialize",
         aParent);
   } else {
-    LogError("the X server refuses a child of the window 0x%x: error %d of the protocol", aParent, aError);
+    LogError("the X server refuses a child of the window 0x%x: protocol error %d", aParent, aError);
   }
 }
 
@@ -181,7 +181,7 @@ void X11Display::ReadEvents() noexcept {
   }
 }
 
-// The server has gone, and all windows with it.
+// The server has ended, and all windows with it.
 void X11Display::OnBroken() noexcept {
   LogWarning(
       "the connection to the X server is lost: its contexts draw nothing until they are initialised again");
@@ -209,7 +209,7 @@ HWND X11Display::MakeWindow(HWND aParent, const RECT& aPlace) noexcept {
   const PipeSignal quiet;
   if (IsBroken()) return nullptr;
   if (!IsXid(aParent)) {
-    LogError("the parent's handle has more than 32 bits: it is no X11 window");
+    LogError("the parent's handle has more than 32 bits: it is not an X11 window");
     return nullptr;
   }
   // Skips numbers that windows of a previous server still use: a number must name one window only.
