@@ -110,7 +110,7 @@ const LogCase kCases[] = {
        painted.context->AttachCapture(capture.Get());
        EXPECT_EQ(capture->Take(), 0);
      }},
-    {"warning", "a capture failed: the pixmap has no memory for the picture",
+    {"warning", "a capture failed: not enough memory for the pixmap",
      [] {
        const FreeContext painted;
        const auto capture = GLMake<TestCapture>();
@@ -120,7 +120,7 @@ const LogCase kCases[] = {
        EXPECT_EQ(capture->Take(), 0);
        g_bNoImages = false;
      }},
-    {"warning", "an image file is not loaded: there is no memory for its pixels",
+    {"warning", "an image file is not loaded: not enough memory for its pixels",
      [] {
        const TestFolder folder;
        const BitmapBytes image{2048, 2048, 1, Bytes(8), Bytes(2048 * 2048 / 8)};

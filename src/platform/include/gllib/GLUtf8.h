@@ -39,7 +39,7 @@ void Encode(char32_t aCharacter, const Put& aPut) {
 }
 
 /// Removes the first character from aBytes and returns it. A byte that begins no valid character is removed
-/// alone: it is malformed, overlong, a surrogate, or above U+10FFFF.
+/// by itself: it is malformed, overlong, a surrogate, or above U+10FFFF.
 inline char32_t Decode(std::string_view& aBytes) noexcept {
   const auto byte = [&](std::size_t aIndex) { return static_cast<unsigned char>(aBytes[aIndex]); };
   const unsigned lead = byte(0);
