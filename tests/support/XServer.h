@@ -4,7 +4,6 @@
 
 #include <sys/types.h>
 
-#include "support/Picture.h"
 #include "support/Test.h"
 
 /// Runs until the object is destroyed. DISPLAY names it.
