@@ -36,5 +36,5 @@ class MainWindow final : public QMainWindow {
   QSplitter* m_splitter;
   QTreeWidget* m_tree;
   SceneWidget* m_sceneWidget;
-  QAction* m_detach;
+  QAction* m_detach = nullptr;
 };

@@ -29,5 +29,5 @@ class ClientCheck {
   void Report() const noexcept;
 
   const char* const m_szClient;
-  Depths m_aiBefore;  // not initialised if warnings are not logged
+  Depths m_aiBefore{};  // 0 if warnings are not logged
 };

@@ -88,6 +88,14 @@ void ExpectIntendedExits(const char* aWay, int aTimes) {
   std::cout << aWay << ": " << aTimes << " exits, the longest " << longest.count() << " ms\n";
 }
 
+// Not with the thread sanitizer: in a child, the driver's exit handler joins a thread that does not exist
+// there. The sanitizer's join then waits for ever.
+void ExpectForks() {
+#ifndef __SANITIZE_THREAD__
+  for (const char* way : {"forks", "child-draws"}) ExpectIntendedExits(way, 1);
+#endif
+}
+
 }  // namespace
 
 TEST(ProcessHeadless, ExitsAtEachStageWithItsCode) {
@@ -97,7 +105,8 @@ TEST(ProcessHeadless, ExitsAtEachStageWithItsCode) {
 
 TEST(ProcessHeadless, SurvivesForksSignalsAndUseOfEgl) {
   setenv("GLLIB_DISPLAY", "headless", 1);
-  for (const char* way : {"forks", "child-draws", "signals", "eglterminate"}) ExpectIntendedExits(way, 1);
+  ExpectForks();
+  for (const char* way : {"signals", "eglterminate"}) ExpectIntendedExits(way, 1);
 }
 
 TEST(ProcessX11, ExitsAtEachStageWithItsCode) {
@@ -107,7 +116,8 @@ TEST(ProcessX11, ExitsAtEachStageWithItsCode) {
 
 TEST(ProcessX11, SurvivesForksAndSignals) {
   const XServer server;
-  for (const char* way : {"forks", "child-draws", "signals"}) ExpectIntendedExits(way, 1);
+  ExpectForks();
+  ExpectIntendedExits("signals", 1);
 }
 
 TEST(ProcessX11, SurvivesTheEndOfItsServer) {

@@ -42,7 +42,7 @@ void GLPass::MakeCurrent() noexcept {
   // A context of another driver must be released first. Otherwise that driver does not notice that its
   // context is no longer current.
   if (m_pOuter != nullptr) wglMakeCurrent(nullptr, nullptr);
-  const bool made = wglMakeCurrent(m_Target.m_hDC, context);
+  const bool made = wglMakeCurrent(m_Target.m_hDC, context) != FALSE;
   if (made) m_Target.m_bIsNew = true;
   if (!made && !m_Target.m_bRefused)
     LogWarning("the rendering context cannot be made current: nothing is drawn");

@@ -35,10 +35,10 @@ class WGLExtensions {
 
   /// Returns a format with a multisample buffer for the request. Tries 32, 16, 8, 6, 4 and 2 samples, in this
   /// order.
-  /// @param hDC         device context of the window; null uses the probe's
+  /// @param aDC         device context of the window; null uses the probe's
   /// @param iMaxSamples largest number of samples; 0 for no limit
   /// @return the index of the format; 0 for none
-  int ChooseMultisampleFormat(HDC hDC, const PIXELFORMATDESCRIPTOR& aRequest, LONG iMaxSamples) noexcept;
+  int ChooseMultisampleFormat(HDC aDC, const PIXELFORMATDESCRIPTOR& aRequest, LONG iMaxSamples) noexcept;
 
  private:
   using GetExtensionsString = const char* (*)(HDC);

@@ -40,8 +40,8 @@ struct State {
 int ClipPlanes() noexcept { return std::min(static_cast<int>(g_iMaxClipPlanes), kClipPlanes); }
 
 State Read() noexcept {
-  State state;
-  std::memset(&state, 0, sizeof state);
+  State state{};
+  std::memset(&state, 0, sizeof state);  // clears the padding too
   for (std::size_t i = 0; i < std::size(kDepths); ++i) glGetIntegerv(kDepths[i], &state.m_aiDepths[i]);
   glGetIntegerv(GL_MATRIX_MODE, &state.m_iMatrixMode);
   glGetIntegerv(GL_LIST_BASE, &state.m_iListBase);
@@ -181,5 +181,7 @@ bool ListCheck::Passes(const ListRun& aRun, const ListRun& aAfter) noexcept {
   // The probe before the run must be hit. If the run sets an identifier, the probe after it must be hit under
   // the last identifier. If the run sets none, GL makes one record of both hits.
   const bool names = records[3] == kProbe && (named ? hits == 2 && records[7] == aAfter.m_uName : hits == 1);
+  // Bit patterns are compared, because values may be NaN. The padding is 0.
+  // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
   return names && state == expected && std::memcmp(&before, &after, sizeof before) == 0;
 }

@@ -15,9 +15,9 @@
 
 /// A request to the font mapper.
 struct FaceRequest {
-  const char* m_szFace;     ///< UTF-8; empty for none
-  const char* m_szGeneric;  ///< family to use if the face is not available
-  int m_iWeight;            ///< 1 to 1000
+  const char* m_szFace = "";     ///< UTF-8; empty for none
+  const char* m_szGeneric = "";  ///< family to use if the face is not available
+  int m_iWeight = 400;           ///< 1 to 1000
   bool m_bItalic = false;
   bool m_bFixedPitch = false;
 };
