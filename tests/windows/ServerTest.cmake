@@ -15,7 +15,7 @@ function(copy_classes into)
   set(${into} "${lines}" PARENT_SCOPE)
 endfunction()
 
-run(regsvr32 /s /u ${MODULE})  # removes what an interrupted run left
+execute_process(COMMAND ${RUN} regsvr32 /s /u ${MODULE})  # removes what an interrupted run left, if anything
 copy_classes(before)
 run(regsvr32 /s ${MODULE})
 copy_classes(registered)
