@@ -158,9 +158,9 @@ HRESULT GLViewer::SetFrameOffset(float aValue) noexcept {
 
 HRESULT GLViewer::AddGauge(IGLViewerGauge* aGauge) noexcept {
   if (aGauge == nullptr) return E_INVALIDARG;
-  LONG stands = 0;
-  m_pGauges->Has(aGauge, &stands);
-  return stands == 0 ? m_pGauges->Add(aGauge) : S_OK;
+  LONG present = 0;
+  m_pGauges->Has(aGauge, &present);
+  return present == 0 ? m_pGauges->Add(aGauge) : S_OK;
 }
 
 HRESULT GLViewer::RemoveGauge(IGLViewerGauge* aGauge) noexcept {
