@@ -206,9 +206,10 @@ class GLContext final
   /// Returns the pass on the calling thread if it draws a picture other than the window's; otherwise null.
   const GLPass* PictureHere() const noexcept;
   std::shared_ptr<PThread> DrawThread() const noexcept;
-  enum class Given { kCounted, kBorrowed };  // the kind of pointer that a host gets
+  // Whether a creator adds a reference to the font that it returns. The context keeps one in both cases.
+  enum class FontReference { kCounted, kBorrowed };
   template <class Describe>
-  HRESULT CreateFont(Given aGiven, IGLFont** aFont, Describe aDescribe) noexcept;
+  HRESULT CreateFont(FontReference aReference, IGLFont** aFont, Describe aDescribe) noexcept;
   HRESULT BeginSelection(const PSelectEvent::Request& aRequest) noexcept;
   HRESULT WaitForSelection() noexcept;
   GLPtr<IGLViewer> FindViewer(IGLViewer* aViewer) noexcept;

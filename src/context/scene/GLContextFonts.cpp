@@ -18,9 +18,10 @@ GLFont& FontOf(IGLFont* aFont) noexcept { return static_cast<GLFont&>(*aFont); }
 
 }  // namespace
 
-// Creates a font. aDescribe sets its description.
+// Creates a font, adds it to the fonts of the context, and builds it now or by a task. aDescribe sets face,
+// size and style; its failure is returned.
 template <class Describe>
-HRESULT GLContext::CreateFont(Given aGiven, IGLFont** aFont, Describe aDescribe) noexcept {
+HRESULT GLContext::CreateFont(FontReference aReference, IGLFont** aFont, Describe aDescribe) noexcept {
   if (aFont == nullptr) return E_INVALIDARG;
   *aFont = nullptr;
   if (!m_Scene.m_pFonts) return E_GL_BADSTATE;
@@ -40,12 +41,12 @@ HRESULT GLContext::CreateFont(Given aGiven, IGLFont** aFont, Describe aDescribe)
     if (DrawThread() != nullptr) PostTask(new (std::nothrow) PCreateFontEvent(*this, FontOf(font.Get())));
   }
   *aFont = font.Get();
-  if (aGiven == Given::kCounted) font.Detach();
+  if (aReference == FontReference::kCounted) font.Detach();
   return S_OK;
 }
 
 HRESULT GLContext::CreateSystemFont(IGLFont** aFont) noexcept {
-  return CreateFont(Given::kCounted, aFont, [&](GLFont& aNew) {
+  return CreateFont(FontReference::kCounted, aFont, [&](GLFont& aNew) {
     aNew.InitSystemFont(m_pLink);
     return S_OK;
   });
@@ -54,7 +55,7 @@ HRESULT GLContext::CreateSystemFont(IGLFont** aFont) noexcept {
 HRESULT GLContext::CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation, int aHeight,
                                     int aWidth, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
-  return CreateFont(Given::kBorrowed, aFont, [&](GLFont& aNew) {
+  return CreateFont(FontReference::kBorrowed, aFont, [&](GLFont& aNew) {
     aNew.InitRasterFont(m_pLink, aFace, aFontStyle, aWeight, aOrientation, aHeight, aWidth);
     return S_OK;
   });
@@ -63,7 +64,7 @@ HRESULT GLContext::CreateRasterFont(BSTR aFace, int aFontStyle, int aWeight, flo
 HRESULT GLContext::CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, float aOrientation,
                                       LONG aExtrusionZ, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
-  return CreateFont(Given::kBorrowed, aFont, [&](GLFont& aNew) {
+  return CreateFont(FontReference::kBorrowed, aFont, [&](GLFont& aNew) {
     aNew.InitTrueTypeFont(m_pLink, aFace, aFontStyle, aWeight, aOrientation, aExtrusionZ != 0);
     return S_OK;
   });
@@ -71,7 +72,7 @@ HRESULT GLContext::CreateTrueTypeFont(BSTR aFace, int aFontStyle, int aWeight, f
 
 HRESULT GLContext::CreateInternalFont(BSTR aFace, IGLFont** aFont) noexcept {
   if (aFace == nullptr) return E_INVALIDARG;
-  return CreateFont(Given::kCounted, aFont,
+  return CreateFont(FontReference::kCounted, aFont,
                     [&](GLFont& aNew) { return aNew.InitInternalFont(m_pLink, aFace); });
 }
 

@@ -39,7 +39,7 @@ inline std::string Environment(const char* aName) {
 /// Returns the path of the user's file; empty if no variable names a folder.
 inline std::string UserFile() {
   if (const std::string own = Environment("GLLIB_REGISTRY_DIR"); !own.empty()) return own + "/user.reg";
-  // The XDG specification requires programs to ignore relative paths.
+  // A relative path would depend on the working directory, so it is ignored.
   if (const std::string xdg = Environment("XDG_CONFIG_HOME"); !xdg.empty() && xdg.front() == '/')
     return xdg + "/gllib/user.reg";
   const std::string home = Environment("HOME");

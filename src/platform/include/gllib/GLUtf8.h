@@ -1,5 +1,5 @@
 /// @file
-/// Conversion between UTF-16 and UTF-8. What is malformed becomes U+FFFD. No state; any thread.
+/// Conversion between UTF-16 and UTF-8. Malformed input becomes U+FFFD. No state; any thread.
 
 #pragma once
 
