@@ -96,8 +96,8 @@ inline void GLLook(GLViewGeometry& aView, double aLeft, double aUp,
 /// Sets near and far plane so that a ball is between them. Call it after each movement.
 /// @param aView   the view to change
 /// @param aCentre centre of the ball
-/// @param aRadius radius of the ball, greater than 0. In perspective the near plane keeps at least 1/1000 of
-///                the far plane's distance
+/// @param aRadius radius of the ball, greater than 0. In perspective the distance of the near plane is at
+///                least 1/1000 of that of the far plane
 inline void GLFitDepth(GLViewGeometry& aView, const GLDATA_POINT& aCentre, double aRadius) noexcept {
   const double distance = -aView.m_Eye.PointToEye(aCentre).z;
   aView.m_sOrthoMin.z = distance - aRadius;
@@ -138,7 +138,8 @@ inline bool GLFitBall(GLViewGeometry& aView, const GLDATA_POINT& aCentre, double
 /// @param aView      the view to change
 /// @param aMin, aMax two opposite corners; they must differ
 /// @param aMargin    as at GLFitBall
-/// @return true; false in a perspective with a field of view of 0 (nothing changes)
+/// @return true; false in a perspective with a field of view of 0, and in parallel projection for a line
+///         along the view direction (nothing changes)
 inline bool GLFitBox(GLViewGeometry& aView, const GLDATA_POINT& aMin, const GLDATA_POINT& aMax,
                      double aMargin = 1.04) noexcept {
   using namespace GLVector;

@@ -122,8 +122,8 @@ class GLRasterText {
   GLRasterText(GLString aFace, int aHeight, int aWeight = 400, int aFontStyle = 0)
       : m_Face(std::move(aFace)), m_iHeight(aHeight), m_iWeight(aWeight), m_iStyle(aFontStyle) {}
 
-  /// Draws a text in the current colour with its lower left corner at a point. The first call with a factor
-  /// creates a font in the context, so no list may be open.
+  /// Draws a text in the current colour with its lower left corner at a point. A call whose factor differs
+  /// from earlier ones creates a font in the context, so no list may be open.
   /// @param aContext the running pass's context
   /// @param aText     as at IGLFont::Print
   /// @param aPlace    position in current coordinates

@@ -28,7 +28,7 @@ class GLScaledCanvas final : public IGLCanvas {
     AddRef();
     return S_OK;
   }
-  /// Counts, but without effect: the object exists for one pass.
+  /// Counts references, but without effect: the object exists for one pass.
   ULONG AddRef() noexcept override { return ++m_uReferences; }
   /// Counts without effect, as AddRef.
   ULONG Release() noexcept override { return --m_uReferences; }

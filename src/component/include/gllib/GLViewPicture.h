@@ -18,7 +18,8 @@
 ///
 /// The component clears the rectangle of a clipped viewer at its position in the window. In an enlarged
 /// picture this would erase parts of other viewers. The picture is therefore drawn above and to the right of
-/// the window's area, on a surface larger by one window. No clip rectangle reaches that part.
+/// the window's area, on a surface larger by one window. A clip rectangle inside the window does not reach
+/// that part.
 class GLViewPicture {
  public:
   GLViewPicture() = default;

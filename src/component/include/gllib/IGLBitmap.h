@@ -23,8 +23,8 @@ struct IGLBitmap : IUnknown {
   /// @param aWidth  pixels; a positive multiple of 8
   /// @param aHeight pixels; at least 1
   /// @param aOpaque non-zero sets all bits, zero clears them
-  /// @return S_OK; E_GL_BADVALUE for another size, or if the number of bytes does not fit 32 bits (nothing
-  ///         changes); E_FAIL if memory is short (the bitmap is empty)
+  /// @return S_OK; E_GL_BADVALUE for any other size, or if the bits of a row or all bytes do not fit 32 bits
+  ///         (nothing changes); E_FAIL if memory is short (the bitmap is empty)
   virtual HRESULT Initialize(int aWidth, int aHeight, LONG aOpaque) noexcept = 0;
   /// Sets the bits from rows of width / 8 bytes without padding, top row first, the highest bit leftmost. A
   /// short array sets the top part; extra bytes are not read.
@@ -55,7 +55,8 @@ struct IGLBitmap : IUnknown {
   virtual HRESULT GetHeight(int* aValue) noexcept = 0;
 
   /// Draws the bitmap with one of its pixels at a model point. Draws nothing if that point is outside the
-  /// view or the bitmap is empty. The current colour and GL's unpack parameters remain changed.
+  /// view or the bitmap is empty. The current colour, GL's unpack parameters and, if alpha is below 1,
+  /// blending remain changed.
   /// @param aContext not used
   /// @param aOrigin  the model point, in the painter's current coordinates
   /// @param aOffsetX, aOffsetY the pixel at that point, counted from the bitmap's lower left corner

@@ -67,7 +67,7 @@ enum eGLTextureEnvParameter : int { GLTEP_TEXTURE_ENV_MODE = 8704, GLTEP_TEXTURE
 /// there, the call goes to that one. No operation takes a lock or blocks. GL state remains set until another
 /// call changes it.
 /// Precision: matrices are double. Vertices and normals are converted to float. Draw a model with large
-/// coordinates with a translation and small vertex coordinates.
+/// coordinates by a translation, so that the coordinates of its vertices are small.
 /// Results: S_OK; E_INVALIDARG if a pointer is null, but the operations within a primitive (Vertex... and
 /// SetVertex...) check no arguments; other results are documented at the operation. GL errors are not
 /// reported: a call that GL refuses has no effect.
@@ -84,9 +84,10 @@ struct IGLCanvas : IUnknown {
   virtual HRESULT SetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept = 0;
   /// Multiplies the selected matrix by the inverse of that transformation; see SetModelview6d.
   virtual HRESULT ResetModelview6d(GLDATA_MATRIX6D* aMatrix) noexcept = 0;
-  /// Multiplies by a matrix in GL's order.
+  /// Multiplies the model-view matrix by a matrix in GL's order. This and the following matrix operations
+  /// also select the model-view matrix.
   virtual HRESULT SetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept = 0;
-  /// Multiplies by the inverse of a matrix, or by the matrix itself if it is singular.
+  /// Multiplies the model-view matrix by the inverse of a matrix, or by the matrix itself if it is singular.
   /// @return S_OK; E_OUTOFMEMORY (nothing changes)
   virtual HRESULT ResetModelview16d(GLDATA_MATRIX16D* aMatrix) noexcept = 0;
   /// Saves the model-view matrix. If aLoadIdentity is non-zero, also loads the identity.
@@ -106,7 +107,7 @@ struct IGLCanvas : IUnknown {
   /// Saves the projection. If aLoadIdentity is non-zero, also sets a parallel projection for overlays with
   /// equal units in x and y. The window's shorter side runs from -1 to 1, the longer side further by the
   /// ratio of the sides, z from -100000 to 100000. It covers the whole window, also in a clipped viewer.
-  /// During a selection the projection is saved only.
+  /// During a selection the operation only saves the projection.
   /// @param aLoadIdentity non-zero sets the projection for overlays
   /// @param aNewExtents receives the widths in x, y and z if the projection is set, else does not change; may
   ///                    be null
@@ -183,12 +184,12 @@ struct IGLCanvas : IUnknown {
   /// Sets the line width in pixels. Not valid within a primitive. The value is not clamped: GL refuses 0 and
   /// less.
   virtual HRESULT SetVertexLineWidth(float aValue) noexcept = 0;
-  /// Sets the stipple pattern of lines. Not valid within a primitive. SetDrawAttributes with a solid pattern
-  /// ends it.
+  /// Sets the stipple pattern of lines. Not valid within a primitive. The next SetDrawAttributes that sends
+  /// all attributes replaces it.
   /// @param aPattern 16 pixels, from the lowest bit on; 0xFFFF is a solid line
   /// @param aFactor pixels per bit; below 1 is treated as 1
   virtual HRESULT SetVertexLineStipple(std::uint16_t aPattern, int aFactor) noexcept = 0;
-  /// Sets the point size in pixels, with the limits of SetVertexLineWidth.
+  /// Sets the point size in pixels, with the restrictions of SetVertexLineWidth.
   virtual HRESULT SetVertexPointSize(float aValue) noexcept = 0;
   /// Sets whether edges from the following vertices are drawn where faces are drawn as lines.
   virtual HRESULT SetVertexEdgeFlag(LONG aIsEdge) noexcept = 0;
@@ -199,8 +200,8 @@ struct IGLCanvas : IUnknown {
   /// @param aI an object of the component's class; the canvas holds a reference until another object is
   ///           applied
   virtual HRESULT SetDrawAttributes(IGLDrawAttr* aI) noexcept = 0;
-  /// Applies all values of a material. A material with no side enabled is ignored. See IGLMaterial for the
-  /// effect of lighting.
+  /// Applies a material: the values of each enabled side and, while lighting is on, the modes of the light
+  /// model. A material with no side enabled is ignored. See IGLMaterial for the effect of lighting.
   /// @param aMaterial the canvas holds a reference until another material is applied
   virtual HRESULT SetMaterial(IGLMaterial* aMaterial) noexcept = 0;
 
@@ -241,8 +242,8 @@ struct IGLCanvas2 : IUnknown {
   static constexpr IID Identifier = {
       0x6624D85F, 0x8064, 0x4078, {0xA0, 0x1A, 0x2F, 0x60, 0x76, 0xD5, 0x96, 0xE3}};
 
-  /// Returns the inverse of the model-view matrix. In a painter that has not changed it, this is the
-  /// placement of the eye in the world. A singular matrix is returned itself.
+  /// Returns the inverse of the model-view matrix, or the matrix itself if it is singular. In a frame this is
+  /// the placement of the eye in the world, if the painter has not changed the matrix.
   /// @return S_OK; E_OUTOFMEMORY or, outside a painter or gauge, E_GL_BADSTATE (nothing is written)
   virtual HRESULT GetModelviewMatrix(GLDATA_MATRIX16D* aMatrix) noexcept = 0;
   /// Replaces the projection by a parallel one. The selected matrix stays selected. During a selection the
@@ -411,8 +412,8 @@ struct IGLCanvas14_4 : IUnknown {
   virtual HRESULT TexCoord2f(float fS, float fT) noexcept = 0;
   /// Same as TexCoord2f, in double (glTexCoord2d).
   virtual HRESULT TexCoord2d(double dS, double dT) noexcept = 0;
-  /// Loads an image of any size with all mipmap levels, and sets a level-of-detail bias of half a level
-  /// towards larger images.
+  /// Loads an image of any size with all mipmap levels (gluBuild2DMipmaps), and sets a level-of-detail bias
+  /// of -0.5, which selects more detailed levels.
   virtual HRESULT Build2DMipmaps(int nInternalFormat, int nWidth, int nHeight, eGLTexFormat eFormat,
                                  eGLDataType eType, int nDataBytes, unsigned char* pbyPixels) noexcept = 0;
 

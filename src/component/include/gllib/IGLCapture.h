@@ -44,8 +44,9 @@ struct IGLCapture : IUnknown {
   /// ignored.
   virtual HRESULT GetBackgroundColor(GLDATA_RGBA* aColor) noexcept = 0;
   /// Reports the end of an attempt. Called once per attempt.
-  /// @param aSuccess 1 if the pixmap holds the picture. 0 if it does not: there was no pixmap or no memory
-  ///                 for it, the rectangle was empty, or the surface was too large or could not be created
+  /// @param aSuccess 1 if the pixmap holds the picture, or is unchanged because the zoom is below 1. 0 if the
+  ///                 capture failed: there was no pixmap or no memory for it, the rectangle was not valid, or
+  ///                 the surface was too large or could not be created
   virtual HRESULT OnData(LONG aSuccess) noexcept = 0;
 
  protected:

@@ -71,9 +71,9 @@ struct IGLContext : IUnknown {
   /// @return S_OK; E_GL_BADSTATE before Initialize (nothing is written)
   virtual HRESULT GetDrawThreadPars(int* aPriority, ULONG* aPreferredCycle,
                                     ULONG* aMustSleepCycle) noexcept = 0;
-  /// Sets the draw thread's priority and cycle. After the work of a cycle the thread sleeps for the rest of
-  /// the preferred cycle, but at least for the must-sleep cycle. If a value changes, the call waits for the
-  /// running cycle; the value takes effect at the next one.
+  /// Sets the draw thread's priority and cycle. After the work of a cycle a thread that draws freely sleeps
+  /// for the rest of the preferred cycle, but at least for the must-sleep cycle. If a value changes, the call
+  /// waits for the running cycle; the value takes effect at the next one.
   /// @param aPriority       -15 idle, -2 lowest, -1, 0 normal, 1, 2 highest, 15 time-critical; any other
   ///                        value is treated as 0. A priority that the system refuses has no effect
   /// @param aPreferredCycle ms; clamped to 5 to 5000
@@ -126,12 +126,14 @@ struct IGLContext : IUnknown {
   /// viewer is not the context's.
   virtual HRESULT DestroyViewer(IGLViewer* aI) noexcept = 0;
   /// Replaces the members of a collection by the viewers.
+  /// @return S_OK; E_OUTOFMEMORY (nothing changes)
   virtual HRESULT EnumViewers(IGLCollection* aColl) noexcept = 0;
 
   /// Adds a clip plane through three world points. It clips all viewers from the next pass on. The side of
   /// the normal (B - A) x (C - A) remains visible. If the number of planes exceeds GL's limit (at least 6),
   /// the earliest plane is replaced. Waits for the frame.
-  /// @return S_OK; E_GL_BADVALUE if the points are collinear (nothing changes)
+  /// @return S_OK; E_GL_BADVALUE if the points are collinear or the plane is not finite; E_OUTOFMEMORY.
+  ///         After a failure nothing is changed
   virtual HRESULT ClipPlane(GLDATA_POINT* aPntA, GLDATA_POINT* aPntB, GLDATA_POINT* aPntC) noexcept = 0;
   /// Removes all clip planes. Waits for the frame. The draw thread disables them in GL before the next one.
   virtual HRESULT ResetClipPlanes() noexcept = 0;
@@ -161,14 +163,15 @@ struct IGLContext : IUnknown {
   /// is not the context's.
   virtual HRESULT DestroyLight(IGLLight* aLight) noexcept = 0;
   /// Replaces the members of a collection by the lights.
+  /// @return S_OK; E_OUTOFMEMORY (nothing changes)
   virtual HRESULT EnumLights(IGLCollection* aColl) noexcept = 0;
   /// Returns the context's fog.
   /// @param aFog receives a counted reference: the caller releases it
   virtual HRESULT GetFog(IGLFog** aFog) noexcept = 0;
 
   // Fonts. A creator waits for the frame, but not until the font is built: the draw thread builds it as soon
-  // as no frame runs. If the face is not available, Print and GetStringWidth return E_FAIL. A font that is
-  // created before Initialize is built by the first Print.
+  // as no frame runs. It builds a font that is created before Initialize at the start of the first frame or
+  // selection. If no face is available, Print and GetStringWidth return E_FAIL.
 
   /// Creates a font from the system's bitmap font.
   /// @param aFont receives a counted reference: the caller releases it. The context holds another reference
@@ -206,6 +209,7 @@ struct IGLContext : IUnknown {
   /// @return S_OK; E_FAIL if the font is null or not the context's (nothing changes)
   virtual HRESULT SetDefaultFont(IGLFont* aFont) noexcept = 0;
   /// Replaces the members of a collection by the fonts.
+  /// @return S_OK; E_OUTOFMEMORY (nothing changes)
   virtual HRESULT EnumFonts(IGLCollection* aColl) noexcept = 0;
 
   /// Returns the identifiers (IGLCanvas::SetTestID) of primitives that the painter draws at a point or in a
@@ -220,8 +224,9 @@ struct IGLContext : IUnknown {
   /// @param aPoint1, aPoint2 two corners, in any order; x and y run from -1 to 1 over the viewer: its clip
   ///                         rectangle if it is clipped, else the window. Equal points select one pixel. z is
   ///                         ignored
-  /// @param aSelectClosest  non-zero: only the hit nearest to the eye; 0: all hits in the order of drawing.
-  ///                        An identifier that is set several times may be returned several times
+  /// @param aSelectClosest  non-zero: only the hit nearest to the eye; 0: all hits, in the order of drawing
+  ///                        unless aSelectEnclosed is set. An identifier that is set several times may be
+  ///                        returned several times
   /// @param aSelectEnclosed non-zero: only those that do not cross the edges of the box. The call may
   ///                        exchange coordinates of the two points. With aSelectClosest the nearest hit in
   ///                        the box is dropped only if it is also the nearest hit at an edge
@@ -231,8 +236,8 @@ struct IGLContext : IUnknown {
   /// @param aIDArray        receives the identifiers
   /// @return S_OK; E_INVALIDARG if a pointer is null or the viewer is another context's; E_GL_BADSTATE before
   ///         Initialize, on the draw thread, on another context's draw thread for which this one waits, and
-  ///         if the draw thread is suspended or replaced before it has served the call. Every failure except
-  ///         a null pointer sets aArraySize to 0
+  ///         if the draw thread is suspended or replaced before it has served the call; E_OUTOFMEMORY. Every
+  ///         failure except a null pointer sets aArraySize to 0
   virtual HRESULT Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2,
                          LONG aSelectClosest, LONG aSelectEnclosed, int* aArraySize,
                          ULONG* aIDArray) noexcept = 0;
@@ -298,16 +303,16 @@ struct IGLContext14_2 : IUnknown {
 
   /// Returns the canvas that painters receive. It draws on the draw thread only.
   /// @param ppICanvas receives a counted reference: the caller releases it
-  /// @return S_OK; E_INVALIDARG if ppICanvas is null
+  /// @return S_OK; E_INVALIDARG if ppICanvas is null; E_GL_BADSTATE if the canvas could not be created
   virtual HRESULT GetCanvas(IGLCanvas** ppICanvas) noexcept = 0;
 
  protected:
   ~IGLContext14_2() = default;
 };
 
-/// Multisampling. The settings take effect when a window is created: at the next Initialize. Getters return
-/// the requested values, not the actual ones, and the user's settings may override them. A getter returns
-/// E_INVALIDARG if its pointer is null.
+/// Multisampling. The settings take effect when a window is created: at the next Initialize. There,
+/// registry settings of the user that request multisampling replace these values. Getters return the
+/// requested values, not the actual ones. A getter returns E_INVALIDARG if its pointer is null.
 struct IGLContext14_3 : IUnknown {
   /// The interface's identifier.
   static constexpr IID Identifier = {

@@ -78,9 +78,11 @@ struct IGLCoord : IUnknown {
   /// Sets origin and angles.
   virtual HRESULT SetMatrix6d(GLDATA_MATRIX6D* aMatrix) noexcept = 0;
   /// Returns the matrix from local to parent coordinates, in GL's order.
+  /// @return S_OK; E_OUTOFMEMORY (nothing is written)
   virtual HRESULT GetMatrix16d(GLDATA_MATRIX16D* aMatrix) noexcept = 0;
   /// Sets origin and angles from a matrix from local to parent coordinates.
   /// @param aMatrix a rotation and a translation; with scale or shear the result is meaningless
+  /// @return S_OK; E_OUTOFMEMORY (nothing changes)
   virtual HRESULT SetMatrix16d(GLDATA_MATRIX16D* aMatrix) noexcept = 0;
 
  protected:

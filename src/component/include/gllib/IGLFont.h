@@ -28,7 +28,8 @@ inline constexpr int GLFS_ROMAN = 128;      ///< serif family
 /// sheets of the internal kind are laid out by code page 437. Characters outside the page are replaced. Text
 /// that cannot be converted is treated as empty.
 ///
-/// Display lists are lost with their rendering context. The next Print builds them again.
+/// Display lists are lost with their rendering context. The draw thread builds them again at the start of the
+/// next frame, selection or capture.
 ///
 /// Threads: any, but call Print in a painter or gauge only. No operation blocks. Setters take effect at the
 /// next Print.
@@ -44,6 +45,7 @@ struct IGLFont : IUnknown {
   /// Returns the face name.
   /// @param aFace receives a new string, which the caller frees; "System" for the system kind, the sheet's
   ///              name for the internal kind
+  /// @return S_OK; E_OUTOFMEMORY
   virtual HRESULT GetFace(BSTR* aFace) noexcept = 0;
   /// Returns the style.
   /// @param aStyle receives the GLFS_ bits
@@ -56,13 +58,15 @@ struct IGLFont : IUnknown {
   virtual HRESULT GetOrientation(float* aOrientation) noexcept = 0;
 
   /// Returns the width.
-  /// @param aValue receives pixels for the bitmap kinds, model units for the others
+  /// @param aValue receives pixels for the bitmap kinds, model units for the others. Before the font is
+  ///               built: 1 for the system and internal kinds, 0 for a raster font without a given width
   virtual HRESULT GetWidth(float* aValue) noexcept = 0;
   /// Scales a TrueType font in x.
   /// @return S_OK; E_GL_BADSTATE if the font is not TrueType; E_GL_BADVALUE if aValue is not greater than 0
   virtual HRESULT SetWidth(float aValue) noexcept = 0;
   /// Returns the height.
-  /// @param aValue receives pixels for the bitmap kinds, model units for the others
+  /// @param aValue receives pixels for the bitmap kinds, model units for the others. Before the font is
+  ///               built: 1 for the system and internal kinds
   virtual HRESULT GetHeight(float* aValue) noexcept = 0;
   /// Scales a TrueType font in y. Results as at SetWidth.
   virtual HRESULT SetHeight(float aValue) noexcept = 0;
@@ -84,12 +88,11 @@ struct IGLFont : IUnknown {
   /// the bitmap kinds and model units for the others (8 per character for the internal kind).
   /// @param aString null is treated as empty
   /// @param aWidth  receives the width; -1 on failure
-  /// @return S_OK; E_FAIL if the font is not built: the draw thread has not built it yet, or the face is not
+  /// @return S_OK; E_FAIL if the font is not built: the draw thread has not built it yet, or no face is
   ///         available
   virtual HRESULT GetStringWidth(BSTR aString, float* aWidth) noexcept = 0;
-  /// Draws text in the current colour. The bitmap kinds draw nothing if the start is outside the view.
-  /// Afterwards the model-view matrix is selected. The internal kind leaves GL's blend function at source
-  /// alpha.
+  /// Draws text in the current colour. The bitmap kinds draw nothing if the start is outside the view. The
+  /// other kinds select the model-view matrix. The internal kind leaves GL's blend function at source alpha.
   /// @param aString null is treated as empty
   /// @param aStart  the left end of the base line, in the painter's current coordinates; for the internal
   ///                kind the lower left corner of the first cell

@@ -14,7 +14,7 @@ struct IGLCoord;
 /// 0.5, specular 1, no attenuation and direction 0, 0, -1. Its coordinate system coincides with the world.
 ///
 /// A process can use eight GL lights. A light takes a free GL light at its first pass and keeps it until it
-/// is destroyed, also while it is off. If none is free, the light is not drawn and tries again at the next
+/// is destroyed, also while it is off. If none is free, the light does not shine and tries again at the next
 /// pass. A destroyed light has no effect from the next viewer pass on.
 ///
 /// Threads: any, at any time; no operation blocks. A change takes effect at the next viewer pass. A colour or
@@ -54,7 +54,7 @@ struct IGLLight : IUnknown {
   /// Returns the position of a spotlight, in the light's coordinate system.
   virtual HRESULT GetSpotPosition(GLDATA_POINT* aVector) noexcept = 0;
   /// Sets the position of a spotlight, in the light's coordinate system.
-  /// @return S_OK; E_GL_BADVALUE for 0, 0, 0 (nothing changes)
+  /// @return S_OK; E_GL_BADVALUE for 0, 0, 0 and for a component that is NaN (nothing changes)
   virtual HRESULT SetSpotPosition(GLDATA_POINT* aVector) noexcept = 0;
 
   /// Returns the cut-off angle.

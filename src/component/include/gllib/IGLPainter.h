@@ -21,12 +21,14 @@ struct IGLPainter : IUnknown {
   ///
   /// On entry the rendering context is current, the model-view matrix is selected and converts world to eye
   /// coordinates, and the projection is the viewer's. Colour and depth are cleared within the viewer; clip
-  /// planes, fog and lights are set. On return both matrix stacks and the attribute stack must have the same
-  /// depth as on entry, and no primitive or list may be open. Changes of GL state remain for the next viewer.
+  /// planes, fog and lights are set. In a selection the model-view matrix also contains the projection, the
+  /// projection matrix is the identity, and colour, fog and lights remain as they are. On return both matrix
+  /// stacks and the attribute stack must have the same depth as on entry, and no primitive or list may be
+  /// open. Changes of GL state remain for the next viewer.
   ///
   /// Thread: the draw thread. During a frame it holds the context's lock, so the painter is not replaced
-  /// meanwhile. All operations of the component may be called, but Initialize and Select return
-  /// E_GL_BADSTATE. The host must lock data that its other threads change.
+  /// meanwhile. All operations of the component may be called, but Initialize and Select of this context
+  /// return E_GL_BADSTATE. The host must lock data that its other threads change.
   ///
   /// @param aCanvas the canvas to draw on; borrowed
   /// @param aCntxt  the context to which the painter is attached; borrowed

@@ -24,16 +24,17 @@ struct IGLPixmap : IUnknown {
   /// memory block is kept if the number of pixels is the same.
   /// @param aWidth, aHeight pixels; at least 1
   /// @param aRGBA the colour of all pixels
-  /// @return S_OK; E_GL_BADVALUE for another size, or if the number of pixels or bytes does not fit 32 bits
+  /// @return S_OK; E_GL_BADVALUE if a size is below 1, or the number of pixels or bytes does not fit 32 bits
   ///         (nothing changes); E_FAIL if memory is short (the pixmap is empty)
   virtual HRESULT Initialize(int aWidth, int aHeight, GLDATA_RGBA4B aRGBA) noexcept = 0;
   /// Reads an uncompressed Windows bitmap file of 1, 4, 8, 16, 24 or 32 bits per pixel, with rows in either
-  /// direction. Alpha becomes 255. Channels of 16-bit files keep their 5-bit values, 0 to 31. Zoom, clip and
-  /// memory block as at Initialize.
+  /// direction. Alpha becomes 255. Channels of 16-bit files keep their 5-bit values, 0 to 31. Zoom and clip
+  /// as at Initialize; the pixels get a new memory block. Other depths make all pixels black. Compression is
+  /// not detected: the bytes are read as uncompressed pixels, and too few bytes are a failure.
   /// @param aFilename the file name in Unicode, on every platform
-  /// @return S_OK; E_FAIL if the name is null, or the file cannot be read, is truncated, has another format
-  ///         or has invalid sizes (the image does not change); E_FAIL if memory for the image is short (the
-  ///         pixmap is empty)
+  /// @return S_OK; E_FAIL if the name is null, or the file cannot be read, is not a bitmap file, is truncated
+  ///         or has invalid sizes or colour indexes (the image does not change); E_FAIL if memory for the
+  ///         image is short (the pixmap is empty)
   virtual HRESULT LoadImageFile(BSTR aFilename) noexcept = 0;
   /// Sets the pixels row by row, top row first. Only whole rows are copied, and no more than the height; the
   /// other rows do not change.

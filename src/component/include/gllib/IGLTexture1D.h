@@ -26,21 +26,22 @@ enum eGLTextureMode : int {
 ///
 /// Threads: BeginDraw, Draw and EndDraw on the draw thread, in a painter or gauge; Initialize on any thread,
 /// but not between BeginDraw and EndDraw.
-/// Results: S_OK; E_INVALIDARG from Initialize and BeginDraw if a pointer is null. Draw checks no arguments.
+/// Results: S_OK; E_INVALIDARG if aPixmap or aFaceNormal is null. Draw checks no arguments.
 struct IGLTexture1D : IUnknown {
   /// The interface's identifier.
   static constexpr IID Identifier = {
       0x58E698E2, 0xF176, 0x4C06, {0x8A, 0x86, 0xCC, 0xE0, 0x8A, 0x3E, 0x1F, 0xA1}};
 
   /// Sets the image, takes a reference to it, and deletes all levels.
-  /// @return S_OK; E_INVALIDARG if aPixmap is null
   virtual HRESULT Initialize(IGLPixmap* aPixmap) noexcept = 0;
   /// Loads the image and begins a strip of quadrilaterals. Until EndDraw only calls that GL allows within a
   /// primitive are valid. Without a pixmap, or with an empty one, the strip is drawn without an image.
   /// @param aContext            not used
   /// @param aTextureMode        how the image and the colour of the face are combined
-  /// @param aInterpolatePixels  non-zero: colours are interpolated between neighbouring pixels
-  /// @param aInterpolateMipmaps non-zero: colours are interpolated between two levels
+  /// @param aInterpolatePixels  non-zero: an enlarged image is interpolated between neighbouring texels, a
+  ///                            reduced one between two levels
+  /// @param aInterpolateMipmaps non-zero: a reduced image is interpolated between neighbouring texels of a
+  ///                            level; no effect on an enlarged one
   /// @param aRepeat             non-zero: the image repeats outside 0 to 1; 0: the texels at its edge
   ///                            continue
   /// @param aFaceNormal         the normal of all vertices
@@ -51,7 +52,7 @@ struct IGLTexture1D : IUnknown {
   /// Adds a pair of vertices, each with its texture coordinate.
   virtual HRESULT Draw(GLDATA_POINT* aVertex1, float aTextureX1, GLDATA_POINT* aVertex2,
                        float aTextureX2) noexcept = 0;
-  /// Ends the strip and switches texturing off. Blending stays on.
+  /// Ends the strip and switches texturing off. Blending remains on.
   virtual HRESULT EndDraw() noexcept = 0;
 
  protected:

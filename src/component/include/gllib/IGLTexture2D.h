@@ -21,7 +21,7 @@ struct IGLTexture2D : IUnknown {
                             GLDATA_RGBA* aBlendColor) noexcept = 0;
   /// Adds a vertex with its texture coordinates.
   virtual HRESULT Draw(float aTextureX, float aTextureY, GLDATA_POINT* aVertex) noexcept = 0;
-  /// Ends the polygon and switches texturing off. Blending stays on.
+  /// Ends the polygon and switches texturing off. Blending remains on.
   virtual HRESULT EndDraw() noexcept = 0;
 
  protected:

@@ -15,7 +15,8 @@ struct IGLViewerGauge;
 ///
 /// A new viewer is not clipped and looks along -z from 0, 0, 1. Its parallel view volume is -50, -50, 0 to
 /// 50, 50, 1000; z is the distance in front of the eye. Its perspective has a field of view of 27 degrees and
-/// planes at 0.1 and 1000.
+/// planes at 0.1 and 1000. Its clip rectangle is at 10, 10, with 100 by 100 pixels. The frame is white, one
+/// pixel wide, at the edge.
 ///
 /// Threads: any, at any time; no operation blocks. A change takes effect at the next pass of the viewer.
 /// Values that are set by two calls, and a point or colour, may be seen half changed during one pass.
@@ -54,7 +55,8 @@ struct IGLViewer : IUnknown {
   /// Returns whether the picture is scaled into the clip rectangle.
   /// @param aScaled receives 1 or 0
   virtual HRESULT IsClipScaled(LONG* aScaled) noexcept = 0;
-  /// Sets whether a clipped viewer has a frame; on in a new viewer.
+  /// Sets whether a clipped viewer has a frame around the picture; on in a new viewer. If the picture is not
+  /// scaled into the clip rectangle, the frame runs around the window and is clipped.
   virtual HRESULT ShowClipFrame(LONG aShow) noexcept = 0;
   /// Returns whether a clipped viewer has a frame.
   /// @param aVisible receives 1 or 0
@@ -72,9 +74,10 @@ struct IGLViewer : IUnknown {
   virtual HRESULT GetEyeZFar(double* aValue) noexcept = 0;
   /// Sets the distances of the near and far plane from the eye: near greater than 0, far greater than near.
   virtual HRESULT SetEyeZNearAndFar(double aNear, double aFar) noexcept = 0;
-  /// Returns the factor that multiplies the window's aspect ratio.
+  /// Returns the factor that multiplies the aspect ratio of the clip rectangle or the window.
   virtual HRESULT GetEyeAspect(double* aValue) noexcept = 0;
-  /// Sets the factor that multiplies the window's aspect ratio; greater than 0. 1 keeps circles round.
+  /// Sets the factor that multiplies the aspect ratio of the clip rectangle, or of the window if the viewer
+  /// is not clipped; greater than 0. 1 keeps circles round.
   virtual HRESULT SetEyeAspect(double aValue) noexcept = 0;
 
   // The parallel projection.
@@ -108,9 +111,9 @@ struct IGLViewer : IUnknown {
   /// Sets the frame's width in pixels, clamped to the limits of point sizes
   /// (IGLDrawAttr::GetPointSizeLimits). The result is 0 before the first rendering context of the process.
   virtual HRESULT SetFrameThickness(float aValue) noexcept = 0;
-  /// Returns the distance of the frame from the edge, as a share of half the rectangle.
+  /// Returns the distance of the frame from the edge, as a share of half the picture.
   virtual HRESULT GetFrameOffset(float* aValue) noexcept = 0;
-  /// Sets the distance of the frame from the edge, inward, as a share of half the rectangle: at least 0 and
+  /// Sets the distance of the frame from the edge, inward, as a share of half the picture: at least 0 and
   /// less than 1.
   virtual HRESULT SetFrameOffset(float aValue) noexcept = 0;
 
@@ -145,9 +148,10 @@ struct IGLViewer : IUnknown {
   ~IGLViewer() = default;
 };
 
-/// The axes figure in the window's lower left corner: x red, y green, z blue, with the orientation of the
-/// world. It is part of the overlay: it is drawn only if the viewer draws a clip frame or a gauge. Threads
-/// and results as at IGLViewer.
+/// The axes figure in the lower left corner of the picture: x red, y green, z blue, with the orientation of
+/// the world. If the picture is scaled into the clip rectangle, so is the figure. It is part of the overlay:
+/// it is drawn only if the viewer draws a clip frame, or shows gauges and has at least one. Threads and
+/// results as at IGLViewer.
 struct IGLViewer2 : IUnknown {
   /// The interface's identifier.
   static constexpr IID Identifier = {

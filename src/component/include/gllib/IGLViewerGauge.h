@@ -19,10 +19,10 @@ struct IGLViewerGauge : IUnknown {
   /// Draws the gauge. Called after the painter if the viewer shows its gauges and IsVisible has returned
   /// non-zero.
   ///
-  /// On entry both matrices are the identity, so x and y run from -1 to 1 over the viewer. Lighting and clip
-  /// planes are off; the depth test is as the painter left it. Afterwards the component restores matrices and
-  /// lighting; other changes of GL state remain. IGLCanvas::PushProjectionMatrix with a non-zero argument
-  /// sets square units.
+  /// On entry both matrices are the identity, so x and y run from -1 to 1 over the picture: over the clip
+  /// rectangle if the picture is scaled into it, else over the window. Lighting and clip planes are off; the
+  /// depth test is as the painter left it. Afterwards the component restores matrices and lighting; other
+  /// changes of GL state remain. IGLCanvas::PushProjectionMatrix with a non-zero argument sets square units.
   ///
   /// Thread: the draw thread, as at IGLPainter::Draw.
   /// @param aCanvas  the canvas to draw on; borrowed

@@ -42,7 +42,7 @@ using OLECHAR = char16_t;  ///< the same type by its documented name
 using BSTR = char16_t*;
 
 /// Creates a string of aLength UTF-16 code units from aText, or filled with zeros if aText is null.
-/// @return the string, which the caller frees; null if memory is short
+/// @return the string, which the caller frees; null if memory is short or the bytes do not fit 32 bits
 inline BSTR SysAllocStringLen(const OLECHAR* aText, unsigned aLength) noexcept {
   constexpr std::size_t kPrefix = 8;
   const std::size_t bytes = std::size_t{aLength} * sizeof(OLECHAR);

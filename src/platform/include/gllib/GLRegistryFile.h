@@ -199,10 +199,13 @@ inline std::optional<Value> ReadValue(std::string_view aText) {
 
 }  // namespace Script
 
-/// Reads the text of a registry file and calls, in the order of the text, aOut.Key(name, above)
-/// the key to which the next values belong aOut.Entry(name, value, line, above) a value; an empty name is the
-/// key's default value aOut.End(below) where above and below are the comments there, with their line ends,
-/// and line is the value's own line. A key and a value can occur several times: the last value is valid.
+/// Reads the text of a registry file and calls operations of aOut in the order of the text:
+/// - aOut.Key(name, above): the key to which the next values belong
+/// - aOut.Entry(name, value, line, above): a value and its line; an empty name is the key's default value
+/// - aOut.End(below): the end of the text
+///
+/// The arguments above and below are the comments before the entry and at the end, with their line ends. A
+/// key and a value can occur several times: the last value is valid.
 /// @return false if the text is not a registry script; the caller then discards the earlier calls
 template <class Out>
 bool ReadScript(std::string_view aText, Out&& aOut) {
