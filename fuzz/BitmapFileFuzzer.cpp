@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* aData, std::size_t aSi
   if (count > 8 * aSize) std::abort();  // every depth has at least one bit per pixel
   const PixelBlock pixels = NewPixels(count);
   std::fill_n(pixels.get(), count, GLDATA_RGBA4B{});
-  if (!image.ReadPixels(pixels.get())) return 0;
+  if (image.ReadPixels(pixels.get()) != nullptr) return 0;
   const auto opaque = [](const GLDATA_RGBA4B& aPixel) { return aPixel.m_bAlpha == 255; };
   if (!std::all_of(pixels.get(), pixels.get() + count, opaque)) std::abort();
   return 0;

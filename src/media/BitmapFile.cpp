@@ -151,25 +151,26 @@ bool BitmapFile::ReadColorTable(std::uint64_t aOffset) noexcept {
   return true;
 }
 
-bool BitmapFile::ReadPixels(GLDATA_RGBA4B* aPixels) noexcept {
+const char* BitmapFile::ReadPixels(GLDATA_RGBA4B* aPixels) noexcept {
   const auto width = static_cast<std::size_t>(m_iWidth);
   const auto height = static_cast<std::size_t>(m_iHeight);
   const RowDecoder decode = DecoderOf(m_uBitCount);
   if (decode == nullptr) {
     std::fill_n(aPixels, width * height, Pixel(kOpaque));
-    return true;
+    return nullptr;
   }
   const std::size_t blockRows = std::min(height, std::max<std::size_t>(1, kBlockBytes / m_uRowBytes));
   const HeapBlock<std::uint8_t> block(static_cast<std::uint8_t*>(std::malloc(blockRows * m_uRowBytes)));
-  if (block == nullptr) return false;
+  if (block == nullptr) return "not enough memory for its rows";
   for (std::size_t row = 0; row < height;) {
     const std::size_t rows = std::min(blockRows, height - row);
-    if (std::fread(block.get(), m_uRowBytes, rows, m_pFile) != rows) return false;
+    if (std::fread(block.get(), m_uRowBytes, rows, m_pFile) != rows) return "its pixels cannot be read";
     for (const std::uint8_t* source = block.get(); source != block.get() + rows * m_uRowBytes;
          source += m_uRowBytes, ++row) {
       const std::size_t target = m_bTopDown ? height - 1 - row : row;
-      if (!decode(source, m_iWidth, m_auColors, aPixels + target * width)) return false;
+      if (!decode(source, m_iWidth, m_auColors, aPixels + target * width))
+        return "a pixel indexes past the colour table";
     }
   }
-  return true;
+  return nullptr;
 }

@@ -26,9 +26,8 @@ class BitmapFile {
   /// Reads the pixels as opaque colours in GL's order: the bottom row first. An unsupported depth yields
   /// black.
   /// @param aPixels receives Width * Height pixels; undefined after a failure
-  /// @return false if the file ends early or cannot be read, or a pixel's index has no entry in the colour
-  ///         table
-  bool ReadPixels(GLDATA_RGBA4B* aPixels) noexcept;
+  /// @return null; else the reason why the pixels cannot be read, for the log
+  const char* ReadPixels(GLDATA_RGBA4B* aPixels) noexcept;
 
  private:
   bool ReadColorTable(std::uint64_t aOffset) noexcept;

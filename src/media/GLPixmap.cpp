@@ -49,7 +49,8 @@ HRESULT GLPixmap::LoadImageFile(BSTR aFilename) noexcept {
   PixelBlock pixels =
       NewPixels(static_cast<std::size_t>(image.Width()) * static_cast<std::size_t>(image.Height()));
   const bool hasMemory = pixels != nullptr;
-  if (hasMemory && !image.ReadPixels(pixels.get())) return Refuse("a pixel indexes past the colour table");
+  const char* failure = hasMemory ? image.ReadPixels(pixels.get()) : nullptr;
+  if (failure != nullptr) return Refuse(failure);
   TakePixels(std::move(pixels), image.Width(), image.Height());
   return hasMemory ? S_OK : Refuse("not enough memory for its pixels");
 }

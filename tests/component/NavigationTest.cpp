@@ -91,7 +91,7 @@ TEST_F(Navigation, OrbitsUpToThePoles) {
   EXPECT_NEAR(view.m_Eye.m_sRight.y, 0, kClose) << "stays upright";
 
   const GLDATA_POINT z = {0, 0, 1};
-  GLTurnTo(view, GLStandardView::Front, true);
+  GLTurnTo(view, GLStandardView::Front, GLUpAxis::Z);
   for (int i = 0; i < 100; ++i) GLOrbit(view, {1, 2, 3}, m_Random.Number(-1, 1), m_Random.Number(-1, 1), z);
   EXPECT_NEAR(view.m_Eye.m_sRight.z, 0, kClose);
 }
@@ -181,7 +181,7 @@ TEST_F(Navigation, LooksFromTheStandardDirections) {
     GLTurnTo(view, standard);
     EXPECT_LT(Length(Difference(view.m_Eye.m_sBack, from)), kClose) << static_cast<int>(standard);
     EXPECT_LT(Length(Difference(view.m_Eye.m_sUp, up)), kClose) << static_cast<int>(standard);
-    GLTurnTo(view, standard, true);
+    GLTurnTo(view, standard, GLUpAxis::Z);
     EXPECT_LT(Length(Difference(view.m_Eye.m_sBack, fromZ)), kClose) << static_cast<int>(standard);
   }
 }

@@ -121,7 +121,7 @@ const LogCase kCases[] = {
 
     {"warning", "a capture failed: GetPixmap returned no pixmap", [] { Capture({}, false); }},
     {"warning", "a capture failed: its rectangle lies outside the viewport", [] { Capture({.m_iX = 99}); }},
-    {"warning", "a capture failed: its zoom is below 1", [] { Capture({.m_fZoom = 0.5f}); }},
+    {"warning", "a capture reads nothing: its zoom is below 1", [] { Capture({.m_fZoom = 0.5f}); }},
     {"warning", "a capture failed: a scene of 3200000 x 3200000 pixels exceeds GL's limit",
      [] { Capture({.m_iWidth = 1, .m_iHeight = 1, .m_fZoom = 100000}); }},
 

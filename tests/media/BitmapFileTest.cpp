@@ -20,7 +20,7 @@ std::optional<Pixels> Read(const Bytes& aFile) {
   BitmapFile image(file.get());
   if (!image.ReadHeader()) return std::nullopt;
   std::vector<GLDATA_RGBA4B> store(static_cast<std::size_t>(image.Width() * image.Height()));
-  if (!image.ReadPixels(store.data())) return std::nullopt;
+  if (image.ReadPixels(store.data()) != nullptr) return std::nullopt;
   Pixels pixels;
   for (const auto& [red, green, blue, alpha] : store)
     pixels.push_back(static_cast<std::uint32_t>(red << 24 | green << 16 | blue << 8 | alpha));

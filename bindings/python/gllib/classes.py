@@ -40,8 +40,8 @@ class Context(interfaces.Context):
         enclosed: only identifiers completely inside the box.
         room: capacity for hits; if there are more hits, the result is empty.
 
-        The list has the order of drawing. Waits for the draw thread: do not call it from a painter, or with a lock that
-        the painter takes. Raises BadState before initialize().
+        Without enclosed the list has the order of drawing. The call waits for the draw thread: do not call it from a
+        painter, or with a lock that the painter takes. Raises BadState before initialize().
         """
         first = interfaces.Point.copy_of(_corner(point1))
         second = interfaces.Point.copy_of(_corner(point1 if point2 is None else point2))

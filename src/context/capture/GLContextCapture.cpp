@@ -149,7 +149,7 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   GLPass picture(m_Lock, surface.Target());
   DrawOffscreen(aCapture, picture, surface);
   // A zoom below 1 makes the rectangle empty. Nothing is read, and the capture succeeds.
-  if (factor == 0) CaptureFails("its zoom is below 1, so nothing is read");
+  if (factor == 0) LogWarning("a capture reads nothing: its zoom is below 1");
   if (factor != 0 && FAILED(initialized)) CaptureFails("not enough memory for the pixmap");
   const bool success =
       factor == 0 || (SUCCEEDED(initialized) && ReadPixels(*target, GL_FRONT, rect, surface.Height()));

@@ -185,12 +185,15 @@ inline bool GLFitBox(GLViewGeometry& aView, const GLDATA_POINT& aMin, const GLDA
 /// The standard view directions.
 enum class GLStandardView { Front, Back, Left, Right, Top, Bottom, Isometric };
 
+/// The axis of the world that points up.
+enum class GLUpAxis { Y, Z };
+
 /// Rotates the eye to a standard view. Its position does not change, so call a fit function afterwards. Front
 /// looks along -z in a world with y up, and along y in a world with z up.
 /// @param aView      the view to change
 /// @param aDirection the standard view
-/// @param aZUpward true for a world with z up, false for y up
-inline void GLTurnTo(GLViewGeometry& aView, GLStandardView aDirection, bool aZUpward = false) noexcept {
+/// @param aUp        the axis of the world that points up
+inline void GLTurnTo(GLViewGeometry& aView, GLStandardView aDirection, GLUpAxis aUp = GLUpAxis::Y) noexcept {
   using namespace GLVector;
   double right = 0, up = 0;
   switch (aDirection) {
@@ -217,8 +220,9 @@ inline void GLTurnTo(GLViewGeometry& aView, GLStandardView aDirection, bool aZUp
       break;
   }
   const GLDATA_POINT place = aView.m_Eye.m_sOrigin;
-  aView.m_Eye = aZUpward ? GLEye{place, {1, 0, 0}, {0, 0, 1}, {0, -1, 0}} : GLEye{place};
-  GLOrbit(aView, place, right, up, aZUpward ? GLDATA_POINT{0, 0, 1} : GLUpward);
+  const bool zUp = aUp == GLUpAxis::Z;
+  aView.m_Eye = zUp ? GLEye{place, {1, 0, 0}, {0, 0, 1}, {0, -1, 0}} : GLEye{place};
+  GLOrbit(aView, place, right, up, zUp ? GLDATA_POINT{0, 0, 1} : GLUpward);
   aView.m_Eye.m_sOrigin = place;
 }
 
