@@ -1,9 +1,13 @@
 // FrameBenchmark: compares an empty frame of a context with a clear and swap on a surface of the same kind
 // and size. With more viewers it compares with the GL calls of their passes. It also compares the time from a
-// trigger to the end of the swap with the drawing itself.
+// trigger to the end of the swap with the drawing itself, on the same thread and on a thread that is woken.
 
 #include <benchmark/benchmark.h>
 #include <gllib/GLLibHost.h>
+
+#include <condition_variable>
+#include <mutex>
+#include <thread>
 
 #include "EmptyFrames.h"
 #include "PlainContext.h"
@@ -105,14 +109,41 @@ void TriggerToPicture(benchmark::State& aState) {
   context->DetachPainter();
 }
 
+void DrawPlainFrame() {
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  DrawTriangles();
+  glFlush();
+  eglSwapBuffers(eglGetCurrentDisplay(), eglGetCurrentSurface(EGL_DRAW));
+}
+
 void BareDraw(benchmark::State& aState) {
   const PlainContext plain(kWidth, kHeight);
-  for (auto _ : aState) {
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    DrawTriangles();
-    glFlush();
-    eglSwapBuffers(eglGetCurrentDisplay(), eglGetCurrentSurface(EGL_DRAW));
-  }
+  for (auto _ : aState) DrawPlainFrame();
+}
+
+/// Measures from the wake-up of a plain draw thread to the end of its swap.
+void BareDrawOnWokenThread(benchmark::State& aState) {
+  std::mutex lock;
+  std::condition_variable_any changed;
+  bool wanted = false;
+  std::jthread drawing([&](const std::stop_token& aStop) {
+    const PlainContext plain(kWidth, kHeight);
+    for (std::unique_lock hold(lock); changed.wait(hold, aStop, [&] { return wanted; });) {
+      hold.unlock();
+      DrawPlainFrame();
+      hold.lock();
+      wanted = false;
+      changed.notify_all();
+    }
+  });
+  const auto draw = [&] {
+    std::unique_lock hold(lock);
+    wanted = true;
+    changed.notify_all();
+    changed.wait(hold, [&] { return !wanted; });
+  };
+  for (int i = 0; i < 5; ++i) draw();
+  for (auto _ : aState) draw();
 }
 
 }  // namespace
@@ -128,3 +159,4 @@ BENCHMARK(EmptyFrameOfContext)
 BENCHMARK(BareViewers)->Arg(1)->Arg(16)->Arg(64)->UseRealTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(TriggerToPicture)->UseRealTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(BareDraw)->UseRealTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(BareDrawOnWokenThread)->UseRealTime()->Unit(benchmark::kMicrosecond);
