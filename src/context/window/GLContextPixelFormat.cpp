@@ -1,4 +1,4 @@
-// GLContext: pixel format and palette of the window. Runs under m_Lock on the thread that calls Initialize.
+// GLContext: pixel format and palette of the window. Runs under m_Lock on the thread that creates the window.
 
 #include <cstddef>
 #include <cstring>
@@ -53,7 +53,7 @@ void GLContext::ReadUserSwitches() noexcept {
   RegCloseKey(key);
 }
 
-// Depends on the number of contexts, not on the number of monitors.
+// MultiAccelOff applies if there is more than one context. The number of monitors does not matter.
 int GLContext::ChooseFormat() noexcept {
   if (!g_bAccel || (!g_bMultiAccel && CountContexts() > 1)) {
     LogInfo("the registry switches acceleration off (AccelOff, MultiAccelOff)");

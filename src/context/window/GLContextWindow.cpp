@@ -1,6 +1,7 @@
 // GLContext: the GL window, its window procedure, the rendering context, and their replacement.
-// CreateGLWindow runs on the thread that calls Initialize. The window procedure runs on the thread that
-// receives the window's messages. The draw thread creates and destroys the rendering context.
+// The window procedure runs on the thread that receives the window's messages. CreateGLWindow runs on the
+// thread that calls Initialize, and in the window procedure after a change of the system's colours. The draw
+// thread creates and destroys the rendering context.
 
 #include <chrono>
 #include <thread>
@@ -153,7 +154,7 @@ bool GLContext::WaitForRenderingContext() noexcept {
 }
 
 // Destroys rendering context and window, after the draw thread's end. Returns the window's rectangle relative
-// to its current parent.
+// to m_hParentWnd, the parent of the next window.
 RECT GLContext::DestroyGLWindow() noexcept {
   RECT place{};
   // A window that outlives this object must not refer to it. This call waits for a running window procedure,

@@ -1,5 +1,5 @@
 // ParentPlacement: decides whether the parent lies off the work area, and moves its top-level window. Runs on
-// the thread that calls Initialize.
+// the thread that creates the window.
 
 #include "context/window/ParentPlacement.h"
 

@@ -1,5 +1,5 @@
-// ParentPlacement: moves a parent that lies off the work area to the screen's origin, and moves it back after
-// a window was created in it. Runs on the thread that calls Initialize.
+// ParentPlacement: moves a parent that lies off the work area to the screen's origin, and back after a window
+// was created in it. Runs on the thread that creates the window.
 
 #pragma once
 

@@ -1,4 +1,5 @@
-// PixelFormatSelection: switches, scores and palette entries. Runs on the thread that calls Initialize.
+// PixelFormatSelection: switches, scores and palette entries. Runs on the thread that creates a context's
+// window.
 
 #include "context/window/PixelFormatSelection.h"
 

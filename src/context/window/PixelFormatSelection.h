@@ -1,5 +1,5 @@
 // PixelFormatSelection: selects a pixel format without a context: switches of the machine, search by scores,
-// palette entries. Runs on the thread that calls Initialize.
+// palette entries. Runs on the thread that creates a context's window.
 
 #pragma once
 

@@ -26,7 +26,7 @@ constexpr int WGL_DRAW_TO_WINDOW_ARB = 0x2001, WGL_DRAW_TO_BITMAP_ARB = 0x2002, 
               WGL_SWAP_EXCHANGE_ARB = 0x2028, WGL_SWAP_COPY_ARB = 0x2029, WGL_TYPE_RGBA_ARB = 0x202B,
               WGL_TYPE_COLORINDEX_ARB = 0x202C, WGL_SAMPLE_BUFFERS_ARB = 0x2041, WGL_SAMPLES_ARB = 0x2042;
 constexpr int kSampleCounts[] = {32, 16, 8, 6, 4, 2};
-constexpr BYTE kMostBits = 16;  // colour and depth bits are minimum values in this search
+constexpr BYTE kMostBits = 16;  // limit of the requested bits, which are minimum values in this search
 
 struct Instance {
   std::mutex m_Lock;

@@ -1,5 +1,6 @@
 // WindowState: the GL window of a context, its pixel format, and the settings for the next window.
-// Written under the context's lock on the thread that calls Initialize.
+// The thread that replaces the window writes the members, one replacement at a time. Any thread sets the
+// multisampling values. The draw thread also writes m_szObstacle and m_Target.
 
 #pragma once
 
@@ -13,7 +14,7 @@ struct WindowState {
   HWND m_hParentWnd = nullptr;
   HGDIOBJ m_hPalette = nullptr;
   PIXELFORMATDESCRIPTOR m_PixelFormat{};
-  Relaxed<LONG> m_bFSAA = 0;  ///< multisampling, as requested by the host
+  Relaxed<LONG> m_bFSAA = 0;  ///< multisampling, as requested by the host or the registry
   Relaxed<LONG> m_lFSAAMaxSamples = 4;
   Relaxed<const char*> m_szObstacle = "";  ///< reason why there is no rendering context yet
   GLRenderTarget m_Target;                 ///< owned by the draw thread while there is one
