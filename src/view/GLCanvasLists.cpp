@@ -7,7 +7,9 @@
 namespace {
 
 HRESULT Refuse(const char* aOperation) noexcept {
-  LogDebug("IGLCanvas::%s is refused: it is called outside a pass, or a display list is open", aOperation);
+  LogDebug(
+      "IGLCanvas::%s is refused: it is called outside a pass, or a list is open (Begin) or not open (End)",
+      aOperation);
   return E_GL_BADSTATE;
 }
 
