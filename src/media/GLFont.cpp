@@ -34,8 +34,8 @@ struct FontRemains {
   bool IsEmpty() const noexcept { return m_uListKey == 0 && m_uTexture == 0; }
 };
 
-/// Deletes a font's GL objects between two frames. The task owns itself, so that it stays in the queue when
-/// the tasks of the context are removed.
+/// Deletes a font's GL objects between two frames. The task is its own owner, not the context. So it remains
+/// in the queue when the tasks of the context are removed.
 class DeleteFontTask final : public PEvent {
  public:
   DeleteFontTask(GLSiteLinkPtr aLink, const FontRemains& aRemains) noexcept

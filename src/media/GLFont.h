@@ -16,7 +16,7 @@
 #include "thread/Relaxed.h"
 
 /// A font of one of four kinds: system and raster (bitmaps at the raster position), TrueType (outlines) and
-/// internal (textured quads). The modelview matrix places the latter two.
+/// internal (textured quads). The model-view matrix places the latter two.
 class GLFont final : public GLObject<GLFont, IGLFont> {
  public:
   static constexpr int kCodes = 256;
@@ -105,7 +105,7 @@ class GLFont final : public GLObject<GLFont, IGLFont> {
 
   GlyphMetrics m_arGlyphMetrics{};      // written on the draw thread; any thread reads gmfCellIncX
   bool m_bRefused = false;              // the last build failed; draw thread
-  std::atomic<bool> m_bCreated{false};  // set once the metrics are complete
+  std::atomic<bool> m_bCreated{false};  // the last build succeeded: the metrics are complete
   ULONG m_uListKey = 0;
 
   GLuint m_uTexture = 0;        // atlas texture in the rendering context of the last build

@@ -25,7 +25,8 @@ const void* FindAtlas(const GLWCHAR* aFace) noexcept {
   return data != nullptr ? LockResource(data) : nullptr;
 }
 
-/// Compiles one list: the quad of a cell, half a unit right of the pen, and the step to the next character.
+/// Compiles one list: the quad of a cell, half a unit to the right of the pen and above it, and the step to
+/// the next character.
 void CompileCell(GLuint aList, int aCode) noexcept {
   constexpr float kCell = 0.0625f;  // a cell is a sixteenth of the atlas in both directions
   const float u = static_cast<float>(aCode & 15) * 8.0f * 0.0078125f;

@@ -1,5 +1,5 @@
-// GLPixmap: colour operations. Each computes a table with the result for every value, then maps all pixels, a
-// whole pixel per step. Any thread, one at a time.
+// GLPixmap: colour operations, a whole pixel per step. All except MakeNegative first compute a table with the
+// result for every value. Any thread, one at a time.
 
 #include <array>
 #include <bit>

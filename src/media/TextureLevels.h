@@ -12,7 +12,7 @@
 #include "media/PixelBlock.h"
 #include "platform/GL.h"
 
-/// The image of a texture object. Load makes its mipmap levels, which stay in main memory.
+/// The image of a texture object. Load makes its mipmap levels, which are kept in main memory.
 class TextureLevels {
  public:
   /// @param aTarget GL_TEXTURE_1D or GL_TEXTURE_2D

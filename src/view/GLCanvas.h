@@ -137,8 +137,8 @@ class GLCanvas final : public GLObject<GLCanvas, IGLCanvas, IGLCanvas2, IGLCanva
   HRESULT Build2DMipmaps(int nInternalFormat, int nWidth, int nHeight, eGLTexFormat eFormat,
                          eGLDataType eType, int nDataBytes, unsigned char* pbyPixels) noexcept override;
 
-  /// Sets the number of the rendering context that is current from now on. Attributes applied in another one
-  /// are no longer taken as applied. Draw thread.
+  /// Sets the number of the rendering context that is current from now on. If it is another one than before,
+  /// the next SetDrawAttributes sends all attributes. Draw thread.
   void NoteRenderingContext(ULONG aNumber) noexcept;
   /// Copies GL's current matrices and viewport to the cached set-up. Draw thread.
   void RefreshCachedSetup() noexcept;

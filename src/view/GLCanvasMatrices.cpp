@@ -1,7 +1,8 @@
 // GLCanvas: the matrix operations, all in double precision. Draw thread.
 //
-// The 6d operations change the matrix that is selected. All others select GL_MODELVIEW or GL_PROJECTION.
-// Those that select GL_PROJECTION restore the mode, or select GL_MODELVIEW after a push or pop.
+// The 6d operations change the matrix that is selected. The other operations that change a matrix select
+// GL_MODELVIEW or GL_PROJECTION. Those that select GL_PROJECTION restore the mode, or select GL_MODELVIEW
+// after a push or pop.
 
 #include "component/GLContextSite.h"
 #include "diagnostics/GLErrorCheck.h"

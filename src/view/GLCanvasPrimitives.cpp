@@ -1,6 +1,7 @@
 // GLCanvas: primitives and the attributes of each vertex. Draw thread.
-// These operations may run a million times per frame, so each makes one GL call. They also report vertices,
-// names and hit state to the recorder of an open list. Coordinates and normals are converted to float here.
+// These operations may run a million times per frame, so a vertex, normal, colour or identifier takes one GL
+// call. They also report primitives, vertices and names to the recorder of an open list. Coordinates and
+// normals are converted to float here.
 
 #include "diagnostics/GLErrorCheck.h"
 #include "platform/GL.h"

@@ -5,7 +5,8 @@
 #include <array>
 #include <limits>
 
-/// Initially empty. The recorder replaces the box of a run with a vertex that is not finite by Everything().
+/// Initially empty. If a run enables culling, or one of its vertices is not finite, the recorder uses
+/// Everything() as its box.
 struct Box {
   static constexpr float kInfinity = std::numeric_limits<float>::infinity();
 

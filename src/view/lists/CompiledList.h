@@ -41,7 +41,7 @@ class CompiledList {
     ~Caller() = default;
   };
 
-  /// A list with fewer has no bounds: it is drawn in less time than they save.
+  /// A list with fewer vertices gets no bounds, because they would save too little.
   static constexpr std::uint32_t kFewestVertices = 64;
 
   explicit CompiledList(unsigned aList) noexcept : m_uList(aList) {}

@@ -24,7 +24,8 @@ class CompiledLists final : private CompiledList::Caller {
   void Call(unsigned aList) noexcept override;
 
   /// Checks lists that earlier selections have drawn. Called before a selection, outside of selection mode.
-  /// Checks a long list in several steps, so that a selection takes at most about twice its time.
+  /// The check of a list draws about as many vertices as the list has, and at least 2,000,000. The rest of a
+  /// longer check follows before later selections.
   void Check() noexcept;
   void BeginSelectionPass() noexcept { m_bPicking = true; }
   void EndSelectionPass() noexcept { m_bPicking = false; }

@@ -74,7 +74,7 @@ std::array<float, 4> Beyond(const Box& aBox, int aSide) noexcept {
   const bool high = aSide % 2 == 0;
   std::array<float, 4> row{};
   if (aBox.IsEmpty()) {
-    row[3] = high ? -1.0f : 1.0f;  // all points; of another matrix in every second drawing
+    row[3] = high ? -1.0f : 1.0f;  // all points: of the check's matrix for a high side, else of another
     return row;
   }
   float limit = high ? std::nextafter(aBox.m_afHigh[axis], Box::kInfinity)
@@ -85,7 +85,7 @@ std::array<float, 4> Beyond(const Box& aBox, int aSide) noexcept {
   return row;
 }
 
-// Draws a point that is hit with every model-view matrix.
+// Draws a point that is always hit, whatever the current matrices are.
 void HitProbe() noexcept {
   GLint mode = 0;
   glGetIntegerv(GL_MATRIX_MODE, &mode);

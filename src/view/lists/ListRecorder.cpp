@@ -11,7 +11,8 @@
 namespace {
 
 // A run ends after the primitive with which it reaches this number of vertices. Runs without an identifier
-// are longer, because dividing them gains less. Smaller runs slow down frames.
+// are longer, because dividing them gains less. Inside one BeginDraw, runs with an identifier are as long.
+// Smaller runs slow down frames.
 constexpr std::uint32_t kNamedVertices = 512, kVertices = 4096;
 // A run that enables culling is always drawn; see ListCheck.cpp. So it ends early.
 constexpr std::uint32_t kCullingVertices = 64;
@@ -104,8 +105,8 @@ void ListRecorder::Begin(GLenum aMode) noexcept {
 // Mesa merges consecutive primitives of a list into one part per kind. Version 22.3 has two faults, also
 // without this component. Selection finds nothing in the second part and crashes at the third. Strips of
 // fewer than three vertices corrupt the heap when they are merged. A call without an effect prevents the
-// merging. Strips and fans of four vertices or more would be safe, but their length is not known here, and
-// those of three become triangles, which are another kind.
+// merging. Strips and fans of four vertices or more would be safe, but their length is not known here. Those
+// of three become triangles, which are another kind.
 void ListRecorder::KeepApart(GLenum aMode) noexcept {
   const bool merges = aMode != GL_LINE_LOOP && aMode != GL_TRIANGLE_STRIP && aMode != GL_TRIANGLE_FAN;
   if (m_bMayMerge && m_bMesa && !(merges && aMode == m_uMode)) glCallLists(0, GL_UNSIGNED_BYTE, nullptr);
@@ -119,7 +120,7 @@ void ListRecorder::End() noexcept {
   if (m_bBounded && m_uVertices >= most && PrepareSplit()) Split();
 }
 
-// Vertices from which a run ends between two primitives of one BeginDraw...
+// Returns the number of vertices from which a run ends, also between two primitives of one BeginDraw.
 std::uint32_t ListRecorder::LongestPrimitives() const noexcept {
   return m_bCulls ? kCullingVertices : kVertices;
 }
