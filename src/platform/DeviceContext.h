@@ -29,7 +29,8 @@ inline constexpr UINT DIB_RGB_COLORS = 0;
 HDC GetDC(HWND hWnd) noexcept;
 int ReleaseDC(HWND hWnd, HDC hDC) noexcept;
 
-/// Creates a memory device context. It is single-buffered once a bitmap is selected and a GL format is set.
+/// Creates a memory device context. GL can draw on it after a bitmap is selected and a pixel format is set.
+/// It has one buffer.
 HDC CreateCompatibleDC(HDC hDC) noexcept;
 BOOL DeleteDC(HDC hDC) noexcept;
 /// Creates a bitmap to draw into.

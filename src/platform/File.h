@@ -6,7 +6,7 @@
 
 #include <cstdio>
 
-/// Opens a file for reading. Never blocks: a pipe opens too, but has size 0 and cannot be read.
+/// Opens a file for reading. Off Windows it does not wait for a writer of a pipe. The size of a pipe is 0.
 /// @param aName the name; a name with an embedded zero is invalid. Trailing zeros are ignored.
 /// @return the file, which the caller closes; null if it cannot be opened
 std::FILE* OpenFileForReading(BSTR aName) noexcept;

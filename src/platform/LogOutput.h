@@ -4,8 +4,9 @@
 
 #include <cstddef>
 
-/// Copies the value of an environment variable, cut to aRoom. The text is empty if the variable is not set,
-/// or if the program has rights that its caller lacks.
+/// Copies the value of an environment variable to a text of aRoom bytes. A value that is too long is cut; on
+/// Windows the text is then empty. The text is also empty if the variable is not set. Off Windows it is empty
+/// if the program has rights that its caller lacks.
 void ReadLogVariable(const char* aName, char* aText, std::size_t aRoom) noexcept;
 
 /// Appends lines to a file, which is created if it does not exist.

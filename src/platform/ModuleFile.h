@@ -17,7 +17,7 @@ HRESULT RegisterModuleTypeLib(const std::string& aPath) noexcept;
 HRESULT UnregisterModuleTypeLib(const std::string& aPath) noexcept;
 
 /// Keeps the module loaded if the host unloads it while objects exist, since their threads run its code.
-/// Takes at most one reference to the file. On Windows only the host's count decides.
+/// Takes at most one reference to the file. On Windows it does nothing: only the host's references count.
 void KeepModuleLoaded() noexcept;
 /// Releases that reference. The code stays loaded until the host releases its own.
 void ReleaseModule() noexcept;

@@ -22,6 +22,6 @@ PROC wglGetProcAddress(const char* szName) noexcept;
 
 #endif
 
-/// Returns whether GL uses this context of the component on the calling thread. After its window is resized
-/// this still returns true, while wglGetCurrentContext returns null.
+/// Returns whether GL uses this context of the component on the calling thread. If the window has outgrown
+/// its drawable, this still returns true, while wglGetCurrentContext returns null.
 bool IsCurrentContext(HGLRC hRC) noexcept;

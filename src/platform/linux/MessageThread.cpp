@@ -65,7 +65,7 @@ void MessageThread::Body() noexcept {
 }
 
 // The hook runs after the window procedure. For a window of another program it receives the posted message.
-// Messages for a destroyed window are dropped, also if a new window has the same number.
+// Messages for a destroyed window are dropped, also if a new window has the same handle.
 void MessageThread::Deliver(const Message& aMessage) noexcept {
   WindowTable& table = WindowTable::Get();
   const WindowRecordPtr record = table.Find(aMessage.m_hWnd);

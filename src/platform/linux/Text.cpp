@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Characters of the bytes 0x80 to 0x9F. The other bytes are equal to the first 256 code points of Unicode.
-/// The five unassigned bytes map to the control characters of the same number.
+/// Characters of the bytes 0x80 to 0x9F. Every other byte has the value of its Unicode code point. The five
+/// unassigned bytes map to the control characters of the same number.
 constexpr GLWCHAR kUpperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                         0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                         0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,

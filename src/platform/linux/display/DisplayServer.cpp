@@ -67,7 +67,7 @@ int Misfit(const DisplayFormat& aFormat, const PIXELFORMATDESCRIPTOR& aRequest) 
   const DWORD wanted = aRequest.dwFlags & kTested;
   if ((format.dwFlags & wanted) != wanted || format.iPixelType != aRequest.iPixelType) return -1;
   if (aRequest.cDepthBits != 0 && format.cDepthBits == 0) return -1;
-  // Unrequested alpha counts: it would appear in every picture that is read back.
+  // Unrequested alpha adds to the difference: it would appear in every picture that is read back.
   return 4 * Distance(format.cColorBits - format.cAlphaBits, aRequest.cColorBits - aRequest.cAlphaBits) +
          8 * Distance(format.cAlphaBits, aRequest.cAlphaBits) +
          2 * Distance(format.cDepthBits, aRequest.cDepthBits) +

@@ -1,5 +1,5 @@
-// DisplayServer: implements windows, pixel formats, rendering contexts and off-screen surfaces. The process
-// uses one at a time. Any thread; drawing functions are called on the thread that draws.
+// DisplayServer: abstract class for windows, pixel formats, rendering contexts and off-screen surfaces. The
+// process uses one display at a time. Any thread; drawing functions are called on the thread that draws.
 
 #pragma once
 
@@ -54,8 +54,8 @@ class DisplayServer {
   virtual bool ScreenRectangle(HWND aWindow, RECT* aRect) noexcept = 0;
   virtual HWND ParentOf(HWND aWindow) noexcept = 0;
   virtual HWND Desktop() noexcept = 0;
-  /// Returns the part of the screen that windows should stay in. The default is unlimited, so that nothing is
-  /// clipped.
+  /// Returns the part of the screen that windows should not leave. The default is unlimited, so that no
+  /// window is moved.
   virtual bool WorkArea(HWND aWindow, RECT* aRect) noexcept;
 
   // Pixel formats, numbered from 1.
@@ -89,7 +89,8 @@ class DisplayServer {
 };
 
 /// Returns the display: the one set by a test, else the one named by GLLIB_DISPLAY (x11, headless), else X11
-/// if a server responds, else headless. Replaces a broken display.
+/// if a server responds, else headless. Replaces a broken display. If no display can be opened, returns the
+/// broken one, or null before the first.
 std::shared_ptr<DisplayServer> TheDisplay() noexcept;
 
 /// Replaces the display if it is broken. Also replaces a headless display that was chosen for lack of an X

@@ -89,8 +89,8 @@ constinit ProcessWide<DisplayUsers> g_Users;
 /// Generation of the process that first started a driver; 0 before.
 std::atomic<unsigned> g_uStartedIn{0};
 
-/// Returns whether a driver may run in this process. In a child of a process that ran a driver, its exit
-/// handlers wait for threads of the parent. They would wait forever if the child started its own threads.
+/// Returns whether a driver may run in this process. If the parent of a forked child has run a driver, the
+/// child must not run it too: the driver's exit handlers would wait forever for threads of the parent.
 bool MayRunHere() noexcept {
   unsigned starter = 0;
   return g_uStartedIn.compare_exchange_strong(starter, ProcessGeneration()) || starter == ProcessGeneration();

@@ -1,7 +1,7 @@
 // EglDriver: formats, surfaces and contexts of an EGL display, for the X11 and the headless display. Any
-// thread; each thread must call eglBindAPI. The driver is not called while the process exits.
-// The last user terminates the EGL display, and with it the driver's threads. A display that was initialised
-// before the component used it is not terminated.
+// thread: its functions call eglBindAPI, whose setting is per thread. The driver is not called while the
+// process exits. The last user terminates the EGL display, and with it the driver's threads. A display that
+// was initialised before the component used it is not terminated.
 
 #pragma once
 

@@ -254,7 +254,8 @@ void DeviceFont::AddBars(GlyphOutline& aOutline, bool aClockwise) const {
 
 namespace {
 
-/// Converts an outline to polygons that deviate from its curves by at most aDeviation. In design units.
+/// Converts an outline to polygons that deviate from its curves by at most aDeviation, with up to 64 edges
+/// per curve. The outline and aDeviation are in design units, the polygons in em units.
 class Flattener {
  public:
   Flattener(GlyphOutline& aOutline, double aEm, double aDeviation) noexcept

@@ -31,7 +31,7 @@ class DeviceFont final : public FontObject {
   bool Outline(unsigned char aCode, double aDeviation, GlyphOutline& aOutline) const override;
 
  private:
-  /// Vertical metrics of the face, in its design units.
+  /// Metrics of the face, in its design units. m_iAverage is the average width of its characters.
   struct FaceMeasures {
     int m_iAscent, m_iDescent, m_iAverage;
     int m_iUnderlineTop, m_iUnderlineSize, m_iStrikeOutTop, m_iStrikeOutSize;

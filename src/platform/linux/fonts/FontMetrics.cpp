@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Returns the name in UTF-8, as fontconfig uses.
+/// Returns the name in UTF-8, the encoding of fontconfig.
 std::string Utf8Name(const GLWCHAR* aFace) {
   if (aFace == nullptr) return {};
   const int bytes = WideCharToMultiByte(CP_UTF8, 0, aFace, -1, nullptr, 0, nullptr, nullptr);

@@ -8,7 +8,7 @@
 #include "platform/Fonts.h"
 #include "platform/linux/GdiObject.h"
 
-/// A glyph as a one-bit image, relative to the pen: x to the right, rows upward from the baseline.
+/// A glyph as a one-bit image in pixels, relative to the pen: x to the right, rows upward from the baseline.
 struct GlyphBitmap {
   int m_iWidth = 0, m_iRows = 0;
   int m_iLeft = 0, m_iBottom = 0;  ///< lower left corner
@@ -40,7 +40,7 @@ struct FontObject : GdiObject {
   /// Returns the outline of a glyph.
   /// @param aDeviation largest distance of a polygon from the curve, in em units; 0 for one design unit of
   ///         the face
-  /// @return false if the font has no outlines
+  /// @return false if the font has no outlines or memory is insufficient
   virtual bool Outline(unsigned char aCode, double aDeviation, GlyphOutline& aOutline) const = 0;
 };
 

@@ -1,5 +1,5 @@
-// wglUseFontOutlinesA: one list per code, which draws the filled outline, flat or extruded, and advances.
-// Needs a current GL context.
+// wglUseFontOutlinesA: one list per code, which draws the filled outline, flat or extruded, and moves to the
+// next character. Needs a current GL context.
 
 #include <algorithm>
 #include <cmath>

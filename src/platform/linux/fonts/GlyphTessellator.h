@@ -17,8 +17,8 @@ class GlyphTessellator {
 
   GlyphTessellator();
 
-  /// Removes overlaps first, so that walls are only on the outer edges and share their vertices with the
-  /// faces.
+  /// Computes boundary and triangles of a glyph. Removes overlaps first, so that walls are only on the
+  /// boundary of the filled area and share their vertices with the faces.
   /// @return false if memory runs out or GLU fails
   bool Run(const GlyphOutline& aOutline);
 
