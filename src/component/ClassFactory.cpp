@@ -1,5 +1,5 @@
 // Class factories of the module, and the table that holds them. Any thread; the table's lock is held only to
-// fill or read a slot.
+// fill, read or empty its slots.
 
 #include "component/ClassFactory.h"
 

@@ -54,7 +54,8 @@ class GLContextSite {
   virtual bool IsListKeyValid(ULONG aKey) const noexcept = 0;
 
   /// Passes a task to the draw thread, which owns it from then on. Any thread.
-  /// @return false if there is no draw thread yet; the task is then deleted
+  /// @return false if there is no draw thread, the thread has stopped, or memory is insufficient; the task is
+  ///         then dropped
   virtual bool PostTask(PEvent* aTask) noexcept = 0;
 
  protected:

@@ -11,8 +11,8 @@
 #include "component/Module.h"
 #include "component/ReferenceCount.h"
 
-/// Base of the component's classes. Implements IUnknown for all interfaces, in the order of the interface
-/// map. The first interface is the object's identity. A class T derives from GLObject<T, Interfaces...>.
+/// Base of the component's classes. Implements IUnknown for all interfaces. The first interface is the
+/// object's identity. A class T derives from GLObject<T, Interfaces...>.
 template <class T, class First, class... Others>
 class GLObject : public First, public Others... {
  public:
@@ -74,8 +74,8 @@ class GLObject : public First, public Others... {
   ~GLObject() { --g_iModuleLocks; }
 
  private:
-  /// A call to the outer object by a caller without a reference to it, for example a painter that counts its
-  /// context.
+  /// A call to the outer object by a caller that has no reference to it. Example: a painter adds a reference
+  /// to its context.
   class OuterCall {
    public:
     explicit OuterCall(GLObject& aObject) noexcept : m_Object(aObject) {

@@ -7,7 +7,8 @@
 
 #include <atomic>
 
-/// Number of live objects and server locks. The module may be unloaded when it is 0.
+/// Number of live objects, class factories that hosts use, server locks and ModuleLock scopes. The module may
+/// be unloaded when it is 0.
 extern std::atomic<LONG> g_iModuleLocks;
 
 /// Keeps the module loaded during a scope.
@@ -28,7 +29,8 @@ ULONG RaiseListGeneration(const char* aReason) noexcept;
 /// Returns the reason of the last RaiseListGeneration; null before the first one.
 const char* ListsReason() noexcept;
 
-// GL's limits. Each creation of a rendering context overwrites them.
+// GL's limits. Each creation of a window's rendering context overwrites them. 0 before the first one, except
+// where noted.
 extern std::atomic<float> g_afPointSizeRange[2];
 extern std::atomic<float> g_fPointSizeGranularity;
 extern std::atomic<float> g_afLineWidthRange[2];

@@ -20,8 +20,8 @@ class PClock {
 
   /// Returns the milliseconds since a fixed time.
   virtual std::uint64_t Now() noexcept = 0;
-  /// Waits until aEnd returns true or aMilliseconds have passed. Calls aEnd with aHold locked, after each
-  /// notification of aWake.
+  /// Waits until aEnd returns true or aMilliseconds have passed. Calls aEnd with aHold locked, at the start
+  /// and after each notification of aWake.
   virtual void Wait(std::unique_lock<std::mutex>& aHold, std::condition_variable& aWake, DWORD aMilliseconds,
                     const std::function<bool()>& aEnd) = 0;
 

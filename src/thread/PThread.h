@@ -90,9 +90,9 @@ class PThread {
   void Resume() noexcept;
 
   /// Selects whether the worker sleeps (false) or waits for a trigger (true) in its pauses. Any thread,
-  /// without waiting. Changing to false ends a wait for a trigger in progress. A wait in progress keeps its
-  /// end time.
-  /// @param aMaxWait longest wait for a trigger in milliseconds; PClock::kForever for no limit
+  /// without waiting. Changing to false ends a wait for a trigger in progress.
+  /// @param aMaxWait longest wait for a trigger in milliseconds; PClock::kForever for no limit. A wait in
+  ///                 progress keeps its end time.
   void SetControlled(bool aControlled, DWORD aMaxWait) noexcept;
   /// Ends the wait of a controlled worker. During a cycle, it ends the wait after that cycle instead. Several
   /// calls during one cycle have the effect of one. Any thread.
@@ -179,9 +179,9 @@ class PThread {
   // read or set them.
   std::mutex m_WakeGate;
   std::condition_variable m_Wake;
-  bool m_bTriggered = false;  // reset by the wait that reads it, like the next two
-  bool m_bTaskPosted = false;
-  bool m_bSleepEnded = false;  // set by EndSleep
+  bool m_bTriggered = false;   // reset at the end of a pause, but not when an event interrupts it
+  bool m_bTaskPosted = false;  // reset when a pause ends or is interrupted
+  bool m_bSleepEnded = false;  // set by EndSleep; reset like m_bTriggered
   bool m_bHeldBack = false;    // started suspended, not yet resumed
   unsigned m_uResumes = 0;     // number of Resume calls; each change ends a park
 

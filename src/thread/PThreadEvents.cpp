@@ -30,8 +30,8 @@ void PThread::RunEvents() noexcept {
   } while (event != nullptr);
 }
 
-// Copies the queue into the pass and removes events of one run. Returns false if there is no event to
-// run.
+// Copies the queue into the pass. Events of one run leave the queue, reusable events stay in it. Returns
+// false if there is no event to run.
 bool PThread::TakeEvents() noexcept {
   const PLock queue(m_QueueLock);
   int position = 0;
@@ -43,7 +43,8 @@ bool PThread::TakeEvents() noexcept {
   return m_Pass.GetCount() != 0;
 }
 
-// Frees memory except for the smallest block, so that occasional events allocate nothing.
+// Frees unused slots. An array of the smallest size keeps its memory, so that occasional events allocate
+// none.
 void PThread::GiveBack(PPointerArray<PEvent>& aEvents) noexcept {
   if (aEvents.GetSlots() > PPointerArray<PEvent>::kGrowBy) aEvents.Pack();
 }
