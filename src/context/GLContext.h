@@ -229,7 +229,7 @@ class GLContext final
   PCriticalSection m_Lock;
   std::shared_ptr<PThread> m_pDrawThread;  // guarded by m_DrawThreadLock; read it with DrawThread()
   std::atomic<bool> m_bTearDown{false};
-  GLSiteLinkPtr m_pLink;                         // link from the parts to this context; cleared at teardown
+  GLSiteLinkPtr m_pLink;                         // link from the parts to this context; cleared at tear-down
   mutable std::mutex m_DrawThreadLock;           // held only while m_pDrawThread is copied or replaced
   std::mutex m_ReplaceLock;                      // held while window and draw thread are replaced
   std::mutex m_SelectLock;                       // serialises selections

@@ -8,7 +8,7 @@
 #include "platform/Log.h"
 
 /// Exists during one call of a client. If warnings are logged, it compares GL before and after the call. It
-/// warns of changed stack depths and of a display list left open. Each fault is reported once per thread.
+/// reports changed stack depths and a display list that is left open. Each fault is reported once per thread.
 class ClientCheck {
  public:
   explicit ClientCheck(const char* aClient) noexcept

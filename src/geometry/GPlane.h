@@ -29,8 +29,8 @@ class GPlane {
 
   GPlane() noexcept = default;
   GPlane(const GPoint& aA, const GPoint& aB, const GPoint& aC) noexcept : m_ptA(aA), m_ptB(aB), m_ptC(aC) {}
-  /// Makes the plane through a point at right angles to a normal. Its own normal may point in the opposite
-  /// direction.
+  /// Makes the plane through a point at right angles to a normal. The normal of the plane may point in the
+  /// opposite direction.
   GPlane(const GPoint& aNormal, const GPoint& aPoint) noexcept;
 
   /// Returns the equation. Its normal is not normalised: the length depends on the three points.
@@ -52,7 +52,8 @@ class GPlane {
   GPlaneRelation Relation(const GPlane& aOther) const noexcept;
   /// Returns the angle between the normals, 0 to pi; NaN if either plane has none.
   double Angle(const GPlane& aOther) const noexcept;
-  /// Returns the angle between the plane and a line, positive on the side of the normal.
+  /// Returns the angle between the plane and a line, -pi/2 to pi/2: positive if the line's direction points
+  /// to the side of the normal. NaN if the plane has no normal or the line no direction.
   double Angle(const GLine& aLine) const noexcept;
   /// Returns the distance of a point, never negative. A plane without a normal returns 0 and sets the error
   /// code.

@@ -1,7 +1,7 @@
-// Settings and constants of the geometry kernel. The kernel is complete as a library. The component itself
-// does not call some of its operations: comparisons of points, arithmetic of matrices, lines and planes
-// between coordinate systems, the setter of the tolerance. The two settings are relaxed atomics: any thread
-// reads and sets them, and the last value applies.
+// Settings and constants of the geometry kernel. The kernel is a complete library, and the component does not
+// use some of its operations: comparisons of points, sums of matrices, conversions of lines and planes
+// between coordinate systems, the setter of the tolerance. The tolerance and the error code are relaxed
+// atomics: any thread reads and sets them, and the last value applies.
 
 #pragma once
 

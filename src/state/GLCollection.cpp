@@ -114,7 +114,8 @@ HRESULT GLCollection::GetPrev(GLPOSITION* aPos, IUnknown** aIU) noexcept {
   return Walk(aPos, -1, aIU);
 }
 
-/// Moves to the next used slot and returns its member with a reference; E_FAIL past the last slot.
+/// Moves to the next used slot in the direction of aStep, and returns its member with a reference; E_FAIL if
+/// there is none.
 HRESULT GLCollection::Walk(GLPOSITION* aPos, int aStep, IUnknown** aIU) noexcept {
   return OutputObject(aIU, GLPtr<IUnknown>::FromBorrowed(m_Slots.Walk(aPos->m_iIndex, aStep)), E_FAIL);
 }

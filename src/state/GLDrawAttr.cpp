@@ -18,7 +18,8 @@ constexpr float Contrast(float aChannel) noexcept { return aChannel < 0.5f ? 1.0
 
 }  // namespace
 
-/// Ends every setter. The next application sends all attributes, also if the value is unchanged.
+/// Every setter ends with this call. A canvas then sends all attributes again, also if the value is
+/// unchanged.
 HRESULT GLDrawAttr::Modified() noexcept {
   if (m_uVersion.fetch_add(1, std::memory_order_release) == UINT32_MAX) ++m_uVersion;
   return S_OK;

@@ -139,7 +139,7 @@ HRESULT GLLight::SetDirection(GLDATA_POINT* aVector) noexcept {
   if (length > 1e-12) {  // GL rejects very short axes, so the axis gets length 1
     m_sDirAxis = GLDATA_POINT{axis.x / length, axis.y / length, axis.z / length};
     m_dDirAngle = zAxis.Angle(from) * kDegrees;
-  } else {  // parallel to z: no unique axis; x serves for half a turn
+  } else {  // parallel to z: no unique axis; x is used for a rotation by 180 degrees
     m_sDirAxis = GLDATA_POINT{1.0, 0.0, 0.0};
     m_dDirAngle = from.z < 0.0 ? 180.0 : 0.0;
   }

@@ -51,7 +51,7 @@ class GLLight final : public GLObject<GLLight, IGLLight> {
   HRESULT GetDirection(GLDATA_POINT* aVector) noexcept override;
   HRESULT SetDirection(GLDATA_POINT* aVector) noexcept override;
 
-  /// Sends the light to GL. Draw thread, with GL current and the eye in the modelview matrix.
+  /// Sends the light to GL. Draw thread, with GL current and the eye in the model-view matrix.
   /// @return the light's GL name, whether enabled or not; kNoName if all eight are taken: no GL call was made
   int ApplyLight(IGLCanvas* aCanvas) noexcept;
 

@@ -1,4 +1,4 @@
-// GLLight: application to GL. Draw thread, with GL current and the eye in the modelview matrix.
+// GLLight: application to GL. Draw thread, with GL current and the eye in the model-view matrix.
 
 #include "platform/Log.h"
 #include "state/GLLight.h"

@@ -57,7 +57,8 @@ bool CaptureFails(const char* aReason) noexcept {
   return false;
 }
 
-/// Returns aValue * aFactor. Returns 0 if the product does not fit, which all later steps reject.
+/// Returns aValue * aFactor. Returns 0 if the product does not fit. The rectangle is then empty or
+/// reversed, and the pixmap rejects it.
 LONG Scaled(LONG aValue, std::int64_t aFactor) noexcept {
   if (aFactor > INT32_MAX || aFactor < INT32_MIN) return 0;
   const std::int64_t product = aValue * aFactor;

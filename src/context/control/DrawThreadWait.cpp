@@ -1,4 +1,4 @@
-// DrawThreadWait: finds cycles among draw threads that wait for each other. Any thread.
+// DrawThreadWait: finds circles of draw threads that wait for each other. Any thread.
 
 #include "context/control/DrawThreadWait.h"
 

@@ -8,7 +8,7 @@
 class GLContext;
 
 /// Records during its lifetime that the calling draw thread waits for another context. Other contexts can use
-/// its rendering turn meanwhile. A wait that would close a cycle of waiting draw threads is not allowed,
+/// its rendering turn meanwhile. A wait that would close a circle of waiting draw threads is not allowed,
 /// because it would never end.
 class DrawThreadWait {
  public:

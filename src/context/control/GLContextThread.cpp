@@ -1,5 +1,5 @@
-// GLContext: control of the draw thread. Any thread. Operations that change or suspend the thread wait for a
-// running cycle.
+// GLContext: control of the draw thread. Any thread. SetDrawThreadPars, SuspendDrawThread and
+// ResumeDrawThread wait for a running cycle.
 
 #include <algorithm>
 #include <chrono>
@@ -110,7 +110,7 @@ void GLContext::AllowParks() noexcept {
 
 HRESULT GLContext::ResumeDrawThread() noexcept {
   const auto thread = DrawThread();
-  if (thread == nullptr || m_bReleased.test()) return E_GL_BADSTATE;  // the teardown needs it parked
+  if (thread == nullptr || m_bReleased.test()) return E_GL_BADSTATE;  // the tear-down needs it parked
   const DrawThreadWait wait(*this);
   if (!wait.IsAllowed()) return E_GL_BADSTATE;
   thread->Resume();

@@ -146,7 +146,8 @@ void GLContext::SetupLighting() noexcept {
   ApplyLights();
 }
 
-// Disables GL lights of destroyed lights, unless another light of this context now uses the number.
+// Applies all lights. Then disables the GL lights of destroyed ones, unless another light of this context now
+// uses the number.
 void GLContext::ApplyLights() noexcept {
   unsigned lit = 0;
   GLPOSITION position{};

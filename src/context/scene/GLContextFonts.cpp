@@ -1,4 +1,5 @@
-// GLContext: the fonts. Host threads create fonts; the draw thread builds them in a posted task.
+// GLContext: the fonts. Any thread creates fonts. The draw thread builds them: a font that is created in a
+// pass at once, others in a posted task or in the next frame.
 
 #include <gllib/GLClasses.h>
 #include <gllib/IGLFont.h>
@@ -82,7 +83,7 @@ bool GLContext::HasFont(IGLFont* aFont) noexcept {
   return has != 0;
 }
 
-// Returns early if all fonts were visited since the last change of the list generation.
+// Returns early if all fonts were visited since the last change of the list generation, and none was added.
 void GLContext::BuildFonts() noexcept {
   if (!IsCurrentHere()) return;
   GLRenderTarget& target = GLPass::Here()->Target();

@@ -56,8 +56,8 @@ void PSelectEvent::SetupClipPlanes() const noexcept {
   for (const GLClipPlane& plane : m_aClipPlanes) SendClipPlane(plane);
 }
 
-// Records with the name 0 are not selectable. GL reports an overflow of the buffer by a negative number of
-// hits.
+// Skips records with the name 0, because objects without an identifier are not selectable. GL reports an
+// overflow of the buffer by a negative number of hits.
 int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
                            ULONG* aIDArray) const noexcept {
   if (aHits < 0)
