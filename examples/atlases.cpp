@@ -1,5 +1,6 @@
-// atlases: shows both glyph atlases, HAND on the left and SANSSERIF on the right. It prints each of their 256
-// cells as text, sixteen codes per line, with code 0 at the top left.
+// atlases: prints the 256 cells of both glyph atlases, HAND on the left and SANSSERIF on the right, sixteen
+// codes per line with code 0 at the top left. Shows how to create the built-in fonts, to select each of their
+// cells, and to scale text so that its texels cover whole pixels.
 
 #include <cmath>
 #include <numbers>
@@ -15,7 +16,7 @@ constexpr int kMargin = 24;
 constexpr int kWidth = 2 * kSheet + 3 * kMargin;
 constexpr int kHeight = 16 * kLine + 2 * kMargin;
 
-/// Characters that select the codes 0x80 to 0x9F. For all other codes the character equals the code.
+/// Characters that select the cells 0x80 to 0x9F. For all other cells the character equals the code.
 constexpr char16_t kUpperControls[33] =
     u"\u20AC\u0081\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152\u008D\u017D\u008F"
     u"\u0090\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A\u0153\u009D\u017E\u0178";
@@ -29,8 +30,8 @@ class AtlasPainter final : public GLPainterBase {
  public:
   explicit AtlasPainter(IGLContext& aContext) {
     const auto context2 = GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>();
-    context2->CreateInternalFont(GLString("HAND"), m_fonts[0].Put());
-    context2->CreateInternalFont(GLString("SANSSERIF"), m_fonts[1].Put());
+    Require(context2->CreateInternalFont(GLString("HAND"), m_fonts[0].Put()), "cannot create a font");
+    Require(context2->CreateInternalFont(GLString("SANSSERIF"), m_fonts[1].Put()), "cannot create a font");
     GLDATA_RGBA ink{0.1f, 0.12f, 0.2f, 1};
     m_attributes->SetColor(&ink);
   }
@@ -39,8 +40,7 @@ class AtlasPainter final : public GLPainterBase {
     aCanvas->PushLightAttribute();
     aCanvas->SetDrawAttributes(m_attributes.Get());
     for (int sheet = 0; sheet < 2; ++sheet) {
-      // A glyph starts half a texel from the pen. The offset compensates for that, so that texels cover whole
-      // pixels.
+      // A glyph starts half a texel to the right of the pen and above it. The offset compensates for that.
       constexpr double kHalf = 0.5 * kZoom;
       GLDATA_POINT place{kMargin + sheet * (kSheet + kMargin) - kHalf, kHeight - kMargin - kHalf, 0};
       GLDATA_POINT zoom{kZoom, kZoom, 1};

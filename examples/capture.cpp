@@ -1,5 +1,6 @@
 // capture: compares two enlargements of a small window. On the left each pixel of the window is enlarged
-// three times. On the right a capture draws the same window at three times its resolution, on white.
+// three times. On the right a capture draws the same window at three times its resolution, on white. Shows
+// how to request pictures, to wait for them, and to read their pixels.
 
 #include <algorithm>
 #include <future>
@@ -10,10 +11,10 @@
 
 namespace {
 
-constexpr int kSide = 160;  // of the window, in pixels
+constexpr int kSide = 160;  // width and height of the window, in pixels
 constexpr int kZoom = 3;
 
-/// Takes pictures, one at a time. The draw thread calls it; the host's thread waits for each picture.
+/// Takes pictures, one at a time. The draw thread calls OnData; the host's thread waits for each picture.
 class Camera final : public GLCaptureBase {
  public:
   /// @throws std::runtime_error if the capture fails
@@ -37,8 +38,8 @@ class Camera final : public GLCaptureBase {
   std::promise<bool> m_done;
 };
 
-/// Draws a ball on a floor with a label. It sets all state in every pass, because a capture has a new
-/// rendering context with GL's defaults.
+/// Draws a ball and a box on a floor, with a label. It sets all state in every pass, because each capture has
+/// a new rendering context with GL's defaults.
 class BallPainter final : public GLPainterBase {
  public:
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer*) noexcept override {
@@ -72,14 +73,13 @@ class BallPainter final : public GLPainterBase {
   IGLFont* m_font = nullptr;  // borrowed: the context owns it
 };
 
-/// Copies a pixmap into a picture; each pixel becomes a square.
+/// Copies a pixmap into a picture. Each pixel becomes a square of aSquare by aSquare pixels.
 void Paste(IGLPixmap& aPixmap, int aSquare, int aLeft, Picture& aPicture) {
   for (int y = 0; y < aPicture.height; ++y) {
     for (int x = 0; x < kSide * kZoom; ++x) {
       GLDATA_RGBA4B pixel{};
       aPixmap.GetPixel(x / aSquare, y / aSquare, &pixel);
-      auto* target = const_cast<std::uint8_t*>(aPicture.At(aLeft + x, y));
-      std::copy_n(&pixel.m_bRed, 4, target);
+      std::copy_n(&pixel.m_bRed, 4, aPicture.At(aLeft + x, y));
     }
   }
 }
@@ -90,12 +90,7 @@ Picture DrawCapture() {
   GLDATA_RGBA dusk{0.13f, 0.15f, 0.19f, 1};
   context.SetBackgroundColor(&dusk);
   stage.AddViewer({0, 2.6, 6.2}, 0.36).SetEyeFovy_DEG(45);
-  IGLLight* light = nullptr;
-  context.CreateLight(&light);
-  GLDATA_POINT direction{0.4, -0.8, -1};
-  light->SetAsSpotlight(0);
-  light->SetDirection(&direction);
-  light->Enable(1);
+  stage.AddDistantLight({0.4, -0.8, -1});
   context.AttachPainter(GLMake<BallPainter>().Get());
 
   const auto camera = GLMake<Camera>();

@@ -1,6 +1,6 @@
-// glass: draws coloured transparent panes that overlap and cross. On the left they are drawn in the order of
-// creation. On the right the canvas's store returns their triangles with centroids, and the painter draws
-// them from the farthest to the nearest.
+// glass: draws coloured transparent panes that overlap and cross. On the left their triangles are drawn in
+// the order of creation, on the right from the farthest centroid to the nearest. Shows how to get triangles
+// with centroids from the canvas's store, and why a painter must sort transparent triangles.
 
 #include <algorithm>
 #include <array>
@@ -77,6 +77,7 @@ class GlassPainter final : public GLPainterBase {
     store->GetNumTransparentTriangles(&count);
     m_triangles.resize(static_cast<std::size_t>(count));
     store->GetTransparentTriangles(0, count, m_triangles.data());
+    store->ClearTransparentTriangles();  // the painter keeps its own copy
   }
 
   static void Sort(std::vector<GLDATA_TRANS_TRIANGLE>& aTriangles, IGLViewer& aViewer) {
@@ -104,12 +105,7 @@ Picture DrawGlass() {
   GLDATA_RGBA bright{0.65f, 0.65f, 0.65f, 1};
   context.SetBackgroundColor(&background);
   context.SetAmbientLight(&bright);
-  IGLLight* light = nullptr;
-  context.CreateLight(&light);
-  GLDATA_POINT direction{0.4, -0.7, -1};
-  light->SetAsSpotlight(0);
-  light->SetDirection(&direction);
-  light->Enable(1);
+  stage.AddDistantLight({0.4, -0.7, -1});
   std::array<IGLViewer*, 2> halves{};
   for (int i = 0; i < 2; ++i) {
     IGLViewer& half = stage.AddViewer({0, 1.3, 6}, 0.213);

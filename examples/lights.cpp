@@ -1,7 +1,8 @@
-// lights: lights a floor by eight coloured spotlights, GL's limit; a ninth has to wait. The left half of the
-// picture shows the eight. For the right half one of them is destroyed, and the ninth, white in the middle,
-// replaces it.
+// lights: lights a floor with eight coloured spotlights, the most that a process can use. On the left a
+// ninth, white spotlight exists too, but waits. On the right one of the eight has been destroyed, and the
+// ninth shines in the middle. Shows how to set up spotlights, and how a light waits for one of GL's lights.
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -40,7 +41,7 @@ class FloorPainter final : public GLPainterBase {
 /// Creates a spotlight above a position on the floor, directed straight down.
 IGLLight* HangLight(IGLContext& aContext, double aX, double aZ, GLDATA_RGBA aColor) {
   IGLLight* light = nullptr;
-  aContext.CreateLight(&light);
+  Require(aContext.CreateLight(&light), "cannot create a light");
   GLDATA_RGBA black{0, 0, 0, 1};
   GLDATA_POINT down{0, -1, 0};
   light->SetAmbientLight(&black);
@@ -59,11 +60,9 @@ IGLLight* HangLight(IGLContext& aContext, double aX, double aZ, GLDATA_RGBA aCol
 /// Joins two pictures of equal size side by side.
 Picture SideBySide(const Picture& aLeft, const Picture& aRight) {
   Picture both(aLeft.width + aRight.width, aLeft.height);
-  both.pixels.clear();
-  for (int y = aLeft.height - 1; y >= 0; --y) {
-    for (const Picture* half : {&aLeft, &aRight}) {
-      both.pixels.insert(both.pixels.end(), half->At(0, y), half->At(0, y) + 4 * half->width);
-    }
+  for (int y = 0; y < both.height; ++y) {
+    std::copy_n(aLeft.At(0, y), 4 * aLeft.width, both.At(0, y));
+    std::copy_n(aRight.At(0, y), 4 * aRight.width, both.At(aLeft.width, y));
   }
   return both;
 }
@@ -82,8 +81,7 @@ Picture DrawLights() {
     IGLLight* light = HangLight(context, 4 * std::sin(turn), 4 * std::cos(turn), kColors[i]);
     if (i == 0) first = light;
   }
-  // A light gets its GL number in the first pass that applies it. The ninth light therefore appears one
-  // picture later.
+  // A light takes one of GL's lights in its first pass. Here the eight take all of them.
   stage.Read();
   HangLight(context, 0, 0, {1, 1, 1, 1});
   const Picture eight = stage.Read();

@@ -1,6 +1,7 @@
 // markers: draws a spiral of stations, each with a marker whose size does not depend on its distance. A
-// marker is a one-bit image in one colour, transparent for stations out of use. In the corner there is a
-// badge, an image with a transparent outside, and beside it its lower half at twice the size.
+// marker is a one-bit image in one colour, transparent for stations that are out of use. In the corner a
+// gauge draws a badge, an image with a transparent outside, and beside it the badge's lower half at twice the
+// size. Shows how to draw bitmaps and pixmaps, with zoom and clip, and how to add a gauge.
 
 #include <cmath>
 
@@ -100,12 +101,7 @@ Picture DrawMarkers() {
   context.SetBackgroundColor(&dusk);
   IGLViewer& viewer = stage.AddViewer({0, 7, 15}, 0.5);
   viewer.SetEyeFovy_DEG(45);
-  IGLLight* light = nullptr;
-  context.CreateLight(&light);
-  GLDATA_POINT direction{0.2, -1, -0.4};
-  light->SetAsSpotlight(0);
-  light->SetDirection(&direction);
-  light->Enable(1);
+  stage.AddDistantLight({0.2, -1, -0.4});
   context.AttachPainter(GLMake<MarkerPainter>().Get());
   viewer.AddGauge(GLMake<BadgeGauge>().Get());
   viewer.ShowGauges(1);

@@ -1,5 +1,6 @@
 // picking: picks in a grid of numbered boxes and prints the result of each kind of pick. The picture shows a
 // selection frame across the grid. Boxes that it touches are orange; boxes completely inside it are red.
+// Shows how a painter sets identifiers, and how Select finds them at a point and in a box.
 
 #include <array>
 #include <atomic>
@@ -17,8 +18,7 @@ constexpr int kColumns = 6;
 constexpr int kRows = 4;
 constexpr ULONG kHidden = kColumns * kRows + 1;  // number of the box behind box 9
 
-// Positions in the view, each coordinate from -1 to 1: the middle of box 9, and two opposite corners of the
-// frame.
+// Positions in the view, x and y from -1 to 1: the middle of box 9, and two opposite corners of the frame.
 constexpr GLDATA_POINT kPlace{-0.146, -0.195, 0};
 constexpr GLDATA_POINT kFrom{-0.47, -0.62, 0};
 constexpr GLDATA_POINT kTo{0.18, 0.23, 0};
@@ -76,13 +76,13 @@ class FrameGauge final : public GLViewerGaugeBase {
 
 enum class Which { All, Nearest, Enclosed };
 
-/// Picks, prints the identifiers and returns them.
+/// Picks, prints the identifiers and returns them. @throws std::runtime_error
 std::vector<ULONG> Pick(IGLContext& aContext, IGLViewer& aViewer, const char* aKind, GLDATA_POINT aFrom,
                         GLDATA_POINT aTo, Which aWhich) {
   int count = kHidden;  // room for every box, once
   std::vector<ULONG> ids(kHidden);
   const LONG closest = aWhich == Which::Nearest ? 1 : 0, enclosed = aWhich == Which::Enclosed ? 1 : 0;
-  if (FAILED(aContext.Select(&aViewer, &aFrom, &aTo, closest, enclosed, &count, ids.data()))) count = 0;
+  Require(aContext.Select(&aViewer, &aFrom, &aTo, closest, enclosed, &count, ids.data()), "cannot pick");
   ids.resize(static_cast<std::size_t>(count));
   std::printf("%s:", aKind);
   for (const ULONG id : ids) std::printf(" %u", static_cast<unsigned>(id));
@@ -96,12 +96,7 @@ Picture DrawPicking() {
   IGLViewer& viewer = stage.AddViewer({0, 0, 11}, 0);
   GLDATA_RGBA background{0.13f, 0.15f, 0.19f, 1};
   context.SetBackgroundColor(&background);
-  IGLLight* light = nullptr;
-  context.CreateLight(&light);
-  GLDATA_POINT direction{0.4, -0.5, -1};
-  light->SetAsSpotlight(0);
-  light->SetDirection(&direction);
-  light->Enable(1);
+  stage.AddDistantLight({0.4, -0.5, -1});
   const auto painter = GLMake<GridPainter>();
   context.AttachPainter(painter.Get());
 

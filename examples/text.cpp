@@ -1,5 +1,6 @@
-// text: shows all four kinds of font in one picture: solid letters with lighting, flat letters around a
-// circle by their escapement, device fonts in their styles, the system font, and both glyph atlases.
+// text: shows all four kinds of font in one picture: TrueType letters, solid with lighting and flat around a
+// circle; raster fonts in their styles; the system font; and both glyph atlases. Shows how to create and
+// place each kind, and which fonts the host has to release.
 
 #include <cmath>
 #include <numbers>
@@ -11,23 +12,26 @@ namespace {
 constexpr int kWidth = 960;
 constexpr int kHeight = 600;
 constexpr double kPi = std::numbers::pi;
+constexpr const char* kNoFont = "cannot create a font";
 constexpr GLDATA_RGBA kInk{0.12f, 0.14f, 0.2f, 1}, kBlue{0.15f, 0.35f, 0.75f, 1}, kRed{0.8f, 0.2f, 0.15f, 1},
     kGold{0.9f, 0.65f, 0.15f, 1};
 
-/// The fonts of the picture. The context owns the outline and device fonts; the others are counted.
+/// The fonts of the picture. The context owns all of them. The creators of TrueType and raster fonts return a
+/// borrowed pointer; those of the other kinds return a reference, which GLPtr releases.
 struct Fonts {
   explicit Fonts(IGLContext& aContext) {
     GLString sans("DejaVu Sans"), serif("DejaVu Serif"), hand("HAND"), atlas("SANSSERIF");
-    aContext.CreateTrueTypeFont(serif, GLFS_ROMAN, 700, 0, 1, &m_solid);
-    aContext.CreateTrueTypeFont(sans, 0, 400, 0, 0, &m_flat);
-    aContext.CreateRasterFont(sans, 0, 400, 0, -22, 0, &m_plain);
-    aContext.CreateRasterFont(serif, GLFS_ROMAN | GLFS_ITALIC, 700, 0, -26, 0, &m_bold);
-    aContext.CreateRasterFont(sans, GLFS_UNDERLINE | GLFS_STRIKEOUT, 400, 0, -22, 0, &m_barred);
-    aContext.CreateRasterFont(sans, 0, 400, 25, -22, 0, &m_turned);
-    aContext.CreateSystemFont(m_system.Put());
     const auto context2 = GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>();
-    context2->CreateInternalFont(hand, m_hand.Put());
-    context2->CreateInternalFont(atlas, m_atlas.Put());
+    Require(aContext.CreateTrueTypeFont(serif, GLFS_ROMAN, 700, 0, 1, &m_solid), kNoFont);
+    Require(aContext.CreateTrueTypeFont(sans, 0, 400, 0, 0, &m_flat), kNoFont);
+    Require(aContext.CreateRasterFont(sans, 0, 400, 0, -22, 0, &m_plain), kNoFont);
+    Require(aContext.CreateRasterFont(serif, GLFS_ROMAN | GLFS_ITALIC, 700, 0, -26, 0, &m_bold), kNoFont);
+    Require(aContext.CreateRasterFont(sans, GLFS_UNDERLINE | GLFS_STRIKEOUT, 400, 0, -22, 0, &m_barred),
+            kNoFont);
+    Require(aContext.CreateRasterFont(sans, 0, 400, 25, -22, 0, &m_turned), kNoFont);
+    Require(aContext.CreateSystemFont(m_system.Put()), kNoFont);
+    Require(context2->CreateInternalFont(hand, m_hand.Put()), kNoFont);
+    Require(context2->CreateInternalFont(atlas, m_atlas.Put()), kNoFont);
     m_solid->SetWidth(150);
     m_solid->SetHeight(150);
     m_solid->SetExtrusionZ(45);
@@ -41,7 +45,7 @@ struct Fonts {
   GLPtr<IGLFont> m_system, m_hand, m_atlas;
 };
 
-/// Draws in model units equal to the picture's pixels, with the origin at the lower left.
+/// Draws the texts. One model unit is one pixel of the picture, and the origin is its lower left corner.
 class TextPainter final : public GLPainterBase {
  public:
   explicit TextPainter(IGLContext& aContext) : m_fonts(aContext) {}
@@ -102,7 +106,8 @@ class TextPainter final : public GLPainterBase {
     constexpr int kSpokes = 12;
     for (int i = 0; i < kSpokes; ++i) {
       const double turn = 2 * kPi * i / kSpokes;
-      m_fonts.m_flat->SetEscapement_DEG(static_cast<float>(-360.0 * i / kSpokes));  // clockwise
+      // The escapement counts clockwise, the angle on the circle counter-clockwise.
+      m_fonts.m_flat->SetEscapement_DEG(static_cast<float>(-360.0 * i / kSpokes));
       Write(aCanvas, *m_fonts.m_flat, i % 2 == 0 ? kBlue : kInk, "outline", aX + 50 * std::cos(turn),
             aY + 50 * std::sin(turn));
     }
@@ -118,12 +123,7 @@ Picture DrawText() {
   GLDATA_RGBA paper{0.96f, 0.95f, 0.92f, 1}, dusk{0.35f, 0.35f, 0.35f, 1};
   context.SetBackgroundColor(&paper);
   context.SetAmbientLight(&dusk);
-  IGLLight* light = nullptr;
-  context.CreateLight(&light);
-  GLDATA_POINT direction{0.7, -0.6, -0.7};
-  light->SetAsSpotlight(0);
-  light->SetDirection(&direction);
-  light->Enable(1);
+  stage.AddDistantLight({0.7, -0.6, -0.7});
   // At this distance one model unit in the plane of the text is one pixel.
   constexpr double kFovy = 30;
   const double distance = kHeight / 2.0 / std::tan(kFovy / 2 * kPi / 180);

@@ -1,5 +1,6 @@
-// texture: shows a tiled floor that repeats one small image, with and without interpolation, a box of bricks,
-// and a hill coloured by height. The colours of the hill come from one row of pixels, laid along every strip.
+// texture: shows a tiled floor that repeats one small image, without interpolation on the left and with it on
+// the right, a box of bricks, and a hill coloured by height. The colours of the hill come from one row of
+// pixels. Shows how to draw faces with a two-dimensional texture, and strips with a one-dimensional one.
 
 #include <algorithm>
 #include <array>
@@ -79,6 +80,7 @@ class TexturePainter final : public GLPainterBase {
 
  private:
   /// Draws a face. Its image repeats aAcross times along the first side and aUp times along the second.
+  /// @param aSmooth 1 interpolates between pixels and between levels, 0 does not
   static void DrawQuad(IGLContext* aContext, IGLTexture2D& aTexture, LONG aSmooth,
                        std::array<GLDATA_POINT, 4> aCorners, GLDATA_POINT aNormal, float aAcross, float aUp) {
     aTexture.BeginDraw(aContext, GLTM_MODULATE, aSmooth, aSmooth, 1, &aNormal, nullptr);
@@ -129,12 +131,7 @@ Picture DrawTextures() {
   GLDATA_RGBA sky{0.55f, 0.7f, 0.85f, 1};
   context.SetBackgroundColor(&sky);
   stage.AddViewer({0, 3.4, 9}, 0.22).SetEyeFovy_DEG(45);
-  IGLLight* light = nullptr;
-  context.CreateLight(&light);
-  GLDATA_POINT direction{-0.5, -1, -0.6};
-  light->SetAsSpotlight(0);
-  light->SetDirection(&direction);
-  light->Enable(1);
+  stage.AddDistantLight({-0.5, -1, -0.6});
   context.AttachPainter(GLMake<TexturePainter>().Get());
   return stage.Read();
 }

@@ -10,11 +10,11 @@
 
 namespace {
 
-// Frames until the picture is complete. Some objects, such as a font, are built in one frame and appear in
-// the next.
+// Frames before the one that is read. Some objects, such as fonts, are created in one frame and appear in the
+// next one.
 constexpr int kFramesToSettle = 2;
 constexpr auto kPatience = std::chrono::seconds(120);
-constexpr int kOffTheWindow = 1 << 14;
+constexpr int kOffTheWindow = 1 << 14;  // pixels; larger than the window of any example
 
 }  // namespace
 

@@ -17,8 +17,8 @@ class FrameReader {
   FrameReader(const FrameReader&) = delete;
   FrameReader& operator=(const FrameReader&) = delete;
 
-  /// Reads the picture after all objects have been set up. Waits for the draw thread.
-  /// @return false if no frame is drawn in time
+  /// Waits until fonts and other objects are built, and reads a frame that the draw thread draws after that.
+  /// @return false if there is no such frame within two minutes
   bool Read(Picture& aPicture);
 
  private:

@@ -29,7 +29,7 @@ constexpr std::size_t kMostPixels = std::numeric_limits<int>::max() / 8;
 bool WritePng(const Picture& aPicture, const std::string& aPath) {
   const std::size_t count = aPicture.pixels.size() / kBytesPerPixel;
   if (count == 0 || count > kMostPixels) return false;
-  // A window's picture has no alpha, so the file has none either.
+  // The alpha of a window's picture has no meaning, so the file has none.
   std::vector<std::uint8_t> rows;
   rows.reserve(count * 3);
   for (std::size_t i = 0; i < aPicture.pixels.size(); i += kBytesPerPixel) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// Pixels in GL's order, bottom row first; each is red, green, blue, alpha.
+/// Pixels in GL's order, bottom row first. Each has four bytes: red, green, blue, alpha.
 struct Picture {
   int width = 0;
   int height = 0;
@@ -17,15 +17,19 @@ struct Picture {
       : width(aWidth), height(aHeight), pixels(std::size_t{4} * static_cast<unsigned>(aWidth * aHeight)) {}
 
   /// Returns the first byte of a pixel. Coordinates count from the top left.
-  const std::uint8_t* At(int aX, int aY) const {
-    return pixels.data() + std::size_t{4} * static_cast<unsigned>((height - 1 - aY) * width + aX);
+  std::uint8_t* At(int aX, int aY) { return pixels.data() + OffsetOf(aX, aY); }
+  const std::uint8_t* At(int aX, int aY) const { return pixels.data() + OffsetOf(aX, aY); }
+
+ private:
+  std::size_t OffsetOf(int aX, int aY) const {
+    return std::size_t{4} * static_cast<unsigned>((height - 1 - aY) * width + aX);
   }
 };
 
 /// Writes a picture without its alpha. @return false if the file cannot be written
 bool WritePng(const Picture& aPicture, const std::string& aPath);
 
-/// Reads a picture. @return false if the file cannot be read
+/// Reads a PNG file. @return false if it cannot be read or is no PNG file
 bool ReadPng(const std::string& aPath, Picture& aPicture);
-/// Reads a picture from the bytes of a file. @return false if they are no picture
+/// Reads a PNG file from memory. @return false if the bytes are no PNG file
 bool ReadPng(const void* aBytes, std::size_t aSize, Picture& aPicture);

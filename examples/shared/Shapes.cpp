@@ -1,4 +1,4 @@
-// Shapes: solids as triangles and quads with normals. Draw thread only.
+// Shapes: solids as quadrilaterals with normals. Draw thread only.
 
 #include "shared/Shapes.h"
 
@@ -6,7 +6,7 @@
 #include <numbers>
 
 void DrawBox(IGLCanvas& aCanvas, const GLDATA_POINT& aCentre, const GLDATA_POINT& aHalf) {
-  // Each face has a normal, and the signs of its corners, counter-clockwise seen from outside.
+  // A face: its normal, and the signs of its corners, counter-clockwise when seen from outside.
   struct Face {
     double normal[3];
     double corners[4][3];

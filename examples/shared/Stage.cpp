@@ -8,6 +8,10 @@
 #include <stdexcept>
 #include <string_view>
 
+void Require(HRESULT aResult, const char* aMessage) {
+  if (FAILED(aResult)) throw std::runtime_error(aMessage);
+}
+
 Stage::Stage(int aWidth, int aHeight) {
   setenv("GLLIB_DISPLAY", "headless", 1);
   m_context = GLCreate<IGLContext>(CLSID_GLContext);
@@ -18,12 +22,21 @@ Stage::Stage(int aWidth, int aHeight) {
 
 IGLViewer& Stage::AddViewer(const GLDATA_POINT& aEye, double aPitch) const {
   IGLViewer* viewer = nullptr;
-  if (FAILED(m_context->CreateViewer(1, 0, &viewer))) throw std::runtime_error("no viewer");
+  Require(m_context->CreateViewer(1, 0, &viewer), "cannot create a viewer");
   GLPtr<IGLCoord> eye;
   viewer->GetCoord(eye.Put());
   eye->SetOrigin3d(aEye.x, aEye.y, aEye.z);
   eye->RotateAboutX_RAD(-aPitch);
   return *viewer;
+}
+
+void Stage::AddDistantLight(const GLDATA_POINT& aDirection) const {
+  IGLLight* light = nullptr;
+  Require(m_context->CreateLight(&light), "cannot create a light");
+  GLDATA_POINT direction = aDirection;
+  light->SetAsSpotlight(0);
+  light->SetDirection(&direction);
+  light->Enable(1);
 }
 
 Picture Stage::Read() const {
