@@ -1,5 +1,5 @@
-// ChildWindow: an X11 window of the host, inside a window of GTK. GTK can destroy and recreate the window of
-// a widget. Before that the host takes the child out, and later puts it into the new parent. Host's thread
+// ChildWindow: an X11 window of the host, inside a window of GTK. GTK can destroy the window of a widget and
+// create it again. The host takes the child out before that, and puts it into the new window. Host's thread
 // only.
 
 #pragma once
@@ -14,7 +14,7 @@ class ChildWindow {
   ChildWindow(const ChildWindow&) = delete;
   ChildWindow& operator=(const ChildWindow&) = delete;
 
-  /// Moves the window into a parent, at no position yet. The first call creates the window. On return the X
+  /// Moves the window into a parent, at 0, 0. The first call creates it, with one pixel. On return the X
   /// server has processed the request, so other connections can use the window.
   /// @param aDisplay GTK's connection
   void Enter(_XDisplay* aDisplay, unsigned long aParent);

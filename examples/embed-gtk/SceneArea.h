@@ -40,6 +40,6 @@ class SceneArea {
   GtkWidget* m_widget;  // owns the object
   const Failed m_failed;
   SceneView m_view;
-  cairo_rectangle_int_t m_place{};  // position of the widget at the last Follow
-  gulong m_following = 0;           // signal handler that calls Follow, if it is not connected to the widget
+  cairo_rectangle_int_t m_place{};  // position and size of the scene's window at the last Follow, in pixels
+  gulong m_following = 0;           // GTK 4: handler of the frame clock that calls Follow; 0 for none
 };

@@ -14,7 +14,7 @@
 
 class SceneView {
  public:
-  /// Receives the names of the parts that the user picks.
+  /// Receives the names of the picked parts, each after " - "; an empty text if the pick hits none.
   using Picked = std::function<void(const std::string&)>;
 
   SceneView(std::shared_ptr<const Model> aModel, Picked aPicked);

@@ -17,7 +17,9 @@ void RemoveFromParent(GtkWidget* aWidget);
 void Show(GtkWindow* aWindow);
 void Destroy(GtkWindow* aWindow);
 
+// The handlers must outlive the window.
+
 /// Calls the handler for each key press, with the GDK key value.
 void ListenToKeys(GtkWindow* aWindow, const std::function<void(guint)>* aHandler);
-/// Calls the handler when the user closes the window, instead of closing it.
+/// Calls the handler when the user wants to close the window. The window stays open.
 void ListenToClose(GtkWindow* aWindow, const std::function<void()>* aHandler);

@@ -1,4 +1,6 @@
-// embed-gtk: shows a model inside a GTK program, for GTK 3 and for GTK 4. Host's thread only.
+// embed-gtk: shows a model inside a GTK program, for GTK 3 and for GTK 4. Shows how a scene follows the
+// position, size, scale and window of a widget, moves to another window, and ends before the program. Host's
+// thread only.
 
 #include <gllib/GLLibHost.h>
 

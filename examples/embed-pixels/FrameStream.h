@@ -1,4 +1,4 @@
-// FrameStream: the pixels of every frame of a context without a display. A host thread creates it. The
+// FrameStream: the pixels of the newest frame of a context without a display. A host thread creates it. The
 // context's draw thread reads the frames; any other thread takes them.
 
 #pragma once
@@ -20,7 +20,7 @@ class FrameStream final : public GLViewerGaugeBase {
   /// @return false if there is no new frame since the last call
   bool Take(Picture& aFrame);
 
-  /// Reads the frame. The gauge belongs to the viewer that is drawn last, so the frame is complete.
+  /// Reads the frame. The host adds the gauge to the viewer that is drawn last, so the frame is complete.
   HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext) noexcept override;
 
  private:

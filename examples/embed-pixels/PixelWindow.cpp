@@ -1,4 +1,4 @@
-// PixelWindow: draws pictures by SDL's software renderer. Host's thread.
+// PixelWindow: draws pictures with SDL's software renderer. Host's thread.
 
 #include "embed-pixels/PixelWindow.h"
 

@@ -1,6 +1,7 @@
 // embed-pixels: shows a model in a window that the component cannot draw into, such as a Wayland window. The
-// component draws without a display and the window shows the pixels. While the model turns, that happens 30
-// times per second. The draw thread copies the pixels into memory; everything else runs on the host's thread.
+// component draws without a display, a gauge reads the pixels, and the host copies them into its window. The
+// space key turns the model, at 30 frames per second. The draw thread reads the pixels; everything else runs
+// on the host's thread.
 
 #include <SDL.h>
 #include <gllib/GLLibHost.h>
@@ -24,7 +25,7 @@ using Clock = std::chrono::steady_clock;
 constexpr auto kPeriod = std::chrono::microseconds(1'000'000 / 30);  // between frames
 constexpr double kTurnPerFrame = -0.0175;                            // radians
 
-/// Passes SDL's events to the scene and its frames to the window, until the user leaves.
+/// Passes SDL's events to the scene, and frames of the scene to the window, until the user leaves.
 class Host {
  public:
   Host(std::shared_ptr<const Model> aModel, PixelWindow& aWindow)
@@ -116,7 +117,7 @@ class Host {
     event.type = type;
     SDL_PushEvent(&event);  // SDL allows this on any thread
   });
-  Scene m_scene;  // destroyed, with its draw thread, before the members that the draw thread uses
+  Scene m_scene;  // its end stops the draw thread, which uses the members above
   Dragging m_dragging;
   bool m_turning = false;
   bool m_leaving = false;

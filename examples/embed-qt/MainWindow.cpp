@@ -23,7 +23,7 @@ ULONG IdOf(const QTreeWidgetItem& aItem) { return aItem.data(0, kIdRole).toUInt(
 }  // namespace
 
 MainWindow::MainWindow(std::shared_ptr<const Model> aModel) : m_model(std::move(aModel)) {
-  // Each widget gets its parent at construction. A widget that gets its parent later gets another window.
+  // Each widget gets its parent at construction. With a later parent Qt would create its native window again.
   m_splitter = new QSplitter(this);
   m_tree = new QTreeWidget(m_splitter);
   m_sceneWidget = new SceneWidget(
@@ -88,8 +88,9 @@ void MainWindow::Detach(bool aDetached) {
   m_sceneWidget->show();
 }
 
-// A closed window of Qt loses its native windows at once, those of its widgets included. The context must end
-// before. Therefore the window is not closed: the program ends, and the destructor ends the scene first.
+// Qt destroys the native windows of a closed window at once, also those of its widgets, but the context must
+// end before its window. Therefore this window is not closed: the event loop ends, and the destructor of the
+// scene runs before Qt destroys the window.
 void MainWindow::closeEvent(QCloseEvent* aEvent) {
   aEvent->ignore();
   QApplication::quit();

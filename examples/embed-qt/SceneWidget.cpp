@@ -12,7 +12,7 @@ constexpr double kWheelNotch = 120;  // in Qt's unit, eighths of a degree
 }  // namespace
 
 NativeWidget::NativeWidget(QWidget* aParent) : QWidget(aParent) {
-  setAttribute(Qt::WA_NativeWindow);        // a native window, not a part of the main window
+  setAttribute(Qt::WA_NativeWindow);        // a separate window, not a part of the main window
   setAttribute(Qt::WA_PaintOnScreen);       // no double buffer of Qt over the picture
   setAttribute(Qt::WA_NoSystemBackground);  // Qt does not clear the window
   winId();                                  // creates the window now
@@ -34,7 +34,7 @@ bool SceneWidget::event(QEvent* aEvent) {
 }
 
 void SceneWidget::resizeEvent(QResizeEvent*) {
-  const QSize pixels = size() * devicePixelRatioF();  // physical pixels, not Qt's
+  const QSize pixels = size() * devicePixelRatioF();  // pixels of the screen, not Qt's
   m_scene.SetSize(pixels.width(), pixels.height());
 }
 

@@ -1,5 +1,5 @@
-// SceneWidget: a widget that shows a model. The component draws into the widget's native window, where Qt
-// paints nothing. Host's thread only.
+// SceneWidget: a widget that shows a model. Its native window is the parent of the component's window. Host's
+// thread only.
 
 #pragma once
 

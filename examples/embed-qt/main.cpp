@@ -1,4 +1,6 @@
-// embed-qt: shows a model inside a Qt program, beside the tree of its parts. Host's thread only.
+// embed-qt: shows a model inside a Qt program, beside the tree of its parts. Shows how to draw in a widget's
+// native window, to follow the widget into another window, and to end the context before it. Host's thread
+// only.
 
 #include <gllib/GLLibHost.h>
 

@@ -1,4 +1,4 @@
-// NativeWindow: reads the X11 window id by SDL's system information. Host's thread.
+// NativeWindow: reads the X11 window id from SDL's system information. Host's thread.
 
 #include "embed-sdl/NativeWindow.h"
 

@@ -1,4 +1,6 @@
-// embed-sdl: shows a model in an SDL window, with drag, wheel, click and a few keys. Host's thread only.
+// embed-sdl: shows a model in an SDL window, with drag, wheel, click and the keys R, W, 1, 4 and Esc. Shows
+// the simplest host in a toolkit's window: its id is the parent, and the scene follows its size. Host's
+// thread only.
 
 #include <SDL.h>
 #include <gllib/GLLibHost.h>

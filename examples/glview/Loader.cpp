@@ -7,7 +7,7 @@
 
 #include "glview/ModelSet.h"
 
-Loader::~Loader() { m_read->givenUp = true; }
+Loader::~Loader() { m_read->cancelled = true; }
 
 void Loader::Start(std::vector<std::string> aPaths, bool aTogether) {
   m_together = aTogether;
@@ -22,14 +22,14 @@ void Loader::Step(int aBy) {
 }
 
 void Loader::Read(std::vector<std::string> aPaths) {
-  std::erase_if(m_givenUp, IsOver);
-  m_read->givenUp = true;
-  if (m_model.valid()) m_givenUp.push_back(std::move(m_model));
+  std::erase_if(m_cancelled, IsOver);
+  m_read->cancelled = true;
+  if (m_model.valid()) m_cancelled.push_back(std::move(m_model));
   m_read = std::make_shared<Reading>();
   m_model = std::async(std::launch::async, [read = m_read, paths = std::move(aPaths), limits = m_limits,
                                             together = m_together] {
     return std::make_shared<const Model>(LoadModels(paths, limits, together, [&](float aShare) {
-      if (read->givenUp) throw ModelError("cancelled");
+      if (read->cancelled) throw ModelError("cancelled");
       read->share = aShare;
     }));
   });

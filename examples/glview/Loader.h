@@ -21,8 +21,8 @@ class Loader {
   Loader(const Loader&) = delete;
   Loader& operator=(const Loader&) = delete;
 
-  /// Starts a read and cancels the running one, which ends by itself. If the only path is a folder, reads its
-  /// first model.
+  /// Starts a read and cancels the running one, without waiting for its end. If the only path is a folder,
+  /// reads its first model.
   void Start(std::vector<std::string> aPaths, bool aTogether);
   /// Reads the model aBy positions further on in the folder. Does nothing without a folder.
   void Step(int aBy);
@@ -41,7 +41,7 @@ class Loader {
   /// State that a reader thread and the host's thread share.
   struct Reading {
     std::atomic<float> share{0};
-    std::atomic<bool> givenUp{false};
+    std::atomic<bool> cancelled{false};
   };
 
   void Read(std::vector<std::string> aPaths);
@@ -52,5 +52,5 @@ class Loader {
   ModelFolder m_folder;
   std::shared_ptr<Reading> m_read = std::make_shared<Reading>();
   FutureModel m_model;
-  std::vector<FutureModel> m_givenUp;  // cancelled reads still running; the destructor of each future waits
+  std::vector<FutureModel> m_cancelled;  // cancelled reads still running; the destructor of each future waits
 };

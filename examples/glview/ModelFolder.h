@@ -8,11 +8,13 @@
 class ModelFolder {
  public:
   ModelFolder() = default;
-  /// Finds the files in a folder whose names are those of models. Does not search subfolders. The result is
-  /// empty if the path is no folder.
+  /// Finds the files of a folder that have the extension of a model format. Does not search subfolders. The
+  /// result is empty if the path is no folder.
   explicit ModelFolder(const std::string& aPath);
 
   bool IsEmpty() const { return m_models.empty(); }
+  // The operations below require a folder that is not empty.
+
   /// Moves on by aBy models. The first model follows the last one.
   void Step(int aBy);
   const std::string& Model() const { return m_models[m_at]; }

@@ -9,7 +9,7 @@
 #include "shared/model/Model.h"
 
 /// Reads files and arranges their models in rows. Each model is scaled to the same size and centred in its
-/// cell.
+/// cell. A single model keeps its coordinates.
 /// @param aLimits   for each file
 /// @param aTogether keeps the models at their own coordinates instead
 /// @throws ModelError, and any exception of aProgress

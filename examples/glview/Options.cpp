@@ -17,9 +17,9 @@ constexpr const char* kInTheWindow = R"(
 In the window: drag to turn, right or middle drag to pan, wheel to zoom; click to pick a part, Shift-drag to
 pick a box, Ctrl-drag to pick only parts completely inside; 1 and 4 views, W shading, M textures, F fog, A axes,
 T text, R resets the camera; V next standard view, arrows walk and turn; S cuts the model perpendicular to x, y
-or z, - and + or the slider move the cut; D measures between clicks: two a distance, three an angle; Page Up
-and Page Down step through a folder's models; C writes a picture at twice the window's size to a numbered PNG
-file; Esc exits.
+or z, - and + or the slider move the cut; D measures the distance between two clicks, or the angle at the
+second of three; Page Up and Page Down step through a folder's models; C writes a picture at twice the
+window's size to a numbered PNG file; Esc exits.
 Files dropped on the window replace the models. No settings are saved.
 
 Exit status: 0 success; 1 no display, no context, or a file cannot be written; 2 invalid command line, or a
@@ -30,7 +30,7 @@ constexpr int kLargestSide = 8192;
 constexpr double kSmallestZoom = 0.01, kLargestZoom = 64;
 constexpr int kMostSamples = 64;
 
-/// Splits a text into numbers at a separator. @return fewer numbers than fields if a field is no number
+/// Splits a text into numbers at a separator. @return no numbers if a field is not a number
 template <class Number>
 std::vector<Number> Numbers(std::string_view aText, char aSeparator) {
   std::vector<Number> numbers;
@@ -166,7 +166,7 @@ void RequireInside(const Options& aOptions) {
   }
 }
 
-/// Defines the options for the library. Each value is a text; the functions above parse it.
+/// Defines the options for cxxopts. Each value is a text; the other functions of this file parse it.
 cxxopts::Options CommandLine() {
   cxxopts::Options command("glview",
                            "usage: glview [options] MODEL... | FOLDER\n\n"

@@ -35,7 +35,7 @@ void Limit(Resource aResource, std::uint64_t aMost) {
   setrlimit(aResource, &limit);
 }
 
-/// Limits memory and time of the process. The memory limit is added to what the program uses already.
+/// Limits memory and time of the process. The memory limit does not include what the program uses already.
 void LimitSelf(std::uint64_t aBytes, std::uint64_t aSeconds) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);  // the reader ends with the viewer's thread that waits for it
   pollfd viewer{kProgressPipe, 0, 0};
@@ -89,13 +89,13 @@ class ResultFile {
 class ShareReport {
  public:
   void operator()(float aShare) {
-    if (aShare < m_told + 0.01f) return;
-    m_told = aShare;
+    if (aShare < m_reported + 0.01f) return;
+    m_reported = aShare;
     if (!WriteAll(kProgressPipe, &aShare, sizeof(aShare))) _exit(kModelRefused);  // the viewer has ended
   }
 
  private:
-  float m_told = 0;
+  float m_reported = 0;
 };
 
 int Refuse(std::string_view aReason) {
@@ -119,8 +119,8 @@ int Read(const std::string& aPath) {
 
 }  // namespace
 
-std::optional<int> RunReader(int argc, const char* const* argv) {
-  if (argc != kReaderArguments || std::string_view(argv[1]) != kReaderCommand) return std::nullopt;
+void RunReader(int argc, const char* const* argv) {
+  if (argc != kReaderArguments || std::string_view(argv[1]) != kReaderCommand) return;
   const auto number = [](std::string_view aText) {
     std::uint64_t value = 0;
     std::from_chars(aText.data(), aText.data() + aText.size(), value);

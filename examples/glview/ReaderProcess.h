@@ -1,9 +1,8 @@
-// ReaderProcess: reads a model in a separate process. A damaged file or a crash of the reader does not end
-// the viewer. On Windows models are read in the viewer's process. Any thread.
+// ReaderProcess: reads a model in a separate process. A crash of the reader, for example by a damaged file,
+// does not end the viewer. On Windows models are read in the viewer's process. Any thread.
 
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "glview/ReadLimits.h"
@@ -13,6 +12,6 @@
 /// @throws ModelError, also if the reader exceeds a limit or crashes; any exception of aProgress
 Model LoadModelWithin(const ReadLimits& aLimits, const std::string& aPath, const ReadProgress& aProgress);
 
-/// Runs the reader's side if LoadModelWithin has started this process.
-/// @return the exit status; no value in the viewer itself
-std::optional<int> RunReader(int argc, const char* const* argv);
+/// Runs the reader's side if LoadModelWithin has started this process, and does not return then. Returns at
+/// once in the viewer itself.
+void RunReader(int argc, const char* const* argv);

@@ -4,10 +4,10 @@
 
 #include <cstddef>
 
-/// First argument of the reader. Then follow the memory limit in bytes, the time limit in seconds, and the
-/// path of the model.
+/// First argument of the reader. The next arguments are the memory limit in bytes, the time limit in seconds
+/// and the path of the model.
 inline constexpr const char* kReaderCommand = "--read-for-viewer";
-inline constexpr int kReaderArguments = 5;
+inline constexpr int kReaderArguments = 5;  ///< with the program's name
 
 // File descriptors of the reader, besides the standard ones.
 inline constexpr int kResultFile = 3;    ///< receives the model or, after kModelRefused, the reason

@@ -27,7 +27,7 @@ Picture TakePicture(Scene& aScene, const HiddenParent& aParent, const Options& a
                    static_cast<int>(std::lround(aOptions.height * rest)));
   }
   auto picture = aScene.Capture(whole);
-  for (const auto end = std::chrono::steady_clock::now() + kPatience; !picture.IsThere(kDeliveryPeriod);) {
+  for (const auto end = std::chrono::steady_clock::now() + kPatience; !picture.IsReady(kDeliveryPeriod);) {
     aParent.DeliverMessages();
     if (std::chrono::steady_clock::now() > end) throw std::runtime_error("no frame was drawn");
   }

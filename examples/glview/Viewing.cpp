@@ -160,13 +160,13 @@ void Viewing::FollowReading() {
 }
 
 void Viewing::StartCapture() {
-  if (m_picture.IsAsked()) return;
+  if (m_picture.IsPending()) return;
   Note("taking a picture");
   m_picture = m_scene.Capture(kCaptureZoom);
 }
 
 void Viewing::FinishCapture() {
-  if (!m_picture.IsAsked() || !m_picture.IsThere(0ms)) return;
+  if (!m_picture.IsPending() || !m_picture.IsReady(0ms)) return;
   m_scene.Redraw();  // the capture deleted the window's lists; a frame compiles them again
   const auto picture = m_picture.Take();
   if (!picture) return Note("the capture failed");

@@ -34,8 +34,8 @@ class Viewing {
   /// Shows other models instead of the current ones.
   void Show(std::vector<std::string> aPaths);
 
-  /// Handles finished reads, animation and captures. The host calls it after each event, and after
-  /// FollowPeriod without an event.
+  /// Continues reads, animations and captures, and updates the title. The host calls it after each event, and
+  /// after FollowPeriod without an event.
   /// @throws ModelError if the first models cannot be read
   void Follow();
   std::chrono::milliseconds FollowPeriod() const;

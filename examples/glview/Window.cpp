@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Keys without a printed character, and the characters that represent them.
+/// Keys whose codes are not characters, and the characters that represent them.
 const std::map<int, char> kNamedKeys = {{GLFW_KEY_UP, '^'},          {GLFW_KEY_DOWN, 'v'},
                                         {GLFW_KEY_LEFT, '<'},        {GLFW_KEY_RIGHT, '>'},
                                         {GLFW_KEY_KP_SUBTRACT, '-'}, {GLFW_KEY_KP_ADD, '+'}};

@@ -1,5 +1,5 @@
-// Window: shows models in a window that is the parent of the component's window. GLFW's on Linux, a system
-// window on Windows. Host's thread, and one that reads models.
+// Window: shows models in a window that is the parent of the component's window: a window of GLFW on Linux,
+// of the system on Windows. Host's thread; other threads read the models.
 
 #pragma once
 

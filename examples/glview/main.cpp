@@ -1,4 +1,5 @@
-// glview: shows models in a window, or draws them to a file without a display.
+// glview: shows models in a window, or draws them to a file without a display. Shows how a larger host
+// separates its parts: the toolkit (Window), the actions of the user (Viewing), and the scene (shared/model).
 
 #include <gllib/GLLibHost.h>
 
@@ -31,8 +32,8 @@ std::shared_ptr<const Model> LoadWithProgressLine(const Options& aOptions) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  GLKeepFreedMemory();  // Mesa's software renderer frees memory in every frame
-  if (const auto status = RunReader(argc, argv)) return *status;
+  GLKeepFreedMemory();    // Mesa's software renderer frees memory in every frame
+  RunReader(argc, argv);  // does not return in the process that reads a model
   try {
     const Options options = ParseOptions(argc, argv);
     if (options.help) {

@@ -29,7 +29,7 @@ void SceneArea::ListenToWidget() {
                              GConnectFlags aFlags) {
     g_signal_connect_data(m_widget, aSignal, G_CALLBACK(aHandler), this, nullptr, aFlags);
   };
-  // The two signals come after GTK has created the window and before it destroys it.
+  // OnRealize runs after GTK has created the widget's window, OnUnrealize before GTK destroys it.
   listen(
       "realize", [](GtkWidget*, SceneArea* aSelf) { aSelf->OnRealize(); }, G_CONNECT_AFTER);
   listen(
@@ -48,7 +48,7 @@ void SceneArea::ListenToPointer() {
   gtk_widget_add_events(m_widget, GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_POINTER_MOTION_MASK |
                                       GDK_SCROLL_MASK | GDK_SMOOTH_SCROLL_MASK);
   const auto press = +[](GtkWidget*, GdkEventButton* aEvent, SceneArea* aSelf) -> gboolean {
-    if (aEvent->type != GDK_BUTTON_PRESS) return TRUE;  // second click of a double click, already handled
+    if (aEvent->type != GDK_BUTTON_PRESS) return TRUE;  // double clicks are reported in addition
     const auto kind =
         Dragging::KindOf(aEvent->button == GDK_BUTTON_PRIMARY, (aEvent->state & GDK_SHIFT_MASK) != 0,
                          (aEvent->state & GDK_CONTROL_MASK) != 0);

@@ -1,5 +1,5 @@
-# glview.exe: the same viewer with a native window and small readers of OBJ and STL files. The module is in the same
-# folder.
+# glview.exe: the same viewer with a native window and small readers of OBJ and STL files. The build copies the module into
+# its folder.
 
 file(GLOB GLVIEW_SOURCES CONFIGURE_DEPENDS glview/*.cpp glview/windows/*.cpp shared/model/*.cpp shared/model/plain/*.cpp
      shared/Picture.cpp)

@@ -6,4 +6,4 @@ Model LoadModelWithin(const ReadLimits&, const std::string& aPath, const ReadPro
   return LoadModel(aPath, aProgress);
 }
 
-std::optional<int> RunReader(int, const char* const*) { return std::nullopt; }
+void RunReader(int, const char* const*) {}

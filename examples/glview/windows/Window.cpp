@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Keys without a printed character, and the characters that represent them.
+/// Keys whose codes are not characters, and the characters that represent them.
 const std::map<WPARAM, char> kNamedKeys = {{VK_UP, '^'},        {VK_DOWN, 'v'},     {VK_LEFT, '<'},
                                            {VK_RIGHT, '>'},     {VK_SUBTRACT, '-'}, {VK_ADD, '+'},
                                            {VK_OEM_MINUS, '-'}, {VK_OEM_PLUS, '+'}};

@@ -46,7 +46,7 @@ void Dragging::Move(double aX, double aY) {
       std::exchange(m_moved, m_moved || std::hypot(m_x - m_startX, m_y - m_startY) > kClickSlack);
   if (!m_moved) return;
   if (m_kind != Kind::Turn && m_kind != Kind::Pan) return m_scene.ShowBand(Spanned());
-  // The view where the drag began decides its effect.
+  // The drag acts on the view in which it began.
   const GLPixelPlace start = {m_startX, m_startY};
   if (!m_pivot) m_pivot = m_scene.PointUnder(static_cast<int>(m_startX), static_cast<int>(m_startY));
   if (m_kind == Kind::Turn) {

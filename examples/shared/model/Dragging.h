@@ -1,5 +1,5 @@
-// Dragging: pointer actions in a scene. Drags turn, pan or span a box; a click or a box picks. The host
-// passes the events of its toolkit. Host's thread only.
+// Dragging: pointer actions in a scene. A drag turns, pans, spans a box or moves the section's slider; a
+// click or a box picks. The host passes the events of its toolkit. Host's thread only.
 
 #pragma once
 
@@ -16,7 +16,7 @@ class Dragging {
 
   explicit Dragging(Scene& aScene) : m_scene(aScene) {}
 
-  /// Begins a drag at the pointer, unless a drag is running.
+  /// Begins a drag at the pointer, unless a drag is running. On the slider it drags the slider.
   void Press(Kind aKind);
   /// Zooms about the point under the pointer.
   /// @param aUp steps of the wheel, positive away from the user
@@ -29,14 +29,14 @@ class Dragging {
 
  private:
   PixelBox Spanned() const;
-  /// Returns the point of the model to zoom to. It stays the last one while that is still under the pointer.
+  /// Returns the point to zoom about: the last one while it is still under the pointer, else a new one.
   GLDATA_POINT PointUnderPointer();
 
   Scene& m_scene;
   Kind m_kind = Kind::Idle;
-  double m_startX = 0, m_startY = 0;     // start of the drag
+  double m_startX = 0, m_startY = 0;     // pointer at the start of the drag
   double m_x = 0, m_y = 0;               // pointer
-  bool m_moved = false;                  // farther than in a click
+  bool m_moved = false;                  // the pointer has moved farther than a click allows
   std::optional<GLDATA_POINT> m_pivot;   // point of the model where the drag began
-  std::optional<GLDATA_POINT> m_zoomed;  // last point that the wheel zoomed to
+  std::optional<GLDATA_POINT> m_zoomed;  // last point that the wheel zoomed about
 };

@@ -1,5 +1,5 @@
-// FrameClock: measures frames, from the start of the first viewer to the end of the last one. The draw thread
-// starts and stops it; the host's thread reads it.
+// FrameClock: measures how long a frame draws the model, from the first viewer to the end of the last one.
+// The draw thread starts and stops it; the host's thread reads it.
 
 #pragma once
 

@@ -9,6 +9,7 @@
 
 #include "shared/Picture.h"
 
+/// Copies a picture to a new pixmap. @return null if memory is short
 GLPtr<IGLPixmap> PixmapOf(const Picture& aPicture);
 
 /// Reads a PNG or bitmap file. @return null if the file cannot be read

@@ -8,9 +8,9 @@
 
 #include "shared/model/ImageFile.h"
 
-// Layout of the block: magic number; name; images, each with size and pixels; parts, in the order of their
-// members. A text or an array starts with the number of its elements. A part refers to its image by position,
-// from 1; 0 is none.
+// Layout of the block: magic number; name; number of images; the images, each with width, height and pixels;
+// number of parts; the parts, each with name, surface, vertices, colours, texture coordinates, triangles and
+// the position of its image (from 1; 0 for none). A text or an array starts with the number of its elements.
 
 namespace {
 

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr std::size_t kTrianglesAList = 20000;
-constexpr auto kTimeAFrame = std::chrono::milliseconds(50);
+constexpr std::size_t kTrianglesPerList = 20000;
+constexpr auto kTimePerFrame = std::chrono::milliseconds(50);  // for compilation
 
 void EmitVertex(IGLCanvas& aCanvas, const Vertex& aVertex) {
   aCanvas.SetVertexNormal3f(aVertex.normal[0], aVertex.normal[1], aVertex.normal[2]);
@@ -70,8 +70,9 @@ ModelLists::ModelLists(const Model& aModel) {
 }
 
 void ModelLists::AddSteps(const Part& aPart, Coloring aColoring) {
-  for (std::size_t first = 0; first < aPart.triangles.size(); first += kTrianglesAList) {
-    m_steps.push_back({&aPart, first, std::min(first + kTrianglesAList, aPart.triangles.size()), aColoring});
+  for (std::size_t first = 0; first < aPart.triangles.size(); first += kTrianglesPerList) {
+    m_steps.push_back(
+        {&aPart, first, std::min(first + kTrianglesPerList, aPart.triangles.size()), aColoring});
   }
 }
 
@@ -79,7 +80,7 @@ float ModelLists::Compile(IGLCanvas& aCanvas, bool aEverything) {
   LONG valid = 0;
   if (m_done > 0) aCanvas.IsCompiledList(m_first, &valid);
   if (valid == 0) Forget();  // a new rendering context: the old lists no longer exist
-  const auto end = std::chrono::steady_clock::now() + kTimeAFrame;
+  const auto end = std::chrono::steady_clock::now() + kTimePerFrame;
   while (m_done < m_steps.size() && (aEverything || std::chrono::steady_clock::now() < end)) {
     const Step& step = m_steps[m_done];
     const int key = CompileTriangles(aCanvas, *step.part, step.first, step.last, step.coloring);

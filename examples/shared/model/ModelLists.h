@@ -1,6 +1,6 @@
 // ModelLists: the display lists, materials and textures of a model in a rendering context. Large models are
-// compiled in steps, so that no frame takes long. The host's thread constructs it; then only the draw thread
-// uses it.
+// compiled in steps, so that no frame takes long. The host's thread constructs the object; after that only
+// the draw thread uses it.
 
 #pragma once
 

@@ -73,8 +73,7 @@ HRESULT ModelPainter::Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* 
     DrawModel(*aCanvas, *aContext, *aViewer, look);
   }
   glDisable(kSectionPlane);
-  // Drawn after the model: points under a pixel are read from the depth buffer, and an overlay writes no
-  // depth.
+  // An overlay writes no depth, so GLViewing::PointUnder still finds the points of the model.
   if (pass != GLPassKind::Selection) m_measure.Draw(*aCanvas, *aContext, m_viewing->Scale());
   return S_OK;
 }
@@ -186,7 +185,7 @@ void ModelPainter::DrawShaded(IGLCanvas& aCanvas, IGLContext& aContext, const Lo
   }
 }
 
-// Beginning a textured face loads the image. Ended without vertices, it draws nothing.
+// BeginDraw loads the image into GL's current texture. A face without vertices draws nothing.
 void ModelPainter::DrawTextured(IGLCanvas& aCanvas, IGLContext& aContext, const Part& aPart) {
   IGLTexture2D& texture = *m_shown->lists.Texture(aPart);
   const auto enable = GLPtr<IGLCanvas>::FromBorrowed(&aCanvas).As<IGLCanvas14_4>();
@@ -218,7 +217,7 @@ void ModelPainter::DrawTransparent(IGLCanvas& aCanvas, IGLViewer& aViewer, const
   ApplyMode(aCanvas, kFaces, kMarkColor);
   const Part* current = nullptr;
   for (const Pane* pane : m_shown->order) {
-    if (pane->part != current) {  // a material cannot change inside BeginDraw... and EndDrawVertices
+    if (pane->part != current) {  // a material cannot change between BeginDraw... and EndDrawVertices
       if (current != nullptr) aCanvas.EndDrawVertices();
       current = pane->part;
       aCanvas.SetMaterial(m_shown->lists.Material(*current));

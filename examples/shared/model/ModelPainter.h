@@ -20,13 +20,13 @@
 
 class ModelPainter final : public GLPainterBase {
  public:
-  /// @param aClock    started at the start of a frame; must outlive the painter
+  /// @param aClock    started when a frame begins to draw the model; must outlive the painter
   /// @param aProgress receives the progress of compiling a large model; must outlive the painter
   /// @param aMeasure  drawn over the model; must outlive the painter
-  /// @param aViewing  gives the kind of pass: a capture shows the whole model
+  /// @param aViewing  returns the kind of the running pass
   ModelPainter(FrameClock& aClock, Progress& aProgress, Measuring& aMeasure, GLPtr<GLViewing> aViewing);
 
-  /// Sets the model to draw from the next frame on. No part of it is marked.
+  /// Sets the model to draw from the next frame on, with no part marked.
   void SetModel(std::shared_ptr<const Model> aModel);
   /// Allows frames that show the compiled part of a large model while the rest is compiled.
   void CompileInSteps() { m_stepwise = true; }
@@ -77,7 +77,7 @@ class ModelPainter final : public GLPainterBase {
   void DrawPoints(IGLCanvas& aCanvas, const Look& aLook);
   /// Draws a part's list with the part's image, in the current colour.
   void DrawTextured(IGLCanvas& aCanvas, IGLContext& aContext, const Part& aPart);
-  /// Applies a mode with a colour. Sets the full state each time, because overlays change it.
+  /// Applies a mode with a colour. Sends all attributes to GL each time, because overlays change GL's state.
   void ApplyMode(IGLCanvas& aCanvas, int aMode, const GLDATA_RGBA& aColor);
 
   FrameClock& m_clock;
@@ -85,7 +85,7 @@ class ModelPainter final : public GLPainterBase {
   Measuring& m_measure;
   const GLPtr<GLViewing> m_viewing;
   std::atomic<bool> m_stepwise{false};
-  std::mutex m_lock;  // guards the settings of the host's thread
+  std::mutex m_lock;  // guards m_look and m_next
   Look m_look;
   std::unique_ptr<Shown> m_next;   // set by SetModel, taken by the next frame
   std::unique_ptr<Shown> m_shown;  // draw thread only

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kTextHeight = -13;  // font height in pixels, as for a device font
+constexpr int kTextHeight = -13;  // below 0: the character height in pixels, see CreateRasterFont
 constexpr std::uint16_t kDashes = 0x0F0F;
 constexpr GLDATA_RGBA kFillColor{1.0f, 0.55f, 0.1f, 0.15f};
 constexpr GLDATA_RGBA kEdgeColor{1.0f, 0.55f, 0.1f, 1.0f};
@@ -102,7 +102,7 @@ void Overlay::DrawSlider(const Section& aSection) {
   const auto channel = [&](int aAxis) { return aAxis == aSection.axis ? 1.0f : 0.4f; };
   GLDATA_RGBA faint = kLabelColor;
   faint.m_fAlpha = 0.3f;
-  const GLDATA_RGBA axis{channel(0), channel(1), channel(2), 1.0f};  // same colour as in the axes figure
+  const GLDATA_RGBA axis{channel(0), channel(1), channel(2), 1.0f};  // same hue as in the axes figure
   bar(slider.left, slider.top, slider.right, slider.bottom, faint);
   bar(slider.left, at, slider.right, slider.bottom, axis);
   bar(slider.left - 5, at - 3, slider.right + 5, at + 3, kLabelColor);

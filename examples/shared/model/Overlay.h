@@ -1,5 +1,6 @@
-// Overlay: a gauge that draws the rubber band, a line of text and a progress bar over a view. A viewer with a
-// gauge also shows its axes. The host's thread changes it; Draw runs on the context's draw thread.
+// Overlay: a gauge that draws the rubber band, a line of text, a progress bar and the section's slider over a
+// view. A viewer draws its axes figure only if it draws a gauge or a clip frame. The host's thread changes
+// the overlay; Draw runs on the context's draw thread.
 
 #pragma once
 
@@ -20,7 +21,7 @@ struct Band {
 
 class Overlay final : public GLViewerGaugeBase {
  public:
-  /// @param aViewing gives the size of the picture
+  /// @param aViewing returns the scale of the running pass
   /// @param aClock stopped at the end of the view; null if the view is not the last one drawn
   /// @param aProgress shown while it is active; null for a view without a bar
   Overlay(GLPtr<GLViewing> aViewing, FrameClock* aClock, const Progress* aProgress);

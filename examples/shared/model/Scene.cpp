@@ -11,7 +11,7 @@ namespace {
 
 constexpr GLDATA_RGBA kAmbient{0.22f, 0.22f, 0.25f, 1.0f};
 constexpr GLDATA_RGBA kFrame{0.35f, 0.38f, 0.44f, 1.0f};
-constexpr float kFrameOffset = 0.006f;  // moves the clip frame inside by a pixel, so that all edges show
+constexpr float kFrameOffset = 0.006f;  // share of half a view: a few pixels, so that all edges show
 constexpr double kDegree = std::numbers::pi / 180;
 constexpr ULONG kLongestWait = 1000;   // ms between frames if nothing changes
 constexpr double kFieldOfView = 30.0;  // degrees, along the shorter side

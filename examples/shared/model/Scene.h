@@ -1,5 +1,5 @@
-// Scene: a model in a context, with views, lights, fog and picking. glview's window and its pictures without
-// a display both use it. Host's thread only.
+// Scene: a model in a context, with views, lights, fog and picking. glview and the toolkit hosts use it.
+// Host's thread only.
 
 #pragma once
 
@@ -23,8 +23,8 @@
 
 class Scene {
  public:
-  /// Creates a context in a window.
-  /// @param aParent id of the parent window; 0 without a display
+  /// Creates a context in a window, with initial settings.
+  /// @param aParent handle of the parent window; 0 without a display
   /// @throws std::runtime_error if no context can be created
   Scene(std::shared_ptr<const Model> aModel, const SceneOptions& aOptions, ULONG_PTR aParent);
   Scene(const Scene&) = delete;
@@ -36,10 +36,13 @@ class Scene {
   void ShowReading(float aShare);
   /// Moves to another window, for toolkits that recreate the window of a widget.
   void MoveTo(ULONG_PTR aParent);
-  /// Draws only after changes, not continuously.
+  /// Draws after changes and once per second, not continuously.
   void DrawOnRequest();
+  /// Requests a frame.
   void Redraw();
+  /// Sets the size of the window, in pixels. The host calls it after each change.
   void SetSize(int aWidth, int aHeight);
+  /// @param aCount 1 or 4
   void SetViews(int aCount);
   /// Adds a gauge to the view that is drawn last. When it draws, the frame is complete except for the axes.
   void AddGauge(IGLViewerGauge& aGauge) { m_views.front().viewer->AddGauge(&aGauge); }
@@ -102,6 +105,7 @@ class Scene {
   void ShowBand(const std::optional<PixelBox>& aBox);
   /// Returns the parts that a click or box hits, each once.
   std::vector<ULONG> Pick(const PixelBox& aBox);
+  /// Draws these parts in the mark colour, and no others.
   void Mark(const std::vector<ULONG>& aIds);
   /// Returns the names of parts.
   std::vector<std::string> NamesOf(const std::vector<ULONG>& aIds) const;
@@ -140,7 +144,7 @@ class Scene {
   Progress m_progress;
   Measuring m_measure;
   const double m_yaw, m_pitch;  // initial angles of the free view, radians
-  GLPtr<IGLContext> m_context;  // destroyed, with its draw thread, after the members below
+  GLPtr<IGLContext> m_context;  // its end stops the draw thread, which uses the members above
   GLPtr<IGLContext2> m_control;
   GLPtr<ModelPainter> m_painter;
   GLPtr<GLViewing> m_viewing;

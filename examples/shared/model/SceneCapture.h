@@ -19,12 +19,12 @@ class SceneCapture {
   SceneCapture(GLViewing& aViewing, int aZoom, const GLDATA_RGBA& aBackground);
 
   /// Returns whether a requested picture has not been taken yet.
-  bool IsAsked() const { return m_taken.valid(); }
-  /// Waits at most aPatience. @return true if Take would not wait
-  bool IsThere(std::chrono::milliseconds aPatience) const {
+  bool IsPending() const { return m_taken.valid(); }
+  /// Waits at most aPatience. @return whether Take would return at once
+  bool IsReady(std::chrono::milliseconds aPatience) const {
     return m_taken.wait_for(aPatience) == std::future_status::ready;
   }
-  /// Waits for the picture. @return no value if the capture fails, for example for lack of memory
+  /// Waits for the picture. @return no value if the capture fails, for example because memory is short
   std::optional<Picture> Take();
 
  private:

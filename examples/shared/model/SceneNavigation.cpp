@@ -1,5 +1,5 @@
-// Scene: navigation. Each view moves independently. The points that it turns and zooms about are read from
-// the depth buffer. Host's thread.
+// Scene: navigation. Each view moves independently. The points to turn and zoom about are read from the depth
+// buffer. Host's thread.
 
 #include <cmath>
 

@@ -25,9 +25,9 @@ struct SceneOptions {
   bool text = false;
   bool fog = false;
   GLDATA_RGBA background{0.13f, 0.15f, 0.19f, 1.0f};
-  int samples = 1;  ///< most samples per pixel of the window; above 1 smooths edges
+  int samples = 1;  ///< maximum number of samples per pixel of the window; above 1 smooths edges
   Shade shade = Shade::Shaded;
-  double yaw = 30;    ///< degrees
-  double pitch = 15;  ///< degrees
+  double yaw = 30;    ///< of the free view, in degrees
+  double pitch = 15;  ///< of the free view, in degrees
   Section section;
 };

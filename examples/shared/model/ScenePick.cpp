@@ -37,7 +37,7 @@ std::vector<ULONG> Scene::Pick(const PixelBox& aBox) {
   const double shift = aBox.point ? kMiddle : 0;
   GLDATA_POINT from = geometry.SelectPoint({aBox.x1 + shift, aBox.y1 + shift});
   GLDATA_POINT to = geometry.SelectPoint({aBox.x2 + shift, aBox.y2 + shift});
-  // One record for each part, and one for objects without an identifier.
+  // One hit for each part, and one for objects without an identifier.
   int count = static_cast<int>(m_model->parts.size()) + 1;
   std::vector<ULONG> ids(static_cast<std::size_t>(count));
   if (FAILED(m_context->Select(view.viewer, &from, &to, aBox.point ? 1 : 0, aBox.inside ? 1 : 0, &count,

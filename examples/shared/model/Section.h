@@ -9,7 +9,7 @@
 
 struct Section {
   int axis = -1;       ///< 0 to 2: the plane is perpendicular to x, y or z; -1: no section
-  double share = 0.5;  ///< position from one end of the model to the other; the part beyond it is cut off
+  double share = 0.5;  ///< from 0 to 1 over the bounding sphere; the part beyond it is cut off
 
   bool IsOn() const { return axis >= 0; }
 
@@ -27,6 +27,7 @@ struct Section {
 struct SectionSlider {
   double left, right, top, bottom;
 
+  /// Returns the slider in a view of this size.
   static SectionSlider In(double aWidth, double aHeight) {
     return {aWidth - 22, aWidth - 12, 24, std::max(aHeight - 24, 25.0)};
   }
@@ -34,6 +35,8 @@ struct SectionSlider {
     constexpr double kRoom = 8;  // margin for the pointer, in pixels
     return aX > left - kRoom && aX < right + kRoom && aY > top - kRoom && aY < bottom + kRoom;
   }
+  /// Returns the y of a share.
   double HeightOf(double aShare) const { return bottom - aShare * (bottom - top); }
+  /// Returns the share at a y, limited to 0 to 1.
   double ShareAt(double aY) const { return std::clamp((bottom - aY) / (bottom - top), 0.0, 1.0); }
 };

@@ -18,14 +18,14 @@ namespace {
 /// Forwards the importer's progress.
 class ImportProgress final : public Assimp::ProgressHandler {
  public:
-  explicit ImportProgress(const ReadProgress& aTold) : m_told(aTold) {}
+  explicit ImportProgress(const ReadProgress& aProgress) : m_progress(aProgress) {}
   bool Update(float aFraction) override {
-    if (m_told) m_told(std::clamp(aFraction, 0.0f, 1.0f));
+    if (m_progress) m_progress(std::clamp(aFraction, 0.0f, 1.0f));
     return true;
   }
 
  private:
-  const ReadProgress& m_told;
+  const ReadProgress& m_progress;
 };
 
 GLDATA_RGBA ColorOf(const aiColor4D& aColor) { return {aColor.r, aColor.g, aColor.b, aColor.a}; }

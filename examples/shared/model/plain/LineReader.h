@@ -14,17 +14,18 @@ class LineReader {
  public:
   explicit LineReader(std::istream& aFile) : m_file(aFile) {}
 
-  /// Goes to the next line. A backslash at the end of a line joins the next one. @return false at the end
+  /// Reads the next line. A backslash at the end of a line appends the line after it. @return false at the
+  /// end
   bool Next() {
     m_at = 0;
     m_line.clear();
     for (std::string piece; std::getline(m_file, piece);) {
       ++m_number;
       if (piece.ends_with('\r')) piece.pop_back();
-      const bool goesOn = piece.ends_with('\\');
-      if (goesOn) piece.back() = ' ';
+      const bool continues = piece.ends_with('\\');
+      if (continues) piece.back() = ' ';
       m_line += piece;
-      if (!goesOn) return true;
+      if (!continues) return true;
     }
     return !m_line.empty();
   }
@@ -49,7 +50,7 @@ class LineReader {
     const std::string_view word = Word();
     float value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    if (error != std::errc{} || end != word.data() + word.size()) Fail("no number");
+    if (error != std::errc{} || end != word.data() + word.size()) Fail("not a number");
     return value;
   }
 
@@ -57,7 +58,6 @@ class LineReader {
   [[noreturn]] void Fail(const std::string& aReason) const {
     throw ModelError(aReason + " in line " + std::to_string(m_number));
   }
-  std::size_t LineNumber() const { return m_number; }
 
  private:
   std::istream& m_file;

@@ -76,13 +76,13 @@ class Reader {
     return {x, y, m_line.Number()};
   }
 
-  /// Returns the position for an index. Indices count from 1; negative ones from the end. kNone for an empty
-  /// text.
+  /// Returns the position for an index. Indices count from 1; negative ones count from the end.
+  /// @return kNone for an empty text
   std::size_t Index(std::string_view aText, std::size_t aCount) const {
     if (aText.empty()) return kNone;
     long long number = 0;
     const auto [end, error] = std::from_chars(aText.data(), aText.data() + aText.size(), number);
-    if (error != std::errc{} || end != aText.data() + aText.size()) m_line.Fail("no number");
+    if (error != std::errc{} || end != aText.data() + aText.size()) m_line.Fail("not a number");
     const auto count = static_cast<long long>(aCount);
     if (number == 0 || number > count || number < -count) m_line.Fail("a face has an index out of range");
     return static_cast<std::size_t>(number > 0 ? number - 1 : count + number);

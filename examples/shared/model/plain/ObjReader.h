@@ -8,8 +8,8 @@
 
 #include "shared/model/Model.h"
 
-/// Reads a model. Each object or group and each material in it becomes one part. Corners without a normal get
-/// a smooth one, from the faces of the part that meet there. Polygons must be convex.
+/// Reads a model. The faces of one object or group with one material become one part. Corners without a
+/// normal get a smooth one, from the faces of the part that meet there. Polygons must be convex.
 /// @param aFolder folder of the material files and images
 /// @throws ModelError with the line number, and any exception of aProgress
 std::vector<Part> ReadObj(std::istream& aFile, const std::filesystem::path& aFolder,

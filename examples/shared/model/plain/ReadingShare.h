@@ -8,7 +8,7 @@
 
 class ReadingShare {
  public:
-  ReadingShare(std::istream& aFile, const ReadProgress& aTold) : m_file(aFile), m_told(aTold) {
+  ReadingShare(std::istream& aFile, const ReadProgress& aProgress) : m_file(aFile), m_progress(aProgress) {
     m_file.seekg(0, std::ios::end);
     m_size = m_file.tellg();
     m_file.seekg(0);
@@ -19,14 +19,14 @@ class ReadingShare {
 
   /// Must be called for each line or facet.
   void Step() {
-    constexpr unsigned kStepsATell = 4096;
-    if (m_told && ++m_steps % kStepsATell == 0 && m_size > 0)
-      m_told(static_cast<float>(m_file.tellg()) / static_cast<float>(m_size));
+    constexpr unsigned kStepsPerReport = 4096;
+    if (m_progress && ++m_steps % kStepsPerReport == 0 && m_size > 0)
+      m_progress(static_cast<float>(m_file.tellg()) / static_cast<float>(m_size));
   }
 
  private:
   std::istream& m_file;
-  const ReadProgress& m_told;
+  const ReadProgress& m_progress;
   std::streamoff m_size = 0;
   unsigned m_steps = 0;
 };
