@@ -1,6 +1,6 @@
 // CanvasBenchmark: draws vertices through the canvas and by plain GL. Both draw the same 100,000 triangles,
-// in immediate mode and from a list, and the same strips from a list, inside a painter on the draw thread of
-// one context.
+// in immediate mode and from a list, and the same strips from a list. Both run inside a painter on the draw
+// thread of a context.
 
 #include <benchmark/benchmark.h>
 
@@ -62,7 +62,7 @@ void ImmediatePlainGL(benchmark::State& aState) {
   TimedStage().Measure(aState, [](IGLCanvas&) { DrawPlain(); });
 }
 
-/// Strips of aVertices vertices, 160,000 vertices together.
+/// Draws strips of aVertices vertices each, with 160,000 vertices in total.
 template <class Begin, class Vertex, class End>
 void DrawStrips(int aVertices, Begin aBegin, Vertex aVertex, End aEnd) {
   constexpr int kVertices = 160'000;

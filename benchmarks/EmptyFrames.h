@@ -30,8 +30,9 @@ class FrameCounter : public GLCaptureBase {
   HRESULT GetRectangle(int*, int*, int*, int*) noexcept override { return E_FAIL; }
   HRESULT OnData(LONG) noexcept override { return S_OK; }
 
-  /// Waits for aFrames further frames. @param aBring called after the count has started
-  /// @return processor seconds that the draw thread uses until the last of them
+  /// Waits for aFrames further frames.
+  /// @param aBring called after the count has started; requests the frames
+  /// @return CPU time of the draw thread from its start to the last of them, in seconds
   template <class Bring>
   double Await(int aFrames, Bring aBring) {
     std::unique_lock lock(m_Lock);
@@ -76,7 +77,7 @@ class EmptyFrames {
   }
   ~EmptyFrames() { m_Context->DetachCapture(); }
 
-  /// Measures wall-clock time of aFrames frames per iteration.
+  /// Measures the wall-clock time per frame, over aFrames frames in each iteration.
   void Measure(benchmark::State& aState, int aFrames) {
     for (auto _ : aState) {
       const auto start = std::chrono::steady_clock::now();
@@ -85,7 +86,7 @@ class EmptyFrames {
       aState.SetIterationTime(took.count() / aFrames);
     }
   }
-  /// Measures processor time of the draw thread, which excludes its pauses.
+  /// Measures the draw thread's CPU time per frame, which excludes its pauses.
   void MeasureProcessor(benchmark::State& aState, int aFrames) {
     double before = m_Counter->Await(1);
     for (auto _ : aState) {

@@ -1,6 +1,6 @@
 // FrameBenchmark: compares an empty frame of a context with a clear and swap on a surface of the same kind
-// and size. With more viewers it compares with the GL calls of their passes. It also compares the time from a
-// trigger to the end of the swap with the drawing itself, on the same thread and on a thread that is woken.
+// and size, and with the GL calls of the viewers' passes. It also compares the time from a trigger to the end
+// of the swap with the drawing itself, on the same thread and on a thread that is woken.
 
 #include <benchmark/benchmark.h>
 #include <gllib/GLLibHost.h>

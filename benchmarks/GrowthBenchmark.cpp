@@ -41,7 +41,7 @@ void GrowthOfText(benchmark::State& aState) {
   });
 }
 
-/// Measures one frame of all contexts, each triggered by the host.
+/// Measures the time until every context has drawn one frame. Their draw threads cycle without a pause.
 void GrowthOfContexts(benchmark::State& aState) {
   std::vector<std::unique_ptr<TimedStage>> stages;
   for (int i = 0; i < aState.range(0); ++i) stages.push_back(std::make_unique<TimedStage>());
@@ -96,7 +96,7 @@ struct ControlledContext {
 void GrowthOfIdentifiers(benchmark::State& aState) {
   const auto count = static_cast<int>(aState.range(0));
   ControlledContext stage(128, GLMake<BarPainter>(count).Get());
-  stage.m_pViewer->Show(0);  // hidden, so that the time contains no frame
+  stage.m_pViewer->Show(0);  // hidden, so that the time contains no frame of the painter
   std::vector<ULONG> ids(static_cast<std::size_t>(count));
   for (auto _ : aState) {
     GLDATA_POINT first{-1, -1, 0}, second{1, 1, 0};

@@ -35,7 +35,7 @@ struct Model {
       aBegin();
       const float x = -1.0f + cell * static_cast<float>(id % side);
       const float y = -1.0f + cell * static_cast<float>(id / side);
-      // Patches are ordered in rows, like those of real models.
+      // The triangles of a patch run from bottom to top, because neighbours follow each other in real models.
       const int count = m_nTriangles / m_nIdentifiers;
       for (int i = 0; i < count; ++i) {
         const float up = y + cell * static_cast<float>(i) / static_cast<float>(count);

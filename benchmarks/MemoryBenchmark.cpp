@@ -1,7 +1,6 @@
 // MemoryBenchmark: page faults and time of frames with and without GLKeepFreedMemory, and the memory of a
-// large list that the canvas divides into runs, beside one plain list. The limit of each row is its peer.
-// Each measurement runs in a child process, because the allocator's settings and its free memory stay in a
-// process.
+// large list that the canvas divides into runs, beside one plain list. Each measurement runs in a child
+// process, because the allocator keeps its settings and its free memory until the process ends.
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -22,7 +21,7 @@ constexpr int kFrames = 40;
 
 using Results = std::array<double, 3>;
 
-/// Runs aWork in a child process, which must be the first to initialise GL. @return its results
+/// Runs aWork in a child process. This process must not have initialised GL before. @return its results
 template <class Work>
 Results InChild(const Work& aWork) {
   Results results{};
@@ -41,7 +40,7 @@ Results InChild(const Work& aWork) {
   return results;
 }
 
-/// Small triangles in rows that fill the view. aName is called before each group of aGroup triangles.
+/// Draws small triangles in rows that fill the view. Calls aName before each group of aGroup triangles.
 template <class Name, class Begin, class Vertex, class End>
 void DrawField(int aTriangles, int aGroup, Name aName, Begin aBegin, Vertex aVertex, End aEnd) {
   const auto side = static_cast<int>(std::sqrt(aTriangles));
@@ -86,8 +85,8 @@ double ResidentMiB() {
   return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
-/// Draws frames of 69,000 triangles from a list. @return per frame: seconds, page faults, seconds inside the
-/// system
+/// Draws frames of 69,000 triangles from a list.
+/// @return per frame: seconds, page faults, seconds of CPU time inside the system
 Results DrawFrames(bool aKeep) {
   if (aKeep) GLKeepFreedMemory();
   TimedStage stage;
@@ -125,7 +124,8 @@ void MeasureFrames(benchmark::State& aState, bool aKeep) {
 void FrameWithDefaultAllocator(benchmark::State& aState) { MeasureFrames(aState, false); }
 void FrameWithKeptMemory(benchmark::State& aState) { MeasureFrames(aState, true); }
 
-/// Compiles and draws a list of 10^6 triangles. @return MiB of resident memory that the process needs for it
+/// Compiles and draws a list of 10^6 triangles.
+/// @return MiB of resident memory that this adds: after compilation, and after the first drawing
 Results ListMemory(bool aPlain, int aGroup) {
   constexpr int kTriangles = 1'000'000;
   TimedStage stage;

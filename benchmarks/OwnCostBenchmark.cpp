@@ -10,7 +10,7 @@
 #define GL_CALL(result, name, parameters, arguments) \
   extern "C" result APIENTRY name parameters { return result(); }
 #include "support/GLCalls.inc"
-// The functions of the component that the recorder of the tests leaves out.
+// The GL functions that the component calls and that the tests' recorder leaves out.
 // clang-format off
 GL_CALL(void, glBitmap, (GLsizei width, GLsizei height, GLfloat xorig, GLfloat yorig, GLfloat xmove, GLfloat ymove, const GLubyte* bitmap), (width, height, xorig, yorig, xmove, ymove, bitmap))
 GL_CALL(void, glClear, (GLbitfield mask), (mask))

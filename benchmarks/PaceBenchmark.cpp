@@ -1,6 +1,6 @@
-// PaceBenchmark: how long a host waits for its draw thread. It measures picks under the mouse without frames,
-// during frames, and during the pauses of a free-running thread. It also measures from attaching a painter to
-// the end of its first frame, compared with that frame.
+// PaceBenchmark: measures how long a host waits for its draw thread. Picks run without frames, beside frames
+// that the host triggers, and beside a free-running thread. It also measures the time from the attachment of
+// a painter to the end of its first frame, compared with that frame.
 
 #include <benchmark/benchmark.h>
 #include <gllib/GLLibHost.h>
@@ -31,7 +31,7 @@ double Median(std::vector<double>& aTimes) {
   return *middle;
 }
 
-/// Draws a hundred squares with identifiers. In a frame it takes at least a given time.
+/// Draws a hundred squares with identifiers. Its call in a frame takes at least a given time.
 class SquaresPainter : public GLPainterBase {
  public:
   explicit SquaresPainter(Clock::duration aFrame) : m_Frame(aFrame) {}

@@ -1,5 +1,5 @@
 // PlainContext: a rendering context without a window, unknown to the component, for benchmarks and for the
-// pictures of tests. Current on the thread that makes it, from construction to the end.
+// pictures of tests. It is current on the thread that creates it, until its end.
 
 #pragma once
 
@@ -16,7 +16,7 @@
 class PlainContext {
  public:
   explicit PlainContext(int aWidth = 512, int aHeight = 512) {
-    // The driver shares one display per process: it is left initialised for the others.
+    // All users of the surfaceless display in a process share it, so the destructor does not terminate it.
     m_Display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
     const EGLint size[] = {EGL_WIDTH, aWidth, EGL_HEIGHT, aHeight, EGL_NONE};
     EGLConfig config = nullptr;
@@ -41,8 +41,8 @@ class PlainContext {
   PlainContext& operator=(const PlainContext&) = delete;
 
  private:
-  /// The first one of 8 bits per colour and no alpha, with 32 bits of depth, or else 24. It is looked for one
-  /// by one, as EGL's own choice prefers colours of 10 bits.
+  /// Returns the first format with 8 bits per colour, without alpha and multisampling, and with a depth of 32
+  /// bits, else 24; null if there is none. eglChooseConfig would prefer colours of 10 bits.
   EGLConfig FindConfig() const {
     EGLConfig configs[512];
     EGLint count = 0;

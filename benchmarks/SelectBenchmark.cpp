@@ -1,6 +1,6 @@
 // SelectBenchmark: compares a selection through a context with the same pass in GL's selection mode. The
 // model has 100,000 triangles under 1,000 identifiers, in immediate mode and in a list. It also measures how
-// the cost grows with the capacity.
+// the cost grows with the capacity of the host's array.
 
 #include <benchmark/benchmark.h>
 #include <gllib/GLLibHost.h>
@@ -41,7 +41,7 @@ void DrawPlain() {
 
 /// The source of the painter's geometry.
 enum class Source { kImmediate, kList };
-/// The start of the draw thread's cycles.
+/// How the draw thread begins its cycles: in a fixed period, or when it is triggered.
 enum class Cycle { kFree, kControlled };
 
 class ScenePainter : public GLPainterBase {

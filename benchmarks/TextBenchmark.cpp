@@ -107,7 +107,7 @@ void FreeTypeAlone(benchmark::State& aState) {
   FT_Done_FreeType(library);
 }
 
-// Kinds: 0 system, 1 raster, 2 outlines, 3 atlas.
+// Kinds: 0 system, 1 raster, 2 TrueType, 3 internal.
 BENCHMARK(Print)->ArgName("kind")->DenseRange(0, 3);
 BENCHMARK(BareCallLists)->ArgName("kind")->DenseRange(0, 3);
 BENCHMARK(Build)->ArgName("kind")->DenseRange(0, 3)->Unit(benchmark::kMicrosecond);

@@ -1,5 +1,5 @@
-// TimedStage: a context whose painter measures pieces of drawing on its draw thread. One benchmark thread at
-// a time.
+// TimedStage: a context whose painter measures pieces of drawing on its draw thread. Used by one thread at a
+// time.
 
 #pragma once
 
@@ -47,7 +47,8 @@ class TimedPainter : public GLPainterBase {
   double m_dSeconds = 0;
 };
 
-/// A context without a window, with a painter and one light. Its draw thread cycles without a pause.
+/// A context without a window, with a painter and a light that is off. Its draw thread cycles without a
+/// pause.
 class TimedStage {
  public:
   TimedStage() {

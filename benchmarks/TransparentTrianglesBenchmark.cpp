@@ -82,7 +82,7 @@ void AddThroughCanvas(benchmark::State& aState) {
     aState.ResumeTiming();
   }
   PerTriangle(aState);
-  aState.counters["bytes_a_triangle"] = static_cast<double>(bytes) / count;
+  aState.counters["bytes_per_triangle"] = static_cast<double>(bytes) / count;
 }
 
 void AddToVector(benchmark::State& aState) {
@@ -95,7 +95,7 @@ void AddToVector(benchmark::State& aState) {
     benchmark::DoNotOptimize(records.data());
   }
   PerTriangle(aState);
-  aState.counters["bytes_a_triangle"] = static_cast<double>(bytes) / count;
+  aState.counters["bytes_per_triangle"] = static_cast<double>(bytes) / count;
 }
 
 void FetchFromCanvas(benchmark::State& aState) {
