@@ -78,7 +78,7 @@ class Comments:
     types: dict = field(default_factory=dict)  # of interfaces, structures and enumerations
     operations: dict = field(default_factory=dict)  # of (interface, operation)
     values: dict = field(default_factory=dict)  # of enumerators and constants: the comment after them
-    constants: dict = field(default_factory=dict)  # GLFS_ values, which the IDL does not hold
+    constants: dict = field(default_factory=dict)  # GLFS_ values, which the IDL does not contain
     flags: set = field(default_factory=set)  # enumerations whose values combine by |
 
 

@@ -1,4 +1,4 @@
-"""A headless context with one viewer, for tests. Four pixels are one unit, and the middle is 0, 0."""
+"""A headless context with one viewer, for tests. One unit is two pixels, and the middle is 0, 0."""
 
 import gllib
 

@@ -30,7 +30,7 @@ class Values(unittest.TestCase):
 
     def test_text_is_converted_both_ways(self):
         context = gllib.Context()
-        for face in ("DejaVu Sans", "", "Grüße", "10 €"):  # the component stores face names as text of its code page
+        for face in ("DejaVu Sans", "", "Grüße", "10 €"):
             font = context.create_raster_font(face, 0, 400, 0, 16, 0)
             self.assertEqual(font.get_face(), face)
 

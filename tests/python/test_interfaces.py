@@ -110,7 +110,7 @@ class Interfaces(unittest.TestCase):
                 for face, interface in enumerate(cls.INTERFACES):
                     self.assertTrue(value._bind(face)[0], interface)
 
-    def test_enumerations_carry_the_values_of_the_headers(self):
+    def test_enumerations_have_the_values_of_the_headers(self):
         values = {}
         for header in HEADERS.glob("IGL*.h"):
             values.update(re.findall(r"\b(GL[A-Z]{1,4}_\w+) =\s+(\d+)", text_of(header)))

@@ -1,4 +1,4 @@
-"""The PyQt example that picks, with a mouse that Qt moves and a screen that Qt reads. Xvfb."""
+"""The PyQt example that picks. Qt sends it mouse events and reads the screen. Needs Xvfb."""
 
 import os
 import subprocess

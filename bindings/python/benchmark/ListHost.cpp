@@ -1,8 +1,10 @@
 // ListHost: the C++ version of list_host.py. It compiles a mesh into a list, vertex by vertex, and draws it.
 // Its painter measures on the draw thread.
 //
-//   list_host MESH FRAMES      prints milliseconds: of the compilation, of its thread, of the
-//                              process for each frame, and of each frame
+//   python_list_host MESH FRAMES
+//
+// Prints milliseconds: the time of the compilation, the CPU time of its thread, the CPU time of the process
+// per frame, and then the time of each frame.
 
 #include <gllib/GLLibHost.h>
 
@@ -23,7 +25,7 @@ double Milliseconds(Clock::duration aTime) {
   return std::chrono::duration<double, std::milli>(aTime).count();
 }
 
-/// Returns the processor time of a thread or of the process.
+/// Returns the CPU time of this thread or of the process.
 double ProcessorMilliseconds(clockid_t aClock) {
   timespec time = {};
   clock_gettime(aClock, &time);

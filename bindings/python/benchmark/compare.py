@@ -1,11 +1,12 @@
 #!/usr/bin/python3
-"""Compares lists from arrays in Python with lists vertex by vertex in C++: the same 69,000 triangles, alternately.
+"""Compares a list compiled from arrays in Python with one compiled vertex by vertex in C++. Both have the same 69,000
+triangles, and their runs alternate.
 
     compare.py LIST_HOST [ROUNDS]      LIST_HOST: the program of ListHost.cpp
 
-Prints medians for both, and their ratios. The compilation is measured by the clock and by the processor time of its
-thread. A frame is measured by the clock, also for the fastest tenth of the frames, and by the processor time of the
-process. Other programs disturb the last two less.
+Prints medians for both, and their ratios. The compilation is measured by the clock and by the CPU time of its thread. A
+frame is measured by the clock, also for the fastest tenth of the frames, and by the CPU time of the process. Other
+programs disturb the last two less.
 """
 
 import statistics
@@ -46,7 +47,7 @@ def main(program, rounds=5):
                 times = [float(word) for word in output.stdout.split()]
                 totals[name].append(times[:3])
                 frames[name] += times[3:]
-    print(f"{'ms':8}{'compilation':>12}{'its thread':>12}{'frame':>8}{'fastest tenth':>15}{'processor':>11}")
+    print(f"{'ms':8}{'compilation':>12}{'its thread':>12}{'frame':>8}{'fastest tenth':>15}{'CPU time':>11}")
     rows = {}
     for name in hosts:
         wall, thread, processor = (statistics.median(column) for column in zip(*totals[name]))

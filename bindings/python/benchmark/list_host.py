@@ -1,7 +1,9 @@
 """Compiles a mesh into a list from arrays, and draws it. ListHost.cpp does the same in C++.
 
-    list_host.py MESH FRAMES      prints milliseconds: of the compilation, of its thread, of the
-                                  process for each frame, and of each frame
+    list_host.py MESH FRAMES
+
+Prints milliseconds: the time of the compilation, the CPU time of its thread, the CPU time of the process per frame, and
+then the time of each frame.
 """
 
 import sys

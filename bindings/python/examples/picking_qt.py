@@ -46,14 +46,14 @@ class Scene(QWidget):
     def __init__(self, picked):
         super().__init__()
         self.setAttribute(Qt.WA_NativeWindow)
-        self.setAttribute(Qt.WA_PaintOnScreen)  # Qt draws nothing here
+        self.setAttribute(Qt.WA_PaintOnScreen)  # Qt paints nothing here
         self.setAttribute(Qt.WA_NoSystemBackground)
         self.picked = picked
         self.last = QPoint()
         self.moved = False
 
         window = int(self.winId())
-        QApplication.sync()  # the component has its own connection: the server must know the window
+        QApplication.sync()  # the component's own connection finds the window only if the server knows it
         self.model = Model()
         self.context = gllib.Context()
         self.context.initialize(window)

@@ -1,10 +1,10 @@
-"""Makes shapes as arrays of vertices, normals and triangles, the arguments of Canvas.compile_arrays()."""
+"""Makes shapes as arrays of vertices, normals and triangles, for Canvas.compile_arrays() and Canvas.draw_arrays()."""
 
 import numpy as np
 
 
 def grid(points, normals):
-    """Returns triangles over a grid of points of shape (rows, columns, 3)."""
+    """Returns vertices, normals and triangles of a grid. points and normals: shape (rows, columns, 3)."""
     rows, columns = points.shape[:2]
     corner = (np.arange(rows - 1)[:, None] * columns + np.arange(columns - 1)).reshape(-1, 1)
     triangles = np.concatenate([corner + [0, 1, columns + 1], corner + [0, columns + 1, columns]])

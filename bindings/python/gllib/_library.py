@@ -29,9 +29,9 @@ def load(path=None):
     """Loads the component's module. Creating the first object does this automatically.
 
     path: the module's file. Default: the environment variable GLLIB_MODULE, or libgllib.so.1 in the search path of
-    the system's loader. A second call must name the same file.
+    the system's loader. A later call loads nothing.
 
-    Raises OSError if the module cannot be loaded.
+    Raises OSError if the module cannot be loaded, and RuntimeError if a later call names another file.
     """
     global _loaded
     with _lock:
@@ -44,7 +44,7 @@ def load(path=None):
 
 
 def loaded():
-    """Returns the module, or None before the first object."""
+    """Returns the module, or None if it is not loaded yet."""
     return _loaded
 
 

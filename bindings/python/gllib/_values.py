@@ -101,7 +101,7 @@ def array_of(kind, values, length=0):
 
 
 def _from_buffer(kind, values):
-    """Returns a copy of a contiguous buffer whose items are the members of kind; None for anything else."""
+    """Returns a copy of a contiguous buffer whose items are the members of kind, or an array of kind itself; else None."""
     try:
         view = memoryview(values)
     except TypeError:

@@ -8,7 +8,7 @@ _TYPES = {"float32": 0x1406, "float64": 0x140A, "uint8": 0x1401, "uint16": 0x140
 
 
 def _rows(name, values, widths, kinds):
-    """Returns values as an array that OpenGL can read. Copies only if the type differs or a row has gaps."""
+    """Returns values as an array that OpenGL can read. Copies only if OpenGL cannot read its type or its strides."""
     import numpy
 
     array = numpy.asarray(values)

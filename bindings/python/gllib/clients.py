@@ -140,7 +140,7 @@ def _table_of(interface):
 class _Lent:
     """Objects that are lent to a method during a call.
 
-    After an exception, open primitives and lists are ended and GL's stacks are popped.
+    After an exception it ends open primitives and lists, and pops GL's stacks.
     """
 
     def __init__(self, **pointers):
@@ -170,7 +170,7 @@ class Painter(_Client):
 
         The three objects are valid until draw returns; keep() returns one that stays valid. A painter that keeps its
         context forms a cycle, so neither is ever destroyed. At the end both matrix stacks and the attribute stack must
-        have the same depth as at the start, also after an exception.
+        have the same depth as at the start. After an exception the package restores them.
         """
         raise NotImplementedError
 
