@@ -16,7 +16,7 @@ set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "The module that programs load, and gllib-register, which registers its classes for
 programs that create objects by name.")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-# EGL loads its drivers by name and does not depend on any.
+# The EGL library finds its driver at run time, and its package requires none.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS libgl1-mesa-dri)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")

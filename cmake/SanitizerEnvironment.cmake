@@ -1,5 +1,5 @@
-# Environment of programs that tests start: suppressions of the sanitizer, only for the driver and fontconfig. It is one
-# variable, because tests that are discovered at run time do not get a list.
+# Environment of the tests and the programs that they start: suppressions of the sanitizer, only for the driver and
+# fontconfig. It is one variable, because tests that are discovered at run time do not accept a list.
 
 if(GLLIB_SANITIZE STREQUAL "thread")
   set(GLLIB_SANITIZER_ENV "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp")

@@ -35,11 +35,10 @@ cxxopts::Options CommandLine() {
 
 std::string HelpText() {
   return CommandLine().help({}, false) +
-         "\nexit codes: 0 success, 1 registration failed, 2 invalid command line, 3 no such module\n";
+         "\nexit status: 0 success, 1 registration failed, 2 invalid command line, 3 no such module\n";
 }
 
-/// Reads the command line.
-/// @return none if it is invalid
+/// Parses the command line. @return no value if it is invalid
 std::optional<Options> Read(int argc, char** argv) try {
   const cxxopts::ParseResult given = CommandLine().parse(argc, argv);
   Options options{given.count("user") != 0, given.count("remove") != 0, given.count("help") != 0};
