@@ -5,10 +5,11 @@
 namespace {
 
 TEST_F(Viewing, TakesZoomedPicturesOfSeveralViewers) {
-  // The later rectangle is within the earlier one times 3, in the window's numbers.
+  // In the window's numbers, the later rectangles reach into the enlarged earlier ones. The second rectangle
+  // extends beyond the window.
   const struct {
     int ortho, x, y, width, height, scaled;
-  } places[] = {{0, 3, 2, 40, 50, 1}, {1, 30, 10, 50, 30, 1}, {1, 5, 40, 30, 15, 0}};
+  } places[] = {{0, 3, 2, 40, 50, 1}, {1, 30, 10, 200, 150, 0}, {1, 5, 40, 30, 15, 0}};
   // In drawing order, from the last to the first.
   std::vector<IGLViewer*> viewers = {AddViewer(1), AddViewer(1), m_pViewer};
   AddBackdrop();
@@ -31,6 +32,7 @@ TEST_F(Viewing, TakesZoomedPicturesOfSeveralViewers) {
   const auto attributes = GLCreate<IGLDrawAttr>(CLSID_GLDrawAttr);
   attributes->EnableDrawMode(static_cast<eGLDrawMode>(GLDM_SHOW_FRONT | GLDM_SHOW_BACK), 1);
   std::atomic<int> seen{0};
+  GLDATA_RGBA hidden{1, 0, 1, 1};
   Paint([&](Scene& scene) {
     int x = 0;
     scene.Viewer().GetClipX(&x);
@@ -45,7 +47,11 @@ TEST_F(Viewing, TakesZoomedPicturesOfSeveralViewers) {
     };
     attributes->SetLineWidth(1.0f), attributes->SetLineWidth(2.0f);  // a changed object is applied in full
     canvas.SetDrawAttributes(attributes.Get());
-    draw(&IGLCanvas::BeginDrawTriangles, {1, 0, 0, 1}, {{-3, -2, 0}, {3, -2.3, 0}, {0.4, 3, 0}});
+    draw(&IGLCanvas::BeginDrawTriangles, {1, 0, 0, 1}, {{-3, -2, -0.5}, {3, -2.3, -0.5}, {0.4, 3, -0.5}});
+    canvas.SetVertexColor(&hidden);
+    canvas.BeginDrawTriangles();
+    for (const auto& [x, y] : {std::pair(-2.0, -1.5), {2.0, -1.5}, {0.3, 2.0}}) canvas.Vertex3d(x, y, -1);
+    canvas.EndDrawVertices();
     draw(&IGLCanvas::BeginDrawLines, {0, 1, 0, 1}, {{-2.9, -2.2, 1}, {2.1, 2.4, 1}});
     canvas.SetVertexLineStipple(0x0F0F, 1);
     draw(&IGLCanvas::BeginDrawLines, {0, 1, 1, 1}, {{-2.9, 2.2, 1}, {2.1, 2.2, 1}});
@@ -68,6 +74,7 @@ TEST_F(Viewing, TakesZoomedPicturesOfSeveralViewers) {
     EXPECT_GT(area(once), 10) << std::hex << color;
     EXPECT_NEAR(area(whole) / 9.0, area(once), 0.2 * area(once)) << std::hex << color;
   }
+  EXPECT_EQ(whole.CountOther(0xFF00FFFF), whole.Width() * whole.Height()) << "a triangle behind another one";
   EXPECT_EQ(seen, 0) << "the viewers' values do not change";
 
   GLCaptureRequest part = request;

@@ -159,6 +159,56 @@ TEST(CoordObject, StartsAtTheParentAndMovesAlongItsAxes) {
   EXPECT_LT(Off(MatrixOf(GCoord(placement)), glm::dmat4(1)), kCloseAngles);
 }
 
+TEST(CoordObject, ConvertsMovesAndRotatesLikeThePlacement) {
+  using I = IGLCoord;
+  using G = GCoord;
+  const G start(GLDATA_MATRIX6D{3, -2, 5, 0.3, 0.7, -1.1});
+  const auto coord = NewCoord();
+  const auto placement = [&] {
+    GLDATA_MATRIX6D now{};
+    coord->GetMatrix6d(&now);
+    return MatrixOf(G(now));
+  };
+  const auto restart = [&] {
+    auto values = start.As<GLDATA_MATRIX6D>();
+    coord->SetMatrix6d(&values);
+    return start;
+  };
+  restart();
+  const std::pair<HRESULT (I::*)(GLDATA_POINT*) noexcept, GPoint (G::*)(const GPoint&) const noexcept>
+      conversions[] = {{&I::VectorPCStoLCS, &G::VectorPCStoLCS},
+                       {&I::VectorLCStoPCS, &G::VectorLCStoPCS},
+                       {&I::PointPCStoLCS, &G::PointPCStoLCS},
+                       {&I::PointLCStoPCS, &G::PointLCStoPCS}};
+  for (const auto& [ours, expected] : conversions) {
+    GLDATA_POINT point{1, 2, 4};
+    EXPECT_EQ((coord.Get()->*ours)(&point), S_OK);
+    EXPECT_EQ(GPoint(point), (start.*expected)({1, 2, 4}));
+    EXPECT_EQ((coord.Get()->*ours)(nullptr), E_INVALIDARG);
+  }
+  const std::pair<HRESULT (I::*)(double) noexcept, void (G::*)(double) noexcept> changes[] = {
+      {&I::MoveRight, &G::MoveRight},
+      {&I::MoveUp, &G::MoveUp},
+      {&I::MoveForward, &G::MoveForward},
+      {&I::RotateAboutX_RAD, &G::RotateAboutX_RAD},
+      {&I::RotateAboutY_RAD, &G::RotateAboutY_RAD},
+      {&I::RotateAboutZ_RAD, &G::RotateAboutZ_RAD}};
+  for (const auto& [ours, expected] : changes) {
+    G changed = restart();
+    (changed.*expected)(0.4);
+    EXPECT_EQ((coord.Get()->*ours)(0.4), S_OK);
+    EXPECT_EQ(placement(), MatrixOf(changed));
+  }
+  G changed = restart();
+  GLDATA_POINT axis{1, 2, 0}, pivot{2, -1, 3};
+  changed.Rotate_RAD(0.4, GPoint(axis), GPoint(pivot));
+  EXPECT_EQ(coord->Rotate_RAD(0.4, &axis, &pivot), S_OK);
+  EXPECT_EQ(placement(), MatrixOf(changed));
+  EXPECT_EQ(coord->Rotate_RAD(0.4, &axis, nullptr), E_INVALIDARG);
+  EXPECT_EQ(coord->ResetRotation(), S_OK);
+  EXPECT_EQ(placement(), glm::translate(glm::dmat4(1), ToGlm(changed.Origin())));
+}
+
 TEST(CoordObject, IsReadAndWrittenWhole) {
   const auto coord = NewCoord();
   std::atomic<bool> stop{false};

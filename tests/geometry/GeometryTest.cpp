@@ -209,6 +209,7 @@ TEST(Geometry, PlanesIntersectInALine) {
     const GPlane b(random.Point(), random.Point(), random.Point());
     GLine line;
     ASSERT_TRUE(a.Intersect(b, line));
+    ASSERT_GT(line.Direction().Dot(a.GetUnitNormal().Cross(b.GetUnitNormal())), 0.0);
     GPoint moved(0, 0, 0);
     for (const GPlane& plane : {a, b}) {
       ASSERT_LT(plane.DistanceToPoint(line.m_ptA, moved), kClose * (100 + line.m_ptA.Length()));
@@ -270,7 +271,7 @@ TEST(Geometry, LineDistancesInLimitingCases) {
   GeomErrors errors;
   const GLine x;
   const GLine above({0, 5, 0}, {1, 5, 0});
-  const GLine skew({0, 0, 3}, {0, 1, 3});
+  const GLine skew({0, 0, 3}, {0, 2, 3});
   const GLine none({0, 3, 4}, {0, 3, 4});
   EXPECT_EQ(x.Distance(above), 5.0) << "parallel: a magnitude";
   EXPECT_EQ(x.Distance(skew), -3.0) << "skew: signed";

@@ -171,6 +171,20 @@ TEST(Matrices, ProjectEachForm) {
   }
 }
 
+TEST(NewSurface, ShowsTheBackgroundWhereNoViewerDraws) {
+  ContextFixture context(64, 48);
+  GLDATA_RGBA red{1, 0, 0, 1};
+  context.Viewer().Clip(1);
+  context.Viewer().SetClipRectangle(4, 4, 10, 10);
+  context.Context().SetBackgroundColor(&red);
+  for (const int size : {80, 64}) {  // each size needs another surface
+    context.Context().SetViewport(0, 0, size, size);
+    const Picture picture = context.FramePicture();
+    EXPECT_EQ(picture.At(60, 40), 0xFF0000FFu) << size;
+    EXPECT_EQ(picture.At(8, 8), 0xFF0000FFu) << size;
+  }
+}
+
 TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
   // Planes are in world coordinates, and keep the side that their normal points to.
   GLDATA_POINT a{0, -10, 0}, b{0, 10, 0}, c{0, -10, 10}, d{20, 20, 0}, e{-20, 22, 0};

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <future>
 #include <initializer_list>
 #include <utility>
@@ -18,8 +19,8 @@
 ///
 /// The component clears the rectangle of a clipped viewer at its position in the window. In an enlarged
 /// picture this would erase parts of other viewers. The picture is therefore drawn above and to the right of
-/// the window's area, on a surface larger by one window. A clip rectangle inside the window does not reach
-/// that part.
+/// the window's area, on a larger surface, so that no clip rectangle reaches it. The surface is larger by one
+/// window, or by as many windows as the widest and highest clip rectangles extend over, but at most by 4.
 class GLViewPicture {
  public:
   GLViewPicture() = default;
@@ -41,7 +42,8 @@ class GLViewPicture {
         m_Request.m_fZoom >= 1.0f && m_Request.m_fZoom < 16384.0f ? static_cast<int>(m_Request.m_fZoom) : 0;
     aContext.GetViewportWidth(&m_iWidth);
     aContext.GetViewportHeight(&m_iHeight);
-    m_bShifted = m_iFactor > 1 && (m_bClippedMet || HasClippedViewer(aContext));
+    m_iShift = m_iFactor > 1 ? std::max(WindowsOfClips(aContext), m_bClippedMet ? 1 : 0) : 0;
+    m_bShifted = m_iShift > 0;
     m_bClippedMet = m_bCleared = false;
     m_fLineWidth = m_fPointSize = 0.0f;
     if (m_bShifted) m_pSurface = GLCreate<IGLPixmap>(CLSID_GLPixmap);
@@ -55,7 +57,7 @@ class GLViewPicture {
   /// Returns the pixmap; borrowed.
   IGLPixmap* Pixmap() const noexcept { return m_bShifted ? m_pSurface.Get() : m_pTarget.Get(); }
   /// Returns the zoom.
-  float Zoom() const noexcept { return static_cast<float>(m_bShifted ? m_iFactor + 1 : m_iFactor); }
+  float Zoom() const noexcept { return static_cast<float>(m_iFactor + m_iShift); }
   /// Returns the part of the window.
   GLCaptureRequest Rectangle() const noexcept { return m_bShifted ? GLCaptureRequest() : m_Request; }
   /// Returns the background colour.
@@ -104,9 +106,10 @@ class GLViewPicture {
         FAILED(m_pTarget->AccessPixmapData(&size, &to))) {
       return false;
     }
-    const std::ptrdiff_t pitch = std::ptrdiff_t{m_iWidth} * (f + 1);
-    from += (m_iHeight + std::ptrdiff_t{m_iHeight - m_Request.m_iY - rows} * f) * pitch + m_iWidth +
-            std::ptrdiff_t{m_Request.m_iX} * f;
+    const std::ptrdiff_t pitch = std::ptrdiff_t{m_iWidth} * (f + m_iShift);
+    from += (m_iHeight * std::ptrdiff_t{m_iShift} + std::ptrdiff_t{m_iHeight - m_Request.m_iY - rows} * f) *
+                pitch +
+            m_iWidth * std::ptrdiff_t{m_iShift} + std::ptrdiff_t{m_Request.m_iX} * f;
     for (int row = 0; row < rows * f; ++row, from += pitch, to += columns * f) {
       std::copy_n(from, columns * f, to);
     }
@@ -114,16 +117,28 @@ class GLViewPicture {
   }
 
  private:
-  static bool HasClippedViewer(IGLContext& aContext) noexcept try {
+  /// Returns the number of windows, side by side, over which the rectangles of clipped viewers extend, at
+  /// most 4; 0 if no viewer is clipped.
+  int WindowsOfClips(IGLContext& aContext) const noexcept try {
+    constexpr std::int64_t kMost = 4;  // limits the memory of the surface
+    std::int64_t windows = 0;
     for (const auto& viewer : GLViewersOf(aContext)) {
       LONG visible = 0, clipped = 0;
       viewer->IsVisible(&visible);
       viewer->IsClipped(&clipped);
-      if (visible != 0 && clipped != 0) return true;
+      if (visible == 0 || clipped == 0) continue;
+      int x = 0, y = 0, width = 0, height = 0;
+      viewer->GetClipX(&x);
+      viewer->GetClipY(&y);
+      viewer->GetClipWidth(&width);
+      viewer->GetClipHeight(&height);
+      const auto extent = [](std::int64_t aEnd, std::int64_t aSize) { return (aEnd + aSize - 1) / aSize; };
+      windows = std::max({windows, extent(std::int64_t{x} + width, std::max(m_iWidth, 1)),
+                          extent(std::int64_t{y} + height, std::max(m_iHeight, 1))});
     }
-    return false;
+    return static_cast<int>(std::min(windows, kMost));
   } catch (...) {
-    return true;
+    return 1;
   }
 
   /// Returns whether the component used the window size of the plan.
@@ -132,25 +147,25 @@ class GLViewPicture {
     int width = 0, height = 0;
     m_pSurface->GetWidth(&width);
     m_pSurface->GetHeight(&height);
-    return width == m_iWidth * (m_iFactor + 1) && height == m_iHeight * (m_iFactor + 1);
+    return width == m_iWidth * (m_iFactor + m_iShift) && height == m_iHeight * (m_iFactor + m_iShift);
   }
 
   /// Moves the pass of a viewer from its position in the window to its position in the picture.
   void Shift(IGLCanvas& aCanvas, bool aClipped) noexcept {
-    const int f = m_iFactor;
+    const int f = m_iFactor, left = m_iWidth * m_iShift, bottom = m_iHeight * m_iShift;
     GLint viewport[4] = {}, box[4] = {0, 0, m_iWidth, m_iHeight};
     glGetIntegerv(GL_VIEWPORT, viewport);
     if (aClipped) glGetIntegerv(GL_SCISSOR_BOX, box);
-    const bool whole = viewport[2] == m_iWidth * (f + 1) && viewport[3] == m_iHeight * (f + 1);
-    const GLint drawn[4] = {m_iWidth + box[0] * f, m_iHeight + box[1] * f, box[2] * f, box[3] * f};
+    const bool whole = viewport[2] == m_iWidth * (f + m_iShift) && viewport[3] == m_iHeight * (f + m_iShift);
+    const GLint drawn[4] = {left + box[0] * f, bottom + box[1] * f, box[2] * f, box[3] * f};
     glEnable(GL_SCISSOR_TEST);
     if (!std::exchange(m_bCleared, true)) {  // the area outside all viewers
-      glScissor(m_iWidth, m_iHeight, m_iWidth * f, m_iHeight * f);
+      glScissor(left, bottom, m_iWidth * f, m_iHeight * f);
       glClear(GL_COLOR_BUFFER_BIT);
     }
     glScissor(drawn[0], drawn[1], drawn[2], drawn[3]);
     if (whole) {
-      glViewport(m_iWidth, m_iHeight, m_iWidth * f, m_iHeight * f);
+      glViewport(left, bottom, m_iWidth * f, m_iHeight * f);
     } else {
       glViewport(drawn[0], drawn[1], drawn[2], drawn[3]);
     }
@@ -205,6 +220,7 @@ class GLViewPicture {
   int m_iAttempts = 0;
   int m_iFactor = 1;
   int m_iWidth = 0, m_iHeight = 0;  // window size
+  int m_iShift = 0;                 // from the window's area to that of the picture, in windows
   bool m_bShifted = false;
   bool m_bCleared = false;
   bool m_bClippedMet = false;                  // an unexpected clipped viewer was drawn
