@@ -14,7 +14,7 @@ constexpr char kCollection[] = "{C1F0DF9D-ECE9-4EDF-82A3-700105F2D74F}";
 
 class HostRegistry : public testing::Test {
  protected:
-  /// Writes a class that one file registers.
+  /// Registers the collection class in one registry file, with a class identifier and a module.
   void Write(const char* aFile, const std::string& aClassId, const std::string& aModule) const {
     m_Registry.Put(aFile,
                    "Windows Registry Editor Version 5.00\r\n\r\n"
@@ -111,10 +111,11 @@ TEST_F(HostRegistry, ModuleRegistersItsLoadPath) {
 }
 
 TEST_F(HostRegistry, PrivilegedProgramsIgnoreTheEnvironment) {
-  EXPECT_TRUE(GLRegistration::MayLoad("/usr/lib/libgllib.so.1", true));
+  constexpr bool kIsPrivileged = true;
+  EXPECT_TRUE(GLRegistration::MayLoad("/usr/lib/libgllib.so.1", kIsPrivileged));
   for (const char* name : {"", "libgllib.so.1", "./libgllib.so.1"})
-    EXPECT_FALSE(GLRegistration::MayLoad(name, true)) << name;
-  EXPECT_TRUE(GLRegistration::MayLoad("libgllib.so.1", false));
+    EXPECT_FALSE(GLRegistration::MayLoad(name, kIsPrivileged)) << name;
+  EXPECT_TRUE(GLRegistration::MayLoad("libgllib.so.1", !kIsPrivileged));
 
   // A setuid program of another user, with a registry of this user.
   const auto host = m_Registry.Path() / "host", module = m_Registry.Path() / "module.so";
@@ -162,7 +163,7 @@ TEST(HostClients, CaptureServesEachRequestOnce) {
   ASSERT_TRUE(IsWanted(*capture));
   EXPECT_FALSE(IsWanted(*capture));
 
-  capture->Request(first.Get());  // during the callback of the second request, whose values stay
+  capture->Request(first.Get());  // during the callback of the second request, whose values do not change
   GLPtr<IGLPixmap> target;
   capture->GetPixmap(target.Put());
   EXPECT_EQ(target, second);

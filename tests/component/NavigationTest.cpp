@@ -88,7 +88,7 @@ TEST_F(Navigation, OrbitsUpToThePoles) {
   GLOrbit(view, {0, 0, 0}, 0, -100);
   EXPECT_NEAR(view.m_Eye.m_sOrigin.y, -10, kClose);
   for (int i = 0; i < 100; ++i) GLOrbit(view, {1, 2, 3}, m_Random.Number(-1, 1), m_Random.Number(-1, 1));
-  EXPECT_NEAR(view.m_Eye.m_sRight.y, 0, kClose) << "stays upright";
+  EXPECT_NEAR(view.m_Eye.m_sRight.y, 0, kClose) << "the eye is still upright";
 
   const GLDATA_POINT z = {0, 0, 1};
   GLTurnTo(view, GLStandardView::Front, GLUpAxis::Z);
@@ -138,7 +138,7 @@ TEST_F(Navigation, FitsBoxesAndBallsTightly) {
     const double largest = *std::max_element(reach, reach + 4), room = Length(Difference(high, low)) / 20;
     EXPECT_LE(largest, 1 + 1e-6);
     const bool close = !view.m_bOrtho && nearest < room * (1 + 1e-6);
-    if (close) continue;  // a wide angle, in which the eye keeps a distance from a corner
+    if (close) continue;  // the angle is wide, and the eye keeps a distance from a corner
     EXPECT_NEAR(largest, 1, 1e-6) << "touches an edge";
     EXPECT_TRUE(std::abs(reach[0] - reach[1]) < 1e-6 || std::abs(reach[2] - reach[3]) < 1e-6)
         << "in the middle";

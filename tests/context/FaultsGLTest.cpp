@@ -1,6 +1,6 @@
 // The life of a context, repeated with faults: each time a different platform operation, or a different
-// allocation, fails. The context must continue as far as possible, report the failure, and leave nothing.
-// Headless display.
+// allocation, fails. The context must continue as far as possible, report the failure, and release all
+// objects. Headless display.
 
 #include "component/Module.h"
 #include "context/window/WGLExtensions.h"
@@ -34,12 +34,14 @@ class LifePainter final : public GLPainterBase {
   std::atomic<int> m_iPasses{0};
 };
 
+enum class Faults { kNone, kOne };
+
 class Life {
  public:
-  /// @param aFaulty  whether one operation may fail; a second life without faults detects what the first one
-  /// left
-  /// @param aSamples the highest number of samples of the formats; with 1 the probe finds none
-  explicit Life(bool aFaulty, LONG aSamples = 1) : m_bFaulty(aFaulty), m_iSamples(aSamples) {}
+  /// @param aFaults  how many operations may fail; a second life without faults detects remains of the first
+  /// @param aSamples the highest number of samples of the formats; with 1 the probe finds no format
+  explicit Life(Faults aFaults, LONG aSamples = 1)
+      : m_bFaulty(aFaults == Faults::kOne), m_iSamples(aSamples) {}
 
   void Live() {
     const LONG before = g_iModuleLocks;
@@ -160,24 +162,24 @@ TEST(Faults, OfThePlatformAreSurvived) {
     display->m_szExtensions = "WGL_ARB_extensions_string WGL_ARB_pixel_format WGL_ARB_multisample ";
     display->m_iFault = fault;
     g_afPointSizeRange[1] = 0;
-    Life(true, 4).Live();
+    Life(Faults::kOne, 4).Live();
     failed = display->HasFailed();
   }
   EXPECT_GT(fault, 40) << "too few platform operations";
   Zentig::WGLExtensions::DeleteInstance();
   SetDisplay(nullptr);
-  Life(false).Live();
+  Life(Faults::kNone).Live();
   RecordProperty("faults", fault);
 }
 
 TEST(Faults, OfAllocationsAreSurvived) {
   AllocationFault::ForgetWays();
-  Life(false).Live();
+  Life(Faults::kNone).Live();
   bool failed = true;
   int fault = 0;
   for (; failed && !::testing::Test::HasFailure(); ++fault) {
     SCOPED_TRACE(fault);
-    Life life(true);
+    Life life(Faults::kOne);
     const AllocationFault one;
     life.Live();
     failed = one.HasFailed();
@@ -196,6 +198,7 @@ TEST(Faults, OfTheFirstRenderingContextsDelayASuspension) {
     // The probe for multisample formats may take the first refusal, before the draw thread exists.
     EXPECT_TRUE(Eventually([&] { return display->m_iRefusedContexts < 3; }));
     EXPECT_EQ(suspension->SuspendDrawThread(), S_OK);
+    EXPECT_EQ(display->m_iRefusedContexts, 0) << "parked before the rendering context existed";
   });
   EXPECT_EQ(context->Initialize(0), S_OK);
   host.join();

@@ -57,7 +57,7 @@ struct FailingPainter final : GLPainterBase {
 };
 
 void Select(const FreeContext& aPainted) {
-  Pick(*aPainted.context, *aPainted.viewer, {-1, -1, 0}, {1, 1, 0}, false, false, 1);
+  Pick(*aPainted.context, *aPainted.viewer, {-1, -1, 0}, {1, 1, 0}, {.capacity = 1});
 }
 
 void LoadImageFile(const Bytes& aFile) {

@@ -31,13 +31,13 @@ class Embed : public HostOnScreen {
     return status;
   }
 
-  /// Returns the extents of the scene in the window: all pixels that differ from the background in its column
-  /// or row.
   struct Extents {
     int left = 0, right = 0, top = 0, bottom = 0;
     int Width() const { return right - left + 1; }
     int Height() const { return bottom - top + 1; }
   };
+  /// Returns the extents of the scene in the window: those of all pixels in its background colour. Without
+  /// such pixels right and bottom are -1.
   Extents SceneExtents() const {
     const Picture shot = m_screen.Shot();
     Extents found{shot.width, -1, shot.height, -1};
@@ -67,11 +67,16 @@ class Embed : public HostOnScreen {
       return left != kBackground && left >> 16 > 0x40 && SceneExtents().Width() > 100;
     });
   }
-  bool ShowsMarked(bool aLeft, bool aRight) {
+  struct Marks {
+    bool left = false, right = false;
+  };
+  /// Waits until exactly these squares are marked.
+  bool ShowsMarked(Marks aMarks) {
     return Eventually(
-        [&] { return IsMarked(PixelAt(kLeft)) == aLeft && IsMarked(PixelAt(kRight)) == aRight; });
+        [&] { return IsMarked(PixelAt(kLeft)) == aMarks.left && IsMarked(PixelAt(kRight)) == aMarks.right; });
   }
-  /// Returns whether the background shows through the squares: they are drawn as lines, or turned edge-on.
+  /// Waits until the background is visible in the left square's place: the squares are drawn as lines, or
+  /// turned edge-on.
   bool ShowsBackground() {
     return Eventually([&] { return PixelAt(kLeft) == kBackground; });
   }

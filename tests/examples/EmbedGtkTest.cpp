@@ -45,7 +45,7 @@ TEST_P(EmbedGtk, SceneFollowsTheWindowAndPicks) {
     EXPECT_TRUE(FillsWindow(width, height)) << width << " by " << height << ", scale " << scale;
     EXPECT_TRUE(Picks(kRight, "pair.obj - right")) << m_screen.Title();
     EXPECT_TRUE(Picks(kLeft, "pair.obj - left")) << m_screen.Title();
-    EXPECT_TRUE(ShowsMarked(true, false));
+    EXPECT_TRUE(ShowsMarked({.left = true}));
   }
   const Extents scene = SceneExtents();
   const int y = scene.top + scene.Height() / 2;
@@ -58,18 +58,18 @@ TEST_P(EmbedGtk, SceneFollowsTheWindowAndPicks) {
 TEST_P(EmbedGtk, SceneMovesToAnotherWindowAndEndsWithItsWidget) {
   Open();
   ASSERT_TRUE(Picks(kLeft, "pair.obj - left")) << m_screen.Title();
-  ASSERT_TRUE(ShowsMarked(true, false));
+  ASSERT_TRUE(ShowsMarked({.left = true}));
   for (int i = 0; i < 2; ++i) {
     m_screen.Press(kD);
     ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
     m_screen.Focus();
-    EXPECT_TRUE(ShowsMarked(true, false)) << "the scene is unchanged";
+    EXPECT_TRUE(ShowsMarked({.left = true})) << "the scene is unchanged";
     EXPECT_TRUE(Eventually([&] { return SceneExtents().top == 0; })) << "the other window has no buttons";
     m_screen.Press(kD);
     ASSERT_TRUE(Eventually([&] { return m_screen.Title().empty(); })) << "the window is closed";
     ASSERT_TRUE(m_screen.WaitForWindow("pair.obj"));
     m_screen.Focus();
-    EXPECT_TRUE(ShowsMarked(true, false)) << "the scene has moved back";
+    EXPECT_TRUE(ShowsMarked({.left = true})) << "the scene has moved back";
     EXPECT_TRUE(Eventually([&] { return SceneExtents().top > 20; })) << "below the buttons";
   }
   m_screen.Press(kX);

@@ -13,7 +13,7 @@ TEST_F(Embed, SdlHostDrawsResizesPicksTurnsAndExits) {
   for (const auto& [width, height] : {std::pair{480, 360}, {900, 700}, {640, 480}}) {
     m_screen.Resize(width, height);
     EXPECT_TRUE(Fills(width, height)) << width << " by " << height;
-    EXPECT_TRUE(ShowsMarked(true, false));
+    EXPECT_TRUE(ShowsMarked({.left = true}));
   }
   m_screen.Drag(420, 240, 300, 240);  // 60 degrees and the initial 30: the squares are edge-on
   EXPECT_TRUE(ShowsBackground());
@@ -30,7 +30,7 @@ TEST_F(Embed, PixelsOfAHeadlessContextFollowTheWindow) {
     EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
     ClickAt(kLeft);
     EXPECT_TRUE(TitleEndsWith("pair.obj - left")) << m_screen.Title();
-    EXPECT_TRUE(ShowsMarked(true, false)) << "the picture is upright and not mirrored";
+    EXPECT_TRUE(ShowsMarked({.left = true})) << "the picture is upright and not mirrored";
   }
   m_screen.Press(kSpace);
   for (const bool edgeOn : {true, false, true})
@@ -72,21 +72,21 @@ TEST_P(EmbedQt, QtHostDrawsResizesAndPicks) {
   Open();
   ClickAt(kRight);
   EXPECT_TRUE(TitleEndsWith("pair.obj - right")) << m_screen.Title();
-  EXPECT_TRUE(ShowsMarked(false, true));
+  EXPECT_TRUE(ShowsMarked({.right = true}));
   const int rightRow = SelectedRow();
   ClickAt(kLeft);
   EXPECT_TRUE(Eventually([&] { return SelectedRow() > 0 && SelectedRow() < rightRow; }))
       << "the tree follows the scene from row " << rightRow << " to " << SelectedRow();
 
   m_screen.Click(SceneExtents().left / 2, rightRow + 2);
-  EXPECT_TRUE(ShowsMarked(false, true)) << "the scene follows the tree";
+  EXPECT_TRUE(ShowsMarked({.right = true})) << "the scene follows the tree";
   m_screen.Press(kHome);
-  EXPECT_TRUE(ShowsMarked(true, true)) << "the item of the model selects all its parts";
+  EXPECT_TRUE(ShowsMarked({.left = true, .right = true})) << "the item of the model selects all its parts";
 
   for (const auto& [width, height] : {std::pair{900, 600}, {1000, 740}}) {
     m_screen.Resize(width, height);
     EXPECT_TRUE(FillsWindow(width, height)) << width << " by " << height;
-    EXPECT_TRUE(ShowsMarked(true, true));
+    EXPECT_TRUE(ShowsMarked({.left = true, .right = true}));
   }
   m_screen.Press(kW);
   EXPECT_TRUE(ShowsBackground()) << "the wire frame switch of the tool bar";
@@ -97,12 +97,12 @@ TEST_P(EmbedQt, QtHostDrawsResizesAndPicks) {
 TEST_P(EmbedQt, SceneMovesToAnotherWindowAndBack) {
   Open();
   ClickAt(kLeft);
-  ASSERT_TRUE(ShowsMarked(true, false));
+  ASSERT_TRUE(ShowsMarked({.left = true}));
   for (const bool byKey : {true, false}) {
     m_screen.Press(kD);
     ASSERT_TRUE(m_screen.WaitForWindow("pair.obj - detached"));
     m_screen.Focus();
-    EXPECT_TRUE(ShowsMarked(true, false)) << "the scene is unchanged";
+    EXPECT_TRUE(ShowsMarked({.left = true})) << "the scene is unchanged";
     m_screen.Resize(500, 400);
     EXPECT_TRUE(Fills(500, 400));
     byKey ? m_screen.Press(kD) : m_screen.Close();
@@ -110,7 +110,7 @@ TEST_P(EmbedQt, SceneMovesToAnotherWindowAndBack) {
     m_screen.Focus();
     EXPECT_TRUE(FillsWindow(1000, 740)) << "the scene is beside the tree";
     ClickAt(kLeft);
-    EXPECT_TRUE(ShowsMarked(true, false));
+    EXPECT_TRUE(ShowsMarked({.left = true}));
   }
   m_screen.Close();
   EXPECT_EQ(Status(), 0);

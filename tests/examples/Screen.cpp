@@ -167,21 +167,21 @@ void Screen::MoveTo(int aX, int aY) {
   Fake(XCB_MOTION_NOTIFY, 0, place.x + aX, place.y + aY);
 }
 
-void Screen::Button(bool aDown) { Fake(aDown ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1); }
+void Screen::Button(std::uint8_t aType) { Fake(aType, XCB_BUTTON_INDEX_1); }
 
 void Screen::Click(int aX, int aY) {
   MoveTo(aX, aY);
-  Button(true);
-  Button(false);
+  Button(XCB_BUTTON_PRESS);
+  Button(XCB_BUTTON_RELEASE);
 }
 
 void Screen::Drag(int aX1, int aY1, int aX2, int aY2, std::uint8_t aHeld) {
   if (aHeld != 0) Fake(XCB_KEY_PRESS, aHeld);
   MoveTo(aX1, aY1);
-  Button(true);
+  Button(XCB_BUTTON_PRESS);
   MoveTo((aX1 + aX2) / 2, (aY1 + aY2) / 2);
   MoveTo(aX2, aY2);
-  Button(false);
+  Button(XCB_BUTTON_RELEASE);
   if (aHeld != 0) Fake(XCB_KEY_RELEASE, aHeld);
 }
 

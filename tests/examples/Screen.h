@@ -37,7 +37,6 @@ class Screen {
 
   // Input. Positions are pixels of the window.
   void MoveTo(int aX, int aY);
-  void Button(bool aDown);
   void Click(int aX, int aY);
   /// @param aHeld keycode of a key that is held meanwhile; 0 for none
   void Drag(int aX1, int aY1, int aX2, int aY2, std::uint8_t aHeld = 0);
@@ -52,7 +51,7 @@ class Screen {
   };
 
   std::string TitleOf(xcb_window_t aWindow) const;
-  /// position of the window
+  /// Returns the position and size of the window on the screen; all 0 if it does not exist.
   Place Where() const;
   xcb_atom_t Atom(const std::string& aName) const;
   /// Sends the window a message. @param aType name of its type
@@ -60,6 +59,8 @@ class Screen {
   /// Answers the request for the text of a drop.
   bool HandOver(const std::string& aText);
   void Fake(std::uint8_t aType, std::uint8_t aDetail, int aX = 0, int aY = 0);
+  /// Presses or releases the left mouse button. @param aType XCB_BUTTON_PRESS or XCB_BUTTON_RELEASE
+  void Button(std::uint8_t aType);
 
   const XServer m_server{"2048x1536x24"};
   xcb_connection_t* m_connection = nullptr;

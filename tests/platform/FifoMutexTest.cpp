@@ -7,7 +7,7 @@
 using namespace std::chrono_literals;
 
 TEST(FifoMutex, SkipsAThreadThatStoppedWaiting) {
-  FifoMutex mutex(true);
+  FifoMutex mutex(true);  // held from the start
   const auto wait = [&](std::chrono::milliseconds aLongest) {
     auto result = std::async(std::launch::async, [&, aLongest] { return mutex.TryLockFor(aLongest); });
     std::this_thread::sleep_for(20ms);  // the order of arrival

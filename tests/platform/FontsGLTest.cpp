@@ -1,5 +1,5 @@
-// The platform's fonts compared with FreeType: bitmaps, outlines, solids, styles and the stock font. Plain
-// rendering context.
+// The platform's fonts: bitmaps and outlines compared with FreeType; solids, styles, substitutes, the stock
+// font, and damaged files. Plain rendering context.
 
 #include <ft2build.h>
 
@@ -305,7 +305,15 @@ TEST(Fonts, LimitTheBarsOfADamagedFile) {
     const TestFolder folder;
     folder.Put("hostile.ttf", file.m_vBytes);
     const FontConfiguration hostile(ConfigurationOf(folder));
-    const auto font = DeviceFont::Create({"", -100, 0, 0, 400, FF_SWISS, false, true, true});
+    const auto font = DeviceFont::Create({.m_szFace = "",
+                                          .m_iHeight = -100,
+                                          .m_iWidth = 0,
+                                          .m_iOrientation = 0,
+                                          .m_iWeight = 400,
+                                          .m_dwPitchAndFamily = FF_SWISS,
+                                          .m_bItalic = false,
+                                          .m_bUnderline = true,
+                                          .m_bStrikeOut = true});
     ASSERT_NE(font, nullptr);
     const GlyphBitmap bitmap = font->Bitmap('A');
     EXPECT_GT(bitmap.m_iAdvance, 3000) << "the face is in use";

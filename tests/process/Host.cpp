@@ -83,7 +83,7 @@ std::string AwaitLine() {
   return line;
 }
 
-/// Objects that live as long as the program, or longer.
+/// Keeps an object until the process ends, without destroying it.
 template <class T>
 T& Kept(T* aObject) {
   static T* kept = nullptr;
@@ -155,7 +155,7 @@ bool ExitsInPainter() {
   return false;
 }
 
-/// A handler that waits for a thread that uses the context: that thread must not be blocked.
+/// An exit handler waits for a thread that uses the context. The component must not block that thread.
 bool JoinsAtExit() {
   static Scene& scene = Drawing();
   static std::atomic<bool> stop{false};
@@ -180,6 +180,10 @@ bool JoinsAtExit() {
   return true;
 }
 
+constexpr bool kWithHandlers = true;
+
+/// Runs a function in a forked child, which ends with the result. @param aHandlers whether it runs exit
+/// handlers
 bool ChildEndsWith(const std::function<int()>& aChild, bool aHandlers) {
   const pid_t child = fork();
   if (child == 0) {
@@ -232,11 +236,11 @@ bool DrawsInChild() {
     return GLCreate<IGLContext>(CLSID_GLContext)->Initialize(0) == E_FAIL ? kIntended : kFailed;
   };
   for (int i = 0; i < 3; ++i) {
-    if (!ChildEndsWith(draw, true)) return false;
+    if (!ChildEndsWith(draw, kWithHandlers)) return false;
   }
   const Scene& scene = Drawing();
   for (int i = 0; i < 3; ++i) {
-    if (!ChildEndsWith(isRefused, true)) return false;
+    if (!ChildEndsWith(isRefused, kWithHandlers)) return false;
   }
   return scene.ShowsOrange();
 }
@@ -271,8 +275,8 @@ bool TerminatesEgl() {
   return eglTerminate(own) == EGL_TRUE && scene.ShowsOrange();
 }
 
-/// With no GLLIB_DISPLAY: draws headless while no server can be reached, and then on the next server, in the
-/// parent window whose number is read from stdin.
+/// With no GLLIB_DISPLAY: draws headless while no server can be reached. Then it draws on the next server. A
+/// line of stdin contains the server and the number of the parent window.
 bool OutlivesAnOutage() {
   unsetenv("GLLIB_DISPLAY");
   Scene& scene = Drawing();

@@ -29,13 +29,16 @@ HRESULT ListMembers(Stage& s) {
       {s.context->EnumViewers(all.Get()), s.context->EnumLights(all.Get()), s.context->EnumFonts(all.Get())});
 }
 
+enum class Returns { kCounted, kBorrowed };  // the kind of reference that a creator returns
+
 /// Creates a font, and destroys it.
-template <bool kCounted, class Create>
+template <Returns kReturns, class Create>
 HRESULT MakeFont(Stage& s, Create aCreate) {
   IGLFont* font = nullptr;
   const HRESULT created = aCreate(&font);
   if (created != S_OK) return created;
-  const auto held = kCounted ? GLPtr<IGLFont>::FromCounted(font) : GLPtr<IGLFont>::FromBorrowed(font);
+  const auto held =
+      kReturns == Returns::kCounted ? GLPtr<IGLFont>::FromCounted(font) : GLPtr<IGLFont>::FromBorrowed(font);
   GLPtr<IGLFont> found;
   return All({s.context->SetDefaultFont(font), s.context->GetDefaultFont(found.Put()),
               found == held ? S_OK : E_FAIL, s.context->DestroyFont(font)});
@@ -96,21 +99,23 @@ constexpr Operation kOperations[] = {
     {"EnumViewers, EnumLights, EnumFonts", ListMembers},
     {"GetFog", [](Stage& s) { return s.context->GetFog(GLPtr<IGLFog>().Put()); }},
     {"CreateSystemFont",
-     [](Stage& s) { return MakeFont<true>(s, [&](IGLFont** f) { return s.context->CreateSystemFont(f); }); }},
+     [](Stage& s) {
+       return MakeFont<Returns::kCounted>(s, [&](IGLFont** f) { return s.context->CreateSystemFont(f); });
+     }},
     {"CreateInternalFont",
      [](Stage& s) {
-       return MakeFont<true>(
+       return MakeFont<Returns::kCounted>(
            s, [&](IGLFont** f) { return Control(s)->CreateInternalFont(GLString("HAND"), f); });
      }},
     {"CreateRasterFont",
      [](Stage& s) {
-       return MakeFont<false>(s, [&](IGLFont** f) {
+       return MakeFont<Returns::kBorrowed>(s, [&](IGLFont** f) {
          return s.context->CreateRasterFont(GLString("DejaVu Sans"), 0, 400, 0, 8, 0, f);
        });
      }},
     {"CreateTrueTypeFont",
      [](Stage& s) {
-       return MakeFont<false>(s, [&](IGLFont** f) {
+       return MakeFont<Returns::kBorrowed>(s, [&](IGLFont** f) {
          return s.context->CreateTrueTypeFont(GLString("DejaVu Sans"), 0, 400, 0, 0, f);
        });
      }},

@@ -38,8 +38,8 @@ constexpr unsigned kWithoutGL = In({kInTask, kInOnData, kInOthersFrame, kInOther
 struct Operation {
   const char* m_szName;
   HRESULT (*m_pfnRun)(Stage&);
-  unsigned m_uRefused =
-      kNowhere;  ///< columns that return E_GL_BADSTATE; during the teardown each operation may
+  /// Columns that return E_GL_BADSTATE. During the teardown each operation may return it.
+  unsigned m_uRefused = kNowhere;
 };
 
 /// Returns the first result that is not S_OK.

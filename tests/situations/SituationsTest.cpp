@@ -28,7 +28,7 @@ void Watch(const std::string& aName) {
   alarm(kTimeLimit);
 }
 
-/// State that a callback finds, and must find again after the call.
+/// GL state of a callback. The call must not change it.
 struct Found {
   EGLContext context = EGL_NO_CONTEXT;
   std::array<GLint, 6> values{};
@@ -139,12 +139,14 @@ class Situations : public testing::TestWithParam<Situation> {
     return m_Other->Frame();
   }
 
-  void Check(const Operation& aOperation, bool aDraws) {
+  enum class Effect { kSettings, kNothing };  // what may differ after the operation
+
+  void Check(const Operation& aOperation, Effect aEffect) {
     const std::string name = std::string(aOperation.m_szName) + " in " + kNames[GetParam()];
     Watch(name);
     SCOPED_TRACE(name);
     Aftermath wanted = m_Base;
-    if (!aDraws && GetParam() != kInTeardown && !IsRefused(aOperation)) {
+    if (aEffect == Effect::kSettings && GetParam() != kInTeardown && !IsRefused(aOperation)) {
       m_Stage->Reset();
       EXPECT_EQ(aOperation.m_pfnRun(*m_Stage), S_OK) << "between two frames";
       wanted = After(*m_Stage);
@@ -187,8 +189,8 @@ class Situations : public testing::TestWithParam<Situation> {
 }  // namespace
 
 TEST_P(Situations, KeepPassesAndSettings) {
-  for (const Operation& operation : ContextOperations()) Check(operation, false);
-  for (const Operation& operation : DrawingOperations()) Check(operation, true);
+  for (const Operation& operation : ContextOperations()) Check(operation, Effect::kSettings);
+  for (const Operation& operation : DrawingOperations()) Check(operation, Effect::kNothing);
 }
 
 INSTANTIATE_TEST_SUITE_P(In, Situations,

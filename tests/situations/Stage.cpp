@@ -59,7 +59,7 @@ class Stage::Gauge final : public GLViewerGaugeBase {
   Stage& m_Stage;
 };
 
-/// Tells the stage that its scene is drawn for a picture.
+/// Sets m_bCapturing of the stage while a capture draws.
 class Stage::Picturing final : public TestCapture {
  public:
   explicit Picturing(Stage& aStage) : m_Stage(aStage) {}
@@ -199,12 +199,13 @@ Outcome Stage::Capture() {
 
 Outcome Stage::Pick() {
   m_uError = 0;
-  const Selection got = ::Pick(*context, *viewer, {-0.95, -0.95, 0}, {0.95, 0.95, 0}, false, true, 16);
+  const Selection got =
+      ::Pick(*context, *viewer, {-0.95, -0.95, 0}, {0.95, 0.95, 0}, {.enclosed = true, .capacity = 16});
   EXPECT_EQ(got.result, S_OK);
   return {Picture(), got.ids, m_uError};
 }
 
-// The list, then the call, then everything else, so that effects of the call on the pass are visible.
+// Draws the list, makes the call, and draws the rest. Effects of the call on the pass are therefore visible.
 void Stage::Draw(Scene& aScene) {
   IGLCanvas& drawn = aScene.Canvas();
   GLint mode = GL_RENDER;
@@ -215,14 +216,15 @@ void Stage::Draw(Scene& aScene) {
   drawn.IsCompiledList(list, &valid);
   if (valid == 0) {
     drawn.BeginCompileList(&list);
-    DrawFirst(drawn, false);
+    DrawFirst(drawn);
     drawn.EndCompileList();
   }
   GLDATA_POINT outside{1e4, 0, 0};
   for (const auto& text : {font, system}) text->Print(m_Text, &outside);  // built while no list is open
   int open = 0;
   if (listed) drawn.BeginCompileList(&open);
-  DrawFirst(drawn, true);
+  drawn.SetTestID(1);
+  drawn.DrawCompiledList(list);
   CallAt(listed ? Place::kOpenList : place);
   DrawSecond(drawn);
   if (listed) {
@@ -233,12 +235,7 @@ void Stage::Draw(Scene& aScene) {
   if (place == Place::kPick) m_uError |= glGetError();
 }
 
-void Stage::DrawFirst(IGLCanvas& aCanvas, bool aFromList) {
-  if (aFromList) {
-    aCanvas.SetTestID(1);
-    aCanvas.DrawCompiledList(list);
-    return;
-  }
+void Stage::DrawFirst(IGLCanvas& aCanvas) {
   GLDATA_RGBA red{1, 0.2f, 0.2f, 1};
   aCanvas.SetVertexColor(&red);
   Square(aCanvas, -9, -9, 6, 0);

@@ -19,7 +19,7 @@ struct Outcome {
   friend bool operator==(const Outcome&, const Outcome&) = default;
 };
 
-/// Returns all values that getters of a context and its parts return, by name.
+/// Values from the getters of a context and its parts, each with a name.
 using Settings = std::vector<std::pair<std::string_view, double>>;
 
 class Stage {
@@ -39,7 +39,7 @@ class Stage {
   /// Draws on request again, and attaches the stage's capture.
   void Control();
 
-  // The passes. Each waits for its end, for at most ten seconds.
+  // The passes. Each waits for its end, for at most a minute.
   Outcome Frame();
   Outcome Capture();
   Outcome Pick();
@@ -62,7 +62,7 @@ class Stage {
 
   void ForgetMembers();
   void Draw(Scene& aScene);
-  void DrawFirst(IGLCanvas& aCanvas, bool aFromList);
+  void DrawFirst(IGLCanvas& aCanvas);
   void DrawSecond(IGLCanvas& aCanvas);
   void CallAt(Place aPlace);
 

@@ -139,12 +139,12 @@ void DrawRectangle(IGLCanvas& aCanvas, double aX1, double aY1, double aX2, doubl
 }
 
 Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GLDATA_POINT aSecond,
-               bool aClosest, bool aEnclosed, int aCapacity) {
-  std::vector<ULONG> ids(static_cast<std::size_t>(std::max(aCapacity, 1)), 77);
-  int size = aCapacity;
-  const HRESULT result =
-      aContext.Select(&aViewer, &aFirst, &aSecond, aClosest ? 1 : 0, aEnclosed ? 1 : 0, &size, ids.data());
-  if (result == S_OK && !aEnclosed && aCapacity > 0) {
+               PickOptions aOptions) {
+  std::vector<ULONG> ids(static_cast<std::size_t>(std::max(aOptions.capacity, 1)), 77);
+  int size = aOptions.capacity;
+  const HRESULT result = aContext.Select(&aViewer, &aFirst, &aSecond, aOptions.closest ? 1 : 0,
+                                         aOptions.enclosed ? 1 : 0, &size, ids.data());
+  if (result == S_OK && !aOptions.enclosed && aOptions.capacity > 0) {
     EXPECT_TRUE(std::all_of(ids.begin() + size, ids.end(), [](ULONG id) { return id == 0; }));
   }
   ids.resize(static_cast<std::size_t>(std::max(size, 0)));

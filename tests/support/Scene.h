@@ -82,12 +82,13 @@ class ContextFixture {
 struct FreeContext {
   explicit FreeContext(DrawFunction aDraw = {}, int aWidth = 32, int aHeight = 32, ULONG_PTR aParent = 0);
 
-  /// Waits for a number of further frames.
+  /// Waits for a number of further calls of the painter.
   void Await(int aFrames) const;
 
   GLPtr<IGLContext> context = GLCreate<IGLContext>(CLSID_GLContext);
   IGLViewer* viewer = nullptr;
-  std::shared_ptr<std::atomic<int>> frames = std::make_shared<std::atomic<int>>(0);  // with the painter's
+  /// Number of calls of the painter: frames, captures and selections. The painter shares it.
+  std::shared_ptr<std::atomic<int>> frames = std::make_shared<std::atomic<int>>(0);
 };
 
 /// Takes one picture per request, and keeps the result.
@@ -115,9 +116,13 @@ struct Selection {
   HRESULT result;
   std::vector<ULONG> ids;
 };
-/// Selects in a box. The rest of the host's array must be 0.
+struct PickOptions {
+  bool closest = false, enclosed = false;
+  int capacity = 64;  ///< of the host's array
+};
+/// Selects in a box. Unless only enclosed identifiers are kept, the rest of the host's array must be 0.
 Selection Pick(IGLContext& aContext, IGLViewer& aViewer, GLDATA_POINT aFirst, GLDATA_POINT aSecond,
-               bool aClosest = false, bool aEnclosed = false, int aCapacity = 64);
+               PickOptions aOptions = {});
 
 /// Creates a font of each kind: system, atlas, raster and outlines. The latter two take long.
 using Fonts = std::array<GLPtr<IGLFont>, 4>;

@@ -45,9 +45,8 @@ class Picking {
 
   IGLContext& Context() const { return *m_Drawn.context; }
   IGLViewer& Viewer() const { return *m_Drawn.viewer; }
-  Ids At(GLDATA_POINT aFirst, GLDATA_POINT aSecond, bool aClosest = false, bool aEnclosed = false,
-         int aCapacity = 64) const {
-    return Pick(Context(), Viewer(), aFirst, aSecond, aClosest, aEnclosed, aCapacity).ids;
+  Ids At(GLDATA_POINT aFirst, GLDATA_POINT aSecond, PickOptions aOptions = {}) const {
+    return Pick(Context(), Viewer(), aFirst, aSecond, aOptions).ids;
   }
   void Show(std::vector<Square> aSquares) {
     const std::scoped_lock lock(m_Lock);
@@ -67,7 +66,7 @@ TEST(Select, FindsIdentifiersInDrawingOrder) {
   const Picking picking(
       100, 100, {{7, -0.5, -0.5, 0.5, 0.5, -5}, {9, -0.2, -0.2, 0.2, 0.2, 5}, {4, 0.6, 0.6, 0.9, 0.9, 0}});
   EXPECT_EQ(picking.At({0, 0, 0}, {0, 0, 0}), (Ids{7, 9}));
-  EXPECT_EQ(picking.At({0, 0, 0}, {0, 0, 0}, true), (Ids{9})) << "the nearest";
+  EXPECT_EQ(picking.At({0, 0, 0}, {0, 0, 0}, {.closest = true}), (Ids{9})) << "the nearest";
   EXPECT_EQ(picking.At({0.75, 0.75, 0}, {0.75, 0.75, 0}), (Ids{4}));
   EXPECT_EQ(picking.At({-0.9, 0.9, 0}, {-0.9, 0.9, 0}), (Ids{}));
   EXPECT_EQ(picking.At({-1, -1, 0}, {1, 1, 0}), (Ids{7, 9, 4}));
@@ -82,13 +81,13 @@ TEST(Select, CountsRecordsAndSkipsIdentifierZero) {
   const Picking four(
       64, 64, {{1, -1, -1, 1, 1, 0}, {2, -1, -1, 1, 1, 0}, {3, -1, -1, 1, 1, 0}, {2, -1, -1, 1, 1, 0}});
   EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}), (Ids{1, 2, 3, 2}));
-  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, false, false, 3), (Ids{})) << "an overflow returns no partial list";
-  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, true, false, 1), (Ids{}));
-  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, true), (Ids{1})) << "the first drawn of equal depths";
-  EXPECT_EQ(Pick(four.Context(), four.Viewer(), {0, 0, 0}, {0, 0, 0}, false, false, 0).result, S_OK);
+  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, {.capacity = 3}), (Ids{})) << "an overflow returns no partial list";
+  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, {.closest = true, .capacity = 1}), (Ids{}));
+  EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, {.closest = true}), (Ids{1})) << "the first drawn of equal depths";
+  EXPECT_EQ(Pick(four.Context(), four.Viewer(), {0, 0, 0}, {0, 0, 0}, {.capacity = 0}).result, S_OK);
 }
 
-TEST(Select, KeepsEnclosedIdentifiersInOrder) {
+TEST(Select, KeepsOnlyEnclosedIdentifiers) {
   // 2 crosses the left edge, 5 the top edge.
   const Picking picking(200, 200,
                         {{1, -0.4, -0.4, -0.3, -0.3, 0},
@@ -98,9 +97,10 @@ TEST(Select, KeepsEnclosedIdentifiersInOrder) {
                          {5, 0.0, 0.4, 0.1, 0.9, 0}});
   const GLDATA_POINT low{-0.5, -0.5, 0}, high{0.5, 0.5, 0};
   EXPECT_EQ(picking.At(low, high), (Ids{1, 2, 3, 4, 5}));
-  EXPECT_EQ(picking.At(low, high, false, true), (Ids{1, 4, 3})) << "the last one fills a gap";
-  EXPECT_EQ(picking.At(high, low, false, true), (Ids{1, 4, 3}));
-  EXPECT_EQ(picking.At(low, high, true, true), (Ids{1})) << "the nearest of the box";
+  EXPECT_EQ(picking.At(low, high, {.enclosed = true}), (Ids{1, 4, 3}))
+      << "the last one replaces a removed one";
+  EXPECT_EQ(picking.At(high, low, {.enclosed = true}), (Ids{1, 4, 3}));
+  EXPECT_EQ(picking.At(low, high, {.closest = true, .enclosed = true}), (Ids{1})) << "the nearest of the box";
 }
 
 TEST(Select, UsesTheClipRectangle) {
@@ -124,7 +124,7 @@ TEST(Select, IsRefusedWithoutAThreadToServeIt) {
   GLDATA_POINT point{};
   IGLContext& context = picking.Context();
   const auto refuses = [&](IGLContext& from, IGLViewer& viewer, HRESULT result) {
-    const Selection got = Pick(from, viewer, point, point, false, false);
+    const Selection got = Pick(from, viewer, point, point);
     EXPECT_EQ(got.result, result);
     EXPECT_TRUE(got.ids.empty());
   };
@@ -152,7 +152,7 @@ TEST(Select, RefusesACircleOfWaitingPainters) {
       ++inside;
       EXPECT_TRUE(Eventually([&] { return inside == kContexts; }));
       const FreeContext& next = *sides[(i + 1) % kContexts];
-      results[i] = Pick(*next.context, *next.viewer, {}, {}, false, false).result;
+      results[i] = Pick(*next.context, *next.viewer, {}, {}).result;
     });
   }
   start = true;
@@ -162,7 +162,8 @@ TEST(Select, RefusesACircleOfWaitingPainters) {
   EXPECT_EQ(count(S_OK), kContexts - 1) << "the others are served after it returns";
 }
 
-// Independent computation: a square that faces the eye is a square in the picture.
+// The expected results are computed from the fact that a square that faces the eye is a square in the
+// picture.
 TEST(Select, AgreesWithGeometry) {
   constexpr int kScenes = 1000, kSquares = 8, kSide = 200;
   constexpr double kTolerance = 0.05;  // pixels by which float arithmetic may differ from this test
@@ -191,7 +192,7 @@ TEST(Select, AgreesWithGeometry) {
     viewer.SetOrtho(ortho ? 1 : 0);
     const GLDATA_POINT first{between(-1, 1), between(-1, 1), 0};
     const GLDATA_POINT second = point ? first : GLDATA_POINT{between(-1, 1), between(-1, 1), 0};
-    const Selection got = Pick(picking.Context(), viewer, first, second, false, inside);
+    const Selection got = Pick(picking.Context(), viewer, first, second, {.enclosed = inside});
     ASSERT_EQ(got.result, S_OK);
     // In pixels from the middle.
     const auto [left, right] = std::minmax({first.x * kSide / 2, second.x * kSide / 2});
@@ -235,7 +236,7 @@ TEST(Select, EndsBeforeItsPainterIsDetached) {
   fixture.Context().AttachPainter(painter.Get());
   picks = true;
   std::thread host([&] {
-    Pick(fixture.Context(), fixture.Viewer(), {-0.9, -0.9, 0}, {0.9, 0.9, 0}, false, true);
+    Pick(fixture.Context(), fixture.Viewer(), {-0.9, -0.9, 0}, {0.9, 0.9, 0}, {.enclosed = true});
   });
   ASSERT_TRUE(Eventually([&] { return inside == 1; }));
   fixture.Context().DetachPainter();
@@ -272,14 +273,14 @@ TEST(Select, AllocatesNothingAfterTheFirstCalls) {
   EXPECT_GT(warm, 0u) << "the allocations of the draw thread are counted";
 }
 
-TEST(Select, SeesPlanesGoWithoutAFrame) {
+TEST(Select, UsesAResetOfClipPlanesBeforeAFrameDoes) {
   ContextFixture fixture(32, 32);
   IGLContext& context = fixture.Context();
   const auto painter = GLMake<TestPainter>([](Scene& scene) {
     Draw(scene.Canvas(), {{1, -9, -9, 9, 9, -10}});
   });
   context.AttachPainter(painter.Get());
-  const auto found = [&] { return Pick(context, fixture.Viewer(), {}, {}, false, false).ids; };
+  const auto found = [&] { return Pick(context, fixture.Viewer(), {}, {}).ids; };
   ASSERT_EQ(found(), Ids{1});
   GLDATA_POINT a{20, 0, 0}, b{20, 1, 0}, c{20, 0, 1};
   context.ClipPlane(&a, &b, &c);  // keeps x above 20
@@ -292,9 +293,9 @@ TEST(Select, SeesPlanesGoWithoutAFrame) {
   fixture.ContextAs<IGLContext2>()->TriggerDrawThread();
   ASSERT_TRUE(Eventually([&] { return drawn.load(); }));
   ASSERT_EQ(found(), Ids{});
-  fixture.Viewer().Show(0);  // no viewer pass applies the reset
+  fixture.Viewer().Show(0);  // so no viewer pass applies the reset
   {
-    const ExhaustedHeap heap(0);  // no task applies it either
+    const ExhaustedHeap heap(0);  // so no task applies it
     context.ResetClipPlanes();
   }
   EXPECT_EQ(found(), Ids{1});

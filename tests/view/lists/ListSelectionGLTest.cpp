@@ -71,9 +71,9 @@ Step RandomStep(std::mt19937& aRandom) {
 /// A part of a scene: steps in one list, called lists, and optional matrix operations.
 struct Part {
   Steps steps;
-  std::vector<int> nested;  // earlier parts, called after every few steps
+  std::vector<int> nested;  // earlier parts; one is called after every five steps
   bool turned = false;
-  double shift = 0;  // set by the painter before the list
+  double shift = 0;  // translation along x that the painter applies before the list
 };
 
 /// A scene with one list per part, which is compiled when it is first needed.
@@ -140,7 +140,7 @@ ListScene RandomScene(std::mt19937& aRandom) {
   return ListScene(std::move(parts));
 }
 
-/// Draws only for selections. The function changes only while none runs.
+/// A context that draws only for selections. The painter changes only while no selection runs.
 class Picked {
  public:
   Picked() {
@@ -153,16 +153,14 @@ class Picked {
 
   struct Request {
     GLDATA_POINT first, second;
-    bool closest, enclosed;
-    int capacity;
+    PickOptions options;
   };
 
   Ids Pick(const Request& aRequest, DrawFunction aDraw) {
     m_Painter = GLMake<TestPainter>(std::move(aDraw));
     m_Drawn.context->AttachPainter(m_Painter.Get());
-    const auto& [first, second, closest, enclosed, capacity] = aRequest;
     const Selection got =
-        ::Pick(*m_Drawn.context, *m_Drawn.viewer, first, second, closest, enclosed, capacity);
+        ::Pick(*m_Drawn.context, *m_Drawn.viewer, aRequest.first, aRequest.second, aRequest.options);
     EXPECT_EQ(got.result, S_OK);
     return got.ids;
   }
@@ -174,19 +172,22 @@ class Picked {
   GLPtr<TestPainter> m_Painter;
 };
 
-constexpr Picked::Request kMiddle{{0, 0, 0}, {0, 0, 0}, false, false, 64};
-constexpr Picked::Request kAll{{-1, -1, 0}, {1, 1, 0}, false, false, 512};
+constexpr Picked::Request kMiddle{{0, 0, 0}, {0, 0, 0}, {}};
+constexpr Picked::Request kAll{{-1, -1, 0}, {1, 1, 0}, {.capacity = 512}};
 
 Picked::Request RandomRequest(std::mt19937& aRandom) {
   const GLDATA_POINT first{Coordinate(aRandom, 1), Coordinate(aRandom, 1), 0};
   const bool point = Between(aRandom, 0, 2) == 0;
   const GLDATA_POINT second = point ? first : GLDATA_POINT{Coordinate(aRandom, 1), Coordinate(aRandom, 1), 0};
-  return {first, second, Between(aRandom, 0, 1) == 1, Between(aRandom, 0, 2) == 0,
-          Between(aRandom, 0, 3) == 0 ? 3 : 512};
+  return {first,
+          second,
+          {.closest = Between(aRandom, 0, 1) == 1,
+           .enclosed = Between(aRandom, 0, 2) == 0,
+           .capacity = Between(aRandom, 0, 3) == 0 ? 3 : 512}};
 }
 
-/// Draws 40 triangles in a row of 40 places from left to right, 20 times. The identifier is the number of the
-/// place.
+/// Draws a row of 40 places from left to right, each with 200 equal triangles. The identifier is the number
+/// of the place, from 1.
 void DrawRow(IGLCanvas& aCanvas, double aBottom = -0.1) {
   for (int place = 0; place < 40; ++place) {
     const double x = -1.0 + place * 0.05;
@@ -283,7 +284,8 @@ TEST(ListSelection, FindsTheHostsOwnCallsInAList) {
   GLuint own = 0;
   const struct {
     const char* what;
-    std::function<void(IGLCanvas&)> before, after;  // of the row, which is above the middle
+    std::function<void(IGLCanvas&)> before,
+        after;  // calls before and after the row, which is above the middle
   } kCases[] = {
       {"vertices", [](IGLCanvas&) {}, [](IGLCanvas& c) { triangle(0), c.SetTestID(50); }},
       {"vertices in a list", [&](IGLCanvas&) {}, [&](IGLCanvas& c) { glCallList(own), c.SetTestID(50); }},
@@ -350,7 +352,7 @@ TEST(ListSelection, LeavesAShortListOpenAtANestedCall) {
       for (int i = 0; i < 63; ++i) c.Vertex3d(0, 0, 0);
       c.EndDrawVertices();
       c.DrawCompiledList(nested);
-      EXPECT_EQ(opened(), name) << "painters may query it";
+      EXPECT_EQ(opened(), name) << "painters may query the open list";
     });
   });
 }
