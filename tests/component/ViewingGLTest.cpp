@@ -79,10 +79,10 @@ TEST_F(Viewing, ReadsThePointUnderAPixel) {
     };
     Paint(
         [&, corners = std::array{corner(-1, -1), corner(1, -1), corner(1, 1), corner(-1, 1)}](Scene& scene) {
-          glPixelStorei(GL_PACK_SKIP_PIXELS, 7);  // state of a painter that must have no effect
-          glMatrixMode(GL_MODELVIEW);
-          glTranslated(0, 0, 0);
           DrawQuad(scene.Canvas(), {1, 0, 0, 1}, corners);
+          glPixelStorei(GL_PACK_SKIP_PIXELS, 7);  // state that the painter leaves must have no effect
+          glMatrixMode(GL_MODELVIEW);
+          glTranslated(1, 2, 3);
         });
     const auto point = Await(m_Viewing->PointUnder(*m_pViewer, pixel));
     const GLRay ray = view.Ray(pixel);
@@ -105,7 +105,7 @@ TEST_F(Viewing, ReadsThePointUnderAPixel) {
 }
 
 TEST_F(Viewing, KnowsTheOrderOfViewers) {
-  // The painter is called in drawing order.
+  // In each frame the context calls the painter once per viewer, in drawing order.
   std::mutex lock;
   std::vector<IGLViewer*> frame, order;
   Paint([&](Scene& scene) {

@@ -266,7 +266,7 @@ TEST(Font, StoresThePropertiesOfItsKind) {
   });
 }
 
-// The texture that the host has bound, and state after drawing a clipped image.
+// The host has bound a texture, and pixel state as after drawing a part of an image.
 TEST(Font, BuildKeepsTextureAndPixelState) {
   Picture pictures[2];
   for (const bool odd : {false, true}) {
@@ -283,11 +283,13 @@ TEST(Font, BuildKeepsTextureAndPixelState) {
       }
       for (const FontKind kind : kFontKinds)
         EXPECT_EQ(Print(*bench.Make(kind), u"Text", {60.0 * static_cast<int>(kind), 20, 0}), S_OK);
-      GLint bound = 0, skipped = 0;
+      GLint bound = 0, length = 0, rows = 0, pixels = 0;
       glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
-      glGetIntegerv(GL_UNPACK_SKIP_ROWS, &skipped);
+      glGetIntegerv(GL_UNPACK_ROW_LENGTH, &length);
+      glGetIntegerv(GL_UNPACK_SKIP_ROWS, &rows);
+      glGetIntegerv(GL_UNPACK_SKIP_PIXELS, &pixels);
       EXPECT_EQ(static_cast<GLuint>(bound), texture);
-      EXPECT_EQ(skipped, odd ? 1000 : 0);
+      EXPECT_EQ(std::tuple(length, rows, pixels), odd ? std::tuple(100'000, 1000, 7) : std::tuple(0, 0, 0));
     });
   }
   EXPECT_GT(pictures[0].CountOther(0x000000FF), 100);

@@ -79,7 +79,7 @@ TEST(Capture, EqualsTheWindowsPicture) {
     SCOPED_TRACE(platform);
     const PlatformVersion version(platform);
     Captured captured(200, 150);
-    captured.capture->request.m_fZoom = platform == 1 ? 2 : 1;  // the window's way ignores it
+    captured.capture->request.m_fZoom = platform == 1 ? 2 : 1;  // a capture from the window ignores it
     const Picture window = captured.WindowPicture();
     EXPECT_GT(window.CountOther(0x000000FF), 200 * 150 / 4);
     EXPECT_EQ(Difference(captured.Take(), window), 0);
@@ -89,7 +89,7 @@ TEST(Capture, EqualsTheWindowsPicture) {
     for (int x = 0; x < 40; ++x) {
       for (int y = 0; y < 30; ++y) others += part.At(x, y) != window.At(x + 5, y + 7) ? 1 : 0;
     }
-    EXPECT_EQ(others, 0) << "rectangles count from the top";
+    EXPECT_EQ(others, 0) << "the rectangle is measured from the top left";
   }
 }
 
@@ -143,16 +143,16 @@ TEST(Capture, ReportsEachResult) {
     const char* name;
     GLCaptureRequest request;
     LONG answer;
-    int width, height;
+    int width, height, red;  // red: of the first pixel; negative if it is drawn
   } const cases[] = {
-      {"beyond right and bottom: cut", {10, 8, 500, 500}, 1, kWidth - 10, kHeight - 8},
-      {"zoom 1.5: the top left part", {0, 0, kWidth, kHeight, 1.5f}, 1, kWidth, kHeight},
-      {"a negative edge", {-1, 0, 10, 10}, 0, 7, 7},
-      {"an origin outside", {kWidth, 0, 10, 10}, 0, 7, 7},
-      {"an empty rectangle", {0, 0, 0, 10}, 0, 7, 7},
-      {"zoom below 1: nothing to read, no failure", {0, 0, 10, 10, 0.5f}, 1, 7, 7},
-      {"zoom 0: no bitmap", {0, 0, 10, 10, 0}, 0, 7, 7},
-      {"too large to draw: white", {0, 0, 10, 10, 300}, 0, 3000, 3000},
+      {"beyond right and bottom: cut", {10, 8, 500, 500}, 1, kWidth - 10, kHeight - 8, -1},
+      {"zoom 1.5: the top left part", {0, 0, kWidth, kHeight, 1.5f}, 1, kWidth, kHeight, -1},
+      {"a negative edge", {-1, 0, 10, 10}, 0, 7, 7, 1},
+      {"an origin outside", {kWidth, 0, 10, 10}, 0, 7, 7, 1},
+      {"an empty rectangle", {0, 0, 0, 10}, 0, 7, 7, 1},
+      {"zoom below 1: nothing to read, no failure", {0, 0, 10, 10, 0.5f}, 1, 7, 7, 1},
+      {"zoom 0: no bitmap", {0, 0, 10, 10, 0}, 0, 7, 7, 1},
+      {"too large to draw: white", {0, 0, 10, 10, 300}, 0, 3000, 3000, 255},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
@@ -163,6 +163,9 @@ TEST(Capture, ReportsEachResult) {
     capture.target->GetWidth(&width);
     capture.target->GetHeight(&height);
     EXPECT_EQ(std::pair(width, height), std::pair(c.width, c.height));
+    GLDATA_RGBA4B first{};
+    capture.target->GetPixel(0, 0, &first);
+    EXPECT_TRUE(c.red < 0 || first.m_bRed == c.red) << int{first.m_bRed};
   }
   capture.target.Reset();
   EXPECT_EQ(capture.Take(), 0) << "no pixmap";
@@ -199,7 +202,7 @@ TEST(Capture, ShowsTheBackgroundWhereNoViewerDraws) {
   Captured captured;
   IGLViewer& first = *captured.drawn.viewer;
   captured.capture->request = {.m_fZoom = 3, .m_sBackground = {1, 1, 0, 1}};
-  captured.Take();  // leaves memory with a different content than the background
+  captured.Take();  // leaves a picture in memory that differs from the background
   first.Clip(1);
   first.ShowClipFrame(0);
   first.SetClipRectangle(0, 0, 20, 20);
