@@ -1,6 +1,7 @@
 // Runs a fuzz target without libFuzzer: first the corpus files, then inputs generated from seeds. One thread.
 //   <target> [-runs=N] [-first=SEED] [-seconds=S] [FILE or FOLDER]...
-// Runs N seeds, starting with SEED, and stops after S seconds. "-first=K -runs=1" repeats seed K.
+// Runs N seeds, starting with SEED, and stops after S seconds. "-first=K -runs=1" repeats seed K. With
+// FUZZ_VERBOSE in the environment it prints each seed.
 
 #include <chrono>
 #include <cstdint>

@@ -1,4 +1,5 @@
-// Calls of the clients. Each call runs the client's script from the start, on the draw thread.
+// Calls of the clients, on the draw thread. Each call of a painter or gauge runs its script from the start. A
+// capture begins its script again only after the end.
 
 #include "host/Clients.h"
 

@@ -1,5 +1,5 @@
-// Clients of a run: painters, gauges and captures. Each runs a script of operations at every call. Any thread
-// creates them; draw threads call them.
+// Clients of a run. Painters and gauges run a script of operations at each call; captures take their answers
+// from a script. Any thread creates them; draw threads call them.
 
 #pragma once
 

@@ -20,7 +20,7 @@ GLPtr<IUnknown> Ask(IUnknown& aObject, const IID& aId) {
   return face;
 }
 
-/// An outer object with one interface besides those of its parts. It counts its references.
+/// An outer object whose other interfaces are those of its inner object. It counts its references.
 class Outer final : public IUnknown {
  public:
   HRESULT QueryInterface(REFIID riid, void** ppv) noexcept override {

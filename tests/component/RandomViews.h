@@ -18,7 +18,7 @@ class RandomViews {
     return {Number(-aSize, aSize), Number(-aSize, aSize), Number(-aSize, aSize)};
   }
 
-  /// Gives a context and its viewer new settings.
+  /// Gives a context and its viewer random settings.
   void Randomise(IGLContext& aContext, IGLViewer& aViewer) {
     const int width = Whole(40, 900), height = Whole(40, 900);
     aContext.SetViewport(0, 0, width, height);

@@ -10,7 +10,7 @@
 
 constexpr std::uint32_t kBlack = 0x000000FF, kWhite = 0xFFFFFFFF;
 
-/// A free-running context, with a painter that can be replaced between frames.
+/// A context that draws when the viewing object requests it. The painter can be replaced between frames.
 class Viewing : public testing::Test {
  protected:
   Viewing() {

@@ -5,12 +5,12 @@
 namespace {
 
 TEST_F(Viewing, TakesZoomedPicturesOfSeveralViewers) {
-  // In the window's numbers, the later rectangles reach into the enlarged earlier ones. The second rectangle
-  // extends beyond the window.
+  // In the window the later rectangles overlap the place of the first one in the picture at zoom 3. A clear
+  // at that position would erase parts of the first viewer. The second rectangle extends beyond the window.
   const struct {
     int ortho, x, y, width, height, scaled;
   } places[] = {{0, 3, 2, 40, 50, 1}, {1, 30, 10, 200, 150, 0}, {1, 5, 40, 30, 15, 0}};
-  // In drawing order, from the last to the first.
+  // In drawing order: the viewer that was created last is drawn first.
   std::vector<IGLViewer*> viewers = {AddViewer(1), AddViewer(1), m_pViewer};
   AddBackdrop();
   std::swap(viewers[0], viewers[1]);
@@ -75,7 +75,7 @@ TEST_F(Viewing, TakesZoomedPicturesOfSeveralViewers) {
     EXPECT_NEAR(area(whole) / 9.0, area(once), 0.2 * area(once)) << std::hex << color;
   }
   EXPECT_EQ(whole.CountOther(0xFF00FFFF), whole.Width() * whole.Height()) << "a triangle behind another one";
-  EXPECT_EQ(seen, 0) << "the viewers' values do not change";
+  EXPECT_EQ(seen, 0) << "the clip rectangles of the viewers do not change";
 
   GLCaptureRequest part = request;
   part.m_iX = 20, part.m_iY = 10, part.m_iWidth = 33, part.m_iHeight = 400;

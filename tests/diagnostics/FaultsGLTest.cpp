@@ -159,7 +159,7 @@ void CountReasons(const char* aLine, std::size_t aLength) {
   if (line.find("no draw thread could be started") != line.npos) ++g_iThreads;
 }
 
-/// Runs in a forked child with its own log lines. @return the child's result
+/// Runs a function in a forked child, which has a copy of the log lines. @return the function's result
 template <class Function>
 bool HoldsInChild(Function aFunction) {
   const pid_t child = fork();

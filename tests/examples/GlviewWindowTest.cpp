@@ -145,7 +145,7 @@ TEST_F(GlviewWindow, ShowsDroppedFiles) {
   const std::string bad = m_folder.Put("bad.obj", "nothing\n");
   m_screen.Drop({bad});
   EXPECT_TRUE(Eventually([&] { return m_screen.Title().find("bad.obj") != std::string::npos; }));
-  EXPECT_TRUE(m_screen.Title().starts_with("wall.obj - 3 triangles")) << "the previous model stays";
+  EXPECT_TRUE(m_screen.Title().starts_with("wall.obj - 3 triangles")) << "the previous model is still shown";
   m_screen.Drop({left, left});
   EXPECT_TRUE(TitleBeginsWith("left.obj, left.obj - 4 triangles")) << m_screen.Title();
   m_screen.Press(kEscape);
@@ -159,7 +159,7 @@ TEST_F(GlviewWindow, StepsThroughTheModelsOfAFolder) {
   m_folder.Put("models/c.obj", Square("left", "", -1, -1, 0, 1) + Square("right", "", 1, -1, 2, 1));
   m_folder.Put("models/d.text", "no model by its name\n");
   Open(m_folder / "models", "1 of 3: ");
-  EXPECT_NE(m_screen.Title().find("a.obj"), std::string::npos) << "it is refused";
+  EXPECT_NE(m_screen.Title().find("a.obj"), std::string::npos) << "the first model is refused";
   for (const auto& [key, begin, end] : {std::tuple{kPageDown, "b.obj - 2 triangles", "2 of 3"},
                                         {kPageDown, "c.obj - 4 triangles", "3 of 3"},
                                         {kPageUp, "b.obj - 2 triangles", "2 of 3"}}) {

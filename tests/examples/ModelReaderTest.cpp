@@ -18,7 +18,7 @@ std::vector<Part> Stl(const std::string& aBytes) {
   return ReadStl(file);
 }
 
-/// Returns a binary STL file with facets, whose header states a separate count.
+/// Returns a binary STL file. @param aTold number of facets that its header states
 std::string BinaryStl(std::uint32_t aTold, const std::vector<std::array<float, 12>>& aFacets) {
   std::string bytes = "solid by a program that begins its binary files so";
   bytes.resize(80);

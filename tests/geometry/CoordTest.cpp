@@ -116,7 +116,7 @@ TEST(Coord, SingularOrientations) {
   EXPECT_EQ(coord.m_dAngleX, 0.0);
   EXPECT_LT(Off(MatrixOf(coord), along), kCloseAngles);
   coord.SetFromAxes({0, 1, 0}, {-1, 0, 0}, {0, 0, 1});
-  EXPECT_NEAR(coord.m_dAngleZ, kHalfPi, kCloseAngles) << "axes of the parent system, for any angles";
+  EXPECT_NEAR(coord.m_dAngleZ, kHalfPi, kCloseAngles) << "the former angles have no effect";
 }
 
 namespace {

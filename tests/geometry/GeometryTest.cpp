@@ -18,10 +18,11 @@ namespace {
 
 double Off(const GPoint& a, const glm::dvec3& b) { return glm::length(ToGlm(a) - b); }
 
-/// Clears the error code. @return the previous code
+/// The error code of the kernel, which is cleared at the start of a test.
 class GeomErrors {
  public:
   GeomErrors() { g_iGeomError = kGeomNoError; }
+  /// Clears the error code. @return the previous code
   int Take() { return g_iGeomError.exchange(kGeomNoError); }
 };
 
@@ -130,7 +131,8 @@ TEST(Geometry, ProductHasTheArgumentOnTheLeft) {
   const double six[] = {1, 2, 3, 4, 5, 6};
   const GMatrix wide(2, 3, six);
   const GMatrix tall(3, 2, six);
-  EXPECT_THAT(Elements(wide.Multiply(tall)), ElementsAre(9, 12, 19, 26)) << "the smaller dimensions";
+  EXPECT_THAT(Elements(wide.Multiply(tall)), ElementsAre(9, 12, 19, 26))
+      << "tall * wide, cut to two rows and two columns";
   EXPECT_THAT(Elements(wide.Multiply(wide)), ElementsAre(0, 0, 0, 0, 0, 0)) << "inner dimensions differ";
   EXPECT_THAT(Elements(wide.Subtract(tall)), ElementsAre(0, 0, 0, 0, 0, 0)) << "sizes differ";
   EXPECT_THAT(Elements(t.Add(o)), ElementsAre(1, 3, 8, 4));

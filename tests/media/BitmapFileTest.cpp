@@ -1,5 +1,5 @@
-// The reader of bitmap files. The tests build files field by field; fuzz/corpus contains files that it must
-// refuse. No display.
+// The reader of bitmap files. The tests build files field by field; PixmapTest loads the files of
+// fuzz/corpus. No display.
 
 #include "media/BitmapFile.h"
 
@@ -85,8 +85,7 @@ TEST(BitmapFile, RefusesIndicesPastItsColorTable) {
 }
 
 TEST(BitmapFile, ReadsAcrossManyBlocks) {
-  constexpr unsigned kWidth = 1001,
-                     kHeight = 999;  // blocks end within rows
+  constexpr unsigned kWidth = 1001, kHeight = 999;  // the blocks that the reader reads end within rows
   BitmapBytes bytes{kWidth, -int{kHeight}, 24, {}, Bytes(3004 * kHeight)};
   const auto value = [](std::size_t i) { return static_cast<std::uint8_t>(i * 2654435761u >> 24); };
   for (std::size_t i = 0; i < bytes.m_Pixels.size(); ++i) bytes.m_Pixels[i] = value(i);

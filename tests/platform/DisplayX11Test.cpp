@@ -22,7 +22,7 @@ xcb_window_t XidOf(HWND aWindow) {
   return static_cast<xcb_window_t>(reinterpret_cast<std::uintptr_t>(aWindow));
 }
 
-/// The next calls of poll on this thread fail, as after a signal.
+/// The number of next calls of poll on this thread that fail, as after a signal.
 thread_local int t_iInterruptions = 0;
 
 class XWindow : public testing::Test {

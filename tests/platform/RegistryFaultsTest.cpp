@@ -18,15 +18,16 @@ using namespace std::chrono_literals;
 
 enum class Call { kRead, kWrite, kSync, kRename };
 
-/// The fault for the calling thread: the m_iTurn-th call fails with m_iError, or transfers half of the bytes.
+/// The fault for the calling thread: the m_iTurn-th call fails with m_iError, or transfers a part of the
+/// bytes.
 struct Fault {
   Call m_Call = Call::kRead;
   int m_iTurn = 0;   // counts down; 0: none
-  int m_iError = 0;  // 0: half of the bytes
+  int m_iError = 0;  // 0: transfers a part of the bytes
 };
 thread_local Fault* g_pFault = nullptr;
 
-/// Returns whether this call fails. @param aHalf receives whether it transfers half of the bytes
+/// Returns whether this call fails. @param aHalf receives whether it transfers a part of the bytes
 bool Fails(Call aCall, bool& aHalf) {
   Fault* fault = g_pFault;
   aHalf = false;

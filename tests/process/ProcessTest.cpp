@@ -1,5 +1,5 @@
 // The process of a host: exits at each stage of a context's life, forks, signals, and the loss of the X
-// server. Each host runs in a separate process. GLLIB_PROCESS_REPEATS raises the number of repetitions.
+// server. Each host runs in a separate process. GLLIB_PROCESS_REPEATS sets the number of repetitions.
 
 #include <signal.h>
 #include <sys/socket.h>

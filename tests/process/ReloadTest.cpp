@@ -1,5 +1,5 @@
 // A host that loads the module, draws, unloads the module and loads it again. No thread, descriptor, mapping
-// or font data may remain. GLLIB_PROCESS_REPEATS raises the number of cycles.
+// or font data may remain. The number of cycles is twice GLLIB_PROCESS_REPEATS, by default 5.
 
 #include <dlfcn.h>
 #include <malloc.h>
@@ -87,7 +87,7 @@ TEST(Reload, LeavesNothingAfterDrawing) {
     }
     EXPECT_FALSE(IsMapped());
     EXPECT_EQ(ThreadsOfProcess(), threads);
-    if (turn == 0) {  // a driver may keep some
+    if (turn == 0) {  // a driver may keep some of its first use
       descriptors = DescriptorsOfProcess();
       heap = mallinfo2().uordblks;
     }

@@ -119,7 +119,7 @@ class Pixmaps(unittest.TestCase):
                 move()
         again = pixmap.keep()
         pixmap.close()
-        self.assertEqual(references(again), 2, "the array holds one")
+        self.assertEqual(references(again), 2, "one reference of the array")
         self.assertEqual(part.tolist(), [[7] * 4] * 2)
         del part
         gc.collect()

@@ -11,7 +11,7 @@ sys.path.insert(0, str(Path(os.environ["GLLIB_SOURCE_DIR"]) / "bindings/python/e
 
 
 class Picking(unittest.TestCase):
-    """Runs in a separate X server, whose only client is this process: a process selects its display once."""
+    """Uses a separate X server. The component keeps its display, so no other test runs in this process."""
 
     @classmethod
     def setUpClass(cls):

@@ -59,7 +59,8 @@ run(${prefix}/bin/gllib-register)
 file(READ ${WORK}/registry/machine.reg output)
 expect("${output}" "InprocServer32]\r?\n@=\"[^\"]*/root/usr/${LIBDIR}/libgllib.so.1" "the registered module")
 
-# A toolkit host from the sources in the package. The viewer runs, and finds its module relative to its own location.
+# Builds a toolkit host from the sources in the package. Runs the viewer, which finds its module relative to its own
+# location.
 run(${CMAKE_COMMAND} -S ${prefix}/share/doc/libgllib-dev/examples -B ${WORK}/hosts -DGLLIB_GLVIEW=OFF
     -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CXX})
 run(${CMAKE_COMMAND} --build ${WORK}/hosts --parallel 2 --target embed-gtk3)

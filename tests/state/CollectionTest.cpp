@@ -113,8 +113,7 @@ TEST_F(Collection, CopiesAndAppendsInSlotOrder) {
   EXPECT_EQ(m_Coll->AppendTo(other.Get()), S_OK);
   EXPECT_EQ(Slots(other)[9], 50);
   EXPECT_EQ(m_Coll->CopyTo(other.Get()), S_OK);
-  std::vector<int> expected(30,
-                            -1);  // by slot
+  std::vector<int> expected(30, -1);  // by slot
   for (int i = 0; i < 10; ++i) expected[static_cast<std::size_t>(i)] = i;
   expected[28] = 10;
   expected[29] = 11;

@@ -1,5 +1,4 @@
-// Draw attributes, materials, lights and fog as value objects, and the eight light numbers of the process. No
-// display.
+// Draw attributes, materials, lights and fog as value objects. No display.
 
 #include "state/GLDrawAttr.h"
 #include "support/Test.h"

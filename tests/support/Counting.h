@@ -5,10 +5,10 @@
 
 #include <cstddef>
 
-/// Returns how often the calling thread has called operator new.
+/// Returns the number of successful calls of operator new on the calling thread.
 std::size_t AllocationsOfThisThread() noexcept;
 
-/// Returns the memory of the process.
+/// Returns the resident memory of the process.
 long ResidentKiB();
 
 /// A heap that is exhausted for the calling thread: operator new fails after a number of further calls, until
@@ -22,8 +22,8 @@ class ExhaustedHeap {
 
 /// One failing allocation of this executable's code, on any thread. The first allocation on a path that has
 /// not failed before fails; a path is the last few calls on the stack. A loop over the same work therefore
-/// fails each path once. Allocations of the driver and of the standard library's compiled part are not
-/// counted. One object at a time. Linux.
+/// fails each path once. Allocations of the driver and of the standard library's compiled part never fail.
+/// One object at a time. Linux.
 class AllocationFault {
  public:
   AllocationFault() noexcept;

@@ -1,6 +1,6 @@
-// GLRecorder: the GL and GLU calls of the process, in order, as text. The test executables define those
-// functions. A recorder records each call and forwards it to the driver. It sees only calls of the
-// executable's code, not those inside GLU. Any thread may call GL; one recorder at a time.
+// GLRecorder: calls of GL and GLU by the executable's code, in order, as text. The test executables define
+// glGetString and the functions of GLCalls.inc. A recorder records each call of them and forwards it to the
+// driver. It does not see calls inside GLU. Any thread may call GL; one recorder at a time.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 #include "platform/GL.h"
 #include "support/Test.h"
 
-/// Records until it is destroyed. A call has the form "glFogf(2914, 0.5)", with "data" for an input pointer
+/// Records until it is destroyed. A call has the form "glLineWidth(0.5)", with "data" for an input pointer
 /// and "out" for an output pointer. Tests compare the texts of two recordings.
 class GLRecorder {
  public:
@@ -20,7 +20,7 @@ class GLRecorder {
   void Clear();
 
   std::vector<std::string> Calls() const;
-  /// Returns the calls of a function, or of a group of functions: "glFog*".
+  /// Returns the calls of a function, or of all functions whose names begin in the same way: "glPush*".
   std::vector<std::string> CallsOf(const std::string& aFunction) const;
   int Count(const std::string& aFunction) const { return static_cast<int>(CallsOf(aFunction).size()); }
 

@@ -54,7 +54,7 @@ class LogLines {
   static inline std::vector<std::string> s_Lines;
 };
 
-/// The cause of a message, and the start of the message.
+/// The cause of a message, its level, and a part of its text.
 struct LogCase {
   const char* m_szLevel;
   const char* m_szMessage;

@@ -7,7 +7,7 @@
 #include "support/Picture.h"
 #include "support/Test.h"
 
-/// Draws into an off-screen surface with 24-bit colour and 24-bit depth, created by EGL without a display
-/// server, and reads the picture. GL's state is the default, and the surface is cleared to black. A GL error
-/// fails the running test.
+/// Draws into a surface with 24-bit colour and a depth of 24 or 32 bits, and reads the picture. On Linux the
+/// surface is off-screen and needs no display server. GL's state is the default, and the surface is cleared
+/// to black. A GL error fails the running test.
 Picture DrawPlainGL(int aWidth, int aHeight, const std::function<void()>& aDraw);

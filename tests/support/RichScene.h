@@ -1,4 +1,4 @@
-// RichScene: a scene with all drawing features. Draw thread of its context.
+// RichScene: a scene with text, textures and a list. Draw thread of its context.
 
 #pragma once
 
@@ -7,14 +7,14 @@
 /// Text of all four kinds, both kinds of texture, and triangles from a compiled list.
 class RichScene {
  public:
-  enum class Parts { kAll, kQuick };  // quick: without system fonts and textures, which take long to create
+  enum class Parts { kAll, kQuick };  // quick: without textures and without fonts that take long to create
   explicit RichScene(Parts aParts = Parts::kAll) : m_Parts(aParts) {}
 
   void Draw(const Scene& aScene);
   /// Deletes the list; the next frame compiles it again.
   void DropList(const Scene& aScene);
 
-  std::atomic<int> compiled{0};
+  std::atomic<int> compiled{0};  ///< number of compilations of the list
 
  private:
   void Make(IGLContext& aContext);

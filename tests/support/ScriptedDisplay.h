@@ -1,6 +1,6 @@
 // ScriptedDisplay: a display whose formats, windows, work area, drivers and failures a test sets. The
-// headless display draws underneath, so that pictures are real. It is the display of the process until it is
-// destroyed; one at a time.
+// headless display draws underneath, so that pictures are real. Set makes it the display of the process,
+// until the end of a DisplayGuard or another call of Set.
 
 #pragma once
 
@@ -29,7 +29,7 @@ class ScriptedDisplay : public DisplayServer {
   std::map<int, int> m_FormatOfSamples;  ///< multisample formats by count
   DWORD m_dwPlatformId = 2;
   bool m_bMakesWindows = true;
-  std::atomic<int> m_iRefusedContexts{0};  ///< number of rendering contexts whose creation fails first
+  std::atomic<int> m_iRefusedContexts{0};  ///< number of next creations of rendering contexts that fail
   int m_iFault = -1;                       ///< number of the one operation that fails, from 0; -1: none
 
   // Observations.

@@ -43,7 +43,7 @@ class TestSite final : public GLContextSite {
   int m_iWidth = 800, m_iHeight = 400;
   bool m_bClipPlanes = false, m_bListOpen = false;
   ULONG m_uNextKey = 0xFFFF0007,
-        m_uCalled = 0;  ///< of a list that is compiled, and drawn
+        m_uCalled = 0;  ///< keys: of the next compiled list, and of the last drawn one
 
  private:
   static bool IsOfThisGeneration(ULONG aKey) noexcept { return aKey >> 16 == (g_uListGeneration & 0xFFFF); }

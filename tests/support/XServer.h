@@ -6,7 +6,8 @@
 
 #include "support/Test.h"
 
-/// Runs until the object is destroyed. DISPLAY names it.
+/// Runs until the object is destroyed. Sets DISPLAY to its name and GLLIB_DISPLAY to x11, also for later
+/// tests.
 class XServer {
  public:
   /// @param aScreen width, height and depth

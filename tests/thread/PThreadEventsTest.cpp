@@ -80,7 +80,7 @@ TEST_F(Events, RunOnceInOrder) {
   EXPECT_TRUE(Post('F')) << "wakes the waiting worker";
   EXPECT_TRUE(Becomes("AaBbDeCcFf")) << Journal();
   m_Thread.RemoveEvents(&m_Mine);
-  EXPECT_EQ(Journal(), "AaBbDeCcFfd") << "a kept event runs once, and stays until it is removed";
+  EXPECT_EQ(Journal(), "AaBbDeCcFfd") << "a reusable event runs once, and is deleted when it is removed";
   m_Thread.Stop();
   EXPECT_EQ(cycleOfC, cycleOfB + 1);
 }

@@ -51,8 +51,8 @@ struct Task final : PEvent {
   const std::function<void()> m_pfnWork;
 };
 
-/// A clock for which the test sets the duration of work. A wait passes at once and is recorded, up to the
-/// last one.
+/// A clock for which the test sets the duration of work. It records each wait, and ends it at once. Only wait
+/// number m_uLast lasts until its end condition is true.
 struct ScriptedClock final : PClock {
   std::uint64_t Now() noexcept override { return m_uNow; }
   void Wait(std::unique_lock<std::mutex>& aHold, std::condition_variable& aWake, DWORD aMilliseconds,
@@ -165,7 +165,7 @@ TEST(Thread, ControlledModeCyclesOncePerTrigger) {
   ASSERT_TRUE(worker.m_Thread.Start(0, 0, 0, PThread::FirstCycle::kAfterResume));
   worker.m_Thread.Trigger();
   worker.m_Thread.SetControlled(true, kMaximumWait);
-  EXPECT_FALSE(worker.Cycles()) << "the worker is held back";
+  EXPECT_FALSE(worker.Cycles()) << "the first cycle needs a resume";
   worker.m_Thread.Resume();
   ASSERT_TRUE(worker.WaitForCycles(1)) << "the first cycle needs no trigger";
   EXPECT_FALSE(worker.Cycles()) << "a trigger before controlled mode has no effect";

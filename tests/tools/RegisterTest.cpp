@@ -11,7 +11,7 @@ namespace {
 
 const std::string kTool = GLLIB_REGISTER_FILE;
 
-/// Entries of other programs in the component's format, one of them among the module's own keys.
+/// Entries of other programs in the component's format. The name of one key begins like a key of the module.
 const std::string kOthers =
     "Windows Registry Editor Version 5.00\r\n"
     "\r\n; kept by "

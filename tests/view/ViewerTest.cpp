@@ -113,8 +113,8 @@ TEST(Viewer, LimitsTheFrameToPointSizes) {
   g_afPointSizeRange[0] = before[0], g_afPointSizeRange[1] = before[1];
 }
 
-/// Returns the projection of a point in eye coordinates by plain geometry. The eye is before the screen plane
-/// z = 0, so that half of the view's height, 1, spans half of the field of view.
+/// Returns the projection of a point in eye coordinates by plain geometry. The screen plane is z = 0. The eye
+/// has the distance at which half of the view's height, 1 / aAspect, spans half of the field of view.
 GLDATA_POINT SeenPlainly(const GLDATA_POINT& aEyePoint, double aFovyDegrees, double aAspect) {
   const double eye = 1.0 / std::tan(aFovyDegrees * std::numbers::pi / 360.0) / aAspect;
   const double shrink = eye / (eye - aEyePoint.z);

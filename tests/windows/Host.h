@@ -1,11 +1,12 @@
-// Common parts of the host tests: apartment, windows, messages and pictures. Wine; one thread.
+// Common parts of the host tests: apartment, windows, messages and pictures. Wine; one thread of the test,
+// and the draw threads.
 
 #pragma once
 
 #include "platform/GL.h"
 #include "support/Test.h"
 
-/// Initialises COM on a thread until it is destroyed.
+/// Initialises COM on the calling thread until the object is destroyed.
 class Apartment {
  public:
   explicit Apartment(DWORD aModel = COINIT_APARTMENTTHREADED) { CoInitializeEx(nullptr, aModel); }
@@ -87,7 +88,7 @@ inline IGLViewer* AddViewer(IGLContext& aContext) {
   return viewer;
 }
 
-/// Reads the picture at the end of a viewer's pass.
+/// Reads the picture at the end of a viewer's pass, on the draw thread.
 class Reading final : public GLViewerGaugeBase {
  public:
   HRESULT Draw(IGLCanvas*, IGLContext*) noexcept override {

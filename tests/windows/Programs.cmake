@@ -16,9 +16,9 @@ endforeach()
 include_directories(SYSTEM ${GLLIB_HEADER_LIBRARIES})
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_SOURCE_DIR}/windows/run.sh ${PROJECT_BINARY_DIR}/wine)
 
-# All tests that are built run there. One of them takes minutes on a busy machine and runs separately.
+# All unit tests that are built run there. Of the gl tests one takes minutes on a busy machine and runs separately.
 set(GLLIB_WINDOWS_unit_FILTER "*")
 set(GLLIB_WINDOWS_captures_FILTER "Capture.LeavesTheWindowUnchanged")
-# Fails under Wine: the drawable of its first frames has one pixel only. See docs/platform.md.
+# Another one fails under Wine: the drawable of its first frames has one pixel only. See docs/platform.md.
 set(GLLIB_WINDOWS_FAILING "Viewing.ReadsThePointUnderAPixel")
 set(GLLIB_WINDOWS_gl_FILTER "*-${GLLIB_WINDOWS_captures_FILTER}:${GLLIB_WINDOWS_FAILING}")

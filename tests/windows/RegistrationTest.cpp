@@ -14,7 +14,7 @@ std::string TextValue(const std::string& aKey, const char* aName = nullptr) {
              : "";
 }
 
-/// Returns all values of a key and of its subkeys.
+/// Adds all values of a key and of its subkeys.
 void ReadKey(const std::string& aKey, RegistryTexts& aInto) {
   HKEY key = nullptr;
   if (RegOpenKeyExA(HKEY_CLASSES_ROOT, aKey.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;

@@ -201,6 +201,7 @@ TEST(Context, ReleasesClientsWithoutLocks) {
     EXPECT_LT(length.load(), 2s) << "the draw thread did not park";
   }
 }
+
 TEST(Context, ReleasesAPainterThatDetachesItselfWithoutLocks) {
   struct Ending final : GLPainterBase {
     explicit Ending(std::atomic<int>& aLockFree) : m_LockFree(aLockFree) {}

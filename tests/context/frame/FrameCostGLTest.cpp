@@ -1,4 +1,5 @@
-// A frame of a scene with all features allocates no memory after the first frames. Headless display.
+// Frames with text, textures, a list, lights, fog and a clip plane allocate no memory after the first ones.
+// Headless display.
 
 #include "support/Counting.h"
 #include "support/RichScene.h"

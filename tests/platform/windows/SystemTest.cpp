@@ -1,4 +1,4 @@
-// Operations of Windows that the platform layer replaces on Linux: priorities, versions, monitors. Wine.
+// Operations of Windows that the platform layer replaces on Linux: thread priorities and the version. Wine.
 
 #include "platform/SystemInfo.h"
 #include "platform/ThreadPriority.h"
