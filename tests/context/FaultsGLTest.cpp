@@ -119,8 +119,11 @@ class Life {
 
   void Frame(IGLContext& aContext) {
     const int before = m_Painter->m_iPasses;
-    GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>()->TriggerDrawThread();
-    EXPECT_TRUE(Eventually([&] { return m_Painter->m_iPasses > before; })) << "no frame";
+    const auto control = GLPtr<IGLContext>::FromBorrowed(&aContext).As<IGLContext2>();
+    EXPECT_TRUE(Eventually([&] {
+      control->TriggerDrawThread();  // a frame without a rendering context calls no painter
+      return m_Painter->m_iPasses > before;
+    })) << "no frame";
   }
 
   void Select(IGLContext& aContext, IGLViewer& aViewer) {
@@ -203,4 +206,28 @@ TEST(Faults, OfTheFirstRenderingContextsDelayASuspension) {
   EXPECT_EQ(context->Initialize(0), S_OK);
   host.join();
   suspension->ResumeDrawThread();
+}
+
+TEST(Faults, OfTheWindowsRenderingContextStopDrawingOnly) {
+  const DisplayGuard guard;
+  const auto display = ScriptedDisplay::Set();
+  std::atomic<int> blind{0};
+  const FreeContext drawn([&](Scene& scene) {
+    if (glGetString(GL_VERSION) == nullptr) ++blind;
+    scene.Canvas().SetTestID(kIdentifier);
+    DrawRectangle(scene.Canvas(), -50, -50, 50, 50);
+  });
+  const auto capture = GLMake<TestCapture>();
+  drawn.context->AttachCapture(capture.Get());
+  drawn.Await(1);
+  const auto pick = [&] { return Pick(*drawn.context, *drawn.viewer, {}, {}); };
+  display->m_bRefusesCurrent = true;
+  drawn.context->SetViewport(0, 0, 64, 64);  // a larger window needs another surface
+  EXPECT_EQ(pick().result, E_GL_BADSTATE);
+  EXPECT_EQ(capture->Take(), 0);
+  EXPECT_EQ(blind, 0) << "the painter is not called without a rendering context";
+  display->m_bRefusesCurrent = false;
+  drawn.Await(1);
+  EXPECT_EQ(pick().ids, std::vector<ULONG>{kIdentifier});
+  EXPECT_EQ(capture->Take(), 1);
 }

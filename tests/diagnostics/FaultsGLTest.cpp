@@ -15,15 +15,6 @@
 
 namespace {
 
-/// Refuses to make a rendering context current while a test requests it.
-class RefusingDisplay final : public ScriptedDisplay {
- public:
-  bool MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept override {
-    return !(m_bRefuses && aContext != nullptr) && ScriptedDisplay::MakeCurrent(aSurface, aContext);
-  }
-  std::atomic<bool> m_bRefuses{false};
-};
-
 constexpr auto kShortStart = std::chrono::seconds(2);  // instead of 10 s
 
 /// Refuses a rendering context only after Initialize has stopped waiting for it.
@@ -83,8 +74,8 @@ const LogCase kCases[] = {
      }},
     {"error", "Initialize failed: the rendering context could not be made current within 10 s",
      [] {
-       const auto display = std::make_shared<RefusingDisplay>();
-       display->m_bRefuses = true;
+       const auto display = std::make_shared<ScriptedDisplay>();
+       display->m_bRefusesCurrent = true;
        StartOn(display);
      }},
     {"warning", "the palette of the window cannot be set",
@@ -131,13 +122,13 @@ const LogCase kCases[] = {
      }},
     {"warning", "the rendering context cannot be made current: nothing is drawn",
      [] {
-       const auto display = std::make_shared<RefusingDisplay>();
+       const auto display = std::make_shared<ScriptedDisplay>();
        SetDisplay(display);
        const FreeContext painted;
        painted.Await(1);
-       display->m_bRefuses = true;
+       display->m_bRefusesCurrent = true;
        painted.context->SetViewport(0, 0, 16, 16);  // another surface
-       painted.Await(4);
+       for (int i = 0; i < 3; ++i) Pick(*painted.context, *painted.viewer, {}, {});
      }},
     {"warning", "the registry file ",
      [] {

@@ -92,7 +92,8 @@ std::unique_ptr<DrawContext> ScriptedDisplay::MakeContext(const DisplayFormat& a
 
 bool ScriptedDisplay::MakeCurrent(DrawSurface* aSurface, DrawContext* aContext) noexcept {
   // Releasing the current context cannot fail: the component could not react to it.
-  return (aContext == nullptr || !Fails()) && m_pReal->MakeCurrent(aSurface, aContext);
+  const bool refused = aContext != nullptr && (m_bRefusesCurrent || Fails());
+  return !refused && m_pReal->MakeCurrent(aSurface, aContext);
 }
 
 bool ScriptedDisplay::Swap(HWND aWindow, DrawSurface& aSurface) noexcept {

@@ -29,8 +29,9 @@ class ScriptedDisplay : public DisplayServer {
   std::map<int, int> m_FormatOfSamples;  ///< multisample formats by count
   DWORD m_dwPlatformId = 2;
   bool m_bMakesWindows = true;
-  std::atomic<int> m_iRefusedContexts{0};  ///< number of next creations of rendering contexts that fail
-  int m_iFault = -1;                       ///< number of the one operation that fails, from 0; -1: none
+  std::atomic<int> m_iRefusedContexts{0};      ///< number of next creations of rendering contexts that fail
+  std::atomic<bool> m_bRefusesCurrent{false};  ///< no rendering context can be made current
+  int m_iFault = -1;                           ///< number of the one operation that fails, from 0; -1: none
 
   // Observations.
   std::vector<Move> m_vMoves;

@@ -113,6 +113,7 @@ bool GLContext::CaptureFromScreen(IGLCapture& aCapture) noexcept {
   if (FAILED(target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {0, 0, 0, 0})))
     return CaptureFails("not enough memory for the pixmap");
   const GLPass pass(m_Lock, m_Window.m_Target);
+  if (!pass.IsCurrent()) return CaptureFails("the window's rendering context cannot be made current");
   return ReadPixels(*target, GL_BACK, rect, m_Settings.m_iViewportHeight);
 }
 
@@ -148,6 +149,7 @@ bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   const GLPass window(m_Lock, m_Window.m_Target);
   m_Window.m_Target.m_Lists.DropAll("a capture draws in a separate rendering context");
   GLPass picture(m_Lock, surface.Target());
+  if (!picture.IsCurrent()) return CaptureFails("its rendering context cannot be made current");
   DrawOffscreen(aCapture, picture, surface);
   // A zoom below 1 makes the rectangle empty. Nothing is read, and the capture succeeds.
   if (factor == 0) LogWarning("a capture reads nothing: its zoom is below 1");

@@ -43,12 +43,14 @@ void GLContext::DrawFrame() noexcept {
   {
     GLPtr<IGLPainter> painter;  // a painter that detaches itself is released after the lock
     const GLPass pass(m_Lock, m_Window.m_Target);
-    painter = m_Painter.Get();
-    BuildFonts();
-    SetFrameState();
-    CheckGLErrors("the start of a frame");
-    DrawViewers();
-    SwapBuffers(m_Window.m_Target.m_hDC);
+    if (pass.IsCurrent()) {  // otherwise painters would call GL without a rendering context
+      painter = m_Painter.Get();
+      BuildFonts();
+      SetFrameState();
+      CheckGLErrors("the start of a frame");
+      DrawViewers();
+      SwapBuffers(m_Window.m_Target.m_hDC);
+    }
   }
   CaptureFrame();
 }

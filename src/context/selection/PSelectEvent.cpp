@@ -49,7 +49,10 @@ bool PSelectEvent::Begin(const Request& aRequest, std::shared_ptr<PSelectEvent> 
 void PSelectEvent::Run() {
   const PLock calls(m_Context.ClientCalls());  // a detach on another thread waits for all passes
   GLPass pass(m_Context.Lock(), m_Context.WindowTarget());
-  if (!pass.IsCurrent()) return;  // stays active, so that a later cycle runs it
+  if (!pass.IsCurrent()) {  // not created yet, or the driver refuses it: the caller must not wait for it
+    Deactivate();
+    return End(E_GL_BADSTATE);
+  }
   m_Context.BuildFonts();
   m_Context.ResetGLClipPlanes();
   pass.Target().m_Lists.Compiled().Check();

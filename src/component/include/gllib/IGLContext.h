@@ -235,9 +235,10 @@ struct IGLContext : IUnknown {
   ///                        identifier is returned, also with aSelectClosest: pass a large array
   /// @param aIDArray        receives the identifiers
   /// @return S_OK; E_INVALIDARG if a pointer is null or the viewer is another context's; E_GL_BADSTATE before
-  ///         Initialize, on the draw thread, on another context's draw thread for which this one waits, and
-  ///         if the draw thread is suspended or replaced before it has served the call; E_OUTOFMEMORY. Every
-  ///         failure except a null pointer sets aArraySize to 0
+  ///         Initialize, on the draw thread, on another context's draw thread for which this one waits, if
+  ///         the draw thread is suspended or replaced before it has served the call, and if the rendering
+  ///         context cannot be made current; E_OUTOFMEMORY. Every failure except a null pointer sets
+  ///         aArraySize to 0
   virtual HRESULT Select(IGLViewer* aViewer, GLDATA_POINT* aPoint1, GLDATA_POINT* aPoint2,
                          LONG aSelectClosest, LONG aSelectEnclosed, int* aArraySize,
                          ULONG* aIDArray) noexcept = 0;
