@@ -58,6 +58,10 @@ GLContext::~GLContext() {
   {
     const std::scoped_lock replaced(m_ReplaceLock);
   }  // waits for a running OnSysColorChange; later ones do nothing
+  if (const auto thread = DrawThread()) {
+    thread->RequestSuspend();
+    thread->EndSleep();  // the end does not wait for a long pause
+  }
   SuspendDrawThread();
   if (const auto thread = DrawThread()) thread->RemoveEvents(this);
   m_pLink->Clear();
