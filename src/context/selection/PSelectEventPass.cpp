@@ -11,7 +11,8 @@
 
 namespace {
 
-constexpr int kRecordWords = 4;  // the name stack has one element: count, least depth, greatest depth, name
+constexpr int kRecordHead = 3;  // number of names, least depth, greatest depth; the names follow
+constexpr int kRecordWords = kRecordHead + 1;  // the stack has one name, unless the painter nests names
 
 }  // namespace
 
@@ -56,8 +57,9 @@ void PSelectEvent::SetupClipPlanes() const noexcept {
   for (const GLClipPlane& plane : m_aClipPlanes) SendClipPlane(plane);
 }
 
-// Skips records with the name 0, because objects without an identifier are not selectable. GL reports an
-// overflow of the buffer by a negative number of hits.
+// A record has as many names as the name stack had. The innermost one counts: a painter may nest names with
+// its own GL calls. Records without a name, or with the name 0, are not selectable. GL reports an overflow of
+// the buffer by a negative number of hits.
 int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
                            ULONG* aIDArray) const noexcept {
   if (aHits < 0)
@@ -65,9 +67,10 @@ int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
                aCapacity);
   int count = 0;
   GLuint best = 0;
-  for (int i = 0; i < std::min(aHits, aCapacity); ++i) {
-    const GLuint* record = aRecords + static_cast<std::size_t>(i) * kRecordWords;
-    const GLuint depth = record[1], name = record[3];
+  const GLuint* record = aRecords;
+  for (int i = 0; i < aHits; ++i) {
+    const GLuint names = record[0], depth = record[1], name = names != 0 ? record[2 + names] : 0;
+    record += kRecordHead + names;
     if (name == 0) continue;
     if (!m_Request.m_bSelectClosest) {
       aIDArray[count++] = name;

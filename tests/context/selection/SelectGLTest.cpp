@@ -87,6 +87,22 @@ TEST(Select, CountsRecordsAndSkipsIdentifierZero) {
   EXPECT_EQ(Pick(four.Context(), four.Viewer(), {0, 0, 0}, {0, 0, 0}, {.capacity = 0}).result, S_OK);
 }
 
+TEST(Select, TakesTheInnermostOfNestedNames) {
+  const FreeContext drawn([](Scene& scene) {
+    scene.Canvas().SetTestID(3);
+    glPushName(5);
+    DrawRectangle(scene.Canvas(), -40, -40, 40, 40, 0);
+    glPopName();
+    glPopName();
+    DrawRectangle(scene.Canvas(), -40, -40, 40, 40, -1);  // has no name
+    glPushName(0);
+    scene.Canvas().SetTestID(9);
+    DrawRectangle(scene.Canvas(), -40, -40, 40, 40, -2);
+  });
+  EXPECT_EQ(Pick(*drawn.context, *drawn.viewer, {}, {}).ids, (Ids{5, 9}));
+  EXPECT_EQ(Pick(*drawn.context, *drawn.viewer, {}, {}, {.closest = true}).ids, (Ids{5}));
+}
+
 TEST(Select, KeepsOnlyEnclosedIdentifiers) {
   // 2 crosses the left edge, 5 the top edge.
   const Picking picking(200, 200,

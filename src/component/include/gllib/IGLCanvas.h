@@ -176,8 +176,8 @@ struct IGLCanvas : IUnknown {
   /// Same as SetVertexNormal.
   virtual HRESULT SetVertexNormal3f(float aX, float aY, float aZ) noexcept = 0;
 
-  /// Sets the identifier that IGLContext::Select returns for the following primitives. Primitives with 0 are
-  /// not found. Has no effect on pictures. Must not be called within a primitive.
+  /// Sets the identifier that IGLContext::Select returns for the following primitives; 0 for none. Must not
+  /// be called within a primitive. If a painter nests names with glPushName, the innermost one counts.
   virtual HRESULT SetTestID(ULONG aID) noexcept = 0;
   /// Sets the current colour; components from 0 to 1.
   virtual HRESULT SetVertexColor(GLDATA_RGBA* aColor) noexcept = 0;
