@@ -19,8 +19,8 @@
 ///
 /// The component clears the rectangle of a clipped viewer at its position in the window. In an enlarged
 /// picture this would erase parts of other viewers. The picture is therefore drawn above and to the right of
-/// the window's area, on a larger surface, so that no clip rectangle reaches it. The surface is larger by one
-/// window, or by as many windows as the widest and highest clip rectangles extend over, but at most by 4.
+/// all clip rectangles, on a surface larger by one window. If rectangles extend beyond the window, the
+/// surface is larger by several windows.
 class GLViewPicture {
  public:
   GLViewPicture() = default;
@@ -38,28 +38,28 @@ class GLViewPicture {
 
   /// Selects how to draw. @return false if there is nothing to draw
   bool Plan(IGLContext& aContext) noexcept {
-    m_iFactor =
-        m_Request.m_fZoom >= 1.0f && m_Request.m_fZoom < 16384.0f ? static_cast<int>(m_Request.m_fZoom) : 0;
+    m_iFactor = m_Request.m_fZoom >= 1.0f && m_Request.m_fZoom < float{kTooLarge}
+                    ? static_cast<int>(m_Request.m_fZoom)
+                    : 0;
     aContext.GetViewportWidth(&m_iWidth);
     aContext.GetViewportHeight(&m_iHeight);
-    m_iShift = m_iFactor > 1 ? std::max(WindowsOfClips(aContext), m_bClippedMet ? 1 : 0) : 0;
-    m_bShifted = m_iShift > 0;
-    m_bClippedMet = m_bCleared = false;
+    m_iShift = m_iFactor > 1 ? std::max(ReachOfViewers(aContext), m_bClipsChanged ? 1 : 0) : 0;
+    m_bClipsChanged = m_bCleared = false;
     m_fLineWidth = m_fPointSize = 0.0f;
-    if (m_bShifted) m_pSurface = GLCreate<IGLPixmap>(CLSID_GLPixmap);
-    return m_iFactor >= 1 && m_pTarget && (!m_bShifted || m_pSurface) && m_Request.m_iX >= 0 &&
-           m_Request.m_iY >= 0 && m_Request.m_iX < m_iWidth && m_Request.m_iY < m_iHeight &&
-           m_Request.m_iWidth >= 1 && m_Request.m_iHeight >= 1;
+    if (m_iShift > 0) m_pSurface = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+    return m_iFactor >= 1 && m_iShift < kTooLarge && m_pTarget && (m_iShift == 0 || m_pSurface) &&
+           m_Request.m_iX >= 0 && m_Request.m_iY >= 0 && m_Request.m_iX < m_iWidth &&
+           m_Request.m_iY < m_iHeight && m_Request.m_iWidth >= 1 && m_Request.m_iHeight >= 1;
   }
 
   // Values for the component's capture.
 
   /// Returns the pixmap; borrowed.
-  IGLPixmap* Pixmap() const noexcept { return m_bShifted ? m_pSurface.Get() : m_pTarget.Get(); }
+  IGLPixmap* Pixmap() const noexcept { return m_iShift > 0 ? m_pSurface.Get() : m_pTarget.Get(); }
   /// Returns the zoom.
   float Zoom() const noexcept { return static_cast<float>(m_iFactor + m_iShift); }
   /// Returns the part of the window.
-  GLCaptureRequest Rectangle() const noexcept { return m_bShifted ? GLCaptureRequest() : m_Request; }
+  GLCaptureRequest Rectangle() const noexcept { return m_iShift > 0 ? GLCaptureRequest() : m_Request; }
   /// Returns the background colour.
   const GLDATA_RGBA& Background() const noexcept { return m_Request.m_sBackground; }
   /// Returns the scale factor from window to picture.
@@ -69,8 +69,8 @@ class GLViewPicture {
   HRESULT Draw(IGLPainter& aPainter, IGLCanvas& aCanvas, IGLContext& aContext, IGLViewer& aViewer) noexcept {
     if (m_iFactor == 1) return aPainter.Draw(&aCanvas, &aContext, &aViewer);
     const bool clipped = glIsEnabled(GL_SCISSOR_TEST) != GL_FALSE;
-    if (clipped && !m_bShifted) m_bClippedMet = true;
-    if (m_bShifted) Shift(aCanvas, clipped);
+    if (clipped && m_iShift == 0) m_bClipsChanged = true;
+    if (m_iShift > 0) Shift(aCanvas, clipped);
     // Enlarges the sizes that the component's overlay has set since the previous viewer.
     GLfloat width = 1, size = 1;
     glGetFloatv(GL_LINE_WIDTH, &width);
@@ -81,7 +81,7 @@ class GLViewPicture {
     const HRESULT result = aPainter.Draw(&canvas, &aContext, &aViewer);
     glGetFloatv(GL_LINE_WIDTH, &m_fLineWidth);
     glGetFloatv(GL_POINT_SIZE, &m_fPointSize);
-    if (clipped && m_bShifted) DrawFrame(aViewer);
+    if (clipped && m_iShift > 0) DrawFrame(aViewer);
     return result;
   }
 
@@ -89,13 +89,13 @@ class GLViewPicture {
   /// then tries again, a few times at most.
   bool HasToRepeat() noexcept {
     constexpr int kMostAttempts = 8;
-    return (m_bClippedMet || !FitsPlan()) && ++m_iAttempts < kMostAttempts;
+    return (m_bClipsChanged || !FitsPlan()) && ++m_iAttempts < kMostAttempts;
   }
 
   /// Copies the requested part from the surface, whose rows run from the bottom up.
   bool CutOut() const noexcept {
     if (!FitsPlan()) return false;
-    if (!m_bShifted) return true;
+    if (m_iShift == 0) return true;
     const int f = m_iFactor;
     const int columns = std::min(m_Request.m_iWidth, m_iWidth - m_Request.m_iX);
     const int rows = std::min(m_Request.m_iHeight, m_iHeight - m_Request.m_iY);
@@ -107,9 +107,9 @@ class GLViewPicture {
       return false;
     }
     const std::ptrdiff_t pitch = std::ptrdiff_t{m_iWidth} * (f + m_iShift);
-    from += (m_iHeight * std::ptrdiff_t{m_iShift} + std::ptrdiff_t{m_iHeight - m_Request.m_iY - rows} * f) *
-                pitch +
-            m_iWidth * std::ptrdiff_t{m_iShift} + std::ptrdiff_t{m_Request.m_iX} * f;
+    const std::ptrdiff_t bottom =
+        std::ptrdiff_t{m_iHeight} * m_iShift + std::ptrdiff_t{m_iHeight - m_Request.m_iY - rows} * f;
+    from += bottom * pitch + std::ptrdiff_t{m_iWidth} * m_iShift + std::ptrdiff_t{m_Request.m_iX} * f;
     for (int row = 0; row < rows * f; ++row, from += pitch, to += columns * f) {
       std::copy_n(from, columns * f, to);
     }
@@ -117,51 +117,66 @@ class GLViewPicture {
   }
 
  private:
-  /// Returns the number of windows, side by side, over which the rectangles of clipped viewers extend, at
-  /// most 4; 0 if no viewer is clipped.
-  int WindowsOfClips(IGLContext& aContext) const noexcept try {
-    constexpr std::int64_t kMost = 4;  // limits the memory of the surface
-    std::int64_t windows = 0;
+  static constexpr int kTooLarge = 16384;  // limit of factor and shift
+
+  /// Returns how many windows side by side contain an edge at a distance from the window's corner.
+  static int Windows(int aStart, int aLength, int aWindow) noexcept {
+    const std::int64_t edge = std::int64_t{aStart} + aLength;
+    return static_cast<int>(std::min<std::int64_t>((edge + aWindow - 1) / aWindow, kTooLarge));
+  }
+  /// Returns how many windows contain a clip rectangle, at least 1.
+  int Reach(const GLint* aBox) const noexcept {
+    return std::max({1, Windows(aBox[0], aBox[2], m_iWidth), Windows(aBox[1], aBox[3], m_iHeight)});
+  }
+  /// Returns the greatest reach of the viewers that are drawn; 0 if none is clipped. The first one counts as
+  /// 1: the component clears its rectangle before anything is drawn.
+  int ReachOfViewers(IGLContext& aContext) const noexcept try {
+    int reach = 0;
+    bool first = true;
     for (const auto& viewer : GLViewersOf(aContext)) {
       LONG visible = 0, clipped = 0;
       viewer->IsVisible(&visible);
       viewer->IsClipped(&clipped);
-      if (visible == 0 || clipped == 0) continue;
-      int x = 0, y = 0, width = 0, height = 0;
-      viewer->GetClipX(&x);
-      viewer->GetClipY(&y);
-      viewer->GetClipWidth(&width);
-      viewer->GetClipHeight(&height);
-      const auto extent = [](std::int64_t aEnd, std::int64_t aSize) { return (aEnd + aSize - 1) / aSize; };
-      windows = std::max({windows, extent(std::int64_t{x} + width, std::max(m_iWidth, 1)),
-                          extent(std::int64_t{y} + height, std::max(m_iHeight, 1))});
+      if (visible == 0) continue;
+      GLint box[4] = {};
+      if (!std::exchange(first, false)) {
+        viewer->GetClipX(&box[0]);
+        viewer->GetClipY(&box[1]);
+        viewer->GetClipWidth(&box[2]);
+        viewer->GetClipHeight(&box[3]);
+      }
+      if (clipped != 0) reach = std::max(reach, Reach(box));
     }
-    return static_cast<int>(std::min(windows, kMost));
+    return reach;
   } catch (...) {
     return 1;
   }
 
   /// Returns whether the component used the window size of the plan.
   bool FitsPlan() const noexcept {
-    if (!m_bShifted) return true;
+    if (m_iShift == 0) return true;
     int width = 0, height = 0;
     m_pSurface->GetWidth(&width);
     m_pSurface->GetHeight(&height);
-    return width == m_iWidth * (m_iFactor + m_iShift) && height == m_iHeight * (m_iFactor + m_iShift);
+    const std::int64_t windows = m_iFactor + m_iShift;
+    return width == m_iWidth * windows && height == m_iHeight * windows;
   }
 
   /// Moves the pass of a viewer from its position in the window to its position in the picture.
   void Shift(IGLCanvas& aCanvas, bool aClipped) noexcept {
-    const int f = m_iFactor, left = m_iWidth * m_iShift, bottom = m_iHeight * m_iShift;
+    const int f = m_iFactor;
     GLint viewport[4] = {}, box[4] = {0, 0, m_iWidth, m_iHeight};
     glGetIntegerv(GL_VIEWPORT, viewport);
     if (aClipped) glGetIntegerv(GL_SCISSOR_BOX, box);
-    const bool whole = viewport[2] == m_iWidth * (f + m_iShift) && viewport[3] == m_iHeight * (f + m_iShift);
+    const GLint left = m_iWidth * m_iShift, bottom = m_iHeight * m_iShift;
+    const bool whole = viewport[2] == m_iWidth * f + left && viewport[3] == m_iHeight * f + bottom;
     const GLint drawn[4] = {left + box[0] * f, bottom + box[1] * f, box[2] * f, box[3] * f};
     glEnable(GL_SCISSOR_TEST);
     if (!std::exchange(m_bCleared, true)) {  // the area outside all viewers
       glScissor(left, bottom, m_iWidth * f, m_iHeight * f);
       glClear(GL_COLOR_BUFFER_BIT);
+    } else if (aClipped && Reach(box) > m_iShift) {
+      m_bClipsChanged = true;
     }
     glScissor(drawn[0], drawn[1], drawn[2], drawn[3]);
     if (whole) {
@@ -220,10 +235,9 @@ class GLViewPicture {
   int m_iAttempts = 0;
   int m_iFactor = 1;
   int m_iWidth = 0, m_iHeight = 0;  // window size
-  int m_iShift = 0;                 // from the window's area to that of the picture, in windows
-  bool m_bShifted = false;
+  int m_iShift = 0;  // windows between the surface's corner and the picture; 0 if no viewer is clipped
   bool m_bCleared = false;
-  bool m_bClippedMet = false;                  // an unexpected clipped viewer was drawn
+  bool m_bClipsChanged = false;                // a viewer was drawn that the plan has no place for
   GLPtr<IGLPixmap> m_pSurface;                 // surface of a shifted picture
   GLfloat m_fLineWidth = 0, m_fPointSize = 0;  // after the painter
 };
