@@ -172,6 +172,49 @@ TEST_F(Viewing, ReportsPassesAndFrames) {
   }
 }
 
+TEST_F(Viewing, CountsFramesFromTheFirstOneWithItsPainter) {
+  std::vector<std::uint64_t> numbers;
+  m_Viewing->SetFrameListener([&](const GLFrameInfo& aFrame) { numbers.push_back(aFrame.m_uNumber); });
+  m_Context->AttachCapture(m_Viewing.Get());  // as if a frame ended in the middle of AttachPainter
+  Take();
+  m_pViewer->Show(0);
+  EXPECT_FALSE(Await(m_Viewing->PointUnder(*m_pViewer, {5, 5})));
+  m_pViewer->Show(1);
+  Paint([](Scene&) {});
+  Take();
+  m_Context->DetachCapture();
+  ASSERT_FALSE(numbers.empty());
+  EXPECT_LE(numbers.size(), 2u) << "frames without the painter are not reported";
+  EXPECT_EQ(numbers[0], 1u);
+}
+
+TEST_F(Viewing, ServesAllRequestsThatCameBeforeAFrame) {
+  Paint([](Scene&) {});
+  const auto capture = GLMake<TestCapture>();
+  m_Viewing->AttachCapture(capture.Get());
+  const auto target = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+  const auto suspension = m_Context.As<IGLContext12>();
+  suspension->SuspendDrawThread();
+  capture->Request(capture->target.Get());
+  std::vector<std::pair<float, std::future<bool>>> taken;
+  for (const float zoom : {1.0f, 0.5f, 2.0f, 1.0f})
+    taken.emplace_back(zoom, m_Viewing->TakePicture(target.Get(), {.m_fZoom = zoom}));
+  suspension->ResumeDrawThread();
+  for (auto& [zoom, picture] : taken) EXPECT_EQ(Await(std::move(picture)), zoom >= 1) << zoom;
+  EXPECT_TRUE(Eventually([&] { return capture->answer == 1; })) << "the host's capture is asked after them";
+}
+
+TEST_F(Viewing, BreaksItsPromisesAtTheEndOfTheContext) {
+  Paint([](Scene&) {});
+  m_Context.As<IGLContext12>()->SuspendDrawThread();
+  const auto target = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+  auto taken = m_Viewing->TakePicture(target.Get());
+  auto point = m_Viewing->PointUnder(*m_pViewer, {5, 5});
+  m_Context.Reset();  // the host keeps its GLViewing
+  EXPECT_THROW(Await(std::move(taken)), std::future_error);
+  EXPECT_THROW(Await(std::move(point)), std::future_error);
+}
+
 TEST_F(Viewing, DrawsOverlaysAndRestoresState) {
   AddBackdrop();
   m_pViewer->Clip(1);

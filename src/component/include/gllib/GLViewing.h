@@ -11,6 +11,7 @@
 #include <gllib/GLViewerStack.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <future>
@@ -28,7 +29,7 @@ enum class GLPassKind {
 
 /// One frame of the window.
 struct GLFrameInfo {
-  std::uint64_t m_uNumber;                          ///< 1 for the first frame after the attachment
+  std::uint64_t m_uNumber;                          ///< 1 for the first frame that calls the painter
   std::chrono::steady_clock::time_point m_Shown;    ///< time after the swap
   std::chrono::steady_clock::duration m_SinceLast;  ///< since the previous frame; 0 for the first one
 };
@@ -43,20 +44,21 @@ struct GLFrameInfo {
 /// this object may outlive it.
 class GLViewing final : public GLClient<IGLCapture> {
  public:
-  /// Called after the swap of each frame, on the draw thread. It may make the same calls as a capture, and
-  /// must not throw.
+  /// Called after the swap of each frame, on the draw thread, from the first frame on that calls the painter.
+  /// It may make the same calls as a capture, and must not throw.
   using FrameListener = std::function<void(const GLFrameInfo&)>;
 
   /// @param aContext borrowed
   explicit GLViewing(IGLContext& aContext) noexcept : m_Context(aContext) {}
 
-  /// Attaches a painter to the context, and this object as its capture. Waits for the frame.
+  /// Attaches a painter to the context, and this object as its capture. Waits for the frame. If the context
+  /// ends, or the host detaches the painter from it, the futures of pending requests are broken.
   void AttachPainter(IGLPainter* aPainter) {
     m_Context.AttachCapture(this);
     m_Context.AttachPainter(GLMake<Painter>(*this, aPainter).Get());
   }
   /// Sets the capture to which this object forwards the calls of the context, from the next frame on; null
-  /// for none. It is not called in a frame in which TakePicture takes a picture.
+  /// for none. A frame in which TakePicture takes a picture does not call it; another frame follows.
   void AttachCapture(IGLCapture* aCapture) noexcept {
     auto capture = GLPtr<IGLCapture>::FromBorrowed(aCapture);  // releases the previous one after the lock
     const std::scoped_lock lock(m_Lock);
@@ -74,11 +76,12 @@ class GLViewing final : public GLClient<IGLCapture> {
   /// canvas or by draw attributes. Painters scale text and other lines by Scale. No setting of a viewer
   /// changes. Triggers a frame.
   ///
-  /// With a clipped viewer the surface has (factor + 1) times the window's size, which must fit GL's limits.
-  /// The axes figure and the lines of gauges keep their size in pixels.
+  /// With a clipped viewer the surface has (factor + 1) times the window's size, or more if a clip rectangle
+  /// extends beyond the window. It must fit GL's limits. The axes figure and the lines of gauges keep their
+  /// size in pixels.
   /// @param aTarget receives the picture; held until the picture is complete
   /// @param aRequest a zoom below 1 makes the picture fail; a fractional part is ignored
-  /// @return a future: whether the pixmap holds the picture; broken if the context ends first
+  /// @return a future: whether the pixmap holds the picture; broken as described at AttachPainter
   std::future<bool> TakePicture(IGLPixmap* aTarget, const GLCaptureRequest& aRequest = {}) {
     GLViewPicture picture(aTarget, aRequest);
     auto taken = picture.Taken();
@@ -93,8 +96,8 @@ class GLViewing final : public GLClient<IGLCapture> {
   /// the painter. Triggers a frame.
   /// @param aViewer one of the context's viewers, for example from GLViewerAt
   /// @param aPixel position in the window
-  /// @return a future: the point; nothing if nothing is drawn there or the viewer is not visible; broken if
-  ///         the context ends first. Wait with a time limit: a suspended draw thread draws no frame
+  /// @return a future: the point; nothing if nothing is drawn there or the viewer is not visible; broken as
+  ///         described at AttachPainter. Wait with a time limit: a suspended draw thread draws no frame
   std::future<std::optional<GLDATA_POINT>> PointUnder(IGLViewer& aViewer, const GLPixelPlace& aPixel) {
     Probe probe;
     probe.viewer = GLPtr<IGLViewer>::FromBorrowed(&aViewer);
@@ -129,6 +132,7 @@ class GLViewing final : public GLClient<IGLCapture> {
     EndFrame();
     *aEnabled = 0;
     GLPtr<IGLCapture> capture;
+    bool more = false;  // whether another frame must follow: one frame takes one picture
     {
       const std::scoped_lock lock(m_Lock);
       capture = m_pCapture;
@@ -136,8 +140,10 @@ class GLViewing final : public GLClient<IGLCapture> {
       if (m_bOwn) {
         m_Serving = std::move(m_Waiting.front());
         m_Waiting.erase(m_Waiting.begin());
+        more = capture || !m_Waiting.empty();
       }
     }
+    if (more) Trigger();
     if (m_bOwn) {
       *aEnabled = m_Serving.Plan(m_Context) ? 1 : 0;
       if (*aEnabled == 0) std::exchange(m_Serving, GLViewPicture()).Refuse();
@@ -196,10 +202,16 @@ class GLViewing final : public GLClient<IGLCapture> {
    public:
     Painter(GLViewing& aViewing, IGLPainter* aInner)
         : m_pViewing(GLPtr<GLViewing>::FromBorrowed(&aViewing)),
-          m_pInner(GLPtr<IGLPainter>::FromBorrowed(aInner)) {}
+          m_pInner(GLPtr<IGLPainter>::FromBorrowed(aInner)) {
+      ++m_pViewing->m_iPainters;
+    }
+    ~Painter() override {
+      if (--m_pViewing->m_iPainters == 0) m_pViewing->BreakPromises();
+    }
     HRESULT Draw(IGLCanvas* aCanvas, IGLContext* aContext, IGLViewer* aViewer) noexcept override {
-      if (!m_pInner) return S_OK;
       const GLPassKind kind = m_pViewing->Pass();
+      if (kind == GLPassKind::Frame) m_pViewing->m_bDrawn = true;
+      if (!m_pInner) return S_OK;
       if (kind == GLPassKind::Capture && m_pViewing->m_bOwn) {
         return m_pViewing->m_Serving.Draw(*m_pInner.Get(), *aCanvas, *aContext, *aViewer);
       }
@@ -229,6 +241,15 @@ class GLViewing final : public GLClient<IGLCapture> {
     return taken;
   }
 
+  /// Drops the pending requests. Their futures are broken.
+  void BreakPromises() noexcept {
+    std::vector<GLViewPicture> pictures;  // released after the lock
+    std::vector<Probe> probes;
+    const std::scoped_lock lock(m_Lock);
+    std::swap(m_Waiting, pictures);
+    std::swap(m_Probes, probes);
+  }
+
   void AnswerProbes(IGLCanvas& aCanvas, IGLContext& aContext, IGLViewer& aViewer) {
     for (Probe& probe : TakeProbes([&](const Probe& aProbe) { return aProbe.viewer.Get() == &aViewer; })) {
       probe.point.set_value(GLReadPoint(aCanvas, aContext, probe.pixel));
@@ -242,6 +263,8 @@ class GLViewing final : public GLClient<IGLCapture> {
       ++m_uFrames;
       listener = m_pListener;
     }
+    // A frame that began before the attachment may end after it.
+    if (!m_bDrawn) m_uFramesBefore = m_uFrames;
     // The remaining probes belong to viewers that were not drawn.
     for (Probe& probe : TakeProbes([&](const Probe& aProbe) { return m_uFrames >= aProbe.lastFrame; })) {
       probe.point.set_value(std::nullopt);
@@ -249,7 +272,8 @@ class GLViewing final : public GLClient<IGLCapture> {
     if (HasProbes()) Trigger();
     const auto now = std::chrono::steady_clock::now();
     const auto last = std::exchange(m_LastShown, now);
-    if (listener) (*listener)({m_uFrames, now, now - (m_uFrames == 1 ? now : last)});
+    const std::uint64_t number = m_uFrames - m_uFramesBefore;
+    if (listener && number != 0) (*listener)({number, now, now - (number == 1 ? now : last)});
   }
 
   bool HasProbes() noexcept {
@@ -274,11 +298,14 @@ class GLViewing final : public GLClient<IGLCapture> {
   std::shared_ptr<const FrameListener> m_pListener;
   std::vector<GLViewPicture> m_Waiting;
   std::vector<Probe> m_Probes;
-  std::uint64_t m_uFrames = 0;  // written by the draw thread only
+  std::uint64_t m_uFrames = 0;      // written by the draw thread only
+  std::atomic<int> m_iPainters{0};  // number of Painter objects; needs no lock
   // The following members belong to the draw thread.
   std::chrono::steady_clock::time_point m_LastShown;
-  GLPtr<IGLCapture> m_pAsked;  // capture of the running picture
-  GLViewPicture m_Serving;     // running picture of TakePicture
-  bool m_bOwn = false;         // whether the running picture is m_Serving
+  std::uint64_t m_uFramesBefore = 0;  // number of frames before the first one that called the painter
+  bool m_bDrawn = false;              // a frame has called the painter
+  GLPtr<IGLCapture> m_pAsked;         // capture of the running picture
+  GLViewPicture m_Serving;            // running picture of TakePicture
+  bool m_bOwn = false;                // whether the running picture is m_Serving
   bool m_bCapturing = false;
 };
