@@ -74,6 +74,7 @@ class Lists(unittest.TestCase):
             ((CORNERS[0],), {}), ((numpy.zeros((4, 4)),), {}), ((CORNERS, [(0, 0, 1)]), {}), ((CORNERS, None, [(1, 1)] * 4), {}),
             ((CORNERS, None, None, [0, 1, 4]), {}), ((CORNERS, None, None, [-1, 0, 1]), {}),
             ((CORNERS, None, None, [0.0, 1.0]), {}), ((CORNERS,), {"texture_coords": [(0, 0)] * 3}),
+            ((CORNERS,), {"mode": "lines"}), ((CORNERS,), {"mode": 10}),
         ]
         refused = []
 

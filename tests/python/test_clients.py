@@ -153,3 +153,15 @@ class Captures(unittest.TestCase):
             late = capture.request()
         with self.assertRaises(concurrent.futures.CancelledError):
             late.result(timeout=60)
+
+    def test_a_request_is_served_after_the_host_has_closed_its_pixmap(self):
+        with Scene() as scene:
+            scene.context.suspend_draw_thread()
+            requests = []
+            for _ in range(2):
+                with gllib.Pixmap() as pixmap:
+                    requests.append(scene.capture.request(pixmap))
+            scene.context.resume_draw_thread()
+            self.assertTrue(requests[0].cancelled(), "replaced")
+            self.assertIs(requests[1].result(timeout=60), pixmap)
+            scene.context.raise_pending()

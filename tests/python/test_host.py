@@ -1,6 +1,7 @@
 """A host in Python: values, errors, picking, references, and exit of the interpreter. Headless display."""
 
 import gc
+import pathlib
 import subprocess
 import sys
 import textwrap
@@ -8,6 +9,7 @@ import threading
 import unittest
 
 import gllib
+import numpy
 from scene import Drawing, Scene, references, square
 
 
@@ -43,8 +45,22 @@ class Values(unittest.TestCase):
             self.assertEqual([pixmap.get_pixel(x, 0) for x in (0, 1)], [(1, 2, 3, 4), (5, 6, 7, 8)])
         pixmap.scale_color256([2.0] * 256)
         self.assertEqual(pixmap.get_pixel(0, 0), (2, 4, 6, 4))
-        with self.assertRaises(ValueError):
-            pixmap.set_pixels(b"\0" * 5)
+        for wrong in (b"\0" * 5, numpy.zeros((2, 2, 2), "u1")):
+            with self.assertRaises(ValueError):
+                pixmap.set_pixels(wrong)
+        for pixels in (numpy.full((1, 2, 3), 9, "u1"), numpy.full((2, 3), 9, "u1")):
+            pixmap.set_pixels(pixels)
+            self.assertEqual([pixmap.get_pixel(x, 0) for x in (0, 1)], [(9, 9, 9, 255)] * 2, "without alpha")
+        with self.assertRaises(gllib.Failed):
+            pixmap.load_image_file(pathlib.Path("/no/such/file"))
+
+    def test_a_picture_is_copied_from_array_to_array(self):
+        source, copy = gllib.Pixmap(), gllib.Pixmap()
+        for pixmap in (source, copy):
+            pixmap.initialize(5, 3)
+        source.array()[:] = numpy.arange(60).reshape(3, 5, 4)
+        copy.set_pixels(source.array())
+        numpy.testing.assert_array_equal(copy.array(), source.array())
 
 
 class Failures(unittest.TestCase):
@@ -183,6 +199,45 @@ class Exit(unittest.TestCase):
         for end in ("", "painter.context = context", "del context", "sys.exit(0)"):
             result = self.run_host(end)
             self.assertEqual((result.returncode, result.stderr), (0, ""), end)
+
+    def test_painters_keep_their_objects_until_drawing_has_ended(self):
+        end = """
+            class Attributed(Painter):
+                def draw(self, canvas, context, viewer):
+                    super().draw(canvas, context, viewer)
+                    canvas.set_draw_attributes(look)
+            look = gllib.DrawAttr()
+            context = gllib.Context()
+            context.initialize(0)
+            context.create_viewer(True, True)
+            drawn.clear()
+            context.attach_painter(Attributed())
+            drawn.wait(30)
+            """
+        result = self.run_host(textwrap.dedent(end))
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+
+    def test_the_interpreter_ends_while_daemon_threads_use_contexts(self):
+        select = "context.select(viewer, (0, 0))"
+        create = "c = gllib.Context(); c.initialize(0); c.create_viewer(True, True); c.attach_painter(Painter()); c.close()"
+        for work in (select, create):
+            end = f"""
+                Painter.draw = lambda *_: drawn.set()
+                viewer = context.create_viewer(True, True)
+                def work():
+                    try:
+                        while True:
+                            {work}
+                    except (gllib.BadState, ReferenceError, RuntimeError):
+                        pass  # contexts end with the interpreter
+                for _ in range(3):
+                    threading.Thread(target=work, daemon=True).start()
+                drawn.clear()
+                drawn.wait(30)
+                """
+            for _ in range(5):
+                result = self.run_host(textwrap.dedent(end))
+                self.assertEqual((result.returncode, result.stderr), (0, ""), work)
 
     def test_an_exception_that_is_not_raised_is_printed(self):
         end = "Painter.draw = lambda *_: 1 / 0\ncontext.attach_painter(p := Painter())\nimport time\n" \

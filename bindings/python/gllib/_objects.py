@@ -7,7 +7,10 @@ the Python object. Calls release the interpreter's lock, so that the draw thread
 import atexit
 import ctypes
 import gc
+import os
 import sys
+import threading
+import time
 import traceback
 import uuid
 import weakref
@@ -64,6 +67,9 @@ IUnknown = Interface("IUnknown", "00000000-0000-0000-C000-000000000046", [])
 
 # Objects to release before the interpreter ends. Keyed by id(), because two of them can be equal.
 _alive = weakref.WeakValueDictionary()
+_calls = []  # a pair for each operation of a context that is running: the thread and the id() of the object
+_LONGEST_CALL = 10.0  # seconds; initialize() waits as long for a rendering context
+_ending = False
 # Objects implemented in Python, by the address passed to the component: all objects, and those that it references.
 clients = weakref.WeakValueDictionary()
 held_clients = {}
@@ -81,6 +87,7 @@ class Object:
     """An object of the component. An object without a registered class has only IUnknown; see query()."""
 
     CLASS_ID = None
+    DRAWS = False  # whether the class has a draw thread
     INTERFACES = (IUnknown,)
     _faces = ()
     _owned = ()
@@ -214,15 +221,62 @@ def report(client, error):
     traceback.print_exception(type(error), error, error.__traceback__, file=sys.stderr)
 
 
+def values_of(objects):
+    """Returns the values of a dictionary of weak references. Other threads may change it meanwhile."""
+    return [value for reference in objects.valuerefs() if (value := reference()) is not None]
+
+
+class running:
+    """Marks an operation of a context as running on this thread, for the length of a block."""
+
+    def __init__(self, value):
+        self._call = (threading.get_ident(), id(value))
+
+    def __enter__(self):
+        _calls.append(self._call)
+
+    def __exit__(self, *_):
+        _calls.remove(self._call)
+
+
+def wait_for_others(value=None):
+    """Waits until no other thread runs an operation of a context, or of any context."""
+    value_id = None if value is None else id(value)
+    end = time.monotonic() + _LONGEST_CALL
+    while any(thread != threading.get_ident() and value_id in (None, at) for thread, at in list(_calls)):
+        if time.monotonic() > end:
+            return
+        time.sleep(0.001)
+
+
+def _forget_threads_of_the_parent():
+    _calls[:] = [call for call in _calls if call[0] == threading.get_ident()]
+
+
+if hasattr(os, "register_at_fork"):
+    os.register_at_fork(after_in_child=_forget_threads_of_the_parent)
+
+
+def ending():
+    """Returns whether the interpreter's exit has begun to close the objects."""
+    return _ending
+
+
 @atexit.register
 def _end():
     """Ends all drawing while the interpreter still runs: a draw thread that called a painter later would never
-    return."""
-    for value in list(_alive.values()):
+    return. Contexts end first, because their painters use the other objects."""
+    global _ending
+    _ending = True
+    while drawing := [value for value in values_of(_alive) if value.DRAWS and value._owned]:
+        for value in drawing:  # a painter may keep its context once more meanwhile
+            value.close()
+    wait_for_others()
+    for value in values_of(_alive):
         value.close()
     gc.collect()
     library = _library.loaded()
     if library is not None:
         library.can_unload_now()  # waits for contexts that a draw thread released last
-    for client in list(clients.values()):
+    for client in values_of(clients):
         client.report_error()

@@ -1,6 +1,7 @@
 """Arguments and results of operations: structures, strings and arrays."""
 
 import ctypes
+import os
 import struct
 from ctypes import byref
 
@@ -91,9 +92,12 @@ def array_of(kind, values, length=0):
         return _NoArray()
     result = _from_buffer(kind, values)
     if result is None:
-        items = list(values)
         if issubclass(kind, Structure):
-            items = [kind.of(item) for item in items]
+            if len(getattr(values, "shape", ())) > 2:  # rows of structures, such as a picture without alpha
+                values = values.reshape(-1, values.shape[-1])
+            items = [kind.of(item) for item in values]
+        else:
+            items = list(values)
         result = (kind * len(items))(*items)
     if length and len(result) != length:
         raise ValueError(f"{length} items are required, not {len(result)}")
@@ -101,7 +105,7 @@ def array_of(kind, values, length=0):
 
 
 def _from_buffer(kind, values):
-    """Returns a copy of a contiguous buffer whose items are the members of kind, or an array of kind itself; else None."""
+    """Returns a copy of a buffer whose items are the members of kind, or an array of kind itself; else None."""
     try:
         view = memoryview(values)
     except TypeError:
@@ -109,14 +113,16 @@ def _from_buffer(kind, values):
     scalar = kind._fields_[0][1] if issubclass(kind, Structure) else kind
     if isinstance(values, ctypes.Array) and values._type_ is kind:
         return values
-    if not view.c_contiguous or view.format not in (scalar._type_, "<" + scalar._type_):
+    if view.format not in (scalar._type_, "<" + scalar._type_):
         return None
-    if issubclass(kind, Structure) and ctypes.sizeof(scalar) * len(kind._fields_) != ctypes.sizeof(kind):
-        return None
+    if issubclass(kind, Structure):
+        members = len(kind._fields_)
+        if ctypes.sizeof(scalar) * members != ctypes.sizeof(kind) or view.ndim > 1 and view.shape[-1] != members:
+            return None
     count, rest = divmod(view.nbytes, ctypes.sizeof(kind))
     if rest:
         raise ValueError(f"{view.nbytes} bytes are not a multiple of the size of {kind.__name__}")
-    return (kind * count).from_buffer_copy(view)
+    return (kind * count).from_buffer_copy(view if view.c_contiguous else view.tobytes())
 
 
 class Text:
@@ -126,6 +132,8 @@ class Text:
         self._as_parameter_ = None
         if text is None:
             return
+        if isinstance(text, os.PathLike):
+            text = os.fspath(text)
         units = text.encode("utf-16-le", "surrogatepass")
         self._block = ctypes.create_string_buffer(_BSTR_PREFIX + len(units) + 2)
         struct.pack_into(f"<4xI{len(units)}s", self._block, 0, len(units), units)

@@ -7,7 +7,7 @@ import weakref
 from ctypes import byref, c_int32, c_uint32, c_void_p
 
 from gllib import arrays, interfaces
-from gllib._objects import Object, class_of_interface, clients, pointer_of
+from gllib._objects import Object, class_of_interface, clients, ending, pointer_of, running, values_of, wait_for_others
 from gllib.errors import Failed
 
 
@@ -29,6 +29,28 @@ class Primitive(enum.IntEnum):
 @class_of_interface
 class Context(interfaces.Context):
     __doc__ = interfaces.Context.__doc__
+
+    DRAWS = True
+
+    def __init__(self):
+        super().__init__()
+        if ending():
+            self.close()
+            raise RuntimeError("a context cannot be created while the interpreter ends")
+
+    def _call(self, face, slot, *arguments):
+        with running(self):
+            super()._call(face, slot, *arguments)
+
+    def close(self):
+        """Releases all references now. The last one ends the drawing.
+
+        First waits for the operations of this object that other threads have begun, at most 10 s.
+        """
+        self._faces = ()  # refuses further operations
+        wait_for_others(self)
+        with running(self):
+            super().close()
 
     def select(self, viewer, point1, point2=None, closest=False, enclosed=False, room=10000):
         """Returns the identifiers, set by set_test_id(), that the painter draws at a point or in a box of a viewer.
@@ -58,7 +80,7 @@ class Context(interfaces.Context):
 
     def raise_pending(self):
         """Raises the first pending exception of this context's painters, gauges and captures, and clears it."""
-        for client in list(clients.values()):
+        for client in values_of(clients):
             if client.error is not None and client._context == self.address:
                 client.raise_pending()
 
@@ -105,9 +127,10 @@ class Canvas(interfaces.Canvas):
 
         Rows of a larger array, such as the fields of an interleaved one, are read in place; float64, float32 and
         unsigned integers need no copy. Call it in a painter or gauge. After an array with colours the current colour
-        is undefined. Raises ValueError if shapes do not match or an index is too large.
+        is undefined. Raises ValueError if shapes do not match, an index is too large, or mode is not
+        a Primitive.
         """
-        arrays.draw(mode, vertices, normals, colors, texture_coords, indices)
+        arrays.draw(Primitive(mode), vertices, normals, colors, texture_coords, indices)
 
     def compile_arrays(self, *arguments, **options):
         """Compiles a list from arrays and returns its key. The arguments are those of draw_arrays()."""

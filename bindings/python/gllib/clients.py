@@ -205,6 +205,7 @@ class Gauge(_Client):
 class _Request:
     def __init__(self, target, rectangle, zoom, background):
         self.target = target
+        self.pixmap = target.keep()  # the host may close the target
         self.rectangle = rectangle
         self.zoom = zoom
         self.background = background
@@ -214,11 +215,11 @@ class _Request:
         """Returns whether the request is still active. After this call its future cannot be cancelled."""
         wanted = self.future.set_running_or_notify_cancel()
         if not wanted:
-            self.target.unlock()
+            self.pixmap.unlock()
         return wanted
 
     def give_up(self):
-        self.target.unlock()
+        self.pixmap.unlock()
         if not self.future.cancel():
             self.future.set_exception(concurrent.futures.CancelledError())
 
@@ -273,7 +274,7 @@ class Capture(_Client):
         _write(c_int32, enabled, int(self._serving is not None))
 
     def _on_GetPixmap(self, pixmap):
-        pointer, functions = self._serving.target._bind(0)
+        pointer, functions = self._serving.pixmap._bind(0)
         functions[1](pointer)
         _write(c_void_p, pixmap, pointer)
 
@@ -289,7 +290,7 @@ class Capture(_Client):
 
     def _on_OnData(self, success):
         served, self._serving = self._serving, None
-        served.target.unlock()
+        served.pixmap.unlock()
         try:
             self.on_data(success != 0)
         finally:
