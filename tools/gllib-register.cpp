@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <cxxopts.hpp>
 #include <iostream>
-#include <optional>
+#include <stdexcept>
 #include <string>
 
 namespace {
@@ -38,15 +38,15 @@ std::string HelpText() {
          "\nexit status: 0 success, 1 registration failed, 2 invalid command line, 3 no such module\n";
 }
 
-/// Parses the command line. @return no value if it is invalid
-std::optional<Options> Read(int argc, char** argv) try {
+/// Reads the command line. Throws a std::exception with the reason if it is invalid.
+Options Read(int argc, char** argv) {
   const cxxopts::ParseResult given = CommandLine().parse(argc, argv);
   Options options{given.count("user") != 0, given.count("remove") != 0, given.count("help") != 0};
-  if (given.unmatched().size() > 1) return std::nullopt;
+  if (given.unmatched().size() > 1) {
+    throw std::invalid_argument("more than one module: " + given.unmatched()[1]);
+  }
   if (!given.unmatched().empty()) options.m_sModule = given.unmatched().front();
   return options;
-} catch (const cxxopts::exceptions::exception&) {
-  return std::nullopt;
 }
 
 const char* Reason(HRESULT aResult) {
@@ -66,26 +66,22 @@ const char* Reason(HRESULT aResult) {
   }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  const auto options = Read(argc, argv);
-  if (!options || options->m_bHelp) {
-    (options ? std::cout : std::cerr) << HelpText();
-    return options ? kDone : kUsage;
+int Register(const Options& aOptions) {
+  if (aOptions.m_bUser) setenv("GLLIB_REGISTRY_USER", "1", 1);
+  if (aOptions.m_sModule.empty()) {  // would name the tool itself
+    std::fprintf(stderr, "gllib-register: the name of the module is empty\n");
+    return kNoModule;
   }
-  if (options->m_bUser) setenv("GLLIB_REGISTRY_USER", "1", 1);
-
-  void* module = dlopen(options->m_sModule.c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* module = dlopen(aOptions.m_sModule.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (module == nullptr) {
     std::fprintf(stderr, "gllib-register: %s\n", dlerror());
     return kNoModule;
   }
   using EntryPoint = HRESULT (*)();
-  const char* name = options->m_bRemove ? "DllUnregisterServer" : "DllRegisterServer";
+  const char* name = aOptions.m_bRemove ? "DllUnregisterServer" : "DllRegisterServer";
   const auto entryPoint = reinterpret_cast<EntryPoint>(dlsym(module, name));
   if (entryPoint == nullptr) {
-    std::fprintf(stderr, "gllib-register: %s does not export %s\n", options->m_sModule.c_str(), name);
+    std::fprintf(stderr, "gllib-register: %s does not export %s\n", aOptions.m_sModule.c_str(), name);
     return kNoModule;
   }
   const HRESULT result = entryPoint();
@@ -94,4 +90,16 @@ int main(int argc, char** argv) {
     return kRefused;
   }
   return kDone;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) try {
+  const Options options = Read(argc, argv);
+  if (!options.m_bHelp) return Register(options);
+  std::cout << HelpText();
+  return kDone;
+} catch (const std::exception& error) {
+  std::cerr << "gllib-register: " << error.what() << "; --help shows the usage\n";
+  return kUsage;
 }

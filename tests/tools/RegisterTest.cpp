@@ -98,8 +98,9 @@ TEST_F(Register, ChecksItsCommandLine) {
     const char* m_szOutput;
   } cases[] = {
       {" --help", 0, "usage: gllib-register"},
-      {" --what", 2, "usage: gllib-register"},
-      {" one two", 2, "usage: gllib-register"},
+      {" --what", 2, "what"},
+      {" one two", 2, "two"},
+      {" ''", 3, "the name of the module is empty"},
       {" /nowhere/libgllib.so", 3, "/nowhere/libgllib.so"},
       {" libm.so.6", 3, "does not export DllRegisterServer"},
   };
