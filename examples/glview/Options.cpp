@@ -22,8 +22,8 @@ second of three; Page Up and Page Down step through a folder's models; C writes 
 window's size to a numbered PNG file; Esc exits.
 Files dropped on the window replace the models. No settings are saved.
 
-Exit status: 0 success; 1 no display, no context, or a file cannot be written; 2 invalid command line, or a
-model cannot be read.
+Exit status: 0 success; 1 no display, no context, a file cannot be written, or nothing to measure at a pixel;
+2 invalid command line, or a model cannot be read.
 )";
 
 constexpr int kLargestSide = 8192;
@@ -225,6 +225,7 @@ Options ParseOptions(int argc, const char* const* argv) try {
   options.text = given.count("text") != 0;
   for (const cxxopts::KeyValue& one : given.arguments()) {
     const std::string &option = one.key(), &value = one.value();
+    if (option == "out" && value.empty()) throw UsageError("--out takes the name of a file");
     if (option == "out") options.out = value;
     if (option == "size") ParseSize(value, options);
     if (option == "zoom") options.zoom = ParseZoom(value);

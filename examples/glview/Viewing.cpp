@@ -16,13 +16,20 @@ constexpr int kCaptureZoom = 2;
 constexpr double kStep = 0.1, kLook = 0.05;  // per arrow key: radii and radians
 constexpr double kSectionStep = 0.02;
 
-/// Returns the first unused file name of the form model-001.png.
+/// Returns the first unused file name of the form model-001.png. The name of many models is cut.
 std::string FreeName(const std::string& aModel) {
-  const std::string stem = std::filesystem::path(aModel).stem().string();
+  constexpr std::size_t kLongest = 200;  // bytes; file systems allow 255 for the whole name
+  std::string stem = std::filesystem::path(aModel).stem().string();
+  if (stem.size() > kLongest) {
+    std::size_t end = kLongest;
+    while (end > 0 && (stem[end] & 0xC0) == 0x80) --end;  // a byte within a character of UTF-8
+    stem.resize(end);
+  }
   for (int number = 1;; ++number) {
     char tail[24];
     std::snprintf(tail, sizeof(tail), "-%03d.png", number);
-    if (!std::filesystem::exists(stem + tail)) return stem + tail;
+    std::error_code error;  // the write reports it
+    if (!std::filesystem::exists(stem + tail, error)) return stem + tail;
   }
 }
 

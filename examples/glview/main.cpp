@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
 
 #include "glview/ModelSet.h"
 #include "glview/Options.h"
@@ -43,6 +44,7 @@ int main(int argc, char** argv) {
     } else {
       TakeSnapshot(LoadWithProgressLine(options), options);
     }
+    if (std::fflush(stdout) != 0) throw std::runtime_error("cannot write to the standard output");
     return 0;
   } catch (const UsageError& error) {
     return Complain(error, kRefused);

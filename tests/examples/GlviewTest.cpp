@@ -89,6 +89,7 @@ void ExpectRefusal(const std::vector<std::string>& aArguments, const std::string
 TEST_F(Glview, RefusesInvalidCommandLines) {
   ExpectRefusal({});
   ExpectRefusal({"--out"});
+  ExpectRefusal({"--out", "", Squares()}, "--out takes");
   std::istringstream lines(
       "--frobnicate|--size 0x10|--size 100|--size 100x100x|--size 100000x10|--shade cubist|"
       "--views 3|--turn 1|--turn nan,0|--pick 1|--pick -1,5|--pick-box 1,2,3|"
@@ -106,7 +107,7 @@ TEST_F(Glview, RefusesInvalidCommandLines) {
 TEST_F(Glview, RefusesMissingAndDamagedModels) {
   const std::vector<std::pair<std::string, std::string>> models = {
       {m_folder / "missing.obj", "no such file"},
-      {m_folder / ".", "not a file"},
+      {m_folder / ".", "a folder, not a model"},
       {Put("empty.obj", ""), "cannot read"},
       {Put("garbage.obj", "\x7f\x45\x4c\x46 not a model\n"), ""},
       {Put("text.txt", "not a model"), "cannot read"},

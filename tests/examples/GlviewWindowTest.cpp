@@ -152,6 +152,25 @@ TEST_F(GlviewWindow, ShowsDroppedFiles) {
   EXPECT_EQ(Status(), 0);
 }
 
+TEST_F(GlviewWindow, ReportsThatNamesCannotBePrinted) {
+  Run({"sh", "-c", "exec \"$0\" --pick 512,384 \"$1\" >/dev/full", GLLIB_EXAMPLES_FOLDER "/glview", Wall()});
+  EXPECT_EQ(Status(), 1);
+}
+
+TEST_F(GlviewWindow, CutsTheLongNameOfManyModels) {
+  std::vector<std::string> paths;
+  for (char model = 'a'; model < 'e'; ++model) {
+    paths.push_back(m_folder.Put(std::string(70, model) + "\u00FC.obj", Square("", "", -1, -1, 0, 1)));
+  }
+  Open(paths.front(), "aaa");
+  m_screen.Drop(paths);
+  EXPECT_TRUE(Eventually([&] { return m_screen.Title().find(", ddd") != std::string::npos; }));
+  m_screen.Press(kC);
+  EXPECT_TRUE(TitleEndsWith("-001.png")) << m_screen.Title();
+  m_screen.Press(kEscape);
+  EXPECT_EQ(Status(), 0);
+}
+
 TEST_F(GlviewWindow, StepsThroughTheModelsOfAFolder) {
   std::filesystem::create_directory(m_folder / "models");
   m_folder.Put("models/a.obj", "nothing\n");

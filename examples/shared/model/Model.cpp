@@ -49,6 +49,7 @@ bool Measure(Model& aModel) {
 Model LoadModel(const std::string& aPath, const ReadProgress& aProgress) {
   std::error_code error;
   if (!std::filesystem::exists(aPath, error)) throw ModelError("no such file: " + aPath);
+  if (std::filesystem::is_directory(aPath, error)) throw ModelError("a folder, not a model: " + aPath);
   if (!std::filesystem::is_regular_file(aPath, error)) throw ModelError("not a file: " + aPath);
   Model model;
   model.name = std::filesystem::path(aPath).filename().string();
