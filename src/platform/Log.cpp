@@ -102,6 +102,8 @@ LogLevel StartLog() noexcept {
   char path[1024] = "";
   if (level != LogLevel::kOff) ReadLogVariable("GLLIB_LOG_FILE", path, sizeof(path));
   const bool opened = *path == '\0' || OpenLogFile(path);
+  // The connection to the X server could get the number of a closed stderr, and lines would break it.
+  if (!HasLogOutput()) level = LogLevel::kOff;
   LogLevel before = LogLevel::kUnread;
   if (!g_LogLevel.compare_exchange_strong(before, level)) return before;
   if (!known)

@@ -14,6 +14,9 @@ void ReadLogVariable(const char* aName, char* aText, std::size_t aRoom) noexcept
 bool OpenLogFile(const char* aPath) noexcept;
 void CloseLogFile() noexcept;
 
+/// Returns whether lines have a destination: without a file, an open stderr.
+bool HasLogOutput() noexcept;
+
 /// Writes to the file; without a file to stderr, on Windows to the debugger. Never blocks.
 /// @return false if the line was not written
 bool WriteLogLine(const char* aLine, std::size_t aLength) noexcept;

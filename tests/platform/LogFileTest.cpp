@@ -117,6 +117,18 @@ TEST(LogFile, FallsBackToStderr) {
   EXPECT_NE(errors.Read().find("\"/no-such-folder/log\", cannot be opened"), std::string::npos);
 }
 
+TEST(LogFile, IsNotTheFileThatReplacesAClosedStderr) {
+  const TestFolder folder;
+  const ErrorPipe errors;  // restores stderr
+  close(STDERR_FILENO);
+  const LogStart log("debug");
+  WriteOneOfEach();
+  const int file = open((folder / "connection").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+  ASSERT_EQ(file, STDERR_FILENO) << "the lowest free number, as for a connection to an X server";
+  WriteOneOfEach();
+  EXPECT_EQ(folder.Get("connection"), "");
+}
+
 TEST(LogLine, IsOneLineOfBoundedLength) {
   const ErrorPipe errors;
   const LogStart log("error");

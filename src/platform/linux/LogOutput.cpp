@@ -48,6 +48,8 @@ void CloseLogFile() noexcept {
   if (const int file = g_iFile.exchange(kNoFile); file != kNoFile) close(file);
 }
 
+bool HasLogOutput() noexcept { return g_iFile != kNoFile || fcntl(STDERR_FILENO, F_GETFD) >= 0; }
+
 bool WriteLogLine(const char* aLine, std::size_t aLength) noexcept {
   const PipeSignal quiet;
   const int own = g_iFile, file = own != kNoFile ? own : STDERR_FILENO;

@@ -33,6 +33,8 @@ void CloseLogFile() noexcept {
   if (const HANDLE file = g_hFile.exchange(nullptr)) CloseHandle(file);
 }
 
+bool HasLogOutput() noexcept { return true; }
+
 bool WriteLogLine(const char* aLine, std::size_t aLength) noexcept {
   const HANDLE file = g_hFile;
   if (file == nullptr) {
