@@ -52,11 +52,16 @@ void GLLight::SendSpotlight(GLenum aName) const noexcept {
   glLightf(aName, GL_QUADRATIC_ATTENUATION, m_fQuadraticAttenuation);
 }
 
-/// Sends a light at infinity on the +z axis. GL keeps its spot and attenuation values.
+/// Sends a light at infinity on the +z axis. GL ignores its attenuation, but would limit it to the cone that
+/// a spotlight with the same GL light has set.
 void GLLight::SendDistantLight(GLenum aName) const noexcept {
   constexpr float kAlongZ[] = {0.0f, 0.0f, 1.0f, 0.0f};
   const double angle = m_dDirAngle;
   const GLDATA_POINT axis = m_sDirAxis;
   if (angle != 0.0) glRotated(angle, axis.x, axis.y, axis.z);
   glLightfv(aName, GL_POSITION, kAlongZ);
+  constexpr float kNoCone = 180.0f;
+  float cutOff = kNoCone;
+  glGetLightfv(aName, GL_SPOT_CUTOFF, &cutOff);
+  if (cutOff != kNoCone) glLightf(aName, GL_SPOT_CUTOFF, kNoCone);
 }

@@ -101,6 +101,27 @@ TEST(Light, SetsGLStateOfEachKind) {
   }
 }
 
+TEST(Light, DistantLightHasNoCone) {
+  ContextFixture fixture(8, 8);
+  IGLLight& light = NewLight(fixture);
+  const auto expect = [&](float cutoff, const char* name) {
+    fixture.Frame([&](Scene&) {
+      Values now{};
+      glGetLightfv(GL_LIGHT0, GL_SPOT_CUTOFF, now.data());
+      EXPECT_EQ(now[0], cutoff) << name;
+    });
+  };
+  light.SetCutOffAngle_DEG(20);
+  expect(20, "a spot");
+  light.SetAsSpotlight(0);
+  expect(180, "the same light, distant");
+  light.SetAsSpotlight(1);
+  expect(20, "a spot again");
+  fixture.Context().DestroyLight(&light);
+  NewLight(fixture).SetAsSpotlight(0);
+  expect(180, "another light with the same number");
+}
+
 TEST(Light, MovesWithASharedCoordinateSystem) {
   ContextFixture fixture(8, 8);
   const auto coord = GLCreate<IGLCoord>(CLSID_GLCoord);
