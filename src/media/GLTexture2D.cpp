@@ -43,6 +43,7 @@ HRESULT GLTexture2D::Draw(float aTextureX, float aTextureY, GLDATA_POINT* aVerte
 
 HRESULT GLTexture2D::EndDraw() noexcept {
   glEnd();
+  m_Levels.EndFace();
   glDisable(GL_TEXTURE_2D);
   return S_OK;
 }

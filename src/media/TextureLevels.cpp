@@ -3,12 +3,19 @@
 
 #include "media/TextureLevels.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 struct StoreParameter {
   GLenum m_uName;
   GLint m_iTight;
 };
+
+// Constants of OpenGL 1.2, which the headers of OpenGL 1.1 do not contain.
+constexpr GLenum kTextureMaxLevel = 0x813D;
+constexpr GLint kDefaultMaxLevel = 1000;
 
 constexpr std::array<StoreParameter, 8> kTightStore = {{{GL_UNPACK_ALIGNMENT, 4},
                                                         {GL_UNPACK_ROW_LENGTH, 0},
@@ -87,6 +94,12 @@ void TextureLevels::Load() noexcept {
     scaled.m_pPixels = block.get();
     LoadLevel(level, scaled);
   }
+  m_bLimited = m_uTarget == GL_TEXTURE_2D && std::max(image.m_iWidth, image.m_iHeight) >> m_iMipLevels > 1;
+  if (m_bLimited) glTexParameteri(m_uTarget, kTextureMaxLevel, m_iMipLevels);
+}
+
+void TextureLevels::EndFace() noexcept {
+  if (std::exchange(m_bLimited, false)) glTexParameteri(m_uTarget, kTextureMaxLevel, kDefaultMaxLevel);
 }
 
 /// Scales the whole image to the size of a level. Leaves the block null if no memory is available or no GL

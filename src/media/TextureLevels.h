@@ -24,7 +24,11 @@ class TextureLevels {
 
   /// Loads the image and its levels into the bound texture. Makes missing levels first; skips a level if no
   /// memory is available. Needs a current GL context with unpack parameters for tightly packed pixels.
+  /// Limits GL to the levels that exist, so that it draws an image whose longer side still exceeds 1 in the
+  /// last level.
   void Load() noexcept;
+  /// Removes this limit from the bound texture. Called after the face, outside of a primitive.
+  void EndFace() noexcept;
 
  private:
   /// An image in memory.
@@ -41,6 +45,7 @@ class TextureLevels {
   GLenum m_uTarget;
   GLPtr<IGLPixmap> m_pPixmap;
   int m_iMipLevels = 0;                      ///< without the image itself
+  bool m_bLimited = false;                   ///< the bound texture has fewer levels than GL expects
   std::array<PixelBlock, 30> m_ppMipLevels;  ///< as many as the longest row of pixels can be halved
   // The image size that the levels belong to; 0 before the first Load.
   int m_iLevelsWidth = 0;

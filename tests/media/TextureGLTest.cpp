@@ -52,7 +52,7 @@ GLPtr<Texture> NewTexture(const GLPtr<IGLPixmap>& aPixmap) {
   return texture;
 }
 
-/// Draws the same face in plain GL, for images whose sides are powers of two.
+/// Draws the same face in plain GL, for images whose sides are powers of two. The levels end at a side of 1.
 void DrawPlainFace(GLenum aTarget, IGLPixmap& aPixmap, const Look& aLook) {
   static constexpr GLint kModes[] = {GL_MODULATE, GL_DECAL, GL_BLEND};
   static constexpr GLint kFilters[] = {GL_NEAREST_MIPMAP_NEAREST, GL_LINEAR_MIPMAP_NEAREST,
@@ -74,7 +74,8 @@ void DrawPlainFace(GLenum aTarget, IGLPixmap& aPixmap, const Look& aLook) {
   aPixmap.GetHeight(&height);
   if (aTarget == GL_TEXTURE_1D) width = count, height = 1;
   std::vector<GLDATA_RGBA4B> level(pixels, pixels + count);
-  for (int i = 0, w = width, h = height; w > 0; ++i, w /= 2, h = std::max(h / 2, 1)) {
+  for (int i = 0, w = width, h = height; w > 0 && h > 0; ++i, w /= 2, h = height == 1 ? 1 : h / 2) {
+    glTexParameteri(aTarget, GL_TEXTURE_MAX_LEVEL, i);
     if (i > 0)
       gluScaleImage(GL_RGBA, width, height, GL_UNSIGNED_BYTE, pixels, w, h, GL_UNSIGNED_BYTE, level.data());
     if (aTarget == GL_TEXTURE_1D) glTexImage1D(aTarget, i, 4, w, 0, GL_RGBA, GL_UNSIGNED_BYTE, level.data());
@@ -119,13 +120,17 @@ std::vector<std::string> CallsOf(const std::function<void()>& aDraw, std::string
 }  // namespace
 
 TEST(TextureGL, FaceEqualsPlainGLInEachMode) {
-  const auto pixmap = NewPixmap(32, 32), row = NewPixmap(8, 4);
-  const auto flat = NewTexture<IGLTexture2D>(pixmap);
+  for (const auto& [width, height] : {std::pair{32, 32}, {64, 8}}) {
+    const auto pixmap = NewPixmap(width, height);
+    const auto flat = NewTexture<IGLTexture2D>(pixmap);
+    const Picture flats = DrawEveryLook([&](const Look& a) { DrawFace(*flat, a); });
+    EXPECT_GT(flats.CountOther(0x000000FF), 4000) << "the faces are visible";
+    EXPECT_EQ(
+        Difference(flats, DrawEveryLook([&](const Look& a) { DrawPlainFace(GL_TEXTURE_2D, *pixmap, a); })), 0)
+        << width << " by " << height;
+  }
+  const auto row = NewPixmap(8, 4);
   const auto strip = NewTexture<IGLTexture1D>(row);
-  const Picture flats = DrawEveryLook([&](const Look& a) { DrawFace(*flat, a); });
-  EXPECT_GT(flats.CountOther(0x000000FF), 4000) << "the faces are visible";
-  EXPECT_EQ(
-      Difference(flats, DrawEveryLook([&](const Look& a) { DrawPlainFace(GL_TEXTURE_2D, *pixmap, a); })), 0);
   EXPECT_EQ(Difference(DrawEveryLook([&](const Look& a) { DrawFace(*strip, a); }),
                        DrawEveryLook([&](const Look& a) { DrawPlainFace(GL_TEXTURE_1D, *row, a); })),
             0);
@@ -144,7 +149,13 @@ TEST(TextureGL, LevelsEndAtAShorterSideOfOne) {
         glTexImage2D(GL_TEXTURE_2D, i, 4, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
       }
     };
-    EXPECT_EQ(CallsOf([&] { DrawFace(*texture, {}); }, "glTexImage"), CallsOf(load)) << sizes[0].first;
+    const auto draw = [&] {
+      DrawFace(*texture, {});
+      GLint most = 0;
+      glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, &most);
+      EXPECT_EQ(most, 1000) << "GL's default, for the next image";
+    };
+    EXPECT_EQ(CallsOf(draw, "glTexImage"), CallsOf(load)) << sizes[0].first;
   }
 }
 
