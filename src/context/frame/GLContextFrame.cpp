@@ -128,9 +128,16 @@ void GLContext::SetupClipPlanes() noexcept {
   for (const GLClipPlane& plane : m_ClipPlanes.All()) SendClipPlane(plane);
 }
 
+// EnableClipPlanes of the canvas enables all of GL's planes. So a reset plane gets an equation that keeps
+// every point.
 void GLContext::ResetGLClipPlanes() noexcept {
   if (!m_ClipPlanes.TakeReset()) return;
-  for (int i = 0; i < g_iMaxClipPlanes; ++i) glDisable(static_cast<GLenum>(GL_CLIP_PLANE0 + i));
+  constexpr GLdouble kEverything[4] = {0, 0, 0, 0};
+  for (int i = 0; i < g_iMaxClipPlanes; ++i) {
+    const auto plane = static_cast<GLenum>(GL_CLIP_PLANE0 + i);
+    glDisable(plane);
+    glClipPlane(plane, kEverything);
+  }
 }
 
 void GLContext::SetupLighting() noexcept {

@@ -212,6 +212,14 @@ TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
   context.Context().ResetClipPlanes();
   ASSERT_EQ(context.Context().ClipPlane(&a, &c, &b), S_OK);
   ExpectEqual(ours(), plain({{-1, 0, 0, 0}}), "left half");
+  const auto switched = [&] {
+    return context.FramePicture([](Scene& scene) {
+      scene.Canvas().EnableClipPlanes(0);
+      scene.Canvas().EnableClipPlanes(1);
+      DrawFigure(scene.Canvas());
+    });
+  };
+  ExpectEqual(switched(), plain({{-1, 0, 0, 0}}), "left half, planes of before the reset switched on");
   context.Context().ResetClipPlanes();
   ExpectEqual(ours(), plain({}), "no planes");
   // The first plane cuts everything. The next ones cut nothing, and the last one replaces the first.

@@ -117,6 +117,7 @@ struct IGLCanvas : IUnknown {
   /// Restores the projection that PushProjectionMatrix saved last, and selects the model-view matrix.
   virtual HRESULT PopProjectionMatrix() noexcept = 0;
   /// Switches the context's clip planes on (non-zero) or off while drawing. Does nothing if there are none.
+  /// Otherwise it switches all of GL's planes, also those that the painter uses itself.
   /// @return S_OK; E_GL_BADSTATE if the canvas has no context
   virtual HRESULT EnableClipPlanes(LONG aEnable) noexcept = 0;
 
