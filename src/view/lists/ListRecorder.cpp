@@ -64,7 +64,7 @@ void ListRecorder::Start(unsigned aList) noexcept {
   m_uSlowFrom = 0;
   m_bMayMerge = false;
   m_bMesa = IsMesa();
-  m_bInside = m_bNamed = m_bCulls = false;
+  m_bInside = m_bContinues = m_bNamed = m_bCulls = false;
   m_bBounded = true;
 }
 
@@ -117,8 +117,14 @@ void ListRecorder::End() noexcept {
   if (!std::exchange(m_bInside, false)) return Unbounded();
   m_uSlowFrom = m_bBounded ? 0 : kNever;  // a vertex outside of Begin and End makes the list unbounded
   const std::uint32_t most = m_bNamed ? std::min(kNamedVertices, LongestPrimitives()) : LongestPrimitives();
-  if (m_bBounded && m_uVertices >= most && PrepareSplit()) Split();
+  const bool ends = m_bBounded && m_uVertices >= most;
+  if ((ends || StaysAlone()) && PrepareSplit()) Split();
 }
+
+// A run that begins inside a primitive may set its first colour or normal after its first vertex. If such a
+// list also calls lists, as text does, Mesa 22.3 draws these wrongly from then on, or crashes. This also
+// happens without this component. So such a run ends with its primitive.
+bool ListRecorder::StaysAlone() const noexcept { return m_bMesa && m_bContinues && m_uVertices > 0; }
 
 // Returns the number of vertices from which a run ends, also between two primitives of one BeginDraw.
 std::uint32_t ListRecorder::LongestPrimitives() const noexcept {
@@ -198,7 +204,7 @@ void ListRecorder::Split() noexcept {
   m_pList->m_aOwnLists.push_back(m_uRun);
   glNewList(m_uRun, GL_COMPILE);
   m_Start = m_Now;
-  m_bMayMerge = m_bInside;
+  m_bMayMerge = m_bContinues = m_bInside;
   m_uSlowFrom = m_bInside ? LongestPrimitives() : 0;
 }
 

@@ -51,6 +51,7 @@ class ListRecorder {
 
  private:
   void KeepApart(GLenum aMode) noexcept;
+  bool StaysAlone() const noexcept;
   void VertexSlow() noexcept;
   std::uint32_t LongestPrimitives() const noexcept;
   bool PrepareSplit() noexcept;
@@ -76,8 +77,9 @@ class ListRecorder {
   GLenum m_uMode = 0;                   // mode of the last Begin
   bool m_bMayMerge = false;             // the run contains an earlier primitive
   bool m_bMesa = false;
-  bool m_bInside = false;  // between Begin and End
-  bool m_bNamed = false;   // the run contains an identifier
-  bool m_bCulls = false;   // the run enables culling
+  bool m_bInside = false;     // between Begin and End
+  bool m_bContinues = false;  // the run began between Begin and End
+  bool m_bNamed = false;      // the run contains an identifier
+  bool m_bCulls = false;      // the run enables culling
   bool m_bBounded = true;
 };

@@ -43,4 +43,41 @@ TEST(Lists, BelongToTheirDrawThreadDuringAFrame) {
   EXPECT_EQ(Difference(again, whole), 0) << "lists are deleted only at the end of the frame";
 }
 
+TEST(Lists, DrawTextAfterALongPrimitive) {
+  ContextFixture context(64, 64);
+  context.Context().EnableLighting(0);
+  IGLFont* font = nullptr;
+  context.Context().CreateTrueTypeFont(GLString("DejaVu Sans"), 0, 400, 0, 0, &font);
+  font->SetWidth(14), font->SetHeight(40);
+  const auto print = [&] {
+    GLDATA_POINT start = {-45, -20, 0};
+    EXPECT_EQ(font->Print(GLString("ABCDEFGH"), &start), S_OK);
+  };
+  // The component divides the list inside the primitive, before a vertex without a colour.
+  const auto content = [&](IGLCanvas& canvas) {
+    canvas.BeginDrawTriangles();
+    for (int i = 0; i < 6000; ++i) {
+      GLDATA_RGBA colour = {1, static_cast<float>(i % 7) / 7, 0, 1};
+      if (i % 5 == 0) canvas.SetVertexColor(&colour);
+      canvas.Vertex2d(-45 + i % 3 / 2 * 20, 25 + i % 3 % 2 * 20);
+    }
+    canvas.EndDrawVertices();
+    print();
+  };
+  const Picture direct = context.FramePicture([&](Scene& scene) { content(scene.Canvas()); });
+  EXPECT_GT(direct.CountOther(0x000000FF), 200);
+  int list = 0;
+  for (int frame = 0; frame < 2; ++frame) {
+    const Picture listed = context.FramePicture([&](Scene& scene) {
+      if (list == 0) {
+        EXPECT_EQ(scene.Canvas().BeginCompileList(&list), S_OK);
+        content(scene.Canvas());
+        EXPECT_EQ(scene.Canvas().EndCompileList(), S_OK);
+      }
+      scene.Canvas().DrawCompiledList(list);
+    });
+    EXPECT_EQ(Difference(listed, direct), 0) << frame;
+  }
+}
+
 }  // namespace
