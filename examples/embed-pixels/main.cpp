@@ -1,7 +1,7 @@
 // embed-pixels: shows a model in a window that the component cannot draw into, such as a Wayland window. The
 // component draws without a display, a gauge reads the pixels, and the host copies them into its window. The
-// space key turns the model, at 30 frames per second. The draw thread reads the pixels; everything else runs
-// on the host's thread.
+// space key turns the model, at up to 30 frames per second. The draw thread reads the pixels; everything else
+// runs on the host's thread.
 
 #include <SDL.h>
 #include <gllib/GLLibHost.h>

@@ -35,6 +35,8 @@ TEST_F(CanvasOrder, OperationsMakeTheirGLCalls) {
   unsigned char pixels[16] = {};
   const auto canvas14 = canvas.As<IGLCanvas14_4>();
   GLint mode = 0;
+  const auto noSides = GLCreate<IGLMaterial>(CLSID_GLMaterial);
+  noSides->EnableDrawMode(static_cast<eGLMatDrawMode>(GLMM_ENABLE_FRONT | GLMM_ENABLE_BACK), 0);
   const std::tuple<const char*, Work, Work> rows[] = {
       {"Ortho keeps the mode", [&] { canvas2->Ortho(1, 2, 3, 4, 5, 6); },
        [&] {
@@ -63,6 +65,9 @@ TEST_F(CanvasOrder, OperationsMakeTheirGLCalls) {
          glPushAttrib(GL_LINE_BIT), glPopAttrib();
          glPushAttrib(GL_DEPTH_BUFFER_BIT), glDepthMask(GL_FALSE), glPopAttrib();
        }},
+      {"material without sides",
+       [&] { glEnable(GL_LIGHTING), canvas->SetMaterial(noSides.Get()), glDisable(GL_LIGHTING); },
+       [] { glEnable(GL_LIGHTING), glDisable(GL_LIGHTING); }},
       {"stipple factor", [&] { canvas->SetVertexLineStipple(255, -3); },
        [] { glEnable(GL_LINE_STIPPLE), glLineStipple(1, 255); }},
       {"mipmaps", [&] { canvas14->Build2DMipmaps(4, 2, 2, GLTF_RGBA, GLDT_UNSIGNED_BYTE, -1, pixels); },

@@ -168,6 +168,16 @@ TEST(Matrices, ProjectEachForm) {
     ContextFixture context(width, height);
     set(context.Viewer());
     context.Frame([&](Scene&) { ExpectMatrix(GL_PROJECTION_MATRIX, wanted, name); });
+    LONG ortho = 0;
+    context.Viewer().IsOrtho(&ortho);
+    if (ortho != 0) continue;
+    // The conversion looks from behind the eye, which is at (0, 0, 1): from where the window has its size.
+    const double behind = height / 80 / (std::tan(glm::radians(35.)) * 1.25);
+    GLDATA_POINT point{0.5, -0.25, -9};
+    const glm::dvec4 seen = wanted * glm::dvec4(0.5, -0.25, -10 - behind, 1);
+    context.Viewer().PointWCStoSCS(&point);
+    EXPECT_NEAR(point.x, seen.x / seen.w * width / 80, 1e-6) << name;
+    EXPECT_NEAR(point.y, seen.y / seen.w * height / 80, 1e-6) << name;
   }
 }
 
