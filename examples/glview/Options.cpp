@@ -76,6 +76,11 @@ void ParseTurn(std::string_view aText, Options& aOptions) {
   aOptions.pitch = angles[1];
 }
 
+std::string ParseFile(const std::string& aText) {
+  if (aText.empty()) throw UsageError("--out takes the name of a file");
+  return aText;
+}
+
 double ParseZoom(std::string_view aText) {
   const auto zoom = Numbers<double>(aText, ',');
   if (zoom.size() != 1 || !(zoom[0] >= kSmallestZoom && zoom[0] <= kLargestZoom)) {
@@ -225,8 +230,7 @@ Options ParseOptions(int argc, const char* const* argv) try {
   options.text = given.count("text") != 0;
   for (const cxxopts::KeyValue& one : given.arguments()) {
     const std::string &option = one.key(), &value = one.value();
-    if (option == "out" && value.empty()) throw UsageError("--out takes the name of a file");
-    if (option == "out") options.out = value;
+    if (option == "out") options.out = ParseFile(value);
     if (option == "size") ParseSize(value, options);
     if (option == "zoom") options.zoom = ParseZoom(value);
     if (option == "background") options.background = ParseColor(value);
