@@ -57,8 +57,9 @@ void PSelectEvent::SetupClipPlanes() const noexcept {
   for (const GLClipPlane& plane : m_aClipPlanes) SendClipPlane(plane);
 }
 
-// A record has as many names as the name stack had. The innermost one counts: a painter may nest names with
-// its own GL calls. Records without a name, or with the name 0, are not selectable. GL reports an overflow of
+// A record has as many names as the name stack had. A painter may nest names with its own GL calls; then the
+// innermost name is returned. Records without a name, or with the name 0, are skipped. A record with a name
+// has at least kRecordWords words, so the buffer holds at most aCapacity of them. GL reports an overflow of
 // the buffer by a negative number of hits.
 int PSelectEvent::ReadHits(int aHits, const unsigned* aRecords, int aCapacity,
                            ULONG* aIDArray) const noexcept {
