@@ -55,12 +55,15 @@ void GLContext::DrawFrame() noexcept {
   CaptureFrame();
 }
 
-// A new surface is uninitialised, and viewers clear only their own areas. So the first frame clears all of
-// it.
+// New buffers are uninitialised, and viewers clear only their own areas. So the first frames on a surface,
+// and those after a change of its size, clear all of it.
 void GLContext::SetFrameState() noexcept {
   const GLDATA_RGBA color = m_Settings.m_sBackgroundColor;
   glClearColor(color.m_fRed, color.m_fGreen, color.m_fBlue, color.m_fAlpha);
-  if (std::exchange(m_Window.m_Target.m_bIsNew, false)) {
+  GLRenderTarget& target = m_Window.m_Target;
+  target.NoteSize(ViewportWidth(), ViewportHeight());
+  if (target.m_iUncleared > 0) {
+    --target.m_iUncleared;
     glDisable(GL_SCISSOR_TEST);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   }

@@ -43,7 +43,7 @@ void GLPass::MakeCurrent() noexcept {
   // context is no longer current.
   if (m_pOuter != nullptr) wglMakeCurrent(nullptr, nullptr);
   const bool made = wglMakeCurrent(m_Target.m_hDC, context) != FALSE;
-  if (made) m_Target.m_bIsNew = true;
+  if (made) m_Target.NoteNewBuffers();
   if (!made && !m_Target.m_bRefused)
     LogWarning("the rendering context cannot be made current: nothing is drawn");
   m_Target.m_bRefused = !made;
