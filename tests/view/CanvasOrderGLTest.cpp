@@ -83,6 +83,7 @@ TEST_F(CanvasOrder, OperationsMakeTheirGLCalls) {
       glMatrixMode(GL_MODELVIEW);
       EXPECT_EQ(CallsOf(work), wanted) << name;
     }
+    EXPECT_EQ(canvas14->GenTextures(1, nullptr), E_INVALIDARG);
   });
 }
 

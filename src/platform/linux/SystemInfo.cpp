@@ -5,7 +5,6 @@
 #include "platform/linux/display/DisplayServer.h"
 
 BOOL GetVersionExA(OSVERSIONINFOA* pInfo) noexcept {
-  if (pInfo == nullptr || pInfo->dwOSVersionInfoSize != sizeof(*pInfo)) return FALSE;
   const auto display = TheDisplay();
   *pInfo = OSVERSIONINFOA{sizeof(*pInfo), 0, 0, 0, display != nullptr ? display->PlatformId() : 2, {}};
   return TRUE;

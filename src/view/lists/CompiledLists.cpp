@@ -65,7 +65,6 @@ void CompiledLists::FinishRecording() noexcept {
 }
 
 CompiledList* CompiledLists::Find(unsigned aList) noexcept {
-  if (m_Lists.empty()) return nullptr;
   const auto found = m_Lists.find(aList);
   return found != m_Lists.end() ? found->second.get() : nullptr;
 }

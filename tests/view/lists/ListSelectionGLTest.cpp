@@ -258,6 +258,11 @@ TEST(ListSelection, DrawsOnlyRunsInThePickVolume) {
   Picked picked;
   int list = 0;
   const auto draw = [&](Scene& s) {
+    constexpr GLdouble kNothing[] = {0, 0, 0, -1};
+    glClipPlane(GL_CLIP_PLANE0, kNothing);  // not enabled, so it has no effect
+    GLint depth = 0;
+    glGetIntegerv(GL_ATTRIB_STACK_DEPTH, &depth);
+    EXPECT_EQ(depth, 0) << "the check of the list restores the stack";
     DrawList(s.Canvas(), list, [](IGLCanvas& c) { SetDrawMode(c, GLDM_SHOW_FRONT), DrawRow(c); });
   };
   Picked::Request request = kMiddle;
