@@ -109,7 +109,12 @@ void TriggerToPicture(benchmark::State& aState) {
   context->DetachPainter();
 }
 
+/// Draws with the state that the component sets for painters: the fragments are tested and blended.
 void DrawPlainFrame() {
+  glEnable(GL_DEPTH_TEST);
+  glDepthFunc(GL_LEQUAL);
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   DrawTriangles();
   glFlush();

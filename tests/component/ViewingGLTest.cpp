@@ -84,6 +84,7 @@ TEST_F(Viewing, ReadsThePointUnderAPixel) {
           glMatrixMode(GL_MODELVIEW);
           glTranslated(1, 2, 3);
         });
+    Await(m_Viewing->PointUnder(*m_pViewer, pixel));  // some drivers resize a window only after a frame
     const auto point = Await(m_Viewing->PointUnder(*m_pViewer, pixel));
     const GLRay ray = view.Ray(pixel);
     const GLDATA_POINT normal = GLVector::Cross(right, up);

@@ -19,6 +19,4 @@ set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_SOURCE_DIR}/windows/run.sh ${P
 # All unit tests that are built run there. Of the gl tests one takes minutes on a busy machine and runs separately.
 set(GLLIB_WINDOWS_unit_FILTER "*")
 set(GLLIB_WINDOWS_captures_FILTER "Capture.LeavesTheWindowUnchanged")
-# Another one fails under Wine: the drawable of its first frames has one pixel only. See docs/platform.md.
-set(GLLIB_WINDOWS_FAILING "Viewing.ReadsThePointUnderAPixel")
-set(GLLIB_WINDOWS_gl_FILTER "*-${GLLIB_WINDOWS_captures_FILTER}:${GLLIB_WINDOWS_FAILING}")
+set(GLLIB_WINDOWS_gl_FILTER "*-${GLLIB_WINDOWS_captures_FILTER}")
