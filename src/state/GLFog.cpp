@@ -39,14 +39,13 @@ HRESULT GLFog::SetFogDensity(float aValue) noexcept {
   return S_OK;
 }
 
-HRESULT GLFog::GetFogStart(float* aValue) noexcept { return Output(aValue, m_fStart); }
+HRESULT GLFog::GetFogStart(float* aValue) noexcept { return Output(aValue, m_Range.Load().m_fStart); }
 
-HRESULT GLFog::GetFogEnd(float* aValue) noexcept { return Output(aValue, m_fEnd); }
+HRESULT GLFog::GetFogEnd(float* aValue) noexcept { return Output(aValue, m_Range.Load().m_fEnd); }
 
 HRESULT GLFog::SetFogStartAndEnd(float aStart, float aEnd) noexcept {
   if (!(aStart >= 0.0f && aStart < aEnd)) return E_GL_BADVALUE;
-  m_fStart = aStart;
-  m_fEnd = aEnd;
+  m_Range.Store({aStart, aEnd});
   return S_OK;
 }
 
@@ -60,11 +59,12 @@ void GLFog::ApplyFog() const noexcept {
     return;
   }
   const GLDATA_RGBA color = m_sColor;
+  const Range range = m_Range.Load();
   glEnable(GL_FOG);
   glFogi(GL_FOG_MODE, m_iFogMode);
   // parameters of the other modes are sent too, so that a later mode uses current values
   glFogf(GL_FOG_DENSITY, m_fDensity);
-  glFogf(GL_FOG_START, m_fStart);
-  glFogf(GL_FOG_END, m_fEnd);
+  glFogf(GL_FOG_START, range.m_fStart);
+  glFogf(GL_FOG_END, range.m_fEnd);
   glFogfv(GL_FOG_COLOR, &color.m_fRed);
 }

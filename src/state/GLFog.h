@@ -1,5 +1,5 @@
-// GLFog: fog settings of one context. Written by host threads, read by the draw thread. Each member is
-// atomic; a group of members is not.
+// GLFog: fog settings of one context. Written by host threads, read by the draw thread. A colour may be read
+// half written; all other values that one operation sets are read together.
 
 #pragma once
 
@@ -7,6 +7,7 @@
 
 #include "component/GLObject.h"
 #include "platform/GL.h"
+#include "thread/Guarded.h"
 #include "thread/Relaxed.h"
 
 class GLFog final : public GLObject<GLFog, IGLFog> {
@@ -27,10 +28,14 @@ class GLFog final : public GLObject<GLFog, IGLFog> {
   void ApplyFog() const noexcept;
 
  private:
+  /// Distances from the eye.
+  struct Range {
+    float m_fStart, m_fEnd;
+  };
+
   Relaxed<bool> m_bEnabled{false};
   Relaxed<GLint> m_iFogMode{GL_EXP};
   Relaxed<float> m_fDensity{0.01f};
-  Relaxed<float> m_fStart{0.0f};
-  Relaxed<float> m_fEnd{1000.0f};
+  Guarded<Range> m_Range{{0.0f, 1000.0f}};
   RelaxedColor m_sColor{1.0f, 1.0f, 1.0f, 1.0f};
 };

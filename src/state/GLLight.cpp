@@ -56,12 +56,14 @@ HRESULT GLLight::SetDiffuseLight(GLDATA_RGBA* aLight) noexcept { return TakeOpaq
 HRESULT GLLight::GetSpecularLight(GLDATA_RGBA* aLight) noexcept { return Output(aLight, m_sSpecular); }
 HRESULT GLLight::SetSpecularLight(GLDATA_RGBA* aLight) noexcept { return TakeOpaque(m_sSpecular, aLight); }
 
-HRESULT GLLight::GetSpotPosition(GLDATA_POINT* aVector) noexcept { return Output(aVector, m_sSpotPosition); }
+HRESULT GLLight::GetSpotPosition(GLDATA_POINT* aVector) noexcept {
+  return Output(aVector, m_SpotPosition.Load());
+}
 
 HRESULT GLLight::SetSpotPosition(GLDATA_POINT* aVector) noexcept {
   if (aVector == nullptr) return E_INVALIDARG;
   if (!IsVector(*aVector)) return E_GL_BADVALUE;
-  m_sSpotPosition = *aVector;
+  m_SpotPosition.Store(*aVector);
   return S_OK;
 }
 
@@ -120,7 +122,9 @@ HRESULT GLLight::AttachCoord(IGLCoord* aCS) noexcept {
   return S_OK;
 }
 
-HRESULT GLLight::GetDirection(GLDATA_POINT* aVector) noexcept { return Output(aVector, m_sDirection); }
+HRESULT GLLight::GetDirection(GLDATA_POINT* aVector) noexcept {
+  return Output(aVector, m_Direction.Load().m_sVector);
+}
 
 /// Stores the direction and the rotation from the +z axis to the direction that the light comes from. The
 /// rotation is computed from a scaled vector, to avoid overflow. A vector with infinite components is
@@ -129,7 +133,6 @@ HRESULT GLLight::SetDirection(GLDATA_POINT* aVector) noexcept {
   if (aVector == nullptr) return E_INVALIDARG;
   if (!IsVector(*aVector) || std::isinf(aVector->x) || std::isinf(aVector->y) || std::isinf(aVector->z))
     return E_GL_BADVALUE;
-  m_sDirection = *aVector;
   const double largest =
       std::fmax(std::fabs(aVector->x), std::fmax(std::fabs(aVector->y), std::fabs(aVector->z)));
   const GPoint zAxis(0.0, 0.0, 1.0);
@@ -137,11 +140,10 @@ HRESULT GLLight::SetDirection(GLDATA_POINT* aVector) noexcept {
   const GPoint axis = zAxis.Cross(from);
   const double length = axis.Length();
   if (length > 1e-12) {  // GL rejects very short axes, so the axis gets length 1
-    m_sDirAxis = GLDATA_POINT{axis.x / length, axis.y / length, axis.z / length};
-    m_dDirAngle = zAxis.Angle(from) * kDegrees;
+    m_Direction.Store(
+        {*aVector, {axis.x / length, axis.y / length, axis.z / length}, zAxis.Angle(from) * kDegrees});
   } else {  // parallel to z: no unique axis; x is used for a rotation by 180 degrees
-    m_sDirAxis = GLDATA_POINT{1.0, 0.0, 0.0};
-    m_dDirAngle = from.z < 0.0 ? 180.0 : 0.0;
+    m_Direction.Store({*aVector, {1.0, 0.0, 0.0}, from.z < 0.0 ? 180.0 : 0.0});
   }
   return S_OK;
 }

@@ -1,5 +1,5 @@
 // GLLight: one light, and its use of one of the eight GL light numbers of the process. Written by host
-// threads, read by the draw thread. Each member is atomic; a group of members is not.
+// threads, read by the draw thread. A colour may be read half written; a point or direction may not.
 
 #pragma once
 
@@ -10,6 +10,7 @@
 #include "component/GLObject.h"
 #include "platform/GL.h"
 #include "state/LightNumbers.h"
+#include "thread/Guarded.h"
 #include "thread/PCriticalSection.h"
 #include "thread/Relaxed.h"
 
@@ -56,6 +57,13 @@ class GLLight final : public GLObject<GLLight, IGLLight> {
   int ApplyLight(IGLCanvas* aCanvas) noexcept;
 
  private:
+  struct Direction {
+    GLDATA_POINT m_sVector;
+    // Rotation from +z to the direction that the light comes from: a unit axis, and degrees.
+    GLDATA_POINT m_sAxis;
+    double m_dAngle;
+  };
+
   GLPtr<IGLCoord> Coord() noexcept;
   void SendColors(GLenum aName) const noexcept;
   void SendSpotlight(GLenum aName) const noexcept;
@@ -66,7 +74,7 @@ class GLLight final : public GLObject<GLLight, IGLLight> {
   RelaxedColor m_sAmbient{0.5f, 0.5f, 0.5f, 1.0f};
   RelaxedColor m_sDiffuse{0.5f, 0.5f, 0.5f, 1.0f};
   RelaxedColor m_sSpecular{1.0f, 1.0f, 1.0f, 1.0f};
-  RelaxedPoint m_sSpotPosition{0.0, 0.0, 1.0};
+  Guarded<GLDATA_POINT> m_SpotPosition{{0.0, 0.0, 1.0}};
   Relaxed<float> m_fCutOff{180.0f};  // degrees: 0 to 90, or 180 for light in all directions
   Relaxed<float> m_fSpotExponent{0.0f};
   Relaxed<float> m_fConstantAttenuation{1.0f};
@@ -74,10 +82,7 @@ class GLLight final : public GLObject<GLLight, IGLLight> {
   Relaxed<float> m_fQuadraticAttenuation{0.0f};
   PCriticalSection m_CoordLock;  // held while a reference is added to the pointer
   GLPtr<IGLCoord> m_pCoord;
-  RelaxedPoint m_sDirection{0.0, 0.0, -1.0};
-  // Rotation from +z to the direction that the light comes from: a unit axis, and degrees.
-  RelaxedPoint m_sDirAxis{0.0, 0.0, 0.0};
-  Relaxed<double> m_dDirAngle{0.0};
+  Guarded<Direction> m_Direction{{{0.0, 0.0, -1.0}, {0.0, 0.0, 0.0}, 0.0}};
   bool m_bDark = false;                      // the last pass found no free number; draw thread only
   int m_iLightNumber = LightNumbers::kNone;  // guarded by the lock of LightNumbers
 };

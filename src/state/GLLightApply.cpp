@@ -38,7 +38,7 @@ void GLLight::SendColors(GLenum aName) const noexcept {
 }
 
 void GLLight::SendSpotlight(GLenum aName) const noexcept {
-  const GLDATA_POINT position = m_sSpotPosition, direction = m_sDirection;
+  const GLDATA_POINT position = m_SpotPosition.Load(), direction = m_Direction.Load().m_sVector;
   const float place[] = {static_cast<float>(position.x), static_cast<float>(position.y),
                          static_cast<float>(position.z), 1.0f};
   const float way[] = {static_cast<float>(direction.x), static_cast<float>(direction.y),
@@ -56,8 +56,7 @@ void GLLight::SendSpotlight(GLenum aName) const noexcept {
 /// a spotlight with the same GL light has set.
 void GLLight::SendDistantLight(GLenum aName) const noexcept {
   constexpr float kAlongZ[] = {0.0f, 0.0f, 1.0f, 0.0f};
-  const double angle = m_dDirAngle;
-  const GLDATA_POINT axis = m_sDirAxis;
+  const auto [vector, axis, angle] = m_Direction.Load();
   if (angle != 0.0) glRotated(angle, axis.x, axis.y, axis.z);
   glLightfv(aName, GL_POSITION, kAlongZ);
   constexpr float kNoCone = 180.0f;

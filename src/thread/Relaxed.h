@@ -1,5 +1,5 @@
 // Relaxed: members that host threads write and the draw thread reads without a lock.
-// Each value is atomic. A group of values is not: one pass may see it partly changed.
+// Each value is atomic. A group of values is not: one pass may see it partly changed (see Guarded.h).
 
 #pragma once
 
@@ -41,20 +41,6 @@ class RelaxedColor {
   operator GLDATA_RGBA() const noexcept { return {m_fRed, m_fGreen, m_fBlue, m_fAlpha}; }
 
   Relaxed<float> m_fRed, m_fGreen, m_fBlue, m_fAlpha;
-};
-
-/// A point. Each component is atomic.
-class RelaxedPoint {
- public:
-  constexpr RelaxedPoint(double aX, double aY, double aZ) noexcept : x(aX), y(aY), z(aZ) {}
-  void operator=(const GLDATA_POINT& aPoint) noexcept {
-    x = aPoint.x;
-    y = aPoint.y;
-    z = aPoint.z;
-  }
-  operator GLDATA_POINT() const noexcept { return {x, y, z}; }
-
-  Relaxed<double> x, y, z;
 };
 
 // NOLINTEND(misc-unconventional-assign-operator)

@@ -80,14 +80,13 @@ HRESULT GLViewer::SetEyeFovy_DEG(double aFovy) noexcept {
   return S_OK;
 }
 
-HRESULT GLViewer::GetEyeZNear(double* aValue) noexcept { return Output(aValue, m_dEyeZNear); }
+HRESULT GLViewer::GetEyeZNear(double* aValue) noexcept { return Output(aValue, m_EyeZ.Load().m_dNear); }
 
-HRESULT GLViewer::GetEyeZFar(double* aValue) noexcept { return Output(aValue, m_dEyeZFar); }
+HRESULT GLViewer::GetEyeZFar(double* aValue) noexcept { return Output(aValue, m_EyeZ.Load().m_dFar); }
 
 HRESULT GLViewer::SetEyeZNearAndFar(double aNear, double aFar) noexcept {
   if (!(aNear > 0.0 && aFar > aNear)) return E_GL_BADVALUE;
-  m_dEyeZNear = aNear;
-  m_dEyeZFar = aFar;
+  m_EyeZ.Store({aNear, aFar});
   return S_OK;
 }
 
@@ -100,7 +99,8 @@ HRESULT GLViewer::SetEyeAspect(double aValue) noexcept {
 }
 
 HRESULT GLViewer::GetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexcept {
-  return Output(aMin, m_sOrthoMin, aMax, m_sOrthoMax);
+  const auto [low, high] = m_OrthoExtents.Load();
+  return Output(aMin, low, aMax, high);
 }
 
 HRESULT GLViewer::SetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexcept {
@@ -110,25 +110,23 @@ HRESULT GLViewer::SetOrthoExtents(GLDATA_POINT* aMin, GLDATA_POINT* aMax) noexce
   const auto [minX, maxX] = std::minmax({aMin->x, aMax->x});
   const auto [minY, maxY] = std::minmax({aMin->y, aMax->y});
   const auto [minZ, maxZ] = std::minmax({aMin->z, aMax->z});
-  m_sOrthoMin = GLDATA_POINT{minX, minY, minZ};
-  m_sOrthoMax = GLDATA_POINT{maxX, maxY, maxZ};
+  m_OrthoExtents.Store({{minX, minY, minZ}, {maxX, maxY, maxZ}});
   return S_OK;
 }
 
-HRESULT GLViewer::GetClipX(int* aValue) noexcept { return Output(aValue, m_iClipX); }
+HRESULT GLViewer::GetClipX(int* aValue) noexcept { return Output(aValue, m_ClipRectangle.Load().x); }
 
-HRESULT GLViewer::GetClipY(int* aValue) noexcept { return Output(aValue, m_iClipY); }
+HRESULT GLViewer::GetClipY(int* aValue) noexcept { return Output(aValue, m_ClipRectangle.Load().y); }
 
-HRESULT GLViewer::GetClipWidth(int* aValue) noexcept { return Output(aValue, m_iClipWidth); }
+HRESULT GLViewer::GetClipWidth(int* aValue) noexcept { return Output(aValue, m_ClipRectangle.Load().width); }
 
-HRESULT GLViewer::GetClipHeight(int* aValue) noexcept { return Output(aValue, m_iClipHeight); }
+HRESULT GLViewer::GetClipHeight(int* aValue) noexcept {
+  return Output(aValue, m_ClipRectangle.Load().height);
+}
 
 HRESULT GLViewer::SetClipRectangle(int aX, int aY, int aWidth, int aHeight) noexcept {
   if (aX < 0 || aY < 0 || aWidth <= 0 || aHeight <= 0) return E_GL_BADVALUE;
-  m_iClipX = aX;
-  m_iClipY = aY;
-  m_iClipWidth = aWidth;
-  m_iClipHeight = aHeight;
+  m_ClipRectangle.Store({aX, aY, aWidth, aHeight});
   return S_OK;
 }
 
@@ -184,17 +182,19 @@ HRESULT GLViewer::GetCoord(IGLCoord** aCS) noexcept { return OutputObject(aCS, m
 ViewSetup GLViewer::Setup(int aWidth, int aHeight) noexcept {
   ViewSetup setup;
   const ViewSetup::Rectangle whole{0, 0, aWidth, aHeight};
-  const ViewSetup::Rectangle clip{m_iClipX, m_iClipY, m_iClipWidth, m_iClipHeight};
+  const ViewSetup::Rectangle clip = m_ClipRectangle.Load();
+  const Extents extents = m_OrthoExtents.Load();
+  const Planes planes = m_EyeZ.Load();
   setup.m_bClipped = m_bClipped;
   setup.m_Visible = setup.m_bClipped ? clip : whole;
   setup.m_Viewport = setup.m_bClipped && m_bClipScaled ? clip : whole;
   setup.m_bOrtho = m_bOrtho;
-  setup.m_sLow = m_sOrthoMin;
-  setup.m_sHigh = m_sOrthoMax;
+  setup.m_sLow = extents.m_sLow;
+  setup.m_sHigh = extents.m_sHigh;
   setup.m_dFovy = m_dEyeFovy;
   setup.m_dAspect = m_dEyeAspect;
-  setup.m_dNear = m_dEyeZNear;
-  setup.m_dFar = m_dEyeZFar;
+  setup.m_dNear = planes.m_dNear;
+  setup.m_dFar = planes.m_dFar;
   m_pCoord->GetMatrix6d(&setup.m_sEye);
   return setup;
 }

@@ -11,6 +11,7 @@
 #include <gllib/IGLViewerGauge.h>
 
 #include "component/GLObject.h"
+#include "thread/Guarded.h"
 #include "thread/Relaxed.h"
 #include "view/ViewSetup.h"
 
@@ -78,6 +79,15 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
   void DrawOverlay(IGLCanvas* aCanvas, IGLContext* aContext, const GLContextSite& aSite) noexcept;
 
  private:
+  /// Distances of the planes that limit a perspective view.
+  struct Planes {
+    double m_dNear, m_dFar;
+  };
+  /// Two corners of the parallel view volume.
+  struct Extents {
+    GLDATA_POINT m_sLow, m_sHigh;
+  };
+
   void DrawFrame() noexcept;
   void DrawGauges(IGLCanvas* aCanvas, IGLContext* aContext) noexcept;
   void DrawAxes(IGLContext* aContext, const GLContextSite& aSite) noexcept;
@@ -93,17 +103,11 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
   Relaxed<bool> m_bClipScaled = true;
   Relaxed<bool> m_bClipFrameVisible = true;
   Relaxed<double> m_dEyeFovy = 27.0;  // vertical, degrees
-  Relaxed<double> m_dEyeZNear = 0.1;
-  Relaxed<double> m_dEyeZFar = 1000.0;
+  Guarded<Planes> m_EyeZ{{0.1, 1000.0}};
   Relaxed<double> m_dEyeAspect = 1.0;     // host's factor on the window's aspect
   Relaxed<double> m_dWindowAspect = 1.0;  // width / height at the last pass of the window
-  RelaxedPoint m_sOrthoMin{-50.0, -50.0, 0.0};
-  RelaxedPoint m_sOrthoMax{50.0, 50.0, 1000.0};
-  // The clip rectangle, in window pixels from the lower left corner.
-  Relaxed<int> m_iClipX = 10;
-  Relaxed<int> m_iClipY = 10;
-  Relaxed<int> m_iClipWidth = 100;
-  Relaxed<int> m_iClipHeight = 100;
+  Guarded<Extents> m_OrthoExtents{{{-50.0, -50.0, 0.0}, {50.0, 50.0, 1000.0}}};
+  Guarded<ViewSetup::Rectangle> m_ClipRectangle{{10, 10, 100, 100}};
   RelaxedColor m_sFrameColor{1.0f, 1.0f, 1.0f, 1.0f};
   Relaxed<float> m_fFrameThickness = 1.0f;
   Relaxed<float> m_fFrameOffset = 0.0f;  // in normalised device units

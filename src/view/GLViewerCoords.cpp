@@ -37,8 +37,7 @@ HRESULT GLViewer::PointWCStoSCS(GLDATA_POINT* aPntWCS) noexcept {
   GLDATA_POINT& p = *aPntWCS;
   m_pCoord->PointPCStoLCS(&p);
   if (m_bOrtho) {
-    const GLDATA_POINT low = m_sOrthoMin;
-    const GLDATA_POINT high = m_sOrthoMax;
+    const auto [low, high] = m_OrthoExtents.Load();
     p.x = 2.0 * (p.x - low.x) / (high.x - low.x) - 1.0;
     p.y = 2.0 * (p.y - low.y) / (high.y - low.y) - 1.0;
   } else {
@@ -53,8 +52,7 @@ HRESULT GLViewer::PointSCStoWCS(GLDATA_POINT* aPntSCS) noexcept {
   if (aPntSCS == nullptr) return E_INVALIDARG;
   GLDATA_POINT& p = *aPntSCS;
   if (m_bOrtho) {
-    const GLDATA_POINT low = m_sOrthoMin;
-    const GLDATA_POINT high = m_sOrthoMax;
+    const auto [low, high] = m_OrthoExtents.Load();
     p.x = (high.x - low.x) * ((p.x + 1.0) * 0.5) + low.x;
     p.y = (high.y - low.y) * ((p.y + 1.0) * 0.5) + low.y;
   } else {

@@ -3,6 +3,9 @@
 
 #include <bit>
 
+#include "state/GLFog.h"
+#include "state/GLLight.h"
+#include "support/PlainGL.h"
 #include "support/Scene.h"
 
 namespace {
@@ -212,6 +215,41 @@ TEST(Material, SetsGLStateOfBothSides) {
     glGetIntegerv(GL_LIGHT_MODEL_LOCAL_VIEWER, &local), glGetIntegerv(GL_LIGHT_MODEL_TWO_SIDE, &sides);
     EXPECT_EQ(std::pair(local, sides), std::pair(1, 1));
   });
+}
+
+// The range of the fog, and the direction of a light, which is applied as an axis and an angle.
+TEST(Scene, PassSeesValuesOfOneCallTogether) {
+  const auto fog = GLCreate<IGLFog>(CLSID_GLFog);
+  const auto light = GLCreate<IGLLight>(CLSID_GLLight);
+  const auto canvas = GLCreate<IGLCanvas>(CLSID_GLCanvas);
+  const auto set = [&](float a) {
+    GLDATA_POINT direction{a, 1001.0 - a, 0};
+    fog->SetFogStartAndEnd(a, 2 * a);
+    light->SetDirection(&direction);
+  };
+  set(1);
+  fog->Enable(1), light->Enable(1), light->SetAsSpotlight(0);
+  std::atomic<bool> done{false};
+  std::thread host([&] {
+    for (int i = 0; !done; ++i) set(i % 2 == 0 ? 1000.0f : 1.0f);
+  });
+  int torn = 0;
+  DrawPlainGL(8, 8, [&] {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
+    while (std::chrono::steady_clock::now() < deadline) {
+      static_cast<GLFog&>(*fog).ApplyFog();
+      const int name = static_cast<GLLight&>(*light).ApplyLight(canvas.Get());
+      float start = 0, end = 0;
+      Values from{};
+      glGetFloatv(GL_FOG_START, &start);
+      glGetFloatv(GL_FOG_END, &end);
+      glGetLightfv(static_cast<GLenum>(name), GL_POSITION, from.data());
+      if (end != 2 * start || std::max(-from[0], -from[1]) < 0.99f) ++torn;
+    }
+  });
+  done = true;
+  host.join();
+  EXPECT_EQ(torn, 0);
 }
 
 TEST(Light, NumbersAreSharedByTwoContexts) {

@@ -16,8 +16,8 @@ enum eGLFogCalcMode : int {
 /// Fog settings of one context. The draw thread sends them to GL at the start of each viewer pass. Initially
 /// fog is off, exponential and white, with density 0.01, start 0 and end 1000.
 ///
-/// Threads: any, at any time; no operation blocks. A change takes effect at the next viewer pass. A colour,
-/// or a start and end pair, may be seen half changed during one pass.
+/// Threads: any, at any time; no operation blocks. A change takes effect at the next viewer pass. A colour
+/// may be seen half changed during one pass.
 /// Results: S_OK; E_INVALIDARG when a pointer is null; other results are documented at the operation.
 struct IGLFog : IUnknown {
   /// The interface's identifier.

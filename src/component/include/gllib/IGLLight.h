@@ -17,9 +17,9 @@ struct IGLCoord;
 /// is destroyed, also while it is off. If none is free, the light does not shine and tries again at the next
 /// pass. A destroyed light has no effect from the next viewer pass on.
 ///
-/// Threads: any, at any time; no operation blocks. A change takes effect at the next viewer pass. A colour or
-/// point may be seen half changed during one pass.
-/// Results: S_OK; E_INVALIDARG when a pointer is null; other results are documented at the operation.
+/// Threads: any, at any time; no operation blocks. A change takes effect at the next viewer pass. A colour
+/// may be seen half changed during one pass. Results: S_OK; E_INVALIDARG when a pointer is null; other
+/// results are documented at the operation.
 struct IGLLight : IUnknown {
   /// The interface's identifier.
   static constexpr IID Identifier = {

@@ -19,7 +19,7 @@ struct IGLViewerGauge;
 /// pixel wide, at the edge.
 ///
 /// Threads: any, at any time; no operation blocks. A change takes effect at the next pass of the viewer.
-/// Values that are set by two calls, and a point or colour, may be seen half changed during one pass.
+/// Values that are set by two calls, and a colour, may be seen half changed during one pass.
 /// Results: S_OK; E_INVALIDARG when a pointer is null; E_GL_BADVALUE if a value is out of range or NaN
 /// (nothing changes).
 struct IGLViewer : IUnknown {
