@@ -16,6 +16,9 @@ namespace {
 /// bits.
 constexpr std::int64_t StrideOf(int aWidth) noexcept { return (std::int64_t{aWidth} + 31) / 32 * 4; }
 
+/// Rows of one call of glBitmap. Mesa 22.3 writes outside its memory from 65,536 rows on.
+constexpr int kMostRows = 16384;
+
 constexpr int BitOf(int aX) noexcept { return 1 << (7 - (aX & 7)); }
 
 }  // namespace
@@ -104,7 +107,10 @@ HRESULT GLBitmap::Draw(IGLContext*, GLDATA_POINT* aOrigin, int aOffsetX, int aOf
   glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
   glPixelStorei(GL_UNPACK_SKIP_ROWS, 0);
   glRasterPos3d(aOrigin->x, aOrigin->y, aOrigin->z);
-  glBitmap(m_iWidth, m_iHeight, static_cast<float>(aOffsetX), static_cast<float>(aOffsetY), 0.0f, 0.0f,
-           m_pBits.get());
+  for (int row = 0; row < m_iHeight; row += kMostRows) {
+    glBitmap(m_iWidth, std::min(kMostRows, m_iHeight - row), static_cast<float>(aOffsetX),
+             static_cast<float>(aOffsetY) - static_cast<float>(row), 0.0f, 0.0f,
+             m_pBits.get() + row * Stride());
+  }
   return S_OK;
 }

@@ -43,6 +43,19 @@ TEST(MarkerGL, BitmapBlendsOnlyIfTransparent) {
   }
 }
 
+TEST(MarkerGL, BitmapMayHaveAnyHeight) {
+  const auto bitmap = GLCreate<IGLBitmap>(CLSID_GLBitmap);
+  GLDATA_POINT origin = {10.5, 20.5, 0};
+  constexpr int kHeight = 70000;
+  bitmap->Initialize(8, kHeight, 0);
+  for (const int row : {0, 16383, 16384, 69999}) {
+    bitmap->SetPixel(2, kHeight - 1 - row, 1);
+    const Picture ours = Draw([&] { bitmap->Draw(nullptr, &origin, 2, row); });
+    EXPECT_EQ(ours.At(10, 31 - 20), 0xFFFFFFFF) << row;
+    bitmap->SetPixel(2, kHeight - 1 - row, 0);
+  }
+}
+
 TEST(MarkerGL, PixmapDrawsItsClipFromTheOrigin) {
   const auto pixmap = GLCreate<IGLPixmap>(CLSID_GLPixmap);
   GLDATA_POINT origin = {4, 8, 0};
