@@ -6,7 +6,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/Log.h"
+
 namespace {
+
+/// The face that this thread draws has fewer levels than GL expects.
+thread_local bool t_bLimited = false;
 
 struct StoreParameter {
   GLenum m_uName;
@@ -48,8 +53,15 @@ TightPixelStore::~TightPixelStore() {
 }
 
 void TextureLevels::SetPixmap(IGLPixmap* aPixmap) noexcept {
-  m_pPixmap = GLPtr<IGLPixmap>::FromBorrowed(aPixmap);
+  auto pixmap = GLPtr<IGLPixmap>::FromBorrowed(aPixmap);  // releases the former one without the lock
+  const PLock lock(m_Lock);
+  std::swap(m_pPixmap, pixmap);
   SetLevelsFor({0, 0, nullptr});
+}
+
+bool TextureLevels::HasPixmap() noexcept {
+  const PLock lock(m_Lock);
+  return static_cast<bool>(m_pPixmap);
 }
 
 /// Returns the pixmap as the texture target needs it: for 1-D, all rows joined to one row. A pixmap with
@@ -69,6 +81,20 @@ TextureLevels::Image TextureLevels::WholeImage() const noexcept {
   return {width, height, pixels};
 }
 
+/// Returns the image, or no image if it is too large. GL would refuse it and keep the image of an earlier
+/// face. A very large width crashes Mesa 22.3.
+TextureLevels::Image TextureLevels::LoadableImage() noexcept {
+  const Image image = WholeImage();
+  GLint most = 0;
+  glGetIntegerv(GL_MAX_TEXTURE_SIZE, &most);
+  const bool tooLarge = std::max(image.m_iWidth, image.m_iHeight) > most;
+  if (tooLarge && !m_bTooLarge)
+    LogWarning("a texture is drawn without its image: %d by %d pixels exceed GL's limit of %d",
+               image.m_iWidth, image.m_iHeight, most);
+  m_bTooLarge = tooLarge;
+  return tooLarge ? Image{0, 0, nullptr} : image;
+}
+
 /// Counts the levels of an image and drops levels of another size. In 2-D the shorter side limits the number.
 void TextureLevels::SetLevelsFor(const Image& aImage) noexcept {
   if (aImage.m_iWidth == m_iLevelsWidth && aImage.m_iHeight == m_iLevelsHeight) return;
@@ -82,7 +108,8 @@ void TextureLevels::SetLevelsFor(const Image& aImage) noexcept {
 }
 
 void TextureLevels::Load() noexcept {
-  const Image image = WholeImage();
+  const PLock lock(m_Lock);
+  const Image image = LoadableImage();
   LoadLevel(0, image);
   SetLevelsFor(image);
   for (int level = 1; level <= m_iMipLevels; ++level) {
@@ -94,12 +121,12 @@ void TextureLevels::Load() noexcept {
     scaled.m_pPixels = block.get();
     LoadLevel(level, scaled);
   }
-  m_bLimited = m_uTarget == GL_TEXTURE_2D && std::max(image.m_iWidth, image.m_iHeight) >> m_iMipLevels > 1;
-  if (m_bLimited) glTexParameteri(m_uTarget, kTextureMaxLevel, m_iMipLevels);
+  t_bLimited = m_uTarget == GL_TEXTURE_2D && std::max(image.m_iWidth, image.m_iHeight) >> m_iMipLevels > 1;
+  if (t_bLimited) glTexParameteri(m_uTarget, kTextureMaxLevel, m_iMipLevels);
 }
 
 void TextureLevels::EndFace() noexcept {
-  if (std::exchange(m_bLimited, false)) glTexParameteri(m_uTarget, kTextureMaxLevel, kDefaultMaxLevel);
+  if (std::exchange(t_bLimited, false)) glTexParameteri(m_uTarget, kTextureMaxLevel, kDefaultMaxLevel);
 }
 
 /// Scales the whole image to the size of a level. Leaves the block null if no memory is available or no GL

@@ -1,5 +1,6 @@
 // TextureLevels: the common part of both texture classes. Holds the image and its scaled-down levels, and
-// loads them into the bound texture. Any thread; Load needs a current GL context.
+// loads them into the bound texture. Any thread, also several draw threads at once; Load needs a current GL
+// context.
 
 #pragma once
 
@@ -11,6 +12,7 @@
 
 #include "media/PixelBlock.h"
 #include "platform/GL.h"
+#include "thread/PCriticalSection.h"
 
 /// The image of a texture object. Load makes its mipmap levels, which are kept in main memory.
 class TextureLevels {
@@ -20,12 +22,12 @@ class TextureLevels {
 
   /// Sets the image and drops all levels, also if it is the same image.
   void SetPixmap(IGLPixmap* aPixmap) noexcept;
-  bool HasPixmap() const noexcept { return static_cast<bool>(m_pPixmap); }
+  bool HasPixmap() noexcept;
 
   /// Loads the image and its levels into the bound texture. Makes missing levels first; skips a level if no
   /// memory is available. Needs a current GL context with unpack parameters for tightly packed pixels.
   /// Limits GL to the levels that exist, so that it draws an image whose longer side still exceeds 1 in the
-  /// last level.
+  /// last level. An image that is too large for GL counts as empty.
   void Load() noexcept;
   /// Removes this limit from the bound texture. Called after the face, outside of a primitive.
   void EndFace() noexcept;
@@ -38,14 +40,16 @@ class TextureLevels {
   };
 
   Image WholeImage() const noexcept;
+  Image LoadableImage() noexcept;
   void SetLevelsFor(const Image& aImage) noexcept;
   void MakeLevel(const Image& aImage, const Image& aLevel, PixelBlock& aBlock) const noexcept;
   void LoadLevel(int aLevel, const Image& aImage) const noexcept;
 
-  GLenum m_uTarget;
+  const GLenum m_uTarget;
+  PCriticalSection m_Lock;  // guards the following members
   GLPtr<IGLPixmap> m_pPixmap;
   int m_iMipLevels = 0;                      ///< without the image itself
-  bool m_bLimited = false;                   ///< the bound texture has fewer levels than GL expects
+  bool m_bTooLarge = false;                  ///< the last image was too large for GL
   std::array<PixelBlock, 30> m_ppMipLevels;  ///< as many as the longest row of pixels can be halved
   // The image size that the levels belong to; 0 before the first Load.
   int m_iLevelsWidth = 0;

@@ -176,6 +176,58 @@ TEST(TextureGL, LevelsAreCreatedOncePerImageAndSize) {
   }
 }
 
+TEST(TextureGL, ImageThatIsTooLargeCountsAsEmpty) {
+  const auto draw = [&]<class Texture>(const GLPtr<Texture>& aFirst, const GLPtr<Texture>& aTexture) {
+    return DrawPlainGL(64, 64, [&] {
+      glFrustum(-1, 1, -1, 1, 1, 10);
+      DrawFace(*aFirst, {2, 0, 0, 1});  // loads an image, which must not appear on the next face
+      glClear(GL_COLOR_BUFFER_BIT);
+      DrawFace(*aTexture, {2, 0, 0, 1});
+      EXPECT_EQ(glGetError(), GL_NO_ERROR);
+    });
+  };
+  const auto expect = [&]<class Texture>(const GLPtr<Texture>& aFirst, const GLPtr<IGLPixmap>& aTooLarge) {
+    const auto empty = NewTexture<Texture>(GLCreate<IGLPixmap>(CLSID_GLPixmap));
+    const Picture untextured = draw(aFirst, empty);
+    EXPECT_GT(untextured.CountOther(0x000000FF), 0) << "the face is visible";
+    EXPECT_EQ(Difference(draw(aFirst, NewTexture<Texture>(aTooLarge)), untextured), 0);
+  };
+  GLint most = 0;
+  DrawPlainGL(8, 8, [&] { glGetIntegerv(GL_MAX_TEXTURE_SIZE, &most); });
+  const auto image = NewPixmap(8, 8);
+  expect(NewTexture<IGLTexture1D>(image), NewPixmap(most / 4 + 1, 4));
+  expect(NewTexture<IGLTexture2D>(image), NewPixmap(most + 1, 2));
+  expect(NewTexture<IGLTexture2D>(image), NewPixmap(2, most + 1));
+}
+
+TEST(TextureGL, HostReplacesTheImageDuringDrawing) {
+  GLPtr<IGLPixmap> images[2];
+  for (const int i : {0, 1}) {
+    images[i] = GLCreate<IGLPixmap>(CLSID_GLPixmap);
+    images[i]->Initialize(64 >> i, 64, {255, 255, 255, 255});
+  }
+  const auto texture = NewTexture<IGLTexture2D>(images[0]);
+  std::atomic<bool> done{false};
+  std::thread host([&] {
+    for (std::size_t i = 0; !done; ++i) texture->Initialize(images[i % 2].Get());
+  });
+  int wrong = 0;
+  DrawPlainGL(8, 8, [&] {
+    glFrustum(-1, 1, -1, 1, 1, 10);
+    glColor3f(0, 0, 0);
+    for (int i = 0; i < 500; ++i) {
+      glClear(GL_COLOR_BUFFER_BIT);
+      DrawFace(*texture, {2, 1, 1, 1});
+      std::uint32_t pixel = 0;
+      glReadPixels(4, 3, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, &pixel);
+      if (pixel != 0xFFFFFFFF) ++wrong;
+    }
+  });
+  done = true;
+  host.join();
+  EXPECT_EQ(wrong, 0) << "faces without levels of one image";
+}
+
 TEST(TextureGL, PixelStorageOfTheHostHasNoEffect) {
   constexpr std::pair<GLenum, GLint> kStore[] = {{GL_UNPACK_ALIGNMENT, 8}, {GL_UNPACK_ROW_LENGTH, 99},
                                                  {GL_UNPACK_SKIP_ROWS, 7}, {GL_UNPACK_SKIP_PIXELS, 50000},

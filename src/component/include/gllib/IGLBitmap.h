@@ -11,8 +11,8 @@ struct IGLContext;
 /// Set bits are drawn in the bitmap's colour; clear bits draw nothing. The origin of coordinates is the top
 /// left, y points down. A new bitmap is empty and white.
 ///
-/// Threads: any, but one at a time, because there is no lock. Call Draw in a painter or gauge only. No
-/// operation blocks.
+/// Threads: any, but one at a time, because there is no lock. Call Draw in a painter or gauge only; painters
+/// of several contexts may call it at the same time. No operation blocks.
 /// Results: S_OK; E_INVALIDARG when a pointer is null; other results are documented at the operation.
 struct IGLBitmap : IUnknown {
   /// The interface's identifier.

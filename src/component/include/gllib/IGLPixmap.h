@@ -12,7 +12,8 @@ struct IGLContext;
 /// new pixmap is empty and has the zoom 1, 1.
 ///
 /// Threads: any, but one at a time, because there is no lock. The draw thread writes into the pixmap of a
-/// running capture. Call Draw in a painter or gauge only. No operation blocks.
+/// running capture. Call Draw in a painter or gauge only; painters of several contexts may call it, or draw
+/// textures of the pixmap, at the same time. No operation blocks.
 /// Results: S_OK; E_INVALIDARG when a pointer is null; other results are documented at the operation. Colour
 /// operations change all pixels and ignore the clip.
 struct IGLPixmap : IUnknown {

@@ -24,8 +24,9 @@ enum eGLTextureMode : int {
 /// a later one scales them again if the size of the pixmap has changed. After other changes of the pixmap
 /// call Initialize.
 ///
-/// Threads: BeginDraw, Draw and EndDraw on the draw thread, in a painter or gauge; Initialize on any thread,
-/// but not between BeginDraw and EndDraw.
+/// Threads: BeginDraw, Draw and EndDraw in a painter or gauge, also of several contexts at the same time;
+/// Initialize on any thread, at any time. It takes effect at the next BeginDraw. The pixmap must not change
+/// during a BeginDraw: to replace an image that is being drawn, call Initialize with another pixmap.
 /// Results: S_OK; E_INVALIDARG if aPixmap or aFaceNormal is null. Draw checks no arguments.
 struct IGLTexture1D : IUnknown {
   /// The interface's identifier.
@@ -35,7 +36,8 @@ struct IGLTexture1D : IUnknown {
   /// Sets the image, takes a reference to it, and deletes all levels.
   virtual HRESULT Initialize(IGLPixmap* aPixmap) noexcept = 0;
   /// Loads the image and begins a strip of quadrilaterals. Until EndDraw only calls that GL allows within a
-  /// primitive are valid. Without a pixmap, or with an empty one, the strip is drawn without an image.
+  /// primitive are valid. Without a pixmap, or with one that is empty or longer than GL's largest texture,
+  /// the strip is drawn without an image.
   /// @param aContext            not used
   /// @param aTextureMode        how the image and the colour of the face are combined
   /// @param aInterpolatePixels  non-zero: an enlarged image is interpolated between neighbouring texels, a

@@ -15,7 +15,8 @@ struct IGLTexture2D : IUnknown {
 
   /// Same as IGLTexture1D::Initialize.
   virtual HRESULT Initialize(IGLPixmap* aPixmap) noexcept = 0;
-  /// Same as IGLTexture1D::BeginDraw, for a polygon. GL's unpack parameters remain changed.
+  /// Same as IGLTexture1D::BeginDraw, for a polygon; GL's limit holds for each side. GL's unpack parameters
+  /// remain changed.
   virtual HRESULT BeginDraw(IGLContext* aContext, eGLTextureMode aTextureMode, LONG aInterpolatePixels,
                             LONG aInterpolateMipmaps, LONG aRepeat, GLDATA_POINT* aFaceNormal,
                             GLDATA_RGBA* aBlendColor) noexcept = 0;
