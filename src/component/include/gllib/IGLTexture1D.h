@@ -25,8 +25,9 @@ enum eGLTextureMode : int {
 /// call Initialize.
 ///
 /// Threads: BeginDraw, Draw and EndDraw in a painter or gauge, also of several contexts at the same time;
-/// Initialize on any thread, at any time. It takes effect at the next BeginDraw. The pixmap must not change
-/// during a BeginDraw: to replace an image that is being drawn, call Initialize with another pixmap.
+/// Initialize on any thread, at any time: it waits for a running BeginDraw and takes effect at the next one.
+/// The pixmap must not change during a BeginDraw. To replace an image that is being drawn, call Initialize
+/// with another pixmap.
 /// Results: S_OK; E_INVALIDARG if aPixmap or aFaceNormal is null. Draw checks no arguments.
 struct IGLTexture1D : IUnknown {
   /// The interface's identifier.
