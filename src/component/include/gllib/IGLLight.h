@@ -18,8 +18,9 @@ struct IGLCoord;
 /// pass. A destroyed light has no effect from the next viewer pass on.
 ///
 /// Threads: any, at any time; no operation blocks. A change takes effect at the next viewer pass. A colour
-/// may be seen half changed during one pass. Results: S_OK; E_INVALIDARG when a pointer is null; other
-/// results are documented at the operation.
+/// may be seen half changed during one pass.
+///
+/// Results: S_OK; E_INVALIDARG when a pointer is null; other results are documented at the operation.
 struct IGLLight : IUnknown {
   /// The interface's identifier.
   static constexpr IID Identifier = {

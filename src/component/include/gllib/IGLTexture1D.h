@@ -46,7 +46,7 @@ struct IGLTexture1D : IUnknown {
   /// @param aInterpolateMipmaps non-zero: a reduced image is interpolated between neighbouring texels of a
   ///                            level; no effect on an enlarged one
   /// @param aRepeat             non-zero: the image repeats outside 0 to 1; 0: the texels at its edge
-  ///                            continue
+  ///                            continue, mixed with GL's border colour where they are interpolated
   /// @param aFaceNormal         the normal of all vertices
   /// @param aBlendColor         the blend colour of GLTM_BLEND; null keeps the last one
   virtual HRESULT BeginDraw(IGLContext* aContext, eGLTextureMode aTextureMode, LONG aInterpolatePixels,
