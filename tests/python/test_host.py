@@ -1,7 +1,9 @@
 """A host in Python: values, errors, picking, references, and exit of the interpreter. Headless display."""
 
+import copy
 import gc
 import pathlib
+import pickle
 import subprocess
 import sys
 import textwrap
@@ -85,9 +87,19 @@ class Failures(unittest.TestCase):
         for wrong in (gllib.Fog(), painter, 17, "viewer"):
             with self.assertRaises(TypeError):
                 context.destroy_viewer(wrong)
+        with self.assertRaisesRegex(TypeError, "IGLContext::SetViewport"):
+            context.set_viewport(0, 0, "640", 480)
         context.close()
         with self.assertRaises(ReferenceError):
             context.create_light()
+        self.assertEqual(context, context)
+        self.assertNotEqual(context, gllib.Context())
+
+    def test_copies_are_refused(self):
+        for value in (gllib.Context(), gllib.Painter()):
+            for duplicate in (copy.copy, copy.deepcopy, pickle.dumps):
+                with self.assertRaisesRegex(TypeError, "cannot be copied"):
+                    duplicate(value)
 
 
 class References(unittest.TestCase):

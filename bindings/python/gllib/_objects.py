@@ -146,9 +146,15 @@ class Object:
 
     def _call(self, face, slot, *arguments):
         pointer, functions = (self._faces and self._faces[face]) or self._bind(face)
-        result = functions[slot](pointer, *arguments)
+        try:
+            result = functions[slot](pointer, *arguments)
+        except ctypes.ArgumentError as error:
+            raise TypeError(f"{self._name_of(face, slot)}: {error} (argument 1 is the object)") from None
         if result < 0:
-            raise error_of(result, f"{self.INTERFACES[face].name}::{self.INTERFACES[face].operations[slot][0]}")
+            raise error_of(result, self._name_of(face, slot))
+
+    def _name_of(self, face, slot):
+        return f"{self.INTERFACES[face].name}::{self.INTERFACES[face].operations[slot][0]}"
 
     @property
     def address(self):
@@ -178,8 +184,13 @@ class Object:
     def __del__(self):
         self.close()
 
+    def __reduce__(self):
+        refuse_copy(self)
+
     def __eq__(self, other):
-        return self.address == other.address if isinstance(other, Object) else NotImplemented
+        if not isinstance(other, Object):
+            return NotImplemented
+        return self is other or bool(self._faces and other._faces) and self.address == other.address
 
     def __hash__(self):
         return hash(self.address)
@@ -213,6 +224,11 @@ def object_of(interface, pointer, counted):
     if counted:
         interface.functions(pointer)[2](pointer)
     return client
+
+
+def refuse_copy(value):
+    """Raises TypeError. A copy of the members of an object would release references that it does not hold."""
+    raise TypeError(f"{value!r} cannot be copied or pickled")
 
 
 def report(client, error):

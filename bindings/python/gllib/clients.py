@@ -69,6 +69,9 @@ class _Client:
     def __del__(self):
         self.report_error()
 
+    def __reduce__(self):
+        _objects.refuse_copy(self)
+
 
 def _client(this):
     return held_clients.get(this) or clients.get(this)
