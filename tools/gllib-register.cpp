@@ -41,7 +41,7 @@ std::string HelpText() {
 /// Reads the command line. Throws a std::exception with the reason if it is invalid.
 Options Read(int argc, char** argv) {
   const cxxopts::ParseResult given = CommandLine().parse(argc, argv);
-  Options options{given.count("user") != 0, given.count("remove") != 0, given.count("help") != 0};
+  Options options{given["user"].as<bool>(), given["remove"].as<bool>(), given["help"].as<bool>()};
   if (given.unmatched().size() > 1) {
     throw std::invalid_argument("more than one module: " + given.unmatched()[1]);
   }

@@ -222,12 +222,12 @@ std::string HelpText() { return CommandLine().help({}, false) + kInTheWindow; }
 Options ParseOptions(int argc, const char* const* argv) try {
   const cxxopts::ParseResult given = CommandLine().parse(argc, argv);
   Options options;
-  options.help = given.count("help") != 0;
-  options.together = given.count("together") != 0;
-  options.fog = given.count("fog") != 0;
-  options.ortho = given.count("ortho") != 0;
-  options.axes = given.count("axes") != 0;
-  options.text = given.count("text") != 0;
+  options.help = given["help"].as<bool>();
+  options.together = given["together"].as<bool>();
+  options.fog = given["fog"].as<bool>();
+  options.ortho = given["ortho"].as<bool>();
+  options.axes = given["axes"].as<bool>();
+  options.text = given["text"].as<bool>();
   for (const cxxopts::KeyValue& one : given.arguments()) {
     const std::string &option = one.key(), &value = one.value();
     if (option == "out") options.out = ParseFile(value);

@@ -73,8 +73,8 @@ TEST_F(Register, RegistersEachClassAndKeepsOtherEntries) {
       EXPECT_EQ(Value(place.first, place.second.c_str()), text) << place.first << ' ' << place.second;
   }
   EXPECT_EQ(Value(stale), "no key") << "the key of a class is replaced as a whole";
-  ASSERT_EQ(Run(kTool + " --remove"), 0) << m_Output;
-  EXPECT_EQ(Get("machine.reg"), kOthers);
+  ASSERT_EQ(Run(kTool + " --remove --user=false"), 0) << m_Output;
+  EXPECT_EQ(Get("machine.reg"), kOthers) << "a switch may be given as off";
   EXPECT_EQ(Files(), "machine.reg ");
   EXPECT_EQ(Run(kTool + " --remove"), 0) << "absent classes are not an error";
 }
@@ -99,6 +99,7 @@ TEST_F(Register, ChecksItsCommandLine) {
   } cases[] = {
       {" --help", 0, "usage: gllib-register"},
       {" --what", 2, "what"},
+      {" --user=what", 2, "what"},
       {" one two", 2, "two"},
       {" ''", 3, "the name of the module is empty"},
       {" /nowhere/libgllib.so", 3, "/nowhere/libgllib.so"},
