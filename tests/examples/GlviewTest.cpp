@@ -269,7 +269,7 @@ TEST_F(Glview, DrawsTextures) {
   const std::string file = m_folder / "picture.png";
   const Outcome outcome = FromTheFront(model, {"--out", file});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.err, "glview: cannot read the texture lost.png\n");
+  EXPECT_EQ(outcome.err, "cannot read the texture lost.png\n");
   Picture picture;
   ASSERT_TRUE(ReadPng(file, picture));
   EXPECT_GT(At(picture, -1, -1.5)[0], At(picture, -1, -1.5)[2] + 100) << "red below";

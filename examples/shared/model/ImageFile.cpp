@@ -31,5 +31,5 @@ std::string ForwardSlashes(std::string aPath) {
 }
 
 void ReportLostImage(const std::string& aName) {
-  std::fprintf(stderr, "glview: cannot read the texture %s\n", aName.c_str());
+  std::fprintf(stderr, "cannot read the texture %s\n", aName.c_str());
 }
