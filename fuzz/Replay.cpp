@@ -23,6 +23,10 @@ using Input = std::vector<std::uint8_t>;
 
 Input FromFile(const std::filesystem::path& aFile) {
   std::ifstream in(aFile, std::ios::binary);
+  if (!in) {
+    std::fprintf(stderr, "cannot read %s\n", aFile.c_str());
+    std::exit(1);
+  }
   return Input(std::istreambuf_iterator<char>(in), {});
 }
 
