@@ -22,8 +22,10 @@ bool Served(const std::future<void>& aTurn, std::chrono::milliseconds aWithin) {
 
 TEST(RenderingTurn, ExcludesOtherThreadsUnlessItsThreadWaits) {
   ContextFixture fixture(16, 16);
+  std::string renderer;
+  fixture.Frame([&](Scene&) { renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER)); });
+  if (renderer.find("llvmpipe") == renderer.npos) GTEST_SKIP() << renderer << " needs no turns";
   fixture.Frame([&](Scene&) {
-    if (std::strstr(reinterpret_cast<const char*>(glGetString(GL_RENDERER)), "llvmpipe") == nullptr) return;
     auto first = TakeTurn();
     EXPECT_FALSE(Served(first, 50ms)) << "during the painter";
     auto second = TakeTurn();
