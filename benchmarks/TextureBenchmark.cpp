@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int kSide = 512;
-GLDATA_POINT s_Normal = {0, 0, 1};
+GLDATA_POINT g_Normal = {0, 0, 1};
 GLDATA_POINT s_aCorners[4] = {{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}};
 constexpr float kS[4] = {0, 1, 1, 0}, kT[4] = {0, 0, 1, 1};
 
@@ -29,7 +29,7 @@ void FaceThroughTexture(benchmark::State& aState) {
   const auto texture = CreateObject<IGLTexture2D>(CLSID_GLTexture2D);
   texture->Initialize(pixmap.Get());
   const auto draw = [&] {
-    texture->BeginDraw(nullptr, GLTM_MODULATE, 1, 1, 0, &s_Normal, nullptr);
+    texture->BeginDraw(nullptr, GLTM_MODULATE, 1, 1, 0, &g_Normal, nullptr);
     for (int i = 0; i < 4; ++i) texture->Draw(kS[i], kT[i], &s_aCorners[i]);
     texture->EndDraw();
     glFinish();
@@ -65,7 +65,7 @@ void FaceThroughPlainGL(benchmark::State& aState) {
                    levels[static_cast<std::size_t>(level)].data());
     }
     glBegin(GL_POLYGON);
-    glNormal3d(s_Normal.x, s_Normal.y, s_Normal.z);
+    glNormal3d(g_Normal.x, g_Normal.y, g_Normal.z);
     for (int i = 0; i < 4; ++i) {
       glTexCoord2f(kS[i], kT[i]);
       glVertex3d(s_aCorners[i].x, s_aCorners[i].y, s_aCorners[i].z);

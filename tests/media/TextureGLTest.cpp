@@ -5,10 +5,10 @@
 
 namespace {
 
-GLDATA_POINT s_Normal = {0, 0, 1};
+GLDATA_POINT g_Normal = {0, 0, 1};
 GLDATA_POINT s_aCorners[4] = {{-1, -1, -2}, {1, -1, -2}, {1, 1, -9}, {-1, 1, -9}};
 constexpr float kS[4] = {-0.5f, 2.5f, 2.5f, -0.5f}, kT[4] = {-0.5f, -0.5f, 3.5f, 3.5f};
-GLDATA_RGBA s_Blend = {0.25f, 0.5f, 0.75f, 1};
+GLDATA_RGBA g_Blend = {0.25f, 0.5f, 0.75f, 1};
 constexpr GLenum kMaxLevel = 0x813D;  // GL_TEXTURE_MAX_LEVEL of GL 1.2, which not every gl.h declares
 
 struct Look {
@@ -31,7 +31,7 @@ GLPtr<IGLPixmap> NewPixmap(int aWidth, int aHeight) {
 template <class Texture>
 void Begin(Texture& aTexture, const Look& aLook) {
   EXPECT_EQ(aTexture.BeginDraw(nullptr, eGLTextureMode(aLook.m_iMode), aLook.m_iPixels, aLook.m_iMipmaps,
-                               aLook.m_iRepeat, &s_Normal, &s_Blend),
+                               aLook.m_iRepeat, &g_Normal, &g_Blend),
             S_OK);
 }
 void DrawFace(IGLTexture1D& aTexture, const Look& aLook) {
@@ -62,7 +62,7 @@ void DrawPlainFace(GLenum aTarget, IGLPixmap& aPixmap, const Look& aLook) {
   glEnable(GL_BLEND);
   glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
   glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, kModes[aLook.m_iMode > 3 ? 1 : aLook.m_iMode - 1]);
-  glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, &s_Blend.m_fRed);
+  glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, &g_Blend.m_fRed);
   glTexParameteri(aTarget, GL_TEXTURE_MAG_FILTER, aLook.m_iPixels != 0 ? GL_LINEAR : GL_NEAREST);
   glTexParameteri(aTarget, GL_TEXTURE_MIN_FILTER,
                   kFilters[(aLook.m_iPixels != 0) * 2 + (aLook.m_iMipmaps != 0)]);

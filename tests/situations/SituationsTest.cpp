@@ -19,10 +19,10 @@ constexpr const char* kNames[kSituations] = {"Frame", "Capture", "Pick",        
 
 /// Ends the process with the name of an operation that hangs, unless the next one begins in time.
 void Watch(const std::string& aName) {
-  static std::string s_Name;
-  s_Name = "hangs: " + aName + '\n';
+  static std::string g_Name;
+  g_Name = "hangs: " + aName + '\n';
   std::signal(SIGALRM, [](int) {
-    (void)!write(STDERR_FILENO, s_Name.data(), s_Name.size());
+    (void)!write(STDERR_FILENO, g_Name.data(), g_Name.size());
     std::abort();
   });
   alarm(kTimeLimit);

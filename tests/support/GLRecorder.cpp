@@ -17,7 +17,7 @@ struct Recording {
   std::map<GLenum, std::string> m_Strings;
 };
 
-std::atomic<bool> s_bStands{false};
+std::atomic<bool> g_bRecording{false};
 
 Recording& TheRecording() {
   static Recording recording;
@@ -71,7 +71,7 @@ class StandIn<Result(Args...)> {
   explicit constexpr StandIn(const char* aName) : m_szName(aName) {}
 
   Result operator()(Args... aArgs) {
-    if (t_iInsideGlu == 0 && s_bStands.load(std::memory_order_relaxed)) {
+    if (t_iInsideGlu == 0 && g_bRecording.load(std::memory_order_relaxed)) {
       Recording& recording = TheRecording();
       const std::scoped_lock lock(recording.m_Lock);
       recording.m_aCalls.push_back(CallText(m_szName, aArgs...));
@@ -107,7 +107,7 @@ class StandIn<Result(Args...)> {
 extern "C" const GLubyte* APIENTRY glGetString(GLenum name) {
   static constinit StandIn<decltype(glGetString)> call{"glGetString"};
   const GLubyte* answer = call(name);
-  if (!s_bStands.load(std::memory_order_relaxed)) return answer;
+  if (!g_bRecording.load(std::memory_order_relaxed)) return answer;
   Recording& recording = TheRecording();
   const std::scoped_lock lock(recording.m_Lock);
   const auto found = recording.m_Strings.find(name);
@@ -115,10 +115,10 @@ extern "C" const GLubyte* APIENTRY glGetString(GLenum name) {
                                             : reinterpret_cast<const GLubyte*>(found->second.c_str());
 }
 
-GLRecorder::GLRecorder() { s_bStands = true; }
+GLRecorder::GLRecorder() { g_bRecording = true; }
 
 GLRecorder::~GLRecorder() {
-  s_bStands = false;
+  g_bRecording = false;
   Recording& recording = TheRecording();
   const std::scoped_lock lock(recording.m_Lock);
   recording.m_aCalls.clear();

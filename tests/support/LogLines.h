@@ -20,8 +20,8 @@ class LogLines {
   LogLines(LogLines&&) = delete;
 
   std::vector<std::string> All() const {
-    const std::scoped_lock lock(s_Lock);
-    return s_Lines;
+    const std::scoped_lock lock(g_Lock);
+    return g_Lines;
   }
   /// Returns the number of lines that contain a text, of one level or of all.
   auto Count(std::string_view aText, const std::string& aLevel = "") const {
@@ -42,16 +42,16 @@ class LogLines {
 
  private:
   static void Keep(const char* aLine, std::size_t aLength) {
-    const std::scoped_lock lock(s_Lock);
-    s_Lines.emplace_back(aLine, aLength);
+    const std::scoped_lock lock(g_Lock);
+    g_Lines.emplace_back(aLine, aLength);
   }
   static void Take() {
-    const std::scoped_lock lock(s_Lock);
-    s_Lines.clear();
+    const std::scoped_lock lock(g_Lock);
+    g_Lines.clear();
   }
 
-  static inline std::mutex s_Lock;
-  static inline std::vector<std::string> s_Lines;
+  static inline std::mutex g_Lock;
+  static inline std::vector<std::string> g_Lines;
 };
 
 /// The cause of a message, its level, and a part of its text.
