@@ -32,8 +32,8 @@ inline void GLOrbit(GLViewGeometry& aView, const GLDATA_POINT& aPivot, double aR
   constexpr double kUpright = 1e-6;
   if (std::abs(Dot(eye.m_sRight, aUpward)) < kUpright) {
     const double elevation = std::atan2(Dot(eye.m_sBack, aUpward), Dot(eye.m_sUp, aUpward));
-    aUp =
-        std::clamp(elevation + aUp, std::min(elevation, -kPi / 2), std::max(elevation, kPi / 2)) - elevation;
+    aUp = std::clamp(elevation + aUp, (std::min)(elevation, -kPi / 2), (std::max)(elevation, kPi / 2)) -
+          elevation;
   }
   const auto turned = [&](const GLDATA_POINT& aVector) {
     return Turned(Turned(aVector, eye.m_sRight, -aUp), aUpward, aRight);
@@ -102,8 +102,8 @@ inline void GLFitDepth(GLViewGeometry& aView, const GLDATA_POINT& aCentre, doubl
   const double distance = -aView.m_Eye.PointToEye(aCentre).z;
   aView.m_sOrthoMin.z = distance - aRadius;
   aView.m_sOrthoMax.z = distance + aRadius;
-  aView.m_dFar = std::max(distance + aRadius, aRadius);
-  aView.m_dNear = std::max(distance - aRadius, aView.m_dFar / 1000.0);
+  aView.m_dFar = (std::max)(distance + aRadius, aRadius);
+  aView.m_dNear = (std::max)(distance - aRadius, aView.m_dFar / 1000.0);
 }
 
 /// Centres a ball in the view, as large as fits. The view direction does not change.
@@ -118,7 +118,7 @@ inline bool GLFitBall(GLViewGeometry& aView, const GLDATA_POINT& aCentre, double
   GLViewGeometry perspective = aView;
   perspective.m_bOrtho = false;
   const auto [tangentX, tangentY] = perspective.HalfExtents();
-  const double tangent = std::min(tangentX, tangentY);
+  const double tangent = (std::min)(tangentX, tangentY);
   // In parallel projection the eye gets the same position as in perspective, so that hosts can switch the
   // projection.
   double distance = aRadius * aMargin / std::sin(std::atan(tangent));
@@ -157,24 +157,24 @@ inline bool GLFitBox(GLViewGeometry& aView, const GLDATA_POINT& aMin, const GLDA
         Difference({(corner & 1) != 0 ? aMin.x : aMax.x, (corner & 2) != 0 ? aMin.y : aMax.y,
                     (corner & 4) != 0 ? aMin.z : aMax.z},
                    centre));
-    right = std::max(right, p.x + slopeX * p.z);
-    left = std::max(left, -p.x + slopeX * p.z);
-    top = std::max(top, p.y + slopeY * p.z);
-    bottom = std::max(bottom, -p.y + slopeY * p.z);
-    front = std::max(front, p.z);
+    right = (std::max)(right, p.x + slopeX * p.z);
+    left = (std::max)(left, -p.x + slopeX * p.z);
+    top = (std::max)(top, p.y + slopeY * p.z);
+    bottom = (std::max)(bottom, -p.y + slopeY * p.z);
+    front = (std::max)(front, p.z);
   }
   GLDATA_POINT place = {(right - left) / 2, (top - bottom) / 2, 0};
   if (fitted.m_bOrtho) {
     const double aspect = fitted.Aspect();
-    const double half = aMargin * std::max((right + left) / 2 / std::max(aspect, 1.0),
-                                           (top + bottom) / 2 / std::max(1.0 / aspect, 1.0));
+    const double half = aMargin * (std::max)((right + left) / 2 / (std::max)(aspect, 1.0),
+                                             (top + bottom) / 2 / (std::max)(1.0 / aspect, 1.0));
     if (!(half > 0.0)) return false;  // a line along the view direction
     fitted.m_sOrthoMin = {-half, -half, fitted.m_sOrthoMin.z};
     fitted.m_sOrthoMax = {half, half, fitted.m_sOrthoMax.z};
     place.z = -fitted.m_Eye.PointToEye(centre).z;
   } else {
     // With a wide field of view the eye could touch a corner.
-    place.z = std::max({(right + left) / 2 / slopeX, (top + bottom) / 2 / slopeY, front + radius / 10});
+    place.z = (std::max)({(right + left) / 2 / slopeX, (top + bottom) / 2 / slopeY, front + radius / 10});
   }
   fitted.m_Eye.m_sOrigin = Sum(centre, fitted.m_Eye.VectorToWorld(place));
   GLFitDepth(fitted, centre, 1.01 * radius);

@@ -201,7 +201,8 @@ struct GLViewGeometry {
                          m_iWindowHeight - m_sViewport.m_iY - (y + 1.0) * 0.5 * m_sViewport.m_iHeight},
                         (depth + 1.0) * 0.5,
                         false};
-    seen.m_bVisible = std::max({std::abs(x), std::abs(y), std::abs(depth)}) <= 1.0 && Contains(seen.m_sPixel);
+    seen.m_bVisible =
+        (std::max)({std::abs(x), std::abs(y), std::abs(depth)}) <= 1.0 && Contains(seen.m_sPixel);
     return seen;
   }
   /// Returns the ray of a position in the window.
@@ -244,7 +245,7 @@ struct GLViewGeometry {
     const double aspect = Aspect();
     if (m_bOrtho) {
       // The shorter side shows the extents; the longer side shows more.
-      const double ax = std::max(aspect, 1.0), ay = std::max(1.0 / aspect, 1.0);
+      const double ax = (std::max)(aspect, 1.0), ay = (std::max)(1.0 / aspect, 1.0);
       const double depth = m_sOrthoMax.z - m_sOrthoMin.z;
       return {false,
               2.0 / (ax * (m_sOrthoMax.x - m_sOrthoMin.x)),

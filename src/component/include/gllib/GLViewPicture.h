@@ -43,7 +43,7 @@ class GLViewPicture {
                     : 0;
     aContext.GetViewportWidth(&m_iWidth);
     aContext.GetViewportHeight(&m_iHeight);
-    m_iShift = m_iFactor > 1 ? std::max(ReachOfViewers(aContext), m_bClipsChanged ? 1 : 0) : 0;
+    m_iShift = m_iFactor > 1 ? (std::max)(ReachOfViewers(aContext), m_bClipsChanged ? 1 : 0) : 0;
     m_bClipsChanged = m_bCleared = false;
     m_fLineWidth = m_fPointSize = 0.0f;
     if (m_iShift > 0) m_pSurface = GLCreate<IGLPixmap>(CLSID_GLPixmap);
@@ -97,8 +97,8 @@ class GLViewPicture {
     if (!FitsPlan()) return false;
     if (m_iShift == 0) return true;
     const int f = m_iFactor;
-    const int columns = std::min(m_Request.m_iWidth, m_iWidth - m_Request.m_iX);
-    const int rows = std::min(m_Request.m_iHeight, m_iHeight - m_Request.m_iY);
+    const int columns = (std::min)(m_Request.m_iWidth, m_iWidth - m_Request.m_iX);
+    const int rows = (std::min)(m_Request.m_iHeight, m_iHeight - m_Request.m_iY);
     int size = 0;
     GLDATA_RGBA4B *from = nullptr, *to = nullptr;
     if (FAILED(m_pTarget->Initialize(columns * f, rows * f, {0, 0, 0, 255})) ||
@@ -126,7 +126,7 @@ class GLViewPicture {
   }
   /// Returns how many windows contain a clip rectangle, at least 1.
   int Reach(const GLint* aBox) const noexcept {
-    return std::max({1, Windows(aBox[0], aBox[2], m_iWidth), Windows(aBox[1], aBox[3], m_iHeight)});
+    return (std::max)({1, Windows(aBox[0], aBox[2], m_iWidth), Windows(aBox[1], aBox[3], m_iHeight)});
   }
   /// Returns the greatest reach of the viewers that are drawn; 0 if none is clipped. The first one counts as
   /// 1: the component clears its rectangle before anything is drawn.
@@ -145,7 +145,7 @@ class GLViewPicture {
         viewer->GetClipWidth(&box[2]);
         viewer->GetClipHeight(&box[3]);
       }
-      if (clipped != 0) reach = std::max(reach, Reach(box));
+      if (clipped != 0) reach = (std::max)(reach, Reach(box));
     }
     return reach;
   } catch (...) {

@@ -27,7 +27,7 @@ inline std::vector<GLPtr<IGLViewer>> GLViewersOf(IGLContext& aContext) {
     int block = 0;
     for (int end = 10, growth = 20; at.m_iIndex >= end; ++block) {
       end += growth;
-      growth = std::min(2 * growth, 100);
+      growth = (std::min)(2 * growth, 100);
     }
     members.push_back({block, at.m_iIndex, member.As<IGLViewer>()});
   }
