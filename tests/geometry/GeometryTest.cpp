@@ -201,21 +201,12 @@ TEST(Geometry, PlanesAndLinesIntersect) {
     ASSERT_TRUE(plane.Intersect(second, third, point));
     for (const GPlane& each : {plane, second, third})
       ASSERT_LT(std::abs(each.DistanceToPoint(point, moved)), kClose * (1e4 + point.Length()));
-  }
-}
-
-TEST(Geometry, PlanesIntersectInALine) {
-  Random random;
-  for (int i = 0; i < kPlacements; ++i) {
-    const GPlane a(random.Point(), random.Point(), random.Point());
-    const GPlane b(random.Point(), random.Point(), random.Point());
-    GLine line;
-    ASSERT_TRUE(a.Intersect(b, line));
-    ASSERT_GT(line.Direction().Dot(a.GetUnitNormal().Cross(b.GetUnitNormal())), 0.0);
-    GPoint moved(0, 0, 0);
-    for (const GPlane& plane : {a, b}) {
-      ASSERT_LT(plane.DistanceToPoint(line.m_ptA, moved), kClose * (100 + line.m_ptA.Length()));
-      ASSERT_NEAR(plane.Angle(line), 0.0, kClose);
+    GLine met;
+    ASSERT_TRUE(plane.Intersect(third, met));
+    ASSERT_GT(met.Direction().Dot(plane.GetUnitNormal().Cross(third.GetUnitNormal())), 0.0);
+    for (const GPlane& each : {plane, third}) {
+      ASSERT_LT(each.DistanceToPoint(met.m_ptA, moved), kClose * (100 + met.m_ptA.Length()));
+      ASSERT_NEAR(each.Angle(met), 0.0, kClose);
     }
   }
   // A direction without x: the line starts at y = 0, mirrored through the origin.
