@@ -144,14 +144,6 @@ TEST(Viewer, LimitsTheFrameToPointSizes) {
   g_afPointSizeRange[0] = before[0], g_afPointSizeRange[1] = before[1];
 }
 
-/// Returns the projection of a point in eye coordinates by plain geometry. The screen plane is z = 0. The eye
-/// has the distance at which half of the view's height, 1 / aAspect, spans half of the field of view.
-GLDATA_POINT SeenPlainly(const GLDATA_POINT& aEyePoint, double aFovyDegrees, double aAspect) {
-  const double eye = 1.0 / std::tan(aFovyDegrees * std::numbers::pi / 360.0) / aAspect;
-  const double shrink = eye / (eye - aEyePoint.z);
-  return {aEyePoint.x * shrink, aEyePoint.y * shrink * aAspect, aEyePoint.z};
-}
-
 void ExpectNear(const GLDATA_POINT& aFound, const GLDATA_POINT& aWanted, double aMargin,
                 const std::string& aWhat) {
   EXPECT_NEAR(aFound.x, aWanted.x, aMargin) << aWhat;
@@ -160,22 +152,6 @@ void ExpectNear(const GLDATA_POINT& aFound, const GLDATA_POINT& aWanted, double 
 }
 
 const GLDATA_POINT kPoints[] = {{0, 0, 0}, {0.5, -0.25, -3}, {-20, 7, 0.125}, {1, 1, -900}};
-
-TEST(ViewerConversion, PerspectiveFollowsTheSightLine) {
-  for (const double fovy : {27.0, 90.0, 150.0}) {
-    for (const double aspect : {1.0, 0.5, 3.0}) {
-      const auto viewer = NewViewer();
-      viewer->SetOrtho(0), viewer->SetEyeFovy_DEG(fovy), viewer->SetEyeAspect(aspect);
-      for (const GLDATA_POINT& local : kPoints) {
-        GLDATA_POINT point = {local.x, local.y, local.z + 1.0};  // a new eye is at (0, 0, 1) without rotation
-        viewer->PointWCStoSCS(&point);
-        const GLDATA_POINT plain = SeenPlainly(local, fovy, aspect);
-        ExpectNear(point, plain, 1e-6 * (1 + std::hypot(plain.x, plain.y)),
-                   "field of view " + std::to_string(fovy));
-      }
-    }
-  }
-}
 
 TEST(ViewerConversion, SurvivesARoundTripFromAnyEye) {
   for (const LONG ortho : {0, 1}) {
