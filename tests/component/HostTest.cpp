@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "support/Scene.h"
 #include "support/TestRegistry.h"
 
 namespace {
@@ -34,11 +35,6 @@ class HostRegistry : public testing::Test {
   }
 
   const TestRegistry m_Registry;
-};
-
-class Capture final : public GLCaptureBase {
- public:
-  HRESULT OnData(LONG) noexcept override { return S_OK; }
 };
 
 bool IsWanted(IGLCapture& aCapture) {
@@ -154,7 +150,7 @@ TEST_F(HostRegistry, ReportsFaultsOfARegistration) {
 
 TEST(HostClients, CaptureServesEachRequestOnce) {
   const auto first = GLCreate<IGLPixmap>(CLSID_GLPixmap), second = GLCreate<IGLPixmap>(CLSID_GLPixmap);
-  auto capture = GLMake<Capture>();
+  auto capture = GLMake<TestCapture>();
   EXPECT_FALSE(IsWanted(*capture));
   capture->Request(first.Get());
   capture->Request(second.Get(), {.m_iX = 3, .m_iY = 4, .m_iWidth = 5, .m_iHeight = 6, .m_fZoom = 2.0f});

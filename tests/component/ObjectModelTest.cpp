@@ -20,7 +20,8 @@ GLPtr<IUnknown> Ask(IUnknown& aObject, const IID& aId) {
   return face;
 }
 
-/// An outer object whose other interfaces are those of its inner object. It counts its references.
+/// An outer object whose other interfaces are those of its inner object. It counts its references, and calls
+/// after its end.
 class Outer final : public IUnknown {
  public:
   HRESULT QueryInterface(REFIID riid, void** ppv) noexcept override {
@@ -29,11 +30,16 @@ class Outer final : public IUnknown {
     AddRef();
     return S_OK;
   }
-  ULONG AddRef() noexcept override { return ++m_uReferences; }
-  ULONG Release() noexcept override { return --m_uReferences; }
+  ULONG AddRef() noexcept override { return Count(1); }
+  ULONG Release() noexcept override { return Count(-1); }
+  ULONG Count(int aStep) noexcept {
+    if (m_bEnded) ++m_iLateCalls;
+    return static_cast<ULONG>(m_iReferences += aStep);
+  }
 
   IUnknown* m_pInner = nullptr;
-  ULONG m_uReferences = 1;
+  bool m_bEnded = false;
+  int m_iReferences = 1, m_iLateCalls = 0;
 };
 
 }  // namespace
@@ -83,10 +89,10 @@ TEST(ObjectModel, EachClassCanBeAggregated) {
     {
       const auto face = Ask(outer, first);
       ASSERT_TRUE(face);
-      EXPECT_EQ(outer.m_uReferences, 2u) << "the outer object counts its references";
+      EXPECT_EQ(outer.m_iReferences, 2) << "the outer object counts its references";
       EXPECT_EQ(Ask(*face, IID_IUnknown).Get(), &outer) << "the outer object is the identity";
     }
-    EXPECT_EQ(outer.m_uReferences, 1u);
+    EXPECT_EQ(outer.m_iReferences, 1);
     EXPECT_FALSE(Ask(outer, kUnknownInterface));
   }
   EXPECT_EQ(g_iModuleLocks, locks);
@@ -161,21 +167,6 @@ class Returning final : public IUnknown {
   int m_iEnds = 0;
 };
 
-/// An outer object that records calls after its end.
-class Ending final : public IUnknown {
- public:
-  HRESULT QueryInterface(REFIID, void**) noexcept override { return E_NOINTERFACE; }
-  ULONG AddRef() noexcept override { return Count(1); }
-  ULONG Release() noexcept override { return Count(-1); }
-  ULONG Count(int aStep) noexcept {
-    if (m_bEnded) ++m_iLateCalls;
-    return static_cast<ULONG>(m_iReferences += aStep);
-  }
-
-  bool m_bEnded = false;
-  int m_iReferences = 1, m_iLateCalls = 0;
-};
-
 }  // namespace
 
 TEST(ObjectEnd, HappensOnceIfAMemberCountsItsCollection) {
@@ -183,7 +174,7 @@ TEST(ObjectEnd, HappensOnceIfAMemberCountsItsCollection) {
     SCOPED_TRACE(aggregated ? "aggregated" : "not aggregated");
     const LONG locks = g_iModuleLocks;
     Returning member;
-    Ending outer;
+    Outer outer;
     {
       GLPtr<IUnknown> object;
       FactoryOf(CLSID_GLCollection)
