@@ -1,8 +1,5 @@
 // Log messages, each with its cause, and the absence of messages in a run without faults. Headless display.
 
-#include <optional>
-#include <regex>
-
 #include "platform/Window.h"
 #include "support/BitmapFiles.h"
 #include "support/LogLines.h"
@@ -184,42 +181,6 @@ const LogCase kCases[] = {
        for (int i = 0; i < 9; ++i) painted.context->CreateLight(&light);
        painted.Await(4);
      }},
-    {"warning", "a selection found more identifiers than the host's array holds, 1",
-     [] {
-       Select(FreeContext([](Scene& scene) {
-         for (const ULONG id : {1u, 2u}) {
-           scene.Canvas().SetTestID(id);
-           scene.Canvas().BeginDrawPoints();
-           scene.Canvas().Vertex2d(0, 0);
-           scene.Canvas().EndDrawVertices();
-         }
-       }));
-     }},
-    {"debug", "Select is refused",
-     [] {
-       const FreeContext painted;
-       painted.context.As<IGLContext12>()->SuspendDrawThread();
-       Select(painted);
-     }},
-    {"warning", "a wait for context ",
-     [] {
-       std::optional<FreeContext> first, second;
-       std::atomic<int> inside{0}, left{0};
-       const auto calls = [&](std::optional<FreeContext>& aOther) {
-         return Once([&](Scene&) {
-           ++inside;
-           EXPECT_TRUE(Eventually([&] { return inside == 2; }));
-           Select(*aOther);
-           ++left;
-         });
-       };
-       // The painters wait for each other's contexts, so they are attached after both exist.
-       first.emplace();
-       second.emplace();
-       first->context->AttachPainter(GLMake<TestPainter>(calls(second)).Get());
-       second->context->AttachPainter(GLMake<TestPainter>(calls(first)).Get());
-       EXPECT_TRUE(Eventually([&] { return left == 2; }));
-     }},
 
     {"warning", "there is no font face \"No Such Face ",
      [] {
@@ -241,18 +202,6 @@ const LogCase kCases[] = {
        ready = true;
        painted.Await(4);
      }},
-    {"debug", "IGLFont::Print is refused: the font cannot be built while a display list is open",
-     [] {
-       Draw(Once([](Scene& scene) {
-         int list = 0;
-         GLPtr<IGLFont> font;
-         GLDATA_POINT start{};
-         scene.Canvas().BeginCompileList(&list);
-         scene.Context().CreateSystemFont(font.Put());
-         font->Print(GLString("text"), &start);
-         scene.Canvas().EndCompileList();
-       }));
-     }},
     {"debug", "IGLFont::Print is refused: it is called outside a pass",
      [] {
        const FreeContext painted;
@@ -260,13 +209,6 @@ const LogCase kCases[] = {
        GLDATA_POINT start{};
        painted.context->CreateSystemFont(font.Put());
        font->Print(GLString("text"), &start);
-     }},
-    {"debug", "IGLCanvas::DrawCompiledList is refused",
-     [] {
-       const FreeContext painted;
-       GLPtr<IGLCanvas> canvas;
-       painted.context.As<IGLContext14_2>()->GetCanvas(canvas.Put());
-       canvas->DrawCompiledList(1);
      }},
 
     {"warning", "an image file is not loaded: it cannot be opened",
@@ -311,14 +253,7 @@ void DoEverything() {
 
 TEST(Log, ReportsEachEventOnce) {
   PrepareDisplay();
-  for (const LogCase& c : kCases) {
-    SCOPED_TRACE(c.m_szMessage);
-    const LogLines log(LogLevel::kDebug);
-    c.m_pfnCause();
-    const std::regex line("gllib: (error|warning|info|debug): (context [0-9]+, )?thread [0-9]+: [^\n]+\n");
-    for (const std::string& text : log.All()) EXPECT_TRUE(std::regex_match(text, line)) << text;
-    EXPECT_EQ(log.Count(c.m_szMessage, c.m_szLevel), 1) << log.Joined();
-  }
+  for (const LogCase& c : kCases) ExpectOnce(c);
 }
 
 TEST(Log, HasNoWarningWithoutAFault) {

@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include <regex>
 #include <string_view>
 
 #include "platform/Log.h"
-#include "support/Eventually.h"
 #include "support/Test.h"
 
 class LogLines {
@@ -60,3 +60,13 @@ struct LogCase {
   const char* m_szMessage;
   void (*m_pfnCause)();
 };
+
+/// Causes a message, which must appear once. Each line of the log must have its form.
+inline void ExpectOnce(const LogCase& aCase) {
+  SCOPED_TRACE(aCase.m_szMessage);
+  const LogLines log(LogLevel::kDebug);
+  aCase.m_pfnCause();
+  const std::regex line("gllib: (error|warning|info|debug): (context [0-9]+, )?thread [0-9]+: [^\n]+\n");
+  for (const std::string& text : log.All()) EXPECT_TRUE(std::regex_match(text, line)) << text;
+  EXPECT_EQ(log.Count(aCase.m_szMessage, aCase.m_szLevel), 1) << log.Joined();
+}

@@ -1,12 +1,14 @@
 // Compiled lists: their threads and their lifetime. Headless display.
 
 #include "component/Module.h"
+#include "support/LogLines.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
 
 namespace {
 
 TEST(Lists, BelongToTheirDrawThreadDuringAFrame) {
+  const LogLines log(LogLevel::kDebug);
   ContextFixture context(32, 32);
   context.Context().EnableLighting(0);
   GLPtr<IGLCanvas> canvas;
@@ -32,6 +34,7 @@ TEST(Lists, BelongToTheirDrawThreadDuringAFrame) {
          {canvas->BeginCompileList(&other), canvas->EndCompileList(), canvas->DrawCompiledList(kept),
           canvas->IsCompiledList(kept, &valid), canvas->DeleteCompiledList(kept)})
       EXPECT_EQ(refused, E_GL_BADSTATE);
+    EXPECT_EQ(log.Count("IGLCanvas::DrawCompiledList is refused", "debug"), 1) << log.Joined();
     for (GLuint name = 1; name < 1000; ++name) ASSERT_TRUE(glIsList(name)) << "a list of the host";
   });
   const Picture again = context.FramePicture([&](Scene& scene) {

@@ -1,6 +1,7 @@
 // Fonts of a context: built by a task, printed during captures, and destroyed at each possible moment.
 // Headless display.
 
+#include "support/LogLines.h"
 #include "support/Scene.h"
 
 namespace {
@@ -94,6 +95,7 @@ TEST(ContextFonts, DeleteTheirListsWhenAnotherContextCaptures) {
 }
 
 TEST(ContextFonts, AreNotBuiltIntoAnOpenList) {
+  const LogLines log(LogLevel::kDebug);
   ContextFixture fixture(64, 64);
   fixture.Context().EnableLighting(0);
   for (const bool early : {true, false}) {
@@ -115,4 +117,6 @@ TEST(ContextFonts, AreNotBuiltIntoAnOpenList) {
     EXPECT_EQ(picture.At(32, 60), 0xFFFFFFFF) << "the list is complete";
     EXPECT_EQ(picture.CountOther(0x000000FF) > 64 * 32, early) << "text above the square";
   }
+  const char message[] = "IGLFont::Print is refused: the font cannot be built while a display list is open";
+  EXPECT_EQ(log.Count(message, "debug"), 1) << log.Joined();
 }

@@ -2,6 +2,7 @@
 // display.
 
 #include "support/Counting.h"
+#include "support/LogLines.h"
 #include "support/Scene.h"
 
 namespace {
@@ -76,12 +77,14 @@ TEST(Select, FindsIdentifiersInDrawingOrder) {
 }
 
 TEST(Select, CountsRecordsAndSkipsIdentifierZero) {
+  const LogLines log(LogLevel::kWarning);
   const Picking none(64, 64, {{0, -1, -1, 1, 1, 0}});
   EXPECT_EQ(none.At({0, 0, 0}, {0, 0, 0}), (Ids{}));
   const Picking four(
       64, 64, {{1, -1, -1, 1, 1, 0}, {2, -1, -1, 1, 1, 0}, {3, -1, -1, 1, 1, 0}, {2, -1, -1, 1, 1, 0}});
   EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}), (Ids{1, 2, 3, 2}));
   EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, {.capacity = 3}), (Ids{})) << "an overflow returns no partial list";
+  EXPECT_EQ(log.Count("a selection found more identifiers than the host's array holds, 3", "warning"), 1);
   EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, {.closest = true, .capacity = 1}), (Ids{}));
   EXPECT_EQ(four.At({0, 0, 0}, {0, 0, 0}, {.closest = true}), (Ids{1})) << "the first drawn of equal depths";
   EXPECT_EQ(Pick(four.Context(), four.Viewer(), {0, 0, 0}, {0, 0, 0}, {.capacity = 0}).result, S_OK);
@@ -136,6 +139,7 @@ TEST(Select, UsesTheClipRectangle) {
 }
 
 TEST(Select, IsRefusedWithoutAThreadToServeIt) {
+  const LogLines log(LogLevel::kDebug);
   const Picking picking(32, 32, {{1, -1, -1, 1, 1, 0}}), other(32, 32, {});
   GLDATA_POINT point{};
   IGLContext& context = picking.Context();
@@ -152,11 +156,13 @@ TEST(Select, IsRefusedWithoutAThreadToServeIt) {
   const auto suspension = GLPtr<IGLContext>::FromBorrowed(&context).As<IGLContext12>();
   suspension->SuspendDrawThread();
   refuses(context, picking.Viewer(), E_GL_BADSTATE);
+  EXPECT_EQ(log.Count("Select is refused", "debug"), 2) << log.Joined();
   suspension->ResumeDrawThread();
   EXPECT_EQ(picking.At(point, point), (Ids{1}));
 }
 
 TEST(Select, RefusesACircleOfWaitingPainters) {
+  const LogLines log(LogLevel::kWarning);
   constexpr int kContexts = 3;
   std::array<std::atomic<HRESULT>, kContexts> results{S_FALSE, S_FALSE, S_FALSE};
   std::array<std::unique_ptr<FreeContext>, kContexts> sides;
@@ -176,6 +182,7 @@ TEST(Select, RefusesACircleOfWaitingPainters) {
   ASSERT_TRUE(Eventually([&] { return count(S_FALSE) == 0; }));
   EXPECT_EQ(count(E_GL_BADSTATE), 1);
   EXPECT_EQ(count(S_OK), kContexts - 1) << "the others are served after it returns";
+  EXPECT_EQ(log.Count("a wait for context ", "warning"), 1) << log.Joined();
 }
 
 // The expected results are computed from the fact that a square that faces the eye is a square in the
