@@ -1,4 +1,4 @@
-// FifoMutex: a wait that ends without the lock leaves the queue. No display.
+// FifoMutex: the order of waiting threads; a wait that ends without the lock leaves the queue. No display.
 
 #include "platform/FifoMutex.h"
 
@@ -8,12 +8,14 @@ using namespace std::chrono_literals;
 
 TEST(FifoMutex, SkipsAThreadThatStoppedWaiting) {
   FifoMutex mutex(true);  // held from the start
-  const auto wait = [&](std::chrono::milliseconds aLongest) {
-    auto result = std::async(std::launch::async, [&, aLongest] { return mutex.TryLockFor(aLongest); });
+  const auto wait = [&](auto aEnter) {
+    auto result = std::async(std::launch::async, aEnter);
     std::this_thread::sleep_for(20ms);  // the order of arrival
     return result;
   };
-  auto first = wait(10s), second = wait(50ms), third = wait(10s);
+  auto first = wait([&] { return mutex.TryLockFor(10s); });
+  auto second = wait([&] { return mutex.TryLockFor(50ms); });
+  auto third = wait([&] { return mutex.Lock(), true; });
   EXPECT_FALSE(second.get());
   EXPECT_FALSE(mutex.TryLock());
   mutex.Unlock();
