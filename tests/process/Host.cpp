@@ -66,12 +66,6 @@ struct Scene {
   IGLViewer* m_pViewer = nullptr;
 };
 
-GLPtr<IGLContext12> ControlOf(IGLContext& aContext) {
-  GLPtr<IGLContext12> control;
-  aContext.QueryInterface(IGLContext12::Identifier, control.PutVoid());
-  return control;
-}
-
 int Ready() {
   std::cout << "ready" << std::endl;
   return kIntended;
@@ -98,8 +92,7 @@ Scene& Drawing(std::function<void(IGLContext&)> aExtra = nullptr) {
 
 bool Initialised() {
   static const auto context = GLCreate<IGLContext>(CLSID_GLContext);  // released after main
-  if (FAILED(context->Initialize(0))) return false;
-  return true;
+  return SUCCEEDED(context->Initialize(0));
 }
 
 bool Captures() {
@@ -160,7 +153,7 @@ bool JoinsAtExit() {
   static Scene& scene = Drawing();
   static std::atomic<bool> stop{false};
   static std::thread user([] {
-    auto control = ControlOf(*scene.m_pContext);
+    auto control = scene.m_pContext.As<IGLContext12>();
     while (!stop) {
       scene.Select();
       scene.m_pContext->SetViewport(0, 0, 100, 100);
@@ -202,7 +195,7 @@ bool ChildEndsWith(const std::function<int()>& aChild, bool aHandlers) {
 int UseInherited(Scene& aScene) {
   IGLContext& context = *aScene.m_pContext;
   const auto snapshot = GLMake<Snapshot>();
-  auto control = ControlOf(context);
+  auto control = aScene.m_pContext.As<IGLContext12>();
   const HRESULT results[] = {
       context.Initialize(0),   context.SetViewport(0, 0, 9, 9),    context.AttachCapture(snapshot.Get()),
       context.DetachPainter(), context.SetDrawThreadPars(0, 9, 9), control->SuspendDrawThread(),

@@ -6,13 +6,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <iostream>
-
 #include "support/ForeignWindow.h"
 
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 /// A program that a test runs, communicates with and waits for.
 class Child {
@@ -42,7 +38,6 @@ class Child {
     char c = 0;
     while (read(m_iSocket, &c, 1) == 1 && c != '\n') {
     }
-    m_Line = Clock::now();
     return c == '\n';
   }
   /// Ends the child's wait for a line.
@@ -55,18 +50,13 @@ class Child {
     int status = 0;
     if (!Eventually([&] { return waitpid(m_Process, &status, WNOHANG) != 0; })) return "hangs";
     m_Process = -1;
-    m_ExitTime = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - m_Line);
     return WIFEXITED(status) ? "exit " + std::to_string(WEXITSTATUS(status))
                              : "signal " + std::to_string(WTERMSIG(status));
   }
-  /// Time from the child's line to its end.
-  std::chrono::milliseconds ExitTime() const { return m_ExitTime; }
 
  private:
   pid_t m_Process = -1;
   int m_iSocket = -1;
-  Clock::time_point m_Line = Clock::now();
-  std::chrono::milliseconds m_ExitTime{};
 };
 
 const char* const kStages[] = {"created", "initialised", "drawing", "capturing", "selecting",
@@ -78,14 +68,11 @@ int Repeats() {
 }
 
 void ExpectIntendedExits(const char* aWay, int aTimes) {
-  std::chrono::milliseconds longest{};
   for (int i = 0; i < aTimes; ++i) {
     Child host(GLLIB_HOST_FILE, aWay);
     EXPECT_TRUE(host.AwaitLine()) << aWay;
     ASSERT_EQ(host.End(), "exit 7") << aWay << ", run " << i;
-    longest = std::max(longest, host.ExitTime());
   }
-  std::cout << aWay << ": " << aTimes << " exits, the longest " << longest.count() << " ms\n";
 }
 
 // Not with the thread sanitizer: in a child, the driver's exit handler joins a thread that does not exist
@@ -152,7 +139,6 @@ TEST(ProcessX11, ExitsWhileTheServerIsFrozen) {
   server.Signal(SIGSTOP);
   host.Tell();
   EXPECT_EQ(host.End(), "exit 7");
-  std::cout << "frozen server: " << host.ExitTime().count() << " ms\n";
   server.Signal(SIGCONT);
 }
 
