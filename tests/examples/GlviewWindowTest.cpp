@@ -42,6 +42,10 @@ class GlviewWindow : public HostOnScreen {
       std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
   }
+  void Quit() {
+    m_screen.Press(kEscape);
+    EXPECT_EQ(Status(), 0);
+  }
   std::uint32_t Pixel(int aX, int aY) const { return m_screen.Pixel(aX, aY); }
   bool TitleBeginsWith(const std::string& aBegin) {
     return Eventually([&] { return m_screen.Title().starts_with(aBegin); });
@@ -93,8 +97,7 @@ TEST_F(GlviewWindow, DrawsPicksAndQuits) {
   ExpectPicture("wall-001.png");
   ExpectPicture("wall-002.png");
 
-  m_screen.Press(kEscape);
-  EXPECT_EQ(Status(), 0);
+  Quit();
 }
 
 TEST_F(GlviewWindow, MeasuresCutsAndTurns) {
@@ -135,8 +138,7 @@ TEST_F(GlviewWindow, MeasuresCutsAndTurns) {
 
   PressThrice(kV);  // front, back, left: edge-on
   EXPECT_TRUE(hides(x, y));
-  m_screen.Press(kEscape);
-  EXPECT_EQ(Status(), 0);
+  Quit();
 }
 
 TEST_F(GlviewWindow, ShowsDroppedFiles) {
@@ -148,8 +150,7 @@ TEST_F(GlviewWindow, ShowsDroppedFiles) {
   EXPECT_TRUE(m_screen.Title().starts_with("wall.obj - 3 triangles")) << "the previous model is still shown";
   m_screen.Drop({left, left});
   EXPECT_TRUE(TitleBeginsWith("left.obj, left.obj - 4 triangles")) << m_screen.Title();
-  m_screen.Press(kEscape);
-  EXPECT_EQ(Status(), 0);
+  Quit();
 }
 
 TEST_F(GlviewWindow, ReportsThatNamesCannotBePrinted) {
@@ -167,8 +168,7 @@ TEST_F(GlviewWindow, CutsTheLongNameOfManyModels) {
   EXPECT_TRUE(Eventually([&] { return m_screen.Title().find(", ddd") != std::string::npos; }));
   m_screen.Press(kC);
   EXPECT_TRUE(TitleEndsWith("-001.png")) << m_screen.Title();
-  m_screen.Press(kEscape);
-  EXPECT_EQ(Status(), 0);
+  Quit();
 }
 
 TEST_F(GlviewWindow, StepsThroughTheModelsOfAFolder) {
@@ -190,8 +190,7 @@ TEST_F(GlviewWindow, StepsThroughTheModelsOfAFolder) {
   EXPECT_TRUE(Eventually([&] { return m_screen.Title().find("1 of 3: ") != std::string::npos; }));
   m_screen.Press(kPageUp);
   EXPECT_TRUE(TitleEndsWith("3 of 3")) << "Page Up on the first model shows the last";
-  m_screen.Press(kEscape);
-  EXPECT_EQ(Status(), 0);
+  Quit();
 }
 
 TEST_F(GlviewWindow, ShowsProgressOfALargeModel) {
@@ -205,8 +204,7 @@ TEST_F(GlviewWindow, ShowsProgressOfALargeModel) {
 
 TEST_F(GlviewWindow, QuitsWhileAModelIsRead) {
   Open(Grid(m_folder), "reading");
-  m_screen.Press(kEscape);
-  EXPECT_EQ(Status(), 0);
+  Quit();
 }
 
 }  // namespace

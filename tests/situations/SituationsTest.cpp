@@ -35,13 +35,10 @@ struct Found {
 
   static Found Now() {
     Found found{eglGetCurrentContext(), {}};
-    constexpr GLenum kNames[] = {GL_LIST_INDEX,
-                                 GL_LIST_MODE,
-                                 GL_RENDER_MODE,
-                                 GL_MODELVIEW_STACK_DEPTH,
-                                 GL_PROJECTION_STACK_DEPTH,
-                                 GL_ATTRIB_STACK_DEPTH};
-    for (std::size_t i = 0; i < found.values.size(); ++i) glGetIntegerv(kNames[i], &found.values[i]);
+    GLint* next = found.values.data();
+    for (const GLenum name : {GL_LIST_INDEX, GL_LIST_MODE, GL_RENDER_MODE, GL_MODELVIEW_STACK_DEPTH,
+                              GL_PROJECTION_STACK_DEPTH, GL_ATTRIB_STACK_DEPTH})
+      glGetIntegerv(name, next++);
     return found;
   }
 };

@@ -12,11 +12,8 @@ namespace {
 constexpr ULONG kForever = 0xFFFFFFFF;
 
 void Square(IGLCanvas& aCanvas, double aX, double aY, double aSide, double aZ) {
-  aCanvas.BeginDrawQuads();
   aCanvas.SetVertexNormal3d(0, 0, 1);
-  for (const auto& [x, y] : {std::pair(0., 0.), {1., 0.}, {1., 1.}, {0., 1.}})
-    aCanvas.Vertex3d(aX + x * aSide, aY + y * aSide, aZ);
-  aCanvas.EndDrawVertices();
+  DrawRectangle(aCanvas, aX, aY, aX + aSide, aY + aSide, aZ);
 }
 
 template <class Function>

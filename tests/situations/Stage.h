@@ -3,9 +3,6 @@
 
 #pragma once
 
-#include <string_view>
-
-#include "support/Picture.h"
 #include "support/Scene.h"
 
 /// Where the function is called.

@@ -43,7 +43,7 @@ HWND ScriptedDisplay::ParentOf(HWND aWindow) noexcept {
 }
 
 bool ScriptedDisplay::WorkArea(HWND, RECT* aRect) noexcept {
-  *aRect = m_sWorkArea;
+  *aRect = {0, 0, 1000, 800};
   return !Fails();
 }
 

@@ -1,4 +1,4 @@
-// ScriptedDisplay: a display whose formats, windows, work area, drivers and failures a test sets. The
+// ScriptedDisplay: a display whose formats, windows, drivers and failures a test sets. The
 // headless display draws underneath, so that pictures are real. Set makes it the display of the process,
 // until the end of a DisplayGuard or another call of Set.
 
@@ -22,12 +22,10 @@ class ScriptedDisplay : public DisplayServer {
   std::vector<DisplayFormat> m_vWindowFormats;  ///< empty: the headless display's
   std::map<HWND, RECT> m_Parents;  ///< windows of other programs, with their positions on the screen
   std::map<HWND, HWND> m_ParentOf;
-  RECT m_sWorkArea{0, 0, 1000, 800};
   std::string m_szExtensions;            ///< in the form of a driver's list
   std::vector<std::string> m_vMissing;   ///< entry points that the driver lacks
   int m_iChosen = -1;                    ///< result of ChooseFormat; -1: that of the headless display
   std::map<int, int> m_FormatOfSamples;  ///< multisample formats by count
-  DWORD m_dwPlatformId = 2;
   bool m_bMakesWindows = true;
   std::atomic<int> m_iRefusedContexts{0};      ///< number of next creations of rendering contexts that fail
   std::atomic<bool> m_bRefusesCurrent{false};  ///< no rendering context can be made current
@@ -67,7 +65,7 @@ class ScriptedDisplay : public DisplayServer {
     ++m_iRealized;
     return true;
   }
-  DWORD PlatformId() noexcept override { return m_dwPlatformId; }
+  DWORD PlatformId() noexcept override { return 2; }
 
  private:
   bool Fails() noexcept { return m_iOperations++ == m_iFault; }

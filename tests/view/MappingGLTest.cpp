@@ -28,24 +28,20 @@ GLDATA_POINT Landed(IGLCanvas& aCanvas, GLDATA_POINT aPoint) {
 }
 
 TEST(Mapping, AgreesWithDrawnPoints) {
-  struct View {
-    const char* m_szName;
-    std::function<void(IGLViewer&)> m_Set;
-  };
-  const View views[] = {{"whole window", [](IGLViewer&) {}},
-                        {"perspective", [](IGLViewer& v) { v.SetOrtho(0); }},
-                        {"clipped and scaled", [](IGLViewer& v) { v.Clip(1); }},
-                        {"clipped, not scaled", [](IGLViewer& v) { v.Clip(1), v.ScaleClip(0); }}};
-  for (const View& view : views) {
+  const std::pair<const char*, std::function<void(IGLViewer&)>> views[] = {
+      {"whole window", [](IGLViewer&) {}},
+      {"perspective", [](IGLViewer& v) { v.SetOrtho(0); }},
+      {"clipped and scaled", [](IGLViewer& v) { v.Clip(1); }},
+      {"clipped, not scaled", [](IGLViewer& v) { v.Clip(1), v.ScaleClip(0); }}};
+  for (const auto& [name, set] : views) {
     ContextFixture context(kWidth, kHeight);
     GLDATA_MATRIX6D placed{2, -3, 60, 0.1, -0.05, 0.4};
     EyeOf(context.Viewer())->SetMatrix6d(&placed);
     context.Frame();  // clears the whole window: a clipped viewer clears only its rectangle
     context.Viewer().SetClipRectangle(50, 40, 150, 120), context.Viewer().ShowClipFrame(0);
-    view.m_Set(context.Viewer());
+    set(context.Viewer());
     GLDATA_POINT model{1.5, 2.25, -7}, shift{3, -2, 4}, world{4.5, 0.25, -3}, window{}, fromWorld{}, back{};
-    const char* const name = view.m_szName;
-    context.Frame([&](Scene& scene) {
+    context.Frame([&, name = name](Scene& scene) {
       const auto canvas = scene.CanvasAs<IGLCanvas3>();
       canvas->GetWindowCoords(&world, 1, &fromWorld);
       canvas->GetWindowCoords(&world, 0, &window);

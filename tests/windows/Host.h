@@ -24,16 +24,13 @@ inline std::vector<MSG> Pump() {
   return delivered;
 }
 
-/// Delivers messages until a condition is true. @return false if it is not true within ten seconds
+/// Delivers messages until a condition is true. @return false if it is not true within a minute
 template <class Condition>
 bool PumpUntil(Condition aHolds) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (!aHolds()) {
-    if (std::chrono::steady_clock::now() > end) return false;
+  return Eventually([&] {
     Pump();
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  }
-  return true;
+    return aHolds();
+  });
 }
 
 /// A top-level window of the host. It may be destroyed before the object.
