@@ -91,6 +91,7 @@ class GLViewer final : public GLObject<GLViewer, IGLViewer, IGLViewer2> {
   void DrawFrame() noexcept;
   void DrawGauges(IGLCanvas* aCanvas, IGLContext* aContext) noexcept;
   void DrawAxes(IGLContext* aContext, const GLContextSite& aSite) noexcept;
+  void CreateAxisFont(IGLContext& aContext) noexcept;
   void TurnWithEye() noexcept;
   void PrintAxisNames() noexcept;
   bool HasGauges() noexcept;

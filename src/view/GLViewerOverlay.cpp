@@ -129,9 +129,14 @@ void GLViewer::DrawAxes(IGLContext* aContext, const GLContextSite& aSite) noexce
   Axis(0.0f, 0.0f, 1.0f);
   glEnd();
 
-  if (!m_pAxisFont) aContext->CreateSystemFont(m_pAxisFont.Put());
+  if (!m_pAxisFont) CreateAxisFont(*aContext);
   glPopMatrix();
   if (m_pAxisFont) PrintAxisNames();
+}
+
+// The context would keep the font until its own end. Only the viewer keeps it, so it ends with the viewer.
+void GLViewer::CreateAxisFont(IGLContext& aContext) noexcept {
+  if (SUCCEEDED(aContext.CreateSystemFont(m_pAxisFont.Put()))) aContext.DestroyFont(m_pAxisFont.Get());
 }
 
 // Applies the inverse of the eye's rotation, without its position.

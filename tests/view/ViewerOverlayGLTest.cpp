@@ -41,6 +41,26 @@ TEST(ViewerOverlay, ShowsTheAxesWithAFrameOrGauge) {
   EXPECT_GT(letters, 20) << "the names of the axes";
 }
 
+TEST(ViewerOverlay, EndsTheFontOfTheAxesWithTheViewer) {
+  ContextFixture context(100, 100);
+  const auto lists = [&] {
+    int count = 0;
+    context.Frame([&](Scene&) {
+      for (GLuint name = 1; name <= 0xFFFF; ++name) count += glIsList(name);
+    });
+    return count;
+  };
+  for (int round = 0; round < 2; ++round) {
+    IGLViewer* viewer = nullptr;
+    context.Context().CreateViewer(1, 1, &viewer);
+    viewer->Clip(1);
+    static_cast<GLViewer*>(viewer)->SetShowAxes(1);
+    context.Frame();
+    context.Context().DestroyViewer(viewer);
+    EXPECT_TRUE(Eventually([&] { return lists() == 0; })) << "round " << round;
+  }
+}
+
 TEST(ViewerOverlay, DrawsGaugesAndRestoresTheMatrices) {
   ContextFixture context(32, 32);
   IGLViewer& viewer = context.Viewer();
