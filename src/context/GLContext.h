@@ -196,7 +196,11 @@ class GLContext final
   void CaptureFrame() noexcept;
   bool CaptureFromScreen(IGLCapture& aCapture) noexcept;
   bool CaptureOffscreen(IGLCapture& aCapture) noexcept;
-  bool CaptureRectangle(IGLCapture& aCapture, RECT* aRect) noexcept;
+  struct CaptureArea {
+    int m_iWidth, m_iHeight;  // of the viewport
+    RECT m_Rect;              // the client's part of it, from the top left
+  };
+  bool ReadCaptureArea(IGLCapture& aCapture, CaptureArea* aArea) noexcept;
   void DrawOffscreen(IGLCapture& aCapture, GLPass& aPass, const class OffscreenSurface& aSurface) noexcept;
 
   void ReleaseScene() noexcept;

@@ -91,47 +91,50 @@ void GLContext::CaptureFrame() noexcept {
   capture->OnData(success ? 1 : 0);
 }
 
-// Reads the client's rectangle and clips it at the right and bottom edge of the viewport. Returns false if it
-// is empty.
-bool GLContext::CaptureRectangle(IGLCapture& aCapture, RECT* aRect) noexcept {
+// Reads the viewport's size once, because another thread may change it during the capture. Clips the client's
+// rectangle at the right and bottom edge. Returns false if it is empty.
+bool GLContext::ReadCaptureArea(IGLCapture& aCapture, CaptureArea* aArea) noexcept {
   int x = 0, y = 0, width = 0, height = 0;
   aCapture.GetRectangle(&x, &y, &width, &height);
-  const int viewWidth = m_Settings.m_iViewportWidth, viewHeight = m_Settings.m_iViewportHeight;
-  if (x < 0 || y < 0 || x >= viewWidth || y >= viewHeight) return false;
-  width = std::min(width, viewWidth - x);
-  height = std::min(height, viewHeight - y);
-  *aRect = {x, y, x + width, y + height};
+  aArea->m_iWidth = m_Settings.m_iViewportWidth;
+  aArea->m_iHeight = m_Settings.m_iViewportHeight;
+  if (x < 0 || y < 0 || x >= aArea->m_iWidth || y >= aArea->m_iHeight) return false;
+  width = std::min(width, aArea->m_iWidth - x);
+  height = std::min(height, aArea->m_iHeight - y);
+  aArea->m_Rect = {x, y, x + width, y + height};
   return width >= 1 && height >= 1;
 }
 
 bool GLContext::CaptureFromScreen(IGLCapture& aCapture) noexcept {
   GLPtr<IGLPixmap> target;
   aCapture.GetPixmap(target.Put());
-  RECT rect{};
+  CaptureArea area{};
   if (!target) return CaptureFails("GetPixmap returned no pixmap");
-  if (!CaptureRectangle(aCapture, &rect)) return CaptureFails("its rectangle lies outside the viewport");
+  if (!ReadCaptureArea(aCapture, &area)) return CaptureFails("its rectangle lies outside the viewport");
+  const RECT& rect = area.m_Rect;
   if (FAILED(target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {0, 0, 0, 0})))
     return CaptureFails("not enough memory for the pixmap");
   const GLPass pass(m_Lock, m_Window.m_Target);
   if (!pass.IsCurrent()) return CaptureFails("the window's rendering context cannot be made current");
-  return ReadPixels(*target, GL_BACK, rect, m_Settings.m_iViewportHeight);
+  return ReadPixels(*target, GL_BACK, rect, area.m_iHeight);
 }
 
 bool GLContext::CaptureOffscreen(IGLCapture& aCapture) noexcept {
   GLPtr<IGLPixmap> target;
   aCapture.GetPixmap(target.Put());
-  RECT rect{};
+  CaptureArea area{};
   if (!target) return CaptureFails("GetPixmap returned no pixmap");
-  if (!CaptureRectangle(aCapture, &rect)) return CaptureFails("its rectangle lies outside the viewport");
+  if (!ReadCaptureArea(aCapture, &area)) return CaptureFails("its rectangle lies outside the viewport");
   float zoom = 0.0f;
   aCapture.GetPixelZoom(&zoom);
   const std::int64_t factor = Whole(zoom);
+  RECT& rect = area.m_Rect;
   for (LONG* edge : {&rect.left, &rect.top, &rect.right, &rect.bottom}) *edge = Scaled(*edge, factor);
   const HRESULT initialized =
       target->Initialize(rect.right - rect.left, rect.bottom - rect.top, {255, 255, 255, 255});
 
-  const auto width = static_cast<LONG>(Whole(static_cast<float>(m_Settings.m_iViewportWidth) * zoom));
-  const auto height = static_cast<LONG>(Whole(static_cast<float>(m_Settings.m_iViewportHeight) * zoom));
+  const auto width = static_cast<LONG>(Whole(static_cast<float>(area.m_iWidth) * zoom));
+  const auto height = static_cast<LONG>(Whole(static_cast<float>(area.m_iHeight) * zoom));
   // The system may have memory for a larger picture than GL can draw.
   if (width > g_aiMaxViewport[0] || height > g_aiMaxViewport[1]) {
     LogWarning("a capture failed: a scene of %d x %d pixels exceeds GL's limit of %d x %d", int(width),

@@ -171,6 +171,24 @@ TEST(Capture, ReportsEachResult) {
   EXPECT_EQ(capture.Take(), 0) << "no pixmap";
 }
 
+TEST(Capture, KeepsTheSizeThatTheWindowHadAtItsStart) {
+  class Shrinking final : public TestCapture {
+   public:
+    HRESULT GetPixelZoom(float* aZoom) noexcept override {
+      context->SetViewport(0, 0, kWidth / 2, kHeight / 2);  // as another thread may do at this moment
+      return TestCapture::GetPixelZoom(aZoom);
+    }
+    IGLContext* context = nullptr;
+  };
+  Captured captured(kWidth, kHeight, RichScene::Parts::kQuick);
+  const Picture before = captured.Take();
+  const auto shrinking = GLMake<Shrinking>();
+  shrinking->context = captured.drawn.context.Get();
+  captured.drawn.context->AttachCapture(shrinking.Get());
+  ASSERT_EQ(shrinking->Take(), 1);
+  EXPECT_EQ(Difference(PictureOf(*shrinking->target), before), 0);
+}
+
 TEST(Capture, LeavesTheWindowUnchanged) {
   constexpr bool kSanitized = GLLIB_SANITIZED != 0;  // a sanitizer run is slower, and keeps memory
   constexpr int kRepetitions = kSanitized ? 50 : 1000;

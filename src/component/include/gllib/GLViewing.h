@@ -77,8 +77,8 @@ class GLViewing final : public GLClient<IGLCapture> {
   /// changes. Triggers a frame.
   ///
   /// With a clipped viewer the surface has (factor + 1) times the window's size, or more if a clip rectangle
-  /// extends beyond the window. It must fit GL's limits. The axes figure and the lines of gauges keep their
-  /// size in pixels.
+  /// extends beyond the window. It must fit GL's limits. The lines of gauges keep their size in pixels. The
+  /// axes figure has at most its size in pixels, and less if a viewer is clipped.
   /// @param aTarget receives the picture; held until the picture is complete
   /// @param aRequest a zoom below 1 makes the picture fail; a fractional part is ignored
   /// @return a future: whether the pixmap holds the picture; broken as described at AttachPainter
