@@ -4,7 +4,9 @@
 #include "platform/RenderingContext.h"
 
 #include <new>
+#include <utility>
 
+#include "platform/GL.h"
 #include "platform/RenderingTurn.h"
 #include "platform/linux/DeviceContextRecord.h"
 
@@ -12,6 +14,21 @@ namespace {
 
 thread_local HGLRC t_hCurrent = nullptr;
 thread_local HDC t_hCurrentDC = nullptr;
+
+// Returns the surface of a device context, or a new one if the window has outgrown it. Mesa 22.3 recognises a
+// destroyed surface by its address, when the context becomes current again. It keeps the buffers if a new
+// surface has that address. So the new surface is created before the old one is destroyed. Its software
+// renderer also keeps the buffers of frames that it has not finished.
+DrawSurface* CurrentSurface(HDC__& aDC) noexcept {
+  if (aDC.m_pSurface == nullptr || !aDC.m_pSurface->IsOutgrown()) return aDC.Surface();
+  const auto outgrown = std::move(aDC.m_pSurface);
+  DrawSurface* const surface = aDC.Surface();
+  if (t_hCurrentDC == &aDC) {
+    glFinish();
+    wglMakeCurrent(nullptr, nullptr);
+  }
+  return surface;
+}
 
 }  // namespace
 
@@ -39,11 +56,7 @@ BOOL wglMakeCurrent(HDC hDC, HGLRC hRC) noexcept {
     return TRUE;
   }
   if (hDC == nullptr) return FALSE;
-  if (hDC->m_pSurface != nullptr && hDC->m_pSurface->IsOutgrown()) {
-    if (t_hCurrentDC == hDC) wglMakeCurrent(nullptr, nullptr);
-    hDC->m_pSurface.reset();
-  }
-  DrawSurface* surface = hDC->Surface();
+  DrawSurface* surface = CurrentSurface(*hDC);
   if (surface == nullptr || !hDC->m_pDisplay->MakeCurrent(surface, hRC->m_pContext.get())) return FALSE;
   t_hCurrent = hRC;
   t_hCurrentDC = hDC;

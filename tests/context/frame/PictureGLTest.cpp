@@ -5,6 +5,7 @@
 #include <glm/gtc/matrix_transform.hpp>
 
 #include "component/Module.h"
+#include "support/Counting.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
 
@@ -194,6 +195,16 @@ TEST(NewBuffers, ShowTheBackgroundWhereNoViewerDraws) {
     EXPECT_EQ(picture.At(60, 40), 0xFF0000FFu) << size;
     EXPECT_EQ(picture.At(8, 8), 0xFF0000FFu) << size;
   }
+}
+
+TEST(NewBuffers, ReplaceThoseOfTheFormerSize) {
+  ContextFixture context(1000, 1000);
+  const long before = ResidentKiB();
+  for (int i = 1; i <= 100; ++i) {  // each with 8 megabytes of colour and depth
+    context.Context().SetViewport(0, 0, 1000 - i % 2, 1000);
+    context.Frame();
+  }
+  EXPECT_LT(ResidentKiB() - before, 400 * 1024) << "a sanitizer keeps 256 MiB of freed memory";
 }
 
 TEST_F(FramePicture, EqualsPlainGLBehindClipPlanes) {
