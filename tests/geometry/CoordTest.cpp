@@ -154,25 +154,3 @@ TEST_F(Coord, StartsAtTheParentAndMovesAlongItsAxes) {
   EXPECT_EQ(m_Coord->ResetRotation(), S_OK);
   EXPECT_EQ(MatrixOf(Placement()), glm::translate(glm::dmat4(1), {2, 2, 7}));
 }
-
-TEST_F(Coord, IsReadAndWrittenWhole) {
-  std::atomic<bool> stop{false};
-  std::thread writer([&] {
-    for (int i = 0; !stop; ++i) {
-      const double n = i % 1000;
-      GLDATA_MATRIX6D placement{n, n, n, n, n, n};
-      m_Coord->SetMatrix6d(&placement);
-    }
-  });
-  for (int i = 0; i < 20'000; ++i) {
-    const GLDATA_MATRIX6D seen = Placement();
-    const bool whole = seen.x == seen.y && seen.y == seen.z && seen.z == seen.m_dAngleX &&
-                       seen.m_dAngleX == seen.m_dAngleY && seen.m_dAngleY == seen.m_dAngleZ;
-    if (!whole) {
-      ADD_FAILURE() << "half-written placement at " << i;
-      break;
-    }
-  }
-  stop = true;
-  writer.join();
-}

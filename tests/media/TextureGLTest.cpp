@@ -207,9 +207,8 @@ TEST(TextureGL, HostReplacesTheImageDuringDrawing) {
     images[i]->Initialize(64 >> i, 64, {255, 255, 255, 255});
   }
   const auto texture = NewTexture<IGLTexture2D>(images[0]);
-  std::atomic<bool> done{false};
-  std::thread host([&] {
-    for (std::size_t i = 0; !done; ++i) texture->Initialize(images[i % 2].Get());
+  const std::jthread host([&](const std::stop_token& stop) {
+    for (std::size_t i = 0; !stop.stop_requested(); ++i) texture->Initialize(images[i % 2].Get());
   });
   int wrong = 0;
   DrawPlainGL(8, 8, [&] {
@@ -223,8 +222,6 @@ TEST(TextureGL, HostReplacesTheImageDuringDrawing) {
       if (pixel != 0xFFFFFFFF) ++wrong;
     }
   });
-  done = true;
-  host.join();
   EXPECT_EQ(wrong, 0) << "faces without levels of one image";
 }
 

@@ -127,7 +127,7 @@ TEST_F(Registry, BatchIsVisibleWholeOrNotAtAll) {
   };
   ASSERT_EQ(enter("first"), ERROR_SUCCESS);
   std::atomic<bool> done{false};
-  std::thread writer([&] {
+  const std::jthread writer([&] {
     for (int turn = 0; turn < 40; ++turn) EXPECT_EQ(enter("turn " + std::to_string(turn)), ERROR_SUCCESS);
     done = true;
   });
@@ -141,7 +141,6 @@ TEST_F(Registry, BatchIsVisibleWholeOrNotAtAll) {
       EXPECT_TRUE(text != nullptr && *text == *first) << i;
     }
   } while (!done);
-  writer.join();
 }
 
 TEST_F(Registry, IgnoresARelativeXdgFolder) {

@@ -290,14 +290,13 @@ bool OutlivesAnOutage() {
 /// Draws and moves its window on two threads without a pause until the server ends.
 bool LosesServer() {
   Scene& scene = Drawing();
-  std::atomic<bool> stop{false};
-  std::thread mover([&] {
-    for (int i = 0; !stop; ++i) scene.m_pContext->SetViewport(0, 0, 100 + i % 50, 100);
-  });
-  Ready();
-  AwaitLine();
-  stop = true;
-  mover.join();
+  {
+    const std::jthread mover([&](const std::stop_token& stop) {
+      for (int i = 0; !stop.stop_requested(); ++i) scene.m_pContext->SetViewport(0, 0, 100 + i % 50, 100);
+    });
+    Ready();
+    AwaitLine();
+  }
   (void)scene.m_pContext->Initialize(0);  // fails without a server
   scene.m_pContext.Reset();
   return true;

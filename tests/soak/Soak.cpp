@@ -74,28 +74,19 @@ class Host {
   FreeContext m_Drawn;
 };
 
-/// Two threads with hosts that come and go, until the object is destroyed.
-class Hosts {
- public:
-  explicit Hosts(int aRounds) {
-    for (int i = 0; i < 2; ++i) {
-      m_Threads.emplace_back([this, aRounds] {
-        while (!m_bEnds) {
-          Host host;
-          for (int round = 0; !m_bEnds && round < aRounds; ++round) host.Round(round);
-        }
-      });
-    }
+/// Starts two threads with hosts that come and go.
+std::vector<std::jthread> StartHosts(int aRounds) {
+  std::vector<std::jthread> threads;
+  for (int i = 0; i < 2; ++i) {
+    threads.emplace_back([aRounds](const std::stop_token& stop) {
+      while (!stop.stop_requested()) {
+        Host host;
+        for (int round = 0; !stop.stop_requested() && round < aRounds; ++round) host.Round(round);
+      }
+    });
   }
-  ~Hosts() {
-    m_bEnds = true;
-    for (std::thread& thread : m_Threads) thread.join();
-  }
-
- private:
-  std::atomic<bool> m_bEnds{false};
-  std::vector<std::thread> m_Threads;
-};
+  return threads;
+}
 
 /// Memory, threads and descriptors of the process, including the driver's.
 struct Sample {
@@ -106,7 +97,7 @@ struct Sample {
 /// Runs for a while beside other hosts. @return what the process holds after those have ended
 Sample RunWithOthers(double aSeconds) {
   {
-    const Hosts others(kShortLife);
+    const auto others = StartHosts(kShortLife);
     std::this_thread::sleep_for(std::chrono::duration<double>(aSeconds));
   }
   std::this_thread::sleep_for(1s);  // remaining work of ended hosts on other threads is done
@@ -136,7 +127,7 @@ int main(int argc, char** argv) {
   }
   setenv("GLLIB_DISPLAY", "headless", 1);
   mallopt(M_ARENA_MAX, 2);  // an arena per thread would blur the measured memory
-  const Hosts staying(INT_MAX);
+  const auto staying = StartHosts(INT_MAX);
   const Sample first = RunWithOthers(seconds * 0.1), last = RunWithOthers(seconds * 0.9);
   Compare("memory", first.m_dMegabytes, last.m_dMegabytes);
   Compare("number of threads", static_cast<double>(first.m_iThreads), static_cast<double>(last.m_iThreads));

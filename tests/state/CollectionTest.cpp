@@ -141,16 +141,14 @@ TEST_F(Collection, ReleaseOfAMemberMayUseTheCollection) {
 TEST_F(Collection, CopiesInOppositeDirectionsDoNotDeadlock) {
   const auto other = New();
   Fill(0, 20);
-  std::thread there([&] {
+  const std::jthread there([&] {
     for (int i = 0; i < 300; ++i) m_Coll->CopyTo(other.Get());
   });
-  std::thread changing([&] {
+  const std::jthread changing([&] {
     for (int i = 0; i < 600; ++i) {
       m_Coll->Add(&m_Members[100]);
       m_Coll->Remove(&m_Members[100]);
     }
   });
   for (int i = 0; i < 300; ++i) other->CopyTo(m_Coll.Get());
-  there.join();
-  changing.join();
 }

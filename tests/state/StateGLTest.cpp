@@ -7,6 +7,7 @@
 #include "state/GLLight.h"
 #include "support/PlainGL.h"
 #include "support/Scene.h"
+#include "view/GLViewer.h"
 
 namespace {
 
@@ -217,39 +218,56 @@ TEST(Material, SetsGLStateOfBothSides) {
   });
 }
 
-// The range of the fog, and the direction of a light, which is applied as an axis and an angle.
 TEST(Scene, PassSeesValuesOfOneCallTogether) {
   const auto fog = GLCreate<IGLFog>(CLSID_GLFog);
   const auto light = GLCreate<IGLLight>(CLSID_GLLight);
+  const auto viewer = GLCreate<IGLViewer>(CLSID_GLViewer);
+  const auto coord = GLCreate<IGLCoord>(CLSID_GLCoord);
   const auto canvas = GLCreate<IGLCanvas>(CLSID_GLCanvas);
-  const auto set = [&](float a) {
-    GLDATA_POINT direction{a, 1001.0 - a, 0};
-    fog->SetFogStartAndEnd(a, 2 * a);
+  const auto set = [&](int a) {
+    const double n = a;
+    GLDATA_POINT direction{n, 1001 - n, 0}, low{n, 2 * n, 3 * n}, high{5 * n, 6 * n, 7 * n};
+    GLDATA_MATRIX6D placement{n, n, n, n, n, n};
+    fog->SetFogStartAndEnd(static_cast<float>(n), static_cast<float>(2 * n));
     light->SetDirection(&direction);
+    viewer->SetEyeZNearAndFar(n, 2 * n);
+    viewer->SetOrthoExtents(&low, &high);
+    viewer->SetClipRectangle(a, 2 * a, 3 * a, 4 * a);
+    coord->SetMatrix6d(&placement);
   };
   set(1);
-  fog->Enable(1), light->Enable(1), light->SetAsSpotlight(0);
-  std::atomic<bool> done{false};
-  std::thread host([&] {
-    for (int i = 0; !done; ++i) set(i % 2 == 0 ? 1000.0f : 1.0f);
+  fog->Enable(1), light->Enable(1), light->SetAsSpotlight(0), viewer->Clip(1);
+  const std::jthread host([&](const std::stop_token& stop) {
+    for (int i = 0; !stop.stop_requested(); ++i) set(i % 2 == 0 ? 1000 : 1);
   });
-  int torn = 0;
+  int planes = 0, clips = 0, extents = 0, placements = 0, fogs = 0, lights = 0;
   DrawPlainGL(8, 8, [&] {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
-    while (std::chrono::steady_clock::now() < deadline) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(1);
+    for (unsigned n = 0; std::chrono::steady_clock::now() < deadline; ++n) {
+      const ViewSetup pass = static_cast<GLViewer&>(*viewer).Setup(8, 8);
+      const auto& [x, y, width, height] = pass.m_Visible;
+      const GLDATA_POINT &low = pass.m_sLow, &high = pass.m_sHigh;
+      GLDATA_MATRIX6D c{};
+      coord->GetMatrix6d(&c);
+      planes += pass.m_dFar != 2 * pass.m_dNear;
+      clips += y != 2 * x || width != 3 * x || height != 4 * x;
+      extents += low.y != 2 * low.x || low.z != 3 * low.x || high.x != 5 * low.x || high.z != 7 * low.x;
+      placements +=
+          c.x != c.y || c.y != c.z || c.z != c.m_dAngleX || c.x != c.m_dAngleY || c.x != c.m_dAngleZ;
+      if (n % 50 != 0) continue;
       static_cast<GLFog&>(*fog).ApplyFog();
+      // The direction is applied as an axis and an angle.
       const int name = static_cast<GLLight&>(*light).ApplyLight(canvas.Get());
       float start = 0, end = 0;
       Values from{};
       glGetFloatv(GL_FOG_START, &start);
       glGetFloatv(GL_FOG_END, &end);
       glGetLightfv(static_cast<GLenum>(name), GL_POSITION, from.data());
-      if (end != 2 * start || std::max(-from[0], -from[1]) < 0.99f) ++torn;
+      fogs += end != 2 * start;
+      lights += std::max(-from[0], -from[1]) < 0.99f;
     }
   });
-  done = true;
-  host.join();
-  EXPECT_EQ(torn, 0);
+  EXPECT_EQ((std::array{planes, clips, extents, placements, fogs, lights}), (std::array<int, 6>{}));
 }
 
 TEST(Light, NumbersAreSharedByTwoContexts) {

@@ -3,7 +3,6 @@
 #include "component/Module.h"
 #include "support/Counting.h"
 #include "support/Test.h"
-#include "view/GLViewer.h"
 
 namespace {
 
@@ -80,36 +79,6 @@ TEST(Viewer, RefusedValuesChangeNothing) {
     EXPECT_EQ(attempt(*viewer.Get()), E_GL_BADVALUE) << what;
     EXPECT_EQ(ValuesOf(*viewer.Get()), kDefaults) << what;
   }
-}
-
-// Near and far plane, the extents and the clip rectangle are set by one call each.
-TEST(Viewer, PassSeesValuesOfOneCallTogether) {
-  const auto viewer = NewViewer();
-  const auto set = [&](int a) {
-    GLDATA_POINT low{1.0 * a, 2.0 * a, 3.0 * a}, high{5.0 * a, 6.0 * a, 7.0 * a};
-    viewer->SetEyeZNearAndFar(a, 2 * a);
-    viewer->SetOrthoExtents(&low, &high);
-    viewer->SetClipRectangle(a, 2 * a, 3 * a, 4 * a);
-  };
-  set(1);
-  viewer->Clip(1);
-  std::atomic<bool> done{false};
-  std::thread host([&] {
-    for (int i = 0; !done; ++i) set(i % 2 == 0 ? 1000 : 1);
-  });
-  int torn = 0;
-  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
-  while (std::chrono::steady_clock::now() < end) {
-    const ViewSetup pass = static_cast<GLViewer&>(*viewer).Setup(8, 8);
-    const auto& [x, y, width, height] = pass.m_Visible;
-    const GLDATA_POINT &low = pass.m_sLow, &high = pass.m_sHigh;
-    if (pass.m_dFar != 2 * pass.m_dNear || y != 2 * x || width != 3 * x || height != 4 * x ||
-        low.y != 2 * low.x || low.z != 3 * low.x || high.x != 5 * low.x || high.z != 7 * low.x)
-      ++torn;
-  }
-  done = true;
-  host.join();
-  EXPECT_EQ(torn, 0);
 }
 
 TEST(Viewer, ReportsMissingMemoryForGauges) {

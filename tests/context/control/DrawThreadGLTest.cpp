@@ -105,19 +105,18 @@ TEST(Context, ReplacesWindowAndThreadAtASecondInitialize) {
 // The window procedure and the replacement of its window need the same locks, and each waits for the other.
 TEST(Context, CanBeInitialisedAgainDuringMessages) {
   const FreeContext drawn;
-  std::atomic<bool> done{false};
-  std::thread messages([&] {
-    while (!done) {
-      ULONG_PTR window = 0;
-      drawn.context->GetWindow(&window);
-      for (const UINT message : {WM_QUERYNEWPALETTE, WM_SYSCOLORCHANGE, WM_PALETTECHANGED})
-        PostMessageA(reinterpret_cast<HWND>(window), message, 0, 0);
-      std::this_thread::sleep_for(1ms);
-    }
-  });
-  for (int i = 0; i < 20; ++i) EXPECT_EQ(drawn.context->Initialize(0), S_OK) << i;
-  done = true;
-  messages.join();
+  {
+    const std::jthread messages([&](const std::stop_token& stop) {
+      while (!stop.stop_requested()) {
+        ULONG_PTR window = 0;
+        drawn.context->GetWindow(&window);
+        for (const UINT message : {WM_QUERYNEWPALETTE, WM_SYSCOLORCHANGE, WM_PALETTECHANGED})
+          PostMessageA(reinterpret_cast<HWND>(window), message, 0, 0);
+        std::this_thread::sleep_for(1ms);
+      }
+    });
+    for (int i = 0; i < 20; ++i) EXPECT_EQ(drawn.context->Initialize(0), S_OK) << i;
+  }
   drawn.Await(1);
 }
 
