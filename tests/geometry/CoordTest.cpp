@@ -134,16 +134,20 @@ TEST_F(Coord, SingularOrientations) {
 
 TEST_F(Coord, StartsAtTheParentAndMovesAlongItsAxes) {
   EXPECT_EQ(Elements(), glm::dmat4(1));
-  GLDATA_POINT origin{};
-  m_Coord->SetOrigin3d(1, 2, 3);
+  GLDATA_POINT origin{1, 2, 3};
+  m_Coord->SetOrigin(&origin);
   m_Coord->MoveForward(1);
   m_Coord->GetOrigin(&origin);
   EXPECT_EQ(GPoint(origin), GPoint(1, 2, 2));
   m_Coord->MoveRight(1);
-  GLDATA_POINT shift{0, 0, 5};
+  GLDATA_POINT shift{0, -1, 5};
   m_Coord->MoveOrigin(&shift);
   m_Coord->GetOrigin(&origin);
-  EXPECT_EQ(GPoint(origin), GPoint(2, 2, 7));
+  EXPECT_EQ(GPoint(origin), GPoint(2, 1, 7));
+  for (const auto refused :
+       {m_Coord->SetOrigin(nullptr), m_Coord->MoveOrigin(nullptr), m_Coord->SetMatrix6d(nullptr),
+        m_Coord->SetMatrix16d(nullptr), m_Coord->GetMatrix16d(nullptr)})
+    EXPECT_EQ(refused, E_INVALIDARG);
 
   GLDATA_MATRIX6D placement{2, 2, 7, 7, 0.5, 0.25};
   m_Coord->SetMatrix6d(&placement);

@@ -33,8 +33,7 @@ std::vector<double> Elements(const GMatrix& m) { return {m.Data(), m.Data() + m.
 }  // namespace
 
 TEST(Geometry, TolerantComparison) {
-  const GPoint zero(0, 0, 0);
-  const GPoint atTolerance(0.5, 0, 0);
+  const GPoint zero(0, 0, 0), atTolerance(0.5, 0, 0);
   EXPECT_FALSE(zero.IsEqual(atTolerance, 0.5)) << "strictly below";
   EXPECT_FALSE(zero.IsNotEqual(atTolerance, 0.5)) << "strictly above";
   EXPECT_TRUE(zero.IsEqual({9e-8, 0, -9e-8}, -1.0)) << "-1 selects the module's tolerance";
@@ -79,10 +78,8 @@ TEST(Geometry, ZeroVectorsAreReported) {
 TEST(Geometry, VectorsAgreeWithGlm) {
   Random random;
   for (int i = 0; i < kPlacements; ++i) {
-    const GPoint a = random.Point();
-    const GPoint b = random.Point();
-    const glm::dvec3 u = ToGlm(a);
-    const glm::dvec3 v = ToGlm(b);
+    const GPoint a = random.Point(), b = random.Point();
+    const glm::dvec3 u = ToGlm(a), v = ToGlm(b);
     ASSERT_LT(Off(a.Cross(b), glm::cross(u, v)), kClose * 1e4);
     ASSERT_NEAR(a.Dot(b), glm::dot(u, v), kClose * 1e4);
     ASSERT_NEAR(a.Distance(b), glm::distance(u, v), kClose * 100);
@@ -98,12 +95,9 @@ TEST(Geometry, VectorsAgreeWithGlm) {
 TEST(Geometry, RotationAgreesWithGlmExceptForPivots) {
   Random random;
   for (int i = 0; i < kPlacements; ++i) {
-    const GPoint point = random.Point();
-    const GPoint axis = random.Point();
-    const GPoint pivot = random.Point();
+    const GPoint point = random.Point(), axis = random.Point(), pivot = random.Point();
     const double angle = random.Number(10);
-    const glm::dvec3 a = glm::normalize(ToGlm(axis));
-    const glm::dvec3 o = ToGlm(pivot);
+    const glm::dvec3 a = glm::normalize(ToGlm(axis)), o = ToGlm(pivot);
     const glm::dmat4 turn = glm::rotate(glm::dmat4(1), angle, a);
     const glm::dvec3 exact = glm::dvec3(turn * glm::dvec4(ToGlm(point) - o, 1)) + o;
     // The component of the pivot along the axis is added (1 - cos) times too often.
@@ -125,12 +119,10 @@ TEST(Geometry, RotationAgreesWithGlmExceptForPivots) {
 }
 
 TEST(Geometry, ProductHasTheArgumentOnTheLeft) {
-  const GMatrix t = Matrix(2, {1, 2, 3, 4});
-  const GMatrix o = Matrix(2, {0, 1, 5, 0});
+  const GMatrix t = Matrix(2, {1, 2, 3, 4}), o = Matrix(2, {0, 1, 5, 0});
   EXPECT_THAT(Elements(t.Multiply(o)), ElementsAre(3, 4, 5, 10)) << "o * t";
   const double six[] = {1, 2, 3, 4, 5, 6};
-  const GMatrix wide(2, 3, six);
-  const GMatrix tall(3, 2, six);
+  const GMatrix wide(2, 3, six), tall(3, 2, six);
   EXPECT_THAT(Elements(wide.Multiply(tall)), ElementsAre(9, 12, 19, 26))
       << "tall * wide, cut to two rows and two columns";
   EXPECT_THAT(Elements(wide.Multiply(wide)), ElementsAre(0, 0, 0, 0, 0, 0)) << "inner dimensions differ";
