@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kSide = 512;
 GLDATA_POINT g_Normal = {0, 0, 1};
-GLDATA_POINT s_aCorners[4] = {{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}};
+GLDATA_POINT g_aCorners[4] = {{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}};
 constexpr float kS[4] = {0, 1, 1, 0}, kT[4] = {0, 0, 1, 1};
 
 GLPtr<IGLPixmap> NewPixmap() {
@@ -30,7 +30,7 @@ void FaceThroughTexture(benchmark::State& aState) {
   texture->Initialize(pixmap.Get());
   const auto draw = [&] {
     texture->BeginDraw(nullptr, GLTM_MODULATE, 1, 1, 0, &g_Normal, nullptr);
-    for (int i = 0; i < 4; ++i) texture->Draw(kS[i], kT[i], &s_aCorners[i]);
+    for (int i = 0; i < 4; ++i) texture->Draw(kS[i], kT[i], &g_aCorners[i]);
     texture->EndDraw();
     glFinish();
   };
@@ -68,7 +68,7 @@ void FaceThroughPlainGL(benchmark::State& aState) {
     glNormal3d(g_Normal.x, g_Normal.y, g_Normal.z);
     for (int i = 0; i < 4; ++i) {
       glTexCoord2f(kS[i], kT[i]);
-      glVertex3d(s_aCorners[i].x, s_aCorners[i].y, s_aCorners[i].z);
+      glVertex3d(g_aCorners[i].x, g_aCorners[i].y, g_aCorners[i].z);
     }
     glEnd();
     glDisable(GL_TEXTURE_2D);

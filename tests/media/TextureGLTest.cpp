@@ -6,7 +6,7 @@
 namespace {
 
 GLDATA_POINT g_Normal = {0, 0, 1};
-GLDATA_POINT s_aCorners[4] = {{-1, -1, -2}, {1, -1, -2}, {1, 1, -9}, {-1, 1, -9}};
+GLDATA_POINT g_aCorners[4] = {{-1, -1, -2}, {1, -1, -2}, {1, 1, -9}, {-1, 1, -9}};
 constexpr float kS[4] = {-0.5f, 2.5f, 2.5f, -0.5f}, kT[4] = {-0.5f, -0.5f, 3.5f, 3.5f};
 GLDATA_RGBA g_Blend = {0.25f, 0.5f, 0.75f, 1};
 constexpr GLenum kMaxLevel = 0x813D;  // GL_TEXTURE_MAX_LEVEL of GL 1.2, which not every gl.h declares
@@ -36,13 +36,13 @@ void Begin(Texture& aTexture, const Look& aLook) {
 }
 void DrawFace(IGLTexture1D& aTexture, const Look& aLook) {
   Begin(aTexture, aLook);
-  aTexture.Draw(&s_aCorners[0], kS[0], &s_aCorners[3], kS[3]);
-  aTexture.Draw(&s_aCorners[1], kS[1], &s_aCorners[2], kS[2]);
+  aTexture.Draw(&g_aCorners[0], kS[0], &g_aCorners[3], kS[3]);
+  aTexture.Draw(&g_aCorners[1], kS[1], &g_aCorners[2], kS[2]);
   aTexture.EndDraw();
 }
 void DrawFace(IGLTexture2D& aTexture, const Look& aLook) {
   Begin(aTexture, aLook);
-  for (int i = 0; i < 4; ++i) aTexture.Draw(kS[i], kT[i], &s_aCorners[i]);
+  for (int i = 0; i < 4; ++i) aTexture.Draw(kS[i], kT[i], &g_aCorners[i]);
   aTexture.EndDraw();
 }
 template <class Texture>
@@ -86,7 +86,7 @@ void DrawPlainFace(GLenum aTarget, IGLPixmap& aPixmap, const Look& aLook) {
   glBegin(aTarget == GL_TEXTURE_1D ? GL_QUADS : GL_POLYGON);  // primitives of the component
   for (int i = 0; i < 4; ++i) {
     glTexCoord2f(kS[i], kT[i]);
-    glVertex3dv(&s_aCorners[i].x);
+    glVertex3dv(&g_aCorners[i].x);
   }
   glEnd();
   glDisable(aTarget);

@@ -12,7 +12,7 @@
 #include "thread/Relaxed.h"
 
 struct GLRenderTarget {
-  /// Number of frames that draw on each buffer of a window at least once. Drivers use up to four.
+  /// Largest number of buffers of a window. After as many frames each buffer has been drawn on.
   static constexpr int kBuffers = 4;
 
   // Any thread may read these.
